@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace stockbook::base {
+
+// The default text of a number: the shortest of at most 15 significant digits that stands for it, plain decimal where
+// that needs no more than 15 digits on either side of the point, else with an exponent ("1E+15"). NaN and infinities
+// have no text and give "".
+std::string NumberText(double value);
+
+// The number that a text spells: blanks around it, a sign, digits with optional grouping commas, a point, an exponent.
+// Nothing when anything else stands in it, or when it is out of range.
+std::optional<double> ParseNumber(std::string_view text);
+
+// The whole number that a text spells exactly, or nothing.
+std::optional<int64_t> ParseInteger(std::string_view text);
+
+// A grid's reading of a text as a number: ParseNumber, or 0.
+double NumericValue(std::string_view text);
+
+// numerator / denominator, or 0 when the denominator is 0 or either is not a finite number; never fails.
+double SafeDivide(double numerator, double denominator);
+
+}  // namespace stockbook::base

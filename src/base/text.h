@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stockbook::base {
+
+// All texts are UTF-8; a length "in characters" counts code points.
+
+// The text with every malformed sequence replaced by U+FFFD and every NUL by U+FFFD too, so that what is shown, copied
+// and compared is the same everywhere.
+std::string CleanUtf8(std::string_view bytes);
+bool IsCleanUtf8(std::string_view bytes);
+
+size_t CharacterCount(std::string_view text);
+// The first / last `count` characters; the whole text when it is shorter.
+std::string_view LeftCharacters(std::string_view text, size_t count);
+std::string_view RightCharacters(std::string_view text, size_t count);
+// `count` characters from the `first`-th on (counted from 1).
+std::string_view MidCharacters(std::string_view text, size_t first, size_t count);
+
+// Without leading and trailing blanks (U+0020 only).
+std::string_view TrimBlanks(std::string_view text);
+std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
+// The pieces between separators; a text without one is one piece, the empty text one empty piece.
+std::vector<std::string_view> Split(std::string_view text, char separator);
+std::string AsciiLower(std::string_view text);
+bool EqualsIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace stockbook::base

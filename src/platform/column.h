@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/value.h"
+#include "platform/column_chunk.h"
+#include "platform/text_pool.h"
+
+namespace stockbook::platform {
+
+// One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
+// copied on its way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values exactly
+// (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical journal column
+// takes 0 to 4 bytes a row. Texts are made only when somebody asks. Reading a row is O(1); out-of-range rows read as null.
+class Column {
+ public:
+  static constexpr size_t kChunkRows = size_t{1} << 16;
+
+  Column() = default;
+  // `rows` times the same value.
+  static Column Constant(base::Value value, size_t rows);
+
+  size_t size() const { return size_; }
+  base::Value At(size_t row) const;
+  bool IsNull(size_t row) const;
+  // The default text of the value (base::Value::Text) appended to `out`.
+  void AppendText(size_t row, std::string& out) const;
+  std::string Text(size_t row) const;
+  // The number it is or spells, else 0.
+  double Number(size_t row) const;
+
+  // Rows [first, first + out.size()) at once; what is no number reads as 0.
+  void ReadNumbers(size_t first, std::span<double> out) const;
+  // The same as Money units (1/10,000). Doubles and texts round half to even; out of range throws base::ArithmeticError.
+  void ReadMoneyUnits(size_t first, std::span<int64_t> out) const;
+
+  // True when every row is a text or null; then equal codes mean equal texts, and code 0 is null.
+  bool HasTextCodes() const { return text_codes_; }
+  void ReadTextCodes(size_t first, std::span<uint32_t> out) const;
+  std::string_view TextOfCode(uint32_t code) const { return pool_ ? pool_->TextOf(code) : std::string_view(); }
+  // One above the highest code.
+  uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
+
+  // The value that every row has, or nullptr when they differ or there is none.
+  const base::Value* ConstantValue() const;
+
+  // A column whose row i is this column's row order[i]. O(order.size()).
+  Column Gather(std::span<const uint32_t> order) const;
+
+  // The rows of `parts`, one after the other.
+  static Column Concatenate(std::vector<Column> parts);
+
+  size_t MemoryBytes() const;
+
+ private:
+  friend class ColumnBuilder;
+  size_t size_ = 0;
+  bool text_codes_ = true;
+  std::vector<ColumnChunk> chunks_;
+  std::shared_ptr<const TextPool> pool_;
+};
+
+// Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to the
+// one before it costs a comparison.
+class ColumnBuilder {
+ public:
+  ColumnBuilder();
+  ~ColumnBuilder();
+  ColumnBuilder(ColumnBuilder&&) noexcept;
+  ColumnBuilder& operator=(ColumnBuilder&&) noexcept;
+
+  void AppendNull();
+  void AppendInteger(int64_t number);
+  void AppendDouble(double number);
+  void AppendMoney(base::Money money);
+  void AppendDate(base::Date date);
+  // Clean UTF-8 (base::CleanUtf8); an empty text is kept apart from null but reads the same.
+  void AppendText(std::string_view text);
+  void Append(const base::Value& value);
+  size_t size() const;
+
+  // Hands the column over and leaves the builder empty.
+  Column Finish();
+
+ private:
+  void Flush();
+  void Roll();
+  Column column_;
+  std::shared_ptr<TextPool> pool_;
+  ChunkBuilder chunk_;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace stockbook::platform {
+
+// The one error that ports throw: what was being done, and a message for the user in one sentence; the platform's own
+// code and SQLSTATE where there are any. The control turns it into its neutral results at its own edge.
+class Error : public std::runtime_error {
+ public:
+  Error(std::string operation, const std::string& message, int native_code = 0, std::string sql_state = {})
+      : std::runtime_error(message),
+        operation_(std::move(operation)),
+        native_code_(native_code),
+        sql_state_(std::move(sql_state)) {}
+
+  const std::string& operation() const { return operation_; }
+  int native_code() const { return native_code_; }
+  const std::string& sql_state() const { return sql_state_; }
+
+ private:
+  std::string operation_;
+  int native_code_;
+  std::string sql_state_;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+namespace stockbook::platform {
+
+// The rows of a grid. A fixed row stays on top and is no data row.
+class GridRows {
+ public:
+  virtual ~GridRows() = default;
+
+  virtual int Rows() const = 0;
+  // Rows are added empty at the end or dropped from the end.
+  virtual void SetRows(int count) = 0;
+  virtual int FixedRows() const = 0;
+  virtual void SetFixedRows(int count) = 0;
+  // Inserts a row before `position` (the row count: at the end) filled from a tab-separated text, at no cost to the rows
+  // behind it. The row is an ordinary one of outline level 0.
+  virtual void AddItem(std::string_view tab_text, int position) = 0;
+  virtual void RemoveItem(int row) = 0;
+
+  virtual bool RowHidden(int row) const = 0;
+  virtual void SetRowHidden(int row, bool hidden) = 0;
+  // Height in twips, whatever is hidden.
+  virtual int RowHeight(int row) const = 0;
+  // Row -1 means all rows, those to come included. Heights are kept between the limits.
+  virtual void SetRowHeight(int row, int twips) = 0;
+  // Limits in twips; 0 is none.
+  virtual float RowHeightMin() const = 0;
+  virtual void SetRowHeightMin(float twips) = 0;
+  virtual float RowHeightMax() const = 0;
+  virtual void SetRowHeightMax(float twips) = 0;
+};
+
+}  // namespace stockbook::platform

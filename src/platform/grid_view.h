@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/grid_types.h"
+
+namespace stockbook::platform {
+
+// Where the user is in the grid: current cell, selection, scroll position, mouse; and the redraw switch and tag that bulk
+// operations set and restore.
+class GridView {
+ public:
+  virtual ~GridView() = default;
+
+  // The current cell; -1 where there is none. Setting moves the selection's end with it.
+  virtual int Row() const = 0;
+  virtual int Col() const = 0;
+  virtual void Select(int row, int column) = 0;
+  // The end of the selection; the other corner is the current cell.
+  virtual int RowSel() const = 0;
+  virtual int ColSel() const = 0;
+  virtual void SelectRange(int row, int column, int row_sel, int col_sel) = 0;
+
+  // First and last row of the scrolling part that are in view.
+  virtual int TopRow() const = 0;
+  virtual void SetTopRow(int row) = 0;
+  virtual int BottomRow() const = 0;
+  virtual int LeftCol() const = 0;
+  virtual void SetLeftCol(int column) = 0;
+  virtual bool RowIsVisible(int row) const = 0;
+  // The cell under the mouse, -1 where there is none.
+  virtual int MouseRow() const = 0;
+  virtual int MouseCol() const = 0;
+
+  virtual bool Redraw() const = 0;
+  virtual void SetRedraw(bool on) = 0;
+  virtual std::string Tag() const = 0;
+  virtual void SetTag(std::string_view tag) = 0;
+  virtual MousePointer Pointer() const = 0;
+  virtual void SetPointer(MousePointer pointer) = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace stockbook::platform {
+
+// One item of a pop-up menu. Captions mark the access key by '&'; a separator has no caption.
+struct MenuItem {
+  std::string name;  // the control's own name for it, "mnuCopy"
+  int index = 0;     // within items of the same name
+  std::string caption;
+  std::string tag;
+  bool separator = false;
+  bool visible = true;
+  bool enabled = true;
+  bool checkable = false;
+  bool checked = false;
+  std::vector<MenuItem> items;  // of a submenu
+};
+
+// What the user chose; an empty name means nothing.
+struct MenuChoice {
+  std::string name;
+  int index = 0;
+};
+
+// Shows a pop-up menu at the mouse and waits for the choice.
+class Menu {
+ public:
+  virtual ~Menu() = default;
+  virtual MenuChoice PopUp(const MenuItem& menu) = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+namespace stockbook::platform {
+
+// A picture that a toolkit made; the toolkit-free rooms only hand it around. Sizes are in device-independent pixels.
+class Picture {
+ public:
+  virtual ~Picture() = default;
+  virtual int WidthPx() const = 0;
+  virtual int HeightPx() const = 0;
+};
+
+// Shared as the host shares it; an empty reference is no picture.
+using PictureRef = std::shared_ptr<const Picture>;
+
+}  // namespace stockbook::platform

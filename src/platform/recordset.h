@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/value.h"
+#include "platform/column.h"
+
+namespace stockbook::platform {
+
+// A named field of a result.
+struct Field {
+  std::string name;
+  Column column;
+};
+
+// The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and
+// needs the connection no more. Moving is O(1).
+class Recordset {
+ public:
+  Recordset() = default;
+  explicit Recordset(std::vector<Field> fields);
+
+  bool AtEnd() const { return row_ >= rows_; }
+  void MoveNext() { ++row_; }
+  void Close();
+  size_t RecordCount() const { return rows_; }
+
+  size_t FieldCount() const { return fields_.size(); }
+  const std::string& FieldName(size_t index) const { return fields_[index].name; }
+  // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current record
+  // throws Error.
+  base::Value FieldValue(std::string_view name) const;
+  base::Value FieldValue(size_t index) const;
+
+  // Rows fetched ahead by a connection that reads in portions; kept for it to read.
+  void SetCacheSize(int rows) { cache_size_ = rows; }
+  int CacheSize() const { return cache_size_; }
+
+  // Hands all rows over at once; the recordset is at its end from then on.
+  std::vector<Field> TakeAll();
+
+ private:
+  std::vector<Field> fields_;
+  size_t rows_ = 0;
+  size_t row_ = 0;
+  int cache_size_ = 1;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stockbook::platform {
+
+// A font as the grid names it; size in points.
+struct Font {
+  std::string name;
+  double size_pt = 9.0;
+  bool bold = false;
+  bool italic = false;
+
+  bool operator==(const Font&) const = default;
+};
+
+// Measures texts on the control's drawing surface.
+class TextMetrics {
+ public:
+  virtual ~TextMetrics() = default;
+  // Height of one line of the text in twips (1/1440 inch).
+  virtual double TextHeightTwips(std::string_view text, const Font& font) const = 0;
+  virtual double TextWidthTwips(std::string_view text, const Font& font) const = 0;
+  virtual double TwipsPerPixelX() const = 0;
+  virtual double TwipsPerPixelY() const = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace stockbook::platform {
+
+// The distinct texts of a column, each with a code from 1 on in order of first appearance; code 0 stands for null and
+// reads as "". Adding looks a text up by hash, O(length); texts never move once they are in.
+class TextPool {
+ public:
+  TextPool();
+  TextPool(const TextPool&) = delete;
+  TextPool& operator=(const TextPool&) = delete;
+
+  uint32_t Add(std::string_view text);
+  std::string_view TextOf(uint32_t code) const {
+    return code < texts_.size() ? std::string_view(texts_[code].data + kLengthBytes, LengthAt(texts_[code].data)) : std::string_view();
+  }
+  uint32_t CodeCount() const { return static_cast<uint32_t>(texts_.size()); }
+  // Drops what only Add needs; the pool is read-only from then on.
+  void Seal();
+  size_t MemoryBytes() const;
+
+ private:
+  static constexpr size_t kLengthBytes = sizeof(uint32_t);
+  struct Entry {
+    const char* data;  // length, then the bytes
+  };
+  static uint32_t LengthAt(const char* data);
+  const char* Store(std::string_view text);
+  void Grow();
+
+  std::vector<Entry> texts_;
+  std::vector<uint32_t> buckets_;  // codes; 0 is free
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  size_t block_used_ = 0;
+  size_t block_size_ = 0;
+  size_t stored_bytes_ = 0;
+};
+
+}  // namespace stockbook::platform
