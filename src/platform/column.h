@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,8 +49,8 @@ class Column {
   // One above the highest code.
   uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
 
-  // The value that every row has, or nullptr when they differ or there is none.
-  const base::Value* ConstantValue() const;
+  // The value that every row has, or nothing when they differ or there are no rows. O(chunks).
+  std::optional<base::Value> ConstantValue() const;
 
   // A column whose row i is this column's row order[i]. O(order.size()).
   Column Gather(std::span<const uint32_t> order) const;
@@ -61,6 +62,7 @@ class Column {
 
  private:
   friend class ColumnBuilder;
+  const ColumnChunk& ChunkOf(size_t row) const { return chunks_[row / kChunkRows]; }
   size_t size_ = 0;
   bool text_codes_ = true;
   std::vector<ColumnChunk> chunks_;
@@ -89,11 +91,19 @@ class ColumnBuilder {
   // Hands the column over and leaves the builder empty.
   Column Finish();
 
+  // Appends a row of another column; `pool_codes` translates its text codes and is filled on the way (start it empty).
+  void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
+
  private:
+  void Roll() {
+    if (chunk_.size() == Column::kChunkRows) Flush();
+  }
   void Flush();
-  void Roll();
+  uint32_t CodeOf(std::string_view text);
+
   Column column_;
   std::shared_ptr<TextPool> pool_;
+  uint32_t last_code_ = 0;
   ChunkBuilder chunk_;
 };
 

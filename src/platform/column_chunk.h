@@ -11,6 +11,8 @@
 
 namespace stockbook::platform {
 
+class TextPool;
+
 // What the values of a chunk are. kText holds codes of the column's TextPool; kMixed holds codes of the chunk's own
 // dictionary of values.
 enum class ChunkType : uint8_t { kNull, kInteger, kDouble, kMoney, kDate, kText, kMixed };
@@ -44,7 +46,10 @@ struct ColumnChunk {
   std::vector<base::Value> dictionary;  // kMixed
 
   bool IsNull(size_t row) const { return type == ChunkType::kNull || (has_nulls && ((nulls[row / 64] >> (row % 64)) & 1) != 0); }
+  // The value of a row of any type but kText.
   base::Value NumberValueAt(size_t row) const;
+  // Of a kDouble chunk.
+  double DoubleAt(size_t row) const;
   size_t MemoryBytes() const;
 };
 
@@ -57,11 +62,15 @@ class ChunkBuilder {
   void AddDate(base::Date date) { AddCounted(ChunkType::kDate, date.seconds()); }
   void AddTextCode(uint32_t code) { AddCounted(ChunkType::kText, code); }
   void AddDouble(double number);
+  // A row of another chunk; text codes are taken as they are.
+  void AddFrom(const ColumnChunk& source, size_t row);
   size_t size() const { return rows_; }
   // `texts` reads the text of a code when a chunk of mixed types is made.
-  ColumnChunk Finish(const class TextPool& texts);
+  ColumnChunk Finish(const TextPool& texts);
 
  private:
+  static constexpr int64_t kDateUnits[] = {86400, 60};
+  static constexpr int64_t kMoneyUnits[] = {1000000, 10000, 100};
   void AddCounted(ChunkType type, int64_t number);
   void MarkType(ChunkType type);
   ColumnChunk FinishMixed(const TextPool& texts);
@@ -71,8 +80,11 @@ class ChunkBuilder {
   uint32_t rows_ = 0;
   ChunkType type_ = ChunkType::kNull;
   bool has_nulls_ = false;
-  std::vector<int64_t> numbers_;  // counted values, or the bits of doubles
-  std::vector<ChunkType> types_;  // only once two types have met
+  void AddValue(const base::Value& value);
+
+  std::vector<base::Value> values_;  // values that came from a mixed chunk; numbers_ holds their index
+  std::vector<int64_t> numbers_;     // counted values, or the bits of doubles
+  std::vector<ChunkType> types_;     // only once two types have met
   std::vector<uint64_t> nulls_;
 };
 

@@ -18,24 +18,17 @@ class TextPool {
   TextPool& operator=(const TextPool&) = delete;
 
   uint32_t Add(std::string_view text);
-  std::string_view TextOf(uint32_t code) const {
-    return code < texts_.size() ? std::string_view(texts_[code].data + kLengthBytes, LengthAt(texts_[code].data)) : std::string_view();
-  }
+  std::string_view TextOf(uint32_t code) const;
   uint32_t CodeCount() const { return static_cast<uint32_t>(texts_.size()); }
   // Drops what only Add needs; the pool is read-only from then on.
   void Seal();
   size_t MemoryBytes() const;
 
  private:
-  static constexpr size_t kLengthBytes = sizeof(uint32_t);
-  struct Entry {
-    const char* data;  // length, then the bytes
-  };
-  static uint32_t LengthAt(const char* data);
   const char* Store(std::string_view text);
   void Grow();
 
-  std::vector<Entry> texts_;
+  std::vector<const char*> texts_;  // by code: the length in four bytes, then the text
   std::vector<uint32_t> buckets_;  // codes; 0 is free
   std::vector<std::unique_ptr<char[]>> blocks_;
   size_t block_used_ = 0;

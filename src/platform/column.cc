@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: MIT
+#include "platform/column.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+
+namespace stockbook::platform {
+namespace {
+
+constexpr size_t kBlock = 1024;
+
+// Calls `work(chunk, first row in the chunk, part of out)` for every chunk that [first, first + out.size()) touches.
+template <typename Out, typename Work>
+void ForEachPart(const std::vector<ColumnChunk>& chunks, size_t first, std::span<Out> out, Work work) {
+  while (!out.empty()) {
+    const size_t index = first / Column::kChunkRows;
+    const size_t offset = first % Column::kChunkRows;
+    const size_t count = index < chunks.size() ? std::min<size_t>(out.size(), chunks[index].rows - std::min<size_t>(offset, chunks[index].rows)) : 0;
+    if (count == 0) {
+      std::fill(out.begin(), out.end(), Out{});
+      return;
+    }
+    work(chunks[index], offset, out.first(count));
+    out = out.subspan(count);
+    first += count;
+  }
+}
+
+template <typename Out>
+void ClearNulls(const ColumnChunk& chunk, size_t first, std::span<Out> out) {
+  if (!chunk.has_nulls) return;
+  for (size_t row = 0; row < out.size(); ++row) {
+    if (chunk.IsNull(first + row)) out[row] = Out{};
+  }
+}
+
+// Reads counted values block by block and converts them.
+template <typename Out, typename Convert>
+void ReadCounted(const ColumnChunk& chunk, size_t first, std::span<Out> out, Convert convert) {
+  int64_t block[kBlock];
+  while (!out.empty()) {
+    const size_t count = std::min(kBlock, out.size());
+    chunk.packed.Read(first, std::span(block, count));
+    for (size_t row = 0; row < count; ++row) out[row] = convert(block[row]);
+    out = out.subspan(count);
+    first += count;
+  }
+}
+
+void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t first, std::span<double> out) {
+  const auto unit = static_cast<double>(chunk.unit);
+  switch (chunk.type) {
+    case ChunkType::kNull: std::fill(out.begin(), out.end(), 0.0); break;
+    case ChunkType::kInteger: ReadCounted(chunk, first, out, [](int64_t number) { return static_cast<double>(number); }); break;
+    case ChunkType::kMoney:
+      ReadCounted(chunk, first, out, [&](int64_t number) { return base::Money::FromUnits(number * chunk.unit).ToDouble(); });
+      break;
+    case ChunkType::kDate:
+      ReadCounted(chunk, first, out, [unit](int64_t number) { return static_cast<double>(number) * unit / 86400.0; });
+      break;
+    case ChunkType::kDouble:
+      if (chunk.raw_doubles) {
+        std::copy_n(chunk.doubles.begin() + static_cast<std::ptrdiff_t>(first), out.size(), out.begin());
+      } else if (chunk.unit == 1) {
+        ReadCounted(chunk, first, out, [](int64_t number) { return static_cast<double>(number); });
+      } else {
+        ReadCounted(chunk, first, out, [unit](int64_t number) { return static_cast<double>(number) / unit; });
+      }
+      break;
+    case ChunkType::kText:
+      ReadCounted(chunk, first, out, [pool](int64_t code) { return base::NumericValue(pool->TextOf(static_cast<uint32_t>(code))); });
+      break;
+    case ChunkType::kMixed:
+      ReadCounted(chunk, first, out,
+                  [&](int64_t code) { return chunk.dictionary[static_cast<size_t>(code)].Number().value_or(0.0); });
+      break;
+  }
+  ClearNulls(chunk, first, out);
+}
+
+// Out of range is an error, no number is 0.
+int64_t UnitsOf(const base::Value& value) {
+  if (const auto money = value.AsMoney()) return money->units();
+  if (value.Number()) base::Money::ThrowOverflow();
+  return 0;
+}
+
+void ReadChunkUnits(const ColumnChunk& chunk, const TextPool* pool, size_t first, std::span<int64_t> out) {
+  switch (chunk.type) {
+    case ChunkType::kMoney:
+      ReadCounted(chunk, first, out, [&](int64_t number) { return number * chunk.unit; });
+      break;
+    case ChunkType::kInteger:
+      ReadCounted(chunk, first, out, [](int64_t number) { return base::Money::FromInteger(number).units(); });
+      break;
+    case ChunkType::kText:
+      ReadCounted(chunk, first, out,
+                  [pool](int64_t code) { return UnitsOf(base::Value(std::string(pool->TextOf(static_cast<uint32_t>(code))))); });
+      break;
+    case ChunkType::kDouble:
+      if (!chunk.raw_doubles && base::Money::kScale % chunk.unit == 0) {
+        const int64_t factor = base::Money::kScale / chunk.unit;
+        ReadCounted(chunk, first, out, [factor](int64_t number) {
+          int64_t units = 0;
+          if (__builtin_mul_overflow(number, factor, &units)) base::Money::ThrowOverflow();
+          return units;
+        });
+        break;
+      }
+      [[fallthrough]];
+    case ChunkType::kMixed:
+      for (size_t row = 0; row < out.size(); ++row) out[row] = UnitsOf(chunk.NumberValueAt(first + row));
+      break;
+    case ChunkType::kNull:
+    case ChunkType::kDate: std::fill(out.begin(), out.end(), int64_t{0}); break;
+  }
+  ClearNulls(chunk, first, out);
+}
+
+}  // namespace
+
+Column Column::Constant(base::Value value, size_t rows) {
+  ColumnBuilder builder;
+  for (size_t row = 0; row < std::min(rows, kChunkRows); ++row) builder.Append(value);
+  Column column = builder.Finish();
+  for (size_t left = rows - column.size_; left > 0;) {
+    ColumnBuilder more;
+    const size_t count = std::min(left, kChunkRows);
+    for (size_t row = 0; row < count; ++row) more.Append(value);
+    column.chunks_.push_back(std::move(more.Finish().chunks_.front()));
+    column.size_ += count;
+    left -= count;
+  }
+  return column;
+}
+
+base::Value Column::At(size_t row) const {
+  if (row >= size_) return {};
+  const ColumnChunk& chunk = ChunkOf(row);
+  row %= kChunkRows;
+  if (chunk.type != ChunkType::kText) return chunk.NumberValueAt(row);
+  if (chunk.IsNull(row)) return {};
+  return base::Value(std::string(pool_->TextOf(static_cast<uint32_t>(chunk.packed.At(row)))));
+}
+
+bool Column::IsNull(size_t row) const { return row >= size_ || ChunkOf(row).IsNull(row % kChunkRows); }
+
+void Column::AppendText(size_t row, std::string& out) const {
+  if (row >= size_) return;
+  const ColumnChunk& chunk = ChunkOf(row);
+  if (chunk.type == ChunkType::kText) {
+    if (!chunk.IsNull(row % kChunkRows)) out += pool_->TextOf(static_cast<uint32_t>(chunk.packed.At(row % kChunkRows)));
+  } else {
+    out += chunk.NumberValueAt(row % kChunkRows).Text();
+  }
+}
+
+std::string Column::Text(size_t row) const {
+  std::string text;
+  AppendText(row, text);
+  return text;
+}
+
+double Column::Number(size_t row) const {
+  double number = 0;
+  ReadNumbers(row, std::span(&number, 1));
+  return number;
+}
+
+void Column::ReadNumbers(size_t first, std::span<double> out) const {
+  ForEachPart(chunks_, first, out, [this](const ColumnChunk& chunk, size_t at, std::span<double> part) {
+    ReadChunkNumbers(chunk, pool_.get(), at, part);
+  });
+}
+
+void Column::ReadMoneyUnits(size_t first, std::span<int64_t> out) const {
+  ForEachPart(chunks_, first, out, [this](const ColumnChunk& chunk, size_t at, std::span<int64_t> part) {
+    ReadChunkUnits(chunk, pool_.get(), at, part);
+  });
+}
+
+void Column::ReadTextCodes(size_t first, std::span<uint32_t> out) const {
+  ForEachPart(chunks_, first, out, [](const ColumnChunk& chunk, size_t at, std::span<uint32_t> part) {
+    if (chunk.type != ChunkType::kText) {
+      std::fill(part.begin(), part.end(), 0U);
+      return;
+    }
+    ReadCounted(chunk, at, part, [](int64_t code) { return static_cast<uint32_t>(code); });
+    ClearNulls(chunk, at, part);
+  });
+}
+
+std::optional<base::Value> Column::ConstantValue() const {
+  if (size_ == 0) return std::nullopt;
+  const base::Value first = At(0);
+  for (const ColumnChunk& chunk : chunks_) {
+    const bool varies = chunk.raw_doubles || chunk.has_nulls || chunk.packed.MemoryBytes() > 0;
+    if (varies && chunk.rows > 1) return std::nullopt;
+  }
+  for (size_t row = kChunkRows; row < size_; row += kChunkRows) {
+    if (At(row) != first) return std::nullopt;
+  }
+  return first;
+}
+
+Column Column::Gather(std::span<const uint32_t> order) const {
+  if (const auto constant = ConstantValue()) return Constant(*constant, order.size());
+  Column gathered;
+  gathered.pool_ = pool_;
+  gathered.text_codes_ = text_codes_;
+  gathered.size_ = order.size();
+  const TextPool empty;
+  const TextPool& pool = pool_ ? *pool_ : empty;
+  ChunkBuilder builder;
+  for (; !order.empty(); order = order.subspan(std::min(order.size(), kChunkRows))) {
+    for (const uint32_t row : order.first(std::min(order.size(), kChunkRows))) {
+      if (row >= size_) builder.AddNull();
+      else builder.AddFrom(ChunkOf(row), row % kChunkRows);
+    }
+    gathered.chunks_.push_back(builder.Finish(pool));
+  }
+  return gathered;
+}
+
+Column Column::Concatenate(std::vector<Column> parts) {
+  if (parts.size() == 1) return std::move(parts.front());
+  ColumnBuilder builder;
+  for (const Column& part : parts) {
+    std::vector<uint32_t> pool_codes;
+    for (size_t row = 0; row < part.size(); ++row) builder.AppendFrom(part, row, pool_codes);
+  }
+  return builder.Finish();
+}
+
+size_t Column::MemoryBytes() const {
+  size_t bytes = pool_ ? pool_->MemoryBytes() : 0;
+  for (const ColumnChunk& chunk : chunks_) bytes += chunk.MemoryBytes();
+  return bytes;
+}
+
+ColumnBuilder::ColumnBuilder() : pool_(std::make_shared<TextPool>()) {}
+ColumnBuilder::~ColumnBuilder() = default;
+ColumnBuilder::ColumnBuilder(ColumnBuilder&&) noexcept = default;
+ColumnBuilder& ColumnBuilder::operator=(ColumnBuilder&&) noexcept = default;
+
+void ColumnBuilder::AppendNull() {
+  chunk_.AddNull();
+  Roll();
+}
+
+void ColumnBuilder::AppendInteger(int64_t number) {
+  chunk_.AddInteger(number);
+  Roll();
+}
+
+void ColumnBuilder::AppendDouble(double number) {
+  chunk_.AddDouble(number);
+  Roll();
+}
+
+void ColumnBuilder::AppendMoney(base::Money money) {
+  chunk_.AddMoney(money);
+  Roll();
+}
+
+void ColumnBuilder::AppendDate(base::Date date) {
+  chunk_.AddDate(date);
+  Roll();
+}
+
+uint32_t ColumnBuilder::CodeOf(std::string_view text) {
+  if (last_code_ == 0 || pool_->TextOf(last_code_) != text) last_code_ = pool_->Add(text);
+  return last_code_;
+}
+
+void ColumnBuilder::AppendText(std::string_view text) {
+  chunk_.AddTextCode(CodeOf(text));
+  Roll();
+}
+
+void ColumnBuilder::Append(const base::Value& value) {
+  if (const auto* integer = value.As<int64_t>()) AppendInteger(*integer);
+  else if (const auto* number = value.As<double>()) AppendDouble(*number);
+  else if (const auto* money = value.As<base::Money>()) AppendMoney(*money);
+  else if (const auto* date = value.As<base::Date>()) AppendDate(*date);
+  else if (const auto* text = value.As<std::string>()) AppendText(*text);
+  else AppendNull();
+}
+
+void ColumnBuilder::AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes) {
+  if (source.IsNull(row)) return AppendNull();
+  const ColumnChunk& chunk = source.ChunkOf(row);
+  row %= Column::kChunkRows;
+  if (chunk.type == ChunkType::kMixed) return Append(chunk.NumberValueAt(row));
+  if (chunk.type == ChunkType::kText) {
+    const auto code = static_cast<uint32_t>(chunk.packed.At(row));
+    pool_codes.resize(source.TextCodeCount());
+    if (pool_codes[code] == 0) pool_codes[code] = pool_->Add(source.TextOfCode(code));
+    chunk_.AddTextCode(pool_codes[code]);
+  } else {
+    chunk_.AddFrom(chunk, row);
+  }
+  Roll();
+}
+
+size_t ColumnBuilder::size() const { return column_.size_ + chunk_.size(); }
+
+void ColumnBuilder::Flush() {
+  column_.size_ += chunk_.size();
+  column_.chunks_.push_back(chunk_.Finish(*pool_));
+  const ChunkType type = column_.chunks_.back().type;
+  column_.text_codes_ = column_.text_codes_ && (type == ChunkType::kText || type == ChunkType::kNull);
+}
+
+Column ColumnBuilder::Finish() {
+  if (chunk_.size() > 0) Flush();
+  if (pool_->CodeCount() > 1) {
+    pool_->Seal();
+    column_.pool_ = std::move(pool_);
+  }
+  Column finished = std::move(column_);
+  *this = ColumnBuilder();
+  return finished;
+}
+
+}  // namespace stockbook::platform

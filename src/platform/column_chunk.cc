@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include "platform/column_chunk.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <unordered_map>
+
+#include "platform/text_pool.h"
+
+namespace stockbook::platform {
+namespace {
+
+constexpr int kMostDecimals = 6;
+constexpr double kPowersOfTen[kMostDecimals + 1] = {1, 10, 100, 1000, 10000, 100000, 1000000};
+constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
+
+uint8_t WidthOf(uint64_t range) {
+  if (range == 0) return 0;
+  if (range <= UINT8_MAX) return 1;
+  if (range <= UINT16_MAX) return 2;
+  return range <= UINT32_MAX ? 4 : 8;
+}
+
+template <typename Narrow>
+void PackInto(unsigned char* bytes, std::span<const int64_t> numbers, int64_t base) {
+  auto* out = reinterpret_cast<Narrow*>(bytes);
+  for (size_t row = 0; row < numbers.size(); ++row) {
+    out[row] = static_cast<Narrow>(static_cast<uint64_t>(numbers[row]) - static_cast<uint64_t>(base));
+  }
+}
+
+template <typename Narrow>
+void UnpackFrom(const unsigned char* bytes, size_t first, std::span<int64_t> out, int64_t base) {
+  const auto* in = reinterpret_cast<const Narrow*>(bytes) + first;
+  for (size_t row = 0; row < out.size(); ++row) {
+    out[row] = static_cast<int64_t>(static_cast<uint64_t>(base) + static_cast<uint64_t>(in[row]));
+  }
+}
+
+// The fewest decimals, up to kMostDecimals, with which the number is exactly an integer over a power of ten; -1 for none.
+int DecimalsOf(double number, int at_least) {
+  for (int decimals = at_least; decimals <= kMostDecimals; ++decimals) {
+    const double scaled = std::nearbyint(number * kPowersOfTen[decimals]);
+    if (std::fabs(scaled) < kExactIntegers && scaled / kPowersOfTen[decimals] == number) return decimals;
+  }
+  return -1;
+}
+
+std::string DictionaryKey(ChunkType type, int64_t number) {
+  std::string key(sizeof(number) + 1, static_cast<char>(type));
+  std::memcpy(key.data() + 1, &number, sizeof(number));
+  return key;
+}
+
+base::Value ValueOf(ChunkType type, int64_t number, const TextPool& texts) {
+  switch (type) {
+    case ChunkType::kInteger: return base::Value(number);
+    case ChunkType::kDouble: return base::Value(std::bit_cast<double>(number));
+    case ChunkType::kMoney: return base::Value(base::Money::FromUnits(number));
+    case ChunkType::kDate: return base::Value(base::Date::FromSeconds(number));
+    case ChunkType::kText: return base::Value(std::string(texts.TextOf(static_cast<uint32_t>(number))));
+    case ChunkType::kNull:
+    case ChunkType::kMixed: break;
+  }
+  return {};
+}
+
+}  // namespace
+
+PackedIntegers::PackedIntegers(std::span<const int64_t> numbers) : count_(numbers.size()) {
+  if (numbers.empty()) return;
+  const auto [least, most] = std::minmax_element(numbers.begin(), numbers.end());
+  base_ = *least;
+  width_ = WidthOf(static_cast<uint64_t>(*most) - static_cast<uint64_t>(*least));
+  if (width_ == 0) return;
+  bytes_ = std::make_unique_for_overwrite<unsigned char[]>(count_ * width_);
+  switch (width_) {
+    case 1: PackInto<uint8_t>(bytes_.get(), numbers, base_); break;
+    case 2: PackInto<uint16_t>(bytes_.get(), numbers, base_); break;
+    case 4: PackInto<uint32_t>(bytes_.get(), numbers, base_); break;
+    default: PackInto<uint64_t>(bytes_.get(), numbers, base_);
+  }
+}
+
+int64_t PackedIntegers::At(size_t row) const {
+  int64_t number = 0;
+  Read(row, std::span(&number, 1));
+  return number;
+}
+
+void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {
+  switch (width_) {
+    case 0: std::fill(out.begin(), out.end(), base_); break;
+    case 1: UnpackFrom<uint8_t>(bytes_.get(), first, out, base_); break;
+    case 2: UnpackFrom<uint16_t>(bytes_.get(), first, out, base_); break;
+    case 4: UnpackFrom<uint32_t>(bytes_.get(), first, out, base_); break;
+    default: UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+  }
+}
+
+double ColumnChunk::DoubleAt(size_t row) const {
+  if (raw_doubles) return doubles[row];
+  return static_cast<double>(packed.At(row)) / static_cast<double>(unit);
+}
+
+base::Value ColumnChunk::NumberValueAt(size_t row) const {
+  if (IsNull(row)) return {};
+  switch (type) {
+    case ChunkType::kInteger: return base::Value(packed.At(row) * unit);
+    case ChunkType::kDouble: return base::Value(DoubleAt(row));
+    case ChunkType::kMoney: return base::Value(base::Money::FromUnits(packed.At(row) * unit));
+    case ChunkType::kDate: return base::Value(base::Date::FromSeconds(packed.At(row) * unit));
+    case ChunkType::kMixed: return dictionary[static_cast<size_t>(packed.At(row))];
+    case ChunkType::kNull:
+    case ChunkType::kText: break;
+  }
+  return {};
+}
+
+size_t ColumnChunk::MemoryBytes() const {
+  size_t bytes = sizeof(*this) + packed.MemoryBytes() + doubles.capacity() * sizeof(double) + nulls.capacity() * sizeof(uint64_t);
+  for (const base::Value& value : dictionary) {
+    const auto* text = value.As<std::string>();
+    bytes += sizeof(value) + (text ? text->capacity() : 0);
+  }
+  return bytes;
+}
+
+void ChunkBuilder::MarkType(ChunkType type) {
+  if (type_ == type && types_.empty()) return;
+  if (type_ == ChunkType::kNull) {
+    type_ = type;
+    return;
+  }
+  if (types_.empty()) types_.assign(rows_, type_);
+  types_.resize(rows_, type_);
+  types_.push_back(type);
+  type_ = type;
+}
+
+void ChunkBuilder::AddNull() {
+  if (!has_nulls_) {
+    has_nulls_ = true;
+    nulls_.assign(rows_ / 64 + 1, 0);
+  }
+  nulls_.resize(rows_ / 64 + 1);
+  nulls_[rows_ / 64] |= uint64_t{1} << (rows_ % 64);
+  // A neighbour's value keeps the packed range narrow.
+  numbers_.push_back(numbers_.empty() ? 0 : numbers_.back());
+  if (!types_.empty()) types_.resize(rows_ + 1, type_);
+  ++rows_;
+}
+
+void ChunkBuilder::AddCounted(ChunkType type, int64_t number) {
+  if (type_ != type || !types_.empty()) MarkType(type);
+  numbers_.push_back(number);
+  ++rows_;
+}
+
+void ChunkBuilder::AddDouble(double number) { AddCounted(ChunkType::kDouble, std::bit_cast<int64_t>(number)); }
+
+void ChunkBuilder::AddValue(const base::Value& value) {
+  if (const auto* integer = value.As<int64_t>()) return AddInteger(*integer);
+  if (const auto* number = value.As<double>()) return AddDouble(*number);
+  if (const auto* money = value.As<base::Money>()) return AddMoney(*money);
+  if (const auto* date = value.As<base::Date>()) return AddDate(*date);
+  if (value.IsNull()) return AddNull();
+  // The text of a mixed chunk has no code in the column's pool.
+  if (values_.empty() || values_.back() != value) values_.push_back(value);
+  AddCounted(ChunkType::kMixed, static_cast<int64_t>(values_.size()) - 1);
+}
+
+void ChunkBuilder::AddFrom(const ColumnChunk& source, size_t row) {
+  if (source.IsNull(row)) AddNull();
+  else if (source.type == ChunkType::kMixed) AddValue(source.dictionary[static_cast<size_t>(source.packed.At(row))]);
+  else if (source.type == ChunkType::kDouble) AddDouble(source.DoubleAt(row));
+  else AddCounted(source.type, source.packed.At(row) * source.unit);
+}
+
+void ChunkBuilder::FinishDoubles(ColumnChunk& chunk) {
+  int decimals = 0;
+  double largest = 0;
+  double last = 0;
+  for (const int64_t bits : numbers_) {
+    const auto number = std::bit_cast<double>(bits);
+    if (number == last) continue;
+    last = number;
+    decimals = DecimalsOf(number, decimals);
+    if (decimals < 0) break;
+    largest = std::max(largest, std::fabs(number));
+  }
+  if (decimals < 0 || largest * kPowersOfTen[decimals] >= kExactIntegers) {
+    chunk.raw_doubles = true;
+    chunk.doubles.resize(numbers_.size());
+    std::memcpy(chunk.doubles.data(), numbers_.data(), numbers_.size() * sizeof(double));
+    return;
+  }
+  for (int64_t& bits : numbers_) {
+    bits = static_cast<int64_t>(std::nearbyint(std::bit_cast<double>(bits) * kPowersOfTen[decimals]));
+  }
+  chunk.unit = static_cast<int64_t>(kPowersOfTen[decimals]);
+  chunk.packed = PackedIntegers(numbers_);
+}
+
+void ChunkBuilder::FinishCounted(ColumnChunk& chunk) {
+  // Whole days and whole or hundredth currency units leave out their common factor.
+  const std::span<const int64_t> units = type_ == ChunkType::kDate    ? std::span<const int64_t>(kDateUnits)
+                                         : type_ == ChunkType::kMoney ? std::span<const int64_t>(kMoneyUnits)
+                                                                      : std::span<const int64_t>();
+  for (const int64_t unit : units) {
+    if (!std::all_of(numbers_.begin(), numbers_.end(), [unit](int64_t number) { return number % unit == 0; })) continue;
+    for (int64_t& number : numbers_) number /= unit;
+    chunk.unit = unit;
+    break;
+  }
+  chunk.packed = PackedIntegers(numbers_);
+}
+
+ColumnChunk ChunkBuilder::FinishMixed(const TextPool& texts) {
+  ColumnChunk chunk;
+  chunk.type = ChunkType::kMixed;
+  types_.resize(rows_, type_);
+  std::unordered_map<std::string, int64_t> codes;
+  for (size_t row = 0; row < rows_; ++row) {
+    const auto [found, is_new] = codes.try_emplace(DictionaryKey(types_[row], numbers_[row]), static_cast<int64_t>(codes.size()));
+    if (is_new) {
+      chunk.dictionary.push_back(types_[row] == ChunkType::kMixed ? values_[static_cast<size_t>(numbers_[row])]
+                                                                  : ValueOf(types_[row], numbers_[row], texts));
+    }
+    numbers_[row] = found->second;
+  }
+  chunk.packed = PackedIntegers(numbers_);
+  return chunk;
+}
+
+ColumnChunk ChunkBuilder::Finish(const TextPool& texts) {
+  ColumnChunk chunk;
+  if (!types_.empty() || type_ == ChunkType::kMixed) {
+    chunk = FinishMixed(texts);
+  } else {
+    chunk.type = type_;
+    if (type_ == ChunkType::kDouble) FinishDoubles(chunk);
+    else if (type_ != ChunkType::kNull) FinishCounted(chunk);
+  }
+  chunk.rows = rows_;
+  if (has_nulls_ && chunk.type != ChunkType::kNull) {
+    chunk.has_nulls = true;
+    nulls_.resize((rows_ + 63) / 64);
+    chunk.nulls = nulls_;
+  }
+  rows_ = 0;
+  type_ = ChunkType::kNull;
+  has_nulls_ = false;
+  numbers_.clear();
+  types_.clear();
+  values_.clear();
+  nulls_.clear();
+  return chunk;
+}
+
+}  // namespace stockbook::platform

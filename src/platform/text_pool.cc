@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "platform/text_pool.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+namespace stockbook::platform {
+namespace {
+
+constexpr size_t kFirstBlock = 256;
+constexpr size_t kLargestBlock = size_t{1} << 20;
+
+size_t HashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
+
+}  // namespace
+
+TextPool::TextPool() { texts_.push_back(nullptr); }
+
+std::string_view TextPool::TextOf(uint32_t code) const {
+  if (code == 0 || code >= texts_.size()) return {};
+  const char* data = texts_[code];
+  uint32_t length = 0;
+  std::memcpy(&length, data, sizeof(length));
+  return {data + sizeof(length), length};
+}
+
+const char* TextPool::Store(std::string_view text) {
+  const size_t needed = sizeof(uint32_t) + text.size();
+  if (block_size_ - block_used_ < needed) {
+    block_size_ = std::max(needed, std::clamp(block_size_ * 2, kFirstBlock, kLargestBlock));
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_));
+    block_used_ = 0;
+    stored_bytes_ += block_size_;
+  }
+  char* data = blocks_.back().get() + block_used_;
+  const auto length = static_cast<uint32_t>(text.size());
+  std::memcpy(data, &length, sizeof(length));
+  if (!text.empty()) std::memcpy(data + sizeof(length), text.data(), text.size());
+  block_used_ += needed;
+  return data;
+}
+
+void TextPool::Grow() {
+  std::vector<uint32_t> buckets(std::max<size_t>(16, buckets_.size() * 2));
+  const size_t mask = buckets.size() - 1;
+  for (uint32_t code = 1; code < texts_.size(); ++code) {
+    size_t at = HashOf(TextOf(code)) & mask;
+    while (buckets[at] != 0) at = (at + 1) & mask;
+    buckets[at] = code;
+  }
+  buckets_ = std::move(buckets);
+}
+
+uint32_t TextPool::Add(std::string_view text) {
+  if (texts_.size() * 2 > buckets_.size()) Grow();
+  const size_t mask = buckets_.size() - 1;
+  size_t at = HashOf(text) & mask;
+  for (; buckets_[at] != 0; at = (at + 1) & mask) {
+    if (TextOf(buckets_[at]) == text) return buckets_[at];
+  }
+  const auto code = static_cast<uint32_t>(texts_.size());
+  texts_.push_back(Store(text));
+  buckets_[at] = code;
+  return code;
+}
+
+void TextPool::Seal() {
+  std::vector<uint32_t>().swap(buckets_);
+  texts_.shrink_to_fit();
+}
+
+size_t TextPool::MemoryBytes() const {
+  return stored_bytes_ + texts_.capacity() * sizeof(texts_[0]) + buckets_.capacity() * sizeof(buckets_[0]);
+}
+
+}  // namespace stockbook::platform
