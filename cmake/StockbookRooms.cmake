@@ -44,10 +44,16 @@ function(stockbook_room name)
   endif()
 endfunction()
 
-# The folder of the program: build/ of the source tree whatever the preset, the build folder itself elsewhere.
-cmake_path(IS_PREFIX PROJECT_SOURCE_DIR ${CMAKE_BINARY_DIR} NORMALIZE STOCKBOOK_BUILDS_INSIDE)
-if(STOCKBOOK_BUILDS_INSIDE)
-  set(STOCKBOOK_PROGRAM_DIR ${PROJECT_SOURCE_DIR}/build)
-else()
-  set(STOCKBOOK_PROGRAM_DIR ${CMAKE_BINARY_DIR})
-endif()
+# stockbook_program(TARGET): the program lies in the build folder. Of a build inside the tree, whatever its preset,
+# build/<name> is a link to the one built last: a target of its own, because another preset may have set it since.
+function(stockbook_program target)
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+  cmake_path(GET CMAKE_BINARY_DIR PARENT_PATH parent)
+  if(parent STREQUAL "${PROJECT_SOURCE_DIR}/build")
+    cmake_path(GET CMAKE_BINARY_DIR FILENAME folder)
+    add_custom_target(${target}_link ALL
+      COMMAND ${CMAKE_COMMAND} -E create_symlink ${folder}/${target} ${parent}/${target}
+      COMMENT "build/${target} is the program of ${folder}" VERBATIM)
+    add_dependencies(${target}_link ${target})
+  endif()
+endfunction()

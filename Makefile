@@ -1,0 +1,39 @@
+# SPDX-License-Identifier: MIT
+# The commands of the project, each with all of its set-up. PRESET is one of those in CMakePresets.json.
+PRESET ?= release
+
+.PHONY: help run build test bench check asan clean
+.SILENT:
+
+help:
+	echo 'make run     build, and open the window on the sample inventory (a picture where there is no display)'
+	echo 'make build   build alone; the program is build/stockbook'
+	echo 'make test    build, and run every test'
+	echo 'make bench   build, and run the benchmarks'
+	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
+	echo 'make check   the checks of the tree, formatting and commit messages among them'
+	echo 'make clean   remove build/'
+	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
+
+run:
+	tools/build $(PRESET)
+	tools/run
+
+build:
+	tools/build $(PRESET)
+
+test:
+	tools/test $(PRESET)
+
+bench:
+	tools/build release
+	tools/bench
+
+asan:
+	tools/test asan
+
+check:
+	tools/check
+
+clean:
+	rm -rf build

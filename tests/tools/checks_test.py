@@ -1,0 +1,177 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""The checks of the tree find what they are there for: each is run on a small tree with one thing wrong."""
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TOOLS = pathlib.Path(__file__).resolve().parent.parent.parent / "tools"
+HEADER = "// SPDX-License-Identifier: MIT\n#pragma once\n"
+SOURCE = "// SPDX-License-Identifier: MIT\n"
+SLASH = "/"
+
+
+class Tree(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+
+    def write(self, name, text):
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+
+    def check(self, tool, *arguments):
+        done = subprocess.run([sys.executable, TOOLS / tool, "--root", self.root, *arguments], capture_output=True,
+                              text=True, encoding="utf-8")
+        return done.returncode, done.stdout
+
+    def accepts(self, tool, *arguments):
+        status, output = self.check(tool, *arguments)
+        self.assertEqual((status, output.count("\n")), (0, 1), output)
+
+    def refuses(self, tool, message, *arguments):
+        status, output = self.check(tool, *arguments)
+        self.assertEqual(status, 1, output)
+        self.assertIn(message, output)
+
+
+class Layers(Tree):
+    def setUp(self):
+        super().setUp()
+        self.write("src/base/money.h", HEADER + "#include <string>\n")
+        self.write("src/journal/loader.h", HEADER + '#include "base/money.h"\n')
+        self.write("src/grid/layout.h", HEADER)
+        self.write("CMakeLists.txt", "stockbook_room(base)\nstockbook_room(journal DEPENDS base platform)\n")
+
+    def test_arrows_of_the_table_are_accepted(self):
+        self.accepts("check-layers")
+
+    def test_an_arrow_to_a_neighbour_is_refused(self):
+        self.write("src/grid/pictures.h", HEADER + '#include "journal/loader.h"\n')
+        self.refuses("check-layers", "src/grid/pictures.h:3: no arrow leads from grid to journal")
+
+    def test_an_arrow_upwards_is_refused(self):
+        self.write("src/base/date.cc", SOURCE + '#  include "journal/loader.h" // why\n')
+        self.refuses("check-layers", "src/base/date.cc:2: no arrow leads from base to journal")
+
+    def test_a_toolkit_header_in_a_toolkit_free_room_is_refused(self):
+        self.write("src/journal/loader.cc", SOURCE + "#include <QString>\n")
+        self.refuses("check-layers", "src/journal may not include <QString>")
+
+    def test_a_database_header_is_accepted_in_its_own_folder_alone(self):
+        self.write("src/databases/sqlite/statement.cc", SOURCE + "#include <sqlite3.h>\n")
+        self.accepts("check-layers")
+        self.write("src/databases/dialect/parser.cc", SOURCE + "#include <sqlite3.h>\n")
+        self.refuses("check-layers", "src/databases may not include <sqlite3.h>")
+
+    def test_a_relative_include_is_refused(self):
+        self.write("src/journal/loader.cc", SOURCE + '#include "../grid/layout.h"\n')
+        self.refuses("check-layers", "includes are written from src/")
+
+    def test_a_computed_include_is_refused(self):
+        self.write("src/journal/loader.cc", SOURCE + "#include LOADER\n")
+        self.refuses("check-layers", "a computed #include cannot be checked")
+
+    def test_a_file_outside_the_rooms_is_refused(self):
+        self.write("src/utils/misc.h", HEADER)
+        self.refuses("check-layers", "utils is not a room")
+
+    def test_an_edge_that_only_the_build_declares_is_refused(self):
+        self.write("CMakeLists.txt", "stockbook_room(grid DEPENDS base platform journal)\n")
+        self.refuses("check-layers", "the edges of grid are base platform journal")
+
+    def test_a_library_linked_to_a_toolkit_free_room_is_refused(self):
+        self.write("CMakeLists.txt", "stockbook_room(sheet DEPENDS base platform LINK Qt6::Gui)\n")
+        self.refuses("check-layers", "sheet is toolkit-free")
+
+
+class Style(Tree):
+    def test_a_tidy_tree_is_accepted(self):
+        self.write("src/base/money.h", HEADER)
+        self.write("src/base/money.cc", SOURCE + '#include "base/money.h"\n')
+        self.accepts("check-style")
+
+    def test_a_missing_licence_line_is_refused(self):
+        self.write("src/base/money.h", "#pragma once\n")
+        self.refuses("check-style", "the first line is not the licence line")
+
+    def test_a_missing_pragma_once_is_refused(self):
+        self.write("src/base/money.h", SOURCE)
+        self.refuses("check-style", "#pragma once is missing")
+
+    def test_six_hundred_lines_are_the_most(self):
+        self.write("src/base/money.h", HEADER + "\n" * 598)
+        self.accepts("check-style")
+        self.write("src/base/money.h", HEADER + "\n" * 599)
+        self.refuses("check-style", "601 lines; at most 600")
+
+    def test_another_header_before_the_own_one_is_refused(self):
+        self.write("src/base/money.h", HEADER)
+        self.write("src/base/money.cc", SOURCE + '#include <string>\n#include "base/money.h"\n')
+        self.refuses("check-style", "money.h is not the first include")
+
+    def test_malformed_text_is_refused(self):
+        (self.root / "src").mkdir()
+        (self.root / "src" / "a.cc").write_bytes(b"// SPDX-License-Identifier: MIT\n// \xff\n")
+        self.refuses("check-style", "not UTF-8 at byte")
+
+
+class Words(Tree):
+    def test_plain_text_is_accepted(self):
+        self.write("README.md", "A part of 2.3 metres, a special case, home" + SLASH + "work of a farm.\n")
+        self.accepts("check-words")
+
+    def test_a_numbered_part_of_a_document_is_refused(self):
+        self.write("src/a.cc", "// see Pa" + "rt 2.3\n")
+        self.refuses("check-words", "src/a.cc:1:")
+
+    def test_a_document_that_the_reader_does_not_have_is_refused(self):
+        self.write("docs/a.md", "\n\nas the sp" + "ec says\n")
+        self.refuses("check-words", "docs/a.md:3:")
+
+    def test_a_path_of_one_machine_is_refused(self):
+        self.write("tools/a", "cd " + SLASH + "work" + SLASH + "main\n")
+        self.refuses("check-words", "tools/a:1:")
+
+    def test_a_name_given_as_a_digest_is_refused_in_any_letter_case(self):
+        self.write("a.md", "written with Co" + "Pilot\n")
+        self.refuses("check-words", "a.md:1:")
+
+    def test_a_file_name_is_read_too(self):
+        self.write("docs/sp" + "ec.md", "\n")
+        self.refuses("check-words", "a file must not be called this")
+
+    def test_data_beside_the_tree_may_be_looked_for_by_tests_alone(self):
+        beside = '".." / "..' + SLASH + "shared" + SLASH + 'data"\n'
+        self.write("tests/a.cc", beside)
+        self.accepts("check-words")
+        self.write("src/a.cc", beside)
+        self.refuses("check-words", "src/a.cc:1:")
+
+
+class Headers(Tree):
+    def setUp(self):
+        super().setUp()
+        source = self.root / "src" / "base" / "a.cc"
+        self.write("src/base/a.cc", SOURCE)
+        self.write("build/CMakeCache.txt", "")
+        self.write("build/compile_commands.json",
+                   '[{"directory": "%s", "file": "%s", "command": "c++ -std=c++20 -Isrc -O2 -o a.o -c %s"}]'
+                   % (self.root, source, source))
+        self.arguments = ("--build", self.root / "build")
+
+    def test_a_header_that_brings_what_it_needs_is_accepted(self):
+        self.write("src/base/a.h", HEADER + "#include <string>\nstd::string Name();\n")
+        self.accepts("check-headers", *self.arguments)
+
+    def test_a_header_that_leans_on_another_is_refused(self):
+        self.write("src/base/a.h", HEADER + "std::string Name();\n")
+        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
+
+
+if __name__ == "__main__":
+    unittest.main()
