@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/journal_type.h"
+#include "base/value.h"
+#include "control/container.h"
+#include "grid/layout_settings.h"
+#include "grid/pictures.h"
+#include "interaction/events.h"
+#include "interaction/subject_header.h"
+#include "platform/clipboard.h"
+#include "platform/connection.h"
+#include "platform/control_site.h"
+#include "platform/grid.h"
+#include "platform/images.h"
+#include "platform/menu.h"
+#include "platform/text_metrics.h"
+
+namespace stockbook::control {
+
+using base::tqJournalTypeContants;
+
+// What a control is composed of. All of it outlives the control, which owns none of it.
+struct Surroundings {
+  platform::Grid& fg;    // the journal grid
+  platform::Grid& fg1;   // the second grid, kept invisible and empty
+  const platform::TextMetrics& text_metrics;
+  const platform::Images& images;
+  platform::Menu& menu;
+  platform::Clipboard& clipboard;
+  platform::ControlSite& site;
+};
+
+// The stock journal control without a toolkit: its state and its public interface, whose members stand here in the
+// interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
+// everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never fail:
+// what is missing reads as 0 or "". Errors of Load go out through Notify.
+class Stockbook {
+ public:
+  explicit Stockbook(const Surroundings& surroundings);
+  ~Stockbook();
+  Stockbook(const Stockbook&) = delete;
+  Stockbook& operator=(const Stockbook&) = delete;
+
+  void AddListener(interaction::EventListener* listener) { events_.AddListener(listener); }
+  void RemoveListener(interaction::EventListener* listener) { events_.RemoveListener(listener); }
+
+  // Connection, rights and journal selection.
+  std::shared_ptr<platform::Connection> Conn() const { return connection_; }
+  void SetConn(std::shared_ptr<platform::Connection> connection) { connection_ = std::move(connection); }
+  void SetJournalType(tqJournalTypeContants type);
+  tqJournalTypeContants JournalType() const { return layout_.journal_type; }
+  std::string FmtName() const;
+  void SetAllowQty2(bool allow);
+  bool AllowQty2() const { return layout_.allow_qty2; }
+  void SetAllowInv(bool allow);
+  bool AllowInv() const { return layout_.allow_inv; }
+  // Kept in 16 bits; a value outside of -32768..32767 throws platform::Error and leaves the old one.
+  void SetdpID(int32_t id);
+  int32_t dpID() const { return keys_.dpID; }
+  void SetdpCode(std::string_view code) { keys_.dpCode = code; }
+  const std::string& dpCode() const { return keys_.dpCode; }
+  // The newest accounting period, read from the database; "" when there is none.
+  std::string AccPeriod() const;
+  std::string DepotName() const;
+  // Also looks the subject's header texts up.
+  void SetKeyID(int32_t id);
+  int32_t KeyID() const { return keys_.KeyID; }
+  const std::string& KeyName() const { return subject_.key_name; }
+  const std::string& ProductNo() const { return subject_.product_no; }
+  const std::string& Model() const { return subject_.model; }
+  const std::string& Standard() const { return subject_.standard; }
+  const std::string& Measure() const { return subject_.measure; }
+
+  // Captions and filters.
+  void SetMaterielTitle(std::string_view title) { layout_.titles[0] = title; }
+  const std::string& MaterielTitle() const { return layout_.titles[0]; }
+  void SetSupplierTitle(std::string_view title) { layout_.titles[1] = title; }
+  const std::string& SupplierTitle() const { return layout_.titles[1]; }
+  void SetCustomerTitle(std::string_view title) { layout_.titles[2] = title; }
+  const std::string& CustomerTitle() const { return layout_.titles[2]; }
+  void SetProjectTitle(std::string_view title) { layout_.titles[3] = title; }
+  const std::string& ProjectTitle() const { return layout_.titles[3]; }
+  void SetField00(std::string_view caption) { layout_.field_captions[0][0] = caption; }
+  const std::string& Field00() const { return layout_.field_captions[0][0]; }
+  void SetField01(std::string_view caption) { layout_.field_captions[1][0] = caption; }
+  const std::string& Field01() const { return layout_.field_captions[1][0]; }
+  void SetField02(std::string_view caption) { layout_.field_captions[2][0] = caption; }
+  const std::string& Field02() const { return layout_.field_captions[2][0]; }
+  void SetField03(std::string_view caption) { layout_.field_captions[3][0] = caption; }
+  const std::string& Field03() const { return layout_.field_captions[3][0]; }
+  void SetField04(std::string_view caption) { layout_.field_captions[4][0] = caption; }
+  const std::string& Field04() const { return layout_.field_captions[4][0]; }
+  void SetField05(std::string_view caption) { layout_.field_captions[5][0] = caption; }
+  const std::string& Field05() const { return layout_.field_captions[5][0]; }
+  void SetField06(std::string_view caption) { layout_.field_captions[6][0] = caption; }
+  const std::string& Field06() const { return layout_.field_captions[6][0]; }
+  void SetField10(std::string_view caption) { layout_.field_captions[0][1] = caption; }
+  const std::string& Field10() const { return layout_.field_captions[0][1]; }
+  void SetField11(std::string_view caption) { layout_.field_captions[1][1] = caption; }
+  const std::string& Field11() const { return layout_.field_captions[1][1]; }
+  void SetField12(std::string_view caption) { layout_.field_captions[2][1] = caption; }
+  const std::string& Field12() const { return layout_.field_captions[2][1]; }
+  void SetField13(std::string_view caption) { layout_.field_captions[3][1] = caption; }
+  const std::string& Field13() const { return layout_.field_captions[3][1]; }
+  void SetField14(std::string_view caption) { layout_.field_captions[4][1] = caption; }
+  const std::string& Field14() const { return layout_.field_captions[4][1]; }
+  void SetField15(std::string_view caption) { layout_.field_captions[5][1] = caption; }
+  const std::string& Field15() const { return layout_.field_captions[5][1]; }
+  void SetField16(std::string_view caption) { layout_.field_captions[6][1] = caption; }
+  const std::string& Field16() const { return layout_.field_captions[6][1]; }
+  // Shown in the header band trimmed and followed by three blanks; reads back trimmed.
+  void SetCaption(std::string_view caption);
+  std::string Caption() const;
+  void SetFieldsFilter(std::string_view filter) { layout_.fields_filter = filter; }
+  const std::string& FieldsFilter() const { return layout_.fields_filter; }
+  const std::string& ColsFilter() const { return hidden_keys_.Text(); }
+  // "true", "false" or a number; other texts throw platform::Error and change nothing.
+  void SetAccRestrict(std::string_view text);
+  const std::string& AccRestrict() const { return acc_restrict_text_; }
+  void SetPriceFormat(std::string_view format) { layout_.price_format = format; }
+  const std::string& PriceFormat() const { return layout_.price_format; }
+  void SetQuantityFormat(std::string_view format) { layout_.quantity_format = format; }
+  const std::string& QuantityFormat() const { return layout_.quantity_format; }
+  void SetAccountFormat(std::string_view format) { layout_.account_format = format; }
+  const std::string& AccountFormat() const { return layout_.account_format; }
+
+  // Rows and grid.
+  platform::Grid& Grid() const { return fg_; }
+  int32_t BillID(int32_t row = -1) const;
+  std::string BillName(int32_t row = -1) const;
+  int16_t Flag(int32_t row = -1) const;
+  std::string FlagName() const;
+  void SetRow(int32_t row);
+  int32_t Row() const { return fg_.Row(); }
+  int32_t Rows() const { return fg_.Rows(); }
+  const std::string& OutlineColKey() const { return outline_col_key_; }
+  // Heights in twips.
+  void SetRowHeight(float twips);
+  float RowHeight() const { return row_height_; }
+  void SetRowHeightTitle(float twips);
+  float RowHeightTitle() const { return row_height_title_; }
+  void SetRowHeightSum(float twips);
+  float RowHeightSum() const { return row_height_sum_; }
+
+  // Appearance; every writer tells the site which saved property changed.
+  void SetBackColor(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColor, colour, "BackColor"); }
+  platform::Colour BackColor() const { return fg_.ColourOf(platform::GridColour::kBackColor); }
+  void SetBackColorBkg(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorBkg, colour, "BackColorBkg"); }
+  platform::Colour BackColorBkg() const { return fg_.ColourOf(platform::GridColour::kBackColorBkg); }
+  void SetBackColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorFixed, colour, "BackColorFixed"); }
+  platform::Colour BackColorFixed() const { return fg_.ColourOf(platform::GridColour::kBackColorFixed); }
+  void SetBackColorFrozen(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorFrozen, colour, "BackColorFrozen"); }
+  platform::Colour BackColorFrozen() const { return fg_.ColourOf(platform::GridColour::kBackColorFrozen); }
+  void SetBackColorSel(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorSel, colour, "BackColorSel"); }
+  platform::Colour BackColorSel() const { return fg_.ColourOf(platform::GridColour::kBackColorSel); }
+  void SetForeColor(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColor, colour, "ForeColor"); }
+  platform::Colour ForeColor() const { return fg_.ColourOf(platform::GridColour::kForeColor); }
+  void SetForeColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorFixed, colour, "ForeColorFixed"); }
+  platform::Colour ForeColorFixed() const { return fg_.ColourOf(platform::GridColour::kForeColorFixed); }
+  void SetForeColorFrozen(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorFrozen, colour, "ForeColorFrozen"); }
+  platform::Colour ForeColorFrozen() const { return fg_.ColourOf(platform::GridColour::kForeColorFrozen); }
+  void SetForeColorSel(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorSel, colour, "ForeColorSel"); }
+  platform::Colour ForeColorSel() const { return fg_.ColourOf(platform::GridColour::kForeColorSel); }
+  void SetGridColor(platform::Colour colour) { SetGridColour(platform::GridColour::kGridColor, colour, "GridColor"); }
+  platform::Colour GridColor() const { return fg_.ColourOf(platform::GridColour::kGridColor); }
+  void SetGridColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kGridColorFixed, colour, "GridColorFixed"); }
+  platform::Colour GridColorFixed() const { return fg_.ColourOf(platform::GridColour::kGridColorFixed); }
+  void SetGridLines(platform::GridLineStyle style);
+  platform::GridLineStyle GridLines() const { return fg_.GridLines(); }
+  void SetGridLinesFixed(platform::GridLineStyle style);
+  platform::GridLineStyle GridLinesFixed() const { return fg_.GridLinesFixed(); }
+  void SetOutlinebar(platform::OutlineBarStyle style);
+  platform::OutlineBarStyle Outlinebar() const { return fg_.OutlineBar(); }
+  void SetRowHeightMin(float twips);
+  float RowHeightMin() const { return fg_.RowHeightMin(); }
+  void SetRowHeightMax(float twips);
+  float RowHeightMax() const { return fg_.RowHeightMax(); }
+  void SetScrollBars(platform::ScrollBarsSetting setting);
+  platform::ScrollBarsSetting ScrollBars() const { return fg_.ScrollBars(); }
+  void SetBillPicture(platform::PictureRef picture);
+  platform::PictureRef BillPicture() const { return pictures_.bill; }
+  void SetBillAuditedPicture(platform::PictureRef picture);
+  platform::PictureRef BillAuditedPicture() const { return pictures_.bill_audited; }
+  void SetRevPicture(platform::PictureRef picture);
+  platform::PictureRef RevPicture() const { return pictures_.rev; }
+  void SetRevAuditedPicture(platform::PictureRef picture);
+  platform::PictureRef RevAuditedPicture() const { return pictures_.rev_audited; }
+  void SetIssPicture(platform::PictureRef picture);
+  platform::PictureRef IssPicture() const { return pictures_.iss; }
+  void SetIssAuditedPicture(platform::PictureRef picture);
+  platform::PictureRef IssAuditedPicture() const { return pictures_.iss_audited; }
+  void SetShiftPicture(platform::PictureRef picture);
+  platform::PictureRef ShiftPicture() const { return pictures_.shift; }
+  void SetShiftAuditedPicture(platform::PictureRef picture);
+  platform::PictureRef ShiftAuditedPicture() const { return pictures_.shift_audited; }
+  void SetNodeClosedPicture(platform::PictureRef picture);
+  platform::PictureRef NodeClosedPicture() const { return pictures_.node_closed; }
+  void SetNodeOpenPicture(platform::PictureRef picture);
+  platform::PictureRef NodeOpenPicture() const { return pictures_.node_open; }
+  void SetBackColorHot(platform::Colour colour);
+  platform::Colour BackColorHot() const { return back_color_hot_; }
+  void SetForeColorHot(platform::Colour colour);
+  platform::Colour ForeColorHot() const { return fore_color_hot_; }
+  void SetTitleBackPicture(platform::PictureRef picture);
+  platform::PictureRef TitleBackPicture() const { return pictures_.title_back; }
+  void SetMarkBackPicture(platform::PictureRef picture);
+  platform::PictureRef MarkBackPicture() const { return pictures_.mark_back; }
+  void SetBorderWidth(int16_t pixels);
+  int16_t BorderWidth() const { return c1e_desk_.border_width; }
+  void SetChildSpacing(int16_t pixels);
+  int16_t ChildSpacing() const { return c1e_desk_.child_spacing; }
+  void SetBorderColor(platform::Colour colour);
+  platform::Colour BorderColor() const { return c1e_body_.back_color; }
+  void SetSheetBorderColor(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kSheetBorder, colour, "SheetBorderColor");
+  }
+  platform::Colour SheetBorderColor() const { return fg_.ColourOf(platform::GridColour::kSheetBorder); }
+
+  // Methods.
+  // Loads the journal; -1 or no code keeps what is set. True when it was loaded, false when it was cancelled or failed.
+  bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
+  // Raises Notify and nothing else.
+  void Prompt(const std::string& Msg) { events_.Notify(Msg); }
+  // Declared; searching is not there yet: it raises no FindMsg and always returns false.
+  bool Find(std::string_view rSearchString, int32_t StartRow = -1);
+  bool IsRangeSelected() const;
+  void DefaultFormat();
+  std::string Statistics() const;
+  // "ColChanged" with a column key in rParas[0], "SetColFont"; others do nothing. The result is always empty.
+  base::Value DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas);
+
+  // Plain flags for the host's use.
+  bool AllowView() const { return allow_view_; }
+  void SetAllowView(bool allow) { allow_view_ = allow; }
+  bool AllowPrint() const { return allow_print_; }
+  void SetAllowPrint(bool allow) { allow_print_ = allow; }
+
+  // The frames around the grid, for the toolkit to draw.
+  const Container& C1EDesk() const { return c1e_desk_; }
+  const Container& C1EBody() const { return c1e_body_; }
+  const Container& C1EHeader() const { return c1e_header_; }
+  platform::PictureRef imgMark() const { return img_mark_; }
+
+ private:
+  class LoadSteps;
+
+  bool IsAccRestricted() const { return acc_restricted_; }
+  void SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key);
+  void ChangePicture(platform::PictureRef& field, platform::PictureRef picture, std::string_view key);
+  void ApplyKeyVisibility(const std::vector<std::string_view>& keys, bool allow, const std::vector<std::string_view>& hidden_now);
+  void StoreKeyID(int32_t id);
+  void RefreshCaption();
+  void RefreshProductNames();
+  void ReadRowHeightsBack();
+  void ApplyBackPictures();
+  base::Value ReadCell(int32_t row, std::string_view key) const;
+
+  platform::Grid& fg_;
+  platform::Grid& fg1_;
+  const platform::TextMetrics& text_metrics_;
+  const platform::Images& images_;
+  platform::Menu& menu_;
+  platform::Clipboard& clipboard_;
+  platform::ControlSite& site_;
+  interaction::Events events_;
+
+  std::shared_ptr<platform::Connection> connection_;
+  grid::LayoutSettings layout_;
+  grid::HiddenKeys hidden_keys_;
+  grid::Pictures pictures_;
+  interaction::SubjectKeys keys_;
+  interaction::SubjectTexts subject_;
+  Container c1e_desk_;
+  Container c1e_body_;
+  Container c1e_header_;
+  platform::PictureRef img_mark_;
+  std::string outline_col_key_;
+  std::string acc_restrict_text_;
+  bool acc_restricted_ = false;
+  bool allow_view_ = false;
+  bool allow_print_ = false;
+  float row_height_ = 250;
+  float row_height_title_ = 400;
+  float row_height_sum_ = 400;
+  platform::Colour back_color_hot_ = 0x00E2D2C7;
+  platform::Colour fore_color_hot_ = 0;
+  int64_t record_count_ = -1;  // of the last journal query; -1 before the first
+};
+
+}  // namespace stockbook::control

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stockbook::grid {
+
+// The list of hidden column keys as one text, each key between bars: "|Period|BillDate|". A key is in it when
+// "|" + key + "|" occurs in the text, so pieces of keys never match.
+class HiddenKeys {
+ public:
+  const std::string& Text() const { return text_; }
+  void Assign(std::string_view text) { text_ = text; }
+  // Appends as it stands, bars or not.
+  void Append(std::string_view text) { text_ += text; }
+  bool IsHiddenKey(std::string_view key) const;
+  // Puts the key on the list unless it is there.
+  void HideKey(std::string_view key);
+  // Takes the key off the list wherever it stands.
+  void ShowKey(std::string_view key);
+
+ private:
+  std::string text_;
+};
+
+}  // namespace stockbook::grid
