@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+
+namespace stockbook::sheet {
+
+struct Point {
+  int x = 0;
+  int y = 0;
+
+  bool operator==(const Point&) const = default;
+};
+
+struct Size {
+  int width = 0;
+  int height = 0;
+
+  bool operator==(const Size&) const = default;
+};
+
+// Device pixels [x, right()) by [y, bottom()). A plain value; one without area is empty.
+struct Rect {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+
+  int right() const { return x + width; }
+  int bottom() const { return y + height; }
+  bool IsEmpty() const { return width <= 0 || height <= 0; }
+  bool Contains(Point point) const { return point.x >= x && point.x < right() && point.y >= y && point.y < bottom(); }
+  bool Contains(const Rect& inner) const {
+    return inner.x >= x && inner.y >= y && inner.right() <= right() && inner.bottom() <= bottom();
+  }
+  bool Intersects(const Rect& other) const {
+    return !IsEmpty() && !other.IsEmpty() && x < other.right() && other.x < right() && y < other.bottom() && other.y < bottom();
+  }
+  Rect Intersected(const Rect& other) const {
+    const int left = std::max(x, other.x);
+    const int top = std::max(y, other.y);
+    return {left, top, std::max(0, std::min(right(), other.right()) - left), std::max(0, std::min(bottom(), other.bottom()) - top)};
+  }
+  Rect Inset(int dx, int dy) const { return {x + dx, y + dy, width - 2 * dx, height - 2 * dy}; }
+
+  bool operator==(const Rect&) const = default;
+};
+
+}  // namespace stockbook::sheet
