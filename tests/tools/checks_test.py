@@ -171,6 +171,15 @@ class Headers(Tree):
     def test_a_header_that_leans_on_another_is_refused(self):
         self.write("src/base/a.h", HEADER + "std::string Name();\n")
         self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
+        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
+
+    def test_a_header_is_compiled_again_when_what_it_includes_has_changed(self):
+        self.write("src/base/a.h", HEADER + '#include "base/b.h"\nB Make();\n')
+        self.write("src/base/b.h", HEADER + "struct B {};\n")
+        self.accepts("check-headers", *self.arguments)
+        self.accepts("check-headers", *self.arguments)
+        self.write("src/base/b.h", HEADER)
+        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
 
 
 if __name__ == "__main__":
