@@ -15,6 +15,7 @@
 #include "grid/pictures.h"
 #include "interaction/events.h"
 #include "interaction/subject_header.h"
+#include "journal/subject_keys.h"
 #include "platform/clipboard.h"
 #include "platform/connection.h"
 #include "platform/control_site.h"
@@ -276,7 +277,7 @@ class Stockbook {
   grid::LayoutSettings layout_;
   grid::HiddenKeys hidden_keys_;
   grid::Pictures pictures_;
-  interaction::SubjectKeys keys_;
+  journal::SubjectKeys keys_;
   interaction::SubjectTexts subject_;
   Container c1e_desk_;
   Container c1e_body_;

@@ -6,16 +6,10 @@
 #include <string_view>
 
 #include "base/journal_type.h"
+#include "journal/subject_keys.h"
 #include "platform/connection.h"
 
 namespace stockbook::interaction {
-
-// What the host selects: the product (or partner) key, the second key and its class code.
-struct SubjectKeys {
-  int32_t KeyID = 0;
-  int16_t dpID = 0;
-  std::string dpCode;
-};
 
 // The subject's texts as the header shows and offers them.
 struct SubjectTexts {
@@ -38,11 +32,11 @@ class SubjectHeader {
 
   // KeyID is a supplier in the supplier journal, a customer in the customer journal, a product in all others.
   SubjectTexts Lookup(int32_t key, bool allow_qty2) const;
-  std::string DepotName(const SubjectKeys& keys) const;
+  std::string DepotName(const journal::SubjectKeys& keys) const;
   // The newest accounting period.
   std::string AccPeriod() const;
   // Class code of the second key; 0 means the stored one.
-  std::string SecondKeyClassCode(int32_t key, const SubjectKeys& keys) const;
+  std::string SecondKeyClassCode(int32_t key, const journal::SubjectKeys& keys) const;
 
  private:
   std::string ReadText(const std::string& statement, std::string_view field) const;

@@ -288,6 +288,24 @@ void ColumnBuilder::Append(const base::Value& value) {
   else AppendNull();
 }
 
+void ColumnBuilder::AppendDoubles(std::span<const double> numbers) {
+  while (!numbers.empty()) {
+    const size_t count = std::min(numbers.size(), Column::kChunkRows - chunk_.size());
+    chunk_.AddDoubles(numbers.first(count));
+    numbers = numbers.subspan(count);
+    Roll();
+  }
+}
+
+void ColumnBuilder::AppendMoneyUnits(std::span<const int64_t> units) {
+  while (!units.empty()) {
+    const size_t count = std::min(units.size(), Column::kChunkRows - chunk_.size());
+    chunk_.AddMoneyUnits(units.first(count));
+    units = units.subspan(count);
+    Roll();
+  }
+}
+
 void ColumnBuilder::AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes) {
   if (source.IsNull(row)) return AppendNull();
   const ColumnChunk& chunk = source.ChunkOf(row);

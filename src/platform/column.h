@@ -91,6 +91,8 @@ class ColumnBuilder {
   // Hands the column over and leaves the builder empty.
   Column Finish();
 
+  void AppendDoubles(std::span<const double> numbers);
+  void AppendMoneyUnits(std::span<const int64_t> units);
   // Appends a row of another column; `pool_codes` translates its text codes and is filled on the way (start it empty).
   void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
 

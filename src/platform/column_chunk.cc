@@ -160,6 +160,28 @@ void ChunkBuilder::AddCounted(ChunkType type, int64_t number) {
   ++rows_;
 }
 
+void ChunkBuilder::AddDoubles(std::span<const double> numbers) {
+  if (numbers.empty()) return;
+  if (type_ != ChunkType::kDouble || !types_.empty()) {
+    for (const double number : numbers) AddDouble(number);
+    return;
+  }
+  const size_t old_size = numbers_.size();
+  numbers_.resize(old_size + numbers.size());
+  std::memcpy(numbers_.data() + old_size, numbers.data(), numbers.size_bytes());
+  rows_ += static_cast<uint32_t>(numbers.size());
+}
+
+void ChunkBuilder::AddMoneyUnits(std::span<const int64_t> units) {
+  if (units.empty()) return;
+  if (type_ != ChunkType::kMoney || !types_.empty()) {
+    for (const int64_t amount : units) AddMoney(base::Money::FromUnits(amount));
+    return;
+  }
+  numbers_.insert(numbers_.end(), units.begin(), units.end());
+  rows_ += static_cast<uint32_t>(units.size());
+}
+
 void ChunkBuilder::AddDouble(double number) { AddCounted(ChunkType::kDouble, std::bit_cast<int64_t>(number)); }
 
 void ChunkBuilder::AddValue(const base::Value& value) {

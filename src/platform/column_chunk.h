@@ -62,6 +62,8 @@ class ChunkBuilder {
   void AddDate(base::Date date) { AddCounted(ChunkType::kDate, date.seconds()); }
   void AddTextCode(uint32_t code) { AddCounted(ChunkType::kText, code); }
   void AddDouble(double number);
+  void AddDoubles(std::span<const double> numbers);
+  void AddMoneyUnits(std::span<const int64_t> units);
   // A row of another chunk; text codes are taken as they are.
   void AddFrom(const ColumnChunk& source, size_t row);
   size_t size() const { return rows_; }

@@ -24,6 +24,8 @@ class GridCells {
   virtual void SetCellData(int row, int column, base::Value data) = 0;
   // The text as shown, after the column's format.
   virtual std::string DisplayText(int row, int column) const = 0;
+  // A value as the column's format shows it; its default text where the column has none.
+  virtual std::string FormatValue(int column, const base::Value& value) const = 0;
 
   virtual PictureRef CellPicture(int row, int column) const = 0;
   virtual PictureAlignment CellPictureAlignment(int row, int column) const = 0;

@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: MIT
+#include "journal/loader.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "journal/blank_cells.h"
+#include "journal/query_builder.h"
+#include "journal/running_pass.h"
+
+namespace stockbook::journal {
+namespace {
+
+constexpr const char* kOpeningWord = "期初";
+constexpr const char* kTotalWord = "合计";
+constexpr const char* kMask = "-";
+
+// "2004-03" gives 2004年03月 and the word behind it.
+std::string PeriodCaption(std::string_view period, const char* word) {
+  return std::string(base::LeftCharacters(period, 4)) + "年" + std::string(base::RightCharacters(period, 2)) + "月" + word;
+}
+
+base::Value NumberOrZero(const base::Value& value) { return value.Number() ? value : base::Value(int64_t{0}); }
+
+base::Money MoneyOrZero(const base::Value& value) {
+  if (const auto money = value.AsMoney()) return *money;
+  if (value.Number()) base::Money::ThrowOverflow();
+  return {};
+}
+
+MovementSource SourceOf(const platform::Grid& grid, const char* quantity, const char* quantity2, const char* amount) {
+  const auto loaded = [&](const char* key) { return grid.LoadedText(grid.ColIndex(key)); };
+  return {loaded(quantity), loaded(quantity2), loaded(amount)};
+}
+
+}  // namespace
+
+bool Loader::Load() {
+  const bool redraw = grid_.Redraw();
+  const std::string tag = grid_.Tag();
+  grid_.SetRedraw(false);
+  grid_.SetTag("Load");
+  bool loaded = false;
+  try {
+    loaded = LoadUnguarded();
+  } catch (const std::exception& error) {
+    steps_.Prompt(error.what());
+    steps_.Process(-1);
+  }
+  grid_.SetTag(tag);
+  grid_.SetRedraw(redraw);
+  return loaded;
+}
+
+bool Loader::LoadUnguarded() {
+  const bool cancelled = steps_.IsCancelled();
+  if (!cancelled) {
+    steps_.StoreArguments();
+    ClearGrid();
+    steps_.RefreshCaption();
+    steps_.Prompt("正在读入：" + steps_.Caption() + "...");
+    steps_.Process(0);
+    FillGrid();
+    steps_.ApplyLayout();
+    WriteOpeningRow();
+    steps_.Process(35);
+    steps_.Process(40);
+    ComputeRows();
+    steps_.FinishRows();
+  }
+  steps_.Prompt("已读入：" + steps_.Caption());
+  steps_.CloseLoad();
+  steps_.Process(-1);
+  return !cancelled;
+}
+
+void Loader::ClearGrid() {
+  grid_.SetRows(grid_.FixedRows());
+  grid_.SetCols(grid_.FixedCols());
+}
+
+void Loader::FillGrid() {
+  const QueryBuilder builder(steps_.Connection(), steps_.JournalType(), steps_.Keys(), [this](int at) { steps_.Process(at); });
+  platform::Recordset journal = steps_.Connection()->Execute(builder.Build(), platform::kExecuteUnspecified);
+  steps_.StoreRecordCount(journal.RecordCount());
+  steps_.Process(30);
+  if (journal.AtEnd()) return;
+  std::vector<platform::Field> fields = journal.TakeAll();
+  std::vector<platform::Column> columns;
+  columns.reserve(fields.size());
+  for (platform::Field& field : fields) columns.push_back(std::move(field.column));
+  const int first_column = grid_.FixedCols();
+  grid_.LoadColumns(std::move(columns), first_column);
+  for (size_t index = 0; index < fields.size(); ++index) {
+    grid_.SetColKey(first_column + static_cast<int>(index), fields[index].name);
+  }
+  grid_.GroupBy(Column("Period"), Column("BillNo"), "%s");
+}
+
+void Loader::SetText(int row, std::string_view key, std::string_view text) { grid_.SetTextMatrix(row, Column(key), text); }
+
+void Loader::WriteOpeningRow() {
+  opening_ = Totals();
+  const OpeningBalance balance = OpenOpeningBalance(steps_.Connection(), steps_.JournalType(), steps_.Keys());
+  // A balance that could not be read shows no row rather than a zero that nobody counted.
+  if (!balance.result) return;
+  const int row = grid_.FixedRows();
+  grid_.AddItem("", row);
+  if (!balance.result->AtEnd()) {
+    WriteOpeningValues(row, *balance.result);
+    return;
+  }
+  // Nothing was ever carried forward: the journal opens with zero.
+  SetText(row, "Period", balance.first_period);
+  SetText(row, "BillNo", PeriodCaption(balance.first_period, kOpeningWord));
+  for (const char* key : {"StoPrice", "StoQty", "StoQty2", "StoAcc"}) SetText(row, key, "0");
+}
+
+void Loader::WriteOpeningValues(int row, const platform::Recordset& balance) {
+  const char* quantity = "LastQty";
+  const char* quantity2 = "LastQty2";
+  const char* amount = "LastAcc";
+  if (steps_.JournalType() == base::SupplierJournal) {
+    quantity = "RevQty", quantity2 = "RevQty2", amount = "RevAcc";
+  } else if (steps_.JournalType() == base::CustomerJournal) {
+    quantity = "IssQty", quantity2 = "IssQty2", amount = "IssAcc";
+  }
+  const std::string period = balance.FieldValue("Period").Text();
+  const base::Value opening_quantity = NumberOrZero(balance.FieldValue(quantity));
+  const base::Value opening_quantity2 = NumberOrZero(balance.FieldValue(quantity2));
+  opening_ = {*opening_quantity.Number(), *opening_quantity2.Number(), MoneyOrZero(balance.FieldValue(amount))};
+  SetText(row, "Period", period);
+  SetText(row, "BillNo", PeriodCaption(period, kOpeningWord));
+  SetText(row, "StoQty", base::NumberText(opening_.quantity));
+  SetText(row, "StoQty2", base::NumberText(opening_.quantity2));
+  SetText(row, "StoAcc", opening_.amount.Text());
+  const double price = base::SafeDivide(opening_.amount.ToDouble(), opening_.quantity);
+  SetText(row, "StoPrice", base::NumberText(price));
+  grid_.SetCellData(row, Column("StoAcc"), base::Value(opening_.amount));
+  grid_.SetCellData(row, Column("StoPrice"), base::Value(price));
+}
+
+std::vector<Loader::PeriodRun> Loader::FindPeriods() const {
+  std::vector<PeriodRun> runs;
+  const platform::Column* periods = grid_.LoadedText(Column("Period"));
+  const size_t records = grid_.RecordCount();
+  if (periods == nullptr || !periods->HasTextCodes()) {
+    for (size_t record = 0; record < records; ++record) {
+      std::string period = periods == nullptr ? std::string() : periods->Text(record);
+      if (runs.empty() || runs.back().period != period) runs.push_back({record, record, std::move(period)});
+      runs.back().end = record + 1;
+    }
+    return runs;
+  }
+  std::vector<uint32_t> codes(records);
+  periods->ReadTextCodes(0, codes);
+  for (size_t record = 0; record < records;) {
+    const auto end = std::find_if(codes.begin() + static_cast<std::ptrdiff_t>(record), codes.end(),
+                                  [&](uint32_t code) { return code != codes[record]; });
+    const auto next = static_cast<size_t>(end - codes.begin());
+    runs.push_back({record, next, periods->Text(record)});
+    record = next;
+  }
+  return runs;
+}
+
+void Loader::ComputeRows() {
+  RunningBalance balance(BalanceKindOf(steps_.JournalType()), opening_);
+  const size_t records = grid_.RecordCount();
+  if (records == 0) return;
+  steps_.DecorateRecords();
+  RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"), SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"),
+                   SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
+  for (const PeriodRun& run : FindPeriods()) {
+    balance.StartPeriod();
+    pass.Run(run.begin, run.end);
+    for (size_t record = run.begin; record < run.end; ++record) steps_.Process(40 + static_cast<int>((record + 1) * 60 / records));
+    InsertTotalRow(run, balance);
+  }
+  grid_.ReplaceLoaded(Column("StoQty"), pass.TakeQuantity());
+  grid_.ReplaceLoaded(Column("StoQty2"), pass.TakeQuantity2());
+  grid_.ReplaceLoaded(Column("StoAcc"), pass.TakeAmount());
+  grid_.ReplaceLoaded(Column("StoPrice"), pass.TakePrice());
+  BlankZeroCells();
+  if (steps_.IsAccRestricted()) MaskAmounts();
+}
+
+void Loader::InsertTotalRow(const PeriodRun& run, const RunningBalance& balance) {
+  const int row = grid_.RowOfRecord(run.end - 1) + 1;
+  grid_.AddItem("", row);
+  grid_.SetIsSubtotal(row, true);
+  grid_.SetRowOutlineLevel(row, 0);
+  grid_.SetRowHeight(row, steps_.SumRowHeight());
+  SetText(row, "BillNo", PeriodCaption(run.period, kTotalWord));
+  const auto write = [&](const char* key, const base::Value& in_period, const base::Value& in_all) {
+    const int column = Column(key);
+    grid_.SetTextMatrix(row, column, grid_.FormatValue(column, in_period) + "\n" + grid_.FormatValue(column, in_all));
+  };
+  const auto write_totals = [&](const char* quantity, const char* quantity2, const char* amount, const Totals& in_period,
+                                const Totals& in_all) {
+    write(quantity, base::Value(in_period.quantity), base::Value(in_all.quantity));
+    write(quantity2, base::Value(in_period.quantity2), base::Value(in_all.quantity2));
+    write(amount, base::Value(in_period.amount), base::Value(in_all.amount));
+  };
+  const MovementSums& in_period = balance.Period();
+  const MovementSums& in_all = balance.Cumulative();
+  write_totals("Quantity", "Quantity2", "Account", in_period.movement, in_all.movement);
+  write_totals("RevQty", "RevQty2", "RevAcc", in_period.receipts, in_all.receipts);
+  write_totals("IssQty", "IssQty2", "IssAcc", in_period.issues, in_all.issues);
+}
+
+void Loader::BlankZeroCells() {
+  const platform::Column* flags = grid_.LoadedText(Column("Flag"));
+  const auto blank = [&](const char* key, auto without) {
+    const platform::Column* column = grid_.LoadedText(Column(key));
+    if (column == nullptr) return;
+    if (auto blanked = without(*column)) grid_.ReplaceLoadedText(Column(key), std::move(*blanked));
+  };
+  const auto of_flag = [flags](double flag) {
+    return [flags, flag](const platform::Column& column) { return WithoutZerosOf(column, flags, flag); };
+  };
+  for (const char* key : {"RevQty", "RevAcc"}) blank(key, of_flag(0));
+  for (const char* key : {"IssQty", "IssAcc"}) blank(key, of_flag(1));
+  for (const char* key : {"InputDate", "AuditDate", "Field6"}) blank(key, WithoutZeroDates);
+}
+
+void Loader::MaskAmounts() {
+  for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) {
+    grid_.ReplaceLoadedText(Column(key), platform::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
+  }
+}
+
+}  // namespace stockbook::journal

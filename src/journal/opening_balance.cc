@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "journal/opening_balance.h"
+
+#include "journal/class_filters.h"
+#include "journal/schema.h"
+#include "platform/error.h"
+
+namespace stockbook::journal {
+namespace {
+
+constexpr int kCacheRows = 1000;
+
+std::string Number(int64_t number) { return std::to_string(number); }
+
+std::string MaterialStatement(const SubjectKeys& keys, const std::string& first_period) {
+  return "SELECT TOP 1 AccPeriod AS Period, Avg(bn.上期库存单价) AS LastPrice, Sum((bn.上期库存数量)) AS LastQty,"
+         "Sum((bn.上期库存数量2)) AS LastQty2, Sum((bn.上期库存金额)) AS LastAcc,Sum(bn.TotalRevQuantity) As RevQty,"
+         "Sum(bn.TotalRevQuantity2) As RevQty2,Sum(bn.TotalRevAccount) As RevAcc,Sum(bn.TotalIssQuantity) As IssQty,"
+         "Sum(bn.TotalIssQuantity2) As IssQty2,Sum(bn.TotalIssAccount) As IssAcc FROM 仓库余额表 AS bn Where bn.PdID=" +
+         Number(keys.KeyID) + " " + (keys.dpID > 0 ? "AND bn.DpID=" + Number(keys.dpID) + " " : "") + " And bn.AccPeriod='" +
+         first_period + "' GROUP BY AccPeriod";
+}
+
+// Sums of the carried-forward columns and the period columns, which partner and project balances share. `seam` stands
+// between the two carried-forward quantities.
+std::string BalanceColumns(const char* seam) {
+  return std::string(" As Period, Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,") + seam +
+         "Sum((bn.LastQuantity2)) AS LastQty2, Sum((bn.LastAccount)) AS LastAcc,Sum(bn.SumRevQuantity) As RevQty,"
+         "Sum(bn.SumRevQuantity2) As RevQty2,Sum(bn.SumRevAccount) As RevAcc,Sum(bn.SumIssQuantity) As IssQty,"
+         "Sum(bn.SumIssQuantity2) As IssQty2,Sum(bn.SumIssQuantity) As IssAcc FROM ";
+}
+
+std::string PartnerStatement(platform::Connection* connection, bool suppliers, const SubjectKeys& keys,
+                             const std::string& first_period) {
+  std::string statement = "SELECT '" + first_period + "'" + BalanceColumns(suppliers ? "" : " ") +
+                          (suppliers ? "tqSuppBalance" : "tqCustBalance") + " AS bn ";
+  if (keys.dpID != 0) {
+    statement += " Where bn.ksID=" + Number(keys.dpID);
+  } else {
+    const std::string list =
+        suppliers ? SupplierKeyList(connection, keys.dpCode) : CustomerKeyList(connection, keys.dpCode);
+    if (!list.empty()) statement += " Where bn.ksID in (" + list + ")";
+  }
+  if (keys.KeyID != 0) statement += " And bn.pdID=" + Number(keys.KeyID);
+  return statement + " And bn.bnPeriod<='" + first_period + "' ";
+}
+
+std::string ProjectStatement(platform::Connection* connection, const SubjectKeys& keys) {
+  std::string statement =
+      "SELECT bnPeriod AS Period, Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,"
+      "Sum((bn.LastQuantity2)) AS LastQty2, Sum((bn.LastAccount)) AS LastAcc,Sum(bn.SumRevQuantity) As RevQty,"
+      "Sum(bn.SumRevQuantity2) As RevQty2,Sum(bn.SumRevAccount) As RevAcc,Sum(bn.SumIssQuantity) As IssQty,"
+      "Sum(bn.SumIssQuantity2) As IssQty2,Sum(bn.SumIssQuantity) As IssAcc FROM tqProjBalance AS bn  Where bn.pdID=" +
+      Number(keys.KeyID);
+  if (keys.dpID != 0) {
+    statement += " And bn.pjID=" + Number(keys.dpID);
+  } else {
+    const std::string list = ProjectKeyList(connection, keys.dpCode);
+    if (!list.empty()) statement += " And bn.pjID in (" + list + ")";
+  }
+  return statement + " GROUP BY bn.bnPeriod";
+}
+
+}  // namespace
+
+std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys,
+                                  const std::string& first_period) {
+  switch (type) {
+    case base::MaterialJournal: return MaterialStatement(keys, first_period);
+    case base::SupplierJournal: return PartnerStatement(connection, true, keys, first_period);
+    case base::ProjectJournal: return ProjectStatement(connection, keys);
+    case base::CustomerJournal: break;
+  }
+  return PartnerStatement(connection, false, keys, first_period);
+}
+
+std::string EarliestAccPeriod(platform::Connection* connection) {
+  if (connection == nullptr) throw platform::Error("read the earliest period", "没有数据库连接：请先设置 Conn，再载入。");
+  platform::Recordset periods = connection->Execute("Select * From tqAccPeriod Order by AccPeriod");
+  std::string first_period = periods.FieldValue(schema::kAccPeriod).Text();
+  periods.Close();
+  return first_period;
+}
+
+OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys) {
+  OpeningBalance balance;
+  try {
+    balance.first_period = EarliestAccPeriod(connection);
+    balance.result = connection->Execute(BuildBalanceStatement(connection, type, keys, balance.first_period),
+                                         platform::kExecuteUnspecified);
+    balance.result->SetCacheSize(kCacheRows);
+  } catch (const std::exception&) {
+    balance.result.reset();
+  }
+  return balance;
+}
+
+}  // namespace stockbook::journal

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/journal_type.h"
+#include "journal/subject_keys.h"
+#include "platform/connection.h"
+
+namespace stockbook::journal {
+
+// An executed balance statement. Without rows nothing was carried forward; without a result it could not be read.
+struct OpeningBalance {
+  std::string first_period;  // the earliest accounting period
+  std::optional<platform::Recordset> result;
+};
+
+// The statement of the balance that is carried into the period `first_period`. Fixed oddities: in the partner and project
+// statements IssAcc sums issue quantities, LastPrice is a plain average, the project statement has no period limit.
+std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys,
+                                  const std::string& first_period);
+
+// The earliest accounting period; throws platform::Error when there is none.
+std::string EarliestAccPeriod(platform::Connection* connection);
+
+// Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws: an error gives no
+// result.
+OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys);
+
+}  // namespace stockbook::journal

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/journal_type.h"
+#include "journal/subject_keys.h"
+#include "platform/connection.h"
+
+namespace stockbook::journal {
+
+// Builds the one statement of a journal: every receipt and/or issue line of the subject, sorted, under the aliases that
+// are the grid's column keys. Reads class members and the newest period from the connection; runs nothing else. Two inputs
+// give statements that the database refuses, and are meant to: a partner journal over an empty class with a product, and
+// partner or project journals in the server dialect. Throws platform::Error only when there is no connection.
+class QueryBuilder {
+ public:
+  // `progress` hears 10 and 20 as the parts are built.
+  QueryBuilder(platform::Connection* connection, base::tqJournalTypeContants type, SubjectKeys keys,
+               std::function<void(int)> progress = {});
+
+  std::string Build() const;
+
+ private:
+  std::string Material() const;
+  std::string Supplier() const;
+  std::string Customer() const;
+  std::string Project() const;
+  std::string SelectHead() const;
+  std::string PeriodLimit() const;
+  std::string PartnerSort() const;
+  std::string PartnerCondition(const std::string& class_code) const;
+  std::string MaterialCondition() const;
+  std::string ProjectCondition() const;
+  void Progress(int indicator) const;
+
+  platform::Connection* connection_;
+  base::tqJournalTypeContants type_;
+  SubjectKeys keys_;
+  std::function<void(int)> progress_;
+};
+
+}  // namespace stockbook::journal
