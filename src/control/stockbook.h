@@ -253,16 +253,14 @@ class Stockbook {
  private:
   class LoadSteps;
 
-  bool IsAccRestricted() const { return acc_restricted_; }
+  void FormatGrid();
   void SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key);
   void ChangePicture(platform::PictureRef& field, platform::PictureRef picture, std::string_view key);
-  void ApplyKeyVisibility(const std::vector<std::string_view>& keys, bool allow, const std::vector<std::string_view>& hidden_now);
-  void StoreKeyID(int32_t id);
   void RefreshCaption();
   void RefreshProductNames();
   void ReadRowHeightsBack();
   void ApplyBackPictures();
-  base::Value ReadCell(int32_t row, std::string_view key) const;
+  int32_t RowOrCurrent(int32_t row) const { return row < 0 ? fg_.Row() : row; }
 
   platform::Grid& fg_;
   platform::Grid& fg1_;

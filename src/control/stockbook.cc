@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "control/stockbook.h"
+
+#include <limits>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "grid/column_layout.h"
+#include "grid/product_names.h"
+#include "grid/row_heights.h"
+#include "grid/statistics.h"
+#include "journal/vocabulary.h"
+#include "platform/error.h"
+
+namespace stockbook::control {
+namespace {
+
+constexpr const char* kOutlineKey = "BillNo";
+constexpr const char* kNumericColumns =
+    "|Price|Quantity|Quantity2|Account|RevQty|RevQty2|RevAcc|IssQty|IssQty2|IssAcc|StoPrice|StoQty|StoQty2|StoAcc|Ratio|Tax|"
+    "TaxPrice|TaxAccount|";
+constexpr const char* kNumericFont = "Arial";
+constexpr const char* kNameColumns = "Model|Standard|Measure";
+
+// A fixed row for the captions and a fixed column for the row marks.
+void StartUp(platform::Grid& grid) {
+  grid.SetRows(1);
+  grid.SetFixedRows(1);
+  grid.SetCols(1);
+  grid.SetFixedCols(1);
+}
+
+template <typename Integer>
+Integer IntegerOrZero(double number) {
+  const bool fits = number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
+  return fits ? static_cast<Integer>(base::Value(number).AsInteger().value_or(0)) : Integer{0};
+}
+
+}  // namespace
+
+Stockbook::Stockbook(const Surroundings& surroundings)
+    : fg_(surroundings.fg),
+      fg1_(surroundings.fg1),
+      text_metrics_(surroundings.text_metrics),
+      images_(surroundings.images),
+      menu_(surroundings.menu),
+      clipboard_(surroundings.clipboard),
+      site_(surroundings.site) {
+  fg1_.SetRows(fg1_.FixedRows());
+  StartUp(fg_);
+  fore_color_hot_ = fg_.ColourOf(platform::GridColour::kForeColor);
+  img_mark_ = images_.Find("Mark");
+  c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(layout_.journal_type));
+  FormatGrid();
+}
+
+Stockbook::~Stockbook() = default;
+
+void Stockbook::SetJournalType(tqJournalTypeContants type) {
+  layout_.journal_type = type;
+  c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(type));
+  FormatGrid();
+  site_.FrameChanged();
+}
+
+std::string Stockbook::FmtName() const { return std::string(journal::FmtName(layout_.journal_type)); }
+
+namespace {
+
+// Takes keys off the hidden-key list, or puts them on it and hides the columns that the layout would hide.
+void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allow, const std::vector<const char*>& keys,
+                  const std::vector<const char*>& hidden_at_once) {
+  for (const char* key : keys) {
+    if (allow) hidden_keys.ShowKey(key);
+    else hidden_keys.HideKey(key);
+  }
+  if (allow) return;
+  for (const char* key : hidden_at_once) {
+    if (const int column = grid.ColIndex(key); column >= 0) grid.SetColHidden(column, true);
+  }
+}
+
+}  // namespace
+
+void Stockbook::SetAllowQty2(bool allow) {
+  layout_.allow_qty2 = allow;
+  AllowColumns(fg_, hidden_keys_, allow, {"Quantity2", "Qty2", "RevQty2", "IssQty2", "StoQty2"},
+               {"Quantity2", "RevQty2", "IssQty2", "StoQty2"});
+}
+
+void Stockbook::SetAllowInv(bool allow) {
+  layout_.allow_inv = allow;
+  AllowColumns(fg_, hidden_keys_, allow, {"Ratio", "Tax", "TaxPrice", "TaxAccount"}, {"Ratio", "Tax", "TaxPrice", "TaxAccount"});
+}
+
+void Stockbook::SetdpID(int32_t id) {
+  if (id < INT16_MIN || id > INT16_MAX) {
+    throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。", 6);
+  }
+  keys_.dpID = static_cast<int16_t>(id);
+}
+
+std::string Stockbook::AccPeriod() const {
+  return interaction::SubjectHeader(connection_.get(), layout_.journal_type).AccPeriod();
+}
+
+std::string Stockbook::DepotName() const {
+  return interaction::SubjectHeader(connection_.get(), layout_.journal_type).DepotName(keys_);
+}
+
+void Stockbook::SetKeyID(int32_t id) {
+  keys_.KeyID = id;
+  subject_ = interaction::SubjectHeader(connection_.get(), layout_.journal_type).Lookup(id, layout_.allow_qty2);
+}
+
+void Stockbook::SetCaption(std::string_view caption) {
+  c1e_header_.caption = std::string(base::TrimBlanks(caption)) + "   ";
+  site_.FrameChanged();
+}
+
+std::string Stockbook::Caption() const { return std::string(base::TrimBlanks(c1e_header_.caption)); }
+
+void Stockbook::SetAccRestrict(std::string_view text) {
+  const auto number = base::ParseNumber(text);
+  const bool is_true = base::EqualsIgnoringCase(base::TrimBlanks(text), "true");
+  if (!number && !is_true && !base::EqualsIgnoringCase(base::TrimBlanks(text), "false")) {
+    throw platform::Error("set AccRestrict",
+                          "类型不匹配：AccRestrict 须为 True、False 或数字，收到的是“" + std::string(text) + "”。", 13);
+  }
+  acc_restrict_text_ = text;
+  acc_restricted_ = number ? *number != 0 : is_true;
+}
+
+int32_t Stockbook::BillID(int32_t row) const {
+  return IntegerOrZero<int32_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("BillID")));
+}
+
+std::string Stockbook::BillName(int32_t row) const { return fg_.TextMatrix(RowOrCurrent(row), fg_.ColIndex("BillName")); }
+
+int16_t Stockbook::Flag(int32_t row) const {
+  return IntegerOrZero<int16_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("Flag")));
+}
+
+std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出库"; }
+
+void Stockbook::SetRow(int32_t row) {
+  if (row < fg_.FixedRows() || row >= fg_.Rows()) return;
+  fg_.Select(row, fg_.Col());
+  if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);
+  if (fg_.RowIsVisible(row)) return;
+  if (row < fg_.TopRow()) fg_.SetTopRow(row);
+  else if (row > fg_.BottomRow()) fg_.SetTopRow(fg_.TopRow() + row - fg_.BottomRow());
+}
+
+void Stockbook::SetRowHeight(float twips) {
+  row_height_ = twips;
+  fg_.SetRowHeight(-1, static_cast<int>(twips));
+  fg_.SetRowHeight(0, static_cast<int>(row_height_title_));
+  SetRowHeightSum(row_height_sum_);
+}
+
+void Stockbook::SetRowHeightTitle(float twips) {
+  row_height_title_ = twips;
+  fg_.SetRowHeight(0, static_cast<int>(twips));
+}
+
+void Stockbook::SetRowHeightSum(float twips) {
+  row_height_sum_ = twips;
+  grid::SetSumRowHeight(fg_, static_cast<int>(twips));
+}
+
+void Stockbook::FormatGrid() {
+  const std::string tag = fg_.Tag();
+  fg_.SetTag("Format");
+  outline_col_key_ = kOutlineKey;
+  grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
+  const grid::RowSizes sizes = grid::SizeRows(fg_, text_metrics_);
+  SetRowHeightSum(static_cast<float>(sizes.sum));
+  fg_.SetTag(tag);
+  events_.AfterFormatted();
+}
+
+void Stockbook::DefaultFormat() { FormatGrid(); }
+
+void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_); }
+
+void Stockbook::ReadRowHeightsBack() {
+  const grid::RowSizes sizes = grid::ReadRowSizes(fg_);
+  row_height_title_ = static_cast<float>(sizes.title);
+  row_height_ = static_cast<float>(sizes.data);
+  row_height_sum_ = static_cast<float>(sizes.sum);
+}
+
+void Stockbook::ApplyBackPictures() {
+  constexpr auto kFill = platform::PictureAlignment::kStretch;
+  fg_.SetCellPicture({0, 1, 1, fg_.Cols()}, pictures_.title_back, kFill);
+  fg_.SetCellPicture({1, 0, fg_.Rows(), 1}, pictures_.mark_back, kFill);
+}
+
+bool Stockbook::Find(std::string_view /*rSearchString*/, int32_t /*StartRow*/) { return false; }
+
+bool Stockbook::IsRangeSelected() const { return fg_.Col() != fg_.ColSel() || fg_.Row() != fg_.RowSel(); }
+
+std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
+
+base::Value Stockbook::DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas) {
+  if (CmdName == "ColChanged") {
+    // Any piece of the list counts, the empty text included.
+    if (std::string_view(kNameColumns).find(rParas.at(0).Text()) != std::string_view::npos) RefreshProductNames();
+  } else if (CmdName == "SetColFont") {
+    grid::SetColumnsFont(fg_, kNumericColumns, kNumericFont);
+  }
+  return {};
+}
+
+}  // namespace stockbook::control

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "grid/pictures.h"
+#include "platform/grid.h"
+#include "platform/images.h"
+
+namespace stockbook::grid {
+
+// Chooses and places the pictures of bill rows. A row's kind is decided by the exact text of its BillName cell, whether it
+// is audited by its Auditor cell not being empty. The two rules disagree on purpose: BillKindPicture knows three special
+// kinds, DecorateRow five.
+class BillKinds {
+ public:
+  BillKinds(platform::Grid& grid, const Pictures& pictures, const platform::Images& images, platform::PictureRef mark,
+            std::string_view outline_key)
+      : grid_(grid), pictures_(pictures), images_(images), mark_(std::move(mark)), outline_key_(outline_key) {}
+
+  // The host's picture for the row's kind, possibly none. A row that is no data row means the current row.
+  platform::PictureRef BillKindPicture(int row) const;
+  // Places the row's images: its kind in the outline column, product, mark, depot, partner and project.
+  void DecorateRow(int row);
+  // What both do for a row, with BillKindPicture in the BillKind cell, for all loaded records: one pass over the columns
+  // that decide, a byte a row for each column that shows pictures.
+  void DecorateRecords();
+
+ private:
+  bool IsAudited(int row) const;
+  std::string Text(int row, std::string_view key) const;
+  void Place(int row, std::string_view key, const platform::PictureRef& picture, platform::PictureAlignment alignment);
+  void PlaceRecords(std::string_view key, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
+                    platform::PictureAlignment alignment);
+  const platform::Column* Loaded(std::string_view key) const { return grid_.LoadedText(grid_.ColIndex(key)); }
+
+  platform::Grid& grid_;
+  const Pictures& pictures_;
+  const platform::Images& images_;
+  platform::PictureRef mark_;
+  std::string_view outline_key_;
+};
+
+// Collapses or expands every outline node; other rows, the current row and the scroll position stay.
+enum class OutlineState { kExpanded, kCollapsed };
+void SetAllCollapsed(platform::Grid& grid, OutlineState state);
+
+}  // namespace stockbook::grid

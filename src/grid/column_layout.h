@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "grid/hidden_keys.h"
+#include "grid/layout_settings.h"
+#include "platform/grid.h"
+
+namespace stockbook::grid {
+
+inline constexpr int kColumnCount = 56;
+
+// What AddColumn gives a column.
+struct ColumnAttributes {
+  std::string_view key;
+  std::string caption;
+  std::string format;
+  bool hidden = false;
+  platform::DataType type = platform::DataType::kString;
+  platform::Alignment alignment = platform::Alignment::kLeftCenter;
+  float width_twips = 0;
+};
+
+// Lays the journal grid out: the one place where column keys, their order, captions, types, formats, widths and default
+// visibility stand. Columns are found by key before they are made, so laying out again moves every known column back and
+// resets it; columns beyond the last one are dropped. Rebuilds the hidden-key list. Does not touch rows.
+class ColumnLayout {
+ public:
+  ColumnLayout(platform::Grid& grid, const LayoutSettings& settings, HiddenKeys& hidden_keys)
+      : grid_(grid), settings_(settings), hidden_keys_(hidden_keys) {}
+
+  // Builds the list and the columns, and makes the column of `outline_key` the outline column.
+  void FormatColumns(std::string_view outline_key);
+  void BuildHiddenKeys();
+  void AddColumn(int position, const ColumnAttributes& attributes);
+
+ private:
+  struct Definition;
+  static const Definition* Definitions();
+  std::string CaptionOf(const Definition& definition) const;
+  std::string FormatOf(const Definition& definition) const;
+  bool IsHidden(const Definition& definition) const;
+  bool ShowsStock() const;
+
+  platform::Grid& grid_;
+  const LayoutSettings& settings_;
+  HiddenKeys& hidden_keys_;
+};
+
+}  // namespace stockbook::grid

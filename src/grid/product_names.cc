@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "grid/product_names.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/column.h"
+
+namespace stockbook::grid {
+namespace {
+
+struct Part {
+  const char* key;
+  const char* before;
+  const char* after;
+};
+constexpr std::array<Part, 3> kParts = {{{"Model", "", ""}, {"Standard", "[", "]"}, {"Measure", "(", ")"}}};
+constexpr size_t kBlockRows = 2048;
+
+std::string Compose(const std::string& bare_name, const std::string& parts) { return parts.empty() ? bare_name : bare_name + " " + parts; }
+
+// The loaded columns that names are composed of; nullptr where a column is visible, or nothing was loaded there.
+struct Sources {
+  const platform::Column* name = nullptr;
+  const platform::Column* product = nullptr;
+  const platform::Column* shown = nullptr;
+  std::array<const platform::Column*, kParts.size()> parts{};
+};
+
+Sources SourcesOf(const platform::Grid& grid) {
+  const int name = grid.ColIndex("ProductName");
+  Sources sources = {grid.LoadedData(name), grid.LoadedText(grid.ColIndex("pdID")), grid.LoadedText(name), {}};
+  for (size_t index = 0; index < kParts.size(); ++index) {
+    const int column = grid.ColIndex(kParts[index].key);
+    if (column >= 0 && grid.ColHidden(column)) sources.parts[index] = grid.LoadedText(column);
+  }
+  return sources;
+}
+
+std::string ComposeRecord(const Sources& sources, size_t record) {
+  std::string parts;
+  for (size_t index = 0; index < kParts.size(); ++index) {
+    const std::string text = sources.parts[index] ? sources.parts[index]->Text(record) : std::string();
+    if (!text.empty()) parts += kParts[index].before + text + kParts[index].after;
+  }
+  return Compose(sources.name ? sources.name->Text(record) : std::string(), parts);
+}
+
+bool SameTexts(const Sources& sources, size_t left, size_t right) {
+  const auto same = [&](const platform::Column* column) { return column == nullptr || column->At(left) == column->At(right); };
+  return same(sources.name) && std::all_of(sources.parts.begin(), sources.parts.end(), same);
+}
+
+platform::Column ComposeRecords(const Sources& sources, size_t records) {
+  platform::ColumnBuilder builder;
+  std::vector<uint32_t> pool_codes;
+  std::vector<double> products(kBlockRows);
+  size_t composed_from = records;
+  std::string composed;
+  for (size_t record = 0; record < records; ++record) {
+    if (record % kBlockRows == 0 && sources.product) sources.product->ReadNumbers(record, products);
+    if (products[record % kBlockRows] > 0) {
+      if (composed_from == records || !SameTexts(sources, composed_from, record)) {
+        composed = ComposeRecord(sources, record);
+        composed_from = record;
+      }
+      builder.AppendText(composed);
+    } else if (sources.shown) {
+      builder.AppendFrom(*sources.shown, record, pool_codes);
+    } else {
+      builder.AppendNull();
+    }
+  }
+  return builder.Finish();
+}
+
+// The first row at or behind `row` that is no record; O(log) steps over a run of records of any length.
+int NextInsertedRow(const platform::Grid& grid, int row) {
+  const int64_t record = row < grid.Rows() ? grid.RecordOfRow(row) : -1;
+  if (record < 0) return row;
+  const auto first = static_cast<size_t>(record);
+  size_t run = 1;  // records [first, first + run) are known to follow each other
+  size_t end = grid.RecordCount() - first + 1;
+  while (run + 1 < end) {
+    const size_t middle = run + (end - run) / 2;
+    const bool in_run = grid.RowOfRecord(first + middle - 1) == row + static_cast<int>(middle) - 1;
+    (in_run ? run : end) = middle;
+  }
+  return row + static_cast<int>(run);
+}
+
+}  // namespace
+
+std::string ComposeProductName(const platform::Grid& grid, int row) {
+  std::string parts;
+  for (const Part& part : kParts) {
+    const int column = grid.ColIndex(part.key);
+    const std::string text = column >= 0 && grid.ColHidden(column) ? grid.TextMatrix(row, column) : std::string();
+    if (!text.empty()) parts += part.before + text + part.after;
+  }
+  return Compose(grid.CellData(row, grid.ColIndex("ProductName")).Text(), parts);
+}
+
+void RefreshProductNames(platform::Grid& grid) {
+  const std::string tag = grid.Tag();
+  const bool redraw = grid.Redraw();
+  grid.SetTag("Refresh_ProductNames");
+  grid.SetRedraw(false);
+  const int name = grid.ColIndex("ProductName");
+  const int product = grid.ColIndex("pdID");
+  if (name >= 0 && product >= 0) {
+    const Sources sources = SourcesOf(grid);
+    if (grid.RecordCount() > 0 && sources.product != nullptr) {
+      grid.ReplaceLoadedText(name, ComposeRecords(sources, grid.RecordCount()));
+    }
+    for (int row = NextInsertedRow(grid, grid.FixedRows()); row < grid.Rows(); row = NextInsertedRow(grid, row + 1)) {
+      if (grid.ValueMatrix(row, product) > 0) grid.SetTextMatrix(row, name, ComposeProductName(grid, row));
+    }
+  }
+  grid.SetRedraw(redraw);
+  grid.SetTag(tag);
+}
+
+}  // namespace stockbook::grid

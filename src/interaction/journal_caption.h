@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "base/journal_type.h"
+#include "interaction/subject_header.h"
+#include "journal/subject_keys.h"
+#include "platform/connection.h"
+
+namespace stockbook::interaction {
+
+// The header's caption and the key of its picture.
+struct JournalCaption {
+  std::string text;
+  std::string_view picture_key;
+};
+
+// Composes the caption of a journal from its type, second key and class code:
+//   stock     商品:六角螺栓[1001]{M8\GB5783} 单位:千克/件 [全部仓库]
+//   partner   发货单位:华东\上海\某某五金厂        全部发货单位        a class: its path
+//   project   项目:基建\一号楼 [商品:六角螺栓[1001]{M8\GB5783} 单位:件]
+// A missing part reads "(无)". `titles` are the four subject titles. Queries that fail leave their part out.
+JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
+                              const journal::SubjectKeys& keys, const SubjectTexts& subject,
+                              const std::array<std::string, 4>& titles);
+
+// The names of a class and the classes above it, "华东\上海": those of the code's prefixes of 2, 4, 6, 8 and 10
+// characters, by one query. "" when none is known.
+std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code);
+
+}  // namespace stockbook::interaction
