@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "qt/fonts.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QRawFont>
+#include <QStringList>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "qt/text.h"
+
+namespace stockbook::qt {
+namespace {
+
+constexpr double kPixelsPerPoint = 96.0 / 72.0;
+constexpr char32_t kSampleCharacter = U'库';
+
+// Faces made for Simplified Chinese, the ones people expect first.
+constexpr std::array kPreferredFamilies{
+    "Microsoft YaHei UI", "Microsoft YaHei",    "PingFang SC",         "Noto Sans CJK SC",
+    "Noto Sans SC",       "Source Han Sans SC", "WenQuanYi Micro Hei", "SimSun",
+};
+
+double PointSize(const QFont& font) {
+  if (font.pointSizeF() > 0) return font.pointSizeF();
+  return font.pixelSize() > 0 ? font.pixelSize() / kPixelsPerPoint : 9.0;
+}
+
+}  // namespace
+
+QFont ToQFont(const platform::Font& font, double scale) {
+  QFont result = font.name.empty() ? QGuiApplication::font() : QFont(ToQString(font.name));
+  result.setPixelSize(std::max(1, static_cast<int>(std::lround(font.size_pt * kPixelsPerPoint * scale))));
+  result.setBold(font.bold);
+  result.setItalic(font.italic);
+  return result;
+}
+
+platform::Font DefaultGridFont() {
+  const QFont application = QGuiApplication::font();
+  platform::Font font{FromQString(application.family()), PointSize(application), false, false};
+  if (QRawFont::fromFont(application).supportsCharacter(kSampleCharacter)) return font;
+  const QStringList installed = QFontDatabase::families(QFontDatabase::SimplifiedChinese);
+  const auto* found = std::find_if(kPreferredFamilies.begin(), kPreferredFamilies.end(),
+                                   [&](const char* family) { return installed.contains(QLatin1String(family)); });
+  if (found != kPreferredFamilies.end()) font.name = *found;
+  return font;
+}
+
+}  // namespace stockbook::qt

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "qt/picture.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace stockbook::qt {
+namespace {
+
+// Sizes kept of one picture: those of a grid, a header and a second screen.
+constexpr size_t kMostDrawn = 6;
+constexpr int kMostPixels = 8192;
+
+}  // namespace
+
+const QImage& QtPicture::At(QSize device_size) const {
+  const QSize size = device_size.expandedTo({1, 1}).boundedTo({kMostPixels, kMostPixels});
+  const auto found = std::find_if(drawn_.begin(), drawn_.end(), [&](const QImage& image) { return image.size() == size; });
+  if (found != drawn_.end()) return *found;
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  painting_(painter, QSizeF(size));
+  painter.end();
+  if (drawn_.size() == kMostDrawn) drawn_.erase(drawn_.begin());
+  return drawn_.emplace_back(std::move(image));
+}
+
+platform::PictureRef MakePicture(const QPixmap& pixmap) {
+  if (pixmap.isNull()) return nullptr;
+  const QSizeF size = pixmap.deviceIndependentSize();
+  const QSize logical(std::max(1, static_cast<int>(std::lround(size.width()))),
+                      std::max(1, static_cast<int>(std::lround(size.height()))));
+  return std::make_shared<QtPicture>(logical, [pixmap](QPainter& painter, QSizeF device_size) {
+    painter.drawPixmap(QRectF(QPointF(), device_size), pixmap, QRectF(pixmap.rect()));
+  });
+}
+
+platform::PictureRef MakePicture(const QIcon& icon, QSize size) {
+  if (icon.isNull() || size.isEmpty()) return nullptr;
+  return std::make_shared<QtPicture>(size, [icon](QPainter& painter, QSizeF device_size) {
+    icon.paint(&painter, QRectF(QPointF(), device_size).toRect());
+  });
+}
+
+QImage ImageOf(const platform::Picture& picture, QSize device_size) {
+  const auto* own = dynamic_cast<const QtPicture*>(&picture);
+  return own == nullptr ? QImage() : own->At(device_size);
+}
+
+}  // namespace stockbook::qt

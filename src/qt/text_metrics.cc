@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "qt/text_metrics.h"
+
+#include <QFontMetricsF>
+#include <cmath>
+
+#include "qt/fonts.h"
+#include "qt/text.h"
+
+namespace stockbook::qt {
+
+double QtTextMetrics::TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const {
+  const QFontMetricsF metrics(ToQFont(font, 1.0));
+  return std::ceil(metrics.ascent() + metrics.descent()) * kTwipsPerPixel;
+}
+
+double QtTextMetrics::TextWidthTwips(std::string_view text, const platform::Font& font) const {
+  return std::ceil(QFontMetricsF(ToQFont(font, 1.0)).horizontalAdvance(ToQString(text))) * kTwipsPerPixel;
+}
+
+double QtTextMetrics::TwipsPerPixelX() const { return kTwipsPerPixel; }
+
+double QtTextMetrics::TwipsPerPixelY() const { return kTwipsPerPixel; }
+
+}  // namespace stockbook::qt

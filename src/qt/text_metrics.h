@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/text_metrics.h"
+
+namespace stockbook::qt {
+
+// Measures in logical pixels of 15 twips, whole ones, so that a row that fits one line does so at every scale.
+class QtTextMetrics : public platform::TextMetrics {
+ public:
+  double TextHeightTwips(std::string_view text, const platform::Font& font) const override;
+  double TextWidthTwips(std::string_view text, const platform::Font& font) const override;
+  double TwipsPerPixelX() const override;
+  double TwipsPerPixelY() const override;
+};
+
+}  // namespace stockbook::qt
