@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stockbook::app {
+
+// What a column of the table can mean.
+enum class ImportField { Product, Name, Bill, Date, Quantity, Price, Partner, Project };
+inline constexpr size_t kImportFieldCount = 8;
+
+// Which column holds which field: first by the names the user gave, then, once the header line is read, by position.
+class ImportMapping {
+ public:
+  // Reads "product=StockCode,date=InvoiceDate,..."; several texts add up. Throws UsageError for an unknown or repeated
+  // field and when product, date or quantity is missing.
+  explicit ImportMapping(const std::vector<std::string>& texts);
+
+  // Finds the named columns in the header line; throws UsageError when one is not there, or there twice.
+  void Locate(const std::vector<std::string_view>& header);
+
+  size_t column_count() const { return column_count_; }
+  bool Has(ImportField field) const { return Names(field).has_value(); }
+  // The field's text in a record of column_count() fields, without blanks around it; empty when it is not mapped.
+  std::string_view Text(ImportField field, const std::vector<std::string_view>& fields) const;
+
+ private:
+  const std::optional<std::string>& Names(ImportField field) const { return names_[static_cast<size_t>(field)]; }
+  void Read(std::string_view text);
+
+  std::array<std::optional<std::string>, kImportFieldCount> names_;
+  std::array<size_t, kImportFieldCount> columns_{};
+  size_t column_count_ = 0;
+};
+
+}  // namespace stockbook::app

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace stockbook::app {
+
+// A column as it is created. Dates are ISO text and money is exact decimal text; their declared types say so and still
+// have the affinity of text, so that no money becomes a double on its way in or out.
+struct InventoryColumn {
+  std::string_view name;
+  std::string_view type;
+};
+
+struct InventoryTable {
+  std::string_view name;
+  std::span<const InventoryColumn> columns;
+};
+
+// The tables of an inventory in an embedded database, in an order of their own that InventoryTableOf indexes.
+enum class TableName {
+  ReceiptBills,
+  IssueBills,
+  ReceiptLines,
+  IssueLines,
+  Depots,
+  Suppliers,
+  Customers,
+  Projects,
+  Products,
+  ProductClasses,
+  SupplierClasses,
+  CustomerClasses,
+  ProjectClasses,
+  Periods,
+  DepotBalances,
+  SupplierBalances,
+  CustomerBalances,
+  ProjectBalances,
+};
+inline constexpr size_t kTableCount = static_cast<size_t>(TableName::ProjectBalances) + 1;
+
+const InventoryTable& InventoryTableOf(TableName name);
+
+// CREATE TABLE and the INSERT with one parameter per column, in the columns' order.
+std::string CreateStatement(const InventoryTable& table);
+std::string InsertStatement(const InventoryTable& table);
+
+// The CREATE INDEX statements: what journals, balances and header look-ups select by.
+std::span<const std::string_view> InventoryIndexes();
+
+}  // namespace stockbook::app

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "stockbook/command_line_dispatch.h"
+#include "stockbook/import_command.h"
+#include "stockbook/sample_command.h"
+
+int main(int argc, char** argv) {
+  using namespace stockbook::app;
+  // A command is one line here; 'stockbook --help' lists them in this order.
+  const std::array commands{
+      SampleCommand(),
+      ImportCommand(),
+  };
+  Terminal terminal{std::cin, std::cout, std::cerr};
+  const int code = RunProgram(commands, std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);
+  std::cout.flush();
+  if (code != kExitDone || std::cout) return code;
+  std::cerr << "stockbook: The output could not be written; check the disk or the program that reads it.\n";
+  return kExitFailed;
+}
