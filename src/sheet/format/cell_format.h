@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/value.h"
+#include "platform/grid_types.h"
+#include "sheet/format/date_format.h"
+#include "sheet/format/number_format.h"
+
+namespace stockbook::sheet {
+
+// A column's display format, parsed once. Number formats apply to numbers in columns of numbers, date formats to dates
+// and to texts that spell one; everything else is shown as it is stored. "Fixed", "Standard" and "Percent" are names of
+// "0.00", "#,##0.00" and "0.00%". A plain value.
+class CellFormat {
+ public:
+  CellFormat() = default;
+  explicit CellFormat(std::string_view format);
+
+  const std::string& text() const { return text_; }
+  bool IsEmpty() const { return kind_ == Kind::kNone; }
+  // Appends the value as shown and returns true; false, with nothing appended, when it is to be shown as stored.
+  bool Append(platform::DataType type, const base::Value& value, std::string& out) const;
+  bool Append(platform::DataType type, std::string_view text, std::string& out) const;
+
+ private:
+  enum class Kind { kNone, kNumber, kDate };
+
+  std::string text_;
+  Kind kind_ = Kind::kNone;
+  NumberFormat number_;
+  DateFormat date_;
+};
+
+// True for the types whose cells are numbers.
+inline bool IsNumberType(platform::DataType type) {
+  return type == platform::DataType::kLong || type == platform::DataType::kDouble || type == platform::DataType::kCurrency;
+}
+
+}  // namespace stockbook::sheet

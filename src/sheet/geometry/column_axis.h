@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace stockbook::sheet {
+
+// Where the columns stand, in device pixels from the left edge of the unscrolled sheet: prefix sums over their widths,
+// hidden ones of width 0. Finding a column is O(log columns).
+class ColumnAxis {
+ public:
+  ColumnAxis() : edges_(1, 0) {}
+  explicit ColumnAxis(const std::vector<int>& widths_px);
+
+  int Count() const { return static_cast<int>(edges_.size()) - 1; }
+  int64_t Left(int column) const { return edges_[static_cast<size_t>(column)]; }
+  int64_t Width(int column) const { return Left(column + 1) - Left(column); }
+  int64_t Total() const { return edges_.back(); }
+  // The column with width at the pixel, or Count() behind the last one.
+  int ColumnAt(int64_t pixel) const;
+
+  bool CheckInvariants() const;
+
+ private:
+  std::vector<int64_t> edges_;
+};
+
+}  // namespace stockbook::sheet

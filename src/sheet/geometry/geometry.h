@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "sheet/geometry/column_axis.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/paint/rect.h"
+#include "sheet/selection/selection.h"
+
+namespace stockbook::sheet {
+
+// What stays in view: the first rows and the first columns.
+struct Pinned {
+  int rows = 0;           // fixed rows
+  int fixed_columns = 0;
+  int columns = 0;        // fixed and frozen columns together
+};
+
+struct ScrollPosition {
+  int64_t x = 0;
+  int64_t y = 0;
+
+  bool operator==(const ScrollPosition&) const = default;
+};
+
+// Rows and columns [first, last).
+struct Span {
+  int first = 0;
+  int last = 0;
+
+  bool operator==(const Span&) const = default;
+};
+
+// One answer to where everything stands, for painting, hit-testing and scrolling alike. Pixels are device pixels of the
+// view; ranges are half-open; positions are 64-bit. It borrows the axes and is a cheap value: make a new one after any
+// change. Row questions are O(log runs), column questions O(log columns).
+class Geometry {
+ public:
+  Geometry(const RowStates& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
+
+  Size view() const { return view_; }
+  const Pinned& pinned() const { return pinned_; }
+  // The position that was asked for, kept within the contents.
+  ScrollPosition scroll() const { return scroll_; }
+  ScrollPosition max_scroll() const;
+  int64_t ContentWidth() const { return columns_->Total(); }
+  int64_t ContentHeight() const { return rows_->TotalPixels(); }
+  // What the pinned parts take, at most the view.
+  int PinnedWidth() const;
+  int PinnedHeight() const;
+  // The part that scrolls, and the part of the view that has cells in it.
+  Rect BodyRect() const;
+  Rect CellsRect() const;
+
+  // Where a cell stands, parts beyond its pane included; empty for hidden ones.
+  Rect CellRect(int row, int column) const;
+  // What is seen of it.
+  Rect VisibleCellRect(int row, int column) const;
+  Rect PaneOf(int row, int column) const;
+  // The cell at a point of the view; row or column is -1 where there is none.
+  CellPosition CellAt(Point point) const;
+
+  // Rows / columns of the scrolling part that reach into [from, to) of the view, hidden ones in between included.
+  Span RowsWithin(int from, int to) const;
+  Span ColumnsWithin(int from, int to) const;
+  // The first row of the scrolling part in view, and the last that is wholly in view (never above the first).
+  int TopRow() const;
+  int BottomRow() const;
+  int LeftCol() const;
+  bool RowIsVisible(int row) const;
+
+  // The scroll position nearest to the present one that shows the whole cell, its left top corner where it is too large.
+  ScrollPosition ToShow(int row, int column) const;
+  ScrollPosition WithTopRow(int row) const;
+  ScrollPosition WithLeftCol(int column) const;
+
+  bool CheckInvariants() const;
+
+ private:
+  ScrollPosition Clamped(ScrollPosition wanted) const;
+
+  const RowStates* rows_;
+  const ColumnAxis* columns_;
+  Pinned pinned_;
+  Size view_;
+  int64_t pinned_width_ = 0;  // of the contents; the view may show less
+  int64_t pinned_height_ = 0;
+  ScrollPosition scroll_;
+};
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/outline/row_states.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace stockbook::sheet {
+
+int32_t RowHeights::TwipsOf(int32_t height_twips) const {
+  auto twips = static_cast<float>(height_twips == RowState::kDefaultHeight ? default_twips : height_twips);
+  if (max_twips > 0) twips = std::min(twips, max_twips);
+  if (min_twips > 0) twips = std::max(twips, min_twips);
+  return static_cast<int32_t>(twips);
+}
+
+int64_t RowHeights::ToPixels(int32_t twips, double pixels_per_twip) {
+  if (twips <= 0) return 0;
+  return std::max<int64_t>(1, std::llround(twips * pixels_per_twip));
+}
+
+int64_t RowHeights::PixelsOf(int32_t height_twips) const { return ToPixels(TwipsOf(height_twips), pixels_per_twip); }
+
+RowStates::Summary RowStates::Traits::Of(const RowState& state, int64_t count) const {
+  if (count == 0) return {};
+  Summary sum;
+  if (state.IsShown()) {
+    sum.shown = count;
+    sum.pixels = count * heights.PixelsOf(state.height_twips);
+  }
+  if (state.subtotal) sum.nodes = count;
+  if (state.subtotal && state.collapsed) sum.collapsed = count;
+  if (!state.covered) sum.uncovered = count;
+  sum.lowest_level = state.level;
+  return sum;
+}
+
+RowStates::Summary RowStates::Traits::Combine(const Summary& left, const Summary& right) {
+  return {left.shown + right.shown,
+          left.pixels + right.pixels,
+          left.nodes + right.nodes,
+          left.collapsed + right.collapsed,
+          left.uncovered + right.uncovered,
+          std::min(left.lowest_level, right.lowest_level)};
+}
+
+void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowState& state) {
+  std::vector<Run<RowState>> runs;
+  runs.reserve(RunCount() + 2 * rows.size());
+  size_t next = 0;
+  int64_t first = 0;
+  for (const Run<RowState>& run : runs_.Runs()) {
+    int64_t done = 0;
+    for (; next < rows.size() && rows[next] < first + run.count; ++next) {
+      runs.push_back({rows[next] - first - done, run.value});
+      runs.push_back({1, state});
+      done = rows[next] - first;
+    }
+    runs.push_back({run.count - done, run.value});
+    first += run.count;
+  }
+  for (; next < rows.size(); ++next) runs.push_back({1, state});
+  runs_.Assign(runs);
+}
+
+void RowStates::SetHeights(const RowHeights& heights) {
+  runs_.traits().heights = heights;
+  runs_.Refresh();
+}
+
+int64_t RowStates::PixelHeight(int64_t row) const {
+  const RowState state = At(row);
+  return state.IsShown() ? heights().PixelsOf(state.height_twips) : 0;
+}
+
+int64_t RowStates::RowAtPixel(int64_t pixel) const {
+  return runs_.FindFirst([&](const Summary& sum) { return sum.pixels > pixel && sum.pixels > 0; });
+}
+
+int64_t RowStates::ShownRow(int64_t index) const {
+  return runs_.FindFirst([&](const Summary& sum) { return sum.shown > index; });
+}
+
+int64_t RowStates::ShownAtOrAfter(int64_t row) const { return ShownRow(ShownBefore(row)); }
+
+int64_t RowStates::ShownAtOrBefore(int64_t row) const {
+  const int64_t shown = ShownBefore(row + 1);
+  return shown == 0 ? -1 : ShownRow(shown - 1);
+}
+
+int64_t RowStates::NextNode(int64_t row) const {
+  const int64_t before = runs_.Before(row).nodes;
+  const int64_t found = runs_.FindFirst([&](const Summary& sum) { return sum.nodes > before; });
+  return found < Rows() ? found : -1;
+}
+
+int64_t RowStates::UncoveredBefore(int64_t row) const {
+  const int64_t uncovered = runs_.Before(row).uncovered;
+  if (uncovered == 0) return -1;
+  return runs_.FindFirst([&](const Summary& sum) { return sum.uncovered >= uncovered; });
+}
+
+int64_t RowStates::NextRowOfLevelAtMost(int64_t row, int level) const {
+  int64_t found = Rows();
+  runs_.ForEach(row, Rows(), [&](const auto& place) {
+    if (place.value.level > level) return true;
+    found = place.first;
+    return false;
+  });
+  return found;
+}
+
+}  // namespace stockbook::sheet

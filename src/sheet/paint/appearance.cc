@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/paint/appearance.h"
+
+namespace stockbook::sheet {
+
+using platform::Colour;
+using platform::GridColour;
+
+Appearance::Appearance() {
+  Of(GridColour::kBackColor) = 0x00FFFFFF;
+  Of(GridColour::kBackColorBkg) = 0x00F7F5F3;
+  Of(GridColour::kBackColorFixed) = 0x00F3F0ED;
+  Of(GridColour::kBackColorFrozen) = 0x00FDFAF8;
+  Of(GridColour::kBackColorSel) = 0x00FAE2CC;
+  Of(GridColour::kForeColor) = 0x0028231F;
+  Of(GridColour::kForeColorFixed) = 0x00564C44;
+  Of(GridColour::kForeColorFrozen) = 0x0028231F;
+  Of(GridColour::kForeColorSel) = 0x00281810;
+  Of(GridColour::kGridColor) = 0x00E9E5E1;
+  Of(GridColour::kGridColorFixed) = 0x00D6D0CB;
+  Of(GridColour::kSheetBorder) = 0x00CCC4BE;
+  font.name = "Noto Sans CJK SC";
+}
+
+Colour Appearance::BackOf(CellPart part, bool node) const {
+  if (part == CellPart::kFixed) return Of(GridColour::kBackColorFixed);
+  if (node && node_back) return *node_back;
+  return Of(part == CellPart::kFrozen ? GridColour::kBackColorFrozen : GridColour::kBackColor);
+}
+
+Colour Appearance::ForeOf(CellPart part) const {
+  if (part == CellPart::kFixed) return Of(GridColour::kForeColorFixed);
+  return Of(part == CellPart::kFrozen ? GridColour::kForeColorFrozen : GridColour::kForeColor);
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+
+#include "platform/grid_types.h"
+
+namespace stockbook::sheet {
+
+struct CellPosition {
+  int row = -1;
+  int column = -1;
+
+  bool operator==(const CellPosition&) const = default;
+};
+
+// The current cell and the other corner of the selected range. A plain value; -1 where there is no cell.
+struct Selection {
+  CellPosition current;
+  CellPosition end;
+
+  static Selection Of(CellPosition cell) { return {cell, cell}; }
+  bool IsRange() const { return current != end; }
+  platform::CellRange Range() const {
+    if (current.row < 0 || current.column < 0) return {};
+    return {std::min(current.row, end.row), std::min(current.column, end.column), std::max(current.row, end.row) + 1,
+            std::max(current.column, end.column) + 1};
+  }
+  bool Contains(int row, int column) const {
+    const platform::CellRange range = Range();
+    return row >= range.row1 && row < range.row2 && column >= range.column1 && column < range.column2;
+  }
+
+  bool operator==(const Selection&) const = default;
+};
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// Sheet as platform::GridCells.
+#include <utility>
+
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+
+using platform::Alignment;
+using platform::CellRange;
+using platform::Colour;
+using platform::GridColour;
+using platform::PictureAlignment;
+using platform::PictureRef;
+
+std::string Sheet::TextMatrix(int row, int column) const {
+  return HasCell(row, column) ? store_.TextAt(row, column) : std::string();
+}
+
+void Sheet::SetTextMatrix(int row, int column, std::string_view text) {
+  CheckCell("TextMatrix", row, column);
+  store_.SetText(row, column, text);
+  DamageCells({row, column, row + 1, column + 1});
+}
+
+double Sheet::ValueMatrix(int row, int column) const {
+  return HasCell(row, column) ? store_.columns().At(column).NumberOf(store_.order().IdAt(row)) : 0;
+}
+
+base::Value Sheet::CellData(int row, int column) const {
+  return HasCell(row, column) ? store_.columns().At(column).DataOf(store_.order().IdAt(row)) : base::Value();
+}
+
+void Sheet::SetCellData(int row, int column, base::Value data) {
+  CheckCell("CellData", row, column);
+  store_.columns().At(column).SetData(store_.order().IdAt(row), std::move(data));
+}
+
+std::string Sheet::DisplayText(int row, int column) const {
+  if (!HasCell(row, column)) return {};
+  // Captions are texts, whatever the column holds below them.
+  return row < fixed_rows_ ? store_.TextAt(row, column) : store_.DisplayAt(row, column);
+}
+
+std::string Sheet::FormatValue(int column, const base::Value& value) const {
+  std::string text;
+  const bool formatted = HasColumn(column) && store_.columns().At(column).format.Append(ColDataType(column), value, text);
+  return formatted ? text : value.Text();
+}
+
+PictureRef Sheet::CellPicture(int row, int column) const {
+  PictureAlignment alignment{};
+  return HasCell(row, column) ? store_.PictureAt(store_.columns().At(column), store_.order().IdAt(row), alignment) : nullptr;
+}
+
+PictureAlignment Sheet::CellPictureAlignment(int row, int column) const {
+  PictureAlignment alignment{};
+  if (HasCell(row, column)) store_.PictureAt(store_.columns().At(column), store_.order().IdAt(row), alignment);
+  return alignment;
+}
+
+void Sheet::SetCellPicture(const CellRange& range, const PictureRef& picture, PictureAlignment alignment) {
+  if (!CheckRange("CellPicture", range)) return;
+  store_.ChangeStyles(range, [&](CellStyle& style) {
+    style.picture = picture;
+    style.picture_alignment = alignment;
+  });
+  DamageCells(range);
+}
+
+void Sheet::SetCellAlignment(const CellRange& range, Alignment alignment) {
+  if (!CheckRange("CellAlignment", range)) return;
+  store_.ChangeStyles(range, [&](CellStyle& style) { style.alignment = alignment; });
+  DamageCells(range);
+}
+
+void Sheet::SetCellFontName(const CellRange& range, std::string_view name) {
+  if (!CheckRange("CellFontName", range)) return;
+  store_.ChangeStyles(range, [&](CellStyle& style) { style.font_name = name; });
+  DamageCells(range);
+}
+
+Colour Sheet::CellBackColor(int row, int column) const {
+  if (!HasCell(row, column)) return appearance_.Of(GridColour::kBackColor);
+  const CellStyle& style = store_.StyleAt(store_.columns().At(column), store_.order().IdAt(row));
+  return style.back ? *style.back : appearance_.BackOf(PartOf(row, column), states_.At(row).subtotal);
+}
+
+Colour Sheet::CellForeColor(int row, int column) const {
+  if (!HasCell(row, column)) return appearance_.Of(GridColour::kForeColor);
+  const CellStyle& style = store_.StyleAt(store_.columns().At(column), store_.order().IdAt(row));
+  return style.fore ? *style.fore : appearance_.ForeOf(PartOf(row, column));
+}
+
+void Sheet::SetCellColors(const CellRange& range, Colour back, Colour fore) {
+  if (!CheckRange("CellColors", range)) return;
+  if (range.row2 - range.row1 > 1) {
+    store_.ChangeStyles(range, [&](CellStyle& style) {
+      style.back = back;
+      style.fore = fore;
+    });
+    DamageCells(range);
+    return;
+  }
+  // A row that gets back the colours it has by itself follows the grid's colours again.
+  const bool node = states_.At(range.row1).subtotal;
+  for (int column = range.column1; column < range.column2; ++column) {
+    const CellPart part = PartOf(range.row1, column);
+    const bool own_back = back == appearance_.BackOf(part, node);
+    const bool own_fore = fore == appearance_.ForeOf(part);
+    store_.ChangeStyles({range.row1, column, range.row2, column + 1}, [&](CellStyle& style) {
+      style.back = own_back ? std::nullopt : std::optional(back);
+      style.fore = own_fore ? std::nullopt : std::optional(fore);
+    });
+  }
+  DamageCells(range);
+}
+
+}  // namespace stockbook::sheet

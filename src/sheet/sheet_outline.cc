@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Sheet as platform::GridOutline.
+#include "base/text.h"
+#include "platform/error.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+constexpr int kMostLevel = 1000;
+
+}  // namespace
+
+using platform::Error;
+using platform::OutlineBarStyle;
+using platform::PictureRef;
+
+void Sheet::GroupBy(int column, int caption_column, std::string_view caption_format) {
+  CheckColumn("GroupBy", column);
+  CheckColumn("GroupBy", caption_column);
+  const std::vector<Store::TextRun> runs = store_.TextRuns(column, outline_.Lines(fixed_rows_));
+  std::vector<int64_t> rows;
+  rows.reserve(runs.size());
+  for (const Store::TextRun& run : runs) rows.push_back(run.row);
+  store_.InsertRowBeforeEach(rows);
+  outline_.InsertNodes(rows, fixed_rows_);
+  for (size_t node = 0; node < runs.size(); ++node) {
+    const auto row = static_cast<int>(runs[node].row + static_cast<int64_t>(node));
+    store_.SetText(row, caption_column, base::ReplaceAll(caption_format, "%s", runs[node].text));
+  }
+  RowsChanged();
+}
+
+void Sheet::SetIsSubtotal(int row, bool subtotal) {
+  CheckRow("IsSubtotal", row);
+  outline_.SetSubtotal(row, subtotal);
+  RowsChanged();
+}
+
+bool Sheet::IsSubtotal(int row) const {
+  CheckRow("IsSubtotal", row);
+  return states_.At(row).subtotal;
+}
+
+int Sheet::NextSubtotal(int row) const { return row >= Rows() ? -1 : static_cast<int>(states_.NextNode(row < 0 ? 0 : row)); }
+
+int Sheet::RowOutlineLevel(int row) const {
+  CheckRow("RowOutlineLevel", row);
+  return states_.At(row).level;
+}
+
+void Sheet::SetRowOutlineLevel(int row, int level) {
+  CheckRow("RowOutlineLevel", row);
+  if (level < 0 || level > kMostLevel) {
+    throw Error("RowOutlineLevel", "RowOutlineLevel: " + std::to_string(level) + " is no outline level; use 0 to " + std::to_string(kMostLevel) + ".");
+  }
+  outline_.SetLevel(row, level);
+  RowsChanged();
+}
+
+bool Sheet::IsCollapsed(int row) const {
+  CheckRow("IsCollapsed", row);
+  return states_.At(row).collapsed;
+}
+
+void Sheet::SetIsCollapsed(int row, bool collapsed) {
+  CheckRow("IsCollapsed", row);
+  outline_.SetCollapsed(row, collapsed);
+  RowsChanged();
+}
+
+void Sheet::SetOutlineCol(int column) {
+  if (column != -1) CheckColumn("OutlineCol", column);
+  outline_col_ = column;
+  LooksChanged();
+}
+
+void Sheet::SetOutlineBar(OutlineBarStyle style) {
+  appearance_.outline_bar = style;
+  LooksChanged();
+}
+
+void Sheet::SetNodeOpenPicture(const PictureRef& picture) {
+  appearance_.node_open = picture;
+  LooksChanged();
+}
+
+void Sheet::SetNodeClosedPicture(const PictureRef& picture) {
+  appearance_.node_closed = picture;
+  LooksChanged();
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// Sheet as platform::GridRows and platform::GridBulk.
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "base/text.h"
+#include "platform/error.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+constexpr int kMostRows = 1 << 30;
+constexpr int kMostHeight = 1440 * 100;  // twips: 100 inches
+
+}  // namespace
+
+using platform::Column;
+using platform::Error;
+using platform::PictureAlignment;
+using platform::PictureRef;
+
+void Sheet::SetRows(int count) {
+  if (count < 0 || count > kMostRows) {
+    throw Error("Rows", "Rows: " + std::to_string(count) + " is no number of rows; use 0 to " + std::to_string(kMostRows) + ".");
+  }
+  if (count == Rows()) return;
+  if (count > Rows()) {
+    InsertRows(Rows(), count - Rows());
+  } else {
+    RemoveRows(count, Rows() - count);
+  }
+  fixed_rows_ = std::min(fixed_rows_, count);
+  RowsChanged();
+}
+
+void Sheet::SetFixedRows(int count) {
+  if (count < 0 || count > Rows()) {
+    throw Error("FixedRows", "FixedRows: " + std::to_string(count) + " rows cannot be fixed; the grid has " + std::to_string(Rows()) + ".");
+  }
+  fixed_rows_ = count;
+  anchor_.row = std::max(anchor_.row, fixed_rows_);
+  RowsChanged();
+}
+
+void Sheet::AddItem(std::string_view tab_text, int position) {
+  if (position < fixed_rows_ || position > Rows() || Rows() >= kMostRows) {
+    throw Error("AddItem", "AddItem: a row cannot be inserted at " + std::to_string(position) + "; use " + std::to_string(fixed_rows_) +
+                               " to " + std::to_string(Rows()) + ".");
+  }
+  InsertRows(position, 1);
+  if (!tab_text.empty()) {
+    int column = 0;
+    for (const std::string_view text : base::Split(tab_text, '\t')) {
+      if (column >= Cols()) break;
+      store_.SetText(position, column++, text);
+    }
+  }
+  RowsChanged();
+}
+
+void Sheet::RemoveItem(int row) {
+  CheckRow("RemoveItem", row);
+  if (row < fixed_rows_) {
+    throw Error("RemoveItem", "RemoveItem: row " + std::to_string(row) + " is a fixed row; only data rows can be removed.");
+  }
+  RemoveRows(row, 1);
+  RowsChanged();
+}
+
+bool Sheet::RowHidden(int row) const {
+  CheckRow("RowHidden", row);
+  return !states_.At(row).IsShown();
+}
+
+void Sheet::SetRowHidden(int row, bool hidden) {
+  CheckRow("RowHidden", row);
+  states_.Update(row, row + 1, [&](RowState& state) { state.hidden = hidden; });
+  // A row that is to be seen is unfolded too.
+  while (!hidden && states_.At(row).covered) outline_.SetCollapsed(states_.UncoveredBefore(row), false);
+  RowsChanged();
+}
+
+int Sheet::RowHeight(int row) const {
+  CheckRow("RowHeight", row);
+  return states_.heights().TwipsOf(states_.At(row).height_twips);
+}
+
+void Sheet::SetRowHeight(int row, int twips) {
+  if (twips < 0) {
+    throw Error("RowHeight", "RowHeight: " + std::to_string(twips) + " is no height; use 0 or more twips.");
+  }
+  twips = std::min(twips, kMostHeight);
+  if (row != -1) {
+    CheckRow("RowHeight", row);
+    if (states_.At(row).height_twips == twips) return;
+    states_.Update(row, row + 1, [&](RowState& state) { state.height_twips = twips; });
+    RowsChanged();
+    return;
+  }
+  states_.Update(0, Rows(), [](RowState& state) { state.height_twips = RowState::kDefaultHeight; });
+  RowHeights heights = states_.heights();
+  heights.default_twips = twips;
+  SetHeights(heights);
+}
+
+void Sheet::SetHeights(const RowHeights& heights) {
+  states_.SetHeights(heights);
+  RowsChanged();
+}
+
+void Sheet::SetRowHeightMin(float twips) {
+  RowHeights heights = states_.heights();
+  heights.min_twips = std::clamp(twips, 0.0F, static_cast<float>(kMostHeight));
+  SetHeights(heights);
+}
+
+void Sheet::SetRowHeightMax(float twips) {
+  RowHeights heights = states_.heights();
+  heights.max_twips = std::clamp(twips, 0.0F, static_cast<float>(kMostHeight));
+  SetHeights(heights);
+}
+
+void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
+  if (first_column < 0 || first_column > Cols()) {
+    throw Error("Load", "There is no column " + std::to_string(first_column) + " to load into; use 0 to " + std::to_string(Cols()) + ".");
+  }
+  const int old_rows = Rows();
+  store_.Load(std::move(columns), first_column, fixed_rows_);
+  outline_.RemoveRows(fixed_rows_, old_rows - fixed_rows_);
+  outline_.InsertRows(fixed_rows_, Rows() - fixed_rows_);
+  anchor_ = {fixed_rows_, 0};
+  selection_ = Selection();
+  ColumnsChanged();
+}
+
+int Sheet::RowOfRecord(size_t record) const { return static_cast<int>(store_.order().RowOfRecord(static_cast<int64_t>(record))); }
+
+int64_t Sheet::RecordOfRow(int row) const {
+  const RowId id = HasRow(row) ? store_.order().IdAt(row) : -1;
+  return std::max<int64_t>(id, -1);
+}
+
+const Column* Sheet::LoadedText(int column) const {
+  return HasColumn(column) ? store_.columns().At(column).LoadedText() : nullptr;
+}
+
+const Column* Sheet::LoadedData(int column) const {
+  return HasColumn(column) ? store_.columns().At(column).LoadedData() : nullptr;
+}
+
+void Sheet::CheckRecords(const char* operation, int column, size_t count) const {
+  CheckColumn(operation, column);
+  if (count == RecordCount()) return;
+  throw Error(operation, std::string(operation) + ": " + std::to_string(count) + " values for " + std::to_string(RecordCount()) +
+                             " records; hand over one value for each.");
+}
+
+void Sheet::ReplaceLoaded(int column, Column values) {
+  CheckRecords("ReplaceLoaded", column, values.size());
+  store_.columns().At(column).Load(std::make_shared<const Column>(std::move(values)));
+  LooksChanged();
+}
+
+void Sheet::ReplaceLoadedText(int column, Column texts) {
+  CheckRecords("ReplaceLoadedText", column, texts.size());
+  store_.columns().At(column).LoadText(std::make_shared<const Column>(std::move(texts)));
+  LooksChanged();
+}
+
+void Sheet::SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures, PictureAlignment alignment) {
+  CheckRecords("SetLoadedPictures", column, codes.size());
+  store_.SetLoadedPictures(column, {std::move(codes), std::move(pictures), alignment});
+  LooksChanged();
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+// Sheet as platform::GridView and platform::GridAppearance.
+#include <algorithm>
+
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+
+using platform::CellRange;
+using platform::Colour;
+using platform::Font;
+using platform::GridColour;
+using platform::GridLineStyle;
+using platform::MousePointer;
+using platform::ScrollBarsSetting;
+
+bool Sheet::ChangeSelection(const Selection& selection) {
+  const CellPosition old_cell = selection_.current;
+  const bool moves = selection.current != old_cell;
+  if (moves && observer_ != nullptr && observer_->BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse) return false;
+  const CellRange before = selection_.Range();
+  selection_ = selection;
+  // The observer may have taken rows away.
+  KeepSelectionInside();
+  DamageCells(before);
+  DamageCells(selection_.Range());
+  if (moves && observer_ != nullptr) observer_->AfterRowColChange(old_cell, selection_.current);
+  return true;
+}
+
+void Sheet::Select(int row, int column) { SelectRange(row, column, row, column); }
+
+void Sheet::SelectRange(int row, int column, int row_sel, int col_sel) {
+  CheckCell("Select", row, column);
+  CheckCell("Select", row_sel, col_sel);
+  ChangeSelection({{row, column}, {row_sel, col_sel}});
+}
+
+void Sheet::SetTopRow(int row) {
+  CheckRow("TopRow", row);
+  ScrollTo(geometry().WithTopRow(row));
+}
+
+void Sheet::SetLeftCol(int column) {
+  CheckColumn("LeftCol", column);
+  ScrollTo(geometry().WithLeftCol(column));
+}
+
+void Sheet::ScrollTo(ScrollPosition position) {
+  const Geometry before = geometry();
+  const ScrollPosition most = before.max_scroll();
+  const int64_t y = std::clamp<int64_t>(position.y, 0, most.y);
+  scroll_x_ = std::clamp<int64_t>(position.x, 0, most.x);
+  const int64_t pixel = states_.PixelsBefore(fixed_rows_) + y;
+  const auto row = std::min(static_cast<int>(states_.RowAtPixel(pixel)), Rows());
+  anchor_ = {row, pixel - states_.PixelsBefore(row)};
+  if (geometry().scroll() != before.scroll()) ScrollChanged();
+}
+
+void Sheet::ScrollBy(int64_t dx_px, int64_t dy_px) {
+  const ScrollPosition at = geometry().scroll();
+  ScrollTo({at.x + dx_px, at.y + dy_px});
+}
+
+void Sheet::SetRedraw(bool on) {
+  if (redraw_ == on) return;
+  redraw_ = on;
+  if (!on) return;
+  ScrollChanged();
+  DamageAll();
+}
+
+void Sheet::SetPointer(MousePointer pointer) {
+  pointer_ = pointer;
+  if (viewer_ != nullptr) viewer_->CursorChanged(pointer == MousePointer::kDefault ? Cursor::kDefault : Cursor::kBusy);
+}
+
+void Sheet::SetColour(GridColour which, Colour colour) {
+  appearance_.Of(which) = colour;
+  LooksChanged();
+}
+
+void Sheet::SetGridLines(GridLineStyle style) {
+  appearance_.grid_lines = style;
+  LooksChanged();
+}
+
+void Sheet::SetGridLinesFixed(GridLineStyle style) {
+  appearance_.grid_lines_fixed = style;
+  LooksChanged();
+}
+
+void Sheet::SetScrollBars(ScrollBarsSetting setting) {
+  appearance_.scroll_bars = setting;
+  ScrollChanged();
+  LooksChanged();
+}
+
+void Sheet::SetGridFont(const Font& font) {
+  appearance_.font = font;
+  LooksChanged();
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/store/cell_style.h"
+
+#include <functional>
+
+namespace stockbook::sheet {
+
+size_t CellStyles::HashOf(const CellStyle& style) {
+  size_t hash = std::hash<std::string>{}(style.font_name);
+  const auto mix = [&hash](size_t part) { hash = (hash ^ part) * 1099511628211U + (hash >> 29); };
+  mix(style.back ? *style.back + 1U : 0U);
+  mix(style.fore ? *style.fore + 1U : 0U);
+  mix(style.alignment ? static_cast<size_t>(*style.alignment) + 1U : 0U);
+  mix(style.picture ? std::hash<const platform::Picture*>{}(style.picture->get()) + 1U : 0U);
+  mix(static_cast<size_t>(style.picture_alignment));
+  return hash;
+}
+
+uint32_t CellStyles::CodeOf(const CellStyle& style) {
+  if (style == styles_.front()) return 0;
+  const size_t hash = HashOf(style);
+  const auto [first, last] = codes_.equal_range(hash);
+  for (auto at = first; at != last; ++at) {
+    if (styles_[at->second] == style) return at->second;
+  }
+  const auto code = static_cast<uint32_t>(styles_.size());
+  styles_.push_back(style);
+  codes_.emplace(hash, code);
+  return code;
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/store/column_set.h"
+
+#include <algorithm>
+
+namespace stockbook::sheet {
+
+void ColumnSet::SetCount(int count) {
+  while (Count() > count) {
+    Forget(*columns_.back());
+    columns_.pop_back();
+  }
+  while (Count() < count) {
+    columns_.push_back(std::make_unique<SheetColumn>());
+    columns_.back()->position = Count() - 1;
+  }
+}
+
+int ColumnSet::IndexOf(std::string_view key) const {
+  const auto found = by_key_.find(key);
+  if (key.empty() || found == by_key_.end()) return -1;
+  int first = found->second.front()->position;
+  for (const SheetColumn* column : found->second) first = std::min(first, column->position);
+  return first;
+}
+
+void ColumnSet::SetKey(int position, std::string_view key) {
+  SheetColumn& column = At(position);
+  if (column.key == key) return;
+  Forget(column);
+  column.key = key;
+  if (!key.empty()) by_key_[column.key].push_back(&column);
+}
+
+void ColumnSet::Move(int from, int to) {
+  const auto begin = columns_.begin();
+  if (from < to) {
+    std::rotate(begin + from, begin + from + 1, begin + to + 1);
+  } else {
+    std::rotate(begin + to, begin + from, begin + from + 1);
+  }
+  for (int position = std::min(from, to); position <= std::max(from, to); ++position) At(position).position = position;
+}
+
+void ColumnSet::Forget(const SheetColumn& column) {
+  const auto found = by_key_.find(column.key);
+  if (found == by_key_.end()) return;
+  std::erase(found->second, &column);
+  if (found->second.empty()) by_key_.erase(found);
+}
+
+bool ColumnSet::CheckInvariants() const {
+  size_t keyed = 0;
+  for (int position = 0; position < Count(); ++position) {
+    const SheetColumn& column = At(position);
+    if (column.position != position || !column.styles.CheckInvariants()) return false;
+    if (column.key.empty()) continue;
+    ++keyed;
+    const auto found = by_key_.find(column.key);
+    if (found == by_key_.end() || std::find(found->second.begin(), found->second.end(), &column) == found->second.end()) return false;
+  }
+  size_t listed = 0;
+  for (const auto& [key, columns] : by_key_) listed += columns.size();
+  return listed == keyed;
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <iterator>
+#include <map>
+
+namespace stockbook::sheet {
+
+// A code per row id, kept as intervals; ids without one have code 0, and code 0 is never stored. Reading is O(log
+// intervals), changing a range O(log intervals + intervals in it), whatever the number of ids.
+class IntervalMap {
+ public:
+  bool IsEmpty() const { return intervals_.empty(); }
+  size_t Count() const { return intervals_.size(); }
+
+  uint32_t At(int64_t id) const {
+    auto next = intervals_.upper_bound(id);
+    if (next == intervals_.begin()) return 0;
+    const auto& [first, interval] = *std::prev(next);
+    return id < interval.last ? interval.code : 0;
+  }
+
+  // Gives every id in [first, last) the code change(code).
+  template <typename Change>
+  void Update(int64_t first, int64_t last, Change change) {
+    if (first >= last) return;
+    Cut(first);
+    Cut(last);
+    auto at = intervals_.lower_bound(first);
+    int64_t from = first;
+    const uint32_t of_gaps = change(0U);
+    while (from < last) {
+      if (at == intervals_.end() || at->first >= last) {
+        if (of_gaps != 0) intervals_.emplace_hint(at, from, Interval{last, of_gaps});
+        break;
+      }
+      if (at->first > from && of_gaps != 0) intervals_.emplace_hint(at, from, Interval{at->first, of_gaps});
+      from = at->second.last;
+      at->second.code = change(at->second.code);
+      at = at->second.code == 0 ? intervals_.erase(at) : std::next(at);
+    }
+    JoinWithin(first, last);
+  }
+
+  void Erase(int64_t first, int64_t last) {
+    Update(first, last, [](uint32_t) { return 0U; });
+  }
+  void Clear() { intervals_.clear(); }
+
+  bool CheckInvariants() const {
+    int64_t end = INT64_MIN;
+    uint32_t code = 0;
+    for (const auto& [first, interval] : intervals_) {
+      const bool joinable = first == end && interval.code == code;
+      if (first < end || interval.last <= first || interval.code == 0 || joinable) return false;
+      end = interval.last;
+      code = interval.code;
+    }
+    return true;
+  }
+
+ private:
+  struct Interval {
+    int64_t last = 0;
+    uint32_t code = 0;
+  };
+
+  // Makes `id` the beginning of an interval if it lies inside of one.
+  void Cut(int64_t id) {
+    auto next = intervals_.lower_bound(id);
+    if (next == intervals_.begin()) return;
+    auto at = std::prev(next);
+    if (at->second.last <= id) return;
+    intervals_.emplace_hint(next, id, at->second);
+    at->second.last = id;
+  }
+
+  void JoinWithin(int64_t first, int64_t last) {
+    auto at = intervals_.lower_bound(first);
+    if (at != intervals_.begin()) at = std::prev(at);
+    while (at != intervals_.end() && at->first <= last) {
+      auto next = std::next(at);
+      if (next != intervals_.end() && next->first == at->second.last && next->second.code == at->second.code) {
+        at->second.last = next->second.last;
+        intervals_.erase(next);
+      } else {
+        at = next;
+      }
+    }
+  }
+
+  std::map<int64_t, Interval> intervals_;
+};
+
+}  // namespace stockbook::sheet

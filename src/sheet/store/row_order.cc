@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/store/row_order.h"
+
+#include <algorithm>
+
+namespace stockbook::sheet {
+namespace {
+
+// Sorts ranges and makes one of those that touch.
+void Coalesce(std::vector<RowIdRange>& ranges) {
+  std::sort(ranges.begin(), ranges.end(), [](const RowIdRange& a, const RowIdRange& b) { return a.first < b.first; });
+  size_t kept = 0;
+  for (const RowIdRange& range : ranges) {
+    if (kept > 0 && ranges[kept - 1].last >= range.first) {
+      ranges[kept - 1].last = std::max(ranges[kept - 1].last, range.last);
+    } else {
+      ranges[kept++] = range;
+    }
+  }
+  ranges.resize(kept);
+}
+
+}  // namespace
+
+int64_t RowOrder::RowOfRecord(int64_t record) const {
+  if (record < 0) return -1;
+  const int64_t row = pieces_.FindFirst([&](const Traits::Summary& sum) { return sum.last_record >= record; });
+  return row < Rows() && IdAt(row) == record ? row : -1;
+}
+
+void RowOrder::Insert(int64_t row, int64_t count) {
+  pieces_.Insert(row, count, next_inserted_);
+  next_inserted_ -= count;
+}
+
+void RowOrder::InsertBeforeEach(const std::vector<int64_t>& rows) {
+  std::vector<Run<RowId>> pieces;
+  pieces.reserve(PieceCount() + 2 * rows.size());
+  size_t next = 0;
+  int64_t first = 0;
+  for (const Run<RowId>& piece : pieces_.Runs()) {
+    int64_t done = 0;
+    for (; next < rows.size() && rows[next] < first + piece.count; ++next) {
+      const int64_t inside = rows[next] - first;
+      pieces.push_back({inside - done, Traits::Advance(piece.value, done)});
+      pieces.push_back({1, next_inserted_--});
+      done = inside;
+    }
+    pieces.push_back({piece.count - done, Traits::Advance(piece.value, done)});
+    first += piece.count;
+  }
+  for (; next < rows.size(); ++next) pieces.push_back({1, next_inserted_--});
+  pieces_.Assign(pieces);
+}
+
+void RowOrder::Remove(int64_t row, int64_t count) { pieces_.Remove(row, count); }
+
+void RowOrder::AppendRecords(int64_t count) { pieces_.Insert(Rows(), count, 0); }
+
+std::vector<RowIdRange> RowOrder::IdsOf(int64_t first, int64_t last) const {
+  std::vector<RowIdRange> ranges;
+  RowIdRange records{INT64_MAX, -1};
+  ForEachPiece(first, last, [&](int64_t, int64_t count, RowId id) {
+    if (id >= 0) {
+      records = {std::min(records.first, id), id + count};
+    } else {
+      ranges.push_back({id - count + 1, id + 1});
+    }
+  });
+  Coalesce(ranges);
+  if (records.last > records.first) ranges.push_back(records);
+  return ranges;
+}
+
+bool RowOrder::CheckInvariants() const {
+  if (!pieces_.CheckInvariants()) return false;
+  int64_t last_record = -1;
+  bool ordered = true;
+  ForEachPiece(0, Rows(), [&](int64_t, int64_t count, RowId id) {
+    if (id < 0) {
+      ordered = ordered && id - count >= next_inserted_;
+      return;
+    }
+    ordered = ordered && id > last_record;
+    last_record = id + count - 1;
+  });
+  return ordered;
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/store/sheet_column.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/number.h"
+
+namespace stockbook::sheet {
+namespace {
+
+using platform::Column;
+
+constexpr int64_t kExactDoubles = int64_t{1} << 53;
+
+bool IsLoaded(const Column* column, RowId id) {
+  return column != nullptr && id >= 0 && static_cast<size_t>(id) < column->size();
+}
+
+template <typename Map>
+void EraseIds(Map& cells, RowIdRange ids) {
+  if (cells.empty()) return;
+  if (static_cast<size_t>(ids.last - ids.first) < cells.size()) {
+    for (RowId id = ids.first; id < ids.last; ++id) cells.erase(id);
+  } else {
+    std::erase_if(cells, [&](const auto& cell) { return cell.first >= ids.first && cell.first < ids.last; });
+  }
+}
+
+// The number that the value's text spells, without making the text where it is known to spell the same number.
+double NumberOfText(const base::Value& value) {
+  if (const auto* whole = value.As<int64_t>(); whole != nullptr && std::abs(*whole) <= kExactDoubles) {
+    return static_cast<double>(*whole);
+  }
+  if (const auto* money = value.As<base::Money>(); money != nullptr && std::abs(money->units()) <= kExactDoubles) {
+    return money->ToDouble();
+  }
+  if (const auto* number = value.As<double>(); number != nullptr && *number == std::trunc(*number) && std::fabs(*number) < 1e15) {
+    return *number;
+  }
+  if (value.IsNull() || value.As<base::Date>() != nullptr) return 0;
+  return base::NumericValue(value.Text());
+}
+
+}  // namespace
+
+CellContent SheetColumn::ContentOf(RowId id) const {
+  if (!texts_.empty()) {
+    if (const auto found = texts_.find(id); found != texts_.end()) return {nullptr, 0, found->second};
+  }
+  if (!IsLoaded(loaded_text_.get(), id)) return {};
+  return {loaded_text_.get(), static_cast<size_t>(id), {}};
+}
+
+void SheetColumn::AppendText(RowId id, std::string& out) const {
+  const CellContent content = ContentOf(id);
+  if (content.column != nullptr) {
+    content.column->AppendText(content.record, out);
+  } else {
+    out += content.text;
+  }
+}
+
+double SheetColumn::NumberOf(RowId id) const {
+  const CellContent content = ContentOf(id);
+  return content.column != nullptr ? NumberOfText(content.column->At(content.record)) : base::NumericValue(content.text);
+}
+
+base::Value SheetColumn::DataOf(RowId id) const {
+  if (!data_.empty()) {
+    if (const auto found = data_.find(id); found != data_.end()) return found->second;
+  }
+  return IsLoaded(loaded_data_.get(), id) ? loaded_data_->At(static_cast<size_t>(id)) : base::Value();
+}
+
+void SheetColumn::SetText(RowId id, std::string_view text) {
+  if (text.empty() && !IsLoaded(loaded_text_.get(), id)) {
+    texts_.erase(id);
+    return;
+  }
+  texts_.insert_or_assign(id, std::string(text));
+}
+
+void SheetColumn::SetData(RowId id, base::Value data) {
+  if (data.IsNull() && !IsLoaded(loaded_data_.get(), id)) {
+    data_.erase(id);
+    return;
+  }
+  data_.insert_or_assign(id, std::move(data));
+}
+
+void SheetColumn::Load(std::shared_ptr<const Column> values) {
+  std::erase_if(data_, [](const auto& cell) { return cell.first >= 0; });
+  loaded_data_ = values;
+  LoadText(std::move(values));
+}
+
+void SheetColumn::LoadText(std::shared_ptr<const Column> texts) {
+  std::erase_if(texts_, [](const auto& cell) { return cell.first >= 0; });
+  loaded_text_ = std::move(texts);
+}
+
+bool SheetColumn::HasRecordTexts() const {
+  return std::any_of(texts_.begin(), texts_.end(), [](const auto& cell) { return cell.first >= 0; });
+}
+
+void SheetColumn::EraseRows(const std::vector<RowIdRange>& ids) {
+  for (const RowIdRange& range : ids) {
+    EraseIds(texts_, range);
+    EraseIds(data_, range);
+    if (!styles.IsEmpty()) styles.Erase(range.first, range.last);
+  }
+}
+
+void SheetColumn::Unload() {
+  loaded_text_.reset();
+  loaded_data_.reset();
+  pictures = LoadedPictures();
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/value.h"
+#include "platform/column.h"
+#include "platform/grid_types.h"
+#include "sheet/store/cell_style.h"
+#include "sheet/store/column_set.h"
+#include "sheet/store/row_order.h"
+
+namespace stockbook::sheet {
+
+// The cells of a sheet: columns of values taken over whole, an order of rows over them, and what was set on single cells
+// on top. Rows and columns are checked by the caller; nothing here knows of levels, heights or colours shown.
+class Store {
+ public:
+  int Rows() const { return static_cast<int>(order_.Rows()); }
+  const RowOrder& order() const { return order_; }
+  ColumnSet& columns() { return columns_; }
+  const ColumnSet& columns() const { return columns_; }
+  const CellStyles& styles() const { return styles_; }
+
+  void InsertRows(int row, int count) { order_.Insert(row, count); }
+  void InsertRowBeforeEach(const std::vector<int64_t>& rows) { order_.InsertBeforeEach(rows); }
+  void RemoveRows(int row, int count);
+
+  // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
+  void Load(std::vector<platform::Column> columns, int first_column, int fixed_rows);
+  size_t RecordCount() const { return records_; }
+
+  std::string TextAt(int row, int column) const;
+  std::string DisplayAt(int row, int column) const;
+  // The same for callers that have the id and a buffer to append to.
+  void AppendDisplay(const SheetColumn& column, RowId id, std::string& out) const;
+  void SetText(int row, int column, std::string_view text) { columns_.At(column).SetText(order_.IdAt(row), text); }
+
+  // The style of a cell by its id; nothing set where nothing was set.
+  const CellStyle& StyleAt(const SheetColumn& column, RowId id) const { return styles_.At(column.styles.At(id)); }
+  platform::PictureRef PictureAt(const SheetColumn& column, RowId id, platform::PictureAlignment& alignment) const;
+  // Gives the cells of the range the style change(style).
+  template <typename Change>
+  void ChangeStyles(const platform::CellRange& range, Change change) {
+    const std::vector<RowIdRange> ids = order_.IdsOf(range.row1, range.row2);
+    for (int column = range.column1; column < range.column2; ++column) {
+      for (const RowIdRange& part : ids) {
+        columns_.At(column).styles.Update(part.first, part.last, [&](uint32_t code) { return styles_.Changed(code, change); });
+      }
+    }
+  }
+  void SetLoadedPictures(int column, LoadedPictures pictures);
+
+  struct TextRun {
+    int64_t row = 0;
+    std::string text;
+  };
+  // The rows at which a run of equal texts begins, over the rows of the ascending half-open ranges taken together.
+  std::vector<TextRun> TextRuns(int column, const std::vector<std::pair<int64_t, int64_t>>& row_ranges) const;
+
+  bool CheckInvariants() const { return order_.CheckInvariants() && columns_.CheckInvariants(); }
+
+ private:
+  RowOrder order_;
+  ColumnSet columns_;
+  CellStyles styles_;
+  size_t records_ = 0;
+};
+
+}  // namespace stockbook::sheet
