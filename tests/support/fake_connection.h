@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/connection.h"
+#include "platform/error.h"
+
+namespace stockbook::testing {
+
+// Rows of values under field names.
+inline platform::Recordset MakeRecordset(const std::vector<std::string>& names, const std::vector<std::vector<base::Value>>& rows) {
+  std::vector<platform::Field> fields;
+  for (size_t index = 0; index < names.size(); ++index) {
+    platform::ColumnBuilder builder;
+    for (const auto& row : rows) builder.Append(row[index]);
+    fields.push_back({names[index], builder.Finish()});
+  }
+  return platform::Recordset(std::move(fields));
+}
+
+inline base::Value Text(const char* text) { return base::Value(std::string(text)); }
+inline base::Value Whole(int64_t number) { return base::Value(number); }
+
+// A connection that answers statements from a table and keeps what it was sent. A statement that it does not know fails.
+class FakeConnection : public platform::Connection {
+ public:
+  explicit FakeConnection(std::string connection_string = "Provider=Stockbook.Embedded;Data Source=fake")
+      : connection_string_(std::move(connection_string)) {}
+
+  // Answers every statement that begins with `prefix`; longer prefixes win.
+  void Answer(const std::string& prefix, std::vector<std::string> names, std::vector<std::vector<base::Value>> rows) {
+    answers_[prefix] = [names = std::move(names), rows = std::move(rows)] { return MakeRecordset(names, rows); };
+  }
+  void Fail(const std::string& prefix, const std::string& message) {
+    answers_[prefix] = [message]() -> platform::Recordset { throw platform::Error("execute", message); };
+  }
+
+  std::string ConnectionString() const override { return connection_string_; }
+  platform::Recordset Execute(std::string_view statement, int /*options*/) override {
+    sent_.emplace_back(statement);
+    const std::function<platform::Recordset()>* best = nullptr;
+    size_t longest = 0;
+    for (const auto& [prefix, answer] : answers_) {
+      if (statement.starts_with(prefix) && prefix.size() >= longest) {
+        best = &answer;
+        longest = prefix.size();
+      }
+    }
+    if (best == nullptr) throw platform::Error("execute", "unknown statement: " + std::string(statement));
+    return (*best)();
+  }
+  const std::vector<std::string>& Sent() const { return sent_; }
+  void Forget() { sent_.clear(); }
+
+ private:
+  std::string connection_string_;
+  std::map<std::string, std::function<platform::Recordset()>> answers_;
+  std::vector<std::string> sent_;
+};
+
+}  // namespace stockbook::testing
