@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/text_metrics.h"
+#include "sheet/paint/appearance.h"
+#include "sheet/paint/rect.h"
+
+namespace stockbook::sheet {
+
+class Sheet;
+
+struct SnapshotRow {
+  int row = 0;
+  int y = 0;
+  int height = 0;
+  int16_t level = 0;
+  int16_t next_level = -1;  // of the shown row behind it; -1 behind the last
+  bool node = false;
+  bool collapsed = false;
+  bool governs = false;  // a node with lines: it has a sign
+};
+
+struct SnapshotColumn {
+  int column = 0;
+  int x = 0;
+  int width = 0;
+};
+
+struct SnapshotCell {
+  uint32_t text_first = 0;
+  uint32_t text_size = 0;
+  platform::Colour back = 0;
+  platform::Colour fore = 0;
+  uint16_t font = 0;
+  platform::Alignment alignment = platform::Alignment::kLeftCenter;  // never kGeneral
+  bool number = false;                                               // must not be cut off without telling
+  const platform::Picture* picture = nullptr;
+  platform::PictureAlignment picture_alignment = platform::PictureAlignment::kLeftTop;
+};
+
+// The cells of one part of the view that scrolls together, row by row.
+struct SnapshotPane {
+  Rect area;   // seen of the pane, within the snapshot's area
+  Rect cells;  // what its rows and columns cover, parts out of sight included
+  bool fixed = false;
+  platform::Colour back = 0;  // of most cells
+  std::vector<SnapshotRow> rows;
+  std::vector<SnapshotColumn> columns;
+  std::vector<SnapshotCell> content;  // rows.size() x columns.size()
+
+  const SnapshotCell& At(size_t row, size_t column) const { return content[row * columns.size() + column]; }
+  Rect CellRect(size_t row, size_t column) const {
+    return {columns[column].x, rows[row].y, columns[column].width, rows[row].height};
+  }
+};
+
+// Everything that an area of the view shows, taken from the sheet at one moment and independent of it from then on: what
+// painting needs and nothing else. It costs what is seen, whatever the number of rows.
+class Snapshot {
+ public:
+  // Of the part of the view in `area`, in device pixels.
+  static Snapshot Of(const Sheet& sheet, const Rect& area);
+  // Of the whole view.
+  static Snapshot Of(const Sheet& sheet);
+
+  const Rect& area() const { return area_; }
+  double scale() const { return scale_; }
+  const Appearance& appearance() const { return appearance_; }
+  const std::vector<SnapshotPane>& panes() const { return panes_; }
+  // Where the sheet has cells; the rest of the view is background.
+  const Rect& cells() const { return cells_; }
+  // The current cell with its pane; empty when it is out of sight.
+  const Rect& current() const { return current_; }
+  const Rect& current_pane() const { return current_pane_; }
+  // The right edge of the frozen columns, or -1.
+  int frozen_edge() const { return frozen_edge_; }
+  // The column whose cells carry the tree, or -1.
+  int outline_column() const { return outline_column_; }
+  const platform::Font& FontOf(const SnapshotCell& cell) const { return fonts_[cell.font]; }
+  const std::vector<platform::Font>& fonts() const { return fonts_; }
+  std::string_view TextOf(const SnapshotCell& cell) const {
+    return std::string_view(texts_).substr(cell.text_first, cell.text_size);
+  }
+
+ private:
+  friend class SnapshotBuilder;
+
+  Rect area_;
+  double scale_ = 1;
+  Appearance appearance_;
+  std::vector<SnapshotPane> panes_;
+  Rect cells_;
+  Rect current_;
+  Rect current_pane_;
+  int frozen_edge_ = -1;
+  int outline_column_ = -1;
+  std::vector<platform::Font> fonts_;
+  std::vector<platform::PictureRef> pictures_;  // keeps the cells' pictures alive
+  std::string texts_;
+};
+
+}  // namespace stockbook::sheet
