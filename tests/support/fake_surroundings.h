@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "control/stockbook.h"
+#include "platform/clipboard.h"
+#include "platform/control_site.h"
+#include "platform/images.h"
+#include "platform/menu.h"
+#include "platform/text_metrics.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::testing {
+
+class FakePicture : public platform::Picture {
+ public:
+  explicit FakePicture(std::string picture_name) : name(std::move(picture_name)) {}
+  int WidthPx() const override { return 16; }
+  int HeightPx() const override { return 16; }
+  std::string name;
+};
+
+inline platform::PictureRef MakePicture(const std::string& name) { return std::make_shared<FakePicture>(name); }
+inline std::string NameOf(const platform::PictureRef& picture) {
+  return picture ? static_cast<const FakePicture&>(*picture).name : std::string();
+}
+
+// Has a picture for every key.
+class FakeImages : public platform::Images {
+ public:
+  platform::PictureRef Find(std::string_view key) const override {
+    auto& picture = pictures_[std::string(key)];
+    if (!picture) picture = MakePicture(std::string(key));
+    return picture;
+  }
+
+ private:
+  mutable std::map<std::string, platform::PictureRef> pictures_;
+};
+
+// Lines of `line_height_twips` whatever the text; 15 twips a pixel.
+class FakeTextMetrics : public platform::TextMetrics {
+ public:
+  double TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const override {
+    return line_height_twips * font.size_pt / 9.0;
+  }
+  double TextWidthTwips(std::string_view text, const platform::Font& /*font*/) const override {
+    return static_cast<double>(text.size()) * 100.0;
+  }
+  double TwipsPerPixelX() const override { return 15; }
+  double TwipsPerPixelY() const override { return 15; }
+  double line_height_twips = 210.5;
+};
+
+class FakeMenu : public platform::Menu {
+ public:
+  platform::MenuChoice PopUp(const platform::MenuItem& /*menu*/) override { return {}; }
+};
+
+class FakeClipboard : public platform::Clipboard {
+ public:
+  void Clear() override { text.clear(); }
+  void SetText(std::string_view new_text) override { text = new_text; }
+  std::string text;
+};
+
+class FakeSite : public platform::ControlSite {
+ public:
+  void PropertyChanged(std::string_view key) override { changed.emplace_back(key); }
+  void FrameChanged() override { ++frames; }
+  std::vector<std::string> changed;
+  int frames = 0;
+};
+
+// A control over the real sheet with everything else faked; the sheet starts with a 9 point font.
+struct ControlOverFakes {
+  ControlOverFakes() : control(std::make_unique<control::Stockbook>(Around())) {}
+  control::Surroundings Around() {
+    platform::Font font = fg.GridFont();
+    font.size_pt = 9;
+    fg.SetGridFont(font);
+    return {fg, fg1, metrics, images, menu, clipboard, site};
+  }
+
+  sheet::Sheet fg;
+  sheet::Sheet fg1;
+  FakeTextMetrics metrics;
+  FakeImages images;
+  FakeMenu menu;
+  FakeClipboard clipboard;
+  FakeSite site;
+  std::unique_ptr<control::Stockbook> control;
+};
+
+}  // namespace stockbook::testing
