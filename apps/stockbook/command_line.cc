@@ -11,7 +11,8 @@ namespace {
 std::string Quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
 const Option* FindOption(std::span<const Option> options, std::string_view name) {
-  const auto found = std::find_if(options.begin(), options.end(), [&](const Option& option) { return option.name == name; });
+  const auto found =
+      std::find_if(options.begin(), options.end(), [&](const Option& option) { return option.name == name; });
   return found == options.end() ? nullptr : &*found;
 }
 
@@ -58,9 +59,11 @@ void CommandLine::TakeLong(std::span<const std::string> arguments, size_t& at, s
 
 void CommandLine::TakeLetter(std::span<const std::string> arguments, size_t& at, std::span<const Option> options) {
   const std::string_view argument = arguments[at];
-  const auto found = std::find_if(options.begin(), options.end(),
-                                  [&](const Option& option) { return option.letter != 0 && option.letter == argument[1]; });
-  if (found == options.end() || argument.size() > 2) throw UsageError("There is no option " + Quoted(argument) + " here.");
+  const auto found = std::find_if(options.begin(), options.end(), [&](const Option& option) {
+    return option.letter != 0 && option.letter == argument[1];
+  });
+  if (found == options.end() || argument.size() > 2)
+    throw UsageError("There is no option " + Quoted(argument) + " here.");
   Store(*found, found->kind == OptionKind::Flag ? std::string() : TakeValue(arguments, at, argument));
 }
 
@@ -88,8 +91,8 @@ std::optional<int64_t> CommandLine::Integer(std::string_view name, int64_t least
   if (!text) return std::nullopt;
   const auto number = base::ParseInteger(*text);
   if (!number || *number < least || *number > most) {
-    throw UsageError("The option --" + std::string(name) + " needs a whole number from " + std::to_string(least) + " to " +
-                     std::to_string(most) + ", not " + Quoted(*text) + ".");
+    throw UsageError("The option --" + std::string(name) + " needs a whole number from " + std::to_string(least) +
+                     " to " + std::to_string(most) + ", not " + Quoted(*text) + ".");
   }
   return number;
 }

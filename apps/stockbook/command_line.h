@@ -29,8 +29,9 @@ struct Option {
 };
 
 // The arguments of one command, taken apart: long options as `--name value` or `--name=value`, flags, letters as
-// `-o FILE`, and everything else in its order. `--` ends the options; `-` alone is no option. A value may begin with one
-// dash (`--second -1`) but not with two, unless it is written with `=`. Throws UsageError for what it does not know.
+// `-o FILE`, and everything else in its order. `--` ends the options; `-` alone is no option. A value may begin with
+// one dash (`--second -1`) but not with two, unless it is written with `=`. Throws UsageError for what it does not
+// know.
 class CommandLine {
  public:
   CommandLine(std::span<const std::string> arguments, std::span<const Option> options);

@@ -18,7 +18,8 @@ namespace {
 constexpr std::string_view kOpen = "open";
 
 const Command* FindCommand(std::span<const Command> commands, std::string_view name) {
-  const auto found = std::find_if(commands.begin(), commands.end(), [&](const Command& command) { return command.name == name; });
+  const auto found =
+      std::find_if(commands.begin(), commands.end(), [&](const Command& command) { return command.name == name; });
   return found == commands.end() ? nullptr : &*found;
 }
 
@@ -82,7 +83,8 @@ int RunProgram(std::span<const Command> commands, const std::vector<std::string>
   const Command* command = arguments.empty() ? nullptr : FindCommand(commands, arguments.front());
   if (command != nullptr) return RunCommand(*command, {arguments.begin() + 1, arguments.end()}, terminal);
   const Command* open = FindCommand(commands, kOpen);
-  if (open != nullptr && (arguments.empty() || MeansOpen(arguments.front()))) return RunCommand(*open, arguments, terminal);
+  if (open != nullptr && (arguments.empty() || MeansOpen(arguments.front())))
+    return RunCommand(*open, arguments, terminal);
   if (arguments.empty()) {
     PrintOverview(commands, terminal.err);
     return kExitUsage;

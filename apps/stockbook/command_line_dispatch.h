@@ -29,8 +29,9 @@ inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-// Runs the command that the arguments name and returns the exit code. Without a command word it is `open`: when there are
-// no arguments, or the first one is an option, a file that exists, or ends in ".db". Every error is one line on `err`.
+// Runs the command that the arguments name and returns the exit code. Without a command word it is `open`: when there
+// are no arguments, or the first one is an option, a file that exists, or ends in ".db". Every error is one line on
+// `err`.
 int RunProgram(std::span<const Command> commands, const std::vector<std::string>& arguments, Terminal& terminal);
 
 // The text without line breaks and other control characters, so that a message stays one line whatever is quoted in it.

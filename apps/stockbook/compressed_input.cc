@@ -23,7 +23,10 @@ namespace {
 
 constexpr size_t kBlock = size_t{1} << 16;
 constexpr uint64_t kMostMemory = uint64_t{1} << 30;
-constexpr std::string_view kXzMagic("\xFD" "7zXZ\0", 6);
+constexpr std::string_view kXzMagic(
+    "\xFD"
+    "7zXZ\0",
+    6);
 constexpr std::string_view kGzipMagic("\x1F\x8B", 2);
 
 [[noreturn]] void Fail(const std::string& name, const std::string& reason) {
@@ -34,7 +37,8 @@ constexpr std::string_view kGzipMagic("\x1F\x8B", 2);
 class PlainSource : public ByteSource {
  public:
   PlainSource(std::string name, std::istream& in) : name_(std::move(name)), in_(in) { Fill(); }
-  PlainSource(std::string name, std::unique_ptr<std::istream> file) : name_(std::move(name)), file_(std::move(file)), in_(*file_) {
+  PlainSource(std::string name, std::unique_ptr<std::istream> file)
+      : name_(std::move(name)), file_(std::move(file)), in_(*file_) {
     Fill();
   }
 
@@ -98,7 +102,8 @@ class XzSource : public ByteSource {
     const std::string& name = packed_->name();
     if (code == LZMA_BUF_ERROR) Fail(name, "its xz data ends too early; fetch the file again");
     if (code == LZMA_FORMAT_ERROR) Fail(name, "it is no xz data");
-    if (code == LZMA_MEM_ERROR || code == LZMA_MEMLIMIT_ERROR) Fail(name, "unpacking it needs more than 1 GiB of memory");
+    if (code == LZMA_MEM_ERROR || code == LZMA_MEMLIMIT_ERROR)
+      Fail(name, "unpacking it needs more than 1 GiB of memory");
     Fail(name, "its xz data is damaged; fetch the file again");
   }
 
@@ -113,7 +118,8 @@ class GzipSource : public ByteSource {
  public:
   explicit GzipSource(std::unique_ptr<PlainSource> packed) : packed_(std::move(packed)) {
     constexpr int kGzipAlone = 16;
-    if (inflateInit2(&stream_, MAX_WBITS + kGzipAlone) != Z_OK) Fail(packed_->name(), "there is not enough memory to unpack it");
+    if (inflateInit2(&stream_, MAX_WBITS + kGzipAlone) != Z_OK)
+      Fail(packed_->name(), "there is not enough memory to unpack it");
   }
   ~GzipSource() override { inflateEnd(&stream_); }
   GzipSource(const GzipSource&) = delete;

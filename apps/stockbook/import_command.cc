@@ -74,7 +74,8 @@ class LineReports {
     ++tally.skipped;
     ++tally.reasons[static_cast<size_t>(reason)];
     if (tally.skipped <= kReportsShown) err_ << "stockbook import: " << OneLine(sentence) << "; it is skipped.\n";
-    if (tally.skipped == kReportsShown + 1) err_ << "stockbook import: Further lines that are skipped are only counted.\n";
+    if (tally.skipped == kReportsShown + 1)
+      err_ << "stockbook import: Further lines that are skipped are only counted.\n";
   }
 
  private:
@@ -110,9 +111,9 @@ Tally ReadLines(CsvReader& reader, const MovementReader& movements, LineReports&
 }
 
 void PrintTally(const Tally& tally, const ImportInventory& inventory, std::ostream& out) {
-  out << "Read " << tally.read << " lines: imported " << tally.read - tally.skipped << " (" << inventory.issues() << " issues, "
-      << inventory.receipts() << " receipts; " << inventory.bills() << " bills, " << inventory.products() << " products, "
-      << inventory.periods() << " periods), skipped " << tally.skipped;
+  out << "Read " << tally.read << " lines: imported " << tally.read - tally.skipped << " (" << inventory.issues()
+      << " issues, " << inventory.receipts() << " receipts; " << inventory.bills() << " bills, " << inventory.products()
+      << " products, " << inventory.periods() << " periods), skipped " << tally.skipped;
   const char* separator = ": ";
   for (size_t index = 0; index < kSkipReasonCount; ++index) {
     if (tally.reasons[index] == 0) continue;
@@ -141,8 +142,9 @@ int RunImport(const std::vector<std::string>& arguments, Terminal& terminal) {
   LineReports reports(terminal.err, line.Has("strict"));
   const Tally tally = ReadLines(reader, MovementReader(mapping, direction), reports, inventory);
   if (tally.read == tally.skipped) {
-    throw platform::Error("import", "No line of " + std::to_string(tally.read) +
-                                        " could be imported, so that no inventory is written; look at --map and --delimiter.");
+    throw platform::Error("import",
+                          "No line of " + std::to_string(tally.read) +
+                              " could be imported, so that no inventory is written; look at --map and --delimiter.");
   }
   inventory.Complete();
   writer.Finish();

@@ -32,7 +32,8 @@ auto ById(const Map& map, IdOf id_of) {
   std::vector<const typename Map::value_type*> entries;
   entries.reserve(map.size());
   for (const auto& entry : map) entries.push_back(&entry);
-  std::sort(entries.begin(), entries.end(), [&](const auto* a, const auto* b) { return id_of(a->second) < id_of(b->second); });
+  std::sort(entries.begin(), entries.end(),
+            [&](const auto* a, const auto* b) { return id_of(a->second) < id_of(b->second); });
   return entries;
 }
 
@@ -75,7 +76,8 @@ int64_t ImportInventory::ProjectOf(const Movement& movement) {
 
 int64_t ImportInventory::BillOf(const Movement& movement, int64_t partner_id, int64_t project_id) {
   // The parts are numbers but for the last one, so that no two keys run into each other.
-  const std::array parts{movement.direction == Direction::Receipt ? int64_t{0} : int64_t{1}, movement.date.seconds(), partner_id, project_id};
+  const std::array parts{movement.direction == Direction::Receipt ? int64_t{0} : int64_t{1}, movement.date.seconds(),
+                         partner_id, project_id};
   bill_key_.clear();
   for (const int64_t part : parts) bill_key_.append(std::to_string(part)).append("|");
   bill_key_ += movement.bill;
@@ -93,7 +95,8 @@ void ImportInventory::WriteBill(const Movement& movement, int64_t bill_id, int64
   std::string number = movement.bill;
   if (number.empty()) {
     // Bills without a number get the day and a count.
-    number = base::ReplaceAll(movement.date.Text().substr(0, 10), "-", "") + "-" + Padded(++bills_of_day_[movement.date.days()], 4);
+    number = base::ReplaceAll(movement.date.Text().substr(0, 10), "-", "") + "-" +
+             Padded(++bills_of_day_[movement.date.days()], 4);
   }
   const std::string period = PeriodText(month);
   BillRecord bill;

@@ -43,11 +43,13 @@ void ImportMapping::Read(std::string_view text) {
   const std::string_view key = base::TrimBlanks(text.substr(0, equals));
   const auto found = std::find(kFieldNames.begin(), kFieldNames.end(), key);
   if (equals == std::string_view::npos || found == kFieldNames.end()) {
-    throw UsageError("The mapping '" + std::string(text) +
-                     "' is none: write FIELD=COLUMN, FIELD being product, name, bill, date, quantity, price, partner or project.");
+    throw UsageError(
+        "The mapping '" + std::string(text) +
+        "' is none: write FIELD=COLUMN, FIELD being product, name, bill, date, quantity, price, partner or project.");
   }
   const std::string_view column = base::TrimBlanks(text.substr(equals + 1));
-  if (column.empty()) throw UsageError("The mapping '" + std::string(text) + "' names no column; write it behind the =.");
+  if (column.empty())
+    throw UsageError("The mapping '" + std::string(text) + "' names no column; write it behind the =.");
   auto& name = names_[static_cast<size_t>(found - kFieldNames.begin())];
   if (name) throw UsageError("The mapping names " + std::string(key) + " twice; name it once.");
   name = column;
@@ -60,11 +62,12 @@ void ImportMapping::Locate(const std::vector<std::string_view>& header) {
     const auto matches = [&](std::string_view name) { return base::TrimBlanks(name) == *names_[field]; };
     const auto found = std::find_if(header.begin(), header.end(), matches);
     if (found == header.end()) {
-      throw UsageError("The table has no column '" + *names_[field] + "' for " + std::string(kFieldNames[field]) + "; it has " +
-                       Listed(header) + ".");
+      throw UsageError("The table has no column '" + *names_[field] + "' for " + std::string(kFieldNames[field]) +
+                       "; it has " + Listed(header) + ".");
     }
     if (std::any_of(found + 1, header.end(), matches)) {
-      throw UsageError("The table has two columns '" + *names_[field] + "'; give each its own name in the header line.");
+      throw UsageError("The table has two columns '" + *names_[field] +
+                       "'; give each its own name in the header line.");
     }
     columns_[field] = static_cast<size_t>(found - header.begin());
   }

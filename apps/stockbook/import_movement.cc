@@ -14,8 +14,8 @@ constexpr int kFirstYear = 1900;
 constexpr int kLastYear = 2199;
 
 constexpr std::array<std::string_view, kSkipReasonCount> kReasonTexts{
-    "empty line", "wrong quotes", "too long", "wrong number of fields", "no product", "no date", "no quantity", "no price",
-    "amount out of range"};
+    "empty line", "wrong quotes", "too long", "wrong number of fields", "no product",
+    "no date",    "no quantity",  "no price", "amount out of range"};
 
 std::string Shown(std::string_view text) {
   constexpr size_t kMost = 40;
@@ -55,7 +55,8 @@ std::optional<SkipReason> MovementReader::CheckShape(const CsvRecord& record, st
     case CsvFault::TooLong:
       explanation = "it is longer than 1 MiB, which is mostly a quote that is never closed";
       return SkipReason::TooLong;
-    case CsvFault::None: break;
+    case CsvFault::None:
+      break;
   }
   if (record.IsBlank() && mapping_.column_count() > 1) {
     explanation = "it is empty";
@@ -69,13 +70,15 @@ std::optional<SkipReason> MovementReader::CheckShape(const CsvRecord& record, st
   return std::nullopt;
 }
 
-std::optional<SkipReason> MovementReader::ReadNumbers(const CsvRecord& record, Movement& movement, std::string& explanation) const {
+std::optional<SkipReason> MovementReader::ReadNumbers(const CsvRecord& record, Movement& movement,
+                                                      std::string& explanation) const {
   const std::string_view quantity_text = mapping_.Text(ImportField::Quantity, record.fields);
   const auto decimal = ParseDecimal(quantity_text);
   const auto quantity = decimal ? QuantityOf(*decimal) : std::nullopt;
   if (!quantity) {
-    explanation = "the quantity " + Shown(quantity_text) +
-                  (decimal ? " is out of range: up to 999999999 with up to 6 decimals" : " is no number of up to 15 digits");
+    explanation =
+        "the quantity " + Shown(quantity_text) +
+        (decimal ? " is out of range: up to 999999999 with up to 6 decimals" : " is no number of up to 15 digits");
     return SkipReason::NoQuantity;
   }
   const std::string_view price_text = mapping_.Text(ImportField::Price, record.fields);
@@ -96,7 +99,8 @@ std::optional<SkipReason> MovementReader::ReadNumbers(const CsvRecord& record, M
   return std::nullopt;
 }
 
-std::optional<SkipReason> MovementReader::Read(const CsvRecord& record, Movement& movement, std::string& explanation) const {
+std::optional<SkipReason> MovementReader::Read(const CsvRecord& record, Movement& movement,
+                                               std::string& explanation) const {
   if (const auto reason = CheckShape(record, explanation)) return reason;
   const auto text = [&](ImportField field) { return base::CleanUtf8(mapping_.Text(field, record.fields)); };
   movement.product = text(ImportField::Product);
@@ -107,7 +111,8 @@ std::optional<SkipReason> MovementReader::Read(const CsvRecord& record, Movement
   const std::string_view date_text = mapping_.Text(ImportField::Date, record.fields);
   const auto date = ReadDate(date_text);
   if (!date) {
-    explanation = "the date " + Shown(date_text) + " is none of the years 1900 to 2199, written yyyy-MM-dd or yyyy-MM-dd HH:mm:ss";
+    explanation = "the date " + Shown(date_text) +
+                  " is none of the years 1900 to 2199, written yyyy-MM-dd or yyyy-MM-dd HH:mm:ss";
     return SkipReason::NoDate;
   }
   movement.date = *date;

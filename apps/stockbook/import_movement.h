@@ -15,7 +15,17 @@
 namespace stockbook::app {
 
 // Why a line of the table is not imported.
-enum class SkipReason { EmptyLine, BadQuotes, TooLong, FieldCount, NoProduct, NoDate, NoQuantity, NoPrice, AmountOutOfRange };
+enum class SkipReason {
+  EmptyLine,
+  BadQuotes,
+  TooLong,
+  FieldCount,
+  NoProduct,
+  NoDate,
+  NoQuantity,
+  NoPrice,
+  AmountOutOfRange
+};
 inline constexpr size_t kSkipReasonCount = 9;
 
 // The reason in a few words, as the closing line counts it: "no date".

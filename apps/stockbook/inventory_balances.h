@@ -14,7 +14,8 @@ namespace stockbook::app {
 
 // Months are counted: year x 12 + month - 1.
 int MonthOf(base::Date date);
-// The period of a month, "2026-03": its first four characters are the year, its last two the month, and it sorts as text.
+// The period of a month, "2026-03": its first four characters are the year, its last two the month, and it sorts as
+// text.
 std::string PeriodText(int month);
 
 // Whether an account without an opening balance has a row of zeros in the first period.
@@ -31,7 +32,8 @@ class BalanceBook {
   // Calls `take` for every row, by owner, product and month: a row for the first month where `first` says so or the
   // account was opened, and one for every month from then, else from the account's first line on. `months` ascend and
   // include every month entered.
-  void ForEachRow(const std::vector<int>& months, FirstPeriodRows first, const std::function<void(const BalanceRecord&)>& take) const;
+  void ForEachRow(const std::vector<int>& months, FirstPeriodRows first,
+                  const std::function<void(const BalanceRecord&)>& take) const;
 
  private:
   struct Month {

@@ -10,13 +10,15 @@ namespace stockbook::app {
 InsertCursor::InsertCursor(sqlite3* database, const InventoryTable& table, const std::string& file)
     : database_(database), table_(table), file_(file) {
   const std::string sql = InsertStatement(table);
-  Check(sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement_, nullptr));
+  Check(sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement_,
+                           nullptr));
 }
 
 InsertCursor::~InsertCursor() { sqlite3_finalize(statement_); }
 
 void InsertCursor::Expect(size_t count) const {
-  if (count != table_.columns.size()) throw std::logic_error("A row of " + std::string(table_.name) + " has another number of values.");
+  if (count != table_.columns.size())
+    throw std::logic_error("A row of " + std::string(table_.name) + " has another number of values.");
 }
 
 void InsertCursor::Bind(int index, int64_t number) { Check(sqlite3_bind_int64(statement_, index, number)); }
@@ -41,8 +43,9 @@ void InsertCursor::BindCopy(int index, const std::string& text) {
 
 void InsertCursor::Check(int code) const {
   if (code == SQLITE_OK) return;
-  throw platform::Error("write an inventory",
-                        "Cannot write '" + file_ + "', table " + std::string(table_.name) + ": " + sqlite3_errmsg(database_) + ".", code);
+  throw platform::Error(
+      "write an inventory",
+      "Cannot write '" + file_ + "', table " + std::string(table_.name) + ": " + sqlite3_errmsg(database_) + ".", code);
 }
 
 void InsertCursor::Step() {

@@ -32,7 +32,8 @@ Wide DivideHalfToEven(Wide numerator, Wide denominator) {
 }
 
 base::Money Checked(Wide units) {
-  if (units > std::numeric_limits<int64_t>::max() || units < std::numeric_limits<int64_t>::min()) base::Money::ThrowOverflow();
+  if (units > std::numeric_limits<int64_t>::max() || units < std::numeric_limits<int64_t>::min())
+    base::Money::ThrowOverflow();
   return base::Money::FromUnits(static_cast<int64_t>(units));
 }
 

@@ -12,16 +12,17 @@ constexpr std::string_view kMoney = "MONEY TEXT";
 constexpr std::string_view kNumber = "REAL";
 
 constexpr InventoryColumn kBills[] = {
-    {"BillID", kKey}, {"AccPeriod", kText}, {"BillDate", kDate},  {"年份", kWhole}, {"月份", kWhole},   {"日子", kWhole},
-    {"单据类型", kText}, {"单据编号", kText}, {"类型", kText},    {"说明", kText},  {"dpID", kWhole},   {"ksID", kWhole},
-    {"pjID", kWhole}, {"录入员", kText},    {"录入日期", kDate},  {"审核员", kText}, {"审核日期", kDate},
+    {"BillID", kKey},  {"AccPeriod", kText}, {"BillDate", kDate}, {"年份", kWhole},  {"月份", kWhole},
+    {"日子", kWhole},  {"单据类型", kText},  {"单据编号", kText}, {"类型", kText},   {"说明", kText},
+    {"dpID", kWhole},  {"ksID", kWhole},     {"pjID", kWhole},    {"录入员", kText}, {"录入日期", kDate},
+    {"审核员", kText}, {"审核日期", kDate},
 };
 
 constexpr InventoryColumn kLines[] = {
-    {"RecID", kKey},      {"BillID", kWhole},   {"pdID", kWhole},    {"dpID", kWhole},      {"ksID", kWhole},
-    {"pjID", kWhole},     {"OtherID", kWhole},  {"数量", kNumber},   {"Qty2", kNumber},     {"除税单价", kNumber},
-    {"除税金额", kMoney}, {"税率", kNumber},    {"税额", kMoney},    {"单价", kNumber},     {"金额", kMoney},
-    {"经手人", kText},    {"交接人", kText},    {"包装", kText},     {"货位", kText},       {"期限", kText},
+    {"RecID", kKey},      {"BillID", kWhole},     {"pdID", kWhole},  {"dpID", kWhole},  {"ksID", kWhole},
+    {"pjID", kWhole},     {"OtherID", kWhole},    {"数量", kNumber}, {"Qty2", kNumber}, {"除税单价", kNumber},
+    {"除税金额", kMoney}, {"税率", kNumber},      {"税额", kMoney},  {"单价", kNumber}, {"金额", kMoney},
+    {"经手人", kText},    {"交接人", kText},      {"包装", kText},   {"货位", kText},   {"期限", kText},
     {"SerialNo", kText},  {"ProductDate", kDate},
 };
 
@@ -29,15 +30,16 @@ constexpr InventoryColumn kDepots[] = {{"dpID", kKey}, {"仓库名称", kText}};
 
 constexpr InventoryColumn kPartners[] = {{"KSID", kKey}, {"企业名称", kText}, {"ClassCode", kText}};
 
-constexpr InventoryColumn kProjects[] = {{"项目ID", kKey}, {"项目名称", kText}, {"项目编号", kText}, {"ClassCode", kText}};
+constexpr InventoryColumn kProjects[] = {
+    {"项目ID", kKey}, {"项目名称", kText}, {"项目编号", kText}, {"ClassCode", kText}};
 
 constexpr InventoryColumn kProducts[] = {
-    {"pdID", kKey},         {"商品名称", kText},    {"商品编号", kText},    {"规格", kText},        {"型号", kText},
-    {"计量单位", kText},    {"计量2", kText},       {"计价方法", kText},    {"进位方法", kText},    {"最低库存", kNumber},
-    {"最高库存", kNumber},  {"输入简码", kText},    {"KSID", kWhole},       {"默认单价", kNumber},  {"普通税率", kNumber},
-    {"增值税率", kNumber},  {"购进单价", kNumber},  {"普购税率", kNumber},  {"增购税率", kNumber},  {"ClassCode", kText},
-    {"单位数量", kNumber},  {"存放位置", kText},    {"商品条码", kText},    {"生产厂家", kText},    {"备注", kText},
-    {"别名", kText},        {"颜色", kText},        {"重量", kNumber},      {"定义", kText},
+    {"pdID", kKey},        {"商品名称", kText},   {"商品编号", kText},   {"规格", kText},       {"型号", kText},
+    {"计量单位", kText},   {"计量2", kText},      {"计价方法", kText},   {"进位方法", kText},   {"最低库存", kNumber},
+    {"最高库存", kNumber}, {"输入简码", kText},   {"KSID", kWhole},      {"默认单价", kNumber}, {"普通税率", kNumber},
+    {"增值税率", kNumber}, {"购进单价", kNumber}, {"普购税率", kNumber}, {"增购税率", kNumber}, {"ClassCode", kText},
+    {"单位数量", kNumber}, {"存放位置", kText},   {"商品条码", kText},   {"生产厂家", kText},   {"备注", kText},
+    {"别名", kText},       {"颜色", kText},       {"重量", kNumber},     {"定义", kText},
 };
 
 constexpr InventoryColumn kClasses[] = {{"ClassCode", kText}, {"ClassName", kText}};

@@ -16,20 +16,28 @@ double PriceOf(const StockSums& stock) { return base::SafeDivide(stock.amount.To
 
 TableName BalanceTable(BalanceOwner owner) {
   switch (owner) {
-    case BalanceOwner::Suppliers: return TableName::SupplierBalances;
-    case BalanceOwner::Customers: return TableName::CustomerBalances;
-    case BalanceOwner::Projects: return TableName::ProjectBalances;
-    case BalanceOwner::Depots: break;
+    case BalanceOwner::Suppliers:
+      return TableName::SupplierBalances;
+    case BalanceOwner::Customers:
+      return TableName::CustomerBalances;
+    case BalanceOwner::Projects:
+      return TableName::ProjectBalances;
+    case BalanceOwner::Depots:
+      break;
   }
   return TableName::DepotBalances;
 }
 
 TableName ClassTable(ClassTree tree) {
   switch (tree) {
-    case ClassTree::Suppliers: return TableName::SupplierClasses;
-    case ClassTree::Customers: return TableName::CustomerClasses;
-    case ClassTree::Projects: return TableName::ProjectClasses;
-    case ClassTree::Products: break;
+    case ClassTree::Suppliers:
+      return TableName::SupplierClasses;
+    case ClassTree::Customers:
+      return TableName::CustomerClasses;
+    case ClassTree::Projects:
+      return TableName::ProjectClasses;
+    case ClassTree::Products:
+      break;
   }
   return TableName::ProductClasses;
 }
@@ -47,8 +55,11 @@ InventoryWriter::InventoryWriter(const std::string& path) : file_(path) {
     throw platform::Error("write an inventory", "Cannot write '" + path + "': " + sqlite3_errstr(code) + ".", code);
   }
   // Nobody else knows the file, and an interrupted one is thrown away: no journal, no waiting for the disk.
-  Execute("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; BEGIN");
-  for (size_t index = 0; index < kTableCount; ++index) Execute(CreateStatement(InventoryTableOf(static_cast<TableName>(index))));
+  Execute(
+      "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; "
+      "BEGIN");
+  for (size_t index = 0; index < kTableCount; ++index)
+    Execute(CreateStatement(InventoryTableOf(static_cast<TableName>(index))));
 }
 
 InventoryWriter::~InventoryWriter() {
@@ -73,34 +84,39 @@ InsertCursor& InventoryWriter::Into(TableName table) {
 void InventoryWriter::AddBill(Direction direction, const BillRecord& bill) {
   const base::DateParts day = bill.date.parts();
   Into(direction == Direction::Receipt ? TableName::ReceiptBills : TableName::IssueBills)
-      .Row(bill.bill_id, bill.period, bill.date, day.year, day.month, day.day, bill.type_name, bill.number, bill.kind, bill.explain,
-           bill.depot_id, bill.partner_id, bill.project_id, bill.entered_by, bill.entered_on, bill.audited_by, bill.audited_on);
+      .Row(bill.bill_id, bill.period, bill.date, day.year, day.month, day.day, bill.type_name, bill.number, bill.kind,
+           bill.explain, bill.depot_id, bill.partner_id, bill.project_id, bill.entered_by, bill.entered_on,
+           bill.audited_by, bill.audited_on);
 }
 
 void InventoryWriter::AddLine(Direction direction, const LineRecord& line) {
   Into(direction == Direction::Receipt ? TableName::ReceiptLines : TableName::IssueLines)
-      .Row(line.record_id, line.bill_id, line.product_id, line.depot_id, line.partner_id, line.project_id, line.other_id,
-           line.quantity, line.quantity2, line.price, line.amount, line.tax_rate, line.tax, line.tax_price, line.tax_amount,
-           line.handler, line.counterpart, line.packing, line.place, line.term, line.serial_number, line.produced_on);
+      .Row(line.record_id, line.bill_id, line.product_id, line.depot_id, line.partner_id, line.project_id,
+           line.other_id, line.quantity, line.quantity2, line.price, line.amount, line.tax_rate, line.tax,
+           line.tax_price, line.tax_amount, line.handler, line.counterpart, line.packing, line.place, line.term,
+           line.serial_number, line.produced_on);
 }
 
 void InventoryWriter::AddDepot(int64_t depot_id, std::string_view name) { Into(TableName::Depots).Row(depot_id, name); }
 
-void InventoryWriter::AddPartner(Partners partners, int64_t partner_id, std::string_view name, std::string_view class_code) {
+void InventoryWriter::AddPartner(Partners partners, int64_t partner_id, std::string_view name,
+                                 std::string_view class_code) {
   Into(partners == Partners::Suppliers ? TableName::Suppliers : TableName::Customers).Row(partner_id, name, class_code);
 }
 
-void InventoryWriter::AddProject(int64_t project_id, std::string_view name, std::string_view number, std::string_view class_code) {
+void InventoryWriter::AddProject(int64_t project_id, std::string_view name, std::string_view number,
+                                 std::string_view class_code) {
   Into(TableName::Projects).Row(project_id, name, number, class_code);
 }
 
 void InventoryWriter::AddProduct(const ProductRecord& product) {
   Into(TableName::Products)
-      .Row(product.product_id, product.name, product.number, product.specification, product.model, product.unit, product.unit2,
-           product.costing, product.rounding, product.least_stock, product.most_stock, product.short_code, product.supplier_id,
-           product.price, product.ordinary_tax_rate, product.vat_rate, product.purchase_price, product.ordinary_purchase_tax_rate,
-           product.purchase_vat_rate, product.class_code, product.per_package, product.place, product.barcode, product.maker,
-           product.remark, product.alias, product.colour, product.weight, product.definition);
+      .Row(product.product_id, product.name, product.number, product.specification, product.model, product.unit,
+           product.unit2, product.costing, product.rounding, product.least_stock, product.most_stock,
+           product.short_code, product.supplier_id, product.price, product.ordinary_tax_rate, product.vat_rate,
+           product.purchase_price, product.ordinary_purchase_tax_rate, product.purchase_vat_rate, product.class_code,
+           product.per_package, product.place, product.barcode, product.maker, product.remark, product.alias,
+           product.colour, product.weight, product.definition);
 }
 
 void InventoryWriter::AddClass(ClassTree tree, std::string_view code, std::string_view name) {
@@ -118,16 +134,18 @@ void InventoryWriter::AddBalance(BalanceOwner owner, const BalanceRecord& row) {
   const StockSums& last = row.carried_forward;
   InsertCursor& table = Into(BalanceTable(owner));
   if (owner == BalanceOwner::Depots) {
-    table.Row(row.id, row.owner_id, row.product_id, period, row.month / 12, row.month % 12 + 1, PriceOf(last), last.quantity,
-              last.quantity2, last.amount, row.received.quantity, row.received.quantity2, row.received.amount, row.issued.quantity,
-              row.issued.quantity2, row.issued.amount);
+    table.Row(row.id, row.owner_id, row.product_id, period, row.month / 12, row.month % 12 + 1, PriceOf(last),
+              last.quantity, last.quantity2, last.amount, row.received.quantity, row.received.quantity2,
+              row.received.amount, row.issued.quantity, row.issued.quantity2, row.issued.amount);
   } else {
-    table.Row(period, row.owner_id, row.product_id, PriceOf(last), last.quantity, last.quantity2, last.amount, row.received.quantity,
-              row.received.quantity2, row.received.amount, row.issued.quantity, row.issued.quantity2, row.issued.amount);
+    table.Row(period, row.owner_id, row.product_id, PriceOf(last), last.quantity, last.quantity2, last.amount,
+              row.received.quantity, row.received.quantity2, row.received.amount, row.issued.quantity,
+              row.issued.quantity2, row.issued.amount);
   }
 }
 
-void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months, FirstPeriodRows first) {
+void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months,
+                                  FirstPeriodRows first) {
   book.ForEachRow(months, first, [&](const BalanceRecord& row) { AddBalance(owner, row); });
 }
 
@@ -138,7 +156,8 @@ void InventoryWriter::Finish() {
   Execute("PRAGMA analysis_limit=2000; ANALYZE; COMMIT");
   const int code = sqlite3_close(database_.release());
   if (code != SQLITE_OK) {
-    throw platform::Error("write an inventory", "Cannot write '" + file_.target() + "': " + sqlite3_errstr(code) + ".", code);
+    throw platform::Error("write an inventory", "Cannot write '" + file_.target() + "': " + sqlite3_errstr(code) + ".",
+                          code);
   }
   file_.Commit();
   // What a replaced inventory left beside it must not be taken for a part of the new one.

@@ -17,9 +17,9 @@ namespace stockbook::app {
 
 class InsertCursor;
 
-// Writes a new inventory file: all tables, then the rows in any order, then the indexes. The file comes into being under
-// a temporary name and takes its place in Finish; without Finish nothing is left. It never reads or changes an existing
-// inventory. Errors are platform::Error. About 2 us a row.
+// Writes a new inventory file: all tables, then the rows in any order, then the indexes. The file comes into being
+// under a temporary name and takes its place in Finish; without Finish nothing is left. It never reads or changes an
+// existing inventory. Errors are platform::Error. About 2 us a row.
 class InventoryWriter {
  public:
   explicit InventoryWriter(const std::string& path);

@@ -43,7 +43,8 @@ const std::string_view kJournalUsage =
 std::span<const Option> JournalOptionList() { return kOptions; }
 
 std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line) {
-  const bool given = std::any_of(kOptions.begin(), kOptions.end(), [&](const Option& option) { return line.Has(option.name); });
+  const bool given =
+      std::any_of(kOptions.begin(), kOptions.end(), [&](const Option& option) { return line.Has(option.name); });
   if (!given) return std::nullopt;
   line.Required("journal", "give --journal material, supplier, customer or project");
   JournalOptions options;

@@ -12,12 +12,15 @@ constexpr std::array<std::string_view, kSampleBillKindCount> kPrefixes{"RK", "CG
 
 // Beyond so many usual issues in stock a product is not bought.
 constexpr int64_t kFull = 60;
-// Of the lines that need more than there is, one of so many is posted before its receipt and drives the stock below zero.
+// Of the lines that need more than there is, one of so many is posted before its receipt and drives the stock below
+// zero.
 constexpr int64_t kOverdrawnEvery = 50;
 constexpr int64_t kSecondsPerDay = 86400;
 constexpr int kDecimalsOfMoney = 4;
 
-size_t IndexBelow(SampleRandom& random, size_t count) { return static_cast<size_t>(random.Below(static_cast<int64_t>(count))); }
+size_t IndexBelow(SampleRandom& random, size_t count) {
+  return static_cast<size_t>(random.Below(static_cast<int64_t>(count)));
+}
 int64_t NumberOf(size_t index) { return static_cast<int64_t>(index) + 1; }
 
 bool Holds(const SampleBill& bill, size_t product) {
@@ -52,10 +55,16 @@ SampleBill SampleBillMaker::Make(base::Date date, int64_t most_lines) {
   const int64_t count = LineCount(most_lines);
   switch (bill.kind) {
     case SampleBillKind::StockIn:
-    case SampleBillKind::Purchase: MakeReceipts(bill, count, Limit::FillUp); break;
+    case SampleBillKind::Purchase:
+      MakeReceipts(bill, count, Limit::FillUp);
+      break;
     case SampleBillKind::StockOut:
-    case SampleBillKind::Sale: MakeIssues(bill, count); break;
-    case SampleBillKind::Transfer: MakeTransfers(bill, std::max<int64_t>(1, std::min(count, most_lines / 2))); break;
+    case SampleBillKind::Sale:
+      MakeIssues(bill, count);
+      break;
+    case SampleBillKind::Transfer:
+      MakeTransfers(bill, std::max<int64_t>(1, std::min(count, most_lines / 2)));
+      break;
   }
   if (!bill.lines.empty()) return bill;
   // Nothing to buy, since all is full, or nothing there to issue: the other way round, then, and at last in any case.
@@ -96,7 +105,8 @@ void SampleBillMaker::MakeReceipts(SampleBill& bill, int64_t count, Limit limit)
     const SampleProduct& goods = stock_.products()[*product];
     const size_t depot = random_.Pick(stock_.homes_of(*product));
     const int64_t about = goods.usual_issue * random_.Between(1000, 4600);
-    SampleLine line = LineOf(Direction::Receipt, *product, depot, MeasureOf(goods, about, SampleMeasure::WholePackages, random_));
+    SampleLine line =
+        LineOf(Direction::Receipt, *product, depot, MeasureOf(goods, about, SampleMeasure::WholePackages, random_));
     int64_t price = goods.price.units() * random_.Between(9400, 10900) / 10000;
     // Most prices are agreed in cents, the others come from a total.
     if (random_.Chance(80)) price = (price + 50) / 100 * 100;

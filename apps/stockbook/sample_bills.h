@@ -39,7 +39,8 @@ struct SampleBill {
 // is; receipts fill up what runs low. Every line it makes is entered into the stock at once.
 class SampleBillMaker {
  public:
-  SampleBillMaker(SampleStock& stock, SampleRandom& random, SampleProductRange range) : stock_(stock), random_(random), range_(range) {}
+  SampleBillMaker(SampleStock& stock, SampleRandom& random, SampleProductRange range)
+      : stock_(stock), random_(random), range_(range) {}
 
   // A bill of at least one and at most `most_lines` lines, dated and numbered by the caller.
   SampleBill Make(base::Date date, int64_t most_lines);

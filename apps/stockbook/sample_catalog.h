@@ -30,9 +30,9 @@ struct SampleProduct {
   std::string place;
   std::string short_code;
   std::string barcode;
-  Quantity per_package;  // units in one second unit, or 0
-  bool weighed = false;  // comes by weight, so that a package is only about per_package
-  base::Money price;     // purchase price without tax
+  Quantity per_package;     // units in one second unit, or 0
+  bool weighed = false;     // comes by weight, so that a package is only about per_package
+  base::Money price;        // purchase price without tax
   int64_t usual_issue = 1;  // units
 };
 
@@ -55,10 +55,10 @@ std::span<const SampleClass> SampleSupplierClasses();
 std::span<const SampleClass> SampleCustomerClasses();
 std::span<const SampleClass> SampleProjectClasses();
 
-std::span<const std::string_view> SampleClerks();     // who enter bills
-std::span<const std::string_view> SampleAuditors();   // who audit them
-std::span<const std::string_view> SampleHandlers();   // who handle goods
-std::span<const std::string_view> SampleDrivers();    // whom goods are handed to or taken from
+std::span<const std::string_view> SampleClerks();    // who enter bills
+std::span<const std::string_view> SampleAuditors();  // who audit them
+std::span<const std::string_view> SampleHandlers();  // who handle goods
+std::span<const std::string_view> SampleDrivers();   // whom goods are handed to or taken from
 std::span<const std::string_view> SamplePackings();
 std::span<const std::string_view> SampleTerms();
 

@@ -41,8 +41,9 @@ int RunSample(const std::vector<std::string>& arguments, Terminal& terminal) {
   options.seed = static_cast<uint64_t>(line.Integer("seed", 0, std::numeric_limits<int64_t>::max()).value_or(1));
   if (line.Has("one-product")) options.range = SampleProductRange::One;
   const SampleSummary made = WriteSampleInventory(path, options);
-  terminal.out << "Wrote " << OneLine(path) << ": " << made.receipts << " receipt and " << made.issues << " issue lines on " << made.bills
-               << " bills, " << PeriodText(made.first_month) << " to " << PeriodText(made.last_month) << ".\n";
+  terminal.out << "Wrote " << OneLine(path) << ": " << made.receipts << " receipt and " << made.issues
+               << " issue lines on " << made.bills << " bills, " << PeriodText(made.first_month) << " to "
+               << PeriodText(made.last_month) << ".\n";
   return kExitDone;
 }
 

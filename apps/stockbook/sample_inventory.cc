@@ -21,7 +21,8 @@ constexpr double kOrdinaryRate = 0.03;
 constexpr std::array<std::string_view, 6> kExplains{"急用", "补上月欠货", "随车送货", "自提", "样品", "月末集中开单"};
 
 int DaysIn(int month) {
-  const std::chrono::year_month at{std::chrono::year(month / 12), std::chrono::month(static_cast<unsigned>(month % 12 + 1))};
+  const std::chrono::year_month at{std::chrono::year(month / 12),
+                                   std::chrono::month(static_cast<unsigned>(month % 12 + 1))};
   return static_cast<int>(static_cast<unsigned>((at / std::chrono::last).day()));
 }
 
@@ -30,11 +31,16 @@ base::Date DayOf(int month, int day) { return *base::Date::FromParts({month / 12
 std::string_view KindCode(SampleBillKind kind, SampleRandom& random) {
   const bool cash = random.Chance(30);
   switch (kind) {
-    case SampleBillKind::Purchase: return cash ? "现购" : "赊购";
-    case SampleBillKind::Sale: return cash ? "现销" : "赊销";
-    case SampleBillKind::StockIn: return cash ? "退料" : "验收";
-    case SampleBillKind::StockOut: return cash ? "自用" : "领料";
-    case SampleBillKind::Transfer: break;
+    case SampleBillKind::Purchase:
+      return cash ? "现购" : "赊购";
+    case SampleBillKind::Sale:
+      return cash ? "现销" : "赊销";
+    case SampleBillKind::StockIn:
+      return cash ? "退料" : "验收";
+    case SampleBillKind::StockOut:
+      return cash ? "自用" : "领料";
+    case SampleBillKind::Transfer:
+      break;
   }
   return "移库";
 }
@@ -61,12 +67,13 @@ class SampleWriting {
     WriteParties();
     WriteClasses();
     for (const int month : months_) writer_.AddPeriod(month);
-    for (const BalanceOwner owner : {BalanceOwner::Depots, BalanceOwner::Suppliers, BalanceOwner::Customers, BalanceOwner::Projects}) {
+    for (const BalanceOwner owner :
+         {BalanceOwner::Depots, BalanceOwner::Suppliers, BalanceOwner::Customers, BalanceOwner::Projects}) {
       writer_.AddBalances(owner, stock_.book(owner), months_, FirstPeriodRows::OpeningsOnly);
     }
     writer_.Finish();
-    return {maker_.record_count(Direction::Receipt), maker_.record_count(Direction::Issue), next_bill_ - 1, months_.front(),
-            months_.back()};
+    return {maker_.record_count(Direction::Receipt), maker_.record_count(Direction::Issue), next_bill_ - 1,
+            months_.front(), months_.back()};
   }
 
  private:
@@ -90,7 +97,8 @@ class SampleWriting {
   }
 
   base::Date WorkingTime(base::Date day, int64_t days_later) {
-    return base::Date::FromSeconds(day.seconds() + days_later * kSecondsPerDay + random_.Between(8 * 3600, 17 * 3600 + 1800));
+    return base::Date::FromSeconds(day.seconds() + days_later * kSecondsPerDay +
+                                   random_.Between(8 * 3600, 17 * 3600 + 1800));
   }
 
   void WriteBill(const SampleBill& bill, base::Date date, int month) {
@@ -135,7 +143,8 @@ class SampleWriting {
   int64_t MainSupplierOf(size_t product) const {
     for (size_t supplier = 0; supplier < stock_.suppliers().size(); ++supplier) {
       const auto& supplied = stock_.supplied_by(supplier);
-      if (std::find(supplied.begin(), supplied.end(), product) != supplied.end()) return stock_.suppliers()[supplier].id;
+      if (std::find(supplied.begin(), supplied.end(), product) != supplied.end())
+        return stock_.suppliers()[supplier].id;
     }
     return 0;
   }
@@ -171,16 +180,23 @@ class SampleWriting {
   void WriteParties() {
     int64_t depot_id = 0;
     for (const std::string_view name : SampleDepots()) writer_.AddDepot(++depot_id, name);
-    for (const SampleParty& party : stock_.suppliers()) writer_.AddPartner(Partners::Suppliers, party.id, party.name, party.class_code);
-    for (const SampleParty& party : stock_.customers()) writer_.AddPartner(Partners::Customers, party.id, party.name, party.class_code);
-    for (const SampleParty& party : stock_.projects()) writer_.AddProject(party.id, party.name, party.number, party.class_code);
+    for (const SampleParty& party : stock_.suppliers())
+      writer_.AddPartner(Partners::Suppliers, party.id, party.name, party.class_code);
+    for (const SampleParty& party : stock_.customers())
+      writer_.AddPartner(Partners::Customers, party.id, party.name, party.class_code);
+    for (const SampleParty& party : stock_.projects())
+      writer_.AddProject(party.id, party.name, party.number, party.class_code);
   }
 
   void WriteClasses() {
-    for (const SampleClass& entry : SampleProductClasses()) writer_.AddClass(ClassTree::Products, entry.code, entry.name);
-    for (const SampleClass& entry : SampleSupplierClasses()) writer_.AddClass(ClassTree::Suppliers, entry.code, entry.name);
-    for (const SampleClass& entry : SampleCustomerClasses()) writer_.AddClass(ClassTree::Customers, entry.code, entry.name);
-    for (const SampleClass& entry : SampleProjectClasses()) writer_.AddClass(ClassTree::Projects, entry.code, entry.name);
+    for (const SampleClass& entry : SampleProductClasses())
+      writer_.AddClass(ClassTree::Products, entry.code, entry.name);
+    for (const SampleClass& entry : SampleSupplierClasses())
+      writer_.AddClass(ClassTree::Suppliers, entry.code, entry.name);
+    for (const SampleClass& entry : SampleCustomerClasses())
+      writer_.AddClass(ClassTree::Customers, entry.code, entry.name);
+    for (const SampleClass& entry : SampleProjectClasses())
+      writer_.AddClass(ClassTree::Projects, entry.code, entry.name);
   }
 
   SampleOptions options_;

@@ -6,8 +6,8 @@
 
 namespace stockbook::app {
 
-// A small generator of pseudo-random numbers that gives the same sequence from the same seed on every machine, which the
-// standard library's distributions do not. Whole numbers only. Not for secrets.
+// A small generator of pseudo-random numbers that gives the same sequence from the same seed on every machine, which
+// the standard library's distributions do not. Whole numbers only. Not for secrets.
 class SampleRandom {
  public:
   explicit SampleRandom(uint64_t seed) : state_(seed) {}

@@ -89,8 +89,10 @@ void SampleStock::DrawAssortments(SampleRandom& random, SampleProductRange range
     const size_t suppliers = product % kBestSellerEvery == 0 ? 9 : 2;
     for (const size_t supplier : Draw(random, suppliers_.size(), suppliers)) supplied_[supplier].push_back(product);
   }
-  for (size_t index = 0; index < customers_.size(); ++index) bought_.push_back(DrawAssortment(random, products_.size(), kBought));
-  for (size_t index = 0; index < projects_.size(); ++index) used_.push_back(DrawAssortment(random, products_.size(), kUsed));
+  for (size_t index = 0; index < customers_.size(); ++index)
+    bought_.push_back(DrawAssortment(random, products_.size(), kBought));
+  for (size_t index = 0; index < projects_.size(); ++index)
+    used_.push_back(DrawAssortment(random, products_.size(), kUsed));
   for (auto* assortments : {&supplied_, &bought_, &used_}) {
     for (auto& products : *assortments) {
       if (range == SampleProductRange::One || products.empty()) products = first;
@@ -104,7 +106,8 @@ void SampleStock::OpenDepots(SampleRandom& random, SampleProductRange range) {
     if (index % kNewProductEvery == kNewProductEvery - 1) continue;
     const SampleProduct& product = products_[index];
     for (const size_t depot : homes_[index]) {
-      StockSums stock = MeasureOf(product, product.usual_issue * 1000 * random.Between(5, 18), SampleMeasure::WholePackages, random);
+      StockSums stock =
+          MeasureOf(product, product.usual_issue * 1000 * random.Between(5, 18), SampleMeasure::WholePackages, random);
       const int64_t price = product.price.units() * random.Between(970, 1030) / 1000;
       stock.amount = AmountOf(stock.quantity, {price, 4});
       SampleCell& cell = cells_[depot * products_.size() + index];
@@ -119,7 +122,8 @@ void SampleStock::OpenProjects(SampleRandom& random) {
     for (const size_t index : used_[project]) {
       if (random.Chance(50)) continue;
       const SampleProduct& product = products_[index];
-      StockSums stock = MeasureOf(product, product.usual_issue * 1000 * random.Between(1, 4), SampleMeasure::WholePackages, random);
+      StockSums stock =
+          MeasureOf(product, product.usual_issue * 1000 * random.Between(1, 4), SampleMeasure::WholePackages, random);
       stock.amount = AmountOf(stock.quantity, {product.price.units(), 4});
       project_stocks_[project * products_.size() + index] = stock;
       Book(BalanceOwner::Projects).Open(projects_[project].id, product.id, stock);

@@ -37,7 +37,9 @@ class SampleStock {
 
   size_t depot_count() const { return SampleDepots().size(); }
   const SampleCell& Cell(size_t depot, size_t product) const { return cells_[depot * products_.size() + product]; }
-  const StockSums& ProjectStock(size_t project, size_t product) const { return project_stocks_[project * products_.size() + product]; }
+  const StockSums& ProjectStock(size_t project, size_t product) const {
+    return project_stocks_[project * products_.size() + product];
+  }
   // The stock of all depots, counted in usual issues.
   int64_t FillOf(size_t product) const;
 

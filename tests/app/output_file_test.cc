@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/output_file.h"
+
+#include <sstream>
+
+#include "app/inventory_fixture.h"
+#include "platform/error.h"
+
+namespace stockbook::app {
+namespace {
+
+class OutputFileTest : public InventoryTest {};
+
+TEST_F(OutputFileTest, ReplacesItsTargetOnlyAtCommit) {
+  const std::string path = Write("journal.csv", "old");
+  std::ostringstream out;
+  OutputFile file(path, out);
+  file.stream() << "new";
+  file.stream().flush();
+  EXPECT_EQ(ReadAll(path), "old");
+  file.Commit();
+  EXPECT_EQ(ReadAll(path), "new");
+  EXPECT_EQ(Files(), std::vector<std::string>{"journal.csv"});
+}
+
+TEST_F(OutputFileTest, LeavesNothingWithoutCommit) {
+  {
+    std::ostringstream out;
+    OutputFile file(PathOf("journal.csv"), out);
+    file.stream() << "half";
+    EXPECT_EQ(Files().size(), 1u);
+  }
+  EXPECT_TRUE(Files().empty());
+}
+
+TEST_F(OutputFileTest, WritesToStandardOutputForADash) {
+  std::ostringstream out;
+  OutputFile file("-", out);
+  file.stream() << "text";
+  file.Commit();
+  EXPECT_EQ(out.str(), "text");
+  EXPECT_TRUE(Files().empty());
+}
+
+TEST_F(OutputFileTest, RefusesAFolderAndAFolderThatIsNotThere) {
+  std::ostringstream out;
+  EXPECT_THROW(OutputFile(PathOf("."), out), platform::Error);
+  EXPECT_THROW(OutputFile(PathOf("missing/journal.csv"), out), platform::Error);
+  EXPECT_THROW(PendingFile(""), platform::Error);
+}
+
+TEST_F(OutputFileTest, ReportsAFullDisk) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "There is no /dev/full here.";
+  std::ostringstream out;
+  OutputFile file("/dev/full", out);
+  file.stream() << "text";
+  EXPECT_THROW(file.Commit(), platform::Error);
+}
+
+TEST_F(OutputFileTest, KeepsALinkAndReplacesTheFileBehindIt) {
+  const std::string path = Write("behind.csv", "old");
+  std::filesystem::create_symlink(path, PathOf("link.csv"));
+  std::ostringstream out;
+  OutputFile file(PathOf("link.csv"), out);
+  file.stream() << "new";
+  file.Commit();
+  EXPECT_TRUE(std::filesystem::is_symlink(PathOf("link.csv")));
+  EXPECT_EQ(ReadAll(path), "new");
+}
+
+}  // namespace
+}  // namespace stockbook::app
