@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/journal_type.h"
+#include "platform/connection.h"
+
+namespace stockbook::app {
+
+// One entry of a chooser: a subject by its key, or with key 0 the class of the code (all of them without one).
+struct CatalogEntry {
+  int32_t key = 0;
+  std::string class_code;
+  std::string text;
+
+  bool operator==(const CatalogEntry&) const = default;
+};
+
+// What there is to choose from in an inventory, read from its master tables. Errors of the database go through.
+class InventoryCatalog {
+ public:
+  explicit InventoryCatalog(platform::Connection& connection) : connection_(connection) {}
+
+  // "1001  六角螺栓  M8  GB5783", by product number.
+  std::vector<CatalogEntry> Products() const;
+  // The depots, suppliers, customers or projects of a journal type, "all" first, then the classes, then the subjects.
+  std::vector<CatalogEntry> SecondKeys(base::tqJournalTypeContants type) const;
+  // Product 1 when it has lines, else the lowest one that has; 0 when there are no lines.
+  int32_t FirstProductWithLines() const;
+
+ private:
+  int32_t LowestProduct(const std::string& statement) const;
+
+  platform::Connection& connection_;
+};
+
+}  // namespace stockbook::app

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/error.h"
+#include "qt/text.h"
+#include "stockbook/inventory_catalog.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr QSize kUsualSize(1280, 800);
+constexpr int kProgressWidth = 180;
+constexpr int kMostProgress = 100;
+
+}  // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent),
+      bar_(new JournalBar),
+      stockbook_(new qt::StockbookWidget),
+      message_(new QLabel),
+      row_count_(new QLabel),
+      progress_(new QProgressBar) {
+  auto* desk = new QWidget;
+  auto* rows = new QVBoxLayout(desk);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(bar_);
+  rows->addWidget(stockbook_, 1);
+  setCentralWidget(desk);
+  BuildMenus();
+  BuildStatusLine();
+  ConnectControl();
+  resize(kUsualSize);
+  UpdateTitle();
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
+  QAction* open = file->addAction(QStringLiteral("打开数据库(&O)..."), this, &MainWindow::ChooseDatabase);
+  open->setShortcut(QKeySequence::Open);
+  file->addSeparator();
+  QAction* quit = file->addAction(QStringLiteral("退出(&X)"), this, &QWidget::close);
+  quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+  QMenu* journal = menuBar()->addMenu(QStringLiteral("台账(&J)"));
+  QAction* load = journal->addAction(QStringLiteral("载入(&L)"), this, &MainWindow::Reload);
+  load->setShortcut(QKeySequence(Qt::Key_F5));
+}
+
+void MainWindow::BuildStatusLine() {
+  message_->setTextFormat(Qt::PlainText);
+  message_->setMinimumWidth(1);
+  row_count_->setTextFormat(Qt::PlainText);
+  progress_->setRange(0, kMostProgress);
+  progress_->setFixedWidth(kProgressWidth);
+  progress_->setMaximumHeight(message_->sizeHint().height() + 2);
+  progress_->hide();
+  statusBar()->addWidget(message_, 1);
+  statusBar()->addPermanentWidget(progress_);
+  statusBar()->addPermanentWidget(row_count_);
+}
+
+void MainWindow::ConnectControl() {
+  connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
+  connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
+  connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
+  connect(stockbook_, &qt::StockbookWidget::CommandExecute, this, [this](const QString& command, bool*) { ObeyCommand(command); });
+}
+
+void MainWindow::OpenDatabase(const std::string& path) {
+  std::shared_ptr<platform::Connection> connection = OpenInventory(path);
+  bar_->SetInventory(connection);
+  connection_ = std::move(connection);
+  path_ = path;
+  UpdateTitle();
+}
+
+void MainWindow::ChooseDatabase() {
+  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(path_)).path(),
+                                                    QStringLiteral("库存数据库 (*.db);;所有文件 (*)"));
+  if (path.isEmpty()) return;
+  try {
+    OpenDatabase(qt::FromQString(path));
+    LoadFirstJournal();
+  } catch (const platform::Error& error) {
+    ShowMessage(qt::ToQString(error.what()));
+  }
+}
+
+LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
+  bar_->SetOptions(options);
+  return Load(options);
+}
+
+LoadReport MainWindow::LoadFirstJournal() {
+  JournalOptions options;
+  options.key_id = connection_ == nullptr ? 0 : InventoryCatalog(*connection_).FirstProductWithLines();
+  return LoadJournal(options);
+}
+
+void MainWindow::Reload() { Load(bar_->Options()); }
+
+LoadReport MainWindow::Load(const JournalOptions& options) {
+  if (connection_ == nullptr || loading_) return {};
+  loading_ = true;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  const LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
+  QApplication::restoreOverrideCursor();
+  loading_ = false;
+  if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
+  progress_->hide();
+  const size_t records = stockbook_->sheet().RecordCount();
+  row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  UpdateTitle();
+  stockbook_->setFocus();
+  return report;
+}
+
+// Load does not come back to the event loop; what is to be seen meanwhile is painted here.
+void MainWindow::ShowProgress(int indicator) {
+  if (indicator < 0) {
+    progress_->hide();
+    return;
+  }
+  if (progress_->isVisible() && progress_->value() == indicator) return;
+  progress_->setValue(indicator);
+  progress_->show();
+  if (isVisible()) progress_->repaint();
+}
+
+void MainWindow::ShowMessage(const QString& message) {
+  message_->setText(message);
+  if (loading_ && isVisible()) message_->repaint();
+}
+
+// What only the host can do. The control is in the middle of something when it asks, so a reload waits until it is done.
+void MainWindow::ObeyCommand(const QString& command) {
+  if (command == QLatin1String("Refresh")) {
+    QMetaObject::invokeMethod(this, &MainWindow::Reload, Qt::QueuedConnection);
+  } else if (command == QLatin1String("Bill")) {
+    const control::Stockbook& control = stockbook_->control();
+    ShowMessage(QStringLiteral("查看单据：%1，BillID %2").arg(qt::ToQString(control.BillName())).arg(control.BillID()));
+  }
+}
+
+void MainWindow::UpdateTitle() {
+  QString title = QStringLiteral("库存台账");
+  if (!path_.empty()) title = QFileInfo(qt::ToQString(path_)).fileName();
+  const QString caption = qt::ToQString(stockbook_->control().Caption());
+  if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
+  setWindowTitle(title);
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <memory>
+#include <string>
+
+#include "platform/connection.h"
+#include "qt/stockbook_widget.h"
+#include "stockbook/journal_bar.h"
+#include "stockbook/journal_desk.h"
+
+namespace stockbook::app {
+
+// The reference host: a bar to choose a journal, the journal, a line with its messages and a progress bar. It keeps
+// nothing from one run to the next.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit MainWindow(QWidget* parent = nullptr);
+
+  // Throws platform::Error, with the window as it was, when the file is no inventory.
+  void OpenDatabase(const std::string& path);
+  // Loads what the options say, and shows them on the bar.
+  LoadReport LoadJournal(const JournalOptions& options);
+  // The material journal of the first product that has lines.
+  LoadReport LoadFirstJournal();
+
+  qt::StockbookWidget& stockbook() { return *stockbook_; }
+  JournalBar& bar() { return *bar_; }
+
+ private:
+  void BuildMenus();
+  void BuildStatusLine();
+  void ConnectControl();
+  void ChooseDatabase();
+  void Reload();
+  LoadReport Load(const JournalOptions& options);
+  void ShowProgress(int indicator);
+  void ShowMessage(const QString& message);
+  void ObeyCommand(const QString& command);
+  void UpdateTitle();
+
+  std::string path_;
+  std::shared_ptr<platform::Connection> connection_;
+  bool loading_ = false;
+  JournalBar* bar_;
+  qt::StockbookWidget* stockbook_;
+  QLabel* message_;
+  QLabel* row_count_;
+  QProgressBar* progress_;
+};
+
+}  // namespace stockbook::app

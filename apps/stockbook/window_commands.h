@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "stockbook/command_line_dispatch.h"
+
+namespace stockbook::app {
+
+// `stockbook open`: the window.
+Command OpenCommand();
+
+// `stockbook render`: the window's picture, without a display.
+Command RenderCommand();
+
+}  // namespace stockbook::app

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "qt/grid_view.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QPaintEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "qt/colour.h"
+#include "qt/fonts.h"
+#include "sheet/paint/painter.h"
+#include "sheet/paint/snapshot.h"
+
+namespace stockbook::qt {
+namespace {
+
+constexpr double kWheelStep = 120.0;  // of a wheel's angle, in eighths of a degree
+// More pieces of damage than this are painted as one.
+constexpr int kMostPieces = 8;
+
+Qt::ScrollBarPolicy PolicyOf(platform::ScrollBarsSetting setting, platform::ScrollBarsSetting which) {
+  const bool shown = (static_cast<int>(setting) & static_cast<int>(which)) != 0;
+  return shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
+}
+
+sheet::Rect ToDevice(const QRect& rect, double scale) {
+  const int left = static_cast<int>(std::floor(rect.left() * scale));
+  const int top = static_cast<int>(std::floor(rect.top() * scale));
+  return {left, top, static_cast<int>(std::ceil((rect.right() + 1) * scale)) - left,
+          static_cast<int>(std::ceil((rect.bottom() + 1) * scale)) - top};
+}
+
+}  // namespace
+
+GridView::GridView(sheet::Sheet& sheet, QWidget* parent) : QAbstractScrollArea(parent), sheet_(sheet) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  viewport()->setMouseTracking(true);
+  sheet_.SetViewer(this);
+  FitSheet(Scale());
+}
+
+GridView::~GridView() { sheet_.SetViewer(nullptr); }
+
+void GridView::Damaged(const sheet::Rect& area) {
+  if (!elsewhere_) viewport()->update(ToLogical(area));
+}
+
+QRect GridView::ToLogical(const sheet::Rect& rect) const {
+  const double scale = sheet_.scale();
+  const int left = static_cast<int>(std::floor(rect.x / scale));
+  const int top = static_cast<int>(std::floor(rect.y / scale));
+  return {left, top, static_cast<int>(std::ceil(rect.right() / scale)) - left,
+          static_cast<int>(std::ceil(rect.bottom() / scale)) - top};
+}
+
+void GridView::FitSheet(double scale) {
+  const QSizeF size = QSizeF(viewport()->size()) * scale;
+  const sheet::Size view{std::max(1, static_cast<int>(std::ceil(size.width()))), std::max(1, static_cast<int>(std::ceil(size.height())))};
+  if (view == sheet_.view() && scale == sheet_.scale()) return;
+  sheet_.SetView(view, scale);
+}
+
+bool GridView::viewportEvent(QEvent* event) {
+  // The window may have come to another screen.
+  if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
+  return QAbstractScrollArea::viewportEvent(event);
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  FitSheet(Scale());
+}
+
+void GridView::changeEvent(QEvent* event) {
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange && event->type() != QEvent::EnabledChange) return;
+  fonts_.Clear();
+  viewport()->update();
+}
+
+void GridView::paintEvent(QPaintEvent* event) {
+  // The last frame stays on the opaque window while nobody is to see what is going on.
+  if (!sheet_.Redraw()) return;
+  QPainter painter(viewport());
+  const double scale = painter.deviceTransform().m11();
+  if (scale == sheet_.scale()) {
+    PaintSheet(painter, event->region());
+  } else {
+    PaintAtScale(painter, event->region(), scale);
+  }
+}
+
+void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
+  const double scale = sheet_.scale();
+  QtCanvas canvas(painter, fonts_, scale);
+  const auto paint = [&](const QRect& piece) { sheet::Paint(sheet::Snapshot::Of(sheet_, ToDevice(piece, scale)), canvas); };
+  if (region.rectCount() > kMostPieces) {
+    paint(region.boundingRect());
+  } else {
+    std::for_each(region.begin(), region.end(), paint);
+  }
+}
+
+// Onto something else than the window: a picture of other resolution. The sheet is laid out for it and back again, and
+// the window does not notice.
+void GridView::PaintAtScale(QPainter& painter, const QRegion& region, double scale) {
+  const sheet::ScrollPosition before = sheet_.geometry().scroll();
+  const double window_scale = sheet_.scale();
+  const bool nested = std::exchange(elsewhere_, true);
+  FitSheet(scale);
+  PaintSheet(painter, region);
+  FitSheet(window_scale);
+  sheet_.ScrollTo(before);
+  elsewhere_ = nested;
+}
+
+void GridView::ScrollChanged() {
+  if (elsewhere_) return;
+  if (sheet_.Redraw()) MovePixels();
+  UpdateBars();
+}
+
+void GridView::UpdateBars() {
+  const sheet::Geometry geometry = sheet_.geometry();
+  const sheet::ScrollPosition most = geometry.max_scroll();
+  const sheet::ScrollPosition at = geometry.scroll();
+  const sheet::Rect body = geometry.BodyRect();
+  x_scale_ = BarScale(most.x);
+  y_scale_ = BarScale(most.y);
+  const bool nested = std::exchange(updating_bars_, true);
+  setHorizontalScrollBarPolicy(PolicyOf(sheet_.ScrollBars(), platform::ScrollBarsSetting::kHorizontal));
+  setVerticalScrollBarPolicy(PolicyOf(sheet_.ScrollBars(), platform::ScrollBarsSetting::kVertical));
+  const auto update = [](QScrollBar& bar, const BarScale& scale, int64_t position, int page, int step) {
+    bar.setPageStep(scale.Length(page));
+    bar.setSingleStep(scale.Length(step));
+    bar.setRange(0, scale.MostOnBar());
+    bar.setValue(scale.ToBar(position));
+  };
+  update(*horizontalScrollBar(), x_scale_, at.x, body.width, RowPixels());
+  update(*verticalScrollBar(), y_scale_, at.y, body.height, RowPixels());
+  updating_bars_ = nested;
+}
+
+// Of an ordinary row.
+int GridView::RowPixels() const {
+  const int row = std::min(sheet_.FixedRows() + 1, sheet_.Rows() - 1);
+  const double twips = row >= 0 ? sheet_.RowHeight(row) : 0;
+  return std::max(1, static_cast<int>(std::lround(twips / kTwipsPerPixel * sheet_.scale())));
+}
+
+void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
+  if (updating_bars_) return;
+  sheet_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
+}
+
+// Pixels that only change their place are moved, and what comes into view is damaged. Of both directions at once each
+// part moves in turn.
+void GridView::MovePixels() {
+  const sheet::Geometry geometry = sheet_.geometry();
+  const sheet::ScrollPosition now = geometry.scroll();
+  const sheet::ScrollPosition before = std::exchange(shown_, now);
+  const sheet::Size view = geometry.view();
+  const int pinned_height = geometry.PinnedHeight();
+  const int pinned_width = geometry.PinnedWidth();
+  MovePart({0, pinned_height, view.width, view.height - pinned_height}, 0, before.y - now.y);
+  MovePart({pinned_width, 0, view.width - pinned_width, view.height}, before.x - now.x, 0);
+}
+
+void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
+  if ((dx == 0 && dy == 0) || part.IsEmpty()) return;
+  const double scale = sheet_.scale();
+  const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
+  const bool far = std::abs(dx) >= part.width || std::abs(dy) >= part.height;
+  const bool fits = scale == std::floor(scale) && whole(dx) && whole(dy) && whole(part.x) && whole(part.y);
+  if (far || !fits) {
+    viewport()->update(ToLogical(part));
+    return;
+  }
+  viewport()->scroll(static_cast<int>(dx / static_cast<int>(scale)), static_cast<int>(dy / static_cast<int>(scale)), ToLogical(part));
+}
+
+void GridView::CursorChanged(sheet::Cursor cursor) {
+  switch (cursor) {
+    case sheet::Cursor::kDefault: viewport()->unsetCursor(); break;
+    case sheet::Cursor::kColumnResize: viewport()->setCursor(Qt::SplitHCursor); break;
+    case sheet::Cursor::kRowResize: viewport()->setCursor(Qt::SplitVCursor); break;
+    case sheet::Cursor::kBusy: viewport()->setCursor(Qt::BusyCursor); break;
+  }
+}
+
+// A touchpad tells pixels, a wheel notches of as many rows as the desktop says; both scroll by pixels, and nothing of
+// slow turning is lost.
+void GridView::wheelEvent(QWheelEvent* event) {
+  const double scale = sheet_.scale();
+  QPointF turned;
+  if (!event->pixelDelta().isNull()) {
+    turned = QPointF(event->pixelDelta()) * scale;
+  } else {
+    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * RowPixels();
+  }
+  // The wheel of a plain mouse goes sideways with Shift.
+  if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);
+  wheel_rest_ += turned;
+  const auto dx = static_cast<int64_t>(wheel_rest_.x());
+  const auto dy = static_cast<int64_t>(wheel_rest_.y());
+  wheel_rest_ -= QPointF(static_cast<double>(dx), static_cast<double>(dy));
+  sheet_.ScrollBy(-dx, -dy);
+  event->accept();
+}
+
+}  // namespace stockbook::qt

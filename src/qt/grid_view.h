@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QPointF>
+
+#include "qt/bar_scale.h"
+#include "qt/canvas.h"
+#include "sheet/input/observer.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::qt {
+
+// Shows a sheet: paints it where it was damaged, moves pixels that scroll, keeps the scroll bars and forwards keys, mouse
+// and wheel. While the sheet's redraw is off the last frame stays. The sheet outlives the view.
+class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
+  Q_OBJECT
+
+ public:
+  explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr);
+  ~GridView() override;
+
+ protected:
+  bool viewportEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  // sheet::SheetViewer
+  void Damaged(const sheet::Rect& area) override;
+  void ScrollChanged() override;
+  void CursorChanged(sheet::Cursor cursor) override;
+
+  double Scale() const { return viewport()->devicePixelRatioF(); }
+  void PaintSheet(QPainter& painter, const QRegion& region);
+  void PaintAtScale(QPainter& painter, const QRegion& region, double scale);
+  // Tells the sheet the size of the viewport in pixels of the scale.
+  void FitSheet(double scale);
+  void UpdateBars();
+  int RowPixels() const;
+  void MovePixels();
+  void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
+  QRect ToLogical(const sheet::Rect& rect) const;
+
+  sheet::Sheet& sheet_;
+  GlyphFonts fonts_;
+  BarScale x_scale_;
+  BarScale y_scale_;
+  sheet::ScrollPosition shown_;  // where the pixels in the window are scrolled to
+  QPointF wheel_rest_;           // parts of a pixel that the wheel has turned
+  bool updating_bars_ = false;
+  bool elsewhere_ = false;  // painting onto something else than the window
+};
+
+}  // namespace stockbook::qt

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "qt/header_band.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <algorithm>
+
+#include "qt/colour.h"
+#include "qt/picture.h"
+#include "qt/text.h"
+
+namespace stockbook::qt {
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kPicturePx = 20;
+constexpr int kLeastHeight = 32;
+constexpr double kCaptionSize = 1.1;  // of the widget's font
+
+// Reads on the colour, which a host may have set to anything.
+QColor TextOn(const QColor& back) { return qGray(back.rgb()) > 128 ? QColor(0x1F, 0x23, 0x28) : QColor(0xF2, 0xF4, 0xF6); }
+
+void DrawPicture(QPainter& painter, const platform::Picture& picture, const QRect& rect) {
+  const double scale = painter.deviceTransform().m11();
+  const QImage image = ImageOf(picture, (QSizeF(rect.size()) * scale).toSize());
+  if (!image.isNull()) painter.drawImage(rect, image);
+}
+
+}  // namespace
+
+HeaderBand::HeaderBand(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void HeaderBand::Show(const control::Container& header, platform::PictureRef mark) {
+  header_ = header;
+  mark_ = std::move(mark);
+  setAccessibleName(ToQString(header_.caption).trimmed());
+  UpdateToolTip();
+  updateGeometry();
+  update();
+}
+
+QFont HeaderBand::CaptionFont() const {
+  QFont caption_font = font();
+  if (caption_font.pointSizeF() > 0) caption_font.setPointSizeF(caption_font.pointSizeF() * kCaptionSize);
+  caption_font.setBold(true);
+  return caption_font;
+}
+
+QSize HeaderBand::sizeHint() const {
+  return {0, std::max(kLeastHeight, QFontMetrics(CaptionFont()).height() + kMargin)};
+}
+
+QRect HeaderBand::CaptionRect() const {
+  const int left = header_.picture != nullptr ? kMargin + kPicturePx + kMargin : kMargin;
+  const int right = mark_ != nullptr ? mark_->WidthPx() + kMargin : kMargin;
+  return rect().adjusted(left, 0, -right, 0);
+}
+
+void HeaderBand::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const QColor back = ToQColor(header_.back_color);
+  painter.fillRect(rect(), back);
+  if (header_.picture != nullptr) {
+    DrawPicture(painter, *header_.picture, {kMargin, (height() - kPicturePx) / 2, kPicturePx, kPicturePx});
+  }
+  if (mark_ != nullptr) DrawPicture(painter, *mark_, {width() - mark_->WidthPx(), 0, mark_->WidthPx(), mark_->HeightPx()});
+  painter.setFont(CaptionFont());
+  painter.setPen(TextOn(back));
+  const QRect place = CaptionRect();
+  const QString caption = painter.fontMetrics().elidedText(ToQString(header_.caption).trimmed(), Qt::ElideRight, place.width());
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption);
+}
+
+void HeaderBand::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  UpdateToolTip();
+}
+
+void HeaderBand::UpdateToolTip() {
+  const QString caption = ToQString(header_.caption).trimmed();
+  const bool cut_off = QFontMetrics(CaptionFont()).horizontalAdvance(caption) > CaptionRect().width();
+  setToolTip(cut_off ? caption : QString());
+}
+
+}  // namespace stockbook::qt

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+#include "control/container.h"
+#include "platform/picture.h"
+
+namespace stockbook::qt {
+
+// The band over the grid: the picture of the journal type, the caption, the mark at the right end. A caption that is too
+// long for it ends in an ellipsis and is told whole by the tool tip.
+class HeaderBand : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit HeaderBand(QWidget* parent = nullptr);
+
+  void Show(const control::Container& header, platform::PictureRef mark);
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QFont CaptionFont() const;
+  QRect CaptionRect() const;
+  void UpdateToolTip();
+
+  control::Container header_;
+  platform::PictureRef mark_;
+};
+
+}  // namespace stockbook::qt
