@@ -41,6 +41,7 @@ class Sheet final : public platform::Grid {
   void SetCellPicture(const platform::CellRange& range, const platform::PictureRef& picture,
                       platform::PictureAlignment alignment) override;
   void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) override;
+  std::string CellFontName(int row, int column) const override;
   void SetCellFontName(const platform::CellRange& range, std::string_view name) override;
   platform::Colour CellBackColor(int row, int column) const override;
   platform::Colour CellForeColor(int row, int column) const override;

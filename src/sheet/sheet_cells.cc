@@ -74,6 +74,12 @@ void Sheet::SetCellAlignment(const CellRange& range, Alignment alignment) {
   DamageCells(range);
 }
 
+std::string Sheet::CellFontName(int row, int column) const {
+  if (!HasCell(row, column)) return appearance_.font.name;
+  const CellStyle& style = store_.StyleAt(store_.columns().At(column), store_.order().IdAt(row));
+  return style.font_name.empty() ? appearance_.font.name : style.font_name;
+}
+
 void Sheet::SetCellFontName(const CellRange& range, std::string_view name) {
   if (!CheckRange("CellFontName", range)) return;
   store_.ChangeStyles(range, [&](CellStyle& style) { style.font_name = name; });

@@ -41,6 +41,9 @@ ScrollPosition Geometry::Clamped(ScrollPosition wanted) const {
 }
 
 int Geometry::PinnedWidth() const { return static_cast<int>(std::min<int64_t>(pinned_width_, view_.width)); }
+int Geometry::FixedWidth() const {
+  return static_cast<int>(std::min<int64_t>(columns_->Left(pinned_.fixed_columns), view_.width));
+}
 int Geometry::PinnedHeight() const { return static_cast<int>(std::min<int64_t>(pinned_height_, view_.height)); }
 
 Rect Geometry::BodyRect() const {

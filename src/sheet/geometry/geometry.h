@@ -48,6 +48,7 @@ class Geometry {
   int64_t ContentHeight() const { return rows_->TotalPixels(); }
   // What the pinned parts take, at most the view.
   int PinnedWidth() const;
+  int FixedWidth() const;  // of the fixed columns alone
   int PinnedHeight() const;
   // The part that scrolls, and the part of the view that has cells in it.
   Rect BodyRect() const;

@@ -78,6 +78,7 @@ class RowStates {
 
   // The first node at or behind `row`, or -1.
   int64_t NextNode(int64_t row) const;
+  int64_t NodeCount() const { return runs_.Total().nodes; }
   bool HasCollapsedNodes() const { return runs_.Total().collapsed > 0; }
   int64_t CoveredRows() const { return Rows() - runs_.Total().uncovered; }
   // The first row of the run of equal states that `row` is in.

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/paint/cell_layout.h"
+
+#include <algorithm>
+
+namespace stockbook::sheet {
+namespace {
+
+using platform::Alignment;
+using platform::PictureAlignment;
+
+constexpr std::string_view kHashes = "########################################################################";
+
+HorizontalAlign HorizontalOf(int16_t code) {
+  constexpr int kRowsOfCodes = 3;
+  return code / kRowsOfCodes == 0 ? HorizontalAlign::kLeft : code / kRowsOfCodes == 1 ? HorizontalAlign::kCenter : HorizontalAlign::kRight;
+}
+
+// Where something of the size stands between `first` and `first + room`: 0 at the beginning, 1 in the middle, 2 at the end.
+int Placed(int first, int room, int size, int where) { return first + (room - size) * where / 2; }
+
+std::string_view TakeLine(std::string_view& text) {
+  const size_t end = std::min(text.find('\n'), text.size());
+  std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  return line;
+}
+
+}  // namespace
+
+CellLayout::CellLayout(const Snapshot& snapshot, Canvas& canvas)
+    : snapshot_(snapshot), canvas_(canvas), metrics_(PaintMetrics::Of(snapshot.scale())) {
+  for (const platform::Font& font : snapshot.fonts()) {
+    fonts_.push_back({canvas.LineHeight(font), std::max(canvas.TextWidth(font, "0"), canvas.TextWidth(font, "%"))});
+  }
+}
+
+bool CellLayout::HasTree(const SnapshotPane& pane, size_t column) const {
+  return !pane.fixed && pane.columns[column].column == snapshot_.outline_column() &&
+         snapshot_.appearance().outline_bar != platform::OutlineBarStyle::kNone;
+}
+
+Rect CellLayout::ContentRect(const SnapshotPane& pane, size_t row, size_t column) const {
+  Rect content = pane.CellRect(row, column);
+  content.width -= metrics_.line;
+  content.height -= metrics_.line;
+  if (HasTree(pane, column)) {
+    const int indent = metrics_.outline.Indent(pane.rows[row].level, pane.rows[row].node);
+    content.x += indent;
+    content.width -= indent;
+  }
+  return content;
+}
+
+PictureItem CellLayout::PlacePicture(const SnapshotCell& cell, Rect& content) const {
+  const platform::Picture& picture = *cell.picture;
+  if (cell.picture_alignment >= PictureAlignment::kStretch) {
+    return {&picture, content, cell.picture_alignment == PictureAlignment::kTile};
+  }
+  int width = static_cast<int>(std::lround(picture.WidthPx() * snapshot_.scale()));
+  int height = static_cast<int>(std::lround(picture.HeightPx() * snapshot_.scale()));
+  if (height > content.height && height > 0) {
+    width = width * std::max(content.height, 0) / height;
+    height = std::max(content.height, 0);
+  }
+  const auto code = static_cast<int>(cell.picture_alignment);
+  const int side = code / 3;
+  const Rect room = content.Inset(metrics_.gap, 0);
+  const Rect at{Placed(room.x, room.width, width, side), Placed(room.y, room.height, height, code % 3), width, height};
+  constexpr int kLeft = 0;
+  constexpr int kRight = 2;
+  const int taken = width + metrics_.gap;
+  if (side == kLeft) content.x += taken;
+  if (side == kLeft || side == kRight) content.width -= taken;
+  return {&picture, at, false};
+}
+
+std::string_view CellLayout::Fitting(const SnapshotCell& cell, std::string_view line, int width) const {
+  if (!cell.number) return line;
+  if (static_cast<int>(line.size()) * fonts_[cell.font].number_width <= width) return line;
+  const platform::Font& font = snapshot_.FontOf(cell);
+  if (canvas_.TextWidth(font, line) <= width) return line;
+  const int hash = std::max(1, canvas_.TextWidth(font, "#"));
+  return kHashes.substr(0, static_cast<size_t>(std::clamp(width / hash, 1, static_cast<int>(kHashes.size()))));
+}
+
+void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, std::vector<TextItem>& items) const {
+  std::string_view text = snapshot_.TextOf(cell);
+  const Rect room = content.Inset(metrics_.padding, 0);
+  if (text.empty() || room.IsEmpty()) return;
+  const int line_height = std::max(1, fonts_[cell.font].line_height);
+  const auto lines = static_cast<int>(std::min<std::ptrdiff_t>(std::count(text.begin(), text.end(), '\n') + 1, 64));
+  const int fitting = std::clamp(room.height / line_height, 1, lines);
+  const auto code = static_cast<int16_t>(cell.alignment);
+  const HorizontalAlign align = HorizontalOf(code);
+  const TextOverflow overflow = cell.number ? TextOverflow::kClip : TextOverflow::kEllipsis;
+  const bool clip = line_height > room.height;
+  int y = Placed(room.y, room.height, fitting * line_height, code % 3);
+  // Lines that would not be seen whole are left out, so that half a line is never taken for another number.
+  for (int line = 0; line < fitting; ++line, y += line_height) {
+    const std::string_view shown = Fitting(cell, TakeLine(text), room.width);
+    if (!shown.empty()) items.push_back({shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
+  }
+}
+
+}  // namespace stockbook::sheet

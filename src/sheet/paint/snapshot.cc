@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/paint/snapshot.h"
+
+#include <algorithm>
+
+#include "sheet/paint/snapshot_builder.h"
+
+namespace stockbook::sheet {
+
+using platform::Alignment;
+using platform::Colour;
+using platform::GridColour;
+
+Snapshot Snapshot::Of(const Sheet& sheet, const Rect& area) { return SnapshotBuilder(sheet, area).Build(); }
+
+Snapshot Snapshot::Of(const Sheet& sheet) { return Of(sheet, {0, 0, sheet.view().width, sheet.view().height}); }
+
+SnapshotBuilder::SnapshotBuilder(const Sheet& sheet, const Rect& area) : sheet_(sheet), geometry_(sheet.geometry()) {
+  snapshot_.area_ = area.Intersected({0, 0, geometry_.view().width, geometry_.view().height});
+  snapshot_.scale_ = sheet.scale();
+  snapshot_.appearance_ = sheet.appearance();
+  snapshot_.cells_ = geometry_.CellsRect();
+  snapshot_.outline_column_ = sheet.states().NodeCount() > 0 ? sheet.OutlineCol() : -1;
+  snapshot_.fonts_.push_back(sheet.appearance().font);
+}
+
+Snapshot SnapshotBuilder::Build() {
+  const Pinned pinned = geometry_.pinned();
+  const Rect& area = snapshot_.area_;
+  const Size view = geometry_.view();
+  const int fixed_width = std::min(geometry_.FixedWidth(), view.width);
+  const int left = geometry_.PinnedWidth();
+  const int top = geometry_.PinnedHeight();
+  const Span body_rows = geometry_.RowsWithin(area.y, area.bottom());
+  const Span body_columns = geometry_.ColumnsWithin(area.x, area.right());
+  const Span fixed_rows{0, pinned.rows};
+  const Rect caption{left, 0, view.width - left, top};
+  const Rect body{left, top, view.width - left, view.height - top};
+  // Scrolled parts first, what stays in view on top of them.
+  AddPane(body_rows, body_columns, body);
+  AddPane(body_rows, {pinned.fixed_columns, pinned.columns}, {fixed_width, top, left - fixed_width, view.height - top});
+  AddPane(body_rows, {0, pinned.fixed_columns}, {0, top, fixed_width, view.height - top});
+  AddPane(fixed_rows, body_columns, caption);
+  AddPane(fixed_rows, {pinned.fixed_columns, pinned.columns}, {fixed_width, 0, left - fixed_width, top});
+  AddPane(fixed_rows, {0, pinned.fixed_columns}, {0, 0, fixed_width, top});
+  if (pinned.columns > pinned.fixed_columns && left < view.width) snapshot_.frozen_edge_ = left;
+  AddCurrentCell();
+  return std::move(snapshot_);
+}
+
+void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
+  SnapshotPane part;
+  part.area = pane.Intersected(snapshot_.area_).Intersected(snapshot_.cells_);
+  if (part.area.IsEmpty()) return;
+  part.rows = RowsOf(rows);
+  part.columns = ColumnsOf(columns);
+  if (part.rows.empty() || part.columns.empty()) return;
+  const SnapshotColumn& first = part.columns.front();
+  const SnapshotColumn& last = part.columns.back();
+  part.cells = {first.x, part.rows.front().y, last.x + last.width - first.x, part.rows.back().y + part.rows.back().height - part.rows.front().y};
+  const CellPart kind = sheet_.PartOf(part.rows.front().row, first.column);
+  part.fixed = kind == CellPart::kFixed;
+  part.back = snapshot_.appearance_.BackOf(kind, false);
+  part.content.reserve(part.rows.size() * part.columns.size());
+  for (const SnapshotRow& row : part.rows) FillRow(part, row);
+  snapshot_.panes_.push_back(std::move(part));
+}
+
+std::vector<SnapshotRow> SnapshotBuilder::RowsOf(Span span) const {
+  std::vector<SnapshotRow> rows;
+  const RowStates& states = sheet_.states();
+  if (span.first >= span.last) return rows;
+  const int64_t scrolled = span.first < geometry_.pinned().rows ? 0 : geometry_.scroll().y;
+  int64_t y = states.PixelsBefore(span.first) - scrolled;
+  states.ForEachRun(span.first, span.last, [&](int64_t first, int64_t count, const RowState& state) {
+    const auto height = state.IsShown() ? static_cast<int>(states.heights().PixelsOf(state.height_twips)) : 0;
+    for (int64_t row = first; height > 0 && row < first + count; ++row) {
+      if (!rows.empty()) rows.back().next_level = state.level;
+      rows.push_back({static_cast<int>(row), static_cast<int>(y), height, state.level, -1, state.subtotal, state.collapsed, false});
+      y += height;
+    }
+    return true;
+  });
+  if (rows.empty()) return rows;
+  const int64_t next = states.ShownAtOrAfter(rows.back().row + 1);
+  if (next < states.Rows()) rows.back().next_level = states.At(next).level;
+  for (SnapshotRow& row : rows) row.governs = row.node && sheet_.outline().Governs(row.row);
+  return rows;
+}
+
+std::vector<SnapshotColumn> SnapshotBuilder::ColumnsOf(Span span) const {
+  std::vector<SnapshotColumn> columns;
+  if (geometry_.pinned().rows >= sheet_.Rows() && sheet_.Rows() == 0) return columns;
+  for (int column = span.first; column < span.last; ++column) {
+    const Rect at = geometry_.CellRect(0, column);
+    const bool seen = at.x < snapshot_.area_.right() && at.right() > snapshot_.area_.x;
+    if (at.width > 0 && seen) columns.push_back({column, at.x, at.width});
+  }
+  return columns;
+}
+
+void SnapshotBuilder::FillRow(SnapshotPane& pane, const SnapshotRow& row) {
+  const RowId id = sheet_.store().order().IdAt(row.row);
+  for (const SnapshotColumn& column : pane.columns) {
+    pane.content.push_back(CellOf(row, sheet_.store().columns().At(column.column), id));
+  }
+}
+
+SnapshotCell SnapshotBuilder::CellOf(const SnapshotRow& row, const SheetColumn& column, RowId id) {
+  SnapshotCell cell;
+  const CellStyle& style = sheet_.store().StyleAt(column, id);
+  cell.font = FontIndex(style.font_name);
+  AddText(row, column, id, cell);
+  platform::PictureRef picture = sheet_.store().PictureAt(column, id, cell.picture_alignment);
+  if (picture != nullptr) {
+    cell.picture = picture.get();
+    snapshot_.pictures_.push_back(std::move(picture));
+  }
+  const bool caption = row.row < sheet_.FixedRows();
+  cell.alignment = style.alignment.value_or(caption ? Alignment::kCenterCenter : column.alignment);
+  if (cell.alignment == Alignment::kGeneral) {
+    const bool right = cell.number || (column.type == platform::DataType::kDate && !caption);
+    cell.alignment = right ? Alignment::kRightCenter : Alignment::kLeftCenter;
+  }
+  AddColours(row, column.position, style, cell);
+  return cell;
+}
+
+void SnapshotBuilder::AddText(const SnapshotRow& row, const SheetColumn& column, RowId id, SnapshotCell& cell) {
+  std::string& texts = snapshot_.texts_;
+  cell.text_first = static_cast<uint32_t>(texts.size());
+  const bool caption = row.row < sheet_.FixedRows();
+  if (caption) {
+    column.AppendText(id, texts);
+  } else {
+    sheet_.store().AppendDisplay(column, id, texts);
+  }
+  if (texts.size() - cell.text_first > kMostTextBytes) {
+    size_t end = cell.text_first + kMostTextBytes;
+    while (end > cell.text_first && (static_cast<unsigned char>(texts[end]) & 0xC0) == 0x80) --end;
+    texts.resize(end);
+  }
+  cell.text_size = static_cast<uint32_t>(texts.size()) - cell.text_first;
+  if (caption || cell.text_size == 0 || !IsNumberType(column.type)) return;
+  // A number is what has digits and nothing but the signs of numbers around them: "1,234.50", "12%", "1.00\n2.00".
+  const std::string_view text = std::string_view(texts).substr(cell.text_first);
+  cell.number = text.find_first_not_of("0123456789.,+-()%Ee \r\n") == std::string_view::npos &&
+                text.find_first_of("0123456789") != std::string_view::npos;
+}
+
+void SnapshotBuilder::AddColours(const SnapshotRow& row, int column, const CellStyle& style, SnapshotCell& cell) const {
+  const Appearance& looks = snapshot_.appearance_;
+  const CellPart part = sheet_.PartOf(row.row, column);
+  cell.back = style.back.value_or(looks.BackOf(part, row.node));
+  cell.fore = style.fore.value_or(looks.ForeOf(part));
+  const Selection& selection = sheet_.selection();
+  const bool current = selection.current == CellPosition{row.row, column};
+  if (part != CellPart::kFixed && !current && selection.IsRange() && selection.Contains(row.row, column)) {
+    cell.back = looks.Of(GridColour::kBackColorSel);
+    cell.fore = looks.Of(GridColour::kForeColorSel);
+  }
+  const bool negative = cell.number && snapshot_.texts_[cell.text_first] == '-';
+  if (negative && looks.negative_fore && !style.fore) cell.fore = *looks.negative_fore;
+}
+
+uint16_t SnapshotBuilder::FontIndex(std::string_view name) {
+  auto& fonts = snapshot_.fonts_;
+  if (name.empty()) return 0;
+  for (size_t index = 0; index < fonts.size(); ++index) {
+    if (fonts[index].name == name) return static_cast<uint16_t>(index);
+  }
+  platform::Font font = fonts.front();
+  font.name = name;
+  fonts.push_back(std::move(font));
+  return static_cast<uint16_t>(fonts.size() - 1);
+}
+
+void SnapshotBuilder::AddCurrentCell() {
+  const CellPosition current = sheet_.selection().current;
+  if (current.row < 0 || current.column < 0 || !sheet_.states().At(current.row).IsShown()) return;
+  snapshot_.current_pane_ = geometry_.PaneOf(current.row, current.column);
+  snapshot_.current_ = geometry_.CellRect(current.row, current.column);
+  if (!snapshot_.current_.Intersects(snapshot_.current_pane_)) snapshot_.current_ = Rect();
+}
+
+}  // namespace stockbook::sheet
