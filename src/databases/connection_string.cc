@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "databases/connection_string.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "platform/error.h"
+
+namespace stockbook::databases {
+namespace {
+
+[[noreturn]] void Reject(std::string_view text, size_t at, const char* reason) {
+  const size_t character = base::CharacterCount(text.substr(0, at)) + 1;
+  throw platform::Error("Open", "连接字符串第 " + std::to_string(character) + " 个字符处" + reason +
+                                    "，应为“Provider=Stockbook.Embedded;Data Source=文件”");
+}
+
+// A value in quotes from `at` on, which ends behind the closing quote.
+std::string TakeQuoted(std::string_view text, size_t& at) {
+  const size_t start = at;
+  const char quote = text[at++];
+  std::string value;
+  for (; at < text.size(); ++at) {
+    if (text[at] != quote) {
+      value += text[at];
+    } else if (at + 1 < text.size() && text[at + 1] == quote) {
+      value += text[at++];
+    } else {
+      ++at;
+      return value;
+    }
+  }
+  Reject(text, start, "的引号没有结尾");
+}
+
+}  // namespace
+
+ConnectionString::ConnectionString(std::string_view text) {
+  size_t at = 0;
+  const auto skip_blanks = [&] {
+    while (at < text.size() && text[at] == ' ') ++at;
+  };
+  for (;;) {
+    while (at < text.size() && (text[at] == ' ' || text[at] == ';')) ++at;
+    if (at >= text.size()) return;
+    const size_t equals = text.find('=', at);
+    if (equals == std::string_view::npos || text.substr(at, equals - at).find(';') != std::string_view::npos) {
+      Reject(text, at, "缺少等号");
+    }
+    std::string key(base::TrimBlanks(text.substr(at, equals - at)));
+    if (key.empty()) Reject(text, at, "缺少名称");
+    at = equals + 1;
+    skip_blanks();
+    std::string value;
+    if (at < text.size() && (text[at] == '"' || text[at] == '\'')) {
+      value = TakeQuoted(text, at);
+      skip_blanks();
+      if (at < text.size() && text[at] != ';') Reject(text, at, "应为分号");
+    } else {
+      const size_t end = std::min(text.find(';', at), text.size());
+      value = base::TrimBlanks(text.substr(at, end - at));
+      at = end;
+    }
+    settings_.emplace_back(std::move(key), std::move(value));
+  }
+}
+
+std::optional<std::string> ConnectionString::Find(std::string_view key) const {
+  const auto found = std::find_if(settings_.rbegin(), settings_.rend(),
+                                  [&](const auto& setting) { return base::EqualsIgnoringCase(setting.first, key); });
+  return found == settings_.rend() ? std::nullopt : std::optional(found->second);
+}
+
+}  // namespace stockbook::databases

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "databases/dialect/expression_translator.h"
+
+namespace stockbook::databases {
+
+// Translates calls of the dialects' functions and aggregates, and the server's CAST and Convert.
+class CallTranslator {
+ public:
+  explicit CallTranslator(ExpressionTranslator& expressions) : expressions_(expressions) {}
+  TypedSql Translate(const Expr& expr);
+
+ private:
+  TypedSql Function(const Expr& expr);
+  TypedSql Aggregate(const Expr& expr, const std::string& name);
+  TypedSql Choice(const Expr& expr);
+  TypedSql FirstKnown(const std::vector<TypedSql>& values);
+  TypedSql ZeroIfNull(const Expr& expr);
+  TypedSql NullIf(const Expr& expr);
+  TypedSql Cast(const Expr& expr);
+  TypedSql CastToText(const Expr& expr, const TypedSql& value, bool padded);
+  static TypedSql Number(int64_t number);
+  static void CheckCount(const Expr& expr, size_t least, size_t most);
+
+  ExpressionTranslator& expressions_;
+};
+
+}  // namespace stockbook::databases

@@ -1,0 +1,425 @@
+// SPDX-License-Identifier: MIT
+#include "databases/dialect/expression_translator.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "databases/dialect/call_translator.h"
+#include "databases/dialect/refusal.h"
+
+namespace stockbook::databases {
+namespace {
+
+// Subjects of CASE and the like are written several times; no statement may grow without bound by nesting them.
+constexpr size_t kMostSqlBytes = size_t{16} << 20;
+
+bool IsPlain(const TypedSql& value) { return value.form == Form::kPlain || value.form == Form::kReal; }
+
+ValueClass SumClass(std::string_view op, ValueClass left, ValueClass right, Dialect dialect) {
+  const auto either = [&](ValueClass cls) { return left == cls || right == cls; };
+  if (either(ValueClass::kText) && op == "+" && (dialect == Dialect::kServer || left == right)) return ValueClass::kText;
+  if (either(ValueClass::kMoney)) return ValueClass::kMoney;
+  if (either(ValueClass::kText)) return ValueClass::kAny;
+  if (either(ValueClass::kDate)) return left == right && op == "-" ? ValueClass::kReal : ValueClass::kDate;
+  if (left == ValueClass::kInteger && right == ValueClass::kInteger) return ValueClass::kInteger;
+  if (either(ValueClass::kReal) && IsNumeric(left) && IsNumeric(right)) return ValueClass::kReal;
+  return ValueClass::kAny;
+}
+
+ValueClass ProductClass(ValueClass left, ValueClass right) {
+  if (left == ValueClass::kMoney || right == ValueClass::kMoney) return ValueClass::kMoney;
+  if (left == ValueClass::kInteger && right == ValueClass::kInteger) return ValueClass::kInteger;
+  return IsNumeric(left) && IsNumeric(right) ? ValueClass::kReal : ValueClass::kAny;
+}
+
+}  // namespace
+
+TypedSql ExpressionTranslator::Translate(const Expr& expr) {
+  TypedSql result = TranslateNode(expr);
+  if (groups_ != nullptr && result.ungrouped &&
+      std::find(groups_->begin(), groups_->end(), result.sql) != groups_->end()) {
+    result.ungrouped.reset();
+  }
+  if (result.sql.size() > kMostSqlBytes) throw Refusal(expr.offset, "表达式过长");
+  return result;
+}
+
+TypedSql ExpressionTranslator::TranslateValue(const Expr& expr) {
+  TypedSql value = Translate(expr);
+  if (value.cls != ValueClass::kBoolean) return value;
+  if (dialect_ == Dialect::kServer) throw Refusal(expr.offset, "条件不能当作值使用，请用 CASE");
+  value.sql = "(-" + value.sql + ")";
+  value.cls = ValueClass::kInteger;
+  return value;
+}
+
+TypedSql ExpressionTranslator::TranslateCondition(const Expr& expr) {
+  TypedSql value = Translate(expr);
+  if (value.cls == ValueClass::kBoolean) return value;
+  if (dialect_ == Dialect::kServer) throw Refusal(expr.offset, "此处应为条件，例如比较");
+  return Call("sb_truth", {value}, ValueClass::kBoolean);
+}
+
+TypedSql ExpressionTranslator::TranslateNode(const Expr& expr) {
+  switch (expr.kind) {
+    case ExprKind::kNull:
+    case ExprKind::kBoolean:
+    case ExprKind::kInteger:
+    case ExprKind::kDecimal:
+    case ExprKind::kText:
+    case ExprKind::kDate:
+      return Literal(expr);
+    case ExprKind::kColumn:
+      return Column(expr);
+    case ExprKind::kStar:
+      throw Refusal(expr.offset, "“*”只能用于 SELECT 列表和 Count(*)");
+    case ExprKind::kUnary:
+      return Unary(expr);
+    case ExprKind::kBinary:
+      return Binary(expr);
+    case ExprKind::kConcat:
+      return Concat(expr);
+    case ExprKind::kIsNull: {
+      // A money or date column that holds something else reads as it is read elsewhere: no date is null.
+      TypedSql value = Canonical(TranslateValue(*expr.operands[0]));
+      TypedSql result = Gathered({value});
+      result.sql = "(" + value.sql + (expr.negated ? " IS NOT NULL)" : " IS NULL)");
+      result.cls = ValueClass::kBoolean;
+      return result;
+    }
+    case ExprKind::kBetween:
+      return Between(expr);
+    case ExprKind::kIn:
+      return In(expr);
+    case ExprKind::kLike:
+      return Like(expr);
+    case ExprKind::kCase:
+      return Case(expr);
+    case ExprKind::kCall:
+    case ExprKind::kCast:
+      return CallTranslator(*this).Translate(expr);
+    case ExprKind::kSubquery:
+    case ExprKind::kExists:
+      return Subquery(expr);
+  }
+  throw Refusal(expr.offset, "不支持的表达式");
+}
+
+TypedSql ExpressionTranslator::Literal(const Expr& expr) const {
+  TypedSql result;
+  switch (expr.kind) {
+    case ExprKind::kNull:
+      result.sql = "NULL";
+      result.cls = ValueClass::kNull;
+      result.constant = base::Value();
+      break;
+    case ExprKind::kText:
+      result.sql = QuotedText(expr.text);
+      result.cls = ValueClass::kText;
+      result.constant = base::Value(expr.text);
+      break;
+    case ExprKind::kDate:
+      result.sql = QuotedText(expr.text);
+      result.cls = ValueClass::kDate;
+      result.form = Form::kDateText;
+      result.constant = base::Value(base::Date::Parse(expr.text).value_or(base::Date()));
+      break;
+    case ExprKind::kDecimal:
+      result.sql = expr.text;
+      result.cls = ValueClass::kReal;
+      result.constant = base::Value(base::ParseNumber(expr.text).value_or(0));
+      break;
+    default:
+      result.sql = expr.text;
+      result.cls = ValueClass::kInteger;
+      result.constant = base::Value(base::ParseInteger(expr.text).value_or(0));
+      break;
+  }
+  return result;
+}
+
+TypedSql ExpressionTranslator::Column(const Expr& expr) const {
+  const BoundColumn& column = scope_.Find(expr.qualifier, expr.text, expr.offset);
+  TypedSql result;
+  result.sql = column.sql;
+  result.cls = column.cls;
+  result.form = column.form;
+  result.sources.Add(column.source);
+  result.column = &column;
+  if (!in_aggregate_) result.ungrouped = expr.offset;
+  return result;
+}
+
+TypedSql ExpressionTranslator::Unary(const Expr& expr) {
+  const Expr& operand = *expr.operands[0];
+  if (expr.text == "NOT") return Negated(TranslateCondition(operand), true);
+  TypedSql value = TranslateValue(operand);
+  if (expr.text == "+") {
+    value.column = nullptr;
+    return value;
+  }
+  if (value.constant && (value.cls == ValueClass::kInteger || value.cls == ValueClass::kReal)) {
+    value.sql = value.sql.front() == '-' ? value.sql.substr(1) : "-" + value.sql;
+    const auto* whole = value.constant->As<int64_t>();
+    value.constant = whole != nullptr ? base::Value(-*whole) : base::Value(-*value.constant->As<double>());
+    return value;
+  }
+  const bool keeps = value.cls == ValueClass::kMoney || value.cls == ValueClass::kInteger || value.cls == ValueClass::kReal;
+  const char* function = value.cls == ValueClass::kMoney ? "sb_negate_money" : "sb_negate";
+  TypedSql result = Call(function, {value}, keeps ? value.cls : ValueClass::kAny);
+  result.negated = value.column;
+  return result;
+}
+
+TypedSql ExpressionTranslator::Binary(const Expr& expr) {
+  const std::string& op = expr.text;
+  if (op == "AND" || op == "OR") {
+    const TypedSql left = TranslateCondition(*expr.operands[0]);
+    const TypedSql right = TranslateCondition(*expr.operands[1]);
+    TypedSql result = Gathered({left, right});
+    result.sql.append("(").append(left.sql).append(" ").append(op).append(" ").append(right.sql).append(")");
+    result.cls = ValueClass::kBoolean;
+    return result;
+  }
+  if (op == "&") return BitAnd(expr);
+  static constexpr std::string_view kComparisons = "= <> <= >= < >";
+  if (kComparisons.find(op) != std::string_view::npos) {
+    return Comparison(op, TranslateValue(*expr.operands[0]), TranslateValue(*expr.operands[1]));
+  }
+  return Arithmetic(expr);
+}
+
+TypedSql ExpressionTranslator::Arithmetic(const Expr& expr) {
+  const std::vector<TypedSql> sides = TranslateValues(expr.operands);
+  const bool server = dialect_ == Dialect::kServer;
+  const ValueClass left = sides[0].cls;
+  const ValueClass right = sides[1].cls;
+  const std::string& op = expr.text;
+  if (op == "+") return Call(server ? "sb_plus_server" : "sb_plus", sides, SumClass(op, left, right, dialect_));
+  if (op == "-") return Call("sb_minus", sides, SumClass(op, left, right, dialect_));
+  if (op == "*") return Call("sb_multiply", sides, ProductClass(left, right));
+  if (op == "/") return Call(server ? "sb_divide_server" : "sb_divide", sides, server ? ValueClass::kAny : ValueClass::kReal);
+  if (op == "\\") return Call("sb_divide_whole", sides, ValueClass::kInteger);
+  if (op == "MOD" || op == "%") return Call("sb_modulo", sides, ValueClass::kInteger);
+  if (op == "^") return Call("sb_power", sides, ValueClass::kReal);
+  throw Refusal(expr.offset, "不支持运算符“" + op + "”");
+}
+
+// In the server dialect & is the bitwise and, which texts do not have.
+TypedSql ExpressionTranslator::BitAnd(const Expr& expr) {
+  const std::vector<TypedSql> sides = TranslateValues(expr.operands);
+  for (const TypedSql& side : sides) {
+    if (side.cls == ValueClass::kText) {
+      throw Refusal(expr.offset, "Invalid operator for data type. Operator equals boolean AND, type equals varchar.");
+    }
+    if (side.cls == ValueClass::kDate) {
+      throw Refusal(expr.offset, "Invalid operator for data type. Operator equals boolean AND, type equals datetime.");
+    }
+  }
+  return Call("sb_bit_and", sides, ValueClass::kInteger);
+}
+
+TypedSql ExpressionTranslator::Comparison(const std::string& op, const TypedSql& left, const TypedSql& right) const {
+  TypedSql result;
+  const bool dates = left.cls == ValueClass::kDate && right.cls == ValueClass::kDate;
+  if (dates || (IsPlain(left) && IsPlain(right))) {
+    result = Gathered({left, right});
+    result.sql.append("(").append(Canonical(left).sql).append(" ").append(op).append(" ").append(Canonical(right).sql).append(")");
+  } else {
+    result = Call("sb_compare", {left, right}, ValueClass::kInteger);
+    result.sql = "(" + result.sql + " " + op + " 0)";
+  }
+  result.cls = ValueClass::kBoolean;
+  result.form = Form::kPlain;
+  return result;
+}
+
+TypedSql ExpressionTranslator::Concat(const Expr& expr) {
+  // SQLite allows 127 arguments; longer chains are joined in portions.
+  constexpr size_t kMostArguments = 100;
+  std::vector<TypedSql> parts;
+  for (const ExprPtr& operand : expr.operands) {
+    if (parts.size() == kMostArguments) {
+      TypedSql portion = Call("sb_concat", parts, ValueClass::kText);
+      parts.clear();
+      parts.push_back(std::move(portion));
+    }
+    parts.push_back(TranslateValue(*operand));
+  }
+  return Call("sb_concat", parts, ValueClass::kText);
+}
+
+TypedSql ExpressionTranslator::Negated(TypedSql condition, bool negated) {
+  if (negated) condition.sql = "(NOT " + condition.sql + ")";
+  return condition;
+}
+
+TypedSql ExpressionTranslator::Between(const Expr& expr) {
+  const std::vector<TypedSql> parts = TranslateValues(expr.operands);
+  const bool plain = std::all_of(parts.begin(), parts.end(), IsPlain);
+  TypedSql result;
+  if (plain) {
+    result = Gathered(parts);
+    result.sql = "(" + parts[0].sql + " BETWEEN " + parts[1].sql + " AND " + parts[2].sql + ")";
+    result.cls = ValueClass::kBoolean;
+  } else {
+    result = Call("sb_between", parts, ValueClass::kBoolean);
+  }
+  return Negated(std::move(result), expr.negated);
+}
+
+TypedSql ExpressionTranslator::In(const Expr& expr) {
+  TypedSql value = TranslateValue(*expr.operands[0]);
+  if (expr.query != nullptr) return InQuery(expr, value);
+  std::vector<TypedSql> parts;
+  std::string list;
+  const bool decided = value.cls == ValueClass::kMoney || value.cls == ValueClass::kDate;
+  for (size_t index = 1; index < expr.operands.size(); ++index) {
+    TypedSql item = TranslateValue(*expr.operands[index]);
+    if (decided && item.cls != value.cls && item.cls != ValueClass::kNull) {
+      const auto cls = value.cls;
+      item = cls == ValueClass::kMoney ? ConvertTo(std::move(item), cls) : Call("sb_to_date", {item}, cls);
+    } else {
+      item = Canonical(std::move(item));
+    }
+    list.append(list.empty() ? "" : ", ").append(item.sql);
+    item.sql.clear();
+    parts.push_back(std::move(item));
+  }
+  parts.push_back(value);
+  TypedSql result = Gathered(parts);
+  result.sql = "(" + Canonical(value).sql + (expr.negated ? " NOT IN (" : " IN (") + list + "))";
+  result.cls = ValueClass::kBoolean;
+  return result;
+}
+
+TypedSql ExpressionTranslator::InQuery(const Expr& expr, const TypedSql& value) {
+  const SubquerySql query = translate_query_(*expr.query, scope_);
+  if (query.classes.size() != 1) throw Refusal(expr.offset, "IN 的子查询只能有一个字段");
+  const ValueClass cls = Unify(value.cls, query.classes[0]);
+  TypedSql column;
+  column.sql = "c0";
+  column.cls = query.classes[0];
+  column.form = ResultFormOf(column.cls);
+  const TypedSql turned = ConvertTo(column, cls);
+  TypedSql result = Gathered({value});
+  result.sql = "(" + ConvertTo(value, cls).sql + (expr.negated ? " NOT IN (" : " IN (");
+  result.sql += turned.sql == column.sql ? query.sql : "SELECT " + turned.sql + " FROM (" + query.sql + ")";
+  result.sql += "))";
+  result.cls = ValueClass::kBoolean;
+  result.sources = SourceSet::Many();
+  return result;
+}
+
+TypedSql ExpressionTranslator::Like(const Expr& expr) {
+  const char* function = dialect_ == Dialect::kServer ? "sb_like_server" : "sb_like";
+  return Negated(Call(function, TranslateValues(expr.operands), ValueClass::kBoolean), expr.negated);
+}
+
+TypedSql ExpressionTranslator::Case(const Expr& expr) {
+  size_t index = expr.has_subject ? 1 : 0;
+  const size_t end = expr.operands.size() - (expr.has_else ? 1 : 0);
+  std::vector<TypedSql> conditions;
+  std::vector<TypedSql> values;
+  TypedSql subject;
+  if (expr.has_subject) subject = TranslateValue(*expr.operands[0]);
+  for (; index < end; index += 2) {
+    conditions.push_back(expr.has_subject ? Comparison("=", subject, TranslateValue(*expr.operands[index]))
+                                          : TranslateCondition(*expr.operands[index]));
+    values.push_back(TranslateValue(*expr.operands[index + 1]));
+  }
+  if (expr.has_else) values.push_back(TranslateValue(*expr.operands.back()));
+  ValueClass cls = ValueClass::kNull;
+  for (const TypedSql& value : values) cls = Unify(cls, value.cls);
+  std::vector<TypedSql> all = conditions;
+  all.insert(all.end(), values.begin(), values.end());
+  TypedSql result = Gathered(all);
+  result.sql = "(CASE";
+  for (size_t branch = 0; branch < conditions.size(); ++branch) {
+    result.sql.append(" WHEN ").append(conditions[branch].sql).append(" THEN ").append(ConvertTo(values[branch], cls).sql);
+  }
+  if (expr.has_else) result.sql.append(" ELSE ").append(ConvertTo(values.back(), cls).sql);
+  result.sql += " END)";
+  result.cls = cls;
+  result.form = ResultFormOf(cls);
+  return result;
+}
+
+TypedSql ExpressionTranslator::Subquery(const Expr& expr) {
+  const SubquerySql query = translate_query_(*expr.query, scope_);
+  TypedSql result;
+  result.sources = SourceSet::Many();
+  if (expr.kind == ExprKind::kExists) {
+    result.sql = "EXISTS (" + query.sql + ")";
+    result.cls = ValueClass::kBoolean;
+    return result;
+  }
+  if (query.classes.size() != 1) throw Refusal(expr.offset, "作为值的子查询只能有一个字段");
+  result.sql = "(" + query.sql + ")";
+  result.cls = query.classes[0];
+  result.form = ResultFormOf(result.cls);
+  return result;
+}
+
+std::vector<TypedSql> ExpressionTranslator::TranslateValues(const std::vector<ExprPtr>& operands) {
+  std::vector<TypedSql> values;
+  values.reserve(operands.size());
+  for (const ExprPtr& operand : operands) values.push_back(TranslateValue(*operand));
+  return values;
+}
+
+TypedSql ExpressionTranslator::Gathered(const std::vector<TypedSql>& parts) {
+  TypedSql result;
+  for (const TypedSql& part : parts) {
+    result.sources.AddAll(part.sources);
+    result.has_aggregate = result.has_aggregate || part.has_aggregate;
+    if (!result.ungrouped) result.ungrouped = part.ungrouped;
+  }
+  return result;
+}
+
+TypedSql ExpressionTranslator::Call(std::string_view function, const std::vector<TypedSql>& arguments, ValueClass cls) {
+  TypedSql result = Gathered(arguments);
+  result.sql.append(function).append("('");
+  for (const TypedSql& argument : arguments) result.sql += static_cast<char>(argument.form);
+  result.sql += "'";
+  for (const TypedSql& argument : arguments) result.sql.append(", ").append(argument.sql);
+  result.sql += ")";
+  result.cls = cls;
+  result.form = ResultFormOf(cls);
+  return result;
+}
+
+TypedSql ExpressionTranslator::Canonical(TypedSql value) {
+  if (value.form != Form::kRawMoney && value.form != Form::kRawDate) return value;
+  value.sql = std::string("sb_value('") + static_cast<char>(value.form) + "', " + value.sql + ")";
+  value.form = ResultFormOf(value.cls);
+  return value;
+}
+
+TypedSql ExpressionTranslator::ConvertTo(TypedSql value, ValueClass cls) {
+  if (value.cls == cls || value.cls == ValueClass::kNull) return Canonical(std::move(value));
+  if (cls == ValueClass::kMoney) {
+    if (const auto money = value.constant ? value.constant->AsMoney() : std::nullopt) {
+      value.sql = std::to_string(money->units());
+      value.constant = base::Value(*money);
+    } else {
+      // A plain value is read as a stored amount would be.
+      value.sql = "sb_value('M', " + value.sql + ")";
+      value.negated = value.column = nullptr;
+      value.constant.reset();
+    }
+  } else if (cls == ValueClass::kText && value.cls == ValueClass::kMoney) {
+    value.sql = std::string("sb_text('") + static_cast<char>(value.form) + "', " + value.sql + ")";
+    value.negated = value.column = nullptr;
+  } else {
+    value = Canonical(std::move(value));
+    if (value.form == Form::kDateText) value.negated = value.column = nullptr;
+  }
+  value.cls = cls;
+  value.form = ResultFormOf(cls);
+  return value;
+}
+
+}  // namespace stockbook::databases

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <cmath>
+
+#include "base/number.h"
+#include "databases/dialect/scalar_functions.h"
+
+namespace stockbook::databases {
+namespace {
+
+using base::Money;
+using base::Value;
+
+constexpr int kMoneyPlaces = 4;
+constexpr int kMostPlaces = 15;
+
+int64_t PowerOfTen(int exponent) {
+  int64_t power = 1;
+  while (exponent-- > 0) power *= 10;
+  return power;
+}
+
+enum class Rounding { kHalfEven, kHalfAway, kDown, kTowardsZero, kUp };
+
+// Units rounded to a multiple of `step`.
+Money RoundMoney(Money money, int64_t step, Rounding rounding) {
+  const int64_t rest = money.units() % step;  // has the sign of the units
+  if (rest == 0) return money;
+  const Money towards_zero = Money::FromUnits(money.units() - rest);
+  const Money away = rest < 0 ? towards_zero - Money::FromUnits(step) : towards_zero + Money::FromUnits(step);
+  const int64_t size = rest < 0 ? -rest : rest;
+  switch (rounding) {
+    case Rounding::kTowardsZero:
+      return towards_zero;
+    case Rounding::kDown:
+      return rest < 0 ? away : towards_zero;
+    case Rounding::kUp:
+      return rest < 0 ? towards_zero : away;
+    case Rounding::kHalfAway:
+      return size >= step - size ? away : towards_zero;
+    case Rounding::kHalfEven:
+      if (size != step - size) return size > step - size ? away : towards_zero;
+      return towards_zero.units() / step % 2 == 0 ? towards_zero : away;
+  }
+  return money;
+}
+
+double RoundWhole(double number, Rounding rounding) {
+  switch (rounding) {
+    case Rounding::kTowardsZero:
+      return std::trunc(number);
+    case Rounding::kDown:
+      return std::floor(number);
+    case Rounding::kUp:
+      return std::ceil(number);
+    case Rounding::kHalfAway:
+      return std::round(number);
+    case Rounding::kHalfEven:
+      return std::nearbyint(number);
+  }
+  return number;
+}
+
+// Decimals are judged on the digits the number shows, not on its binary neighbour: 2.675 is a half.
+double RoundDecimals(double number, int places, Rounding rounding) {
+  if (std::fabs(number) >= 1e15) return number;
+  const auto scaled = base::ParseNumber(base::NumberText(number) + "E" + std::to_string(places));
+  if (!scaled) {
+    const double factor = std::pow(10.0, places);
+    return RoundWhole(number * factor, rounding) / factor;
+  }
+  return RoundWhole(*scaled, rounding) / std::pow(10.0, places);
+}
+
+template <Rounding rounding>
+Value Round(Arguments values) {
+  const auto places = values.size() > 1 ? values[1].AsInteger() : std::optional<int64_t>(0);
+  if (!places) return Value();
+  const int kept = static_cast<int>(std::min<int64_t>(std::max<int64_t>(*places, -kMostPlaces), kMostPlaces));
+  if (values[0].As<int64_t>() != nullptr && kept >= 0) return values[0];
+  if (const auto* money = values[0].As<Money>()) {
+    return kept >= kMoneyPlaces ? values[0] : Value(RoundMoney(*money, PowerOfTen(std::min(kMoneyPlaces - kept, 18)), rounding));
+  }
+  const auto number = values[0].Number();
+  return number ? Value(kept == 0 ? RoundWhole(*number, rounding) : RoundDecimals(*number, kept, rounding)) : Value();
+}
+
+Value Absolute(Arguments values) {
+  const Value& value = values[0];
+  if (const auto* money = value.As<Money>()) return money->units() < 0 ? Value(-*money) : value;
+  if (const auto* whole = value.As<int64_t>(); whole != nullptr && *whole != INT64_MIN) return Value(*whole < 0 ? -*whole : *whole);
+  const auto number = value.Number();
+  return number ? Value(std::fabs(*number)) : Value();
+}
+
+Value SignOf(Arguments values) {
+  const auto number = values[0].Number();
+  return number ? Value(static_cast<int64_t>(*number > 0) - static_cast<int64_t>(*number < 0)) : Value();
+}
+
+Value SquareRoot(Arguments values) {
+  const auto number = values[0].Number();
+  return number && *number >= 0 ? Value(std::sqrt(*number)) : Value();
+}
+
+constexpr std::array<ScalarFunction, 8> kFunctions = {{
+    {"sb_round", Round<Rounding::kHalfEven>},
+    {"sb_round_server", Round<Rounding::kHalfAway>},
+    {"sb_floor", Round<Rounding::kDown>},
+    {"sb_fix", Round<Rounding::kTowardsZero>},
+    {"sb_ceiling", Round<Rounding::kUp>},
+    {"sb_abs", Absolute},
+    {"sb_sign", SignOf},
+    {"sb_sqrt", SquareRoot},
+}};
+
+}  // namespace
+
+std::span<const ScalarFunction> NumberFunctions() { return kFunctions; }
+
+}  // namespace stockbook::databases

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "databases/dialect/value_class.h"
+
+namespace stockbook::databases {
+
+struct TableColumn {
+  std::string name;
+  ValueClass cls = ValueClass::kAny;
+};
+
+// A table of the database as its catalogue describes it.
+struct TableSchema {
+  std::string name;
+  std::vector<TableColumn> columns;
+  // The name that reads the row's own number, or empty where there is none (views, tables without row numbers).
+  std::string row_number;
+  // A stored table whose texts compare byte by byte.
+  bool plain = false;
+};
+
+// Where the translator looks tables up. The tables stay valid as long as the source is not told to forget them.
+class SchemaSource {
+ public:
+  virtual ~SchemaSource() = default;
+  // Ignoring ASCII case; nullptr when there is no such table.
+  virtual const TableSchema* FindTable(std::string_view name) = 0;
+};
+
+}  // namespace stockbook::databases

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "databases/dialect/dialect.h"
+#include "databases/dialect/select_translator.h"
+#include "databases/dialect/statement_plan.h"
+
+namespace stockbook::databases {
+
+// A statement in SQLite's language, which gives the right rows in the right order whatever the statement is; and, where
+// its shape is a known one, the plan by which they are found faster.
+struct Translation {
+  TranslatedQuery query;
+  std::optional<StatementPlan> plan;
+};
+
+// Throws platform::Error with the reason and the place of what the dialect or the schema does not know.
+Translation TranslateStatement(std::string_view statement, Dialect dialect, SchemaSource& schema);
+
+}  // namespace stockbook::databases

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "databases/sqlite/catalog.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "databases/dialect/typed_sql.h"
+
+namespace stockbook::databases {
+
+void Catalog::Refresh() {
+  Statement statement(database_, "PRAGMA schema_version");
+  const int64_t version = statement.Step() ? statement.Integer(0) : 0;
+  if (version == version_) return;
+  tables_.clear();
+  version_ = version;
+  ReadTables();
+}
+
+void Catalog::ReadTables() {
+  Statement encoding(database_, "PRAGMA encoding");
+  utf8_ = encoding.Step() && encoding.Text(0) == "UTF-8";
+  Statement statement(database_, "SELECT name, type, wr FROM pragma_table_list WHERE schema = 'main' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'");
+  while (statement.Step()) {
+    const std::string_view type = statement.Text(1);
+    Entry entry;
+    entry.is_table = type == "table";
+    entry.has_row_numbers = entry.is_table && statement.Integer(2) == 0;
+    if (!entry.is_table && type != "view" && type != "virtual") continue;
+    entry.schema = std::make_unique<TableSchema>();
+    entry.schema->name = statement.Text(0);
+    tables_.emplace(base::AsciiLower(entry.schema->name), std::move(entry));
+  }
+}
+
+const TableSchema* Catalog::FindTable(std::string_view name) {
+  const auto found = tables_.find(base::AsciiLower(name));
+  if (found == tables_.end()) return nullptr;
+  if (found->second.schema->columns.empty()) ReadColumns(found->second);
+  return found->second.schema.get();
+}
+
+void Catalog::ReadColumns(Entry& entry) const {
+  constexpr int64_t kHidden = 1;
+  TableSchema& table = *entry.schema;
+  Statement statement(database_, "SELECT name, type, hidden FROM pragma_table_xinfo(" + QuotedText(table.name) + ")");
+  while (statement.Step()) {
+    if (statement.Integer(2) == kHidden) continue;
+    table.columns.push_back({std::string(statement.Text(0)), ClassOfDeclaredType(statement.Text(1))});
+  }
+  const auto has_column = [&](std::string_view name) {
+    return std::any_of(table.columns.begin(), table.columns.end(),
+                       [&](const TableColumn& column) { return base::EqualsIgnoringCase(column.name, name); });
+  };
+  for (const char* name : {"_rowid_", "rowid", "oid"}) {
+    if (entry.has_row_numbers && table.row_number.empty() && !has_column(name)) table.row_number = name;
+  }
+  table.plain = utf8_ && entry.is_table && ComparesByBytes(table);
+}
+
+bool Catalog::ComparesByBytes(const TableSchema& table) const {
+  return std::all_of(table.columns.begin(), table.columns.end(), [&](const TableColumn& column) {
+    const char* collation = nullptr;
+    const int code = sqlite3_table_column_metadata(database_.handle(), "main", table.name.c_str(), column.name.c_str(), nullptr,
+                                                   &collation, nullptr, nullptr, nullptr);
+    return code == SQLITE_OK && collation != nullptr && base::EqualsIgnoringCase(collation, "BINARY");
+  });
+}
+
+}  // namespace stockbook::databases

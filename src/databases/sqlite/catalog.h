@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "databases/dialect/schema.h"
+#include "databases/sqlite/database.h"
+
+namespace stockbook::databases {
+
+// The tables and views of an open file, read when they are first asked for and forgotten when the file's schema changes.
+class Catalog : public SchemaSource {
+ public:
+  explicit Catalog(const Database& database) : database_(database) {}
+
+  // To be called before a statement is translated: drops what another program has changed meanwhile.
+  void Refresh();
+  const TableSchema* FindTable(std::string_view name) override;
+
+ private:
+  struct Entry {
+    bool is_table = false;
+    bool has_row_numbers = false;
+    std::unique_ptr<TableSchema> schema;  // without columns until it is asked for
+  };
+  void ReadTables();
+  void ReadColumns(Entry& entry) const;
+  bool ComparesByBytes(const TableSchema& table) const;
+
+  const Database& database_;
+  int64_t version_ = -1;
+  bool utf8_ = false;
+  std::map<std::string, Entry, std::less<>> tables_;  // by lower-case name
+};
+
+}  // namespace stockbook::databases

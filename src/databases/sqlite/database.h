@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/error.h"
+
+namespace stockbook::databases {
+
+// An open SQLite file, read only, and nothing in it but reading allowed. One thread at a time.
+class Database {
+ public:
+  // Throws platform::Error when the file is missing, is no database, or cannot be read.
+  explicit Database(const std::string& file);
+
+  sqlite3* handle() const { return handle_.get(); }
+  platform::Error ErrorOf(const char* operation) const;
+
+ private:
+  struct Closer {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+  };
+  std::string file_;
+  std::unique_ptr<sqlite3, Closer> handle_;
+};
+
+// A prepared statement. Step gives true while there are rows.
+class Statement {
+ public:
+  Statement(const Database& database, std::string_view sql);
+  bool Step();
+  void Reset() { sqlite3_reset(handle_.get()); }
+  void Bind(int index, int64_t number) { sqlite3_bind_int64(handle_.get(), index, number); }
+
+  sqlite3_stmt* handle() const { return handle_.get(); }
+  int64_t Integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+  // Bytes as stored; valid until the next step.
+  std::string_view Text(int column) const;
+
+ private:
+  struct Finalizer {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+  const Database& database_;
+  std::unique_ptr<sqlite3_stmt, Finalizer> handle_;
+};
+
+// Everything read while it lives is read from one state of the file.
+class ReadTransaction {
+ public:
+  explicit ReadTransaction(const Database& database);
+  ~ReadTransaction();
+  ReadTransaction(const ReadTransaction&) = delete;
+  ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+ private:
+  const Database& database_;
+};
+
+}  // namespace stockbook::databases

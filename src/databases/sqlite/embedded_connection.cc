@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "databases/sqlite/embedded_connection.h"
+
+#include <new>
+#include <optional>
+#include <vector>
+
+#include "base/money.h"
+#include "base/text.h"
+#include "databases/connection_string.h"
+#include "databases/dialect/translation.h"
+#include "databases/sqlite/functions.h"
+#include "databases/sqlite/plan_executor.h"
+#include "databases/sqlite/statement_executor.h"
+
+namespace stockbook::databases {
+namespace {
+
+constexpr std::string_view kProvider = "Stockbook.Embedded";
+
+std::string FileOf(std::string_view connection_string) {
+  const databases::ConnectionString settings(connection_string);
+  const std::string provider = settings.Find("Provider").value_or(std::string(kProvider));
+  if (!base::EqualsIgnoringCase(provider, kProvider)) {
+    throw platform::Error("Open", "不支持的 Provider“" + provider + "”，内置数据库为 " + std::string(kProvider));
+  }
+  const auto file = settings.Find("Data Source");
+  if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
+  return *file;
+}
+
+}  // namespace
+
+EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy strategy)
+    : connection_string_(std::move(connection_string)),
+      strategy_(strategy),
+      dialect_(DialectOf(connection_string_)),
+      database_(FileOf(connection_string_)),
+      catalog_(database_) {
+  RegisterFunctions(database_);
+}
+
+platform::Recordset EmbeddedConnection::Execute(std::string_view statement, int) {
+  try {
+    return ExecuteChecked(statement);
+  } catch (const base::ArithmeticError& error) {
+    throw platform::Error("Execute", error.what());
+  } catch (const std::bad_alloc&) {
+    throw platform::Error("Execute", "内存不足，结果的行数太多，请缩小查询的范围");
+  }
+}
+
+platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statement) {
+  // The catalogue, the tables and the rows are those of one moment, whoever writes meanwhile.
+  const ReadTransaction transaction(database_);
+  catalog_.Refresh();
+  const Translation translation = TranslateStatement(statement, dialect_, catalog_);
+  if (translation.plan && strategy_ != Strategy::kStatement) {
+    const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;
+    if (auto fields = ExecutePlan(database_, *translation.plan, translation.query.columns, reading)) {
+      return platform::Recordset(std::move(*fields));
+    }
+  }
+  return platform::Recordset(ExecuteStatement(database_, translation.query));
+}
+
+std::string EmbeddedConnection::Translated(std::string_view statement) {
+  const ReadTransaction transaction(database_);
+  catalog_.Refresh();
+  return TranslateStatement(statement, dialect_, catalog_).query.sql;
+}
+
+std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string) {
+  return std::make_unique<EmbeddedConnection>(std::string(connection_string));
+}
+
+}  // namespace stockbook::databases

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "databases/dialect/dialect.h"
+#include "databases/sqlite/catalog.h"
+#include "databases/sqlite/database.h"
+#include "platform/connection.h"
+
+namespace stockbook::databases {
+
+// How rows are found. kFastest takes the quickest way that surely gives the same result as kStatement, which leaves all
+// of it to SQLite; kArms leaves SQLite the arms of a union, and only kTables reads the tables apart.
+enum class Strategy { kFastest, kStatement, kArms };
+
+// An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE. It understands the desktop dialect, or
+// the server dialect when "SQL" stands in the connection string. Opened read only, one SELECT a call, on one thread. A
+// result is complete when Execute returns and does not follow later changes of the file.
+class EmbeddedConnection : public platform::Connection {
+ public:
+  explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
+
+  std::string ConnectionString() const override { return connection_string_; }
+  platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
+
+  // The statement as it is handed to SQLite when all of it is left to SQLite.
+  std::string Translated(std::string_view statement);
+
+ private:
+  platform::Recordset ExecuteChecked(std::string_view statement);
+
+  std::string connection_string_;
+  Strategy strategy_;
+  Dialect dialect_;
+  Database database_;
+  Catalog catalog_;
+};
+
+// Throws platform::Error when the text is no connection string of an embedded database or the file cannot be opened.
+std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string);
+
+}  // namespace stockbook::databases

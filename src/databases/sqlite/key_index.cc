@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "databases/sqlite/key_index.h"
+
+namespace stockbook::databases {
+
+size_t KeyIndex::SlotOf(int64_t key) const {
+  constexpr uint64_t kSpread = 0x9E3779B97F4A7C15U;
+  const size_t mask = slots_.size() - 1;
+  size_t slot = static_cast<size_t>((static_cast<uint64_t>(key) * kSpread) >> 20) & mask;
+  while (slots_[slot] != 0 && keys_[slots_[slot] - 1] != key) slot = (slot + 1) & mask;
+  return slot;
+}
+
+uint32_t KeyIndex::Add(int64_t key) {
+  if ((keys_.size() + 1) * 2 > slots_.size()) Grow();
+  const size_t slot = SlotOf(key);
+  if (slots_[slot] == 0) {
+    keys_.push_back(key);
+    slots_[slot] = static_cast<uint32_t>(keys_.size());
+  }
+  return slots_[slot] - 1;
+}
+
+uint32_t KeyIndex::Find(int64_t key) const {
+  if (slots_.empty()) return kNone;
+  const uint32_t number = slots_[SlotOf(key)];
+  return number == 0 ? kNone : number - 1;
+}
+
+void KeyIndex::Grow() {
+  constexpr size_t kLeast = 64;
+  slots_.assign(slots_.empty() ? kLeast : slots_.size() * 2, 0);
+  for (size_t number = 0; number < keys_.size(); ++number) {
+    slots_[SlotOf(keys_[number])] = static_cast<uint32_t>(number + 1);
+  }
+}
+
+}  // namespace stockbook::databases

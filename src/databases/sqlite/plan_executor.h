@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "databases/dialect/statement_plan.h"
+#include "databases/sqlite/database.h"
+#include "platform/recordset.h"
+
+namespace stockbook::databases {
+
+enum class ArmReading { kStepped, kJoined };
+
+// Carries a plan out: the arms are read apart, without sorting; their rows are put in order and rid of duplicates by
+// places alone, and each column is gathered once at the end. Nothing when the result could differ from the one that
+// SQLite gives for the whole statement, so that the caller lets SQLite run it.
+std::optional<std::vector<platform::Field>> ExecutePlan(const Database& database, const StatementPlan& plan,
+                                                        const std::vector<ResultColumn>& columns, ArmReading reading);
+
+}  // namespace stockbook::databases
