@@ -40,7 +40,8 @@ function(stockbook_room name)
     target_link_libraries(stockbook_${name} ${scope} stockbook_${room})
   endforeach()
   if(name STREQUAL "qt" AND sources)
-    set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    # A header that is new by itself does not set off moc; named as what it depends on, it does.
+    set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${headers}")
   endif()
 endfunction()
 
