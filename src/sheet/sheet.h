@@ -159,6 +159,9 @@ class Sheet final : public platform::Grid {
   void ScrollTo(ScrollPosition position);
   void ScrollBy(int64_t dx_px, int64_t dy_px);
   void SetMouseCell(CellPosition cell) { mouse_cell_ = cell; }
+  // Where a column that is being moved would go: before this column, -1 for no mark.
+  void SetDropColumn(int column);
+  int drop_column() const { return drop_column_; }
   // Moves the current cell and the other corner and asks the observer; false when it refused.
   bool ChangeSelection(const Selection& selection);
 
@@ -224,6 +227,7 @@ class Sheet final : public platform::Grid {
   int frozen_cols_ = 0;
   int outline_col_ = -1;
   CellPosition mouse_cell_;
+  int drop_column_ = -1;
   bool redraw_ = true;
   std::string tag_;
   platform::MousePointer pointer_ = platform::MousePointer::kDefault;

@@ -62,6 +62,12 @@ void Sheet::ScrollBy(int64_t dx_px, int64_t dy_px) {
   ScrollTo({at.x + dx_px, at.y + dy_px});
 }
 
+void Sheet::SetDropColumn(int column) {
+  if (drop_column_ == column) return;
+  drop_column_ = column;
+  LooksChanged();
+}
+
 void Sheet::SetRedraw(bool on) {
   if (redraw_ == on) return;
   redraw_ = on;

@@ -106,6 +106,9 @@ class Painter {
     if (snapshot_.frozen_edge() >= 0) {
       batches_.Fill(looks.accent, Rect{snapshot_.frozen_edge() - line, 0, line, cells.height}.Intersected(snapshot_.area()));
     }
+    if (snapshot_.drop_edge() >= 0) {
+      batches_.Fill(looks.accent, Rect{snapshot_.drop_edge() - line, 0, 3 * line, cells.height}.Intersected(snapshot_.area()));
+    }
     batches_.DrawFills(canvas_);
   }
 

@@ -44,6 +44,7 @@ Snapshot SnapshotBuilder::Build() {
   AddPane(fixed_rows, {pinned.fixed_columns, pinned.columns}, {fixed_width, 0, left - fixed_width, top});
   AddPane(fixed_rows, {0, pinned.fixed_columns}, {0, 0, fixed_width, top});
   if (pinned.columns > pinned.fixed_columns && left < view.width) snapshot_.frozen_edge_ = left;
+  if (sheet_.drop_column() >= 0) snapshot_.drop_edge_ = DropEdge(sheet_.drop_column());
   AddCurrentCell();
   return std::move(snapshot_);
 }
@@ -173,6 +174,11 @@ uint16_t SnapshotBuilder::FontIndex(std::string_view name) {
   font.name = name;
   fonts.push_back(std::move(font));
   return static_cast<uint16_t>(fonts.size() - 1);
+}
+
+int SnapshotBuilder::DropEdge(int column) const {
+  if (column < sheet_.Cols()) return geometry_.CellRect(0, column).x;
+  return sheet_.Cols() > 0 ? geometry_.CellRect(0, sheet_.Cols() - 1).right() : -1;
 }
 
 void SnapshotBuilder::AddCurrentCell() {

@@ -79,6 +79,8 @@ class Snapshot {
   const Rect& current_pane() const { return current_pane_; }
   // The right edge of the frozen columns, or -1.
   int frozen_edge() const { return frozen_edge_; }
+  // Where a column that is being moved would be put, or -1.
+  int drop_edge() const { return drop_edge_; }
   // The column whose cells carry the tree, or -1.
   int outline_column() const { return outline_column_; }
   const platform::Font& FontOf(const SnapshotCell& cell) const { return fonts_[cell.font]; }
@@ -98,6 +100,7 @@ class Snapshot {
   Rect current_;
   Rect current_pane_;
   int frozen_edge_ = -1;
+  int drop_edge_ = -1;
   int outline_column_ = -1;
   std::vector<platform::Font> fonts_;
   std::vector<platform::PictureRef> pictures_;  // keeps the cells' pictures alive

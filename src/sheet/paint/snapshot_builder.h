@@ -28,6 +28,7 @@ class SnapshotBuilder {
   void AddText(const SnapshotRow& row, const SheetColumn& column, RowId id, SnapshotCell& cell);
   void AddColours(const SnapshotRow& row, int column, const CellStyle& style, SnapshotCell& cell) const;
   uint16_t FontIndex(std::string_view name);
+  int DropEdge(int column) const;
   void AddCurrentCell();
 
   const Sheet& sheet_;

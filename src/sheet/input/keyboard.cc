@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/input/keyboard.h"
+
+#include <algorithm>
+
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+
+bool Keyboard::Press(const KeyEvent& event) {
+  if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
+  const Selection& selection = sheet_.selection();
+  if (selection.current.row < 0 || selection.current.column < 0) return false;
+  if (event.key == Key::kA) {
+    if (event.modifiers.Control()) SelectAll();
+    return event.modifiers.Control();
+  }
+  if (FoldNode(event)) return true;
+  if (event.key == Key::kPlus || event.key == Key::kMinus) return false;
+  const bool extends = event.modifiers.Shift();
+  const CellPosition target = Target(event, extends ? selection.end : selection.current);
+  const Selection wanted = extends ? Selection{selection.current, target} : Selection::Of(target);
+  if (sheet_.ChangeSelection(wanted)) {
+    const CellPosition shown = sheet_.selection().end;
+    sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
+  }
+  return true;
+}
+
+CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
+  const bool far = event.modifiers.Control();
+  switch (event.key) {
+    case Key::kUp: return {far ? EdgeRow(-1) : RowStep(from.row, -1), from.column};
+    case Key::kDown: return {far ? EdgeRow(1) : RowStep(from.row, 1), from.column};
+    case Key::kLeft: return {from.row, far ? EdgeColumn(-1) : ColumnStep(from.column, -1)};
+    case Key::kRight: return {from.row, far ? EdgeColumn(1) : ColumnStep(from.column, 1)};
+    case Key::kHome: return {far ? EdgeRow(-1) : from.row, EdgeColumn(-1)};
+    case Key::kEnd: return {far ? EdgeRow(1) : from.row, EdgeColumn(1)};
+    case Key::kPageUp: return {PageRow(from.row, -1), from.column};
+    case Key::kPageDown: return {PageRow(from.row, 1), from.column};
+    default: return from;
+  }
+}
+
+int Keyboard::RowStep(int row, int direction) const {
+  const RowStates& states = sheet_.states();
+  if (direction < 0) {
+    const auto above = static_cast<int>(states.ShownAtOrBefore(row - 1));
+    return above < sheet_.FixedRows() ? row : above;
+  }
+  const auto below = static_cast<int>(states.ShownAtOrAfter(row + 1));
+  return below < sheet_.Rows() ? below : row;
+}
+
+int Keyboard::ColumnStep(int column, int direction) const {
+  for (int at = column + direction; at >= sheet_.FixedCols() && at < sheet_.Cols(); at += direction) {
+    if (!sheet_.ColHidden(at)) return at;
+  }
+  return column;
+}
+
+int Keyboard::EdgeRow(int direction) const {
+  const int beyond = direction < 0 ? sheet_.FixedRows() - 1 : sheet_.Rows();
+  const int row = RowStep(beyond, -direction);
+  return row == beyond ? sheet_.selection().current.row : row;
+}
+
+int Keyboard::EdgeColumn(int direction) const {
+  const int beyond = direction < 0 ? sheet_.FixedCols() - 1 : sheet_.Cols();
+  const int column = ColumnStep(beyond, -direction);
+  return column == beyond ? sheet_.selection().current.column : column;
+}
+
+int Keyboard::PageRow(int row, int direction) const {
+  const RowStates& states = sheet_.states();
+  const int64_t height = states.PixelHeight(row);
+  const int64_t page = std::max<int64_t>(sheet_.geometry().BodyRect().height - height, 1);
+  const int64_t pixel = states.PixelsBefore(row) + direction * page;
+  const int first = EdgeRow(-1);
+  const int last = EdgeRow(1);
+  const auto target = static_cast<int>(states.RowAtPixel(std::max<int64_t>(pixel, 0)));
+  // A row higher than the page is still left behind.
+  const int least = RowStep(row, direction);
+  return std::clamp(direction < 0 ? std::min(target, least) : std::max(target, least), first, last);
+}
+
+bool Keyboard::FoldNode(const KeyEvent& event) {
+  const CellPosition cell = sheet_.selection().current;
+  if (event.modifiers.bits != 0 || !sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
+  const bool collapsed = sheet_.IsCollapsed(cell.row);
+  const bool on_tree = cell.column == sheet_.OutlineCol();
+  const bool closes = event.key == Key::kMinus || (event.key == Key::kLeft && on_tree);
+  const bool opens = event.key == Key::kPlus || (event.key == Key::kRight && on_tree);
+  if ((closes && !collapsed) || (opens && collapsed)) {
+    sheet_.SetIsCollapsed(cell.row, closes);
+    return true;
+  }
+  return event.key == Key::kPlus || event.key == Key::kMinus;
+}
+
+void Keyboard::SelectAll() {
+  sheet_.ChangeSelection({{sheet_.FixedRows(), sheet_.FixedCols()}, {sheet_.Rows() - 1, sheet_.Cols() - 1}});
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "sheet/input/events.h"
+#include "sheet/selection/selection.h"
+
+namespace stockbook::sheet {
+
+class Sheet;
+
+// What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes. The
+// cell moved to is brought into view.
+class Keyboard {
+ public:
+  explicit Keyboard(Sheet& sheet) : sheet_(sheet) {}
+
+  // False when the key means nothing to the sheet.
+  bool Press(const KeyEvent& event);
+
+ private:
+  // Where the key leads from the cell; the cell itself where there is no further one.
+  CellPosition Target(const KeyEvent& event, CellPosition from) const;
+  int RowStep(int row, int direction) const;
+  int ColumnStep(int column, int direction) const;
+  int EdgeRow(int direction) const;
+  int EdgeColumn(int direction) const;
+  int PageRow(int row, int direction) const;
+  // Opens or closes the node that the current cell is on; false when the key moves instead.
+  bool FoldNode(const KeyEvent& event);
+  void SelectAll();
+
+  Sheet& sheet_;
+};
+
+}  // namespace stockbook::sheet

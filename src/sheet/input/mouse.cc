@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/input/mouse.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "sheet/geometry/outline_metrics.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+constexpr int kEdgeReach = 4;       // pixels on either side of an edge that grab it
+constexpr int kDragDistance = 5;    // pixels before a pressed caption moves
+constexpr double kTwipsPerPixel = 15.0;
+constexpr int kLeastSize = 60;      // twips that a dragged edge leaves
+
+}  // namespace
+
+int Mouse::Scaled(int pixels) const { return std::max(1, static_cast<int>(std::lround(pixels * sheet_.scale()))); }
+
+int Mouse::ColumnEdgeAt(int x) const {
+  const Geometry at = sheet_.geometry();
+  const int reach = Scaled(kEdgeReach);
+  // The column that ends here comes before the one that begins here.
+  for (const int probe : {x - reach, x}) {
+    const int column = at.CellAt({std::max(probe, 0), 0}).column;
+    if (column >= 0 && std::abs(at.CellRect(0, column).right() - x) <= reach) return column;
+  }
+  if (x >= at.CellsRect().right() && x <= at.CellsRect().right() + reach) return at.CellAt({at.CellsRect().right() - 1, 0}).column;
+  return -1;
+}
+
+int Mouse::RowEdgeAt(int y) const {
+  const Geometry at = sheet_.geometry();
+  const int reach = std::min(Scaled(kEdgeReach), Scaled(3));
+  for (const int probe : {y - reach, y}) {
+    const int row = at.CellAt({0, std::max(probe, 0)}).row;
+    if (row >= 0 && std::abs(at.CellRect(row, 0).bottom() - y) <= reach) return row;
+  }
+  return -1;
+}
+
+Mouse::Edge Mouse::EdgeAt(Point at) const {
+  const Geometry geometry = sheet_.geometry();
+  if (sheet_.FixedRows() > 0 && at.y >= 0 && at.y < geometry.PinnedHeight()) {
+    if (const int column = ColumnEdgeAt(at.x); column >= 0) return {-1, column};
+  }
+  if (sheet_.FixedCols() > 0 && at.x >= 0 && at.x < geometry.FixedWidth()) {
+    if (const int row = RowEdgeAt(at.y); row >= 0) return {row, -1};
+  }
+  return {};
+}
+
+bool Mouse::ToggleNodeAt(Point at) {
+  const Geometry geometry = sheet_.geometry();
+  const CellPosition cell = geometry.CellAt(at);
+  const bool on_tree = cell.row >= sheet_.FixedRows() && cell.column >= 0 && cell.column == sheet_.OutlineCol() &&
+                       sheet_.OutlineBar() != platform::OutlineBarStyle::kNone;
+  if (!on_tree || !sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
+  const OutlineMetrics metrics = OutlineMetrics::Of(sheet_.scale());
+  if (!metrics.ClickArea(geometry.CellRect(cell.row, cell.column), sheet_.RowOutlineLevel(cell.row)).Contains(at)) return false;
+  sheet_.SetIsCollapsed(cell.row, !sheet_.IsCollapsed(cell.row));
+  return true;
+}
+
+void Mouse::Press(const MouseEvent& event) {
+  Cancel();
+  pressed_ = last_ = event.at;
+  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  if (event.button == MouseButton::kLeft) PressLeft(event);
+  if (sheet_.observer() != nullptr) sheet_.observer()->MouseDown(event);
+}
+
+void Mouse::PressLeft(const MouseEvent& event) {
+  const CellPosition cell = sheet_.geometry().CellAt(event.at);
+  if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
+    BeginResize(edge, event.at);
+    return;
+  }
+  if (cell.row < 0 || cell.column < 0 || ToggleNodeAt(event.at)) return;
+  const bool caption = cell.row < sheet_.FixedRows();
+  if (caption && cell.column >= sheet_.FixedCols() && !event.modifiers.Shift()) {
+    drag_ = Drag::kCaption;
+    moved_column_ = cell.column;
+    return;
+  }
+  BeginSelection(cell, event.modifiers.Shift());
+}
+
+void Mouse::BeginSelection(CellPosition cell, bool extends) {
+  const CellPosition first{sheet_.FixedRows(), sheet_.FixedCols()};
+  const CellPosition last{sheet_.Rows() - 1, sheet_.Cols() - 1};
+  if (last.row < first.row || last.column < first.column) return;
+  const bool whole_columns = cell.row < first.row;
+  const bool whole_rows = cell.column < first.column;
+  Selection wanted = Selection::Of({std::max(cell.row, first.row), std::max(cell.column, first.column)});
+  if (extends) wanted.current = sheet_.selection().current;
+  if (whole_columns) {
+    wanted.current.row = first.row;
+    wanted.end.row = last.row;
+  }
+  if (whole_rows) {
+    wanted.current.column = first.column;
+    wanted.end.column = last.column;
+  }
+  if (!sheet_.ChangeSelection(wanted)) return;
+  drag_ = whole_columns && whole_rows ? Drag::kNone : whole_columns ? Drag::kColumns : whole_rows ? Drag::kRows : Drag::kCells;
+}
+
+void Mouse::ExtendSelection(Point at) {
+  const Geometry geometry = sheet_.geometry();
+  const Rect cells = geometry.CellsRect();
+  Selection wanted = sheet_.selection();
+  if (cells.IsEmpty() || wanted.current.row < 0) return;
+  // Beyond the cells the nearest one is meant; pinned parts count as beyond while the drag began outside of them.
+  const int least_y = pressed_.y >= geometry.PinnedHeight() ? geometry.PinnedHeight() : 0;
+  const int least_x = pressed_.x >= geometry.PinnedWidth() ? geometry.PinnedWidth() : 0;
+  const Point inside{std::clamp(at.x, std::min(least_x, cells.right() - 1), cells.right() - 1),
+                     std::clamp(at.y, std::min(least_y, cells.bottom() - 1), cells.bottom() - 1)};
+  const CellPosition cell = geometry.CellAt(inside);
+  if (drag_ != Drag::kColumns && cell.row >= 0) wanted.end.row = std::max(cell.row, sheet_.FixedRows());
+  if (drag_ != Drag::kRows && cell.column >= 0) wanted.end.column = std::max(cell.column, sheet_.FixedCols());
+  if (wanted != sheet_.selection()) sheet_.ChangeSelection(wanted);
+}
+
+void Mouse::Move(const MouseEvent& event) {
+  last_ = event.at;
+  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  switch (drag_) {
+    case Drag::kNone: ShowCursor(event.at); break;
+    case Drag::kCells:
+    case Drag::kRows:
+    case Drag::kColumns: ExtendSelection(event.at); break;
+    case Drag::kColumnEdge:
+    case Drag::kRowEdge: Resize(event.at); break;
+    case Drag::kCaption: MoveCaption(event.at); break;
+  }
+}
+
+void Mouse::Release(const MouseEvent& event) {
+  const Drag ended = drag_;
+  const Edge resized = resized_;
+  drag_ = Drag::kNone;
+  if (event.button == MouseButton::kLeft) {
+    if (ended == Drag::kCaption) EndCaption(event.at);
+    const bool resizing = ended == Drag::kColumnEdge || ended == Drag::kRowEdge;
+    if (resizing && sheet_.observer() != nullptr) sheet_.observer()->AfterUserResize(resized.row, resized.column);
+  }
+  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  if (sheet_.observer() != nullptr) sheet_.observer()->MouseUp(event);
+}
+
+void Mouse::DoubleClick(const MouseEvent& event) {
+  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  if (event.button == MouseButton::kLeft && (!EdgeAt(event.at).IsNone() || ToggleNodeAt(event.at))) return;
+  if (sheet_.observer() != nullptr) sheet_.observer()->DoubleClick();
+}
+
+void Mouse::Cancel() {
+  if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, size_before_);
+  if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, size_before_);
+  drag_ = Drag::kNone;
+  moving_ = false;
+  sheet_.SetDropColumn(-1);
+}
+
+void Mouse::Wheel(int64_t dx_px, int64_t dy_px) {
+  sheet_.ScrollBy(dx_px, dy_px);
+  if (drag_ == Drag::kCells || drag_ == Drag::kRows || drag_ == Drag::kColumns) ExtendSelection(last_);
+}
+
+bool Mouse::WantsAutoScroll() const {
+  const Rect body = sheet_.geometry().BodyRect();
+  const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;
+  const bool columns = drag_ == Drag::kCells || drag_ == Drag::kColumns;
+  return (rows && (last_.y < body.y || last_.y >= body.bottom())) || (columns && (last_.x < body.x || last_.x >= body.right()));
+}
+
+void Mouse::AutoScroll() {
+  if (!WantsAutoScroll()) return;
+  const Rect body = sheet_.geometry().BodyRect();
+  const auto beyond = [](int at, int first, int last) { return at < first ? at - first : at >= last ? at - last + 1 : 0; };
+  // The further out, the faster.
+  const int64_t dy = drag_ == Drag::kColumns ? 0 : beyond(last_.y, body.y, body.bottom());
+  const int64_t dx = drag_ == Drag::kRows ? 0 : beyond(last_.x, body.x, body.right());
+  sheet_.ScrollBy(dx, dy);
+  ExtendSelection(last_);
+}
+
+void Mouse::BeginResize(const Edge& edge, Point at) {
+  SheetObserver* observer = sheet_.observer();
+  if (observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse) return;
+  resized_ = edge;
+  pressed_ = at;
+  drag_ = edge.column >= 0 ? Drag::kColumnEdge : Drag::kRowEdge;
+  size_before_ = edge.column >= 0 ? sheet_.ColWidth(edge.column) : sheet_.RowHeight(edge.row);
+}
+
+void Mouse::Resize(Point at) {
+  const int pixels = drag_ == Drag::kColumnEdge ? at.x - pressed_.x : at.y - pressed_.y;
+  const int twips = std::max(kLeastSize, size_before_ + static_cast<int>(std::lround(pixels * kTwipsPerPixel / sheet_.scale())));
+  if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, twips);
+  if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, twips);
+}
+
+void Mouse::MoveCaption(Point at) {
+  moving_ = moving_ || std::abs(at.x - pressed_.x) >= Scaled(kDragDistance);
+  if (!moving_) return;
+  const Geometry geometry = sheet_.geometry();
+  const int x = std::clamp(at.x, 0, std::max(0, geometry.CellsRect().right() - 1));
+  const int column = std::max(geometry.CellAt({x, 0}).column, sheet_.FixedCols());
+  if (column >= sheet_.Cols()) return;
+  const Rect caption = geometry.CellRect(0, column);
+  sheet_.SetDropColumn(x < caption.x + caption.width / 2 ? column : column + 1);
+}
+
+void Mouse::EndCaption(Point at) {
+  const int drop = sheet_.drop_column();
+  const bool moved = moving_;
+  moving_ = false;
+  sheet_.SetDropColumn(-1);
+  if (moved_column_ >= sheet_.Cols()) return;
+  if (!moved) {
+    const CellPosition cell = sheet_.geometry().CellAt(at);
+    if (cell.column == moved_column_) BeginSelection({0, moved_column_}, false);
+    drag_ = Drag::kNone;
+    return;
+  }
+  const int position = drop > moved_column_ ? drop - 1 : drop;
+  if (drop < 0 || position == moved_column_ || position >= sheet_.Cols()) return;
+  sheet_.SetColPosition(moved_column_, position);
+  if (sheet_.observer() != nullptr) sheet_.observer()->AfterMoveColumn(moved_column_, position);
+}
+
+void Mouse::ShowCursor(Point at) {
+  const Edge edge = EdgeAt(at);
+  const Cursor cursor = edge.column >= 0 ? Cursor::kColumnResize : edge.row >= 0 ? Cursor::kRowResize : Cursor::kDefault;
+  if (cursor == cursor_) return;
+  cursor_ = cursor;
+  if (sheet_.viewer() != nullptr) sheet_.viewer()->CursorChanged(cursor);
+}
+
+}  // namespace stockbook::sheet

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "sheet/input/events.h"
+#include "sheet/input/observer.h"
+#include "sheet/paint/rect.h"
+#include "sheet/selection/selection.h"
+
+namespace stockbook::sheet {
+
+class Sheet;
+
+// What the mouse does: select by pressing and dragging (rows from the fixed columns, columns from the captions, all from
+// the corner), open and close nodes, resize columns and rows at their edges, move columns by their captions. The sheet
+// does its part first, then its observer hears of the event.
+class Mouse {
+ public:
+  explicit Mouse(Sheet& sheet) : sheet_(sheet) {}
+
+  void Press(const MouseEvent& event);
+  void Move(const MouseEvent& event);
+  void Release(const MouseEvent& event);
+  // Takes the place of the second press.
+  void DoubleClick(const MouseEvent& event);
+  // Ends a drag as if it had not begun, where that can be.
+  void Cancel();
+  void Wheel(int64_t dx_px, int64_t dy_px);
+
+  // True while a selection is dragged beyond the cells: call AutoScroll by a timer, some 20 times a second.
+  bool WantsAutoScroll() const;
+  void AutoScroll();
+
+ private:
+  enum class Drag { kNone, kCells, kRows, kColumns, kColumnEdge, kRowEdge, kCaption };
+  // The row or column whose end edge is under the point, -1 for none.
+  struct Edge {
+    int row = -1;
+    int column = -1;
+    bool IsNone() const { return row < 0 && column < 0; }
+  };
+
+  Edge EdgeAt(Point at) const;
+  int ColumnEdgeAt(int x) const;
+  int RowEdgeAt(int y) const;
+  bool ToggleNodeAt(Point at);
+  void PressLeft(const MouseEvent& event);
+  void BeginResize(const Edge& edge, Point at);
+  void BeginSelection(CellPosition cell, bool extends);
+  void ExtendSelection(Point at);
+  void Resize(Point at);
+  void MoveCaption(Point at);
+  void EndCaption(Point at);
+  void ShowCursor(Point at);
+  int Scaled(int pixels) const;
+
+  Sheet& sheet_;
+  Drag drag_ = Drag::kNone;
+  Point pressed_;
+  Point last_;
+  Edge resized_;
+  int size_before_ = 0;  // twips
+  int moved_column_ = -1;
+  bool moving_ = false;  // the caption was dragged far enough
+  Cursor cursor_ = Cursor::kDefault;
+};
+
+}  // namespace stockbook::sheet
