@@ -98,7 +98,7 @@ std::optional<int64_t> CommandLine::Integer(std::string_view name, int64_t least
 }
 
 std::optional<std::string> CommandLine::Choice(std::string_view name, std::span<const std::string_view> choices) const {
-  const auto text = Value(name);
+  auto text = Value(name);
   if (!text || std::find(choices.begin(), choices.end(), *text) != choices.end()) return text;
   std::string list;
   for (size_t index = 0; index < choices.size(); ++index) {

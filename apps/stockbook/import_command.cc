@@ -2,7 +2,9 @@
 #include "stockbook/import_command.h"
 
 #include <array>
+#include <filesystem>
 #include <ostream>
+#include <system_error>
 
 #include "platform/error.h"
 #include "stockbook/command_line.h"
@@ -129,6 +131,10 @@ int RunImport(const std::vector<std::string>& arguments, Terminal& terminal) {
   const std::string input = line.Positional(0, "CSV, the table to import, or - for standard input");
   const std::string output = line.Required("output", "name the inventory to write with -o DB");
   if (output == "-") throw UsageError("An inventory cannot go to standard output; name a file with -o DB.");
+  std::error_code ignored;
+  if (std::filesystem::equivalent(input, output, ignored)) {
+    throw UsageError("The inventory cannot take the place of its table '" + input + "'; name another file with -o DB.");
+  }
   if (!line.Has("map")) throw UsageError("The option --map is missing: say which column holds what.");
   ImportMapping mapping(line.Values("map"));
   const Direction direction = DirectionOf(line);

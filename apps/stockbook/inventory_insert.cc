@@ -2,13 +2,14 @@
 #include "stockbook/inventory_insert.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "platform/error.h"
 
 namespace stockbook::app {
 
 InsertCursor::InsertCursor(sqlite3* database, const InventoryTable& table, const std::string& file)
-    : database_(database), table_(table), file_(file) {
+    : database_(database), table_(table), file_(file), copies_(table.columns.size()) {
   const std::string sql = InsertStatement(table);
   Check(sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement_,
                            nullptr));
@@ -34,11 +35,10 @@ void InsertCursor::Bind(int index, std::string_view text) {
                      : sqlite3_bind_text64(statement_, index, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
 }
 
-void InsertCursor::BindCopy(int index, const std::string& text) {
-  if (text.empty()) return Bind(index, std::string_view());
-  // The destructor value says that the text goes away after the call.
-  const auto copy = reinterpret_cast<sqlite3_destructor_type>(-1);
-  Check(sqlite3_bind_text64(statement_, index, text.data(), text.size(), copy, SQLITE_UTF8));
+void InsertCursor::BindCopy(int index, std::string text) {
+  std::string& kept = copies_[static_cast<size_t>(index - 1)];
+  kept = std::move(text);
+  Bind(index, std::string_view(kept));
 }
 
 void InsertCursor::Check(int code) const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/date.h"
 #include "base/money.h"
@@ -40,13 +41,15 @@ class InsertCursor {
   void Bind(int index, base::Money money);
   void Bind(int index, base::Date date);
   void Bind(int index, std::string_view text);
-  void BindCopy(int index, const std::string& text);
+  // Keeps the text until the row is written.
+  void BindCopy(int index, std::string text);
   void Check(int code) const;
   void Step();
 
   sqlite3* database_;
   const InventoryTable& table_;
   std::string file_;
+  std::vector<std::string> copies_;  // of the columns' texts, where they were made for the row
   sqlite3_stmt* statement_ = nullptr;
 };
 

@@ -200,6 +200,7 @@ TEST_F(ImportTest, RefusesWrongMappingsAndArgumentsAsUsageErrors) {
       {"import", table, "--map", good},
       {"import", "-o", Database(), "--map", good},
       {"import", table, "-o", "-", "--map", good},
+      {"import", table, "-o", table, "--map", good},
       {"import", table, "-o", Database(), "--map", "product=p,date=d"},
       {"import", table, "-o", Database(), "--map", "product=p,date=d,quantity=nothing"},
       {"import", table, "-o", Database(), "--map", "product=p,date=d,quantity=q2"},
