@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "control/stockbook.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "base/number.h"
@@ -28,6 +29,18 @@ void StartUp(platform::Grid& grid) {
   grid.SetFixedRows(1);
   grid.SetCols(1);
   grid.SetFixedCols(1);
+}
+
+// Moves the top row down by as many rows as the row lies below the view, and by the few more or less that rows of
+// different heights ask for, so that the row becomes the last one in view.
+void MakeLastVisible(platform::Grid& grid, int row) {
+  int top = std::min(grid.TopRow() + row - grid.BottomRow(), row);
+  grid.SetTopRow(top);
+  while (grid.BottomRow() < row && top < row) grid.SetTopRow(++top);
+  while (grid.BottomRow() > row && top > grid.FixedRows()) {
+    grid.SetTopRow(--top);
+    if (grid.BottomRow() < row) return grid.SetTopRow(top + 1);
+  }
 }
 
 template <typename Integer>
@@ -148,8 +161,11 @@ void Stockbook::SetRow(int32_t row) {
   fg_.Select(row, fg_.Col());
   if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);
   if (fg_.RowIsVisible(row)) return;
-  if (row < fg_.TopRow()) fg_.SetTopRow(row);
-  else if (row > fg_.BottomRow()) fg_.SetTopRow(fg_.TopRow() + row - fg_.BottomRow());
+  if (row < fg_.TopRow()) {
+    fg_.SetTopRow(row);
+  } else if (row > fg_.BottomRow()) {
+    MakeLastVisible(fg_, row);
+  }
 }
 
 void Stockbook::SetRowHeight(float twips) {

@@ -82,7 +82,8 @@ void Loader::ClearGrid() {
 
 void Loader::FillGrid() {
   const QueryBuilder builder(steps_.Connection(), steps_.JournalType(), steps_.Keys(), [this](int at) { steps_.Process(at); });
-  platform::Recordset journal = steps_.Connection()->Execute(builder.Build(), platform::kExecuteUnspecified);
+  const std::string statement = builder.Build();
+  platform::Recordset journal = steps_.Connection()->Execute(statement, platform::kExecuteUnspecified);
   steps_.StoreRecordCount(journal.RecordCount());
   steps_.Process(30);
   if (journal.AtEnd()) return;

@@ -31,6 +31,7 @@ class GridCells {
   virtual PictureAlignment CellPictureAlignment(int row, int column) const = 0;
   virtual void SetCellPicture(const CellRange& range, const PictureRef& picture, PictureAlignment alignment) = 0;
   virtual void SetCellAlignment(const CellRange& range, Alignment alignment) = 0;
+  virtual std::string CellFontName(int row, int column) const = 0;
   virtual void SetCellFontName(const CellRange& range, std::string_view name) = 0;
   virtual Colour CellBackColor(int row, int column) const = 0;
   virtual Colour CellForeColor(int row, int column) const = 0;

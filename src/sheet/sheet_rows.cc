@@ -31,6 +31,7 @@ void Sheet::SetRows(int count) {
   } else {
     RemoveRows(count, Rows() - count);
   }
+  if (count <= fixed_rows_) store_.ForgetRecords();
   fixed_rows_ = std::min(fixed_rows_, count);
   RowsChanged();
 }

@@ -18,15 +18,15 @@ struct JournalLine {
   std::string amount = "0";
   double price = 0;
   std::string bill_name = "入库单";
-  std::string auditor;
-  std::string depot;
-  std::string enterprise;
-  std::string project;
+  std::string auditor = {};
+  std::string depot = {};
+  std::string enterprise = {};
+  std::string project = {};
   int64_t other_id = 0;
   int64_t bill_id = 1;
   int64_t rec_id = 1;
   int64_t product_id = 7;
-  base::Value audit_date;
+  base::Value audit_date = {};
 };
 
 inline const std::vector<std::string>& JournalFieldNames() {

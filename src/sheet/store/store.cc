@@ -86,11 +86,16 @@ void Store::Load(std::vector<Column> columns, int first_column, int fixed_rows) 
     throw platform::Error("Load", "The result has " + std::to_string(rows) + " rows, more than a grid can show; narrow the selection.");
   }
   if (Rows() > fixed_rows) RemoveRows(fixed_rows, Rows() - fixed_rows);
-  for (int column = 0; column < columns_.Count(); ++column) columns_.At(column).Unload();
+  ForgetRecords();
   columns_.SetCount(std::max(columns_.Count(), first_column + static_cast<int>(columns.size())));
   for (Column& column : columns) columns_.At(first_column++).Load(std::make_shared<const Column>(std::move(column)));
   records_ = rows;
   order_.AppendRecords(static_cast<int64_t>(rows));
+}
+
+void Store::ForgetRecords() {
+  for (int column = 0; column < columns_.Count(); ++column) columns_.At(column).Unload();
+  records_ = 0;
 }
 
 std::string Store::TextAt(int row, int column) const {

@@ -34,6 +34,8 @@ class Store {
   // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
   void Load(std::vector<platform::Column> columns, int first_column, int fixed_rows);
   size_t RecordCount() const { return records_; }
+  // Lets the loaded columns go, once none of their rows is left.
+  void ForgetRecords();
 
   std::string TextAt(int row, int column) const;
   std::string DisplayAt(int row, int column) const;

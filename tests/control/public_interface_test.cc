@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "platform/error.h"
+#include "support/fake_surroundings.h"
+#include "support/journal_rows.h"
+
+namespace stockbook::control {
+namespace {
+
+using testing::ControlOverFakes;
+using testing::FakeConnection;
+
+TEST(Control, StartsWithItsInitialState) {
+  ControlOverFakes fakes;
+  const Stockbook& control = *fakes.control;
+  EXPECT_EQ(control.MaterielTitle() + control.SupplierTitle() + control.CustomerTitle() + control.ProjectTitle(), "商品发货单位收货单位项目");
+  EXPECT_EQ(control.Field00() + control.Field01() + control.Field02() + control.Field03() + control.Field04() + control.Field05() +
+                control.Field06(),
+            "经手人交接人包装货位期限序列号生产日期");
+  EXPECT_EQ(control.Field16(), "生产日期");
+  EXPECT_EQ(control.PriceFormat() + control.QuantityFormat() + control.AccountFormat(), "#,##0.00#,##0.00#,##0.00");
+  EXPECT_EQ(control.RowHeight(), 250);
+  EXPECT_EQ(control.RowHeightTitle(), 400);
+  EXPECT_EQ(control.BackColorHot(), 0xE2D2C7U);
+  EXPECT_EQ(control.ForeColorHot(), fakes.fg.ColourOf(platform::GridColour::kForeColor));
+  EXPECT_FALSE(control.AllowView() || control.AllowPrint() || control.AllowQty2() || control.AllowInv());
+  EXPECT_EQ(control.JournalType(), base::MaterialJournal);
+  EXPECT_EQ(control.OutlineColKey(), "BillNo");
+  EXPECT_EQ(fakes.fg.Cols(), 56);
+  EXPECT_EQ(fakes.fg.FixedRows(), 1);
+  EXPECT_EQ(fakes.fg.FixedCols(), 1);
+  EXPECT_EQ(testing::NameOf(control.C1EHeader().picture), "StkBk");
+}
+
+TEST(Control, ReadsTheCaptionBackTrimmedAndShowsItWithThreeBlanks) {
+  ControlOverFakes fakes;
+  fakes.control->SetCaption("  库存 台账 ");
+  EXPECT_EQ(fakes.control->Caption(), "库存 台账");
+  EXPECT_EQ(fakes.control->C1EHeader().caption, "库存 台账   ");
+}
+
+TEST(Control, RefusesADepotBeyondSixteenBitsAndKeepsTheOldOne) {
+  ControlOverFakes fakes;
+  fakes.control->SetdpID(12);
+  EXPECT_THROW(fakes.control->SetdpID(40000), platform::Error);
+  EXPECT_THROW(fakes.control->SetdpID(-32769), platform::Error);
+  EXPECT_EQ(fakes.control->dpID(), 12);
+  fakes.control->SetdpID(-32768);
+  EXPECT_EQ(fakes.control->dpID(), -32768);
+}
+
+TEST(Control, NamesTheFormatOfTheFourTypesOnly) {
+  ControlOverFakes fakes;
+  EXPECT_EQ(fakes.control->FmtName(), "Stockbook");
+  fakes.control->SetJournalType(static_cast<tqJournalTypeContants>(8));
+  EXPECT_EQ(fakes.control->FmtName(), "");
+}
+
+TEST(Control, ShowsTheIconOfTheJournalTypeAndLaysOutAnew) {
+  ControlOverFakes fakes;
+  fakes.control->SetJournalType(base::CustomerJournal);
+  EXPECT_EQ(testing::NameOf(fakes.control->C1EHeader().picture), "CustJnl");
+  EXPECT_EQ(fakes.control->FmtName(), "CustomerJournal");
+  EXPECT_EQ(fakes.fg.TextMatrix(0, fakes.fg.ColIndex("StoQty")), "累计数量");
+  fakes.control->SetJournalType(base::SupplierJournal);
+  EXPECT_EQ(testing::NameOf(fakes.control->C1EHeader().picture), "SuppJnl");
+  fakes.control->SetJournalType(base::ProjectJournal);
+  EXPECT_EQ(testing::NameOf(fakes.control->C1EHeader().picture), "ProjJnl");
+}
+
+TEST(Control, CallsItAReceiptWithoutACurrentDataRow) {
+  ControlOverFakes fakes;
+  EXPECT_EQ(fakes.control->Flag(-1), 0);
+  EXPECT_EQ(fakes.control->FlagName(), "入库");
+  EXPECT_EQ(fakes.control->BillID(99), 0);
+  EXPECT_EQ(fakes.control->BillName(99), "");
+}
+
+TEST(Control, ReadsRestrictionsAsTruthValuesOrNumbersOnly) {
+  ControlOverFakes fakes;
+  for (const char* text : {"True", "FALSE", "0", "-1", "0.5"}) {
+    fakes.control->SetAccRestrict(text);
+    EXPECT_EQ(fakes.control->AccRestrict(), text);
+  }
+  for (const char* text : {"", "yes", "truee", "1x"}) EXPECT_THROW(fakes.control->SetAccRestrict(text), platform::Error) << text;
+  EXPECT_EQ(fakes.control->AccRestrict(), "0.5");
+}
+
+TEST(Control, TakesSecondQuantityKeysOffTheListAndPutsThemBack) {
+  ControlOverFakes fakes;
+  Stockbook& control = *fakes.control;
+  control.SetAllowQty2(true);
+  EXPECT_EQ(control.ColsFilter().find("Qty2|"), std::string::npos);
+  EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex("StoQty2"))) << "showing waits for the next layout";
+  control.DefaultFormat();
+  EXPECT_FALSE(fakes.fg.ColHidden(fakes.fg.ColIndex("StoQty2")));
+  control.SetAllowQty2(false);
+  EXPECT_TRUE(control.ColsFilter().ends_with("|Quantity2|Qty2|RevQty2|IssQty2|StoQty2|"));
+  EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex("StoQty2")));
+}
+
+TEST(Control, HidesTheTaxColumnsAtOnce) {
+  ControlOverFakes fakes;
+  fakes.control->SetAllowInv(true);
+  EXPECT_EQ(fakes.control->ColsFilter().find("|Tax|"), std::string::npos);
+  fakes.control->DefaultFormat();
+  EXPECT_FALSE(fakes.fg.ColHidden(fakes.fg.ColIndex("Tax")));
+  fakes.control->SetAllowInv(false);
+  for (const char* key : {"Ratio", "Tax", "TaxPrice", "TaxAccount"}) EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex(key)));
+}
+
+TEST(Control, ReadsTheNewestPeriodFromTheConnection) {
+  ControlOverFakes fakes;
+  EXPECT_EQ(fakes.control->AccPeriod(), "");
+  auto connection = std::make_shared<FakeConnection>();
+  connection->Answer("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC", {"AccPeriod"}, {{testing::Text("2004-06")}});
+  fakes.control->SetConn(connection);
+  EXPECT_EQ(fakes.control->AccPeriod(), "2004-06");
+  EXPECT_EQ(fakes.control->Conn(), connection);
+}
+
+class LoadedControl : public ::testing::Test {
+ protected:
+  LoadedControl() {
+    auto connection = std::make_shared<FakeConnection>();
+    std::vector<testing::JournalLine> lines(200);
+    for (size_t at = 0; at < lines.size(); ++at) {
+      lines[at].bill_id = static_cast<int64_t>(at) + 1000;
+      lines[at].flag = static_cast<int64_t>(at % 2);
+      lines[at].bill_name = at % 2 == 0 ? "入库单" : "出库单";
+    }
+    testing::AnswerJournal(*connection, lines);
+    fakes_.control->SetConn(connection);
+    fakes_.control->Load(7, 0);
+    fakes_.fg.SetView({800, 300}, 1.0);
+  }
+  ControlOverFakes fakes_;
+};
+
+TEST_F(LoadedControl, ReadsBillIdNameAndFlagOfARowOrTheCurrentOne) {
+  fakes_.control->SetRow(4);
+  EXPECT_EQ(fakes_.control->BillID(), 1001);
+  EXPECT_EQ(fakes_.control->BillID(-5), 1001);
+  EXPECT_EQ(fakes_.control->BillName(3), "入库单");
+  EXPECT_EQ(fakes_.control->Flag(), 1);
+  EXPECT_EQ(fakes_.control->FlagName(), "出库");
+}
+
+TEST_F(LoadedControl, LeavesTheRowForFixedRowsAndTheRowCount) {
+  fakes_.control->SetRow(5);
+  fakes_.control->SetRow(0);
+  EXPECT_EQ(fakes_.control->Row(), 5);
+  fakes_.control->SetRow(fakes_.control->Rows());
+  EXPECT_EQ(fakes_.control->Row(), 5);
+  fakes_.control->SetRow(-1);
+  EXPECT_EQ(fakes_.control->Row(), 5);
+}
+
+TEST_F(LoadedControl, BringsAHiddenOrDistantRowIntoView) {
+  fakes_.fg.SetRowHidden(150, true);
+  fakes_.control->SetRow(150);
+  EXPECT_FALSE(fakes_.fg.RowHidden(150));
+  EXPECT_TRUE(fakes_.fg.RowIsVisible(150));
+  EXPECT_EQ(fakes_.fg.BottomRow(), 150) << "coming from above it becomes the last row in view";
+  fakes_.control->SetRow(20);
+  EXPECT_EQ(fakes_.fg.TopRow(), 20) << "coming from below it becomes the first";
+}
+
+TEST_F(LoadedControl, KnowsARangeByEitherCoordinate) {
+  fakes_.fg.Select(5, 4);
+  EXPECT_FALSE(fakes_.control->IsRangeSelected());
+  fakes_.fg.SelectRange(5, 4, 5, 6);
+  EXPECT_TRUE(fakes_.control->IsRangeSelected());
+  fakes_.fg.SelectRange(5, 4, 8, 4);
+  EXPECT_TRUE(fakes_.control->IsRangeSelected());
+}
+
+TEST_F(LoadedControl, SetsHeightsOfAllRowsTheTitleAndTheNodes) {
+  fakes_.control->SetRowHeightTitle(600);
+  fakes_.control->SetRowHeightSum(700);
+  fakes_.control->SetRowHeight(330);
+  EXPECT_EQ(fakes_.fg.RowHeight(0), 600);
+  EXPECT_EQ(fakes_.fg.RowHeight(2), 700);
+  EXPECT_EQ(fakes_.fg.RowHeight(3), 330);
+  EXPECT_EQ(fakes_.fg.RowHeight(fakes_.fg.Rows() - 1), 700);
+}
+
+TEST_F(LoadedControl, CountsBillRowsInItsStatistics) {
+  EXPECT_EQ(fakes_.control->Statistics(), "单据共：200 张\r\n  其中:\r\n    入库单:100张\r\n    出库单:100张\r\n    调拨单:0张");
+}
+
+TEST(Control, TellsTheSiteOfEveryChangedAppearanceProperty) {
+  ControlOverFakes fakes;
+  Stockbook& control = *fakes.control;
+  control.SetBackColor(0x112233);
+  control.SetOutlinebar(platform::OutlineBarStyle::kSymbols);
+  control.SetBorderWidth(0);
+  control.SetIssPicture(testing::MakePicture("iss"));
+  control.SetSheetBorderColor(0x445566);
+  EXPECT_EQ(fakes.site.changed, (std::vector<std::string>{"BackColor", "OutlineBar", "BorderWidth", "IssPicture", "SheetBorderColor"}));
+  EXPECT_EQ(control.BackColor(), 0x112233U);
+  EXPECT_EQ(fakes.fg.ColourOf(platform::GridColour::kBackColor), 0x112233U);
+  EXPECT_EQ(control.C1EBody().border_width, 1);
+  control.SetBorderWidth(2);
+  EXPECT_EQ(control.C1EBody().border_width, 0);
+  EXPECT_EQ(testing::NameOf(control.IssPicture()), "iss");
+}
+
+TEST(Control, HandsNodePicturesToTheGrid) {
+  ControlOverFakes fakes;
+  fakes.control->SetNodeOpenPicture(testing::MakePicture("open"));
+  fakes.control->SetNodeClosedPicture(testing::MakePicture("closed"));
+  EXPECT_EQ(testing::NameOf(fakes.fg.NodeOpenPicture()), "open");
+  EXPECT_EQ(testing::NameOf(fakes.fg.NodeClosedPicture()), "closed");
+}
+
+TEST(Control, RewritesProductNamesForAnyPieceOfTheNameColumns) {
+  ControlOverFakes fakes;
+  fakes.fg.SetRows(2);
+  fakes.fg.SetTextMatrix(1, fakes.fg.ColIndex("pdID"), "7");
+  fakes.fg.SetCellData(1, fakes.fg.ColIndex("ProductName"), base::Value(std::string("螺栓")));
+  fakes.fg.SetTextMatrix(1, fakes.fg.ColIndex("Model"), "M8");
+  const auto name_after = [&](const char* command, const char* key) {
+    fakes.fg.SetTextMatrix(1, fakes.fg.ColIndex("ProductName"), "old");
+    std::vector<base::Value> parameters = {base::Value(std::string(key))};
+    EXPECT_TRUE(fakes.control->DoCommand(command, parameters).IsNull());
+    return fakes.fg.TextMatrix(1, fakes.fg.ColIndex("ProductName"));
+  };
+  EXPECT_EQ(name_after("ColChanged", "Standard"), "螺栓 M8");
+  EXPECT_EQ(name_after("ColChanged", "del"), "螺栓 M8");
+  EXPECT_EQ(name_after("ColChanged", ""), "螺栓 M8");
+  EXPECT_EQ(name_after("ColChanged", "standard"), "old");
+  EXPECT_EQ(name_after("ColChanged", "Price"), "old");
+  EXPECT_EQ(name_after("colchanged", "Model"), "old");
+  std::vector<base::Value> none;
+  EXPECT_THROW(fakes.control->DoCommand("ColChanged", none), std::out_of_range);
+}
+
+TEST(Control, SendsAnEmptyPromptToo) {
+  struct Ear : interaction::EventListener {
+    void Notify(const std::string& message) override { heard.push_back(message); }
+    std::vector<std::string> heard;
+  } ear;
+  ControlOverFakes fakes;
+  fakes.control->AddListener(&ear);
+  fakes.control->Prompt("");
+  EXPECT_EQ(ear.heard, (std::vector<std::string>{""}));
+}
+
+}  // namespace
+}  // namespace stockbook::control
