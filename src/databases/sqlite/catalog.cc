@@ -20,15 +20,19 @@ void Catalog::Refresh() {
 void Catalog::ReadTables() {
   Statement encoding(database_, "PRAGMA encoding");
   utf8_ = encoding.Step() && encoding.Text(0) == "UTF-8";
-  Statement statement(database_, "SELECT name, type, wr FROM pragma_table_list WHERE schema = 'main' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'");
+  Statement statement(database_, "PRAGMA main.table_list");
+  constexpr int kName = 1;
+  constexpr int kType = 2;
+  constexpr int kWithoutRowNumbers = 4;
   while (statement.Step()) {
-    const std::string_view type = statement.Text(1);
+    const std::string_view type = statement.Text(kType);
+    if (statement.Text(0) != "main" || statement.Text(kName).starts_with("sqlite_")) continue;
     Entry entry;
     entry.is_table = type == "table";
-    entry.has_row_numbers = entry.is_table && statement.Integer(2) == 0;
+    entry.has_row_numbers = entry.is_table && statement.Integer(kWithoutRowNumbers) == 0;
     if (!entry.is_table && type != "view" && type != "virtual") continue;
     entry.schema = std::make_unique<TableSchema>();
-    entry.schema->name = statement.Text(0);
+    entry.schema->name = statement.Text(kName);
     tables_.emplace(base::AsciiLower(entry.schema->name), std::move(entry));
   }
 }
@@ -43,10 +47,13 @@ const TableSchema* Catalog::FindTable(std::string_view name) {
 void Catalog::ReadColumns(Entry& entry) const {
   constexpr int64_t kHidden = 1;
   TableSchema& table = *entry.schema;
-  Statement statement(database_, "SELECT name, type, hidden FROM pragma_table_xinfo(" + QuotedText(table.name) + ")");
+  Statement statement(database_, "PRAGMA main.table_xinfo(" + QuotedName(table.name) + ")");
+  constexpr int kName = 1;
+  constexpr int kType = 2;
+  constexpr int kHiddenMark = 6;
   while (statement.Step()) {
-    if (statement.Integer(2) == kHidden) continue;
-    table.columns.push_back({std::string(statement.Text(0)), ClassOfDeclaredType(statement.Text(1))});
+    if (statement.Integer(kHiddenMark) == kHidden) continue;
+    table.columns.push_back({std::string(statement.Text(kName)), ClassOfDeclaredType(statement.Text(kType))});
   }
   const auto has_column = [&](std::string_view name) {
     return std::any_of(table.columns.begin(), table.columns.end(),

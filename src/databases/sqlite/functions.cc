@@ -3,6 +3,7 @@
 
 #include <array>
 #include <exception>
+#include <memory>
 #include <new>
 #include <vector>
 
@@ -42,9 +43,11 @@ void CallScalar(sqlite3_context* context, int count, sqlite3_value** stored) {
   });
 }
 
-// SQLite hands out zeroed memory, which is a fresh state.
+// SQLite hands out zeroed memory, which is a fresh state, but aligned to eight bytes only; it stays where it is.
 SumState* StateOf(sqlite3_context* context, bool create) {
-  return static_cast<SumState*>(sqlite3_aggregate_context(context, create ? static_cast<int>(sizeof(SumState)) : 0));
+  size_t space = sizeof(SumState) + alignof(SumState);
+  void* memory = sqlite3_aggregate_context(context, create ? static_cast<int>(space) : 0);
+  return memory == nullptr ? nullptr : static_cast<SumState*>(std::align(alignof(SumState), sizeof(SumState), memory, space));
 }
 
 template <Form form>

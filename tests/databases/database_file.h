@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/recordset.h"
+
+namespace stockbook::testing {
+
+// A database file of its own, open for writing, that goes when the test ends.
+class DatabaseFile {
+ public:
+  explicit DatabaseFile(std::string_view file_name = "inventory.db");
+  ~DatabaseFile();
+  DatabaseFile(const DatabaseFile&) = delete;
+  DatabaseFile& operator=(const DatabaseFile&) = delete;
+
+  // Runs SQLite's own language; fails the test when it cannot.
+  void Run(const std::string& sql);
+  sqlite3* handle() const { return handle_; }
+  const std::string& path() const { return path_; }
+  std::string DesktopString() const { return "Provider=Stockbook.Embedded;Data Source=" + path_; }
+  std::string ServerString() const { return "Provider=Stockbook.Embedded;Dialect=SQL;Data Source=" + path_; }
+
+ private:
+  std::string folder_;
+  std::string path_;
+  sqlite3* handle_ = nullptr;
+};
+
+// The tables and columns that the journals read. `columns` chooses how money, quantities and dates are declared.
+struct InventoryTypes {
+  std::string money = "MONEY TEXT";
+  std::string quantity = "REAL";
+  std::string date = "DATE";
+  std::string master_key = "INTEGER PRIMARY KEY";
+};
+void CreateInventory(DatabaseFile& file, const InventoryTypes& types = {});
+
+// Two depots, three products, a supplier, a customer, projects in a class tree, and a few bills of them all.
+void FillInventory(DatabaseFile& file);
+
+// Field texts of a row joined by "|".
+std::string RowText(const platform::Recordset& rows);
+// All rows of a recordset as RowText, one line each; null is "~".
+std::vector<std::string> AllRows(platform::Recordset rows);
+
+// Values with their types, exactly: "int:5", "text:…"; whole numbers and equal doubles are the same.
+std::vector<std::string> ExactRows(platform::Recordset rows);
+
+}  // namespace stockbook::testing
