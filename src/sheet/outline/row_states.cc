@@ -68,6 +68,7 @@ void RowStates::SetHeights(const RowHeights& heights) {
 }
 
 int64_t RowStates::PixelHeight(int64_t row) const {
+  if (row < 0 || row >= Rows()) return 0;
   const RowState state = At(row);
   return state.IsShown() ? heights().PixelsOf(state.height_twips) : 0;
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cassert>
 #include <cstdint>
 #include <span>
 #include <utility>
@@ -44,24 +43,8 @@ class RunTree {
   Traits& traits() { return traits_; }
   const Traits& traits() const { return traits_; }
 
-  // The run that holds a row in [0, size()).
-  Place RunAt(int64_t row) const {
-    uint32_t at = root_;
-    int64_t first = 0;
-    for (;;) {
-      const Node& node = nodes_[at];
-      const int64_t before = nodes_[node.left].total;
-      if (row < first + before) {
-        at = node.left;
-      } else if (row < first + before + node.count) {
-        return {first + before, node.count, node.value};
-      } else {
-        first += before + node.count;
-        at = node.right;
-      }
-      assert(at != 0);
-    }
-  }
+  // The run that holds a row in [0, size()); a run of no rows for any other.
+  Place RunAt(int64_t row) const { return RunIn(root_, row); }
   Value At(int64_t row) const {
     const Place place = RunAt(row);
     return Traits::Advance(place.value, row - place.first);
@@ -115,6 +98,7 @@ class RunTree {
   void ForEach(int64_t first, int64_t last, Visit visit) const {
     while (first < last) {
       Place place = RunAt(first);
+      if (place.count == 0) return;
       const int64_t end = place.first + place.count < last ? place.first + place.count : last;
       place.value = Traits::Advance(place.value, first - place.first);
       place.first = first;
@@ -191,6 +175,23 @@ class RunTree {
     uint32_t priority = 0;
   };
 
+  Place RunIn(uint32_t at, int64_t row) const {
+    int64_t first = 0;
+    while (at != 0) {
+      const Node& node = nodes_[at];
+      const int64_t before = nodes_[node.left].total;
+      if (row < first + before) {
+        at = node.left;
+      } else if (row < first + before + node.count) {
+        return {first + before, node.count, node.value};
+      } else {
+        first += before + node.count;
+        at = node.right;
+      }
+    }
+    return {row, 0, Value{}};
+  }
+
   template <typename Reached>
   int64_t FindInRun(const Node& node, const Summary& sum, Reached reached) const {
     int64_t low = 1;
@@ -248,29 +249,34 @@ class RunTree {
     Pull(at);
   }
 
-  // The first `row` rows of a subtree, and the others.
-  std::pair<uint32_t, uint32_t> Split(uint32_t at, int64_t row) {
+  // The first `row` rows of a tree, and the others. A run that reaches over the border is taken out and put back as two,
+  // the second one with a random priority of its own.
+  std::pair<uint32_t, uint32_t> Split(uint32_t root, int64_t row) {
+    const Place place = RunIn(root, row);
+    if (place.count == 0 || place.first == row) return SplitBetween(root, row);
+    const auto [left, rest] = SplitBetween(root, place.first);
+    const auto [head, right] = SplitBetween(rest, place.count);
+    const int64_t inside = row - place.first;
+    const uint32_t tail = NewNode(Traits::Advance(place.value, inside), place.count - inside);
+    nodes_[head].count = inside;
+    Pull(head);
+    return {Merge(left, head), Merge(tail, right)};
+  }
+
+  // The same where `row` is known to lie between two runs.
+  std::pair<uint32_t, uint32_t> SplitBetween(uint32_t at, int64_t row) {
     if (at == 0) return {0, 0};
     const int64_t before = nodes_[nodes_[at].left].total;
     if (row <= before) {
-      const auto [left, right] = Split(nodes_[at].left, row);
+      const auto [left, right] = SplitBetween(nodes_[at].left, row);
       nodes_[at].left = right;
       Pull(at);
       return {left, at};
     }
-    if (row >= before + nodes_[at].count) {
-      const auto [left, right] = Split(nodes_[at].right, row - before - nodes_[at].count);
-      nodes_[at].right = left;
-      Pull(at);
-      return {at, right};
-    }
-    const int64_t inside = row - before;
-    const uint32_t tail = NewNode(Traits::Advance(nodes_[at].value, inside), nodes_[at].count - inside);
-    const uint32_t right = nodes_[at].right;
-    nodes_[at].count = inside;
-    nodes_[at].right = 0;
+    const auto [left, right] = SplitBetween(nodes_[at].right, row - before - nodes_[at].count);
+    nodes_[at].right = left;
     Pull(at);
-    return {at, Merge(tail, right)};
+    return {at, right};
   }
 
   uint32_t Merge(uint32_t left, uint32_t right) {

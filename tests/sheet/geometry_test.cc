@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/geometry/geometry.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "sheet/columns.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+using test::Numbers;
+using test::Periods;
+using test::Together;
+
+// Every cell that is seen is found at the corners of what is seen of it.
+void ExpectCellsToBeHit(const Sheet& sheet) {
+  const Geometry geometry = sheet.geometry();
+  ASSERT_TRUE(geometry.CheckInvariants());
+  const Span rows = geometry.RowsWithin(0, geometry.view().height);
+  const Span columns = geometry.ColumnsWithin(0, geometry.view().width);
+  const auto expect = [&](int row, int column) {
+    const Rect seen = geometry.VisibleCellRect(row, column);
+    if (seen.IsEmpty()) return;
+    for (const Point corner : {Point{seen.x, seen.y}, Point{seen.right() - 1, seen.y}, Point{seen.x, seen.bottom() - 1},
+                               Point{seen.right() - 1, seen.bottom() - 1}}) {
+      ASSERT_EQ(geometry.CellAt(corner), (CellPosition{row, column})) << corner.x << ' ' << corner.y;
+    }
+  };
+  for (int column = 0; column < sheet.Cols(); ++column) {
+    for (int row = 0; row < sheet.FixedRows(); ++row) expect(row, column);
+    for (int row = rows.first; row < rows.last; ++row) expect(row, column);
+    const bool within = column >= columns.first && column < columns.last;
+    const Rect body = geometry.VisibleCellRect(std::min(rows.first, sheet.Rows() - 1), column);
+    if (column >= geometry.pinned().columns && !body.IsEmpty()) {
+      ASSERT_TRUE(within) << column;
+    }
+  }
+}
+
+TEST(Geometry, FindsEverySeenCellAtItsOwnPlaceAtAnyScrollPositionAndScale) {
+  std::mt19937 random(5);
+  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+  for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+    Sheet sheet;
+    sheet.LoadColumns(Together(Periods(3000, 12), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000)), 1);
+    sheet.GroupBy(1, 2, "%s");
+    sheet.SetColWidth(0, 300);
+    for (int round = 0; round < 150; ++round) {
+      switch (below(6)) {
+        case 0: sheet.SetRowHeight(1 + below(sheet.Rows() - 1), below(900)); break;
+        case 1: sheet.SetRowHidden(1 + below(sheet.Rows() - 1), true); break;
+        case 2: sheet.SetColHidden(1 + below(6), below(2) == 0); break;
+        case 3: sheet.SetFrozenCols(below(4)); break;
+        case 4: {
+          const int node = sheet.NextSubtotal(below(sheet.Rows()));
+          if (node >= 0) sheet.SetIsCollapsed(node, below(3) > 0);
+          break;
+        }
+        default: sheet.SetColWidth(below(7), 100 + below(3000));
+      }
+      sheet.SetView({1 + below(900), 1 + below(700)}, scale);
+      const ScrollPosition most = sheet.geometry().max_scroll();
+      sheet.ScrollTo({below(static_cast<int>(most.x) + 2), below(static_cast<int>(most.y) + 2)});
+      ExpectCellsToBeHit(sheet);
+      if (HasFatalFailure()) FAIL() << "round " << round << " at scale " << scale;
+    }
+  }
+}
+
+TEST(Geometry, GivesNoCellOutsideOfTheViewAndOfTheCells) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(2)), 1);
+  sheet.SetView({500, 400}, 1.0);
+  const Geometry geometry = sheet.geometry();
+  EXPECT_EQ(geometry.CellAt({-1, 5}), CellPosition());
+  EXPECT_EQ(geometry.CellAt({5, 400}), CellPosition());
+  EXPECT_EQ(geometry.CellAt({5, 399}), (CellPosition{-1, 0}));
+  EXPECT_EQ(geometry.CellAt({499, 5}), (CellPosition{0, -1}));
+  EXPECT_EQ(geometry.CellAt({63, 19}), (CellPosition{0, 0}));
+  EXPECT_EQ(geometry.CellAt({64, 20}), (CellPosition{1, 1}));
+}
+
+TEST(Geometry, DoesNotDriftAtRowTwentyMillion) {
+  constexpr int kRows = 20000000;
+  Sheet sheet;
+  sheet.LoadColumns(Together(platform::Column::Constant(base::Value(int64_t{7}), kRows)), 1);
+  sheet.SetRowHeight(-1, 250);
+  sheet.SetView({800, 600}, 1.25);
+  EXPECT_EQ(sheet.Rows(), kRows + 1);
+  EXPECT_EQ(sheet.states().RunCount(), 1U);
+  sheet.SetTopRow(19999000);
+  EXPECT_EQ(sheet.TopRow(), 19999000);
+  EXPECT_EQ(sheet.geometry().CellRect(19999000, 1).y, sheet.geometry().PinnedHeight());
+  EXPECT_EQ(sheet.geometry().CellRect(19999001, 1).y - sheet.geometry().CellRect(19999000, 1).y, 21);
+  sheet.SetTopRow(kRows);
+  EXPECT_EQ(sheet.BottomRow(), kRows);
+  EXPECT_EQ(sheet.geometry().CellRect(kRows, 1).bottom(), 600);
+  EXPECT_EQ(sheet.TextMatrix(kRows, 1), "7");
+  sheet.SetRowHeight(kRows - 5, 500);
+  sheet.SetTopRow(kRows);
+  EXPECT_EQ(sheet.geometry().CellRect(kRows, 1).bottom(), 600);
+  ExpectCellsToBeHit(sheet);
+  EXPECT_EQ(sheet.RowOfRecord(kRows - 1), kRows);
+}
+
+TEST(Geometry, TellsTheRowsInView) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(100)), 1);
+  sheet.SetView({500, 210}, 1.0);
+  EXPECT_EQ(sheet.TopRow(), 1);
+  EXPECT_EQ(sheet.BottomRow(), 9);
+  EXPECT_TRUE(sheet.RowIsVisible(9));
+  EXPECT_FALSE(sheet.RowIsVisible(10));
+  sheet.SetTopRow(50);
+  EXPECT_EQ(sheet.TopRow(), 50);
+  EXPECT_EQ(sheet.BottomRow(), 58);
+  EXPECT_FALSE(sheet.RowIsVisible(49));
+  EXPECT_TRUE(sheet.RowIsVisible(0));
+  sheet.SetRowHidden(52, true);
+  EXPECT_FALSE(sheet.RowIsVisible(52));
+  EXPECT_EQ(sheet.BottomRow(), 59);
+  sheet.SetTopRow(100);
+  EXPECT_EQ(sheet.BottomRow(), 100);
+  EXPECT_LT(sheet.TopRow(), 93);
+}
+
+TEST(Geometry, MovingTheTopRowByTheDifferenceMakesALowerRowTheLastInView) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(1000)), 1);
+  sheet.SetView({500, 333}, 1.5);
+  for (const int row : {40, 41, 77, 500, 1000}) {
+    if (row > sheet.BottomRow()) sheet.SetTopRow(sheet.TopRow() + row - sheet.BottomRow());
+    EXPECT_EQ(sheet.BottomRow(), row);
+    EXPECT_TRUE(sheet.RowIsVisible(row));
+  }
+}
+
+TEST(Geometry, ScrollsColumnsBesideTheFrozenOnes) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(5), Numbers(5), Numbers(5), Numbers(5)), 1);
+  for (int column = 0; column < 5; ++column) sheet.SetColWidth(column, 1500);
+  sheet.SetView({320, 200}, 1.0);
+  sheet.SetFrozenCols(1);
+  sheet.ScrollTo({1000, 0});
+  const Geometry geometry = sheet.geometry();
+  EXPECT_EQ(geometry.scroll().x, 180);
+  EXPECT_EQ(geometry.CellRect(1, 1).x, 100);
+  EXPECT_EQ(geometry.CellRect(1, 4).right(), 320);
+  EXPECT_EQ(sheet.LeftCol(), 3);
+  sheet.SetLeftCol(2);
+  EXPECT_EQ(sheet.geometry().scroll().x, 0);
+  EXPECT_EQ(sheet.LeftCol(), 2);
+}
+
+TEST(Geometry, KeepsTheTopRowWhenHeightsScaleOrRowsAboveChange) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(1000)), 1);
+  sheet.SetView({500, 400}, 1.0);
+  sheet.SetTopRow(500);
+  sheet.SetRowHeight(-1, 450);
+  EXPECT_EQ(sheet.TopRow(), 500);
+  sheet.SetView({500, 400}, 2.0);
+  EXPECT_EQ(sheet.TopRow(), 500);
+  sheet.SetRowHidden(10, true);
+  EXPECT_EQ(sheet.TopRow(), 500);
+  sheet.AddItem("", 1);
+  EXPECT_EQ(sheet.TopRow(), 501);
+  sheet.RemoveItem(1);
+  EXPECT_EQ(sheet.TopRow(), 500);
+}
+
+TEST(Geometry, CollapsingAllAndExpandingAllComesBackToTheSamePlace) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Periods(5000, 20), Numbers(5000)), 1);
+  sheet.GroupBy(1, 2, "%s");
+  sheet.SetView({500, 400}, 1.0);
+  sheet.ScrollTo({0, 54321});
+  const auto set_all = [&](bool collapsed) {
+    for (int row = sheet.NextSubtotal(1); row >= 0; row = sheet.NextSubtotal(row + 1)) sheet.SetIsCollapsed(row, collapsed);
+  };
+  set_all(true);
+  EXPECT_EQ(sheet.geometry().scroll().y, 20);
+  set_all(false);
+  EXPECT_EQ(sheet.geometry().scroll().y, 54321);
+}
+
+TEST(Geometry, ScrollsAsLittleAsShowsTheWholeCell) {
+  Sheet sheet;
+  sheet.LoadColumns(Together(Numbers(1000), Numbers(1000), Numbers(1000)), 1);
+  for (int column = 1; column < 4; ++column) sheet.SetColWidth(column, 1500);
+  sheet.SetView({300, 220}, 1.0);
+  EXPECT_EQ(sheet.geometry().ToShow(5, 1), ScrollPosition());
+  EXPECT_EQ(sheet.geometry().ToShow(11, 1), (ScrollPosition{0, 20}));
+  EXPECT_EQ(sheet.geometry().ToShow(1, 3), (ScrollPosition{64, 0}));
+  sheet.ScrollTo({64, 4000});
+  EXPECT_EQ(sheet.geometry().ToShow(100, 1), (ScrollPosition{0, 1980}));
+  sheet.SetColWidth(2, 6000);
+  EXPECT_EQ(sheet.geometry().ToShow(300, 2).x, 100);
+}
+
+}  // namespace
+}  // namespace stockbook::sheet
