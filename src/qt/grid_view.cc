@@ -13,6 +13,7 @@
 
 #include "qt/colour.h"
 #include "qt/fonts.h"
+#include "qt/input_events.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 
@@ -22,6 +23,7 @@ namespace {
 constexpr double kWheelStep = 120.0;  // of a wheel's angle, in eighths of a degree
 // More pieces of damage than this are painted as one.
 constexpr int kMostPieces = 8;
+constexpr int kAutoScrollMs = 50;
 
 Qt::ScrollBarPolicy PolicyOf(platform::ScrollBarsSetting setting, platform::ScrollBarsSetting which) {
   const bool shown = (static_cast<int>(setting) & static_cast<int>(which)) != 0;
@@ -37,7 +39,7 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
-GridView::GridView(sheet::Sheet& sheet, QWidget* parent) : QAbstractScrollArea(parent), sheet_(sheet) {
+GridView::GridView(sheet::Sheet& sheet, QWidget* parent) : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -195,6 +197,48 @@ void GridView::CursorChanged(sheet::Cursor cursor) {
   }
 }
 
+void GridView::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) mouse_.Cancel();
+  if (!keyboard_.Press(ToSheet(*event))) event->ignore();
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, sheet_.scale())); }
+
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+  mouse_.Move(ToSheet(*event, sheet_.scale()));
+  KeepAutoScrolling();
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+  mouse_.Release(ToSheet(*event, sheet_.scale()));
+  KeepAutoScrolling();
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, sheet_.scale())); }
+
+void GridView::KeepAutoScrolling() {
+  if (!mouse_.WantsAutoScroll()) {
+    auto_scroll_.stop();
+  } else if (!auto_scroll_.isActive()) {
+    auto_scroll_.start(kAutoScrollMs, this);
+  }
+}
+
+void GridView::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != auto_scroll_.timerId()) {
+    QAbstractScrollArea::timerEvent(event);
+    return;
+  }
+  mouse_.AutoScroll();
+  KeepAutoScrolling();
+}
+
+void GridView::hideEvent(QHideEvent* event) {
+  mouse_.Cancel();
+  auto_scroll_.stop();
+  QAbstractScrollArea::hideEvent(event);
+}
+
 // A touchpad tells pixels, a wheel notches of as many rows as the desktop says; both scroll by pixels, and nothing of
 // slow turning is lost.
 void GridView::wheelEvent(QWheelEvent* event) {
@@ -211,7 +255,7 @@ void GridView::wheelEvent(QWheelEvent* event) {
   const auto dx = static_cast<int64_t>(wheel_rest_.x());
   const auto dy = static_cast<int64_t>(wheel_rest_.y());
   wheel_rest_ -= QPointF(static_cast<double>(dx), static_cast<double>(dy));
-  sheet_.ScrollBy(-dx, -dy);
+  mouse_.Wheel(-dx, -dy);
   event->accept();
 }
 

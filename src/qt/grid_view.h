@@ -2,10 +2,13 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QBasicTimer>
 #include <QPointF>
 
 #include "qt/bar_scale.h"
 #include "qt/canvas.h"
+#include "sheet/input/keyboard.h"
+#include "sheet/input/mouse.h"
 #include "sheet/input/observer.h"
 #include "sheet/sheet.h"
 
@@ -25,7 +28,14 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -41,11 +51,15 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
   void FitSheet(double scale);
   void UpdateBars();
   int RowPixels() const;
+  void KeepAutoScrolling();
   void MovePixels();
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
   QRect ToLogical(const sheet::Rect& rect) const;
 
   sheet::Sheet& sheet_;
+  sheet::Mouse mouse_;
+  sheet::Keyboard keyboard_;
+  QBasicTimer auto_scroll_;
   GlyphFonts fonts_;
   BarScale x_scale_;
   BarScale y_scale_;
