@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "base/text.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"
 #include "qt/fonts.h"
@@ -30,8 +31,10 @@ class Recorder : public interaction::EventListener {
 
 }  // namespace
 
-std::shared_ptr<platform::Connection> OpenInventory(const std::string& path) {
-  return databases::OpenEmbedded("Provider=Stockbook.Embedded;Data Source=" + path);
+std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect) {
+  // In quotes, since a path may hold semicolons.
+  return databases::OpenEmbedded(std::string("Provider=Stockbook.Embedded;") + (dialect == SqlDialect::kServer ? "Dialect=SQL;" : "") +
+                                 "Data Source=\"" + base::ReplaceAll(path, "\"", "\"\"") + "\"");
 }
 
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,

@@ -16,8 +16,11 @@
 
 namespace stockbook::app {
 
+// The SQL that the control sends.
+enum class SqlDialect { kDesktop, kServer };
+
 // Opens the inventory, read only. Throws platform::Error when there is no such file or it is none.
-std::shared_ptr<platform::Connection> OpenInventory(const std::string& path);
+std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect = SqlDialect::kDesktop);
 
 // What a load said on its way.
 struct LoadReport {

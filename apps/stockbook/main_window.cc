@@ -21,6 +21,19 @@ constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
 
+// This host has the room to show bill numbers and remarks whole, where the control's own layout has to be narrow.
+struct HostWidth {
+  const char* key;
+  int twips;
+};
+constexpr HostWidth kHostWidths[] = {{"BillNo", 3900}, {"BillKind", 1050}, {"Explain", 1800}, {"ProductName", 2700}};
+
+void WidenColumns(platform::Grid& grid) {
+  for (const HostWidth& width : kHostWidths) {
+    if (const int column = grid.ColIndex(width.key); column >= 0) grid.SetColWidth(column, width.twips);
+  }
+}
+
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent)
@@ -73,6 +86,7 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
+  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, [this] { WidenColumns(stockbook_->control().Grid()); });
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this, [this](const QString& command, bool*) { ObeyCommand(command); });
 }

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <ostream>
+
+#include "platform/error.h"
+#include "stockbook/gui_session.h"
+#include "stockbook/journal_commands.h"
+#include "stockbook/journal_export.h"
+#include "stockbook/journal_options.h"
+#include "stockbook/output_file.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::string_view kUsage = R"(Writes the rows of a journal as the window shows them. It needs no display.
+
+Usage: stockbook export DB JOURNAL [--format csv|tsv|ndjson] [--columns visible|all] [-o FILE]
+
+  DB               the inventory
+  --format NAME    csv (as usual) or tsv: captions, then shown texts; ndjson: one JSON object a line, the first one with
+                   the caption, the columns and what the load said, then one a row with stored and shown texts
+  --columns NAME   visible (as usual) or all
+  -o FILE          where to; - (as usual) for standard output; an existing file is replaced when all has gone well
+
+)";
+
+constexpr std::array<Option, 3> kOptions{{
+    {"format", OptionKind::Value},
+    {"columns", OptionKind::Value},
+    {"output", OptionKind::Value, 'o'},
+}};
+constexpr std::array<std::string_view, 3> kFormats{"csv", "tsv", "ndjson"};
+constexpr std::array<std::string_view, 2> kColumnChoices{"visible", "all"};
+
+const std::string& Usage() {
+  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
+  return usage;
+}
+
+int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
+  std::vector<Option> known(kOptions.begin(), kOptions.end());
+  const auto journal_options = JournalOptionList();
+  known.insert(known.end(), journal_options.begin(), journal_options.end());
+  const CommandLine line(arguments, known);
+  line.ExpectAtMost(1);
+  const std::string path = line.Positional(0, "DB, the inventory");
+  const JournalOptions options = RequireJournalOptions(line);
+  const std::string format = line.Choice("format", kFormats).value_or("csv");
+  const auto columns = line.Choice("columns", kColumnChoices).value_or("visible") == "all" ? ExportColumns::kAll : ExportColumns::kVisible;
+
+  const GuiSession session(GuiNeed::kPicture);
+  JournalDesk desk;
+  const LoadReport report = LoadJournal(desk.control(), OpenInventory(path), options);
+  if (!report.loaded) throw platform::Error("export", LoadError(report));
+  OutputFile output(line.Value("output").value_or("-"), terminal.out);
+  if (format == "ndjson") {
+    WriteNdjson(desk.sheet(), columns, desk.control().Caption(), report, output.stream());
+  } else {
+    WriteSeparated(desk.sheet(), columns, format == "tsv" ? '\t' : ',', output.stream());
+  }
+  output.Commit();
+  return kExitDone;
+}
+
+}  // namespace
+
+Command ExportCommand() { return {"export", "Write the rows of a journal as text", Usage(), RunExport}; }
+
+}  // namespace stockbook::app

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <ostream>
+
+#include "databases/sqlite/embedded_connection.h"
+#include "interaction/subject_header.h"
+#include "journal/opening_balance.h"
+#include "journal/query_builder.h"
+#include "stockbook/journal_commands.h"
+#include "stockbook/journal_desk.h"
+#include "stockbook/journal_options.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::string_view kUsage = R"(Prints the statement of a journal, a line "--", and the statement of its opening balance, as they are sent.
+
+Usage: stockbook sql DB JOURNAL [--dialect desktop|server]
+
+  DB               the inventory
+  --dialect NAME   the language of the statements: desktop (as usual) or server
+
+)";
+
+constexpr std::array<Option, 1> kOptions{{{"dialect", OptionKind::Value}}};
+constexpr std::array<std::string_view, 2> kDialects{"desktop", "server"};
+
+const std::string& Usage() {
+  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
+  return usage;
+}
+
+// The keys as a load completes them: a missing class code is that of the second key.
+journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection, base::tqJournalTypeContants type) {
+  journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
+  if (keys.dpCode.empty() && keys.KeyID >= 1) {
+    keys.dpCode = interaction::SubjectHeader(&connection, type).SecondKeyClassCode(0, keys);
+  }
+  return keys;
+}
+
+int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
+  std::vector<Option> known(kOptions.begin(), kOptions.end());
+  const auto journal_options = JournalOptionList();
+  known.insert(known.end(), journal_options.begin(), journal_options.end());
+  const CommandLine line(arguments, known);
+  line.ExpectAtMost(1);
+  const std::string path = line.Positional(0, "DB, the inventory");
+  const JournalOptions options = RequireJournalOptions(line);
+  const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
+  const auto connection = OpenInventory(path, server ? SqlDialect::kServer : SqlDialect::kDesktop);
+  const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
+  const journal::SubjectKeys keys = KeysOf(options, *connection, type);
+  terminal.out << journal::QueryBuilder(connection.get(), type, keys).Build() << "\n--\n"
+               << journal::BuildBalanceStatement(connection.get(), type, keys, journal::EarliestAccPeriod(connection.get())) << "\n";
+  return kExitDone;
+}
+
+}  // namespace
+
+Command SqlCommand() { return {"sql", "Print the statements of a journal as they are sent", Usage(), RunSql}; }
+
+}  // namespace stockbook::app
