@@ -189,7 +189,7 @@ void DrawJournal(QPainter& painter, SubjectIcon subject) {
 }
 
 void DrawMark(QPainter& painter) {
-  Fill(painter, 0xFFD93025, Polygon({{0, 0}, {8, 0}, {8, 8}}));
+  Fill(painter, 0xFFD93025, Polygon({{0, 0}, {6, 0}, {6, 6}}));
 }
 
 }  // namespace stockbook::qt

@@ -22,7 +22,7 @@ void DrawSubject(QPainter& painter, SubjectIcon subject);
 void DrawStockBook(QPainter& painter);
 void DrawJournal(QPainter& painter, SubjectIcon subject);
 
-// A corner that is turned down, on a field of 8 by 8 units.
+// A corner that is turned down, on a field of 6 by 6 units.
 void DrawMark(QPainter& painter);
 
 }  // namespace stockbook::qt

@@ -10,7 +10,7 @@ namespace stockbook::qt {
 namespace {
 
 constexpr int kIconPx = 16;
-constexpr int kMarkPx = 8;
+constexpr int kMarkPx = 6;
 
 platform::PictureRef Drawn(int units, std::function<void(QPainter&)> draw) {
   return std::make_shared<QtPicture>(QSize(units, units), [units, draw = std::move(draw)](QPainter& painter, QSizeF size) {
