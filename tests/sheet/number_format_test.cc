@@ -8,6 +8,7 @@
 #include <random>
 
 #include "base/money.h"
+#include "base/number.h"
 #include "sheet/format/cell_format.h"
 
 namespace stockbook::sheet {
@@ -135,6 +136,21 @@ TEST(Decimal, RoundsAsIntegerArithmeticDoes) {
     const std::string expected = NumberFormat::Parse("0.00").Format(Decimal::FromScaled(cents, 2));
     EXPECT_EQ(MoneyShown("0.00", units), expected) << units;
     EXPECT_EQ(Shown("0.00", static_cast<double>(units) / 10000), expected) << units;
+  }
+}
+
+TEST(Decimal, TakesShortDecimalsApartAsTheirTextsAre) {
+  std::mt19937_64 random(13);
+  for (int round = 0; round < 50000; ++round) {
+    // Short decimals, their neighbours, and any other doubles.
+    double number = static_cast<double>(static_cast<int64_t>(random() >> (random() % 64))) / std::pow(10.0, static_cast<double>(random() % 6));
+    if (round % 3 == 0) number = std::nextafter(number, 1e300);
+    const auto decimal = Decimal::FromDouble(number);
+    ASSERT_TRUE(decimal);
+    const std::string text = base::NumberText(number);
+    if (text.find('E') == std::string::npos) {
+      EXPECT_EQ(NumberFormat::Parse("0.###############").Format(*decimal), text);
+    }
   }
 }
 

@@ -17,6 +17,14 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
+std::optional<int64_t> ShortDecimalUnits(double number) {
+  constexpr double kScale = 10000;
+  constexpr double kMost = 1e11;
+  if (!(std::fabs(number) < kMost)) return std::nullopt;
+  const auto units = static_cast<int64_t>(std::llround(number * kScale));
+  return static_cast<double>(units) / kScale == number ? std::optional(units) : std::nullopt;
+}
+
 void Decimal::Normalise() {
   const size_t first = digits.find_first_not_of('0');
   if (first == std::string::npos) {
@@ -45,6 +53,7 @@ Decimal Decimal::FromScaled(int64_t units, int decimals) {
 
 std::optional<Decimal> Decimal::FromDouble(double number) {
   if (!std::isfinite(number)) return std::nullopt;
+  if (const auto units = ShortDecimalUnits(number)) return FromScaled(*units, kShortDecimals);
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::scientific,
                                  kSignificantDigits - 1)

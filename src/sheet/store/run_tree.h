@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <utility>
@@ -165,6 +167,8 @@ class RunTree {
   }
 
  private:
+  static constexpr double kMostPriority = 4294967295.0;
+
   struct Node {
     Value value{};
     int64_t count = 0;
@@ -345,18 +349,20 @@ class RunTree {
         joined.push_back(run);
       }
     }
-    return BuildRange(joined);
+    return BuildRange(joined, UINT32_MAX);
   }
 
-  uint32_t BuildRange(std::span<const RunType> runs) {
+  uint32_t BuildRange(std::span<const RunType> runs, uint32_t most) {
     if (runs.empty()) return 0;
     const size_t middle = runs.size() / 2;
     const uint32_t at = NewNode(runs[middle].value, runs[middle].count);
-    // The priority that the highest of so many random ones would have: later inserts keep the tree balanced.
-    const double share = static_cast<double>(runs.size()) / static_cast<double>(runs.size() + 1);
-    nodes_[at].priority = static_cast<uint32_t>(4294967295.0 * share);
-    const uint32_t left = BuildRange(runs.first(middle));
-    const uint32_t right = BuildRange(runs.subspan(middle + 1));
+    // The highest of so many random priorities, so that later inserts keep the tree balanced.
+    const double random = static_cast<double>(nodes_[at].priority) / kMostPriority;
+    const double highest = std::pow(random, 1.0 / static_cast<double>(runs.size()));
+    nodes_[at].priority = std::min(most, static_cast<uint32_t>(highest * kMostPriority));
+    const uint32_t priority = nodes_[at].priority;
+    const uint32_t left = BuildRange(runs.first(middle), priority);
+    const uint32_t right = BuildRange(runs.subspan(middle + 1), priority);
     nodes_[at].left = left;
     nodes_[at].right = right;
     Pull(at);

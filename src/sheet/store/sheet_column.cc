@@ -2,9 +2,10 @@
 #include "sheet/store/sheet_column.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 
 #include "base/number.h"
+#include "sheet/format/decimal.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -35,9 +36,7 @@ double NumberOfText(const base::Value& value) {
   if (const auto* money = value.As<base::Money>(); money != nullptr && std::abs(money->units()) <= kExactDoubles) {
     return money->ToDouble();
   }
-  if (const auto* number = value.As<double>(); number != nullptr && *number == std::trunc(*number) && std::fabs(*number) < 1e15) {
-    return *number;
-  }
+  if (const auto* number = value.As<double>(); number != nullptr && ShortDecimalUnits(*number)) return *number;
   if (value.IsNull() || value.As<base::Date>() != nullptr) return 0;
   return base::NumericValue(value.Text());
 }
