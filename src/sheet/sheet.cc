@@ -21,14 +21,14 @@ Sheet::~Sheet() = default;
 
 void Sheet::CheckRow(const char* operation, int row) const {
   if (HasRow(row)) return;
-  throw Error(operation, std::string(operation) + ": there is no row " + std::to_string(row) + "; the grid has rows 0 to " +
-                             std::to_string(Rows() - 1) + ".");
+  throw Error(operation, std::string(operation) + ": there is no row " + std::to_string(row) +
+                             "; the grid has rows 0 to " + std::to_string(Rows() - 1) + ".");
 }
 
 void Sheet::CheckColumn(const char* operation, int column) const {
   if (HasColumn(column)) return;
-  throw Error(operation, std::string(operation) + ": there is no column " + std::to_string(column) + "; the grid has columns 0 to " +
-                             std::to_string(Cols() - 1) + ".");
+  throw Error(operation, std::string(operation) + ": there is no column " + std::to_string(column) +
+                             "; the grid has columns 0 to " + std::to_string(Cols() - 1) + ".");
 }
 
 void Sheet::CheckCell(const char* operation, int row, int column) const {
@@ -63,7 +63,9 @@ void Sheet::RemoveRows(int row, int count) {
 }
 
 void Sheet::KeepSelectionInside() {
-  const auto keep = [](int at, int first, int count) { return count <= first ? -1 : std::clamp(at < 0 ? first : at, 0, count - 1); };
+  const auto keep = [](int at, int first, int count) {
+    return count <= first ? -1 : std::clamp(at < 0 ? first : at, 0, count - 1);
+  };
   const int first_row = fixed_rows_;
   const int first_column = fixed_cols_;
   for (CellPosition* cell : {&selection_.current, &selection_.end}) {
@@ -166,9 +168,11 @@ void Sheet::SetAppearance(const Appearance& appearance) {
 
 bool Sheet::CheckInvariants() const {
   const Selection inside = selection_;
-  const bool selected = inside.current.row < Rows() && inside.end.row < Rows() && inside.current.column < Cols() && inside.end.column < Cols();
-  return selected && store_.CheckInvariants() && outline_.CheckInvariants() && states_.Rows() == Rows() && fixed_rows_ <= Rows() &&
-         fixed_cols_ <= Cols() && column_axis().CheckInvariants() && geometry().CheckInvariants();
+  const bool selected = inside.current.row < Rows() && inside.end.row < Rows() && inside.current.column < Cols() &&
+                        inside.end.column < Cols();
+  return selected && store_.CheckInvariants() && outline_.CheckInvariants() && states_.Rows() == Rows() &&
+         fixed_rows_ <= Rows() && fixed_cols_ <= Cols() && column_axis().CheckInvariants() &&
+         geometry().CheckInvariants();
 }
 
 }  // namespace stockbook::sheet

@@ -18,9 +18,9 @@
 
 namespace stockbook::sheet {
 
-// The grid engine: composes store, outline, selection and geometry, and answers as platform::Grid. It knows no toolkit: a
-// widget tells it its size and scale, forwards input, and paints a Snapshot of it. While redraw is off nobody is told of
-// changes. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
+// The grid engine: composes store, outline, selection and geometry, and answers as platform::Grid. It knows no toolkit:
+// a widget tells it its size and scale, forwards input, and paints a Snapshot of it. While redraw is off nobody is told
+// of changes. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
 class Sheet final : public platform::Grid {
  public:
   Sheet();

@@ -44,13 +44,15 @@ std::string Sheet::DisplayText(int row, int column) const {
 
 std::string Sheet::FormatValue(int column, const base::Value& value) const {
   std::string text;
-  const bool formatted = HasColumn(column) && store_.columns().At(column).format.Append(ColDataType(column), value, text);
+  const bool formatted =
+      HasColumn(column) && store_.columns().At(column).format.Append(ColDataType(column), value, text);
   return formatted ? text : value.Text();
 }
 
 PictureRef Sheet::CellPicture(int row, int column) const {
   PictureAlignment alignment{};
-  return HasCell(row, column) ? store_.PictureAt(store_.columns().At(column), store_.order().IdAt(row), alignment) : nullptr;
+  return HasCell(row, column) ? store_.PictureAt(store_.columns().At(column), store_.order().IdAt(row), alignment)
+                              : nullptr;
 }
 
 PictureAlignment Sheet::CellPictureAlignment(int row, int column) const {

@@ -19,7 +19,8 @@ using platform::Error;
 
 void Sheet::SetCols(int count) {
   if (count < 0 || count > kMostColumns) {
-    throw Error("Cols", "Cols: " + std::to_string(count) + " is no number of columns; use 0 to " + std::to_string(kMostColumns) + ".");
+    throw Error("Cols", "Cols: " + std::to_string(count) + " is no number of columns; use 0 to " +
+                            std::to_string(kMostColumns) + ".");
   }
   if (count == Cols()) return;
   store_.columns().SetCount(count);
@@ -29,7 +30,8 @@ void Sheet::SetCols(int count) {
 
 void Sheet::SetFixedCols(int count) {
   if (count < 0 || count > Cols()) {
-    throw Error("FixedCols", "FixedCols: " + std::to_string(count) + " columns cannot be fixed; the grid has " + std::to_string(Cols()) + ".");
+    throw Error("FixedCols", "FixedCols: " + std::to_string(count) + " columns cannot be fixed; the grid has " +
+                                 std::to_string(Cols()) + ".");
   }
   fixed_cols_ = count;
   ColumnsChanged();
@@ -37,8 +39,8 @@ void Sheet::SetFixedCols(int count) {
 
 void Sheet::SetFrozenCols(int count) {
   if (count < 0 || (count >= Cols() && count > 0)) {
-    throw Error("FrozenCols", "FrozenCols: there is no column " + std::to_string(count) + " to freeze up to; the grid has columns 0 to " +
-                                  std::to_string(Cols() - 1) + ".");
+    throw Error("FrozenCols", "FrozenCols: there is no column " + std::to_string(count) +
+                                  " to freeze up to; the grid has columns 0 to " + std::to_string(Cols() - 1) + ".");
   }
   frozen_cols_ = count;
   ColumnsChanged();

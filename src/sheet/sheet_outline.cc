@@ -42,7 +42,9 @@ bool Sheet::IsSubtotal(int row) const {
   return states_.At(row).subtotal;
 }
 
-int Sheet::NextSubtotal(int row) const { return row >= Rows() ? -1 : static_cast<int>(states_.NextNode(row < 0 ? 0 : row)); }
+int Sheet::NextSubtotal(int row) const {
+  return row >= Rows() ? -1 : static_cast<int>(states_.NextNode(row < 0 ? 0 : row));
+}
 
 int Sheet::RowOutlineLevel(int row) const {
   CheckRow("RowOutlineLevel", row);
@@ -52,7 +54,8 @@ int Sheet::RowOutlineLevel(int row) const {
 void Sheet::SetRowOutlineLevel(int row, int level) {
   CheckRow("RowOutlineLevel", row);
   if (level < 0 || level > kMostLevel) {
-    throw Error("RowOutlineLevel", "RowOutlineLevel: " + std::to_string(level) + " is no outline level; use 0 to " + std::to_string(kMostLevel) + ".");
+    throw Error("RowOutlineLevel", "RowOutlineLevel: " + std::to_string(level) + " is no outline level; use 0 to " +
+                                       std::to_string(kMostLevel) + ".");
   }
   outline_.SetLevel(row, level);
   RowsChanged();

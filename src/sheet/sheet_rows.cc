@@ -23,7 +23,8 @@ using platform::PictureRef;
 
 void Sheet::SetRows(int count) {
   if (count < 0 || count > kMostRows) {
-    throw Error("Rows", "Rows: " + std::to_string(count) + " is no number of rows; use 0 to " + std::to_string(kMostRows) + ".");
+    throw Error("Rows", "Rows: " + std::to_string(count) + " is no number of rows; use 0 to " +
+                            std::to_string(kMostRows) + ".");
   }
   if (count == Rows()) return;
   if (count > Rows()) {
@@ -38,7 +39,8 @@ void Sheet::SetRows(int count) {
 
 void Sheet::SetFixedRows(int count) {
   if (count < 0 || count > Rows()) {
-    throw Error("FixedRows", "FixedRows: " + std::to_string(count) + " rows cannot be fixed; the grid has " + std::to_string(Rows()) + ".");
+    throw Error("FixedRows", "FixedRows: " + std::to_string(count) + " rows cannot be fixed; the grid has " +
+                                 std::to_string(Rows()) + ".");
   }
   fixed_rows_ = count;
   anchor_.row = std::max(anchor_.row, fixed_rows_);
@@ -47,8 +49,8 @@ void Sheet::SetFixedRows(int count) {
 
 void Sheet::AddItem(std::string_view tab_text, int position) {
   if (position < fixed_rows_ || position > Rows() || Rows() >= kMostRows) {
-    throw Error("AddItem", "AddItem: a row cannot be inserted at " + std::to_string(position) + "; use " + std::to_string(fixed_rows_) +
-                               " to " + std::to_string(Rows()) + ".");
+    throw Error("AddItem", "AddItem: a row cannot be inserted at " + std::to_string(position) + "; use " +
+                               std::to_string(fixed_rows_) + " to " + std::to_string(Rows()) + ".");
   }
   InsertRows(position, 1);
   if (!tab_text.empty()) {
@@ -64,7 +66,8 @@ void Sheet::AddItem(std::string_view tab_text, int position) {
 void Sheet::RemoveItem(int row) {
   CheckRow("RemoveItem", row);
   if (row < fixed_rows_) {
-    throw Error("RemoveItem", "RemoveItem: row " + std::to_string(row) + " is a fixed row; only data rows can be removed.");
+    throw Error("RemoveItem",
+                "RemoveItem: row " + std::to_string(row) + " is a fixed row; only data rows can be removed.");
   }
   RemoveRows(row, 1);
   RowsChanged();
@@ -125,7 +128,8 @@ void Sheet::SetRowHeightMax(float twips) {
 
 void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
   if (first_column < 0 || first_column > Cols()) {
-    throw Error("Load", "There is no column " + std::to_string(first_column) + " to load into; use 0 to " + std::to_string(Cols()) + ".");
+    throw Error("Load", "There is no column " + std::to_string(first_column) + " to load into; use 0 to " +
+                            std::to_string(Cols()) + ".");
   }
   const int old_rows = Rows();
   store_.Load(std::move(columns), first_column, fixed_rows_);
@@ -136,7 +140,9 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
   ColumnsChanged();
 }
 
-int Sheet::RowOfRecord(size_t record) const { return static_cast<int>(store_.order().RowOfRecord(static_cast<int64_t>(record))); }
+int Sheet::RowOfRecord(size_t record) const {
+  return static_cast<int>(store_.order().RowOfRecord(static_cast<int64_t>(record)));
+}
 
 int64_t Sheet::RecordOfRow(int row) const {
   const RowId id = HasRow(row) ? store_.order().IdAt(row) : -1;
@@ -154,8 +160,8 @@ const Column* Sheet::LoadedData(int column) const {
 void Sheet::CheckRecords(const char* operation, int column, size_t count) const {
   CheckColumn(operation, column);
   if (count == RecordCount()) return;
-  throw Error(operation, std::string(operation) + ": " + std::to_string(count) + " values for " + std::to_string(RecordCount()) +
-                             " records; hand over one value for each.");
+  throw Error(operation, std::string(operation) + ": " + std::to_string(count) + " values for " +
+                             std::to_string(RecordCount()) + " records; hand over one value for each.");
 }
 
 void Sheet::ReplaceLoaded(int column, Column values) {
@@ -170,7 +176,8 @@ void Sheet::ReplaceLoadedText(int column, Column texts) {
   LooksChanged();
 }
 
-void Sheet::SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures, PictureAlignment alignment) {
+void Sheet::SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures,
+                              PictureAlignment alignment) {
   CheckRecords("SetLoadedPictures", column, codes.size());
   store_.SetLoadedPictures(column, {std::move(codes), std::move(pictures), alignment});
   LooksChanged();

@@ -17,7 +17,8 @@ using platform::ScrollBarsSetting;
 bool Sheet::ChangeSelection(const Selection& selection) {
   const CellPosition old_cell = selection_.current;
   const bool moves = selection.current != old_cell;
-  if (moves && observer_ != nullptr && observer_->BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse) return false;
+  if (moves && observer_ != nullptr && observer_->BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse)
+    return false;
   const CellRange before = selection_.Range();
   selection_ = selection;
   // The observer may have taken rows away.

@@ -12,7 +12,9 @@ using base::Date;
 using base::Value;
 using platform::DataType;
 
-std::string Shown(std::string_view format, std::string_view date) { return DateFormat::Parse(format).Format(*Date::Parse(date)); }
+std::string Shown(std::string_view format, std::string_view date) {
+  return DateFormat::Parse(format).Format(*Date::Parse(date));
+}
 
 std::string CellShown(std::string_view format, DataType type, const Value& value) {
   std::string out;
@@ -60,7 +62,8 @@ TEST(CellFormat, AppliesDateFormatsToDatesAndToTextsThatSpellOne) {
 
 TEST(CellFormat, AppliesNumberFormatsToNumbersInColumnsOfNumbersOnly) {
   EXPECT_EQ(CellShown("#,##0.00", DataType::kDouble, Value(1234.5)), "1,234.50");
-  EXPECT_EQ(CellShown("#,##0.00", DataType::kCurrency, Value(base::Money::FromUnits(INT64_MAX))), "922,337,203,685,477.58");
+  EXPECT_EQ(CellShown("#,##0.00", DataType::kCurrency, Value(base::Money::FromUnits(INT64_MAX))),
+            "922,337,203,685,477.58");
   EXPECT_EQ(CellShown("#,##0.00", DataType::kCurrency, Value(std::string("12.345"))), "12.35");
   EXPECT_EQ(CellShown("000", DataType::kLong, Value(int64_t{7})), "007");
   EXPECT_EQ(CellShown("#,##0.00", DataType::kDouble, Value(std::string("-"))), "(stored)");

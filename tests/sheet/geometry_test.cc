@@ -45,21 +45,31 @@ TEST(Geometry, FindsEverySeenCellAtItsOwnPlaceAtAnyScrollPositionAndScale) {
   const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
     Sheet sheet;
-    sheet.LoadColumns(Together(Periods(3000, 12), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000)), 1);
+    sheet.LoadColumns(
+        Together(Periods(3000, 12), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000)), 1);
     sheet.GroupBy(1, 2, "%s");
     sheet.SetColWidth(0, 300);
     for (int round = 0; round < 150; ++round) {
       switch (below(6)) {
-        case 0: sheet.SetRowHeight(1 + below(sheet.Rows() - 1), below(900)); break;
-        case 1: sheet.SetRowHidden(1 + below(sheet.Rows() - 1), true); break;
-        case 2: sheet.SetColHidden(1 + below(6), below(2) == 0); break;
-        case 3: sheet.SetFrozenCols(below(4)); break;
+        case 0:
+          sheet.SetRowHeight(1 + below(sheet.Rows() - 1), below(900));
+          break;
+        case 1:
+          sheet.SetRowHidden(1 + below(sheet.Rows() - 1), true);
+          break;
+        case 2:
+          sheet.SetColHidden(1 + below(6), below(2) == 0);
+          break;
+        case 3:
+          sheet.SetFrozenCols(below(4));
+          break;
         case 4: {
           const int node = sheet.NextSubtotal(below(sheet.Rows()));
           if (node >= 0) sheet.SetIsCollapsed(node, below(3) > 0);
           break;
         }
-        default: sheet.SetColWidth(below(7), 100 + below(3000));
+        default:
+          sheet.SetColWidth(below(7), 100 + below(3000));
       }
       sheet.SetView({1 + below(900), 1 + below(700)}, scale);
       const ScrollPosition most = sheet.geometry().max_scroll();
@@ -179,7 +189,8 @@ TEST(Geometry, CollapsingAllAndExpandingAllComesBackToTheSamePlace) {
   sheet.SetView({500, 400}, 1.0);
   sheet.ScrollTo({0, 54321});
   const auto set_all = [&](bool collapsed) {
-    for (int row = sheet.NextSubtotal(1); row >= 0; row = sheet.NextSubtotal(row + 1)) sheet.SetIsCollapsed(row, collapsed);
+    for (int row = sheet.NextSubtotal(1); row >= 0; row = sheet.NextSubtotal(row + 1))
+      sheet.SetIsCollapsed(row, collapsed);
   };
   set_all(true);
   EXPECT_EQ(sheet.geometry().scroll().y, 20);

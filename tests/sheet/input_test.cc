@@ -30,15 +30,23 @@ class Listener : public SheetObserver, public SheetViewer {
   void AfterRowColChange(const CellPosition& from, const CellPosition& to) override {
     Note("after", from.row, from.column, to.row, to.column);
   }
-  void MouseDown(const MouseEvent& event) override { Note("down", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y); }
-  void MouseUp(const MouseEvent& event) override { Note("up", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y); }
+  void MouseDown(const MouseEvent& event) override {
+    Note("down", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y);
+  }
+  void MouseUp(const MouseEvent& event) override {
+    Note("up", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y);
+  }
   void DoubleClick() override { told += "double;"; }
   Verdict BeforeUserResize(int row, int column) override {
     told += "resize? " + std::to_string(row) + " " + std::to_string(column) + ";";
     return verdict;
   }
-  void AfterUserResize(int row, int column) override { told += "resized " + std::to_string(row) + " " + std::to_string(column) + ";"; }
-  void AfterMoveColumn(int column, int position) override { told += "moved " + std::to_string(column) + " " + std::to_string(position) + ";"; }
+  void AfterUserResize(int row, int column) override {
+    told += "resized " + std::to_string(row) + " " + std::to_string(column) + ";";
+  }
+  void AfterMoveColumn(int column, int position) override {
+    told += "moved " + std::to_string(column) + " " + std::to_string(position) + ";";
+  }
   void Damaged(const Rect& area) override {
     ++damages;
     damaged = area;
@@ -57,7 +65,8 @@ class Listener : public SheetObserver, public SheetViewer {
 
  private:
   void Note(const char* what, int a, int b, int c, int d) {
-    told += std::string(what) + " " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c) + " " + std::to_string(d) + ";";
+    told += std::string(what) + " " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c) + " " +
+            std::to_string(d) + ";";
   }
 };
 
@@ -377,15 +386,30 @@ TEST_F(Input, SurvivesRandomGestures) {
     const Modifiers modifiers{static_cast<int16_t>(below(3))};
     const auto button = below(4) == 0 ? MouseButton::kRight : MouseButton::kLeft;
     switch (below(9)) {
-      case 0: mouse.Press({button, modifiers, at}); break;
+      case 0:
+        mouse.Press({button, modifiers, at});
+        break;
       case 1:
-      case 2: mouse.Move({button, modifiers, at}); break;
-      case 3: mouse.Release({button, modifiers, at}); break;
-      case 4: mouse.DoubleClick({button, modifiers, at}); break;
-      case 5: mouse.AutoScroll(); break;
-      case 6: mouse.Wheel(below(100) - 50, below(2000) - 1000); break;
-      case 7: sheet.SetFrozenCols(below(4)); break;
-      default: Press(static_cast<Key>(below(12)), modifiers);
+      case 2:
+        mouse.Move({button, modifiers, at});
+        break;
+      case 3:
+        mouse.Release({button, modifiers, at});
+        break;
+      case 4:
+        mouse.DoubleClick({button, modifiers, at});
+        break;
+      case 5:
+        mouse.AutoScroll();
+        break;
+      case 6:
+        mouse.Wheel(below(100) - 50, below(2000) - 1000);
+        break;
+      case 7:
+        sheet.SetFrozenCols(below(4));
+        break;
+      default:
+        Press(static_cast<Key>(below(12)), modifiers);
     }
     if (round % 100 == 0) {
       ASSERT_TRUE(sheet.CheckInvariants()) << round;

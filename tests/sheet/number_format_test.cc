@@ -14,9 +14,15 @@
 namespace stockbook::sheet {
 namespace {
 
-std::string Shown(std::string_view format, double number) { return NumberFormat::Parse(format).Format(*Decimal::FromDouble(number)); }
-std::string Shown(std::string_view format, std::string_view number) { return NumberFormat::Parse(format).Format(*Decimal::Parse(number)); }
-std::string MoneyShown(std::string_view format, int64_t units) { return NumberFormat::Parse(format).Format(Decimal::FromScaled(units, 4)); }
+std::string Shown(std::string_view format, double number) {
+  return NumberFormat::Parse(format).Format(*Decimal::FromDouble(number));
+}
+std::string Shown(std::string_view format, std::string_view number) {
+  return NumberFormat::Parse(format).Format(*Decimal::Parse(number));
+}
+std::string MoneyShown(std::string_view format, int64_t units) {
+  return NumberFormat::Parse(format).Format(Decimal::FromScaled(units, 4));
+}
 
 TEST(NumberFormat, GroupsThousandsAndFixesDecimals) {
   EXPECT_EQ(Shown("#,##0.00", 0), "0.00");
@@ -143,7 +149,8 @@ TEST(Decimal, TakesShortDecimalsApartAsTheirTextsAre) {
   std::mt19937_64 random(13);
   for (int round = 0; round < 50000; ++round) {
     // Short decimals, their neighbours, and any other doubles.
-    double number = static_cast<double>(static_cast<int64_t>(random() >> (random() % 64))) / std::pow(10.0, static_cast<double>(random() % 6));
+    double number = static_cast<double>(static_cast<int64_t>(random() >> (random() % 64))) /
+                    std::pow(10.0, static_cast<double>(random() % 6));
     if (round % 3 == 0) number = std::nextafter(number, 1e300);
     const auto decimal = Decimal::FromDouble(number);
     ASSERT_TRUE(decimal);

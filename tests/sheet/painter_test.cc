@@ -69,7 +69,8 @@ TEST(Painter, DrawsNothingOutsideOfTheAreaItIsGiven) {
   sheet.SetFrozenCols(1);
   sheet.ScrollBy(37, 333);
   sheet.SelectRange(17, 1, 22, 3);
-  for (const Rect area : {Rect{0, 0, 380, 200}, Rect{50, 30, 100, 57}, Rect{0, 90, 380, 1}, Rect{379, 0, 1, 200}, Rect{0, 0, 0, 0}}) {
+  for (const Rect area :
+       {Rect{0, 0, 380, 200}, Rect{50, 30, 100, 57}, Rect{0, 90, 380, 1}, Rect{379, 0, 1, 200}, Rect{0, 0, 0, 0}}) {
     RecordingCanvas canvas;
     Paint(Snapshot::Of(sheet, area), canvas);
     EXPECT_TRUE(canvas.IsBalanced());

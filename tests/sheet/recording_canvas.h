@@ -8,8 +8,8 @@
 
 namespace stockbook::sheet::test {
 
-// A canvas that keeps what was drawn, with the clip that was in force. Every character is `kCharacterWidth` wide and every
-// line `kLineHeight` high, so that tests can reckon.
+// A canvas that keeps what was drawn, with the clip that was in force. Every character is `kCharacterWidth` wide and
+// every line `kLineHeight` high, so that tests can reckon.
 class RecordingCanvas : public Canvas {
  public:
   static constexpr int kCharacterWidth = 7;
@@ -35,7 +35,9 @@ class RecordingCanvas : public Canvas {
     Rect clip;
   };
 
-  void PushClip(const Rect& rect) override { clips_.push_back(clips_.empty() ? rect : clips_.back().Intersected(rect)); }
+  void PushClip(const Rect& rect) override {
+    clips_.push_back(clips_.empty() ? rect : clips_.back().Intersected(rect));
+  }
   void PopClip() override { clips_.pop_back(); }
   void FillRects(platform::Colour colour, std::span<const Rect> rects) override {
     ++calls;
@@ -44,7 +46,8 @@ class RecordingCanvas : public Canvas {
   void DrawTexts(const platform::Font& font, platform::Colour colour, std::span<const TextItem> items) override {
     ++calls;
     for (const TextItem& item : items) {
-      texts.push_back({std::string(item.text), item.rect, ClipNow(), item.align, item.overflow, item.clip, font.name, colour});
+      texts.push_back(
+          {std::string(item.text), item.rect, ClipNow(), item.align, item.overflow, item.clip, font.name, colour});
     }
   }
   void DrawPictures(std::span<const PictureItem> items) override {

@@ -49,7 +49,8 @@ TEST(RunTree, AgreesWithAPlainListUnderRandomEdits) {
         break;
       default:
         tree.Update(first, last, [&](int& at) { at = (at + value) % 4; });
-        for (int64_t at = first; at < last; ++at) list[static_cast<size_t>(at)] = (list[static_cast<size_t>(at)] + value) % 4;
+        for (int64_t at = first; at < last; ++at)
+          list[static_cast<size_t>(at)] = (list[static_cast<size_t>(at)] + value) % 4;
     }
     ASSERT_TRUE(tree.CheckInvariants()) << round;
     ASSERT_EQ(tree.size(), static_cast<int64_t>(list.size()));
@@ -67,7 +68,8 @@ TEST(RunTree, AgreesWithAPlainListUnderRandomEdits) {
     if (probe < tree.size()) {
       ASSERT_EQ(tree.At(probe), list[static_cast<size_t>(probe)]);
     }
-    ASSERT_EQ(tree.FindFirst([&](const auto& prefix) { return prefix.sum > wanted; }), expected < 0 ? tree.size() : expected);
+    ASSERT_EQ(tree.FindFirst([&](const auto& prefix) { return prefix.sum > wanted; }),
+              expected < 0 ? tree.size() : expected);
   }
 }
 
@@ -87,7 +89,8 @@ TEST(RunTree, StaysShallowUnderManyInsertsAndRemovals) {
   std::mt19937 random(2);
   RunTree<ColourTraits> tree;
   tree.Insert(0, 1000000, 0);
-  for (int round = 0; round < 100000; ++round) tree.Insert(static_cast<int64_t>(random()) % tree.size(), 1, 1 + round % 3);
+  for (int round = 0; round < 100000; ++round)
+    tree.Insert(static_cast<int64_t>(random()) % tree.size(), 1, 1 + round % 3);
   EXPECT_EQ(tree.size(), 1100000);
   for (int round = 0; round < 100000; ++round) tree.Remove(static_cast<int64_t>(random()) % tree.size(), 1);
   EXPECT_EQ(tree.size(), 1000000);
@@ -115,7 +118,8 @@ TEST(RowOrder, FindsEveryRecordAfterRandomInsertsAndRemovals) {
         if (random() % 10 == 0) rows.push_back(at);
       }
       order.InsertBeforeEach(rows);
-      for (size_t at = 0; at < rows.size(); ++at) list.insert(list.begin() + rows[at] + static_cast<int64_t>(at), next--);
+      for (size_t at = 0; at < rows.size(); ++at)
+        list.insert(list.begin() + rows[at] + static_cast<int64_t>(at), next--);
     }
     ASSERT_TRUE(order.CheckInvariants());
     ASSERT_EQ(order.Rows(), static_cast<int64_t>(list.size()));
@@ -149,9 +153,11 @@ TEST(IntervalMap, AgreesWithAPlainListUnderRandomEdits) {
     const auto add = static_cast<uint32_t>(random() % 3);
     const auto change = [&](uint32_t code) { return (code + add) % 3; };
     map.Update(first - 100, std::min<int64_t>(last, 200) - 100, change);
-    for (int64_t at = first; at < std::min<int64_t>(last, 200); ++at) list[static_cast<size_t>(at)] = change(list[static_cast<size_t>(at)]);
+    for (int64_t at = first; at < std::min<int64_t>(last, 200); ++at)
+      list[static_cast<size_t>(at)] = change(list[static_cast<size_t>(at)]);
     ASSERT_TRUE(map.CheckInvariants()) << round;
-    for (int64_t at = 0; at < 200; ++at) ASSERT_EQ(map.At(at - 100), list[static_cast<size_t>(at)]) << round << ' ' << at;
+    for (int64_t at = 0; at < 200; ++at)
+      ASSERT_EQ(map.At(at - 100), list[static_cast<size_t>(at)]) << round << ' ' << at;
   }
   map.Erase(-100, 100);
   EXPECT_TRUE(map.IsEmpty());

@@ -54,15 +54,26 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
 
   RandomEdits() : random_(GetParam()) {
     const int records = 12 + Below(30);
-    sheet_.LoadColumns(test::Together(test::Periods(records, 4), test::Numbers(records), test::Numbers(records), test::Numbers(records)), 1);
-    model_.rows.push_back({-1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false, -1});
+    sheet_.LoadColumns(test::Together(test::Periods(records, 4), test::Numbers(records), test::Numbers(records),
+                                      test::Numbers(records)),
+                       1);
+    model_.rows.push_back(
+        {-1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false, -1});
     for (int record = 0; record < records; ++record) {
-      ModelRow row{record, std::vector<std::string>(kColumns, std::to_string(record)), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false, -1};
+      ModelRow row{record,
+                   std::vector<std::string>(kColumns, std::to_string(record)),
+                   std::vector<Colour>(kColumns, kNoColour),
+                   0,
+                   false,
+                   false,
+                   false,
+                   -1};
       row.texts[0].clear();
       row.texts[1] = sheet_.TextMatrix(record + 1, 1);
       model_.rows.push_back(row);
     }
-    for (size_t column = 0; column < kColumns; ++column) model_.columns.push_back({column, false, SheetColumn::kDefaultWidth});
+    for (size_t column = 0; column < kColumns; ++column)
+      model_.columns.push_back({column, false, SheetColumn::kDefaultWidth});
   }
 
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
@@ -75,7 +86,9 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
       case 0: {
         const int row = 1 + Below(Rows());
         sheet_.AddItem("new", row);
-        ModelRow inserted{-1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false, -1};
+        ModelRow inserted{
+            -1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false,
+            -1};
         inserted.texts[model_.columns[0].identity] = "new";
         model_.rows.insert(model_.rows.begin() + row, inserted);
         break;
@@ -91,7 +104,8 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
         const int count = std::max(2, Rows() + Below(5) - 3);
         sheet_.SetRows(count);
         model_.rows.resize(static_cast<size_t>(count),
-                           {-1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false, false, false, -1});
+                           {-1, std::vector<std::string>(kColumns), std::vector<Colour>(kColumns, kNoColour), 0, false,
+                            false, false, -1});
       }
     }
   }
@@ -160,7 +174,8 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
         model_.columns[static_cast<size_t>(column)].width = 15 * Below(200);
         sheet_.SetColWidth(column, model_.columns[static_cast<size_t>(column)].width);
         break;
-      default: sheet_.SetFrozenCols(Below(kColumns));
+      default:
+        sheet_.SetFrozenCols(Below(kColumns));
     }
   }
 
@@ -232,12 +247,21 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
 TEST_P(RandomEdits, KeepTheSheetEqualToAPlainModel) {
   for (int round = 0; round < 400; ++round) {
     switch (Below(6)) {
-      case 0: EditRows(); break;
+      case 0:
+        EditRows();
+        break;
       case 1:
-      case 2: EditOutline(); break;
-      case 3: EditCells(); break;
-      case 4: EditColumns(); break;
-      default: HideRow();
+      case 2:
+        EditOutline();
+        break;
+      case 3:
+        EditCells();
+        break;
+      case 4:
+        EditColumns();
+        break;
+      default:
+        HideRow();
     }
     Compare();
     if (HasFatalFailure()) FAIL() << "after edit " << round << " of seed " << GetParam();

@@ -116,7 +116,8 @@ TEST(SheetOutline, AnOrdinaryRowCannotBeCollapsed) {
 TEST(SheetOutline, NestedNodesCoverWhatTheyGovern) {
   Sheet sheet;
   sheet.SetCols(3);
-  const std::vector<std::pair<std::string, int>> rows = {{"A", 0}, {"A1", 1}, {"x", 2}, {"A2", 1}, {"y", 2}, {"B", 0}, {"z", 1}};
+  const std::vector<std::pair<std::string, int>> rows = {{"A", 0}, {"A1", 1}, {"x", 2}, {"A2", 1},
+                                                         {"y", 2}, {"B", 0},  {"z", 1}};
   for (size_t at = 0; at < rows.size(); ++at) {
     const int row = static_cast<int>(at) + 1;
     sheet.AddItem("\t\t" + rows[at].first, row);

@@ -36,7 +36,8 @@ class CellFormat {
 
 // True for the types whose cells are numbers.
 inline bool IsNumberType(platform::DataType type) {
-  return type == platform::DataType::kLong || type == platform::DataType::kDouble || type == platform::DataType::kCurrency;
+  return type == platform::DataType::kLong || type == platform::DataType::kDouble ||
+         type == platform::DataType::kCurrency;
 }
 
 }  // namespace stockbook::sheet

@@ -44,12 +44,18 @@ std::string_view DayName(base::Date date) {
 
 DateFormat::PieceKind DateFormat::KindOf(char letter) {
   switch (Lower(letter)) {
-    case 'y': return PieceKind::kYear;
-    case 'm': return PieceKind::kMonth;
-    case 'd': return PieceKind::kDay;
-    case 'h': return PieceKind::kHour;
-    case 's': return PieceKind::kSecond;
-    default: return PieceKind::kLiteral;
+    case 'y':
+      return PieceKind::kYear;
+    case 'm':
+      return PieceKind::kMonth;
+    case 'd':
+      return PieceKind::kDay;
+    case 'h':
+      return PieceKind::kHour;
+    case 's':
+      return PieceKind::kSecond;
+    default:
+      return PieceKind::kLiteral;
   }
 }
 
@@ -122,8 +128,12 @@ std::string DateFormat::Format(base::Date date) const {
   for (const Piece& piece : pieces_) {
     const int narrow = std::min(piece.width, 2);
     switch (piece.kind) {
-      case PieceKind::kLiteral: out += piece.literal; break;
-      case PieceKind::kYear: piece.width <= 2 ? AppendPadded(out, at.year % 100, 2) : AppendPadded(out, at.year, 4); break;
+      case PieceKind::kLiteral:
+        out += piece.literal;
+        break;
+      case PieceKind::kYear:
+        piece.width <= 2 ? AppendPadded(out, at.year % 100, 2) : AppendPadded(out, at.year, 4);
+        break;
       case PieceKind::kMonth:
         if (piece.width > 2) {
           out += kMonthNames.substr(static_cast<size_t>(at.month - 1) * 3, 3);
@@ -138,10 +148,18 @@ std::string DateFormat::Format(base::Date date) const {
           AppendPadded(out, at.day, narrow);
         }
         break;
-      case PieceKind::kHour: AppendPadded(out, HourShown(at.hour, halves_), narrow); break;
-      case PieceKind::kMinute: AppendPadded(out, at.minute, narrow); break;
-      case PieceKind::kSecond: AppendPadded(out, at.second, narrow); break;
-      case PieceKind::kHalfDay: out += std::string_view(piece.literal).substr(at.hour < 12 ? 0 : 2, 2); break;
+      case PieceKind::kHour:
+        AppendPadded(out, HourShown(at.hour, halves_), narrow);
+        break;
+      case PieceKind::kMinute:
+        AppendPadded(out, at.minute, narrow);
+        break;
+      case PieceKind::kSecond:
+        AppendPadded(out, at.second, narrow);
+        break;
+      case PieceKind::kHalfDay:
+        out += std::string_view(piece.literal).substr(at.hour < 12 ? 0 : 2, 2);
+        break;
     }
   }
   return out;

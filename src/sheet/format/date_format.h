@@ -11,8 +11,8 @@
 namespace stockbook::sheet {
 
 // A date format as data: y, M, d, H (24 hours) and h (12 with AM/PM, else 24), m, s by the number of letters; m next to
-// hours or seconds means minutes, else the month, in either case of letters. Texts in double quotes, characters behind a
-// backslash and all others (年, 月, 日) stand for themselves. A plain value.
+// hours or seconds means minutes, else the month, in either case of letters. Texts in double quotes, characters behind
+// a backslash and all others (年, 月, 日) stand for themselves. A plain value.
 class DateFormat {
  public:
   DateFormat() = default;

@@ -10,12 +10,12 @@ namespace stockbook::sheet {
 
 inline constexpr int kShortDecimals = 4;
 
-// The number in units of 1/10,000 when it is the double of a decimal with so few decimals and at most 15 digits, as prices,
-// quantities and amounts nearly all are; such a decimal is the number's own shortest text.
+// The number in units of 1/10,000 when it is the double of a decimal with so few decimals and at most 15 digits, as
+// prices, quantities and amounts nearly all are; such a decimal is the number's own shortest text.
 std::optional<int64_t> ShortDecimalUnits(double number);
 
-// A decimal number taken apart for showing: 0.d1d2d3... x 10^whole, without leading or trailing zeros among the digits; no
-// digits is zero. Rounding works on the digits and never passes through a double. A plain value.
+// A decimal number taken apart for showing: 0.d1d2d3... x 10^whole, without leading or trailing zeros among the digits;
+// no digits is zero. Rounding works on the digits and never passes through a double. A plain value.
 struct Decimal {
   bool negative = false;
   std::string digits;

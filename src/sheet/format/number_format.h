@@ -11,9 +11,10 @@ namespace stockbook::sheet {
 
 // A number format as data: up to three sections, for positive, negative and zero numbers, parted by semicolons. In a
 // section 0 is a digit always shown, # a digit shown when there is one, a point begins the decimals, a comma between
-// digits groups by thousands and one behind the last digit divides by a thousand, % shows the number times 100; texts in
-// double quotes, characters behind a backslash and all others stand for themselves. A section that is missing or empty is
-// that of positive numbers, with a minus sign where the number is negative. A plain value; formatting is O(digits).
+// digits groups by thousands and one behind the last digit divides by a thousand, % shows the number times 100; texts
+// in double quotes, characters behind a backslash and all others stand for themselves. A section that is missing or
+// empty is that of positive numbers, with a minus sign where the number is negative. A plain value; formatting is
+// O(digits).
 class NumberFormat {
  public:
   NumberFormat() = default;

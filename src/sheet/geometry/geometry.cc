@@ -75,7 +75,9 @@ Rect Geometry::PaneOf(int row, int column) const {
   return {left, top, right - left, bottom - top};
 }
 
-Rect Geometry::VisibleCellRect(int row, int column) const { return CellRect(row, column).Intersected(PaneOf(row, column)); }
+Rect Geometry::VisibleCellRect(int row, int column) const {
+  return CellRect(row, column).Intersected(PaneOf(row, column));
+}
 
 CellPosition Geometry::CellAt(Point point) const {
   CellPosition cell;
@@ -103,7 +105,8 @@ Span Geometry::ColumnsWithin(int from, int to) const {
   from = std::max(from, PinnedWidth());
   to = std::min(to, view_.width);
   if (from >= to) return {columns_->Count(), columns_->Count()};
-  return {columns_->ColumnAt(from + scroll_.x), std::min(columns_->ColumnAt(to - 1 + scroll_.x) + 1, columns_->Count())};
+  return {columns_->ColumnAt(from + scroll_.x),
+          std::min(columns_->ColumnAt(to - 1 + scroll_.x) + 1, columns_->Count())};
 }
 
 int Geometry::TopRow() const {
@@ -125,7 +128,8 @@ int Geometry::BottomRow() const {
 
 int Geometry::LeftCol() const {
   const int left = columns_->ColumnAt(pinned_width_ + scroll_.x);
-  return std::clamp(left, std::min(pinned_.columns, std::max(0, columns_->Count() - 1)), std::max(0, columns_->Count() - 1));
+  return std::clamp(left, std::min(pinned_.columns, std::max(0, columns_->Count() - 1)),
+                    std::max(0, columns_->Count() - 1));
 }
 
 bool Geometry::RowIsVisible(int row) const {
@@ -156,8 +160,8 @@ ScrollPosition Geometry::WithLeftCol(int column) const {
 
 bool Geometry::CheckInvariants() const {
   const ScrollPosition most = max_scroll();
-  return columns_->CheckInvariants() && rows_->CheckInvariants() && scroll_.x >= 0 && scroll_.y >= 0 && scroll_.x <= most.x &&
-         scroll_.y <= most.y && PinnedWidth() <= view_.width && PinnedHeight() <= view_.height;
+  return columns_->CheckInvariants() && rows_->CheckInvariants() && scroll_.x >= 0 && scroll_.y >= 0 &&
+         scroll_.x <= most.x && scroll_.y <= most.y && PinnedWidth() <= view_.width && PinnedHeight() <= view_.height;
 }
 
 }  // namespace stockbook::sheet

@@ -12,9 +12,9 @@ namespace stockbook::sheet {
 
 // What stays in view: the first rows and the first columns.
 struct Pinned {
-  int rows = 0;           // fixed rows
+  int rows = 0;  // fixed rows
   int fixed_columns = 0;
-  int columns = 0;        // fixed and frozen columns together
+  int columns = 0;  // fixed and frozen columns together
 };
 
 struct ScrollPosition {
@@ -71,7 +71,8 @@ class Geometry {
   int LeftCol() const;
   bool RowIsVisible(int row) const;
 
-  // The scroll position nearest to the present one that shows the whole cell, its left top corner where it is too large.
+  // The scroll position nearest to the present one that shows the whole cell, its left top corner where it is too
+  // large.
   ScrollPosition ToShow(int row, int column) const;
   ScrollPosition WithTopRow(int row) const;
   ScrollPosition WithLeftCol(int column) const;

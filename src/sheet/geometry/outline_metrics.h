@@ -25,7 +25,9 @@ struct OutlineMetrics {
     return {cell.x + level * step + (step - sign) / 2, cell.y + (cell.height - sign) / 2, sign, sign};
   }
   // Where a click opens and closes the node: the step that the sign stands in, the row high.
-  Rect ClickArea(const Rect& cell, int level) const { return Rect{cell.x + level * step, cell.y, step, cell.height}.Intersected(cell); }
+  Rect ClickArea(const Rect& cell, int level) const {
+    return Rect{cell.x + level * step, cell.y, step, cell.height}.Intersected(cell);
+  }
 };
 
 }  // namespace stockbook::sheet

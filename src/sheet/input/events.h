@@ -29,7 +29,21 @@ struct MouseEvent {
   Point at;
 };
 
-enum class Key : uint8_t { kUp, kDown, kLeft, kRight, kHome, kEnd, kPageUp, kPageDown, kPlus, kMinus, kA, kEscape, kOther };
+enum class Key : uint8_t {
+  kUp,
+  kDown,
+  kLeft,
+  kRight,
+  kHome,
+  kEnd,
+  kPageUp,
+  kPageDown,
+  kPlus,
+  kMinus,
+  kA,
+  kEscape,
+  kOther
+};
 
 struct KeyEvent {
   Key key = Key::kOther;

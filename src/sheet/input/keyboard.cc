@@ -30,15 +30,24 @@ bool Keyboard::Press(const KeyEvent& event) {
 CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
   const bool far = event.modifiers.Control();
   switch (event.key) {
-    case Key::kUp: return {far ? EdgeRow(-1) : RowStep(from.row, -1), from.column};
-    case Key::kDown: return {far ? EdgeRow(1) : RowStep(from.row, 1), from.column};
-    case Key::kLeft: return {from.row, far ? EdgeColumn(-1) : ColumnStep(from.column, -1)};
-    case Key::kRight: return {from.row, far ? EdgeColumn(1) : ColumnStep(from.column, 1)};
-    case Key::kHome: return {far ? EdgeRow(-1) : from.row, EdgeColumn(-1)};
-    case Key::kEnd: return {far ? EdgeRow(1) : from.row, EdgeColumn(1)};
-    case Key::kPageUp: return {PageRow(from.row, -1), from.column};
-    case Key::kPageDown: return {PageRow(from.row, 1), from.column};
-    default: return from;
+    case Key::kUp:
+      return {far ? EdgeRow(-1) : RowStep(from.row, -1), from.column};
+    case Key::kDown:
+      return {far ? EdgeRow(1) : RowStep(from.row, 1), from.column};
+    case Key::kLeft:
+      return {from.row, far ? EdgeColumn(-1) : ColumnStep(from.column, -1)};
+    case Key::kRight:
+      return {from.row, far ? EdgeColumn(1) : ColumnStep(from.column, 1)};
+    case Key::kHome:
+      return {far ? EdgeRow(-1) : from.row, EdgeColumn(-1)};
+    case Key::kEnd:
+      return {far ? EdgeRow(1) : from.row, EdgeColumn(1)};
+    case Key::kPageUp:
+      return {PageRow(from.row, -1), from.column};
+    case Key::kPageDown:
+      return {PageRow(from.row, 1), from.column};
+    default:
+      return from;
   }
 }
 

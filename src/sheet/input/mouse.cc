@@ -11,10 +11,10 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr int kEdgeReach = 4;       // pixels on either side of an edge that grab it
-constexpr int kDragDistance = 5;    // pixels before a pressed caption moves
+constexpr int kEdgeReach = 4;     // pixels on either side of an edge that grab it
+constexpr int kDragDistance = 5;  // pixels before a pressed caption moves
 constexpr double kTwipsPerPixel = 15.0;
-constexpr int kLeastSize = 60;      // twips that a dragged edge leaves
+constexpr int kLeastSize = 60;  // twips that a dragged edge leaves
 
 }  // namespace
 
@@ -28,7 +28,8 @@ int Mouse::ColumnEdgeAt(int x) const {
     const int column = at.CellAt({std::max(probe, 0), 0}).column;
     if (column >= 0 && std::abs(at.CellRect(0, column).right() - x) <= reach) return column;
   }
-  if (x >= at.CellsRect().right() && x <= at.CellsRect().right() + reach) return at.CellAt({at.CellsRect().right() - 1, 0}).column;
+  if (x >= at.CellsRect().right() && x <= at.CellsRect().right() + reach)
+    return at.CellAt({at.CellsRect().right() - 1, 0}).column;
   return -1;
 }
 
@@ -60,7 +61,8 @@ bool Mouse::ToggleNodeAt(Point at) {
                        sheet_.OutlineBar() != platform::OutlineBarStyle::kNone;
   if (!on_tree || !sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
   const OutlineMetrics metrics = OutlineMetrics::Of(sheet_.scale());
-  if (!metrics.ClickArea(geometry.CellRect(cell.row, cell.column), sheet_.RowOutlineLevel(cell.row)).Contains(at)) return false;
+  if (!metrics.ClickArea(geometry.CellRect(cell.row, cell.column), sheet_.RowOutlineLevel(cell.row)).Contains(at))
+    return false;
   sheet_.SetIsCollapsed(cell.row, !sheet_.IsCollapsed(cell.row));
   return true;
 }
@@ -106,7 +108,10 @@ void Mouse::BeginSelection(CellPosition cell, bool extends) {
     wanted.end.column = last.column;
   }
   if (!sheet_.ChangeSelection(wanted)) return;
-  drag_ = whole_columns && whole_rows ? Drag::kNone : whole_columns ? Drag::kColumns : whole_rows ? Drag::kRows : Drag::kCells;
+  drag_ = whole_columns && whole_rows ? Drag::kNone
+          : whole_columns             ? Drag::kColumns
+          : whole_rows                ? Drag::kRows
+                                      : Drag::kCells;
 }
 
 void Mouse::ExtendSelection(Point at) {
@@ -129,13 +134,21 @@ void Mouse::Move(const MouseEvent& event) {
   last_ = event.at;
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
   switch (drag_) {
-    case Drag::kNone: ShowCursor(event.at); break;
+    case Drag::kNone:
+      ShowCursor(event.at);
+      break;
     case Drag::kCells:
     case Drag::kRows:
-    case Drag::kColumns: ExtendSelection(event.at); break;
+    case Drag::kColumns:
+      ExtendSelection(event.at);
+      break;
     case Drag::kColumnEdge:
-    case Drag::kRowEdge: Resize(event.at); break;
-    case Drag::kCaption: MoveCaption(event.at); break;
+    case Drag::kRowEdge:
+      Resize(event.at);
+      break;
+    case Drag::kCaption:
+      MoveCaption(event.at);
+      break;
   }
 }
 
@@ -175,13 +188,16 @@ bool Mouse::WantsAutoScroll() const {
   const Rect body = sheet_.geometry().BodyRect();
   const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;
   const bool columns = drag_ == Drag::kCells || drag_ == Drag::kColumns;
-  return (rows && (last_.y < body.y || last_.y >= body.bottom())) || (columns && (last_.x < body.x || last_.x >= body.right()));
+  return (rows && (last_.y < body.y || last_.y >= body.bottom())) ||
+         (columns && (last_.x < body.x || last_.x >= body.right()));
 }
 
 void Mouse::AutoScroll() {
   if (!WantsAutoScroll()) return;
   const Rect body = sheet_.geometry().BodyRect();
-  const auto beyond = [](int at, int first, int last) { return at < first ? at - first : at >= last ? at - last + 1 : 0; };
+  const auto beyond = [](int at, int first, int last) {
+    return at < first ? at - first : at >= last ? at - last + 1 : 0;
+  };
   // The further out, the faster.
   const int64_t dy = drag_ == Drag::kColumns ? 0 : beyond(last_.y, body.y, body.bottom());
   const int64_t dx = drag_ == Drag::kRows ? 0 : beyond(last_.x, body.x, body.right());
@@ -200,7 +216,8 @@ void Mouse::BeginResize(const Edge& edge, Point at) {
 
 void Mouse::Resize(Point at) {
   const int pixels = drag_ == Drag::kColumnEdge ? at.x - pressed_.x : at.y - pressed_.y;
-  const int twips = std::max(kLeastSize, size_before_ + static_cast<int>(std::lround(pixels * kTwipsPerPixel / sheet_.scale())));
+  const int twips =
+      std::max(kLeastSize, size_before_ + static_cast<int>(std::lround(pixels * kTwipsPerPixel / sheet_.scale())));
   if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, twips);
   if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, twips);
 }
@@ -236,7 +253,9 @@ void Mouse::EndCaption(Point at) {
 
 void Mouse::ShowCursor(Point at) {
   const Edge edge = EdgeAt(at);
-  const Cursor cursor = edge.column >= 0 ? Cursor::kColumnResize : edge.row >= 0 ? Cursor::kRowResize : Cursor::kDefault;
+  const Cursor cursor = edge.column >= 0 ? Cursor::kColumnResize
+                        : edge.row >= 0  ? Cursor::kRowResize
+                                         : Cursor::kDefault;
   if (cursor == cursor_) return;
   cursor_ = cursor;
   if (sheet_.viewer() != nullptr) sheet_.viewer()->CursorChanged(cursor);

@@ -12,9 +12,9 @@ namespace stockbook::sheet {
 
 class Sheet;
 
-// What the mouse does: select by pressing and dragging (rows from the fixed columns, columns from the captions, all from
-// the corner), open and close nodes, resize columns and rows at their edges, move columns by their captions. The sheet
-// does its part first, then its observer hears of the event.
+// What the mouse does: select by pressing and dragging (rows from the fixed columns, columns from the captions, all
+// from the corner), open and close nodes, resize columns and rows at their edges, move columns by their captions. The
+// sheet does its part first, then its observer hears of the event.
 class Mouse {
  public:
   explicit Mouse(Sheet& sheet) : sheet_(sheet) {}

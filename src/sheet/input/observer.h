@@ -52,8 +52,8 @@ class SheetViewer {
   virtual ~SheetViewer() = default;
   // These device pixels of the view are to be painted again; never called while redraw is off.
   virtual void Damaged(const Rect& area) = 0;
-  // Content size, scroll position or view changed; the scroll bars are Geometry's content and scroll. The body was moved by
-  // scroll alone when nothing was damaged since.
+  // Content size, scroll position or view changed; the scroll bars are Geometry's content and scroll. The body was
+  // moved by scroll alone when nothing was damaged since.
   virtual void ScrollChanged() = 0;
   virtual void CursorChanged(Cursor cursor) = 0;
 };

@@ -6,8 +6,8 @@
 namespace stockbook::sheet {
 namespace {
 
-// Walks rows in order and tells of each run whether it is covered. Rows of one run are all covered or all not: the first
-// row that is not deeper than the covering node ends it, and its like do not cover each other.
+// Walks rows in order and tells of each run whether it is covered. Rows of one run are all covered or all not: the
+// first row that is not deeper than the covering node ends it, and its like do not cover each other.
 class Coverage {
  public:
   explicit Coverage(int level) : level_(level) {}

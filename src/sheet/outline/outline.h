@@ -9,9 +9,9 @@
 
 namespace stockbook::sheet {
 
-// The outline over the row states. A node governs the rows behind it of a deeper level, up to the next row of its level or
-// above; a collapsed node covers what it governs. Every change keeps the covered flags true. Costs O(log runs) plus the
-// runs of what the changed row governs.
+// The outline over the row states. A node governs the rows behind it of a deeper level, up to the next row of its level
+// or above; a collapsed node covers what it governs. Every change keeps the covered flags true. Costs O(log runs) plus
+// the runs of what the changed row governs.
 class Outline {
  public:
   explicit Outline(RowStates& states) : states_(states) {}
@@ -19,7 +19,8 @@ class Outline {
   // Rows of level 0 before `row`.
   void InsertRows(int64_t row, int64_t count);
   void RemoveRows(int64_t row, int64_t count);
-  // A node of level 0 before each of the ascending `rows`; all lines from `first_line` on that are no nodes get level 1.
+  // A node of level 0 before each of the ascending `rows`; all lines from `first_line` on that are no nodes get
+  // level 1.
   void InsertNodes(const std::vector<int64_t>& rows, int64_t first_line);
 
   void SetSubtotal(int64_t row, bool subtotal);

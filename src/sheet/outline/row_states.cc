@@ -35,12 +35,9 @@ RowStates::Summary RowStates::Traits::Of(const RowState& state, int64_t count) c
 }
 
 RowStates::Summary RowStates::Traits::Combine(const Summary& left, const Summary& right) {
-  return {left.shown + right.shown,
-          left.pixels + right.pixels,
-          left.nodes + right.nodes,
-          left.collapsed + right.collapsed,
-          left.uncovered + right.uncovered,
-          std::min(left.lowest_level, right.lowest_level)};
+  return {left.shown + right.shown,         left.pixels + right.pixels,
+          left.nodes + right.nodes,         left.collapsed + right.collapsed,
+          left.uncovered + right.uncovered, std::min(left.lowest_level, right.lowest_level)};
 }
 
 void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowState& state) {

@@ -36,8 +36,8 @@ struct RowHeights {
   static int64_t ToPixels(int32_t twips, double pixels_per_twip);
 };
 
-// The states of all rows, with positions: shown rows, nodes and pixels before a row, and back. All O(log runs), whatever
-// the number of rows.
+// The states of all rows, with positions: shown rows, nodes and pixels before a row, and back. All O(log runs),
+// whatever the number of rows.
 class RowStates {
  public:
   int64_t Rows() const { return runs_.size(); }

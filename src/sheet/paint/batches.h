@@ -8,9 +8,9 @@
 
 namespace stockbook::sheet {
 
-// Rectangles gathered by colour and texts gathered by font and colour, so that the canvas switches each once a pass. There
-// are few of either, which is why a list is searched. What overlaps must not be gathered together: batches are drawn in no
-// particular order. Buffers are kept from pane to pane.
+// Rectangles gathered by colour and texts gathered by font and colour, so that the canvas switches each once a pass.
+// There are few of either, which is why a list is searched. What overlaps must not be gathered together: batches are
+// drawn in no particular order. Buffers are kept from pane to pane.
 class Batches {
  public:
   void Fill(platform::Colour colour, const Rect& rect) {

@@ -17,8 +17,8 @@ enum class HorizontalAlign : uint8_t { kLeft, kCenter, kRight };
 // What happens to a line that is wider than its rectangle: it ends in an ellipsis, or is cut at the edge.
 enum class TextOverflow : uint8_t { kEllipsis, kClip };
 
-// One line of text (never a line feed in it). It stands centred between top and bottom of the rectangle, whose height is
-// the line's height; `clip` tells that it may reach over the rectangle's height and must be cut there.
+// One line of text (never a line feed in it). It stands centred between top and bottom of the rectangle, whose height
+// is the line's height; `clip` tells that it may reach over the rectangle's height and must be cut there.
 struct TextItem {
   std::string_view text;
   Rect rect;
@@ -34,9 +34,10 @@ struct PictureItem {
   bool tile = false;
 };
 
-// What the sheet paints onto: integer device pixels, origin at the sheet's left top corner, opaque colours. Calls come in
-// batches of one colour or one font, a dozen or two a frame, so that an implementation switches brushes, pens and fonts
-// once a call; texts and pictures are valid during the call only. A toolkit implements this and nothing else of painting.
+// What the sheet paints onto: integer device pixels, origin at the sheet's left top corner, opaque colours. Calls come
+// in batches of one colour or one font, a dozen or two a frame, so that an implementation switches brushes, pens and
+// fonts once a call; texts and pictures are valid during the call only. A toolkit implements this and nothing else of
+// painting.
 class Canvas {
  public:
   virtual ~Canvas() = default;

@@ -13,10 +13,13 @@ constexpr std::string_view kHashes = "##########################################
 
 HorizontalAlign HorizontalOf(int16_t code) {
   constexpr int kRowsOfCodes = 3;
-  return code / kRowsOfCodes == 0 ? HorizontalAlign::kLeft : code / kRowsOfCodes == 1 ? HorizontalAlign::kCenter : HorizontalAlign::kRight;
+  return code / kRowsOfCodes == 0   ? HorizontalAlign::kLeft
+         : code / kRowsOfCodes == 1 ? HorizontalAlign::kCenter
+                                    : HorizontalAlign::kRight;
 }
 
-// Where something of the size stands between `first` and `first + room`: 0 at the beginning, 1 in the middle, 2 at the end.
+// Where something of the size stands between `first` and `first + room`: 0 at the beginning, 1 in the middle, 2 at the
+// end.
 int Placed(int first, int room, int size, int where) { return first + (room - size) * where / 2; }
 
 std::string_view TakeLine(std::string_view& text) {
@@ -102,7 +105,9 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, std::v
   // Lines that would not be seen whole are left out, so that half a line is never taken for another number.
   for (int line = 0; line < fitting; ++line, y += line_height) {
     const std::string_view shown = Fitting(cell, TakeLine(text), room.width);
-    if (!shown.empty()) items.push_back({shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
+    if (!shown.empty())
+      items.push_back(
+          {shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
   }
 }
 

@@ -13,7 +13,8 @@ constexpr Colour kLight = 0x00FFFFFF;
 bool HasRowLines(GridLineStyle style) { return style != GridLineStyle::kNone && style != GridLineStyle::kFlatVert; }
 
 bool HasColumnLines(GridLineStyle style) {
-  return style == GridLineStyle::kFlat || style == GridLineStyle::kInset || style == GridLineStyle::kRaised || style == GridLineStyle::kFlatVert;
+  return style == GridLineStyle::kFlat || style == GridLineStyle::kInset || style == GridLineStyle::kRaised ||
+         style == GridLineStyle::kFlatVert;
 }
 
 bool IsInset(GridLineStyle style) { return style == GridLineStyle::kInset || style == GridLineStyle::kInsetHorz; }
@@ -34,7 +35,8 @@ LineColours ColoursOf(GridLineStyle style, Colour line) {
 
 }  // namespace
 
-void AddGridLines(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, Batches& batches) {
+void AddGridLines(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane,
+                  Batches& batches) {
   const GridLineStyle style = pane.fixed ? appearance.grid_lines_fixed : appearance.grid_lines;
   const Colour line = appearance.Of(pane.fixed ? GridColour::kGridColorFixed : GridColour::kGridColor);
   const LineColours colours = ColoursOf(style, line);

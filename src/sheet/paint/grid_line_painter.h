@@ -8,8 +8,9 @@
 
 namespace stockbook::sheet {
 
-// Adds the grid lines of the pane: one rectangle a row and one a column. Inset and raised lines have a light line beside
-// the dark one.
-void AddGridLines(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, Batches& batches);
+// Adds the grid lines of the pane: one rectangle a row and one a column. Inset and raised lines have a light line
+// beside the dark one.
+void AddGridLines(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane,
+                  Batches& batches);
 
 }  // namespace stockbook::sheet

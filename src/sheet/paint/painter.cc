@@ -79,7 +79,8 @@ class Painter {
         while (last < pane.columns.size() && pane.At(row, last).back == back) ++last;
         const Rect from = pane.CellRect(row, first);
         const Rect to = pane.CellRect(row, last - 1);
-        if (back != pane.back) batches_.Fill(back, Rect{from.x, from.y, to.right() - from.x, from.height}.Intersected(pane.area));
+        if (back != pane.back)
+          batches_.Fill(back, Rect{from.x, from.y, to.right() - from.x, from.height}.Intersected(pane.area));
         first = last;
       }
     }
@@ -104,10 +105,12 @@ class Painter {
       batches_.Fill(border, Rect{cells.x, cells.bottom() - line, cells.width, line}.Intersected(snapshot_.area()));
     }
     if (snapshot_.frozen_edge() >= 0) {
-      batches_.Fill(looks.accent, Rect{snapshot_.frozen_edge() - line, 0, line, cells.height}.Intersected(snapshot_.area()));
+      batches_.Fill(looks.accent,
+                    Rect{snapshot_.frozen_edge() - line, 0, line, cells.height}.Intersected(snapshot_.area()));
     }
     if (snapshot_.drop_edge() >= 0) {
-      batches_.Fill(looks.accent, Rect{snapshot_.drop_edge() - line, 0, 3 * line, cells.height}.Intersected(snapshot_.area()));
+      batches_.Fill(looks.accent,
+                    Rect{snapshot_.drop_edge() - line, 0, 3 * line, cells.height}.Intersected(snapshot_.area()));
     }
     batches_.DrawFills(canvas_);
   }

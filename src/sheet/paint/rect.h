@@ -34,12 +34,14 @@ struct Rect {
     return inner.x >= x && inner.y >= y && inner.right() <= right() && inner.bottom() <= bottom();
   }
   bool Intersects(const Rect& other) const {
-    return !IsEmpty() && !other.IsEmpty() && x < other.right() && other.x < right() && y < other.bottom() && other.y < bottom();
+    return !IsEmpty() && !other.IsEmpty() && x < other.right() && other.x < right() && y < other.bottom() &&
+           other.y < bottom();
   }
   Rect Intersected(const Rect& other) const {
     const int left = std::max(x, other.x);
     const int top = std::max(y, other.y);
-    return {left, top, std::max(0, std::min(right(), other.right()) - left), std::max(0, std::min(bottom(), other.bottom()) - top)};
+    return {left, top, std::max(0, std::min(right(), other.right()) - left),
+            std::max(0, std::min(bottom(), other.bottom()) - top)};
   }
   Rect Inset(int dx, int dy) const { return {x + dx, y + dy, width - 2 * dx, height - 2 * dy}; }
 

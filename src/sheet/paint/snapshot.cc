@@ -58,7 +58,8 @@ void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
   if (part.rows.empty() || part.columns.empty()) return;
   const SnapshotColumn& first = part.columns.front();
   const SnapshotColumn& last = part.columns.back();
-  part.cells = {first.x, part.rows.front().y, last.x + last.width - first.x, part.rows.back().y + part.rows.back().height - part.rows.front().y};
+  part.cells = {first.x, part.rows.front().y, last.x + last.width - first.x,
+                part.rows.back().y + part.rows.back().height - part.rows.front().y};
   const CellPart kind = sheet_.PartOf(part.rows.front().row, first.column);
   part.fixed = kind == CellPart::kFixed;
   part.back = snapshot_.appearance_.BackOf(kind, false);
@@ -77,7 +78,8 @@ std::vector<SnapshotRow> SnapshotBuilder::RowsOf(Span span) const {
     const auto height = state.IsShown() ? static_cast<int>(states.heights().PixelsOf(state.height_twips)) : 0;
     for (int64_t row = first; height > 0 && row < first + count; ++row) {
       if (!rows.empty()) rows.back().next_level = state.level;
-      rows.push_back({static_cast<int>(row), static_cast<int>(y), height, state.level, -1, state.subtotal, state.collapsed, false});
+      rows.push_back({static_cast<int>(row), static_cast<int>(y), height, state.level, -1, state.subtotal,
+                      state.collapsed, false});
       y += height;
     }
     return true;

@@ -59,8 +59,8 @@ struct SnapshotPane {
   }
 };
 
-// Everything that an area of the view shows, taken from the sheet at one moment and independent of it from then on: what
-// painting needs and nothing else. It costs what is seen, whatever the number of rows.
+// Everything that an area of the view shows, taken from the sheet at one moment and independent of it from then on:
+// what painting needs and nothing else. It costs what is seen, whatever the number of rows.
 class Snapshot {
  public:
   // Of the part of the view in `area`, in device pixels.

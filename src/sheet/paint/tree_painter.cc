@@ -12,16 +12,23 @@ using platform::GridColour;
 using platform::OutlineBarStyle;
 using platform::PictureRef;
 
-bool HasLines(OutlineBarStyle style) { return style != OutlineBarStyle::kNone && style != OutlineBarStyle::kSymbols && style != OutlineBarStyle::kSymbolsLeaf; }
+bool HasLines(OutlineBarStyle style) {
+  return style != OutlineBarStyle::kNone && style != OutlineBarStyle::kSymbols &&
+         style != OutlineBarStyle::kSymbolsLeaf;
+}
 // Complete trees have a branch to every line, simple ones only the trunk.
-bool HasBranches(OutlineBarStyle style) { return style == OutlineBarStyle::kComplete || style == OutlineBarStyle::kCompleteLeaf; }
+bool HasBranches(OutlineBarStyle style) {
+  return style == OutlineBarStyle::kComplete || style == OutlineBarStyle::kCompleteLeaf;
+}
 bool HasLeafSigns(OutlineBarStyle style) {
-  return style == OutlineBarStyle::kCompleteLeaf || style == OutlineBarStyle::kSimpleLeaf || style == OutlineBarStyle::kSymbolsLeaf;
+  return style == OutlineBarStyle::kCompleteLeaf || style == OutlineBarStyle::kSimpleLeaf ||
+         style == OutlineBarStyle::kSymbolsLeaf;
 }
 
 class TreePainter {
  public:
-  TreePainter(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, size_t column, Batches& batches)
+  TreePainter(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, size_t column,
+              Batches& batches)
       : appearance_(appearance), metrics_(metrics), pane_(pane), column_(column), batches_(batches) {}
 
   void AddRow(size_t at) {
@@ -40,7 +47,9 @@ class TreePainter {
 
  private:
   Colour LineColour() const { return appearance_.Of(GridColour::kGridColorFixed); }
-  int TrunkOf(const Rect& cell, int level) const { return cell.x + level * metrics_.outline.step + metrics_.outline.step / 2; }
+  int TrunkOf(const Rect& cell, int level) const {
+    return cell.x + level * metrics_.outline.step + metrics_.outline.step / 2;
+  }
   void Add(Colour colour, const Rect& rect) { batches_.Fill(colour, rect.Intersected(seen_)); }
 
   void AddLines(const SnapshotRow& row, const Rect& cell) {
@@ -52,11 +61,13 @@ class TreePainter {
       if (!goes_on && !own) continue;
       Add(LineColour(), {TrunkOf(cell, level), cell.y, line, goes_on ? cell.height : middle - cell.y + line});
       const int branch = metrics_.outline.step / 2 - metrics_.gap;
-      if (own && (HasBranches(appearance_.outline_bar) || !goes_on)) Add(LineColour(), {TrunkOf(cell, level), middle, branch, line});
+      if (own && (HasBranches(appearance_.outline_bar) || !goes_on))
+        Add(LineColour(), {TrunkOf(cell, level), middle, branch, line});
     }
     // From an open node's sign down to its first line.
     const int sign_end = metrics_.outline.Sign(cell, row.level).bottom();
-    if (row.governs && !row.collapsed) Add(LineColour(), {TrunkOf(cell, row.level), sign_end, line, cell.bottom() - sign_end});
+    if (row.governs && !row.collapsed)
+      Add(LineColour(), {TrunkOf(cell, row.level), sign_end, line, cell.bottom() - sign_end});
   }
 
   void AddSign(const SnapshotRow& row, const Rect& cell) {
@@ -89,7 +100,8 @@ class TreePainter {
 
 }  // namespace
 
-void AddTree(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, size_t column, Batches& batches) {
+void AddTree(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, size_t column,
+             Batches& batches) {
   TreePainter painter(appearance, metrics, pane, column, batches);
   for (size_t row = 0; row < pane.rows.size(); ++row) painter.AddRow(row);
 }

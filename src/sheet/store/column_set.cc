@@ -57,7 +57,8 @@ bool ColumnSet::CheckInvariants() const {
     if (column.key.empty()) continue;
     ++keyed;
     const auto found = by_key_.find(column.key);
-    if (found == by_key_.end() || std::find(found->second.begin(), found->second.end(), &column) == found->second.end()) return false;
+    if (found == by_key_.end() || std::find(found->second.begin(), found->second.end(), &column) == found->second.end())
+      return false;
   }
   size_t listed = 0;
   for (const auto& [key, columns] : by_key_) listed += columns.size();

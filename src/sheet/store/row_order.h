@@ -9,7 +9,8 @@
 
 namespace stockbook::sheet {
 
-// What a row is, for as long as it lives and wherever it stands: a record from 0 on, or an inserted row from -1 downwards.
+// What a row is, for as long as it lives and wherever it stands: a record from 0 on, or an inserted row from -1
+// downwards.
 using RowId = int64_t;
 
 // Row ids [first, last).
@@ -20,9 +21,9 @@ struct RowIdRange {
   bool operator==(const RowIdRange&) const = default;
 };
 
-// The order of the rows: pieces of records and of inserted rows. Records always stand in ascending order, so a record is
-// found by the same tree as a row. Every operation is O(log pieces); a row that is inserted or removed costs the others
-// nothing, and ids are never used twice until Clear.
+// The order of the rows: pieces of records and of inserted rows. Records always stand in ascending order, so a record
+// is found by the same tree as a row. Every operation is O(log pieces); a row that is inserted or removed costs the
+// others nothing, and ids are never used twice until Clear.
 class RowOrder {
  public:
   int64_t Rows() const { return pieces_.size(); }
@@ -62,11 +63,11 @@ class RowOrder {
       bool operator==(const Summary&) const = default;
     };
     Summary Of(RowId id, int64_t count) const { return {id >= 0 ? id + count - 1 : -1}; }
-    static Summary Combine(const Summary& left, const Summary& right) {
-      return right.last_record >= 0 ? right : left;
-    }
+    static Summary Combine(const Summary& left, const Summary& right) { return right.last_record >= 0 ? right : left; }
     static RowId Advance(RowId id, int64_t offset) { return id >= 0 ? id + offset : id - offset; }
-    static bool Continues(RowId id, int64_t count, RowId next) { return (id >= 0) == (next >= 0) && next == Advance(id, count); }
+    static bool Continues(RowId id, int64_t count, RowId next) {
+      return (id >= 0) == (next >= 0) && next == Advance(id, count);
+    }
   };
 
   RunTree<Traits> pieces_;

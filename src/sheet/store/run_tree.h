@@ -17,13 +17,13 @@ struct Run {
   Value value{};
 };
 
-// A sequence of rows kept as runs of equal values: what a million rows have in common costs nothing. A balanced tree over
-// the runs (a treap in one array) with a summary of each subtree; insert, remove, change, find by a summed measure and
-// sum of a prefix are O(log runs). Neighbouring runs that can be one are always joined.
+// A sequence of rows kept as runs of equal values: what a million rows have in common costs nothing. A balanced tree
+// over the runs (a treap in one array) with a summary of each subtree; insert, remove, change, find by a summed measure
+// and sum of a prefix are O(log runs). Neighbouring runs that can be one are always joined.
 //
 // Traits gives: Value, Summary (default: of nothing), Summary Of(value, count), static Summary Combine(left, right),
-// static Value Advance(value, offset): the value `offset` rows into a run, static bool Continues(value, count, next): the
-// run and the one behind it are one.
+// static Value Advance(value, offset): the value `offset` rows into a run, static bool Continues(value, count, next):
+// the run and the one behind it are one.
 template <typename Traits>
 class RunTree {
  public:
@@ -72,7 +72,8 @@ class RunTree {
     return sum;
   }
 
-  // The first row whose prefix up to and including it satisfies `reached`, or size(). `reached` must stay true once true.
+  // The first row whose prefix up to and including it satisfies `reached`, or size(). `reached` must stay true once
+  // true.
   template <typename Reached>
   int64_t FindFirst(Reached reached) const {
     Summary sum{};
@@ -87,7 +88,8 @@ class RunTree {
       }
       sum = with_left;
       first += nodes_[node.left].total;
-      if (reached(Traits::Combine(sum, traits_.Of(node.value, node.count)))) return first + FindInRun(node, sum, reached);
+      if (reached(Traits::Combine(sum, traits_.Of(node.value, node.count))))
+        return first + FindInRun(node, sum, reached);
       sum = Traits::Combine(sum, traits_.Of(node.value, node.count));
       first += node.count;
       at = node.right;
@@ -253,8 +255,8 @@ class RunTree {
     Pull(at);
   }
 
-  // The first `row` rows of a tree, and the others. A run that reaches over the border is taken out and put back as two,
-  // the second one with a random priority of its own.
+  // The first `row` rows of a tree, and the others. A run that reaches over the border is taken out and put back as
+  // two, the second one with a random priority of its own.
   std::pair<uint32_t, uint32_t> Split(uint32_t root, int64_t row) {
     const Place place = RunIn(root, row);
     if (place.count == 0 || place.first == row) return SplitBetween(root, row);
@@ -380,9 +382,11 @@ class RunTree {
     if (!CheckNode(node.right, before, before_count, reached)) return false;
     const Node& left = nodes_[node.left];
     const Node& right = nodes_[node.right];
-    if ((node.left != 0 && left.priority > node.priority) || (node.right != 0 && right.priority > node.priority)) return false;
+    if ((node.left != 0 && left.priority > node.priority) || (node.right != 0 && right.priority > node.priority))
+      return false;
     return node.total == left.total + node.count + right.total &&
-           node.summary == Traits::Combine(Traits::Combine(left.summary, traits_.Of(node.value, node.count)), right.summary);
+           node.summary ==
+               Traits::Combine(Traits::Combine(left.summary, traits_.Of(node.value, node.count)), right.summary);
   }
 
   Traits traits_;

@@ -62,7 +62,8 @@ void SheetColumn::AppendText(RowId id, std::string& out) const {
 
 double SheetColumn::NumberOf(RowId id) const {
   const CellContent content = ContentOf(id);
-  return content.column != nullptr ? NumberOfText(content.column->At(content.record)) : base::NumericValue(content.text);
+  return content.column != nullptr ? NumberOfText(content.column->At(content.record))
+                                   : base::NumericValue(content.text);
 }
 
 base::Value SheetColumn::DataOf(RowId id) const {

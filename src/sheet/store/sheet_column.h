@@ -38,8 +38,8 @@ struct CellContent {
   std::string_view text;  // else this
 };
 
-// One column of the sheet: its attributes, its loaded columns of texts and hidden data, and what was set on single cells
-// on top of them. Moving a column is moving a pointer. Unset cells cost nothing.
+// One column of the sheet: its attributes, its loaded columns of texts and hidden data, and what was set on single
+// cells on top of them. Moving a column is moving a pointer. Unset cells cost nothing.
 class SheetColumn {
  public:
   static constexpr int kDefaultWidth = 960;  // twips

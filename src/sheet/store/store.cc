@@ -18,8 +18,9 @@ size_t CommonSize(const std::vector<Column>& columns) {
   const size_t rows = columns.empty() ? 0 : columns.front().size();
   for (const Column& column : columns) {
     if (column.size() != rows) {
-      throw platform::Error("Load", "The columns to load have different numbers of rows (" + std::to_string(rows) + " and " +
-                                        std::to_string(column.size()) + "); hand over columns of one result.");
+      throw platform::Error("Load", "The columns to load have different numbers of rows (" + std::to_string(rows) +
+                                        " and " + std::to_string(column.size()) +
+                                        "); hand over columns of one result.");
     }
   }
   return rows;
@@ -83,7 +84,8 @@ void Store::RemoveRows(int row, int count) {
 void Store::Load(std::vector<Column> columns, int first_column, int fixed_rows) {
   const size_t rows = CommonSize(columns);
   if (rows > static_cast<size_t>(std::numeric_limits<int>::max() / 2)) {
-    throw platform::Error("Load", "The result has " + std::to_string(rows) + " rows, more than a grid can show; narrow the selection.");
+    throw platform::Error(
+        "Load", "The result has " + std::to_string(rows) + " rows, more than a grid can show; narrow the selection.");
   }
   if (Rows() > fixed_rows) RemoveRows(fixed_rows, Rows() - fixed_rows);
   ForgetRecords();
@@ -121,7 +123,8 @@ void Store::AppendDisplay(const SheetColumn& column, RowId id, std::string& out)
   }
 }
 
-platform::PictureRef Store::PictureAt(const SheetColumn& column, RowId id, platform::PictureAlignment& alignment) const {
+platform::PictureRef Store::PictureAt(const SheetColumn& column, RowId id,
+                                      platform::PictureAlignment& alignment) const {
   const CellStyle& style = StyleAt(column, id);
   alignment = style.picture ? style.picture_alignment : column.pictures.alignment;
   return style.picture ? *style.picture : column.pictures.At(id);
@@ -138,7 +141,8 @@ void Store::SetLoadedPictures(int column, LoadedPictures pictures) {
   });
 }
 
-std::vector<Store::TextRun> Store::TextRuns(int column, const std::vector<std::pair<int64_t, int64_t>>& row_ranges) const {
+std::vector<Store::TextRun> Store::TextRuns(int column,
+                                            const std::vector<std::pair<int64_t, int64_t>>& row_ranges) const {
   TextRunFinder finder(columns_.At(column));
   for (const auto& [first, last] : row_ranges) {
     order_.ForEachPiece(first, last, [&](int64_t row, int64_t count, RowId id) { finder.Visit(row, count, id); });

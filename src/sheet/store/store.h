@@ -17,8 +17,8 @@
 
 namespace stockbook::sheet {
 
-// The cells of a sheet: columns of values taken over whole, an order of rows over them, and what was set on single cells
-// on top. Rows and columns are checked by the caller; nothing here knows of levels, heights or colours shown.
+// The cells of a sheet: columns of values taken over whole, an order of rows over them, and what was set on single
+// cells on top. Rows and columns are checked by the caller; nothing here knows of levels, heights or colours shown.
 class Store {
  public:
   int Rows() const { return static_cast<int>(order_.Rows()); }
@@ -52,7 +52,8 @@ class Store {
     const std::vector<RowIdRange> ids = order_.IdsOf(range.row1, range.row2);
     for (int column = range.column1; column < range.column2; ++column) {
       for (const RowIdRange& part : ids) {
-        columns_.At(column).styles.Update(part.first, part.last, [&](uint32_t code) { return styles_.Changed(code, change); });
+        columns_.At(column).styles.Update(part.first, part.last,
+                                          [&](uint32_t code) { return styles_.Changed(code, change); });
       }
     }
   }
