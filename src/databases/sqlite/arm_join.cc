@@ -13,15 +13,10 @@ namespace {
 constexpr int64_t kNullKey = INT64_MIN;
 constexpr uint32_t kNoRow = UINT32_MAX;
 
-// One value read of a table's row, and the outputs that get it.
+// One value read of a table's row, on its way to the outputs that show it.
 struct Read {
   std::string sql;
-  Form form = Form::kPlain;
-  struct Target {
-    size_t output;
-    ColumnSink::Sign sign;
-  };
-  std::vector<Target> targets;
+  ValueFeed feed;
 };
 
 // One table of the arm: what is read of it, and what has been read.
@@ -99,8 +94,8 @@ class ArmJoiner {
     for (size_t index = 0; index < arm_.outputs.size(); ++index) {
       const TypedSql& output = arm_.outputs[index];
       if (output.constant) {
-        result_.places.push_back({ArmRows::kConstant, sinks_[index].size()});
-        sinks_[index].AppendValue(ConstantOf(output));
+        result_.places.push_back({ArmRows::kConstant, sinks_[index].builder.size()});
+        sinks_[index].builder.Append(ConstantOf(output));
         continue;
       }
       const auto owner = std::find_if(parts_.begin(), parts_.end(),
@@ -109,26 +104,27 @@ class ArmJoiner {
       const bool bare = output.column != nullptr || output.negated != nullptr;
       // Where the optional side is missing, a column is null, but an expression may be anything.
       if (owner->IsLeft() && !bare) throw NotCovered{};
-      result_.places.push_back({static_cast<size_t>(owner - parts_.begin()), sinks_[index].size()});
-      AddOutput(*owner, index, output);
+      result_.places.push_back({static_cast<size_t>(owner - parts_.begin()), sinks_[index].builder.size()});
+      AddOutput(*owner, sinks_[index], output);
     }
   }
 
-  static void AddOutput(TablePart& part, size_t index, const TypedSql& output) {
-    Read read{output.sql, output.form, {}};
-    auto sign = ColumnSink::Sign::kKept;
+  static void AddOutput(TablePart& part, ColumnSink& sink, const TypedSql& output) {
+    std::string sql = output.sql;
+    Form form = output.form;
+    auto sign = ValueFeed::Sign::kKept;
     if (output.column != nullptr) {
-      read.sql = output.column->sql;
-      if (output.column->form != Form::kPlain) read.form = output.column->form;
-    } else if (output.negated != nullptr && output.negated->form != Form::kRawDate && output.negated->form != Form::kDateText) {
-      read.sql = output.negated->sql;
-      read.form = output.negated->form == Form::kPlain ? output.form : output.negated->form;
-      sign = ColumnSink::Sign::kNegated;
+      sql = output.column->sql;
+      if (output.column->form != Form::kPlain) form = output.column->form;
+    } else if (output.negated != nullptr && output.negated->form != Form::kRawDate) {
+      sql = output.negated->sql;
+      if (output.negated->form != Form::kPlain) form = output.negated->form;
+      sign = ValueFeed::Sign::kNegated;
     }
     auto same = std::find_if(part.reads.begin(), part.reads.end(),
-                             [&](const Read& other) { return other.sql == read.sql && other.form == read.form; });
-    if (same == part.reads.end()) same = part.reads.insert(part.reads.end(), std::move(read));
-    same->targets.push_back({index, sign});
+                             [&](const Read& other) { return other.sql == sql && other.feed.form() == form; });
+    if (same == part.reads.end()) same = part.reads.insert(part.reads.end(), Read{std::move(sql), ValueFeed(form)});
+    same->feed.AddTarget(sink, sign);
   }
 
   // SELECT `first`, the keys, the values FROM the table WHERE its conditions and `more`.
@@ -146,31 +142,29 @@ class ArmJoiner {
   }
 
   static int64_t KeyAt(const Statement& statement, int column) {
-    const int type = sqlite3_column_type(statement.handle(), column);
+    sqlite3_value* stored = sqlite3_column_value(statement.handle(), column);
+    const int type = sqlite3_value_type(stored);
     if (type == SQLITE_NULL) return kNullKey;
-    const int64_t key = statement.Integer(column);
+    const int64_t key = sqlite3_value_int64(stored);
     if (type != SQLITE_INTEGER || key == kNullKey) throw NotCovered{};
     return key;
   }
 
-  void TakeRow(TablePart& part, const Statement& statement) {
+  static void TakeRow(TablePart& part, const Statement& statement) {
     int column = 1;
     for (auto& keys : part.keys) keys.push_back(KeyAt(statement, column++));
-    for (const Read& read : part.reads) {
-      for (const Read::Target& target : read.targets) {
-        sinks_[target.output].Append(statement.handle(), column, read.form, target.sign);
-      }
-      ++column;
-    }
+    for (Read& read : part.reads) read.feed.Take(sqlite3_column_value(statement.handle(), column++));
     if (++part.rows >= kNoRow) throw NotCovered{};
   }
 
-  void TakeNullRow(TablePart& part) {
+  static void TakeNullRow(TablePart& part) {
     for (auto& keys : part.keys) keys.push_back(kNullKey);
-    for (const Read& read : part.reads) {
-      for (const Read::Target& target : read.targets) sinks_[target.output].AppendNull();
-    }
+    for (Read& read : part.reads) read.feed.TakeNull();
     ++part.rows;
+  }
+
+  static void FlushReads(TablePart& part) {
+    for (Read& read : part.reads) read.feed.Flush();
   }
 
   void ReadFirstTable() {
@@ -187,6 +181,7 @@ class ArmJoiner {
       row_numbers_.push_back(number);
       TakeRow(part, statement);
     }
+    FlushReads(part);
     if (ascending) row_numbers_.clear();
   }
 
@@ -207,6 +202,7 @@ class ArmJoiner {
       missing = static_cast<uint32_t>(part.rows);
       TakeNullRow(part);
     }
+    FlushReads(part);
     for (uint32_t& row : row_of_parent) {
       if (row != kNoRow) row = row_of_key[row];
       if (row == kNoRow) row = missing;

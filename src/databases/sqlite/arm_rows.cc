@@ -7,14 +7,13 @@ namespace stockbook::databases {
 
 ArmRows StepArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks) {
   ArmRows result;
-  for (const ColumnSink& sink : sinks) result.places.push_back({0, sink.size()});
-  Statement statement(database, arm.sql);
-  while (statement.Step()) {
-    for (size_t index = 0; index < sinks.size(); ++index) {
-      sinks[index].Append(statement.handle(), static_cast<int>(index), ResultFormOf(arm.outputs[index].cls), ColumnSink::Sign::kKept);
-    }
-    ++result.rows;
+  std::vector<ValueFeed> feeds;
+  for (size_t index = 0; index < sinks.size(); ++index) {
+    result.places.push_back({0, sinks[index].builder.size()});
+    feeds.emplace_back(ResultFormOf(arm.outputs[index].cls)).AddTarget(sinks[index], ValueFeed::Sign::kKept);
   }
+  Statement statement(database, arm.sql);
+  result.rows = StepInto(statement, feeds);
   result.rows_of_source.emplace_back(result.rows);
   std::iota(result.rows_of_source[0].begin(), result.rows_of_source[0].end(), 0U);
   return result;

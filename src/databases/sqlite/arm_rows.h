@@ -7,7 +7,7 @@
 
 #include "databases/dialect/statement_plan.h"
 #include "databases/sqlite/database.h"
-#include "databases/sqlite/row_values.h"
+#include "databases/sqlite/value_feed.h"
 
 namespace stockbook::databases {
 

@@ -56,7 +56,7 @@ class PlanRun {
       arms_.push_back(reading == ArmReading::kJoined ? JoinArm(database, arm, sinks_) : StepArm(database, arm, sinks_));
     }
     for (const ColumnSink& sink : sinks_) {
-      if (sink.mended() || sink.size() > UINT32_MAX) throw NotCovered{true};
+      if (sink.mended || sink.builder.size() > UINT32_MAX) throw NotCovered{true};
     }
   }
 
@@ -64,7 +64,7 @@ class PlanRun {
     size_t rows = 0;
     for (const ArmRows& arm : arms_) rows += arm.rows;
     if (rows > UINT32_MAX) throw NotCovered{true};
-    for (ColumnSink& sink : sinks_) columns_.push_back(sink.Finish());
+    for (ColumnSink& sink : sinks_) columns_.push_back(sink.builder.Finish());
     sinks_.clear();
     PlaceTable places(arms_);
     RowSorter sorter(rows);

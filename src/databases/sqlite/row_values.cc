@@ -2,7 +2,6 @@
 #include "databases/sqlite/row_values.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
 #include "base/number.h"
@@ -14,20 +13,6 @@ namespace {
 using base::Date;
 using base::Money;
 using base::Value;
-
-constexpr int64_t kExactDouble = int64_t{1} << 53;
-
-std::string_view BytesOf(sqlite3_value* stored) {
-  const auto* bytes = static_cast<const char*>(sqlite3_value_blob(stored));
-  const int size = sqlite3_value_bytes(stored);
-  return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<size_t>(size));
-}
-
-std::string_view BytesOf(sqlite3_stmt* row, int column) {
-  const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
-  const int size = sqlite3_column_bytes(row, column);
-  return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<size_t>(size));
-}
 
 // "-123.45" in the plain form that stores write; everything else is left to Money::Parse.
 std::optional<Money> ReadPlainAmount(std::string_view text) {
@@ -47,13 +32,6 @@ std::optional<Money> ReadPlainAmount(std::string_view text) {
   if (at != text.size()) return std::nullopt;
   for (; decimals < 4; ++decimals) units *= 10;
   return Money::FromUnits(negative ? -units : units);
-}
-
-std::optional<Money> AmountOfText(std::string_view text) {
-  if (text.size() < 19) {
-    if (const auto money = ReadPlainAmount(text)) return money;
-  }
-  return Money::Parse(text);
 }
 
 std::optional<Money> AmountOfReal(double number) {
@@ -125,6 +103,20 @@ bool IsAscii(std::string_view bytes) {
 
 }  // namespace
 
+std::string_view BytesOf(sqlite3_value* stored) {
+  const auto* bytes = static_cast<const char*>(sqlite3_value_blob(stored));
+  const int size = sqlite3_value_bytes(stored);
+  return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<size_t>(size));
+}
+
+std::optional<Money> AmountOfText(std::string_view bytes) {
+  constexpr size_t kPlainLength = 19;
+  if (bytes.size() < kPlainLength) {
+    if (const auto money = ReadPlainAmount(bytes)) return money;
+  }
+  return Money::Parse(bytes);
+}
+
 Value ReadValue(sqlite3_value* stored, Form form) {
   switch (form) {
     case Form::kRawMoney:
@@ -159,90 +151,6 @@ void WriteValue(sqlite3_context* context, const Value& value) {
   }
 }
 
-void ColumnSink::Append(sqlite3_stmt* row, int column, Form form, Sign sign) {
-  if (sign == Sign::kKept) {
-    AppendKept(row, column, form);
-    return;
-  }
-  const Value value = ReadValue(sqlite3_column_value(row, column), form);
-  if (const auto* money = value.As<Money>()) {
-    builder_.AppendMoney(-*money);
-  } else if (const auto* whole = value.As<int64_t>(); whole != nullptr && *whole != INT64_MIN) {
-    form == Form::kReal && std::abs(*whole) <= kExactDouble ? builder_.AppendDouble(-static_cast<double>(*whole))
-                                                            : builder_.AppendInteger(-*whole);
-  } else if (whole != nullptr) {
-    throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
-  } else if (const auto number = value.Number(); number && form != Form::kRawMoney && form != Form::kUnits) {
-    builder_.AppendDouble(-*number);
-  } else {
-    builder_.AppendNull();
-  }
-}
-
-void ColumnSink::AppendKept(sqlite3_stmt* row, int column, Form form) {
-  const int type = sqlite3_column_type(row, column);
-  if (type == SQLITE_NULL) {
-    builder_.AppendNull();
-    return;
-  }
-  switch (form) {
-    case Form::kRawMoney:
-      AppendAmount(row, column, type);
-      return;
-    case Form::kRawDate:
-    case Form::kDateText:
-      type == SQLITE_TEXT ? AppendDate(BytesOf(row, column)) : builder_.AppendNull();
-      return;
-    case Form::kUnits:
-      if (type != SQLITE_INTEGER) break;
-      builder_.AppendMoney(Money::FromUnits(sqlite3_column_int64(row, column)));
-      return;
-    case Form::kReal:
-    case Form::kPlain:
-      break;
-  }
-  if (type == SQLITE_INTEGER) {
-    const int64_t whole = sqlite3_column_int64(row, column);
-    const bool as_real = form == Form::kReal && whole >= -kExactDouble && whole <= kExactDouble;
-    as_real ? builder_.AppendDouble(static_cast<double>(whole)) : builder_.AppendInteger(whole);
-  } else if (type == SQLITE_FLOAT) {
-    builder_.AppendDouble(sqlite3_column_double(row, column));
-  } else {
-    // A blob stands behind all texts in order; as a text it would not.
-    mended_ = mended_ || type == SQLITE_BLOB;
-    AppendText(BytesOf(row, column));
-  }
-}
-
-void ColumnSink::AppendText(std::string_view bytes) {
-  if (IsAscii(bytes) || base::IsCleanUtf8(bytes)) {
-    builder_.AppendText(bytes);
-    return;
-  }
-  mended_ = true;
-  builder_.AppendText(base::CleanUtf8(bytes));
-}
-
-void ColumnSink::AppendDate(std::string_view bytes) {
-  if (bytes != last_date_ || last_date_.empty()) {
-    last_date_ = bytes;
-    const auto date = Date::Parse(bytes);
-    last_date_value_ = date ? Value(*date) : Value();
-  }
-  builder_.Append(last_date_value_);
-}
-
-void ColumnSink::AppendAmount(sqlite3_stmt* row, int column, int type) {
-  if (type == SQLITE_TEXT) {
-    const std::string_view bytes = BytesOf(row, column);
-    const auto money = AmountOfText(bytes);
-    money ? builder_.AppendMoney(*money) : AppendText(bytes);
-    return;
-  }
-  mended_ = mended_ || type == SQLITE_BLOB;
-  const Value value = RawAmount(sqlite3_column_value(row, column));
-  const auto* text = value.As<std::string>();
-  text != nullptr ? AppendText(*text) : builder_.Append(value);
-}
+bool IsCleanText(std::string_view bytes) { return IsAscii(bytes) || base::IsCleanUtf8(bytes); }
 
 }  // namespace stockbook::databases

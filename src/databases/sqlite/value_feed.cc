@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "databases/sqlite/value_feed.h"
+
+#include <span>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "databases/sqlite/row_values.h"
+
+namespace stockbook::databases {
+namespace {
+
+constexpr int64_t kExactReal = int64_t{1} << 53;
+constexpr size_t kRepeatedLength = 64;
+
+}  // namespace
+
+void ValueFeed::Take(sqlite3_value* stored) {
+  const int type = sqlite3_value_type(stored);
+  if (type == SQLITE_NULL) {
+    TakeNull();
+    return;
+  }
+  switch (form_) {
+    case Form::kRawMoney:
+      TakeAmount(stored, type);
+      return;
+    case Form::kRawDate:
+    case Form::kDateText:
+      TakeDate(stored, type);
+      return;
+    case Form::kUnits:
+      if (type != SQLITE_INTEGER) break;
+      TakeUnits(sqlite3_value_int64(stored));
+      return;
+    case Form::kReal:
+    case Form::kPlain:
+      break;
+  }
+  if (type == SQLITE_FLOAT) {
+    TakeReal(sqlite3_value_double(stored));
+  } else if (type == SQLITE_INTEGER) {
+    TakeWhole(sqlite3_value_int64(stored));
+  } else {
+    TakeText(stored, type);
+  }
+}
+
+void ValueFeed::TakeNull() {
+  Flush();
+  for (Target& target : targets_) target.sink->builder.AppendNull();
+}
+
+void ValueFeed::TakeReal(double number) {
+  if (held_ != Held::kReals || count_ == kPortion) Flush();
+  held_ = Held::kReals;
+  reals_[count_++] = number;
+}
+
+void ValueFeed::TakeUnits(int64_t units) {
+  if (held_ != Held::kUnits || count_ == kPortion) Flush();
+  held_ = Held::kUnits;
+  units_[count_++] = units;
+}
+
+void ValueFeed::TakeWhole(int64_t whole) {
+  if (form_ == Form::kReal && whole >= -kExactReal && whole <= kExactReal) {
+    TakeReal(static_cast<double>(whole));
+    return;
+  }
+  Flush();
+  for (Target& target : targets_) {
+    if (target.sign == Sign::kNegated && whole == INT64_MIN) {
+      throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
+    }
+    target.sink->builder.AppendInteger(target.sign == Sign::kNegated ? -whole : whole);
+  }
+}
+
+void ValueFeed::TakeText(sqlite3_value* stored, int type) {
+  Flush();
+  AppendText(BytesOf(stored), type == SQLITE_BLOB);
+}
+
+// A blob stands behind all texts in order; as a text it would not.
+void ValueFeed::AppendText(std::string_view bytes, bool is_blob) {
+  const bool clean = bytes == last_text_ || IsCleanText(bytes);
+  if (clean && bytes.size() <= kRepeatedLength && bytes != last_text_) last_text_ = bytes;
+  const std::string mended = clean ? std::string() : base::CleanUtf8(bytes);
+  for (Target& target : targets_) {
+    if (target.sign == Sign::kNegated) {
+      AppendNegatedText(target, clean ? bytes : mended);
+      continue;
+    }
+    target.sink->mended = target.sink->mended || is_blob || !clean;
+    target.sink->builder.AppendText(clean ? bytes : mended);
+  }
+}
+
+// Minus a text is minus the number that it spells; what spells no amount has no negative.
+void ValueFeed::AppendNegatedText(Target& target, std::string_view bytes) const {
+  const auto number = IsAmount() ? std::nullopt : base::ParseNumber(bytes);
+  if (number) {
+    target.sink->builder.AppendDouble(-*number);
+  } else {
+    target.sink->builder.AppendNull();
+  }
+}
+
+void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
+  if (type == SQLITE_TEXT) {
+    if (const auto amount = AmountOfText(BytesOf(stored))) {
+      TakeUnits(amount->units());
+    } else {
+      TakeText(stored, type);
+    }
+    return;
+  }
+  const base::Value value = ReadValue(stored, form_);
+  if (const auto* amount = value.As<base::Money>()) {
+    TakeUnits(amount->units());
+    return;
+  }
+  Flush();
+  AppendText(value.Text(), type == SQLITE_BLOB);
+}
+
+void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
+  if (type != SQLITE_TEXT) {
+    TakeNull();
+    return;
+  }
+  const std::string_view bytes = BytesOf(stored);
+  if (bytes != last_text_ || bytes.empty()) {
+    last_text_ = bytes;
+    const auto date = base::Date::Parse(bytes);
+    last_date_ = date ? base::Value(*date) : base::Value();
+  }
+  for (Target& target : targets_) target.sink->builder.Append(last_date_);
+}
+
+void ValueFeed::FlushReals(const Target& target) const {
+  if (target.sign == Sign::kKept) {
+    target.sink->builder.AppendDoubles(std::span(reals_).first(count_));
+    return;
+  }
+  std::array<double, kPortion> negated;
+  for (size_t index = 0; index < count_; ++index) negated[index] = -reals_[index];
+  target.sink->builder.AppendDoubles(std::span<const double>(negated).first(count_));
+}
+
+void ValueFeed::FlushUnits(const Target& target) const {
+  if (target.sign == Sign::kKept) {
+    target.sink->builder.AppendMoneyUnits(std::span(units_).first(count_));
+    return;
+  }
+  std::array<int64_t, kPortion> negated;
+  for (size_t index = 0; index < count_; ++index) negated[index] = (-base::Money::FromUnits(units_[index])).units();
+  target.sink->builder.AppendMoneyUnits(std::span<const int64_t>(negated).first(count_));
+}
+
+void ValueFeed::Flush() {
+  if (count_ == 0) return;
+  for (const Target& target : targets_) {
+    if (held_ == Held::kReals) {
+      FlushReals(target);
+    } else {
+      FlushUnits(target);
+    }
+  }
+  count_ = 0;
+}
+
+size_t StepInto(Statement& statement, std::vector<ValueFeed>& feeds) {
+  size_t rows = 0;
+  for (; statement.Step(); ++rows) {
+    int column = 0;
+    for (ValueFeed& feed : feeds) feed.Take(sqlite3_column_value(statement.handle(), column++));
+  }
+  for (ValueFeed& feed : feeds) feed.Flush();
+  return rows;
+}
+
+}  // namespace stockbook::databases

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "databases/dialect/typed_sql.h"
+#include "databases/sqlite/database.h"
+#include "platform/column.h"
+
+namespace stockbook::databases {
+
+// A column under construction, and whether a text in it had to be mended: then its order among the others is no longer
+// the stored one.
+struct ColumnSink {
+  platform::ColumnBuilder builder;
+  bool mended = false;
+};
+
+// Carries one column of stepped rows into the columns that show it, as it is or negated (as sb_negate would give it).
+// Each value is read once, however many columns get it; numbers go over in portions, so call Flush after the last row.
+// Texts are cleaned here, and nowhere later.
+class ValueFeed {
+ public:
+  enum class Sign { kKept, kNegated };
+
+  explicit ValueFeed(Form form) : form_(form) {}
+  Form form() const { return form_; }
+  void AddTarget(ColumnSink& sink, Sign sign) { targets_.push_back({&sink, sign}); }
+
+  void Take(sqlite3_value* stored);
+  void TakeNull();
+  void Flush();
+
+ private:
+  static constexpr size_t kPortion = 512;
+  enum class Held : uint8_t { kNone, kReals, kUnits };
+  struct Target {
+    ColumnSink* sink;
+    Sign sign;
+  };
+
+  void TakeReal(double number);
+  void TakeUnits(int64_t units);
+  void TakeWhole(int64_t whole);
+  void TakeText(sqlite3_value* stored, int type);
+  void TakeAmount(sqlite3_value* stored, int type);
+  void TakeDate(sqlite3_value* stored, int type);
+  void AppendText(std::string_view bytes, bool is_blob);
+  void AppendNegatedText(Target& target, std::string_view bytes) const;
+  void FlushReals(const Target& target) const;
+  void FlushUnits(const Target& target) const;
+  bool IsAmount() const { return form_ == Form::kRawMoney || form_ == Form::kUnits; }
+
+  Form form_;
+  Held held_ = Held::kNone;
+  size_t count_ = 0;
+  std::array<double, kPortion> reals_{};
+  std::array<int64_t, kPortion> units_{};
+  std::vector<Target> targets_;
+  std::string last_text_;  // clean; texts and dates repeat from row to row
+  base::Value last_date_;
+};
+
+// Steps the statement to its end, column i into feed i, and gives the number of rows.
+size_t StepInto(Statement& statement, std::vector<ValueFeed>& feeds);
+
+}  // namespace stockbook::databases
