@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+// The whole Load of a stock journal of one product, as ratios measured in one run: against SQLite's own interface with its
+// default settings stepping the same statement once and reading every value, against QSqlQueryModel's memory, against
+// memcpy, and against itself with fewer lines or more periods. `load_bench [LINES [ROUNDS]]`, 1,000,000 and 3 as usual; the
+// least of the rounds counts.
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <sqlite3.h>
+
+#include <QCoreApplication>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlQueryModel>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "child_process.h"
+#include "databases/sqlite/embedded_connection.h"
+#include "journal/query_builder.h"
+#include "journal/running_pass.h"
+#include "stockbook/sample_inventory.h"
+#include "support/fake_surroundings.h"
+
+namespace {
+
+using namespace stockbook;
+using bench::CpuSeconds;
+using bench::InChild;
+using bench::ResidentBytes;
+
+std::string SampleOf(int64_t lines, int periods) {
+  const auto path = std::filesystem::temp_directory_path() /
+                    ("stockbook-load-bench-" + std::to_string(lines) + "-" + std::to_string(periods) + ".db");
+  if (!std::filesystem::exists(path)) {
+    app::WriteSampleInventory(path.string(), {.lines = lines, .periods = periods, .range = app::SampleProductRange::One});
+  }
+  return path.string();
+}
+
+std::string ConnectionTo(const std::string& path) { return "Provider=Stockbook.Embedded;Data Source=" + path; }
+
+// The desktop text as SQLite itself would have it written.
+std::string PlainStatement(const std::string& path) {
+  databases::EmbeddedConnection connection(ConnectionTo(path));
+  std::string sql = journal::QueryBuilder(&connection, base::MaterialJournal, {1, 0, ""}).Build();
+  for (size_t at = sql.find(" & "); at != std::string::npos; at = sql.find(" & ", at)) sql.replace(at, 3, " || ");
+  return sql;
+}
+
+size_t ReadRow(sqlite3_stmt* row) {
+  size_t sum = 0;
+  const int columns = sqlite3_column_count(row);
+  for (int column = 0; column < columns; ++column) {
+    switch (sqlite3_column_type(row, column)) {
+      case SQLITE_INTEGER: sum += static_cast<size_t>(sqlite3_column_int64(row, column)); break;
+      case SQLITE_FLOAT: sum += static_cast<size_t>(sqlite3_column_double(row, column)); break;
+      case SQLITE_TEXT: sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column)); break;
+      default: break;
+    }
+  }
+  return sum;
+}
+
+double StepSeconds(const std::string& path, const std::string& sql) {
+  return InChild([&] {
+    sqlite3* database = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    const double start = CpuSeconds();
+    if (sqlite3_open(path.c_str(), &database) != SQLITE_OK ||
+        sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
+      std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
+      std::exit(1);
+    }
+    size_t sum = 0;
+    while (sqlite3_step(statement) == SQLITE_ROW) sum += ReadRow(statement);
+    benchmark::DoNotOptimize(sum);
+    sqlite3_finalize(statement);
+    sqlite3_close(database);
+    return CpuSeconds() - start;
+  });
+}
+
+// Passes statements on and counts the time that they take.
+class TimedConnection : public platform::Connection {
+ public:
+  explicit TimedConnection(std::unique_ptr<platform::Connection> inner) : inner_(std::move(inner)) {}
+  std::string ConnectionString() const override { return inner_->ConnectionString(); }
+  platform::Recordset Execute(std::string_view statement, int options) override {
+    const double start = CpuSeconds();
+    platform::Recordset result = inner_->Execute(statement, options);
+    seconds += CpuSeconds() - start;
+    return result;
+  }
+  double seconds = 0;
+
+ private:
+  std::unique_ptr<platform::Connection> inner_;
+};
+
+// A host that hears every event.
+class Host : public interaction::EventListener {
+ public:
+  void Process(int16_t indicator) override { last = indicator; }
+  int last = 0;
+};
+
+struct LoadCost {
+  double seconds = 0;
+  double connection_seconds = 0;
+  double bytes = 0;
+  double rows = 0;
+};
+
+LoadCost MeasureLoad(const std::string& path) {
+  return InChild([&] {
+    testing::ControlOverFakes fakes;
+    Host host;
+    fakes.control->AddListener(&host);
+    LoadCost cost;
+    malloc_trim(0);
+    const double bytes = ResidentBytes();
+    const double start = CpuSeconds();
+    auto connection = std::make_shared<TimedConnection>(databases::OpenEmbedded(ConnectionTo(path)));
+    fakes.control->SetConn(connection);
+    if (!fakes.control->Load(1, 0)) std::exit(1);
+    cost.seconds = CpuSeconds() - start;
+    cost.connection_seconds = connection->seconds;
+    cost.bytes = ResidentBytes() - bytes;
+    cost.rows = fakes.control->Rows();
+    return cost;
+  });
+}
+
+double ModelBytes(const std::string& path, const std::string& sql) {
+  return InChild([&] {
+    int count = 0;
+    QCoreApplication application(count, nullptr);
+    QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE");
+    database.setDatabaseName(QString::fromStdString(path));
+    if (!database.open()) std::exit(1);
+    const double bytes = ResidentBytes();
+    QSqlQueryModel model;
+    QSqlQuery query(database);
+    if (!query.exec(QString::fromStdString(sql))) std::exit(1);
+    model.setQuery(std::move(query));
+    while (model.canFetchMore()) model.fetchMore();
+    // The driver keeps the rows that have been visited.
+    for (int row = 0; row < model.rowCount(); ++row) benchmark::DoNotOptimize(model.data(model.index(row, 0)));
+    return ResidentBytes() - bytes;
+  });
+}
+
+struct PassCost {
+  double pass_seconds = 1e9;
+  double copy_seconds = 1e9;
+};
+
+// The pass with a total per period, against memcpy of three columns of eight bytes: quantity, second quantity, amount.
+PassCost MeasurePass(const std::string& path, int periods) {
+  return InChild([&] {
+    const auto connection = databases::OpenEmbedded(ConnectionTo(path));
+    std::vector<platform::Field> fields =
+        connection->Execute(journal::QueryBuilder(connection.get(), base::MaterialJournal, {1, 0, ""}).Build()).TakeAll();
+    const auto column = [&](const char* name) {
+      return &std::find_if(fields.begin(), fields.end(), [&](const platform::Field& field) { return field.name == name; })->column;
+    };
+    const size_t rows = fields.front().column.size();
+    std::vector<double> source(rows * 3);
+    for (size_t row = 0; row < source.size(); ++row) source[row] = static_cast<double>(row);
+    std::vector<double> copy(rows * 3);
+    PassCost cost;
+    for (int round = 0; round < 7; ++round) {
+      double start = CpuSeconds();
+      journal::RunningBalance balance(journal::BalanceKind::kStock, {});
+      journal::RunningPass pass(balance, {column("Quantity"), column("Quantity2"), column("Account")},
+                                {column("RevQty"), column("RevQty2"), column("RevAcc")},
+                                {column("IssQty"), column("IssQty2"), column("IssAcc")});
+      for (size_t period = 0; period < static_cast<size_t>(periods); ++period) {
+        balance.StartPeriod();
+        pass.Run(rows * period / static_cast<size_t>(periods), rows * (period + 1) / static_cast<size_t>(periods));
+        benchmark::DoNotOptimize(balance.Period());
+      }
+      cost.pass_seconds = std::min(cost.pass_seconds, CpuSeconds() - start);
+      start = CpuSeconds();
+      for (size_t part = 0; part < 3; ++part) std::memcpy(copy.data() + part * rows, source.data() + part * rows, rows * sizeof(double));
+      benchmark::DoNotOptimize(copy.data());
+      benchmark::ClobberMemory();
+      cost.copy_seconds = std::min(cost.copy_seconds, CpuSeconds() - start);
+    }
+    return cost;
+  });
+}
+
+LoadCost Least(const LoadCost& left, const LoadCost& right) {
+  return {std::min(left.seconds, right.seconds), std::min(left.connection_seconds, right.connection_seconds),
+          std::min(left.bytes, right.bytes), right.rows};
+}
+
+void Print(const char* what, double ratio, double limit) {
+  std::printf("%-70s %8.4f x  (at most %.2f x)%s\n", what, ratio, limit, ratio <= limit ? "" : "  OVER");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int64_t lines = argc > 1 ? std::atoll(argv[1]) : 1000000;
+  const int rounds = argc > 2 ? std::atoi(argv[2]) : 3;
+  const std::string path = SampleOf(lines, 12);
+  const std::string tenth = SampleOf(lines / 10, 12);
+  const std::string many_periods = SampleOf(lines, 1200);
+  const std::string sql = PlainStatement(path);
+  double step = 1e9;
+  LoadCost load = MeasureLoad(path);
+  LoadCost small = MeasureLoad(tenth);
+  LoadCost periods = MeasureLoad(many_periods);
+  for (int round = 0; round < rounds; ++round) {
+    step = std::min(step, StepSeconds(path, sql));
+    load = Least(load, MeasureLoad(path));
+    small = Least(small, MeasureLoad(tenth));
+    periods = Least(periods, MeasureLoad(many_periods));
+  }
+  const PassCost pass = MeasurePass(path, 12);
+  const double model = ModelBytes(path, sql);
+  std::printf("%lld lines of one product, least of %d rounds, processor time\n", static_cast<long long>(lines), rounds);
+  std::printf("SQLite stepping %.3f s, Load %.3f s of which the connection %.3f s; %.0f bytes a line; pass %.2f ms, copy %.2f ms\n", step,
+              load.seconds, load.connection_seconds, load.bytes / static_cast<double>(lines), pass.pass_seconds * 1e3, pass.copy_seconds * 1e3);
+  Print("whole Load / SQLite's own interface stepping the statement", load.seconds / step, 0.95);
+  Print("running balance with period sums / memcpy of three columns", pass.pass_seconds / pass.copy_seconds, 2.0);
+  Print("the control's own share / SQLite's own interface", (load.seconds - load.connection_seconds) / step, 0.03);
+  Print("resident memory added / QSqlQueryModel", load.bytes / model, 0.12);
+  Print("all lines / a tenth of them", load.seconds / small.seconds, 11);
+  Print("1,200 periods / 12 periods", periods.seconds / load.seconds, 1.05);
+}
