@@ -68,7 +68,7 @@ bool Sheet::IsCollapsed(int row) const {
 
 void Sheet::SetIsCollapsed(int row, bool collapsed) {
   CheckRow("IsCollapsed", row);
-  outline_.SetCollapsed(row, collapsed);
+  if (!outline_.SetCollapsed(row, collapsed)) return;
   RowsChanged();
 }
 

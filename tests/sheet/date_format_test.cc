@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "sheet/format/cell_format.h"
 
 namespace stockbook::sheet {
@@ -41,6 +43,16 @@ TEST(DateFormat, TellsMinutesFromMonthsByTheirNeighbours) {
 TEST(DateFormat, KeepsLiteralTexts) {
   EXPECT_EQ(Shown("\"day \"d", "2004-03-05"), "day 5");
   EXPECT_EQ(Shown("\\d d", "2004-03-05"), "d 5");
+}
+
+TEST(DateFormat, SurvivesAnyFormatText) {
+  std::mt19937 random(8);
+  const std::string_view signs = "ymdhsYMDHS AMPM/\"\\-:年";
+  for (int round = 0; round < 20000; ++round) {
+    std::string format;
+    for (auto length = random() % 14; length > 0; --length) format += signs[random() % signs.size()];
+    EXPECT_LT(Shown(format, "2004-12-31 23:59:58").size(), 100U) << format;
+  }
 }
 
 TEST(CellFormat, KnowsDateFormatsFromNumberFormats) {

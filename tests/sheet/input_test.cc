@@ -128,6 +128,16 @@ TEST_F(Input, ArrowsMoveTheCurrentCellOverShownCells) {
   EXPECT_EQ(Current(), (CellPosition{1, 1}));
 }
 
+TEST_F(Input, ACurrentCellInAHiddenColumnComesIntoSightWithTheFirstKey) {
+  sheet.SetColHidden(1, true);
+  Press(Key::kDown);
+  EXPECT_EQ(Current(), (CellPosition{2, 2}));
+  sheet.Select(2, 4);
+  sheet.SetColHidden(4, true);
+  Press(Key::kUp);
+  EXPECT_EQ(Current(), (CellPosition{1, 3}));
+}
+
 TEST_F(Input, HomeEndAndTheirControlFormsGoToTheEdges) {
   Press(Key::kEnd);
   EXPECT_EQ(Current(), (CellPosition{1, 4}));

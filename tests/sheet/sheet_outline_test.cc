@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "sheet/columns.h"
 #include "sheet/sheet.h"
 
@@ -163,6 +161,29 @@ TEST(SheetOutline, CollapsesAndExpandsAMillionRowsByRuns) {
   EXPECT_LT(sheet.states().RunCount(), 100U);
   for (int row = sheet.NextSubtotal(1); row >= 0; row = sheet.NextSubtotal(row + 1)) sheet.SetIsCollapsed(row, false);
   EXPECT_EQ(sheet.states().TotalShown(), kRows + 37);
+  EXPECT_TRUE(sheet.CheckInvariants());
+}
+
+TEST(SheetOutline, TwelveHundredPeriodsCostRunsAndNotRows) {
+  Sheet sheet;
+  constexpr int kRows = 1000000;
+  constexpr int kPeriods = 1200;
+  sheet.LoadColumns(Together(Periods(kRows, kPeriods), Numbers(kRows)), 1);
+  sheet.GroupBy(1, 2, "%s");
+  for (int node = 1; node >= 0;) {
+    const int next = sheet.NextSubtotal(node + 1);
+    const int total = next < 0 ? sheet.Rows() : next;
+    sheet.AddItem("", total);
+    sheet.SetIsSubtotal(total, true);
+    sheet.SetRowHeight(total, 500);
+    node = next < 0 ? -1 : total + 1;
+  }
+  EXPECT_EQ(sheet.Rows(), 1 + kRows + 2 * kPeriods);
+  EXPECT_LE(sheet.states().RunCount(), 3U * kPeriods + 2);
+  EXPECT_LE(sheet.store().order().PieceCount(), 3U * kPeriods + 2);
+  EXPECT_EQ(sheet.RowOfRecord(kRows - 1), sheet.Rows() - 2);
+  EXPECT_EQ(sheet.RecordOfRow(sheet.Rows() - 2), kRows - 1);
+  EXPECT_EQ(sheet.TextMatrix(sheet.Rows() - 2, 2), "999999");
   EXPECT_TRUE(sheet.CheckInvariants());
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sheet/format/date_format.h"
 
+#include <algorithm>
 #include <array>
 
 namespace stockbook::sheet {
@@ -122,46 +123,49 @@ int DateFormat::HourShown(int hour, bool halves) {
   return hour % 12 == 0 ? 12 : hour % 12;
 }
 
+void DateFormat::AppendPiece(const Piece& piece, base::Date date, const base::DateParts& at, std::string& out) const {
+  const bool name = piece.width > 2;
+  const int width = std::min(piece.width, 2);
+  switch (piece.kind) {
+    case PieceKind::kLiteral:
+      out += piece.literal;
+      break;
+    case PieceKind::kYear:
+      AppendPadded(out, name ? at.year : at.year % 100, name ? 4 : 2);
+      break;
+    case PieceKind::kMonth:
+      if (name) {
+        out += kMonthNames.substr(static_cast<size_t>(at.month - 1) * 3, 3);
+      } else {
+        AppendPadded(out, at.month, width);
+      }
+      break;
+    case PieceKind::kDay:
+      if (name) {
+        out += DayName(date);
+      } else {
+        AppendPadded(out, at.day, width);
+      }
+      break;
+    case PieceKind::kHour:
+      AppendPadded(out, HourShown(at.hour, halves_), width);
+      break;
+    case PieceKind::kMinute:
+      AppendPadded(out, at.minute, width);
+      break;
+    case PieceKind::kSecond:
+      AppendPadded(out, at.second, width);
+      break;
+    case PieceKind::kHalfDay:
+      out += std::string_view(piece.literal).substr(at.hour < 12 ? 0 : 2, 2);
+      break;
+  }
+}
+
 std::string DateFormat::Format(base::Date date) const {
   const base::DateParts at = date.parts();
   std::string out;
-  for (const Piece& piece : pieces_) {
-    const int narrow = std::min(piece.width, 2);
-    switch (piece.kind) {
-      case PieceKind::kLiteral:
-        out += piece.literal;
-        break;
-      case PieceKind::kYear:
-        piece.width <= 2 ? AppendPadded(out, at.year % 100, 2) : AppendPadded(out, at.year, 4);
-        break;
-      case PieceKind::kMonth:
-        if (piece.width > 2) {
-          out += kMonthNames.substr(static_cast<size_t>(at.month - 1) * 3, 3);
-        } else {
-          AppendPadded(out, at.month, narrow);
-        }
-        break;
-      case PieceKind::kDay:
-        if (piece.width > 2) {
-          out += DayName(date);
-        } else {
-          AppendPadded(out, at.day, narrow);
-        }
-        break;
-      case PieceKind::kHour:
-        AppendPadded(out, HourShown(at.hour, halves_), narrow);
-        break;
-      case PieceKind::kMinute:
-        AppendPadded(out, at.minute, narrow);
-        break;
-      case PieceKind::kSecond:
-        AppendPadded(out, at.second, narrow);
-        break;
-      case PieceKind::kHalfDay:
-        out += std::string_view(piece.literal).substr(at.hour < 12 ? 0 : 2, 2);
-        break;
-    }
-  }
+  for (const Piece& piece : pieces_) AppendPiece(piece, date, at, out);
   return out;
 }
 

@@ -33,6 +33,7 @@ class DateFormat {
   static PieceKind KindOf(char letter);
   static size_t TakePiece(std::string_view text, Piece& piece);
   void FindMinutes();
+  void AppendPiece(const Piece& piece, base::Date date, const base::DateParts& at, std::string& out) const;
   static int HourShown(int hour, bool halves);
 
   std::vector<Piece> pieces_;

@@ -28,6 +28,11 @@ bool Keyboard::Press(const KeyEvent& event) {
 }
 
 CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
+  // A cell in a hidden column is nowhere; the next column that is seen takes its place.
+  if (from.column < sheet_.FixedCols() || sheet_.ColHidden(from.column)) {
+    const int next = ColumnStep(from.column, 1);
+    from.column = next != from.column ? next : ColumnStep(from.column, -1);
+  }
   const bool far = event.modifiers.Control();
   switch (event.key) {
     case Key::kUp:

@@ -85,11 +85,12 @@ void Outline::SetLevel(int64_t row, int level) {
   CoverAnew(row, std::min(before, level));
 }
 
-void Outline::SetCollapsed(int64_t row, bool collapsed) {
+bool Outline::SetCollapsed(int64_t row, bool collapsed) {
   const RowState state = states_.At(row);
-  if (!state.subtotal || state.collapsed == collapsed) return;
+  if (!state.subtotal || state.collapsed == collapsed) return false;
   states_.Update(row, row + 1, [&](RowState& node) { node.collapsed = collapsed; });
   if (Governs(row)) CoverAnew(row + 1, state.level);
+  return true;
 }
 
 bool Outline::Governs(int64_t row) const {

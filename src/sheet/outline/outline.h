@@ -25,8 +25,8 @@ class Outline {
 
   void SetSubtotal(int64_t row, bool subtotal);
   void SetLevel(int64_t row, int level);
-  // Nothing happens where the row is no node.
-  void SetCollapsed(int64_t row, bool collapsed);
+  // False, and nothing happens, where the row is no node or is as wanted.
+  bool SetCollapsed(int64_t row, bool collapsed);
 
   // One behind the last row that a node at `row` governs.
   int64_t EndOf(int64_t row) const { return states_.NextRowOfLevelAtMost(row + 1, states_.At(row).level); }
