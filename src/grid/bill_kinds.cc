@@ -143,9 +143,12 @@ void BillKinds::DecorateRecords() {
 }
 
 void SetAllCollapsed(platform::Grid& grid, OutlineState state) {
+  const bool redraw = grid.Redraw();
+  grid.SetRedraw(false);
   for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1)) {
     grid.SetIsCollapsed(row, state == OutlineState::kCollapsed);
   }
+  grid.SetRedraw(redraw);
 }
 
 }  // namespace stockbook::grid
