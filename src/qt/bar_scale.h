@@ -13,12 +13,12 @@ class BarScale {
   BarScale() = default;
   explicit BarScale(int64_t most) : most_(std::max<int64_t>(most, 0)), step_(most_ / kMostOnBar + 1) {}
 
-  int MostOnBar() const { return static_cast<int>((most_ + step_ - 1) / step_); }
+  int MostOnBar() const { return static_cast<int>(most_ / step_ + (most_ % step_ != 0 ? 1 : 0)); }
   int ToBar(int64_t position) const {
     if (position >= most_) return MostOnBar();
     return static_cast<int>(std::max<int64_t>(position, 0) / step_);
   }
-  int64_t FromBar(int value) const { return std::min(value * step_, most_); }
+  int64_t FromBar(int value) const { return value >= MostOnBar() ? most_ : value * step_; }
   // A length of the contents on the bar, at least one step of it.
   int Length(int64_t length) const { return static_cast<int>(std::max<int64_t>(length / step_, 1)); }
 

@@ -150,10 +150,15 @@ void GridView::UpdateBars() {
   updating_bars_ = nested;
 }
 
-// Of an ordinary row.
+// Of an ordinary row: nodes among the first ones may be higher.
 int GridView::RowPixels() const {
-  const int row = std::min(sheet_.FixedRows() + 1, sheet_.Rows() - 1);
-  const double twips = row >= 0 ? sheet_.RowHeight(row) : 0;
+  constexpr int kLooked = 4;
+  const int first = sheet_.FixedRows();
+  const int last = std::min(first + kLooked, sheet_.Rows());
+  int twips = 0;
+  for (int row = first; row < last; ++row) {
+    if (const int height = sheet_.RowHeight(row); twips == 0 || height < twips) twips = height;
+  }
   return std::max(1, static_cast<int>(std::lround(twips / kTwipsPerPixel * sheet_.scale())));
 }
 
@@ -163,7 +168,7 @@ void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
 }
 
 // Pixels that only change their place are moved, and what comes into view is damaged. Of both directions at once each
-// part moves in turn.
+// part moves in turn. The frame of the sheet stays at the far edges of the view and is painted anew with what comes in.
 void GridView::MovePixels() {
   const sheet::Geometry geometry = sheet_.geometry();
   const sheet::ScrollPosition now = geometry.scroll();
@@ -171,12 +176,19 @@ void GridView::MovePixels() {
   const sheet::Size view = geometry.view();
   const int pinned_height = geometry.PinnedHeight();
   const int pinned_width = geometry.PinnedWidth();
-  MovePart({0, pinned_height, view.width, view.height - pinned_height}, 0, before.y - now.y);
-  MovePart({pinned_width, 0, view.width - pinned_width, view.height}, before.x - now.x, 0);
+  const int frame = static_cast<int>(std::ceil(sheet_.scale()));
+  if (before.y != now.y) {
+    MovePart({0, pinned_height, view.width, view.height - pinned_height - frame}, 0, before.y - now.y);
+    Damaged({0, view.height - frame, view.width, frame});
+  }
+  if (before.x != now.x) {
+    MovePart({pinned_width, 0, view.width - pinned_width - frame, view.height}, before.x - now.x, 0);
+    Damaged({view.width - frame, 0, frame, view.height});
+  }
 }
 
 void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
-  if ((dx == 0 && dy == 0) || part.IsEmpty()) return;
+  if (part.IsEmpty()) return;
   const double scale = sheet_.scale();
   const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
   const bool far = std::abs(dx) >= part.width || std::abs(dy) >= part.height;

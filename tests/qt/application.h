@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <memory>
+
+namespace stockbook::qt {
+
+// A test with a running toolkit that shows its windows nowhere.
+class WithApplication : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+};
+
+// How many pixels of the area differ from the colour.
+int PixelsUnlike(const QImage& image, const QRect& area, QRgb colour);
+
+}  // namespace stockbook::qt

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "qt/images.h"
+
+#include <gtest/gtest.h>
+
+#include <QPixmap>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "qt/application.h"
+#include "qt/picture.h"
+
+namespace stockbook::qt {
+namespace {
+
+using Images = WithApplication;
+
+std::vector<std::string> Keys() {
+  std::vector<std::string> keys{"Mtr", "Depot", "Supplier", "Customer", "Project", "StkBk", "SuppJnl", "CustJnl", "ProjJnl"};
+  for (const char* bill : {"RevBill", "BuyBill", "IssBill", "SaleBill", "ShiftBill", "Bill"}) {
+    keys.emplace_back(bill);
+    keys.push_back(std::string(bill) + "1");
+  }
+  return keys;
+}
+
+TEST_F(Images, HasADifferentPictureForEveryKey) {
+  const QtImages images;
+  std::vector<QImage> seen;
+  for (const std::string& key : Keys()) {
+    const platform::PictureRef picture = images.Find(key);
+    ASSERT_NE(picture, nullptr) << key;
+    EXPECT_EQ(picture->WidthPx(), 16) << key;
+    EXPECT_EQ(picture->HeightPx(), 16) << key;
+    const QImage image = ImageOf(*picture, {16, 16});
+    EXPECT_GT(PixelsUnlike(image, image.rect(), 0), 60) << key;
+    for (const QImage& other : seen) EXPECT_NE(image, other) << key;
+    seen.push_back(image);
+  }
+  EXPECT_NE(images.Find("Mark"), nullptr);
+}
+
+TEST_F(Images, HasNoPictureForOtherKeys) {
+  const QtImages images;
+  for (const char* key : {"", "revbill", "RevBill2", "Bill11"}) EXPECT_EQ(images.Find(key), nullptr) << key;
+}
+
+TEST_F(Images, DrawsAPictureAnewForEverySize) {
+  const platform::PictureRef picture = QtImages().Find("RevBill");
+  const QImage large = ImageOf(*picture, {32, 32});
+  EXPECT_EQ(large.size(), QSize(32, 32));
+  EXPECT_NE(large, ImageOf(*picture, {16, 16}).scaled(32, 32));
+}
+
+TEST_F(Images, TakesPixmapsAtTheirLogicalSize) {
+  QPixmap pixmap(40, 20);
+  pixmap.fill(Qt::red);
+  pixmap.setDevicePixelRatio(2);
+  const platform::PictureRef picture = MakePicture(pixmap);
+  EXPECT_EQ(picture->WidthPx(), 20);
+  EXPECT_EQ(picture->HeightPx(), 10);
+  EXPECT_EQ(ImageOf(*picture, {40, 20}).pixel(39, 19), 0xFFFF0000);
+  EXPECT_EQ(MakePicture(QPixmap()), nullptr);
+  EXPECT_EQ(MakePicture(QIcon(), {16, 16}), nullptr);
+}
+
+}  // namespace
+}  // namespace stockbook::qt
