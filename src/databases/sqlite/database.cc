@@ -7,7 +7,7 @@
 namespace stockbook::databases {
 namespace {
 
-constexpr int kBusyTimeoutMs = 5000;
+constexpr int kBusyTimeoutMs = 2000;
 
 // Counting every allocation costs a tenth of a load. SQLite takes the setting before its first use in the process only;
 // afterwards it refuses, and all stays right, merely slower.
