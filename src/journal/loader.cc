@@ -173,16 +173,17 @@ void Loader::ComputeRows() {
   steps_.DecorateRecords();
   RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"), SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"),
                    SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
+  RunningBuilder running;
   for (const PeriodRun& run : FindPeriods()) {
     balance.StartPeriod();
-    pass.Run(run.begin, run.end);
+    pass.Run(run.begin, run.end, running);
     for (size_t record = run.begin; record < run.end; ++record) steps_.Process(40 + static_cast<int>((record + 1) * 60 / records));
     InsertTotalRow(run, balance);
   }
-  grid_.ReplaceLoaded(Column("StoQty"), pass.TakeQuantity());
-  grid_.ReplaceLoaded(Column("StoQty2"), pass.TakeQuantity2());
-  grid_.ReplaceLoaded(Column("StoAcc"), pass.TakeAmount());
-  grid_.ReplaceLoaded(Column("StoPrice"), pass.TakePrice());
+  grid_.ReplaceLoaded(Column("StoQty"), running.quantity.Finish());
+  grid_.ReplaceLoaded(Column("StoQty2"), running.quantity2.Finish());
+  grid_.ReplaceLoaded(Column("StoAcc"), running.amount.Finish());
+  grid_.ReplaceLoaded(Column("StoPrice"), running.price.Finish());
   BlankZeroCells();
   if (steps_.IsAccRestricted()) MaskAmounts();
 }

@@ -42,12 +42,14 @@ struct Sums {
 // What a row adds to the running quantity. Where every row has a receipt or an issue and not both, adding the one and
 // subtracting the other is one addition with the same result; false where it is not.
 bool NetQuantities(const Columns<double>& columns, size_t count, double* net) {
-  bool single = true;
+  const double* added = columns.added;
+  const double* subtracted = columns.subtracted;
+  int64_t both = 0;
   for (size_t row = 0; row < count; ++row) {
-    net[row] = columns.added[row] - columns.subtracted[row];
-    single &= columns.added[row] == 0 || columns.subtracted[row] == 0;
+    net[row] = added[row] - subtracted[row];
+    both |= -static_cast<int64_t>(added[row] != 0) & -static_cast<int64_t>(subtracted[row] != 0);
   }
-  return single;
+  return both == 0;
 }
 
 void RunBothSides(const Columns<double>& columns, size_t count, double running, double* out) {
@@ -64,39 +66,70 @@ void RunQuantities(const Columns<double>& columns, size_t count, double& running
                    double* out) {
   std::array<double, kBlockRows> net;
   const bool single = NetQuantities(columns, count, net.data());
-  Sums<double> in_period = period;
-  Sums<double> in_all = cumulative;
+  const double* net_of = net.data();
+  const double* movement = columns.movement;
+  const double* receipts = columns.receipts;
+  const double* issues = columns.issues;
+  // Side by side: of the period and of all rows.
+  double movements[2] = {period.movement, cumulative.movement};
+  double received[2] = {period.receipts, cumulative.receipts};
+  double issued[2] = {period.issues, cumulative.issues};
   double now = running;
   for (size_t row = 0; row < count; ++row) {
-    now += net[row];
+    now += net_of[row];
     out[row] = now;
-    in_period.movement += columns.movement[row];
-    in_all.movement += columns.movement[row];
-    in_period.receipts += columns.receipts[row];
-    in_all.receipts += columns.receipts[row];
-    in_period.issues += columns.issues[row];
-    in_all.issues += columns.issues[row];
+    for (double& sum : movements) sum += movement[row];
+    for (double& sum : received) sum += receipts[row];
+    for (double& sum : issued) sum += issues[row];
   }
   if (!single) RunBothSides(columns, count, running, out);
   running = out[count - 1];
-  period = in_period;
-  cumulative = in_all;
+  period = {movements[0], received[0], issued[0]};
+  cumulative = {movements[1], received[1], issued[1]};
 }
 
-// Integer addition is associative, so one sum of the rows serves period and all alike.
-void RunAmounts(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
+// Running amounts and sums with every addition checked, for blocks with very large amounts.
+void RunAmountsChecked(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
   bool overflow = false;
-  int64_t now = running;
   for (size_t row = 0; row < count; ++row) {
-    overflow |= __builtin_add_overflow(now, columns.added[row], &now);
-    overflow |= __builtin_sub_overflow(now, columns.subtracted[row], &now);
-    out[row] = now;
+    overflow |= __builtin_add_overflow(running, columns.added[row], &running);
+    overflow |= __builtin_sub_overflow(running, columns.subtracted[row], &running);
+    out[row] = running;
     overflow |= __builtin_add_overflow(sums.movement, columns.movement[row], &sums.movement);
     overflow |= __builtin_add_overflow(sums.receipts, columns.receipts[row], &sums.receipts);
     overflow |= __builtin_add_overflow(sums.issues, columns.issues[row], &sums.issues);
   }
   if (overflow) base::Money::ThrowOverflow();
+}
+
+int64_t SumOf(const int64_t* column, size_t count) {
+  int64_t sum = 0;
+  for (size_t row = 0; row < count; ++row) sum += column[row];
+  return sum;
+}
+
+// All bits that the magnitudes of the column have.
+int64_t MagnitudeBits(const int64_t* column, size_t count) {
+  int64_t bits = 0;
+  for (size_t row = 0; row < count; ++row) bits |= column[row] ^ (column[row] >> 63);
+  return bits;
+}
+
+// Integer addition is associative, so one sum of the rows serves period and all alike. Where a whole block cannot overflow
+// whatever its order, nothing is checked row by row.
+void RunAmounts(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
+  constexpr int64_t kSmall = int64_t{1} << 48;  // 2 x kBlockRows of them stay below 2^61
+  const int64_t bits = MagnitudeBits(columns.movement, count) | MagnitudeBits(columns.receipts, count) |
+                       MagnitudeBits(columns.issues, count);
+  const int64_t running_bits = running ^ (running >> 63);
+  if (bits >= kSmall || running_bits >= (int64_t{1} << 61)) return RunAmountsChecked(columns, count, running, sums, out);
+  int64_t now = running;
+  for (size_t row = 0; row < count; ++row) {
+    now += columns.added[row] - columns.subtracted[row];
+    out[row] = now;
+  }
   running = now;
+  sums = {SumOf(columns.movement, count), SumOf(columns.receipts, count), SumOf(columns.issues, count)};
 }
 
 // base::SafeDivide row by row, in a form without branches.
@@ -104,10 +137,10 @@ void DividePrices(const int64_t* amount_units, const double* quantity, size_t co
   constexpr double kLargest = std::numeric_limits<double>::max();
   for (size_t row = 0; row < count; ++row) {
     const double amount = static_cast<double>(amount_units[row]) / static_cast<double>(base::Money::kScale);
-    const double divisor = quantity[row];
-    const double quotient = amount / divisor;
-    const bool finite = std::fabs(quotient) <= kLargest && std::fabs(divisor) <= kLargest;
-    price[row] = divisor != 0 && finite ? quotient : 0;
+    const double quotient = amount / quantity[row];
+    // Infinite and undefined quotients, those of a zero quantity among them, compare false; a finite amount over an
+    // infinite quantity is 0 by itself.
+    price[row] = std::fabs(quotient) <= kLargest ? quotient : 0.0;
   }
 }
 

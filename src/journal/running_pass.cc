@@ -56,17 +56,19 @@ RunningPass::RunningPass(RunningBalance& balance, const MovementSource& movement
       running_amount_(kBlockRows),
       running_price_(kBlockRows) {}
 
-void RunningPass::Run(size_t begin, size_t end) {
-  for (size_t first = begin; first < end; first += kBlockRows) {
-    const size_t count = std::min(kBlockRows, end - first);
-    const MovementRows rows = {count, Decode(movement_, first, count), Decode(receipts_, first, count),
-                               Decode(issues_, first, count)};
-    balance_.Add(rows, {running_quantity_, running_quantity2_, running_amount_, running_price_});
-    quantity_.AppendDoubles(std::span(running_quantity_).first(count));
-    quantity2_.AppendDoubles(std::span(running_quantity2_).first(count));
-    amount_.AppendMoneyUnits(std::span(running_amount_).first(count));
-    price_.AppendDoubles(std::span(running_price_).first(count));
-  }
+RunningColumns RunningPass::RunBlock(size_t first, size_t count) {
+  const MovementRows rows = {count, Decode(movement_, first, count), Decode(receipts_, first, count), Decode(issues_, first, count)};
+  const RunningColumns out = {std::span(running_quantity_).first(count), std::span(running_quantity2_).first(count),
+                              std::span(running_amount_).first(count), std::span(running_price_).first(count)};
+  balance_.Add(rows, out);
+  return out;
+}
+
+void RunningBuilder::operator()(const RunningColumns& rows) {
+  quantity.AppendDoubles(rows.quantity);
+  quantity2.AppendDoubles(rows.quantity2);
+  amount.AppendMoneyUnits(rows.amount_units);
+  price.AppendDoubles(rows.price);
 }
 
 }  // namespace stockbook::journal

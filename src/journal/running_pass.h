@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <vector>
 
 #include "journal/running_balance.h"
@@ -16,20 +16,29 @@ struct MovementSource {
   const platform::Column* amount = nullptr;
 };
 
-// Walks the movement columns of a result block by block, so that what it decodes stays in the cache, runs the balance
-// over them and collects the running columns. One pass, in record order.
+// Keeps the running columns of a journal as it grows.
+struct RunningBuilder {
+  platform::ColumnBuilder quantity;
+  platform::ColumnBuilder quantity2;
+  platform::ColumnBuilder amount;
+  platform::ColumnBuilder price;
+
+  void operator()(const RunningColumns& rows);
+};
+
+// Walks the movement columns of a result block by block, so that what it decodes stays in the cache, and runs the balance
+// over them. One pass, in record order; it keeps nothing of the rows.
 class RunningPass {
  public:
   RunningPass(RunningBalance& balance, const MovementSource& movement, const MovementSource& receipts,
               const MovementSource& issues);
 
-  // Records [begin, end), which must follow the ones before; all of one period.
-  void Run(size_t begin, size_t end);
-
-  platform::Column TakeQuantity() { return quantity_.Finish(); }
-  platform::Column TakeQuantity2() { return quantity2_.Finish(); }
-  platform::Column TakeAmount() { return amount_.Finish(); }
-  platform::Column TakePrice() { return price_.Finish(); }
+  // Records [begin, end), which must follow the ones before; all of one period. `take` gets the running values block by
+  // block; they are good until it returns.
+  template <typename Take>
+  void Run(size_t begin, size_t end, Take&& take) {
+    for (size_t first = begin; first < end; first += kBlockRows) take(RunBlock(first, std::min(kBlockRows, end - first)));
+  }
 
  private:
   static constexpr size_t kBlockRows = RunningBalance::kBlockRows;
@@ -41,6 +50,7 @@ class RunningPass {
     std::vector<int64_t> amount_units;
   };
 
+  RunningColumns RunBlock(size_t first, size_t count);
   static Decoder MakeDecoder(const MovementSource& source);
   static MovementColumns Decode(Decoder& decoder, size_t first, size_t count);
 
@@ -52,10 +62,6 @@ class RunningPass {
   std::vector<double> running_quantity2_;
   std::vector<int64_t> running_amount_;
   std::vector<double> running_price_;
-  platform::ColumnBuilder quantity_;
-  platform::ColumnBuilder quantity2_;
-  platform::ColumnBuilder amount_;
-  platform::ColumnBuilder price_;
 };
 
 }  // namespace stockbook::journal

@@ -52,7 +52,7 @@ void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t fir
   const auto unit = static_cast<double>(chunk.unit);
   switch (chunk.type) {
     case ChunkType::kNull: std::fill(out.begin(), out.end(), 0.0); break;
-    case ChunkType::kInteger: ReadCounted(chunk, first, out, [](int64_t number) { return static_cast<double>(number); }); break;
+    case ChunkType::kInteger: chunk.packed.ReadQuotients(first, 1, out); break;
     case ChunkType::kMoney:
       ReadCounted(chunk, first, out, [&](int64_t number) { return base::Money::FromUnits(number * chunk.unit).ToDouble(); });
       break;
@@ -62,10 +62,8 @@ void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t fir
     case ChunkType::kDouble:
       if (chunk.raw_doubles) {
         std::copy_n(chunk.doubles.begin() + static_cast<std::ptrdiff_t>(first), out.size(), out.begin());
-      } else if (chunk.unit == 1) {
-        ReadCounted(chunk, first, out, [](int64_t number) { return static_cast<double>(number); });
       } else {
-        ReadCounted(chunk, first, out, [unit](int64_t number) { return static_cast<double>(number) / unit; });
+        chunk.packed.ReadQuotients(first, unit, out);
       }
       break;
     case ChunkType::kText:

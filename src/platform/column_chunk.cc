@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kMostDecimals = 6;
 constexpr double kPowersOfTen[kMostDecimals + 1] = {1, 10, 100, 1000, 10000, 100000, 1000000};
-constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
+constexpr double kExactIntegers = 2251799813685248.0;  // 2^51
 
 uint8_t WidthOf(uint64_t range) {
   if (range == 0) return 0;
@@ -40,11 +40,30 @@ void UnpackFrom(const unsigned char* bytes, size_t first, std::span<int64_t> out
   }
 }
 
+// Numbers that stay within 32 bits convert several at a time.
+template <typename Narrow>
+void DivideNarrow(const unsigned char* bytes, size_t first, int32_t base, double divisor, std::span<double> out) {
+  const auto* in = reinterpret_cast<const Narrow*>(bytes) + first;
+  double* to = out.data();
+  const size_t count = out.size();
+  if (divisor == 1) {
+    for (size_t row = 0; row < count; ++row) to[row] = static_cast<double>(static_cast<int32_t>(in[row]) + base);
+  } else {
+    for (size_t row = 0; row < count; ++row) to[row] = static_cast<double>(static_cast<int32_t>(in[row]) + base) / divisor;
+  }
+}
+
+// std::nearbyint for numbers below 2^51, without a call: adding 1.5 x 2^52 leaves no room for a fraction.
+double RoundSmall(double number) {
+  constexpr double kNoFraction = 6755399441055744.0;
+  return (number + kNoFraction) - kNoFraction;
+}
+
 // The fewest decimals, up to kMostDecimals, with which the number is exactly an integer over a power of ten; -1 for none.
 int DecimalsOf(double number, int at_least) {
   for (int decimals = at_least; decimals <= kMostDecimals; ++decimals) {
-    const double scaled = std::nearbyint(number * kPowersOfTen[decimals]);
-    if (std::fabs(scaled) < kExactIntegers && scaled / kPowersOfTen[decimals] == number) return decimals;
+    const double scaled = number * kPowersOfTen[decimals];
+    if (std::fabs(scaled) < kExactIntegers && RoundSmall(scaled) / kPowersOfTen[decimals] == number) return decimals;
   }
   return -1;
 }
@@ -98,6 +117,22 @@ void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {
     case 2: UnpackFrom<uint16_t>(bytes_.get(), first, out, base_); break;
     case 4: UnpackFrom<uint32_t>(bytes_.get(), first, out, base_); break;
     default: UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+  }
+}
+
+void PackedIntegers::ReadQuotients(size_t first, double divisor, std::span<double> out) const {
+  constexpr int64_t kLeast = INT32_MIN;
+  constexpr int64_t kMost = int64_t{INT32_MAX} - UINT16_MAX;
+  if (width_ == 0) return std::fill(out.begin(), out.end(), static_cast<double>(base_) / divisor);
+  const auto base = static_cast<int32_t>(base_);
+  if (width_ == 1 && base_ >= kLeast && base_ <= kMost) return DivideNarrow<uint8_t>(bytes_.get(), first, base, divisor, out);
+  if (width_ == 2 && base_ >= kLeast && base_ <= kMost) return DivideNarrow<uint16_t>(bytes_.get(), first, base, divisor, out);
+  int64_t block[256];
+  for (size_t done = 0; done < out.size();) {
+    const size_t count = std::min(std::size(block), out.size() - done);
+    Read(first + done, std::span(block, count));
+    for (size_t row = 0; row < count; ++row) out[done + row] = static_cast<double>(block[row]) / divisor;
+    done += count;
   }
 }
 
@@ -221,7 +256,7 @@ void ChunkBuilder::FinishDoubles(ColumnChunk& chunk) {
     return;
   }
   for (int64_t& bits : numbers_) {
-    bits = static_cast<int64_t>(std::nearbyint(std::bit_cast<double>(bits) * kPowersOfTen[decimals]));
+    bits = static_cast<int64_t>(RoundSmall(std::bit_cast<double>(bits) * kPowersOfTen[decimals]));
   }
   chunk.unit = static_cast<int64_t>(kPowersOfTen[decimals]);
   chunk.packed = PackedIntegers(numbers_);

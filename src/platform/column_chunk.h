@@ -24,6 +24,8 @@ class PackedIntegers {
   explicit PackedIntegers(std::span<const int64_t> numbers);
   int64_t At(size_t row) const;
   void Read(size_t first, std::span<int64_t> out) const;
+  // The same divided by `divisor`, 1 to 10^15; the numbers are below 2^53.
+  void ReadQuotients(size_t first, double divisor, std::span<double> out) const;
   size_t MemoryBytes() const { return static_cast<size_t>(width_) * count_; }
 
  private:

@@ -158,22 +158,23 @@ TEST(RunningPass, WalksColumnsOverBlocksAndPeriodsAndSkipsZeroColumns) {
   const platform::Column zeros = platform::Column::Constant(base::Value(int64_t{0}), kRows);
   RunningBalance balance(BalanceKind::kStock, {});
   RunningPass pass(balance, {&movement, &zeros, &movement}, {&receipts, nullptr, &receipts}, {&issues, &zeros, &issues});
-  pass.Run(0, 3000);
+  RunningBuilder running;
+  pass.Run(0, 3000, running);
   EXPECT_EQ(balance.Period().receipts.quantity, 2500);
   balance.StartPeriod();
-  pass.Run(3000, kRows);
-  const platform::Column quantity = pass.TakeQuantity();
-  const platform::Column amount = pass.TakeAmount();
-  const platform::Column price = pass.TakePrice();
-  const platform::Column quantity2 = pass.TakeQuantity2();
+  pass.Run(3000, kRows, running);
+  const platform::Column quantity = running.quantity.Finish();
+  const platform::Column amount = running.amount.Finish();
+  const platform::Column price = running.price.Finish();
+  const platform::Column quantity2 = running.quantity2.Finish();
   ASSERT_EQ(quantity.size(), kRows);
   EXPECT_EQ(quantity2.ConstantValue(), base::Value(0.0));
-  double running = 0;
+  double stock = 0;
   for (size_t row = 0; row < kRows; ++row) {
-    running += row % 3 == 0 ? 2.5 : -1.0;
-    ASSERT_EQ(quantity.Number(row), running);
-    ASSERT_EQ(amount.At(row), base::Value(Money::FromDouble(running)));
-    ASSERT_EQ(price.Number(row), running == 0 ? 0 : 1);
+    stock += row % 3 == 0 ? 2.5 : -1.0;
+    ASSERT_EQ(quantity.Number(row), stock);
+    ASSERT_EQ(amount.At(row), base::Value(Money::FromDouble(stock)));
+    ASSERT_EQ(price.Number(row), stock == 0 ? 0 : 1);
   }
 }
 
