@@ -133,11 +133,18 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   loading_ = false;
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
+  GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
   UpdateTitle();
   stockbook_->setFocus();
   return report;
+}
+
+// The keys start from a cell that can be seen.
+void MainWindow::GoToFirstCell() {
+  platform::Grid& grid = stockbook_->control().Grid();
+  if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
 }
 
 // Load does not come back to the event loop; what is to be seen meanwhile is painted here.

@@ -39,6 +39,7 @@ class MainWindow : public QMainWindow {
   void ChooseDatabase();
   void Reload();
   LoadReport Load(const JournalOptions& options);
+  void GoToFirstCell();
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);
   void ObeyCommand(const QString& command);

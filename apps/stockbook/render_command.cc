@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QBuffer>
 #include <QImage>
+#include <QLayout>
 #include <array>
 #include <algorithm>
 #include <charconv>
@@ -118,6 +119,9 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   const GuiSession session(GuiNeed::kPicture, scale);
   MainWindow window;
   window.OpenDatabase(path);
+  // The size that was asked for, even where the bar has no room.
+  window.layout()->setSizeConstraint(QLayout::SetNoConstraint);
+  window.setMinimumSize(1, 1);
   window.resize(size);
   window.show();
   if (const LoadReport report = window.LoadJournal(options); !report.loaded) {

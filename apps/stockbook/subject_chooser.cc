@@ -13,7 +13,7 @@ namespace stockbook::app {
 namespace {
 
 constexpr int kShownEntries = 16;
-constexpr int kLeastCharacters = 14;
+constexpr int kLeastCharacters = 8;
 
 }  // namespace
 

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "app/inventory_fixture.h"
+#include "platform/error.h"
+#include "stockbook/gui_session.h"
+#include "stockbook/inventory_catalog.h"
+#include "stockbook/sample_inventory.h"
+#include "stockbook/subject_chooser.h"
+
+namespace stockbook::app {
+namespace {
+
+// The window on the sample inventory, shown nowhere.
+class Window : public InventoryTest {
+ protected:
+  Window() : session_(GuiNeed::kPicture) {
+    WriteSampleInventory(PathOf("sample.db"), {});
+    window_ = std::make_unique<MainWindow>();
+  }
+
+  void Open() {
+    window_->OpenDatabase(PathOf("sample.db"));
+    window_->show();
+    QApplication::processEvents();
+  }
+  platform::Grid& grid() { return window_->stockbook().control().Grid(); }
+  std::string Title() const { return window_->windowTitle().toStdString(); }
+
+  GuiSession session_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+TEST_F(Window, ShowsTheFirstProductsJournalAndSaysSo) {
+  Open();
+  const LoadReport report = window_->LoadFirstJournal();
+  EXPECT_TRUE(report.loaded);
+  EXPECT_EQ(report.process.front(), 0);
+  EXPECT_EQ(report.process.back(), -1);
+  EXPECT_TRUE(std::is_sorted(report.process.begin(), report.process.end() - 1));
+  EXPECT_GT(grid().Rows(), 20);
+  EXPECT_EQ(window_->stockbook().control().KeyID(), 1);
+  EXPECT_TRUE(Title().ends_with("— sample.db")) << Title();
+  EXPECT_TRUE(Title().starts_with(window_->stockbook().control().Caption())) << Title();
+}
+
+TEST_F(Window, LeavesTheKeysToTheGridAfterALoad) {
+  Open();
+  window_->activateWindow();
+  window_->LoadFirstJournal();
+  EXPECT_EQ(window_->focusWidget(), window_->stockbook().focusProxy());
+  EXPECT_FALSE(grid().ColHidden(grid().Col())) << "the current cell can be seen";
+}
+
+TEST_F(Window, LoadsWhatTheBarSays) {
+  Open();
+  JournalOptions options;
+  options.journal_type = 2;
+  options.dp_id = 3;
+  options.allow_qty2 = true;
+  EXPECT_TRUE(window_->LoadJournal(options).loaded);
+  EXPECT_EQ(window_->bar().Options().journal_type, 2);
+  EXPECT_EQ(window_->bar().Options().dp_id, 3);
+  EXPECT_EQ(window_->bar().Options().key_id, 0);
+  EXPECT_EQ(window_->stockbook().control().FmtName(), "CustomerJournal");
+  EXPECT_FALSE(grid().ColHidden(grid().ColIndex("IssQty2")));
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(window_->stockbook().control().dpID(), 3);
+}
+
+TEST_F(Window, DoesNotCarryAClassOverToTheNextJournal) {
+  Open();
+  JournalOptions options;
+  options.journal_type = 2;
+  options.dp_code = "01";
+  window_->LoadJournal(options);
+  EXPECT_EQ(window_->stockbook().control().dpCode(), "01");
+  options.dp_code.clear();
+  window_->LoadJournal(options);
+  EXPECT_EQ(window_->stockbook().control().dpCode(), "");
+}
+
+TEST_F(Window, StaysAsItIsWhenAFileIsNoInventory) {
+  Open();
+  window_->LoadFirstJournal();
+  const std::string title = Title();
+  const int rows = grid().Rows();
+  EXPECT_THROW(window_->OpenDatabase(Write("no.db", "this is no database, only some text")), platform::Error);
+  EXPECT_THROW(window_->OpenDatabase(PathOf("missing.db")), platform::Error);
+  EXPECT_EQ(Title(), title);
+  EXPECT_EQ(grid().Rows(), rows);
+}
+
+TEST_F(Window, ReloadsOnceTheControlHasFinishedAsking) {
+  Open();
+  window_->LoadFirstJournal();
+  grid().SetTextMatrix(1, 3, "changed");
+  bool cancel = false;
+  emit window_->stockbook().CommandExecute("Refresh", &cancel);
+  EXPECT_EQ(grid().TextMatrix(1, 3), "changed");
+  QApplication::processEvents();
+  EXPECT_NE(grid().TextMatrix(1, 3), "changed");
+}
+
+TEST_F(Window, DoesNothingWithoutAnInventory) {
+  window_->show();
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(grid().Rows(), 1);
+}
+
+TEST_F(Window, CanBeClosedWhileItLoads) {
+  Open();
+  QObject::connect(&window_->stockbook(), &qt::StockbookWidget::Process, window_.get(), [this](int) { window_->close(); });
+  EXPECT_TRUE(window_->LoadFirstJournal().loaded);
+  QApplication::processEvents();
+  EXPECT_FALSE(window_->isVisible());
+}
+
+// Types into the chooser's line as a user does.
+void Type(SubjectChooser& chooser, const QString& text) {
+  chooser.lineEdit()->selectAll();
+  for (const QChar character : text) {
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+    QApplication::sendEvent(&chooser, &press);
+  }
+}
+
+std::vector<CatalogEntry> SomeEntries() {
+  return {{1, {}, "1001  六角螺栓  M8"}, {2, {}, "1002  六角螺栓  M10"}, {3, {}, "2001  平垫圈  M10"}};
+}
+
+TEST_F(Window, FindsASubjectByWordsInAnyOrder) {
+  SubjectChooser chooser;
+  chooser.SetEntries(SomeEntries());
+  int chosen = 0;
+  QObject::connect(&chooser, &SubjectChooser::Chosen, [&] { ++chosen; });
+  Type(chooser, QStringLiteral("m10 螺栓"));
+  EXPECT_EQ(chooser.completer()->completionModel()->rowCount(), 1);
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(&chooser, &enter);
+  EXPECT_EQ(chooser.Current().key, 2);
+  EXPECT_EQ(chooser.currentText().toStdString(), "1002  六角螺栓  M10");
+  EXPECT_EQ(chosen, 1);
+}
+
+TEST_F(Window, KeepsTheChoiceWhenNothingIsFound) {
+  SubjectChooser chooser;
+  chooser.SetEntries(SomeEntries());
+  EXPECT_TRUE(chooser.Choose(3, {}));
+  Type(chooser, QStringLiteral("nothing like it"));
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(&chooser, &enter);
+  EXPECT_EQ(chooser.Current().key, 3);
+  EXPECT_EQ(chooser.currentText().toStdString(), "2001  平垫圈  M10");
+  EXPECT_FALSE(chooser.Choose(4, {}));
+  EXPECT_EQ(chooser.Current().key, 3);
+}
+
+TEST_F(Window, OffersAllThenTheClassesThenTheSubjects) {
+  const auto connection = OpenInventory(PathOf("sample.db"));
+  const InventoryCatalog catalog(*connection);
+  const std::vector<CatalogEntry> depots = catalog.SecondKeys(base::MaterialJournal);
+  EXPECT_EQ(depots.front(), (CatalogEntry{0, "", "全部仓库"}));
+  EXPECT_GT(depots[1].key, 0);
+  const std::vector<CatalogEntry> customers = catalog.SecondKeys(base::CustomerJournal);
+  EXPECT_EQ(customers.front().text, "全部客户");
+  EXPECT_EQ(customers[1].class_code, "01");
+  EXPECT_TRUE(customers[2].text.starts_with("　【")) << "a class of the second level stands further in";
+  EXPECT_GT(customers.back().key, 0);
+  EXPECT_EQ(catalog.FirstProductWithLines(), 1);
+}
+
+}  // namespace
+}  // namespace stockbook::app
