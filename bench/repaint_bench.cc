@@ -56,7 +56,8 @@ class TextModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role) const override {
     const auto column = static_cast<size_t>(index.column());
     if (role == Qt::DisplayRole) return texts_[static_cast<size_t>(index.row()) * columns_.size() + column];
-    if (role == Qt::TextAlignmentRole) return static_cast<int>(Qt::AlignVCenter | (right_[column] ? Qt::AlignRight : Qt::AlignLeft));
+    if (role == Qt::TextAlignmentRole)
+      return static_cast<int>(Qt::AlignVCenter | (right_[column] ? Qt::AlignRight : Qt::AlignLeft));
     return {};
   }
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
@@ -105,7 +106,8 @@ class Windows {
     table_ = std::make_unique<QTableView>();
     table_->setFont(qt::ToQFont(grid_->sheet().GridFont(), 1.0));
     table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(static_cast<int>(grid_->control().RowHeight() / qt::kTwipsPerPixel));
+    table_->verticalHeader()->setDefaultSectionSize(
+        static_cast<int>(grid_->control().RowHeight() / qt::kTwipsPerPixel));
     table_->verticalHeader()->hide();
     table_->setModel(model_.get());
     for (size_t at = 0; at < model_->columns().size(); ++at) {

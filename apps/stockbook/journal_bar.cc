@@ -15,10 +15,14 @@ constexpr int kSpacing = 6;
 
 QString SecondKeyLabel(base::tqJournalTypeContants type) {
   switch (type) {
-    case base::MaterialJournal: return QStringLiteral("仓库(&W)");
-    case base::SupplierJournal: return QStringLiteral("供应商(&S)");
-    case base::CustomerJournal: return QStringLiteral("客户(&S)");
-    case base::ProjectJournal: return QStringLiteral("项目(&S)");
+    case base::MaterialJournal:
+      return QStringLiteral("仓库(&W)");
+    case base::SupplierJournal:
+      return QStringLiteral("供应商(&S)");
+    case base::CustomerJournal:
+      return QStringLiteral("客户(&S)");
+    case base::ProjectJournal:
+      return QStringLiteral("项目(&S)");
   }
   return {};
 }
@@ -40,7 +44,8 @@ JournalBar::JournalBar(QWidget* parent)
       tax_(new QCheckBox(QStringLiteral("税额(&T)"))),
       restrict_(new QCheckBox(QStringLiteral("隐藏金额(&A)"))),
       load_(new QPushButton(QStringLiteral("载入(&L)"))) {
-  type_->addItems({QStringLiteral("商品台账"), QStringLiteral("供应商台账"), QStringLiteral("客户台账"), QStringLiteral("项目台账")});
+  type_->addItems({QStringLiteral("商品台账"), QStringLiteral("供应商台账"), QStringLiteral("客户台账"),
+                   QStringLiteral("项目台账")});
   load_->setDefault(true);
   load_->setToolTip(QStringLiteral("载入台账（Enter 或 F5）"));
   BuildRow();

@@ -86,9 +86,11 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
-  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, [this] { WidenColumns(stockbook_->control().Grid()); });
+  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this,
+          [this] { WidenColumns(stockbook_->control().Grid()); });
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
-  connect(stockbook_, &qt::StockbookWidget::CommandExecute, this, [this](const QString& command, bool*) { ObeyCommand(command); });
+  connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
+          [this](const QString& command, bool*) { ObeyCommand(command); });
 }
 
 void MainWindow::OpenDatabase(const std::string& path) {
@@ -100,8 +102,9 @@ void MainWindow::OpenDatabase(const std::string& path) {
 }
 
 void MainWindow::ChooseDatabase() {
-  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(path_)).path(),
-                                                    QStringLiteral("库存数据库 (*.db);;所有文件 (*)"));
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(path_)).path(),
+                                   QStringLiteral("库存数据库 (*.db);;所有文件 (*)"));
   if (path.isEmpty()) return;
   try {
     OpenDatabase(qt::FromQString(path));
@@ -164,7 +167,8 @@ void MainWindow::ShowMessage(const QString& message) {
   if (loading_ && isVisible()) message_->repaint();
 }
 
-// What only the host can do. The control is in the middle of something when it asks, so a reload waits until it is done.
+// What only the host can do. The control is in the middle of something when it asks, so a reload waits until it is
+// done.
 void MainWindow::ObeyCommand(const QString& command) {
   if (command == QLatin1String("Refresh")) {
     QMetaObject::invokeMethod(this, &MainWindow::Reload, Qt::QueuedConnection);

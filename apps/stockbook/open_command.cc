@@ -31,7 +31,8 @@ const std::string& Usage() {
 // The sample inventory in the user's data folder, made now when it is not there.
 std::string SampleDatabase() {
   const std::string folder = qt::FromQString(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
-  if (folder.empty()) throw platform::Error("open", "There is no folder for the user's data; name an inventory to open.");
+  if (folder.empty())
+    throw platform::Error("open", "There is no folder for the user's data; name an inventory to open.");
   const std::filesystem::path path = std::filesystem::path(folder) / "sample.db";
   std::error_code error;
   if (std::filesystem::exists(path, error)) return path.string();

@@ -2,8 +2,8 @@
 #include <QBuffer>
 #include <QImage>
 #include <QLayout>
-#include <array>
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 #include <optional>
@@ -20,7 +20,8 @@
 namespace stockbook::app {
 namespace {
 
-constexpr std::string_view kUsage = R"(Writes the picture of the window with a journal in it, as PNG. It needs no display.
+constexpr std::string_view kUsage =
+    R"(Writes the picture of the window with a journal in it, as PNG. It needs no display.
 
 Usage: stockbook render DB JOURNAL [--size WxH] [--scale S] [--top-row N] [--collapse] -o PNG
 
@@ -41,8 +42,8 @@ constexpr std::array<Option, 5> kOptions{{
     {"output", OptionKind::Value, 'o'},
 }};
 
-constexpr int kMostSide = 16384;   // of the picture, in its own pixels
-constexpr int kLeastSide = 64;     // of the window
+constexpr int kMostSide = 16384;  // of the picture, in its own pixels
+constexpr int kLeastSide = 64;    // of the window
 constexpr QSize kUsualSize(1280, 800);
 
 const std::string& Usage() {
@@ -82,7 +83,8 @@ QSize SizeOf(const CommandLine& line, double scale) {
 }
 
 void CollapseAll(sheet::Sheet& sheet) {
-  for (int row = sheet.NextSubtotal(sheet.FixedRows()); row >= 0; row = row + 1 < sheet.Rows() ? sheet.NextSubtotal(row + 1) : -1) {
+  for (int row = sheet.NextSubtotal(sheet.FixedRows()); row >= 0;
+       row = row + 1 < sheet.Rows() ? sheet.NextSubtotal(row + 1) : -1) {
     sheet.SetIsCollapsed(row, true);
   }
 }

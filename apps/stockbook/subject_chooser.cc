@@ -24,7 +24,8 @@ void WordFilter::SetText(const QString& text) {
 
 bool WordFilter::filterAcceptsRow(int source_row, const QModelIndex& source_parent) const {
   const QString text = sourceModel()->index(source_row, 0, source_parent).data().toString();
-  return std::all_of(words_.begin(), words_.end(), [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
+  return std::all_of(words_.begin(), words_.end(),
+                     [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
 }
 
 SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new WordFilter(this)) {
@@ -72,7 +73,8 @@ void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries) {
 
 CatalogEntry SubjectChooser::Current() const {
   const int index = currentIndex();
-  return index >= 0 && index < static_cast<int>(entries_.size()) ? entries_[static_cast<size_t>(index)] : CatalogEntry{};
+  return index >= 0 && index < static_cast<int>(entries_.size()) ? entries_[static_cast<size_t>(index)]
+                                                                 : CatalogEntry{};
 }
 
 bool SubjectChooser::Choose(int32_t key, const std::string& class_code) {
@@ -94,7 +96,8 @@ void SubjectChooser::focusOutEvent(QFocusEvent* event) {
 void SubjectChooser::TakeTypedText() {
   if (currentText() != itemText(currentIndex())) {
     filter_->SetText(currentText());
-    if (filter_->rowCount() > 0 && !currentText().trimmed().isEmpty()) setCurrentIndex(filter_->mapToSource(filter_->index(0, 0)).row());
+    if (filter_->rowCount() > 0 && !currentText().trimmed().isEmpty())
+      setCurrentIndex(filter_->mapToSource(filter_->index(0, 0)).row());
   }
   ShowCurrent();
 }

@@ -28,16 +28,21 @@ bool WantsVectors(const QPaintEngine* engine) {
     case QPaintEngine::Pdf:
     case QPaintEngine::Picture:
     case QPaintEngine::SVG:
-    case QPaintEngine::MacPrinter: return true;
-    default: return false;
+    case QPaintEngine::MacPrinter:
+      return true;
+    default:
+      return false;
   }
 }
 
 int AlignedX(const sheet::TextItem& item, int width) {
   switch (item.align) {
-    case sheet::HorizontalAlign::kLeft: return item.rect.x;
-    case sheet::HorizontalAlign::kCenter: return item.rect.x + (item.rect.width - width) / 2;
-    case sheet::HorizontalAlign::kRight: return item.rect.right() - width;
+    case sheet::HorizontalAlign::kLeft:
+      return item.rect.x;
+    case sheet::HorizontalAlign::kCenter:
+      return item.rect.x + (item.rect.width - width) / 2;
+    case sheet::HorizontalAlign::kRight:
+      return item.rect.right() - width;
   }
   return item.rect.x;
 }

@@ -47,8 +47,10 @@ bool StandsAlone(char32_t character) {
     case QChar::Mark_NonSpacing:
     case QChar::Mark_SpacingCombining:
     case QChar::Mark_Enclosing:
-    case QChar::Other_Format: return false;
-    default: break;
+    case QChar::Other_Format:
+      return false;
+    default:
+      break;
   }
   switch (QChar::script(character)) {
     case QChar::Script_Common:
@@ -58,9 +60,12 @@ bool StandsAlone(char32_t character) {
     case QChar::Script_Han:
     case QChar::Script_Hiragana:
     case QChar::Script_Katakana:
-    case QChar::Script_Bopomofo: return true;
-    case QChar::Script_Hangul: return character >= 0xAC00 && character < 0xD7A4;
-    default: return false;
+    case QChar::Script_Bopomofo:
+      return true;
+    case QChar::Script_Hangul:
+      return character >= 0xAC00 && character < 0xD7A4;
+    default:
+      return false;
   }
 }
 

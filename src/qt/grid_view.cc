@@ -3,8 +3,8 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
@@ -39,7 +39,8 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
-GridView::GridView(sheet::Sheet& sheet, QWidget* parent) : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet) {
+GridView::GridView(sheet::Sheet& sheet, QWidget* parent)
+    : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -64,7 +65,8 @@ QRect GridView::ToLogical(const sheet::Rect& rect) const {
 
 void GridView::FitSheet(double scale) {
   const QSizeF size = QSizeF(viewport()->size()) * scale;
-  const sheet::Size view{std::max(1, static_cast<int>(std::ceil(size.width()))), std::max(1, static_cast<int>(std::ceil(size.height())))};
+  const sheet::Size view{std::max(1, static_cast<int>(std::ceil(size.width()))),
+                         std::max(1, static_cast<int>(std::ceil(size.height())))};
   if (view == sheet_.view() && scale == sheet_.scale()) return;
   sheet_.SetView(view, scale);
 }
@@ -82,7 +84,9 @@ void GridView::resizeEvent(QResizeEvent* event) {
 
 void GridView::changeEvent(QEvent* event) {
   QAbstractScrollArea::changeEvent(event);
-  if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange && event->type() != QEvent::EnabledChange) return;
+  if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange &&
+      event->type() != QEvent::EnabledChange)
+    return;
   fonts_.Clear();
   viewport()->update();
 }
@@ -102,7 +106,9 @@ void GridView::paintEvent(QPaintEvent* event) {
 void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
   const double scale = sheet_.scale();
   QtCanvas canvas(painter, fonts_, scale);
-  const auto paint = [&](const QRect& piece) { sheet::Paint(sheet::Snapshot::Of(sheet_, ToDevice(piece, scale)), canvas); };
+  const auto paint = [&](const QRect& piece) {
+    sheet::Paint(sheet::Snapshot::Of(sheet_, ToDevice(piece, scale)), canvas);
+  };
   if (region.rectCount() > kMostPieces) {
     paint(region.boundingRect());
   } else {
@@ -197,15 +203,24 @@ void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
     viewport()->update(ToLogical(part));
     return;
   }
-  viewport()->scroll(static_cast<int>(dx / static_cast<int>(scale)), static_cast<int>(dy / static_cast<int>(scale)), ToLogical(part));
+  viewport()->scroll(static_cast<int>(dx / static_cast<int>(scale)), static_cast<int>(dy / static_cast<int>(scale)),
+                     ToLogical(part));
 }
 
 void GridView::CursorChanged(sheet::Cursor cursor) {
   switch (cursor) {
-    case sheet::Cursor::kDefault: viewport()->unsetCursor(); break;
-    case sheet::Cursor::kColumnResize: viewport()->setCursor(Qt::SplitHCursor); break;
-    case sheet::Cursor::kRowResize: viewport()->setCursor(Qt::SplitVCursor); break;
-    case sheet::Cursor::kBusy: viewport()->setCursor(Qt::BusyCursor); break;
+    case sheet::Cursor::kDefault:
+      viewport()->unsetCursor();
+      break;
+    case sheet::Cursor::kColumnResize:
+      viewport()->setCursor(Qt::SplitHCursor);
+      break;
+    case sheet::Cursor::kRowResize:
+      viewport()->setCursor(Qt::SplitVCursor);
+      break;
+    case sheet::Cursor::kBusy:
+      viewport()->setCursor(Qt::BusyCursor);
+      break;
   }
 }
 

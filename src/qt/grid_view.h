@@ -14,8 +14,8 @@
 
 namespace stockbook::qt {
 
-// Shows a sheet: paints it where it was damaged, moves pixels that scroll, keeps the scroll bars and forwards keys, mouse
-// and wheel. While the sheet's redraw is off the last frame stays. The sheet outlives the view.
+// Shows a sheet: paints it where it was damaged, moves pixels that scroll, keeps the scroll bars and forwards keys,
+// mouse and wheel. While the sheet's redraw is off the last frame stays. The sheet outlives the view.
 class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
   Q_OBJECT
 

@@ -18,7 +18,9 @@ constexpr int kLeastHeight = 32;
 constexpr double kCaptionSize = 1.1;  // of the widget's font
 
 // Reads on the colour, which a host may have set to anything.
-QColor TextOn(const QColor& back) { return qGray(back.rgb()) > 128 ? QColor(0x1F, 0x23, 0x28) : QColor(0xF2, 0xF4, 0xF6); }
+QColor TextOn(const QColor& back) {
+  return qGray(back.rgb()) > 128 ? QColor(0x1F, 0x23, 0x28) : QColor(0xF2, 0xF4, 0xF6);
+}
 
 void DrawPicture(QPainter& painter, const platform::Picture& picture, const QRect& rect) {
   const double scale = painter.deviceTransform().m11();
@@ -66,11 +68,13 @@ void HeaderBand::paintEvent(QPaintEvent* /*event*/) {
   if (header_.picture != nullptr) {
     DrawPicture(painter, *header_.picture, {kMargin, (height() - kPicturePx) / 2, kPicturePx, kPicturePx});
   }
-  if (mark_ != nullptr) DrawPicture(painter, *mark_, {width() - mark_->WidthPx(), 0, mark_->WidthPx(), mark_->HeightPx()});
+  if (mark_ != nullptr)
+    DrawPicture(painter, *mark_, {width() - mark_->WidthPx(), 0, mark_->WidthPx(), mark_->HeightPx()});
   painter.setFont(CaptionFont());
   painter.setPen(TextOn(back));
   const QRect place = CaptionRect();
-  const QString caption = painter.fontMetrics().elidedText(ToQString(header_.caption).trimmed(), Qt::ElideRight, place.width());
+  const QString caption =
+      painter.fontMetrics().elidedText(ToQString(header_.caption).trimmed(), Qt::ElideRight, place.width());
   painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption);
 }
 

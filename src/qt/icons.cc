@@ -15,12 +15,18 @@ struct BillColours {
 
 BillColours ColoursOf(BillIcon kind) {
   switch (kind) {
-    case BillIcon::kReceipt: return {0xFF2E8B57, 0xFFE6F5EB};
-    case BillIcon::kPurchase: return {0xFF1F6FB5, 0xFFE4F0FA};
-    case BillIcon::kIssue: return {0xFFD2691E, 0xFFFDF0E3};
-    case BillIcon::kSale: return {0xFFBE3455, 0xFFFBE8EC};
-    case BillIcon::kTransfer: return {0xFF7A4FB0, 0xFFF1EAF9};
-    case BillIcon::kOther: break;
+    case BillIcon::kReceipt:
+      return {0xFF2E8B57, 0xFFE6F5EB};
+    case BillIcon::kPurchase:
+      return {0xFF1F6FB5, 0xFFE4F0FA};
+    case BillIcon::kIssue:
+      return {0xFFD2691E, 0xFFFDF0E3};
+    case BillIcon::kSale:
+      return {0xFFBE3455, 0xFFFBE8EC};
+    case BillIcon::kTransfer:
+      return {0xFF7A4FB0, 0xFFF1EAF9};
+    case BillIcon::kOther:
+      break;
   }
   return {0xFF6B7680, 0xFFF2F4F6};
 }
@@ -168,11 +174,21 @@ void DrawBill(QPainter& painter, BillIcon kind, Audit audit) {
 
 void DrawSubject(QPainter& painter, SubjectIcon subject) {
   switch (subject) {
-    case SubjectIcon::kProduct: DrawBox(painter); break;
-    case SubjectIcon::kDepot: DrawDepot(painter); break;
-    case SubjectIcon::kSupplier: DrawTruck(painter); break;
-    case SubjectIcon::kCustomer: DrawPerson(painter); break;
-    case SubjectIcon::kProject: DrawPlan(painter); break;
+    case SubjectIcon::kProduct:
+      DrawBox(painter);
+      break;
+    case SubjectIcon::kDepot:
+      DrawDepot(painter);
+      break;
+    case SubjectIcon::kSupplier:
+      DrawTruck(painter);
+      break;
+    case SubjectIcon::kCustomer:
+      DrawPerson(painter);
+      break;
+    case SubjectIcon::kProject:
+      DrawPlan(painter);
+      break;
   }
 }
 
@@ -188,8 +204,6 @@ void DrawJournal(QPainter& painter, SubjectIcon subject) {
   painter.restore();
 }
 
-void DrawMark(QPainter& painter) {
-  Fill(painter, 0xFFD93025, Polygon({{0, 0}, {6, 0}, {6, 6}}));
-}
+void DrawMark(QPainter& painter) { Fill(painter, 0xFFD93025, Polygon({{0, 0}, {6, 0}, {6, 6}})); }
 
 }  // namespace stockbook::qt

@@ -13,10 +13,11 @@ constexpr int kIconPx = 16;
 constexpr int kMarkPx = 6;
 
 platform::PictureRef Drawn(int units, std::function<void(QPainter&)> draw) {
-  return std::make_shared<QtPicture>(QSize(units, units), [units, draw = std::move(draw)](QPainter& painter, QSizeF size) {
-    painter.scale(size.width() / units, size.height() / units);
-    draw(painter);
-  });
+  return std::make_shared<QtPicture>(QSize(units, units),
+                                     [units, draw = std::move(draw)](QPainter& painter, QSizeF size) {
+                                       painter.scale(size.width() / units, size.height() / units);
+                                       draw(painter);
+                                     });
 }
 
 platform::PictureRef Bill(BillIcon kind, Audit audit) {

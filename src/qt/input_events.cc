@@ -16,28 +16,45 @@ sheet::Modifiers ModifiersOf(Qt::KeyboardModifiers modifiers) {
 
 sheet::Key KeyOf(int key) {
   switch (key) {
-    case Qt::Key_Up: return sheet::Key::kUp;
-    case Qt::Key_Down: return sheet::Key::kDown;
-    case Qt::Key_Left: return sheet::Key::kLeft;
-    case Qt::Key_Right: return sheet::Key::kRight;
-    case Qt::Key_Home: return sheet::Key::kHome;
-    case Qt::Key_End: return sheet::Key::kEnd;
-    case Qt::Key_PageUp: return sheet::Key::kPageUp;
-    case Qt::Key_PageDown: return sheet::Key::kPageDown;
-    case Qt::Key_Plus: return sheet::Key::kPlus;
-    case Qt::Key_Minus: return sheet::Key::kMinus;
-    case Qt::Key_A: return sheet::Key::kA;
-    case Qt::Key_Escape: return sheet::Key::kEscape;
-    default: return sheet::Key::kOther;
+    case Qt::Key_Up:
+      return sheet::Key::kUp;
+    case Qt::Key_Down:
+      return sheet::Key::kDown;
+    case Qt::Key_Left:
+      return sheet::Key::kLeft;
+    case Qt::Key_Right:
+      return sheet::Key::kRight;
+    case Qt::Key_Home:
+      return sheet::Key::kHome;
+    case Qt::Key_End:
+      return sheet::Key::kEnd;
+    case Qt::Key_PageUp:
+      return sheet::Key::kPageUp;
+    case Qt::Key_PageDown:
+      return sheet::Key::kPageDown;
+    case Qt::Key_Plus:
+      return sheet::Key::kPlus;
+    case Qt::Key_Minus:
+      return sheet::Key::kMinus;
+    case Qt::Key_A:
+      return sheet::Key::kA;
+    case Qt::Key_Escape:
+      return sheet::Key::kEscape;
+    default:
+      return sheet::Key::kOther;
   }
 }
 
 sheet::MouseButton ButtonOf(Qt::MouseButton button) {
   switch (button) {
-    case Qt::LeftButton: return sheet::MouseButton::kLeft;
-    case Qt::RightButton: return sheet::MouseButton::kRight;
-    case Qt::MiddleButton: return sheet::MouseButton::kMiddle;
-    default: return sheet::MouseButton::kNone;
+    case Qt::LeftButton:
+      return sheet::MouseButton::kLeft;
+    case Qt::RightButton:
+      return sheet::MouseButton::kRight;
+    case Qt::MiddleButton:
+      return sheet::MouseButton::kMiddle;
+    default:
+      return sheet::MouseButton::kNone;
   }
 }
 

@@ -23,7 +23,8 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items) {
       action = submenu->menuAction();
     } else {
       // A caption may be of two lines, as a column's is; a menu item has one.
-      action = menu.addAction(ToQString(item.caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r')));
+      action = menu.addAction(
+          ToQString(item.caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r')));
       action->setData(QVariant::fromValue(reinterpret_cast<quintptr>(&item)));
       action->setCheckable(item.checkable);
       action->setChecked(item.checked);

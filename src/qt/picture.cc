@@ -15,7 +15,8 @@ constexpr int kMostPixels = 8192;
 
 const QImage& QtPicture::At(QSize device_size) const {
   const QSize size = device_size.expandedTo({1, 1}).boundedTo({kMostPixels, kMostPixels});
-  const auto found = std::find_if(drawn_.begin(), drawn_.end(), [&](const QImage& image) { return image.size() == size; });
+  const auto found =
+      std::find_if(drawn_.begin(), drawn_.end(), [&](const QImage& image) { return image.size() == size; });
   if (found != drawn_.end()) return *found;
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);

@@ -25,7 +25,8 @@ std::optional<PixelTarget> PixelTarget::Of(QPainter& painter, QPoint origin) {
   // Not bits(): the engine paints on the image as it is, a copy made now would be lost.
   const auto* image = dynamic_cast<const QImage*>(engine->paintDevice());
   if (image == nullptr || image->isNull()) return std::nullopt;
-  if (image->format() != QImage::Format_RGB32 && image->format() != QImage::Format_ARGB32_Premultiplied) return std::nullopt;
+  if (image->format() != QImage::Format_RGB32 && image->format() != QImage::Format_ARGB32_Premultiplied)
+    return std::nullopt;
   PixelTarget target;
   target.pixels_ = const_cast<uint8_t*>(image->constBits());
   target.stride_ = image->bytesPerLine();
@@ -54,7 +55,8 @@ void PixelTarget::BlendGlyph(const GlyphFont& font, const Glyph& glyph, int x, i
   for (const QRect& rect : visible_) {
     const QRect part = cut.intersected(rect);
     if (part.isEmpty()) continue;
-    BlendPart(coverage + (part.top() - place.top()) * glyph.width + (part.left() - place.left()), glyph.width, part, colour);
+    BlendPart(coverage + (part.top() - place.top()) * glyph.width + (part.left() - place.left()), glyph.width, part,
+              colour);
   }
 }
 

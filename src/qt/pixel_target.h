@@ -27,14 +27,15 @@ class PixelTarget {
   static PixelTarget Of(QImage& image, QPoint origin);
 
   // Blends the glyph in the colour with its pen at (x, baseline), cut at `clip`; all in the sheet's pixels.
-  void BlendGlyph(const GlyphFont& font, const Glyph& glyph, int x, int baseline, QRgb colour, const sheet::Rect& clip) const;
+  void BlendGlyph(const GlyphFont& font, const Glyph& glyph, int x, int baseline, QRgb colour,
+                  const sheet::Rect& clip) const;
 
  private:
   void BlendPart(const uint8_t* coverage, int coverage_stride, const QRect& part, QRgb colour) const;
 
   uint8_t* pixels_ = nullptr;
-  ptrdiff_t stride_ = 0;       // bytes
-  QPoint origin_;              // of the sheet on the device
+  ptrdiff_t stride_ = 0;        // bytes
+  QPoint origin_;               // of the sheet on the device
   std::vector<QRect> visible_;  // what may be painted, on the device
 };
 

@@ -138,7 +138,8 @@ void StockbookWidget::UpdateFrames() {
   const control::Stockbook& stockbook = control();
   parts_->header_band().Show(stockbook.C1EHeader(), stockbook.imgMark());
   const int margin = std::max<int>(stockbook.C1EDesk().border_width, 0);
-  parts_->header_band().setGeometry(margin, margin, std::max(0, width() - 2 * margin), parts_->header_band().sizeHint().height());
+  parts_->header_band().setGeometry(margin, margin, std::max(0, width() - 2 * margin),
+                                    parts_->header_band().sizeHint().height());
   const int border = std::max<int>(stockbook.C1EBody().border_width, 0);
   parts_->view().setGeometry(BodyRect().adjusted(border, border, -border, -border));
   update();

@@ -13,10 +13,10 @@ class Sheet;
 
 namespace stockbook::qt {
 
-// The stock journal as a widget: create it, set control().SetConn and SetJournalType, call Load. It composes the control
-// with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine events as
-// signals. It holds no logic of either. Everything runs on the thread of the user interface; Load does not come back to
-// the event loop, so a host that shows progress repaints its bar when Process tells of a new value.
+// The stock journal as a widget: create it, set control().SetConn and SetJournalType, call Load. It composes the
+// control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
+// events as signals. It holds no logic of either. Everything runs on the thread of the user interface; Load does not
+// come back to the event loop, so a host that shows progress repaints its bar when Process tells of a new value.
 class StockbookWidget : public QWidget {
   Q_OBJECT
 

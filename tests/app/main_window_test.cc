@@ -120,7 +120,8 @@ TEST_F(Window, DoesNothingWithoutAnInventory) {
 
 TEST_F(Window, CanBeClosedWhileItLoads) {
   Open();
-  QObject::connect(&window_->stockbook(), &qt::StockbookWidget::Process, window_.get(), [this](int) { window_->close(); });
+  QObject::connect(&window_->stockbook(), &qt::StockbookWidget::Process, window_.get(),
+                   [this](int) { window_->close(); });
   EXPECT_TRUE(window_->LoadFirstJournal().loaded);
   QApplication::processEvents();
   EXPECT_FALSE(window_->isVisible());

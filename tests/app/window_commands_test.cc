@@ -26,12 +26,14 @@ class WindowCommand : public InventoryTest {
   Outcome Program(const std::string& arguments, const std::string& environment = {}) const {
     const std::string out = PathOf("out.txt");
     const std::string err = PathOf("err.txt");
-    const std::string command = environment + " '" + STOCKBOOK_PROGRAM + "' " + arguments + " >'" + out + "' 2>'" + err + "'";
+    const std::string command =
+        environment + " '" + STOCKBOOK_PROGRAM + "' " + arguments + " >'" + out + "' 2>'" + err + "'";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(out), ReadAll(err)};
   }
   Outcome Render(const std::string& more) const {
-    return Program("render '" + PathOf("sample.db") + "' --journal material --product 1 " + more + " -o '" + PathOf("picture.png") + "'");
+    return Program("render '" + PathOf("sample.db") + "' --journal material --product 1 " + more + " -o '" +
+                   PathOf("picture.png") + "'");
   }
   QImage Picture() const { return QImage(QString::fromStdString(PathOf("picture.png"))); }
 };
@@ -82,7 +84,8 @@ TEST_F(WindowCommand, RenderWritesNothingWhenItCannot) {
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(ReadAll(PathOf("picture.png")), "as it was");
   }
-  for (const char* wrong : {"--size 12", "--size 0x0", "--size 100000x100000", "--size x", "--scale 0", "--scale a", "--top-row -1", "extra"}) {
+  for (const char* wrong : {"--size 12", "--size 0x0", "--size 100000x100000", "--size x", "--scale 0", "--scale a",
+                            "--top-row -1", "extra"}) {
     const Outcome outcome = Render(wrong);
     EXPECT_EQ(outcome.code, 2) << wrong;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
@@ -92,7 +95,8 @@ TEST_F(WindowCommand, RenderWritesNothingWhenItCannot) {
 
 TEST_F(WindowCommand, OpenSaysThatThereIsNoDisplay) {
   const std::string open = "open '" + PathOf("sample.db") + "'";
-  for (const char* environment : {"env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM", "env -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM DISPLAY=:9999"}) {
+  for (const char* environment : {"env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM",
+                                  "env -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM DISPLAY=:9999"}) {
     const Outcome outcome = Program(open, environment);
     EXPECT_EQ(outcome.code, 1) << environment;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;

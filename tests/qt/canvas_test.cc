@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QPdfWriter>
 #include <QBuffer>
+#include <QPdfWriter>
 #include <QPixmap>
 
 #include "qt/application.h"
@@ -179,7 +179,8 @@ TEST_F(Canvas, LeavesTextsThatNeedShapingToTheToolkit) {
 
 TEST_F(Canvas, SurvivesTextThatIsNone) {
   const std::string long_text(1 << 20, 'x');
-  for (const std::string& text : {std::string("\xFF\xFE\x80", 3), std::string("\xE5\xBA", 2), std::string("a\0b", 3), long_text}) {
+  for (const std::string& text :
+       {std::string("\xFF\xFE\x80", 3), std::string("\xE5\xBA", 2), std::string("a\0b", 3), long_text}) {
     const QImage image = DrawText({text, {0, 0, 100, 40}});
     EXPECT_LT(InkColumns(image).second, 100);
   }

@@ -17,7 +17,8 @@ namespace {
 using Images = WithApplication;
 
 std::vector<std::string> Keys() {
-  std::vector<std::string> keys{"Mtr", "Depot", "Supplier", "Customer", "Project", "StkBk", "SuppJnl", "CustJnl", "ProjJnl"};
+  std::vector<std::string> keys{"Mtr",   "Depot",   "Supplier", "Customer", "Project",
+                                "StkBk", "SuppJnl", "CustJnl",  "ProjJnl"};
   for (const char* bill : {"RevBill", "BuyBill", "IssBill", "SaleBill", "ShiftBill", "Bill"}) {
     keys.emplace_back(bill);
     keys.push_back(std::string(bill) + "1");

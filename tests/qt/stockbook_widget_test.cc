@@ -6,8 +6,8 @@
 #include <QAbstractScrollArea>
 #include <QBackingStore>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPaintDevice>
+#include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <string>
@@ -59,7 +59,9 @@ class Widget : public WithApplication {
   }
 
   sheet::Sheet& sheet() { return widget_->sheet(); }
-  QScrollBar* Bar() { return qobject_cast<QAbstractScrollArea*>(widget_->viewport()->parentWidget())->verticalScrollBar(); }
+  QScrollBar* Bar() {
+    return qobject_cast<QAbstractScrollArea*>(widget_->viewport()->parentWidget())->verticalScrollBar();
+  }
 
   // What is in the window, not what painting it anew would give.
   QImage Window() {
@@ -94,7 +96,8 @@ class Widget : public WithApplication {
   }
   void Turn(QPoint pixels, QPoint angle) {
     const QPointF at = widget_->viewport()->rect().center();
-    QWheelEvent event(at, widget_->viewport()->mapToGlobal(at), pixels, angle, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent event(at, widget_->viewport()->mapToGlobal(at), pixels, angle, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
     QApplication::sendEvent(widget_->viewport(), &event);
   }
   int64_t ScrolledTo() { return sheet().geometry().scroll().y; }
@@ -126,14 +129,16 @@ TEST_F(Widget, RaisesTheEventsOfALoadInTheirOrder) {
   QObject::connect(widget_.get(), &StockbookWidget::AfterFormatted, [&] { diary.emplace_back("AfterFormatted"); });
   QObject::connect(widget_.get(), &StockbookWidget::CommandExecute,
                    [&](const QString& name, bool*) { diary.push_back("CommandExecute " + name.toStdString()); });
-  QObject::connect(widget_.get(), &StockbookWidget::Notify, [&](const QString& text) { diary.push_back(text.left(5).toStdString()); });
+  QObject::connect(widget_.get(), &StockbookWidget::Notify,
+                   [&](const QString& text) { diary.push_back(text.left(5).toStdString()); });
   ASSERT_TRUE(widget_->Load(7, 0));
-  EXPECT_EQ(diary, (std::vector<std::string>{"CommandExecute Load", "正在读入：", "Process", "AfterFormatted", "Process", "AfterLoaded",
-                                             "已读入：商", "Process -1"}));
+  EXPECT_EQ(diary, (std::vector<std::string>{"CommandExecute Load", "正在读入：", "Process", "AfterFormatted",
+                                             "Process", "AfterLoaded", "已读入：商", "Process -1"}));
 }
 
 TEST_F(Widget, LetsAHostCancelTheLoadThroughThePointer) {
-  QObject::connect(widget_.get(), &StockbookWidget::CommandExecute, [](const QString&, bool* cancel) { *cancel = true; });
+  QObject::connect(widget_.get(), &StockbookWidget::CommandExecute,
+                   [](const QString&, bool* cancel) { *cancel = true; });
   EXPECT_FALSE(widget_->Load(7, 0));
   EXPECT_EQ(sheet().Rows(), 1);
 }
@@ -195,7 +200,8 @@ TEST_F(Widget, ShowsAfterEveryScrollWhatPaintingAnewShows) {
   ShowLoaded();
   widget_->resize(500, 300);
   QApplication::processEvents();
-  const std::vector<std::pair<int64_t, int64_t>> steps{{0, 66}, {0, -5}, {13, 0}, {40, 29}, {-20, 300}, {0, 1}, {0, 100000}, {0, -77}, {5, -100000}};
+  const std::vector<std::pair<int64_t, int64_t>> steps{{0, 66}, {0, -5},     {13, 0},  {40, 29},    {-20, 300},
+                                                       {0, 1},  {0, 100000}, {0, -77}, {5, -100000}};
   for (const auto& [dx, dy] : steps) {
     sheet().ScrollBy(dx, dy);
     sheet().SetTextMatrix(sheet().TopRow(), sheet().ColIndex("BillNo"), "seen " + std::to_string(dy));
