@@ -21,7 +21,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 if(STOCKBOOK_SANITIZE)
   target_compile_options(stockbook_switches INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
-                                                      -fno-omit-frame-pointer)
+                                                      -fno-omit-frame-pointer -Wno-maybe-uninitialized)
   target_link_options(stockbook_switches INTERFACE -fsanitize=address,undefined)
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
