@@ -19,7 +19,7 @@ Usage: stockbook export DB JOURNAL [--format csv|tsv|ndjson] [--columns visible|
   DB               the inventory
   --format NAME    csv (as usual) or tsv: captions, then shown texts; ndjson: one JSON object a line, the first one with
                    the caption, the columns and what the load said, then one a row with stored and shown texts
-  --columns NAME   visible (as usual) or all
+  --columns NAME   visible (as usual for csv and tsv) or all (as usual for ndjson)
   -o FILE          where to; - (as usual) for standard output; an existing file is replaced when all has gone well
 
 )";
@@ -46,7 +46,9 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
   const std::string path = line.Positional(0, "DB, the inventory");
   const JournalOptions options = RequireJournalOptions(line);
   const std::string format = line.Choice("format", kFormats).value_or("csv");
-  const auto columns = line.Choice("columns", kColumnChoices).value_or("visible") == "all" ? ExportColumns::kAll : ExportColumns::kVisible;
+  const std::string usual_columns = format == "ndjson" ? "all" : "visible";
+  const bool all = line.Choice("columns", kColumnChoices).value_or(usual_columns) == "all";
+  const auto columns = all ? ExportColumns::kAll : ExportColumns::kVisible;
 
   const GuiSession session(GuiNeed::kPicture);
   JournalDesk desk;

@@ -70,7 +70,7 @@ PictureItem CellLayout::PlacePicture(const SnapshotCell& cell, Rect& content) co
   const auto code = static_cast<int>(cell.picture_alignment);
   const int side = code / 3;
   // A small mark in a corner lies over the text's margin and takes no room, so that marked numbers stay in line.
-  const bool mark = code % 3 != 1 && height * 3 <= content.height;
+  const bool mark = code % 3 != 1 && height * 2 <= content.height;
   const Rect room = mark ? content : content.Inset(metrics_.gap, 0);
   const Rect at{Placed(room.x, room.width, width, side), Placed(room.y, room.height, height, code % 3), width, height};
   constexpr int kLeft = 0;
