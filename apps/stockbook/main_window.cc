@@ -131,7 +131,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  const LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
+  LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
   QApplication::restoreOverrideCursor();
   loading_ = false;
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));

@@ -4,30 +4,35 @@
 #include <QAction>
 #include <QCursor>
 #include <QMenu>
+#include <vector>
 
 #include "qt/text.h"
 
 namespace stockbook::qt {
 namespace {
 
-// Actions carry their place in `items`, which outlives the menu.
-void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items) {
+// A caption may be of two lines, as a column's is; a menu item has one.
+QString OneLine(const std::string& caption) {
+  return ToQString(caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
+}
+
+// Every action that can be chosen carries its place in `choices`.
+void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, std::vector<platform::MenuChoice>& choices) {
   for (const platform::MenuItem& item : items) {
     if (!item.visible) continue;
     QAction* action = nullptr;
     if (item.separator) {
       action = menu.addSeparator();
     } else if (!item.items.empty()) {
-      QMenu* submenu = menu.addMenu(ToQString(item.caption));
-      Fill(*submenu, item.items);
+      QMenu* submenu = menu.addMenu(OneLine(item.caption));
+      Fill(*submenu, item.items, choices);
       action = submenu->menuAction();
     } else {
-      // A caption may be of two lines, as a column's is; a menu item has one.
-      action = menu.addAction(
-          ToQString(item.caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r')));
-      action->setData(QVariant::fromValue(reinterpret_cast<quintptr>(&item)));
+      action = menu.addAction(OneLine(item.caption));
+      action->setData(static_cast<qulonglong>(choices.size()));
       action->setCheckable(item.checkable);
       action->setChecked(item.checked);
+      choices.push_back({item.name, item.index});
     }
     action->setEnabled(item.enabled);
   }
@@ -38,13 +43,11 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items) {
 platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
   // On the heap: a parent that goes away while the menu is open takes the menu with it.
   const QPointer<QMenu> popup = new QMenu(parent_);
-  Fill(*popup, menu.items);
+  std::vector<platform::MenuChoice> choices;
+  Fill(*popup, menu.items, choices);
   const QAction* chosen = popup->exec(QCursor::pos());
   platform::MenuChoice choice;
-  if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) {
-    const auto* item = reinterpret_cast<const platform::MenuItem*>(chosen->data().value<quintptr>());
-    choice = {item->name, item->index};
-  }
+  if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
   delete popup;
   return choice;
 }
