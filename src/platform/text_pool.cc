@@ -11,7 +11,10 @@ namespace {
 constexpr size_t kFirstBlock = 256;
 constexpr size_t kLargestBlock = size_t{1} << 20;
 
-size_t HashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
+uint32_t HashOf(std::string_view text) {
+  const size_t hash = std::hash<std::string_view>()(text);
+  return static_cast<uint32_t>(hash ^ (hash >> 32));
+}
 
 }  // namespace
 
@@ -42,12 +45,13 @@ const char* TextPool::Store(std::string_view text) {
 }
 
 void TextPool::Grow() {
-  std::vector<uint32_t> buckets(std::max<size_t>(16, buckets_.size() * 2));
+  std::vector<Bucket> buckets(std::max<size_t>(16, buckets_.size() * 2));
   const size_t mask = buckets.size() - 1;
-  for (uint32_t code = 1; code < texts_.size(); ++code) {
-    size_t at = HashOf(TextOf(code)) & mask;
-    while (buckets[at] != 0) at = (at + 1) & mask;
-    buckets[at] = code;
+  for (const Bucket& bucket : buckets_) {
+    if (bucket.code == 0) continue;
+    size_t at = bucket.hash & mask;
+    while (buckets[at].code != 0) at = (at + 1) & mask;
+    buckets[at] = bucket;
   }
   buckets_ = std::move(buckets);
 }
@@ -55,18 +59,19 @@ void TextPool::Grow() {
 uint32_t TextPool::Add(std::string_view text) {
   if (texts_.size() * 2 > buckets_.size()) Grow();
   const size_t mask = buckets_.size() - 1;
-  size_t at = HashOf(text) & mask;
-  for (; buckets_[at] != 0; at = (at + 1) & mask) {
-    if (TextOf(buckets_[at]) == text) return buckets_[at];
+  const uint32_t hash = HashOf(text);
+  size_t at = hash & mask;
+  for (; buckets_[at].code != 0; at = (at + 1) & mask) {
+    if (buckets_[at].hash == hash && TextOf(buckets_[at].code) == text) return buckets_[at].code;
   }
   const auto code = static_cast<uint32_t>(texts_.size());
   texts_.push_back(Store(text));
-  buckets_[at] = code;
+  buckets_[at] = {hash, code};
   return code;
 }
 
 void TextPool::Seal() {
-  std::vector<uint32_t>().swap(buckets_);
+  std::vector<Bucket>().swap(buckets_);
   texts_.shrink_to_fit();
 }
 

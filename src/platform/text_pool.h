@@ -29,7 +29,12 @@ class TextPool {
   void Grow();
 
   std::vector<const char*> texts_;  // by code: the length in four bytes, then the text
-  std::vector<uint32_t> buckets_;  // codes; 0 is free
+  // The hash stands beside the code, so that growing and passing by other texts never reads a text.
+  struct Bucket {
+    uint32_t hash = 0;
+    uint32_t code = 0;  // 0 is free
+  };
+  std::vector<Bucket> buckets_;
   std::vector<std::unique_ptr<char[]>> blocks_;
   size_t block_used_ = 0;
   size_t block_size_ = 0;

@@ -185,11 +185,22 @@ class ArmJoiner {
     if (ascending) row_numbers_.clear();
   }
 
+  static KeyIndex IndexFor(const std::vector<int64_t>& wanted) {
+    int64_t lowest = INT64_MAX;
+    int64_t highest = INT64_MIN;
+    for (const int64_t key : wanted) {
+      if (key == kNullKey) continue;
+      lowest = std::min(lowest, key);
+      highest = std::max(highest, key);
+    }
+    return {lowest, highest, wanted.size()};
+  }
+
   // Finds the row of `table` for each row of its parent.
   void JoinTable(size_t table) {
     TablePart& part = parts_[table];
     const std::vector<int64_t>& wanted = parts_[part.parent].keys[part.parent_key];
-    KeyIndex index;
+    KeyIndex index = IndexFor(wanted);
     std::vector<uint32_t> row_of_parent(wanted.size(), kNoRow);
     for (size_t row = 0; row < wanted.size(); ++row) {
       if (wanted[row] == kNullKey) continue;

@@ -3,6 +3,14 @@
 
 namespace stockbook::databases {
 
+KeyIndex::KeyIndex(int64_t lowest, int64_t highest, size_t count) : lowest_(lowest) {
+  constexpr uint64_t kSparsest = 4;
+  constexpr uint64_t kSmall = 4096;
+  if (lowest > highest) return;
+  const uint64_t range = static_cast<uint64_t>(highest) - static_cast<uint64_t>(lowest);
+  if (range < count * kSparsest + kSmall) by_key_.assign(range + 1, kNone);
+}
+
 size_t KeyIndex::SlotOf(int64_t key) const {
   constexpr uint64_t kSpread = 0x9E3779B97F4A7C15U;
   const size_t mask = slots_.size() - 1;
@@ -12,6 +20,14 @@ size_t KeyIndex::SlotOf(int64_t key) const {
 }
 
 uint32_t KeyIndex::Add(int64_t key) {
+  if (IsDense()) {
+    uint32_t& number = by_key_[static_cast<uint64_t>(key) - static_cast<uint64_t>(lowest_)];
+    if (number == kNone) {
+      number = static_cast<uint32_t>(keys_.size());
+      keys_.push_back(key);
+    }
+    return number;
+  }
   if ((keys_.size() + 1) * 2 > slots_.size()) Grow();
   const size_t slot = SlotOf(key);
   if (slots_[slot] == 0) {
@@ -22,6 +38,10 @@ uint32_t KeyIndex::Add(int64_t key) {
 }
 
 uint32_t KeyIndex::Find(int64_t key) const {
+  if (IsDense()) {
+    const uint64_t at = static_cast<uint64_t>(key) - static_cast<uint64_t>(lowest_);
+    return at < by_key_.size() ? by_key_[at] : kNone;
+  }
   if (slots_.empty()) return kNone;
   const uint32_t number = slots_[SlotOf(key)];
   return number == 0 ? kNone : number - 1;

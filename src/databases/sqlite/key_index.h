@@ -12,6 +12,9 @@ class KeyIndex {
  public:
   static constexpr uint32_t kNone = UINT32_MAX;
 
+  // Keys will lie in [lowest, highest], about `count` of them: when that is a dense range, no hashing is needed.
+  KeyIndex(int64_t lowest, int64_t highest, size_t count);
+
   uint32_t Add(int64_t key);
   uint32_t Find(int64_t key) const;
   const std::vector<int64_t>& keys() const { return keys_; }
@@ -20,6 +23,10 @@ class KeyIndex {
   size_t SlotOf(int64_t key) const;
   void Grow();
 
+  bool IsDense() const { return !by_key_.empty(); }
+
+  int64_t lowest_ = 0;
+  std::vector<uint32_t> by_key_;  // dense: number of key lowest_ + index, or kNone
   std::vector<int64_t> keys_;
   std::vector<uint32_t> slots_;  // number + 1; 0 is free
 };

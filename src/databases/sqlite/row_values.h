@@ -26,4 +26,7 @@ bool IsCleanText(std::string_view bytes);
 // The amount that stored bytes spell, as base::Money::Parse reads it.
 std::optional<base::Money> AmountOfText(std::string_view bytes);
 
+// The date that stored bytes spell, as base::Date::Parse reads it.
+std::optional<base::Date> DateOfText(std::string_view bytes);
+
 }  // namespace stockbook::databases

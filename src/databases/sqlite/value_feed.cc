@@ -133,7 +133,7 @@ void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
   const std::string_view bytes = BytesOf(stored);
   if (bytes != last_text_ || bytes.empty()) {
     last_text_ = bytes;
-    const auto date = base::Date::Parse(bytes);
+    const auto date = DateOfText(bytes);
     last_date_ = date ? base::Value(*date) : base::Value();
   }
   for (Target& target : targets_) target.sink->builder.Append(last_date_);
