@@ -2,6 +2,8 @@
 #include "stockbook/gui_session.h"
 
 #include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QString>
 #include <cstdio>
 #include <cstdlib>
@@ -49,6 +51,11 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
   qInstallMessageHandler(need == GuiNeed::kPicture ? SayFatalOnly : nullptr);
   QApplication::setApplicationName(QStringLiteral("stockbook"));
   QApplication::setApplicationDisplayName(QStringLiteral("库存台账"));
+  const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+  if (translator_.load(QLocale(QLocale::Chinese, QLocale::China), QStringLiteral("qtbase"), QStringLiteral("_"),
+                       translations)) {
+    QCoreApplication::installTranslator(&translator_);
+  }
   QFont font = QApplication::font();
   font.setFamily(qt::ToQString(qt::DefaultGridFont().name));
   QApplication::setFont(font);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QTranslator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -36,6 +37,7 @@ class GuiSession {
   std::string program_ = "stockbook";
   std::vector<char*> arguments_;
   std::unique_ptr<QApplication> application_;
+  QTranslator translator_;  // of the toolkit's own dialogs, where its translations are installed
 };
 
 }  // namespace stockbook::app
