@@ -35,43 +35,62 @@ namespace {
 std::string Directory(const std::string& table, const InventoryTypes& types) {
   return "CREATE TABLE " + table + "(BillID " + types.master_key + ", AccPeriod TEXT, BillDate " + types.date +
          ", 年份 INTEGER, 月份 INTEGER, 日子 INTEGER, 单据类型 TEXT, 单据编号 TEXT, 类型 TEXT, 说明 TEXT, dpID INTEGER,"
-         " ksID INTEGER, pjID INTEGER, 录入员 TEXT, 录入日期 " + types.date + ", 审核员 TEXT, 审核日期 " + types.date + ");";
+         " ksID INTEGER, pjID INTEGER, 录入员 TEXT, 录入日期 " +
+         types.date + ", 审核员 TEXT, 审核日期 " + types.date + ");";
 }
 
 std::string Records(const std::string& table, const InventoryTypes& types) {
-  return "CREATE TABLE " + table + "(RecID INTEGER PRIMARY KEY, BillID INTEGER, pdID INTEGER, dpID INTEGER, ksID INTEGER,"
-         " pjID INTEGER, OtherID INTEGER, 数量 " + types.quantity + ", Qty2 " + types.quantity + ", 除税单价 " + types.quantity +
-         ", 除税金额 " + types.money + ", 税率 " + types.quantity + ", 税额 " + types.money + ", 单价 " + types.quantity + ", 金额 " +
-         types.money + ", 经手人 TEXT, 交接人 TEXT, 包装 TEXT, 货位 TEXT, 期限 TEXT, SerialNo TEXT, ProductDate " + types.date + ");";
+  return "CREATE TABLE " + table +
+         "(RecID INTEGER PRIMARY KEY, BillID INTEGER, pdID INTEGER, dpID INTEGER, ksID INTEGER,"
+         " pjID INTEGER, OtherID INTEGER, 数量 " +
+         types.quantity + ", Qty2 " + types.quantity + ", 除税单价 " + types.quantity + ", 除税金额 " + types.money +
+         ", 税率 " + types.quantity + ", 税额 " + types.money + ", 单价 " + types.quantity + ", 金额 " + types.money +
+         ", 经手人 TEXT, 交接人 TEXT, 包装 TEXT, 货位 TEXT, 期限 TEXT, SerialNo TEXT, ProductDate " + types.date + ");";
 }
 
 std::string Balance(const std::string& table, const std::string& key, const InventoryTypes& types) {
-  return "CREATE TABLE " + table + "(bnPeriod TEXT, " + key + " INTEGER, pdID INTEGER, LastPrice " + types.money + ", LastQuantity " +
-         types.quantity + ", LastQuantity2 " + types.quantity + ", LastAccount " + types.money + ", SumRevQuantity " + types.quantity +
-         ", SumRevQuantity2 " + types.quantity + ", SumRevAccount " + types.money + ", SumIssQuantity " + types.quantity +
-         ", SumIssQuantity2 " + types.quantity + ");";
+  return "CREATE TABLE " + table + "(bnPeriod TEXT, " + key + " INTEGER, pdID INTEGER, LastPrice " + types.money +
+         ", LastQuantity " + types.quantity + ", LastQuantity2 " + types.quantity + ", LastAccount " + types.money +
+         ", SumRevQuantity " + types.quantity + ", SumRevQuantity2 " + types.quantity + ", SumRevAccount " +
+         types.money + ", SumIssQuantity " + types.quantity + ", SumIssQuantity2 " + types.quantity + ");";
 }
 
 }  // namespace
 
 void CreateInventory(DatabaseFile& file, const InventoryTypes& types) {
-  file.Run(Directory("入库目录", types) + Directory("出库目录", types) + Records("入库记录", types) + Records("出库记录", types));
-  file.Run("CREATE TABLE 仓库设置(dpID " + types.master_key + ", 仓库名称 TEXT);"
-           "CREATE TABLE 厂商资料(KSID " + types.master_key + ", 企业名称 TEXT, ClassCode TEXT);"
-           "CREATE TABLE 客户资料(KSID " + types.master_key + ", 企业名称 TEXT, ClassCode TEXT);"
-           "CREATE TABLE 项目设置(项目ID " + types.master_key + ", 项目名称 TEXT, 项目编号 TEXT, ClassCode TEXT);"
-           "CREATE TABLE 项目分类(ClassCode TEXT, ClassName TEXT); CREATE TABLE 商品分类(ClassCode TEXT, ClassName TEXT);"
-           "CREATE TABLE 厂商分类(ClassCode TEXT, ClassName TEXT); CREATE TABLE 客户分类(ClassCode TEXT, ClassName TEXT);"
-           "CREATE TABLE tqAccPeriod(AccPeriod TEXT);");
-  file.Run("CREATE TABLE 商品设置(pdID " + types.master_key + ", 商品名称 TEXT, 商品编号 TEXT, 计量单位 TEXT, 计量2 TEXT, 计价方法 INTEGER,"
-           " 进位方法 INTEGER, 最低库存 REAL, 最高库存 REAL, 输入简码 TEXT, KSID INTEGER, 默认单价 REAL, 普通税率 REAL, 增值税率 REAL,"
-           " 购进单价 REAL, 普购税率 REAL, 增购税率 REAL, ClassCode TEXT, 单位数量 REAL, 存放位置 TEXT, 商品条码 TEXT, 生产厂家 TEXT,"
+  file.Run(Directory("入库目录", types) + Directory("出库目录", types) + Records("入库记录", types) +
+           Records("出库记录", types));
+  file.Run(
+      "CREATE TABLE 仓库设置(dpID " + types.master_key +
+      ", 仓库名称 TEXT);"
+      "CREATE TABLE 厂商资料(KSID " +
+      types.master_key +
+      ", 企业名称 TEXT, ClassCode TEXT);"
+      "CREATE TABLE 客户资料(KSID " +
+      types.master_key +
+      ", 企业名称 TEXT, ClassCode TEXT);"
+      "CREATE TABLE 项目设置(项目ID " +
+      types.master_key +
+      ", 项目名称 TEXT, 项目编号 TEXT, ClassCode TEXT);"
+      "CREATE TABLE 项目分类(ClassCode TEXT, ClassName TEXT); CREATE TABLE 商品分类(ClassCode TEXT, ClassName TEXT);"
+      "CREATE TABLE 厂商分类(ClassCode TEXT, ClassName TEXT); CREATE TABLE 客户分类(ClassCode TEXT, ClassName TEXT);"
+      "CREATE TABLE tqAccPeriod(AccPeriod TEXT);");
+  file.Run("CREATE TABLE 商品设置(pdID " + types.master_key +
+           ", 商品名称 TEXT, 商品编号 TEXT, 计量单位 TEXT, 计量2 TEXT, 计价方法 INTEGER,"
+           " 进位方法 INTEGER, 最低库存 REAL, 最高库存 REAL, 输入简码 TEXT, KSID INTEGER, 默认单价 REAL, 普通税率 "
+           "REAL, 增值税率 REAL,"
+           " 购进单价 REAL, 普购税率 REAL, 增购税率 REAL, ClassCode TEXT, 单位数量 REAL, 存放位置 TEXT, 商品条码 TEXT, "
+           "生产厂家 TEXT,"
            " 备注 TEXT, 别名 TEXT, 颜色 TEXT, 重量 REAL, 定义 TEXT, 规格 TEXT, 型号 TEXT);");
-  file.Run("CREATE TABLE 仓库余额表(ID INTEGER PRIMARY KEY, DpID INTEGER, PdID INTEGER, AccPeriod TEXT, 年份 INTEGER, 月份 INTEGER,"
-           " 上期库存单价 " + types.money + ", 上期库存数量 REAL, 上期库存数量2 REAL, 上期库存金额 " + types.money +
-           ", TotalRevQuantity REAL, TotalRevQuantity2 REAL, TotalRevAccount " + types.money +
-           ", TotalIssQuantity REAL, TotalIssQuantity2 REAL, TotalIssAccount " + types.money + ");");
-  file.Run(Balance("tqSuppBalance", "ksID", types) + Balance("tqCustBalance", "ksID", types) + Balance("tqProjBalance", "pjID", types));
+  file.Run(
+      "CREATE TABLE 仓库余额表(ID INTEGER PRIMARY KEY, DpID INTEGER, PdID INTEGER, AccPeriod TEXT, 年份 INTEGER, 月份 "
+      "INTEGER,"
+      " 上期库存单价 " +
+      types.money + ", 上期库存数量 REAL, 上期库存数量2 REAL, 上期库存金额 " + types.money +
+      ", TotalRevQuantity REAL, TotalRevQuantity2 REAL, TotalRevAccount " + types.money +
+      ", TotalIssQuantity REAL, TotalIssQuantity2 REAL, TotalIssAccount " + types.money + ");");
+  file.Run(Balance("tqSuppBalance", "ksID", types) + Balance("tqCustBalance", "ksID", types) +
+           Balance("tqProjBalance", "pjID", types));
 }
 
 void FillInventory(DatabaseFile& file) {

@@ -39,13 +39,16 @@ std::string ExecuteError(platform::Connection& connection, const std::string& st
 
 std::string FileWith(const std::string& bytes) {
   static int number = 0;
-  const std::string path = (std::filesystem::temp_directory_path() / ("stockbook-test-" + std::to_string(getpid()) + "-" + std::to_string(++number))).string();
+  const std::string path = (std::filesystem::temp_directory_path() /
+                            ("stockbook-test-" + std::to_string(getpid()) + "-" + std::to_string(++number)))
+                               .string();
   std::ofstream(path, std::ios::binary) << bytes;
   return path;
 }
 
 TEST(OpenEmbedded, SaysWhatIsWrongWithTheFile) {
-  EXPECT_EQ(OpenError("Provider=Stockbook.Embedded;Data Source=/no/such/file.db"), "找不到数据库文件“/no/such/file.db”");
+  EXPECT_EQ(OpenError("Provider=Stockbook.Embedded;Data Source=/no/such/file.db"),
+            "找不到数据库文件“/no/such/file.db”");
   EXPECT_EQ(OpenError("Provider=Stockbook.Embedded;Data Source=/tmp"), "“/tmp”是文件夹，不是数据库文件");
   const std::string text = FileWith(std::string(5000, 'x'));
   EXPECT_EQ(OpenError("Provider=Stockbook.Embedded;Data Source=" + text), "文件“" + text + "”不是 SQLite 数据库");
@@ -60,7 +63,8 @@ TEST(OpenEmbedded, SaysWhatIsWrongWithTheConnectionString) {
 TEST(OpenEmbedded, OpensAnEmptyFileAsADatabaseWithoutTables) {
   const std::string path = FileWith("");
   const auto connection = OpenEmbedded("Data Source=" + path);
-  EXPECT_EQ(ExecuteError(*connection, "SELECT * FROM tqAccPeriod"), "数据库中没有名为“tqAccPeriod”的表（SQL 语句第 1 行第 15 个字符）");
+  EXPECT_EQ(ExecuteError(*connection, "SELECT * FROM tqAccPeriod"),
+            "数据库中没有名为“tqAccPeriod”的表（SQL 语句第 1 行第 15 个字符）");
   EXPECT_EQ(connection->Execute("SELECT 1 AS one").FieldValue("one").Text(), "1");
   std::filesystem::remove(path);
 }
@@ -76,9 +80,11 @@ TEST(EmbeddedConnection, NeverWrites) {
   CreateInventory(file);
   const auto before = std::filesystem::last_write_time(file.path());
   const auto connection = OpenEmbedded(file.DesktopString());
-  for (const char* statement : {"INSERT INTO tqAccPeriod VALUES ('x')", "Drop Table tqAccPeriod", "UPDATE tqAccPeriod SET AccPeriod='x'", "CREATE TABLE x(y)",
-                                "ATTACH ':memory:' AS x", "PRAGMA query_only=0", "VACUUM", "BEGIN", "SELECT 1; DROP TABLE tqAccPeriod", "SELECT load_extension('x')",
-                                "SELECT writefile('x','y')", "SELECT * INTO x FROM tqAccPeriod"}) {
+  for (const char* statement :
+       {"INSERT INTO tqAccPeriod VALUES ('x')", "Drop Table tqAccPeriod", "UPDATE tqAccPeriod SET AccPeriod='x'",
+        "CREATE TABLE x(y)", "ATTACH ':memory:' AS x", "PRAGMA query_only=0", "VACUUM", "BEGIN",
+        "SELECT 1; DROP TABLE tqAccPeriod", "SELECT load_extension('x')", "SELECT writefile('x','y')",
+        "SELECT * INTO x FROM tqAccPeriod"}) {
     EXPECT_NE(ExecuteError(*connection, statement), "executed") << statement;
   }
   EXPECT_EQ(std::filesystem::last_write_time(file.path()), before);
@@ -100,7 +106,8 @@ TEST(EmbeddedConnection, ReportsALockedFileAfterWaiting) {
   CreateInventory(file);
   const auto connection = OpenEmbedded(file.DesktopString());
   file.Run("BEGIN EXCLUSIVE");
-  EXPECT_EQ(ExecuteError(*connection, "SELECT * FROM tqAccPeriod"), "数据库“" + file.path() + "”正被其他程序独占，请稍后再试");
+  EXPECT_EQ(ExecuteError(*connection, "SELECT * FROM tqAccPeriod"),
+            "数据库“" + file.path() + "”正被其他程序独占，请稍后再试");
   file.Run("COMMIT");
   EXPECT_EQ(ExecuteError(*connection, "SELECT * FROM tqAccPeriod"), "executed");
 }
@@ -130,27 +137,38 @@ TEST(EmbeddedConnection, ReportsADamagedFile) {
 
 TEST(EmbeddedConnection, ReadsViewsAndTablesWithoutRowNumbersAndGeneratedColumns) {
   DatabaseFile file;
-  file.Run("CREATE TABLE a(k INTEGER PRIMARY KEY, m MONEY, twice MONEY AS (m*2)) WITHOUT ROWID; INSERT INTO a VALUES (1,1.5),(2,2.5);"
-           "CREATE VIEW v AS SELECT k, m FROM a; CREATE TABLE r(rowid TEXT, _rowid_ TEXT, oid TEXT); INSERT INTO r VALUES ('b','x','y'),('a','z','w')");
+  file.Run(
+      "CREATE TABLE a(k INTEGER PRIMARY KEY, m MONEY, twice MONEY AS (m*2)) WITHOUT ROWID; INSERT INTO a VALUES "
+      "(1,1.5),(2,2.5);"
+      "CREATE VIEW v AS SELECT k, m FROM a; CREATE TABLE r(rowid TEXT, _rowid_ TEXT, oid TEXT); INSERT INTO r VALUES "
+      "('b','x','y'),('a','z','w')");
   const auto connection = OpenEmbedded(file.DesktopString());
-  EXPECT_EQ(AllRows(connection->Execute("SELECT * FROM a ORDER BY k DESC")), (std::vector<std::string>{"2|2.5|5", "1|1.5|3"}));
+  EXPECT_EQ(AllRows(connection->Execute("SELECT * FROM a ORDER BY k DESC")),
+            (std::vector<std::string>{"2|2.5|5", "1|1.5|3"}));
   EXPECT_EQ(AllRows(connection->Execute("SELECT -m FROM v WHERE k=1")), std::vector<std::string>{"-1.5"});
   EXPECT_EQ(AllRows(connection->Execute("SELECT rowid FROM r ORDER BY rowid")), (std::vector<std::string>{"a", "b"}));
 }
 
 TEST(EmbeddedConnection, TranslatesTheJournalIntoReadableSql) {
   DatabaseFile file;
-  file.Run("CREATE TABLE a(k INTEGER PRIMARY KEY, m MONEY TEXT, d DATE, x TEXT); CREATE TABLE b(k INTEGER PRIMARY KEY, y TEXT)");
+  file.Run(
+      "CREATE TABLE a(k INTEGER PRIMARY KEY, m MONEY TEXT, d DATE, x TEXT); CREATE TABLE b(k INTEGER PRIMARY KEY, y "
+      "TEXT)");
   EmbeddedConnection desktop(file.DesktopString());
-  EXPECT_EQ(desktop.Translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC"),
-            "SELECT t0.\"k\" AS c0, sb_negate_money('M', t0.\"m\") AS c1, sb_concat('Dvv', t0.\"d\", ' ', sb_left('vv', t0.\"x\", 2)) AS c2, 0 AS c3 "
-            "FROM \"a\" AS t0 LEFT JOIN \"b\" AS t1 ON (t0.\"k\" = t1.\"k\") WHERE (t0.\"k\" > 1) AND (sb_left('vv', t1.\"y\", 1) = 'z') "
+  EXPECT_EQ(desktop.Translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS "
+                               "bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC"),
+            "SELECT t0.\"k\" AS c0, sb_negate_money('M', t0.\"m\") AS c1, sb_concat('Dvv', t0.\"d\", ' ', "
+            "sb_left('vv', t0.\"x\", 2)) AS c2, 0 AS c3 "
+            "FROM \"a\" AS t0 LEFT JOIN \"b\" AS t1 ON (t0.\"k\" = t1.\"k\") WHERE (t0.\"k\" > 1) AND (sb_left('vv', "
+            "t1.\"y\", 1) = 'z') "
             "ORDER BY sb_value('D', t0.\"d\"), 2 DESC, t0._rowid_, t1._rowid_ LIMIT 2");
   EXPECT_EQ(desktop.Translated("SELECT m FROM a UNION SELECT 0 FROM b UNION ALL SELECT y FROM b ORDER BY m"),
-            "SELECT sb_text('m', sb_value('M', t0.\"m\")) AS c0 FROM \"a\" AS t0 UNION SELECT 0 AS c0 FROM \"b\" AS t1 UNION ALL SELECT t2.\"y\" AS c0 FROM \"b\" AS t2 ORDER BY 1");
+            "SELECT sb_text('m', sb_value('M', t0.\"m\")) AS c0 FROM \"a\" AS t0 UNION SELECT 0 AS c0 FROM \"b\" AS t1 "
+            "UNION ALL SELECT t2.\"y\" AS c0 FROM \"b\" AS t2 ORDER BY 1");
   EmbeddedConnection server(file.ServerString());
   EXPECT_EQ(server.Translated("SELECT Convert(Char(10),d,23) + x, Sum(m) FROM a GROUP BY d, x HAVING Count(*)>1"),
-            "SELECT sb_plus_server('vv', sb_to_text('Dvvv', t0.\"d\", 10, 1, 23), t0.\"x\") AS c0, sb_sum_money(sb_value('M', t0.\"m\")) AS c1 "
+            "SELECT sb_plus_server('vv', sb_to_text('Dvvv', t0.\"d\", 10, 1, 23), t0.\"x\") AS c0, "
+            "sb_sum_money(sb_value('M', t0.\"m\")) AS c1 "
             "FROM \"a\" AS t0 GROUP BY sb_value('D', t0.\"d\"), t0.\"x\" HAVING (count(*) > 1)");
 }
 
@@ -162,12 +180,18 @@ TEST(EmbeddedConnection, NamesWhatTheDatabaseDoesNotHave) {
   EXPECT_EQ(refused("SELECT *\nFROM 没有"), "数据库中没有名为“没有”的表（SQL 语句第 2 行第 6 个字符）");
   EXPECT_EQ(refused("SELECT 没有 FROM 仓库设置"), "没有名为“没有”的字段（SQL 语句第 1 行第 8 个字符）");
   EXPECT_EQ(refused("SELECT d.没有 FROM 仓库设置 AS d"), "表“d”中没有字段“没有”（SQL 语句第 1 行第 8 个字符）");
-  EXPECT_EQ(refused("SELECT 仓库设置.dpID FROM 仓库设置 AS d"), "FROM 中没有名为“仓库设置”的表（SQL 语句第 1 行第 8 个字符）");
-  EXPECT_EQ(refused("SELECT dpID FROM 仓库设置, 入库目录"), "字段“dpID”不止一个表中有，请写明表名（SQL 语句第 1 行第 8 个字符）");
-  EXPECT_EQ(refused("SELECT a.dpID FROM 仓库设置 a, 仓库设置 a"), "表名“a”在 FROM 中出现了两次，请使用不同的别名（SQL 语句第 1 行第 8 个字符）");
-  EXPECT_EQ(refused("SELECT 仓库名称, Count(*) FROM 仓库设置"), "这个字段既不在 GROUP BY 中，也不在聚合函数中（SQL 语句第 1 行第 8 个字符）");
-  EXPECT_EQ(refused("SELECT 1 FROM 仓库设置 UNION SELECT 1, 2 FROM 仓库设置"), "UNION 两侧的字段数不同：1 与 2（SQL 语句第 1 行第 26 个字符）");
-  EXPECT_EQ(refused("SELECT dpID FROM 仓库设置 UNION SELECT dpID FROM 仓库设置 ORDER BY 仓库名称"), "ORDER BY 的字段“仓库名称”不在结果中（SQL 语句第 1 行第 60 个字符）");
+  EXPECT_EQ(refused("SELECT 仓库设置.dpID FROM 仓库设置 AS d"),
+            "FROM 中没有名为“仓库设置”的表（SQL 语句第 1 行第 8 个字符）");
+  EXPECT_EQ(refused("SELECT dpID FROM 仓库设置, 入库目录"),
+            "字段“dpID”不止一个表中有，请写明表名（SQL 语句第 1 行第 8 个字符）");
+  EXPECT_EQ(refused("SELECT a.dpID FROM 仓库设置 a, 仓库设置 a"),
+            "表名“a”在 FROM 中出现了两次，请使用不同的别名（SQL 语句第 1 行第 8 个字符）");
+  EXPECT_EQ(refused("SELECT 仓库名称, Count(*) FROM 仓库设置"),
+            "这个字段既不在 GROUP BY 中，也不在聚合函数中（SQL 语句第 1 行第 8 个字符）");
+  EXPECT_EQ(refused("SELECT 1 FROM 仓库设置 UNION SELECT 1, 2 FROM 仓库设置"),
+            "UNION 两侧的字段数不同：1 与 2（SQL 语句第 1 行第 26 个字符）");
+  EXPECT_EQ(refused("SELECT dpID FROM 仓库设置 UNION SELECT dpID FROM 仓库设置 ORDER BY 仓库名称"),
+            "ORDER BY 的字段“仓库名称”不在结果中（SQL 语句第 1 行第 60 个字符）");
 }
 
 TEST(EmbeddedConnection, JoinsOnNothingButColumnsOfBothSidesInTheDesktopDialect) {
@@ -175,13 +199,17 @@ TEST(EmbeddedConnection, JoinsOnNothingButColumnsOfBothSidesInTheDesktopDialect)
   file.Run("CREATE TABLE a(i INTEGER, x INTEGER); CREATE TABLE b(i INTEGER, y INTEGER)");
   EmbeddedConnection desktop(file.DesktopString());
   EmbeddedConnection server(file.ServerString());
-  for (const char* on : {"a.i=b.i And a.x=1", "a.i=1", "a.i=a.x", "a.i=b.i And Not a.x=b.y", "a.i+1=b.i", "a.i=b.i Or b.y Is Null", "(a.i=b.i) And (b.y=2)"}) {
+  for (const char* on : {"a.i=b.i And a.x=1", "a.i=1", "a.i=a.x", "a.i=b.i And Not a.x=b.y", "a.i+1=b.i",
+                         "a.i=b.i Or b.y Is Null", "(a.i=b.i) And (b.y=2)"}) {
     const std::string statement = std::string("SELECT a.i FROM a LEFT JOIN b ON ") + on;
     EXPECT_TRUE(ExecuteError(desktop, statement).starts_with("JOIN expression not supported.")) << on;
     EXPECT_EQ(ExecuteError(server, statement), "executed") << on;
   }
   for (const char* on : {"a.i=b.i", "b.i=a.i And a.x<b.y", "(a.i=b.i Or a.x=b.y)", "i2=x2"}) {
-    const std::string statement = std::string("SELECT a.i FROM (SELECT i, x, x AS x2 FROM a) AS a INNER JOIN (SELECT i, y, i AS i2 FROM b) AS b ON ") + on;
+    const std::string statement =
+        std::string(
+            "SELECT a.i FROM (SELECT i, x, x AS x2 FROM a) AS a INNER JOIN (SELECT i, y, i AS i2 FROM b) AS b ON ") +
+        on;
     EXPECT_EQ(ExecuteError(desktop, statement), "executed") << on;
   }
 }
@@ -189,8 +217,11 @@ TEST(EmbeddedConnection, JoinsOnNothingButColumnsOfBothSidesInTheDesktopDialect)
 TEST(EmbeddedConnection, FindsTheLinesOfOneProductAmongManyBillsWithoutReadingThemAll) {
   DatabaseFile file;
   CreateInventory(file);
-  file.Run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<5000) INSERT INTO 入库目录(BillID,BillDate,单据编号,AccPeriod,ksID) SELECT i,'2005-01-01',i,'2005-01',1 FROM n;"
-           "INSERT INTO 入库记录(RecID,BillID,pdID,数量) SELECT BillID, BillID, BillID%500, 1 FROM 入库目录; INSERT INTO 厂商资料 VALUES (1,'a','01')");
+  file.Run(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<5000) INSERT INTO "
+      "入库目录(BillID,BillDate,单据编号,AccPeriod,ksID) SELECT i,'2005-01-01',i,'2005-01',1 FROM n;"
+      "INSERT INTO 入库记录(RecID,BillID,pdID,数量) SELECT BillID, BillID, BillID%500, 1 FROM 入库目录; INSERT INTO "
+      "厂商资料 VALUES (1,'a','01')");
   EmbeddedConnection connection(file.DesktopString());
   const auto rows = connection.Execute(MaterialJournal(Dialect::kDesktop, "7)", "2005-03"));
   EXPECT_EQ(rows.RecordCount(), 10U);

@@ -31,7 +31,8 @@ class RandomInventory {
     Masters();
     Bills("入库目录", "入库记录");
     Bills("出库目录", "出库记录");
-    if (Number(2) == 0) file_.Run("CREATE INDEX by_product_in ON 入库记录(pdID); CREATE INDEX by_partner ON 入库记录(ksID)");
+    if (Number(2) == 0)
+      file_.Run("CREATE INDEX by_product_in ON 入库记录(pdID); CREATE INDEX by_partner ON 入库记录(ksID)");
     file_.Run("COMMIT");
   }
   DatabaseFile& file() { return file_; }
@@ -64,7 +65,14 @@ class RandomInventory {
     return "'" + day + (Number(5) == 0 ? " 08:0" + std::to_string(Number(3)) + ":00" : "") + "'";
   }
   std::string Word() {
-    static constexpr const char* kWords[] = {"'a'", "'A'", "''", "'采购'", "'采购入库'", "'采购入库单甲'", "'longer than eight bytes 1'", "'longer than eight bytes 2'"};
+    static constexpr const char* kWords[] = {"'a'",
+                                             "'A'",
+                                             "''",
+                                             "'采购'",
+                                             "'采购入库'",
+                                             "'采购入库单甲'",
+                                             "'longer than eight bytes 1'",
+                                             "'longer than eight bytes 2'"};
     if (Hole()) return "NULL";
     if (Trap()) return Number(2) == 0 ? "CAST(x'41ff00' AS TEXT)" : "x'4142'";
     return kWords[Number(8)];
@@ -78,7 +86,8 @@ class RandomInventory {
       file_.Run("INSERT INTO 厂商资料 VALUES (" + std::to_string(key) + "," + Word() + ",'01')");
       file_.Run("INSERT INTO 客户资料 VALUES (" + std::to_string(key) + "," + Word() + ",'01')");
       file_.Run("INSERT INTO 项目设置 VALUES (" + std::to_string(key) + "," + Word() + "," + Word() + ",'01')");
-      file_.Run("INSERT INTO 商品设置(pdID,商品名称,规格) VALUES (" + std::to_string(key) + "," + Word() + "," + Word() + ")");
+      file_.Run("INSERT INTO 商品设置(pdID,商品名称,规格) VALUES (" + std::to_string(key) + "," + Word() + "," +
+                Word() + ")");
     }
     if (most > 0 && Number(2) == 0) file_.Run("INSERT OR IGNORE INTO 仓库设置 VALUES (2,'again')");
   }
@@ -86,18 +95,21 @@ class RandomInventory {
   void Bills(const std::string& directory, const std::string& records) {
     const int bills = Number(12);
     for (int bill = 1; bill <= bills; ++bill) {
-      file_.Run("INSERT OR IGNORE INTO " + directory + " VALUES (" + std::to_string(bill) + ",'2005-0" + std::to_string(Number(4) + 1) + "'," + Date() +
-                ",2005,1,1," + Word() + "," + Word() + "," + Word() + "," + Word() + "," + Key(5) + "," + Key(5) + "," + Key(5) + "," + Word() + "," +
-                Date() + "," + Word() + "," + Date() + ")");
+      file_.Run("INSERT OR IGNORE INTO " + directory + " VALUES (" + std::to_string(bill) + ",'2005-0" +
+                std::to_string(Number(4) + 1) + "'," + Date() + ",2005,1,1," + Word() + "," + Word() + "," + Word() +
+                "," + Word() + "," + Key(5) + "," + Key(5) + "," + Key(5) + "," + Word() + "," + Date() + "," + Word() +
+                "," + Date() + ")");
     }
     const int lines = Number(60);
     std::vector<int> numbers(static_cast<size_t>(lines));
     for (int line = 0; line < lines; ++line) numbers[static_cast<size_t>(line)] = 2 * line + 1;
     std::shuffle(numbers.begin(), numbers.end(), random_);
     for (const int number : numbers) {
-      file_.Run("INSERT INTO " + records + " VALUES (" + std::to_string(number) + "," + Key(14) + "," + std::to_string(Number(2) + 1) + "," + Key(5) + "," +
-                Key(5) + "," + Key(5) + ",0," + Quantity() + "," + Quantity() + "," + Amount() + "," + Amount() + "," + Quantity() + "," + Amount() + "," +
-                Amount() + "," + Amount() + "," + Word() + "," + Word() + "," + Word() + "," + Word() + "," + Word() + "," + Word() + "," + Date() + ")");
+      file_.Run("INSERT INTO " + records + " VALUES (" + std::to_string(number) + "," + Key(14) + "," +
+                std::to_string(Number(2) + 1) + "," + Key(5) + "," + Key(5) + "," + Key(5) + ",0," + Quantity() + "," +
+                Quantity() + "," + Amount() + "," + Amount() + "," + Quantity() + "," + Amount() + "," + Amount() +
+                "," + Amount() + "," + Word() + "," + Word() + "," + Word() + "," + Word() + "," + Word() + "," +
+                Word() + "," + Date() + ")");
     }
   }
 
@@ -117,11 +129,15 @@ std::vector<std::string> Statements() {
       CustomerJournal(Dialect::kDesktop, " Where Recs.pdID>0", "2005-09"),
       // Whole rows twice, ties everywhere, keys in falling order, money and texts as keys.
       "SELECT dpID, 除税金额, 经手人 FROM 入库记录 UNION SELECT dpID, 除税金额, 经手人 FROM 出库记录",
-      "SELECT * FROM (SELECT dpID, 除税金额, 经手人 FROM 入库记录 UNION SELECT ksID, 0, 货位 FROM 出库记录) AS u ORDER BY u.除税金额 DESC, 经手人",
-      "SELECT 数量, 'x' AS k, -除税金额 AS m FROM 入库记录 UNION SELECT 0, 经手人, 1.5 FROM 出库记录 ORDER BY k DESC, 数量",
-      "SELECT r.RecID, d.单据类型 & d.单据编号 AS n FROM 入库记录 AS r INNER JOIN 入库目录 AS d ON r.BillID=d.BillID ORDER BY n DESC, r.除税单价",
+      "SELECT * FROM (SELECT dpID, 除税金额, 经手人 FROM 入库记录 UNION SELECT ksID, 0, 货位 FROM 出库记录) AS u ORDER "
+      "BY u.除税金额 DESC, 经手人",
+      "SELECT 数量, 'x' AS k, -除税金额 AS m FROM 入库记录 UNION SELECT 0, 经手人, 1.5 FROM 出库记录 ORDER BY k DESC, "
+      "数量",
+      "SELECT r.RecID, d.单据类型 & d.单据编号 AS n FROM 入库记录 AS r INNER JOIN 入库目录 AS d ON r.BillID=d.BillID "
+      "ORDER BY n DESC, r.除税单价",
       "SELECT r.RecID, s.仓库名称 & '!' AS n FROM 入库记录 AS r LEFT JOIN 仓库设置 AS s ON r.dpID=s.dpID ORDER BY n",
-      "SELECT r.RecID, s.仓库名称 FROM 入库记录 AS r LEFT JOIN 仓库设置 AS s ON r.dpID=s.dpID WHERE s.仓库名称 IS NULL ORDER BY r.货位",
+      "SELECT r.RecID, s.仓库名称 FROM 入库记录 AS r LEFT JOIN 仓库设置 AS s ON r.dpID=s.dpID WHERE s.仓库名称 IS NULL "
+      "ORDER BY r.货位",
       "SELECT r.RecID, o.RecID AS other FROM 入库记录 AS r INNER JOIN 出库记录 AS o ON r.dpID=o.dpID ORDER BY r.数量",
       "SELECT r.RecID FROM 入库记录 AS r RIGHT JOIN 仓库设置 AS s ON r.dpID=s.dpID ORDER BY s.仓库名称",
       "SELECT TOP 3 * FROM 入库记录 ORDER BY 数量 DESC",
@@ -150,7 +166,8 @@ void ExpectTheSameRows(unsigned first_seed, unsigned seeds, Data data, const Inv
       const std::string reference = Outcome(connection, Strategy::kStatement, statement);
       bytes += reference.size();
       // Only a sum may fail, and only over an amount that money cannot hold.
-      const bool beyond_money = reference.starts_with("error: 金额超出范围") && statement.find("Sum(") != std::string::npos;
+      const bool beyond_money =
+          reference.starts_with("error: 金额超出范围") && statement.find("Sum(") != std::string::npos;
       failures += reference.starts_with("error") && !beyond_money ? 1U : 0U;
       EXPECT_EQ(Outcome(connection, Strategy::kFastest, statement), reference) << "seed " << seed << "\n" << statement;
       EXPECT_EQ(Outcome(connection, Strategy::kArms, statement), reference) << "seed " << seed << "\n" << statement;
@@ -197,7 +214,8 @@ TEST(Equivalence, HoldsInAFileOfSixteenBitTexts) {
   CreateInventory(file);
   FillInventory(file);
   for (const std::string& statement : Statements()) {
-    EXPECT_EQ(Outcome(file.DesktopString(), Strategy::kFastest, statement), Outcome(file.DesktopString(), Strategy::kStatement, statement));
+    EXPECT_EQ(Outcome(file.DesktopString(), Strategy::kFastest, statement),
+              Outcome(file.DesktopString(), Strategy::kStatement, statement));
   }
 }
 
@@ -212,7 +230,8 @@ TEST(JoinedReading, CoversTheArmsOfEveryJournal) {
   catalog.Refresh();
   for (const std::string& statement :
        {MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), ProjectJournal(Dialect::kDesktop, "1", "2005-03"),
-        SupplierJournal(Dialect::kDesktop, " Where Recs.ksID in (5,6)", "2005-03"), CustomerJournal(Dialect::kDesktop, " Where Recs.ksID=7", "2005-03")}) {
+        SupplierJournal(Dialect::kDesktop, " Where Recs.ksID in (5,6)", "2005-03"),
+        CustomerJournal(Dialect::kDesktop, " Where Recs.ksID=7", "2005-03")}) {
     const auto translation = TranslateStatement(statement, Dialect::kDesktop, catalog);
     ASSERT_TRUE(translation.plan.has_value());
     std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
@@ -231,27 +250,39 @@ TEST(JoinedReading, RefusesAMasterTableWithAKeyTwice) {
   RegisterFunctions(database);
   databases::Catalog catalog(database);
   catalog.Refresh();
-  const auto translation = TranslateStatement(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), Dialect::kDesktop, catalog);
+  const auto translation =
+      TranslateStatement(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), Dialect::kDesktop, catalog);
   std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
   EXPECT_THROW(JoinArm(database, translation.plan->arms[0], sinks), databases::NotCovered);
   // The line in that depot is then listed once for each of its rows, as a join gives it.
-  EXPECT_EQ(EmbeddedConnection(file.DesktopString()).Execute(MaterialJournal(Dialect::kDesktop, "1)", "2005-03")).RecordCount(), 8U);
+  EXPECT_EQ(EmbeddedConnection(file.DesktopString())
+                .Execute(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"))
+                .RecordCount(),
+            8U);
 }
 
 // Every order key, at sizes where the sorter changes its ways.
 TEST(RowSorter, OrdersManyRowsAsSqliteDoes) {
   DatabaseFile file;
   CreateInventory(file);
-  file.Run("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<9000) INSERT INTO 入库目录(BillID,BillDate,单据类型,单据编号,AccPeriod)"
-           " SELECT i, date('2001-01-01', '+' || (i*7919%700) || ' days'), CASE i%5 WHEN 0 THEN NULL ELSE 'type' || (i%3) END, 'no' || (i*31%977), '2001' FROM n;"
-           "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<20000) INSERT INTO 入库记录(RecID,BillID,pdID,数量,除税金额,经手人)"
-           " SELECT i, i%9001, 1, (i*17%23)/4.0, (i%11) || '.5', CASE i%7 WHEN 0 THEN NULL ELSE printf('%032d', i%40) END FROM n;"
-           "INSERT INTO 出库目录 SELECT * FROM 入库目录 WHERE BillID%2=0; INSERT INTO 出库记录 SELECT * FROM 入库记录 WHERE RecID%3=0;");
+  file.Run(
+      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<9000) INSERT INTO "
+      "入库目录(BillID,BillDate,单据类型,单据编号,AccPeriod)"
+      " SELECT i, date('2001-01-01', '+' || (i*7919%700) || ' days'), CASE i%5 WHEN 0 THEN NULL ELSE 'type' || (i%3) "
+      "END, 'no' || (i*31%977), '2001' FROM n;"
+      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<20000) INSERT INTO "
+      "入库记录(RecID,BillID,pdID,数量,除税金额,经手人)"
+      " SELECT i, i%9001, 1, (i*17%23)/4.0, (i%11) || '.5', CASE i%7 WHEN 0 THEN NULL ELSE printf('%032d', i%40) END "
+      "FROM n;"
+      "INSERT INTO 出库目录 SELECT * FROM 入库目录 WHERE BillID%2=0; INSERT INTO 出库记录 SELECT * FROM 入库记录 WHERE "
+      "RecID%3=0;");
   for (const std::string& statement :
        {MaterialJournal(Dialect::kDesktop, "1)", "2005"), ProjectJournal(Dialect::kDesktop, "1", "2005"),
         SupplierJournal(Dialect::kDesktop, " Where Recs.pdID=1", "2005"),
-        std::string("SELECT * FROM (SELECT 数量, 除税金额, 经手人 FROM 入库记录 UNION SELECT 数量, 除税金额, 经手人 FROM 出库记录) AS u ORDER BY 经手人 DESC, 数量 DESC")}) {
-    EXPECT_EQ(Outcome(file.DesktopString(), Strategy::kFastest, statement), Outcome(file.DesktopString(), Strategy::kStatement, statement));
+        std::string("SELECT * FROM (SELECT 数量, 除税金额, 经手人 FROM 入库记录 UNION SELECT 数量, 除税金额, 经手人 "
+                    "FROM 出库记录) AS u ORDER BY 经手人 DESC, 数量 DESC")}) {
+    EXPECT_EQ(Outcome(file.DesktopString(), Strategy::kFastest, statement),
+              Outcome(file.DesktopString(), Strategy::kStatement, statement));
   }
 }
 

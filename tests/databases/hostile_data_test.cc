@@ -19,7 +19,9 @@ class HostileData : public ::testing::Test {
     CreateInventory(file_);
     FillInventory(file_);
   }
-  platform::Recordset Journal() { return EmbeddedConnection(file_.DesktopString()).Execute(MaterialJournal(Dialect::kDesktop, "3)", "2005-03")); }
+  platform::Recordset Journal() {
+    return EmbeddedConnection(file_.DesktopString()).Execute(MaterialJournal(Dialect::kDesktop, "3)", "2005-03"));
+  }
   void Line(const std::string& columns, const std::string& values) {
     file_.Run("INSERT INTO 入库记录(BillID,pdID," + columns + ") VALUES (11,3," + values + ")");
   }
@@ -33,7 +35,8 @@ TEST_F(HostileData, NullsStayNulls) {
   Line("数量", "NULL");
   const auto rows = Journal();
   ASSERT_EQ(rows.RecordCount(), 1U);
-  for (const char* name : {"Quantity", "Account", "RevQty", "RevAcc", "StoAcc", "Ratio", "Field0", "Field6", "Depot", "OtherID"}) {
+  for (const char* name :
+       {"Quantity", "Account", "RevQty", "RevAcc", "StoAcc", "Ratio", "Field0", "Field6", "Depot", "OtherID"}) {
     EXPECT_TRUE(rows.FieldValue(name).IsNull()) << name;
   }
 }
@@ -52,7 +55,8 @@ TEST_F(HostileData, DatesThatAreNoneAreEmpty) {
   file_.Run("UPDATE 入库目录 SET BillDate='2005-13-45', 录入日期='soon', 审核日期=20050101 WHERE BillID=11");
   Line("ProductDate", "'2005-02-30'");
   const auto rows = Journal();
-  for (const char* name : {"BillDate", "InputDate", "AuditDate", "Field6"}) EXPECT_TRUE(rows.FieldValue(name).IsNull()) << name;
+  for (const char* name : {"BillDate", "InputDate", "AuditDate", "Field6"})
+    EXPECT_TRUE(rows.FieldValue(name).IsNull()) << name;
   EXPECT_EQ(rows.FieldValue("BillNo").Text(), " 采购入库 13");
 }
 
@@ -61,7 +65,9 @@ TEST_F(HostileData, MoneyIsExactInEveryStorageClass) {
   Line("除税金额", "'12.345'");
   Line("除税金额", "'922337203685477.5807'");
   Line("除税金额", "7");
-  file_.Run("CREATE TABLE amounts(m MONEY); INSERT INTO amounts VALUES (0.1), (1e-5), (2.00005), (x'31'), (1e300), (9223372036854775807), ('1.00005')");
+  file_.Run(
+      "CREATE TABLE amounts(m MONEY); INSERT INTO amounts VALUES (0.1), (1e-5), (2.00005), (x'31'), (1e300), "
+      "(9223372036854775807), ('1.00005')");
   EXPECT_EQ(AllRows(EmbeddedConnection(file_.DesktopString()).Execute("SELECT m FROM amounts")),
             (std::vector<std::string>{"0.1", "0", "2", "1", "1E+300", "9223372036854775807", "1"}));
   auto rows = Journal();
@@ -75,7 +81,8 @@ TEST_F(HostileData, MoneyIsExactInEveryStorageClass) {
 
 TEST_F(HostileData, AnAmountWithoutANegativeIsAnErrorAndNeverWraps) {
   IssueLine("除税金额", "'-922337203685477.5808'");
-  for (const auto strategy : {databases::Strategy::kFastest, databases::Strategy::kArms, databases::Strategy::kStatement}) {
+  for (const auto strategy :
+       {databases::Strategy::kFastest, databases::Strategy::kArms, databases::Strategy::kStatement}) {
     EmbeddedConnection connection(file_.DesktopString(), strategy);
     try {
       connection.Execute(MaterialJournal(Dialect::kDesktop, "3)", "2005-03"));
@@ -94,10 +101,15 @@ TEST_F(HostileData, AmountsBeyondMoneyAreShownAsTheyStandAndHaveNoNegative) {
 }
 
 TEST_F(HostileData, MalformedTextsAreMendedAndTakenFromBlobsToo) {
-  Line("经手人, 交接人, 包装, 货位", "CAST(x'41FF42' AS TEXT), CAST(x'410042' AS TEXT), x'E5BA93', CAST(x'EDA080' AS TEXT)");
+  Line("经手人, 交接人, 包装, 货位",
+       "CAST(x'41FF42' AS TEXT), CAST(x'410042' AS TEXT), x'E5BA93', CAST(x'EDA080' AS TEXT)");
   const auto rows = Journal();
-  EXPECT_EQ(rows.FieldValue("Field0").Text(), "A\xEF\xBF\xBD" "B");
-  EXPECT_EQ(rows.FieldValue("Field1").Text(), "A\xEF\xBF\xBD" "B");
+  EXPECT_EQ(rows.FieldValue("Field0").Text(),
+            "A\xEF\xBF\xBD"
+            "B");
+  EXPECT_EQ(rows.FieldValue("Field1").Text(),
+            "A\xEF\xBF\xBD"
+            "B");
   EXPECT_EQ(rows.FieldValue("Field2").Text(), "库");
   EXPECT_TRUE(base::IsCleanUtf8(rows.FieldValue("Field3").Text()));
 }
@@ -109,14 +121,17 @@ TEST_F(HostileData, MalformedTextsInComputedColumnsAreMendedToo) {
 }
 
 TEST_F(HostileData, LongTextsComeWhole) {
-  file_.Run("INSERT INTO 入库记录(BillID,pdID,经手人,交接人) VALUES (11,3,printf('%.*c', 1048576, 'x'), printf('%.*c', 1048575, 'x') || 'y'), (11,3,printf('%.*c', 1048576, 'x'), '')");
+  file_.Run(
+      "INSERT INTO 入库记录(BillID,pdID,经手人,交接人) VALUES (11,3,printf('%.*c', 1048576, 'x'), printf('%.*c', "
+      "1048575, 'x') || 'y'), (11,3,printf('%.*c', 1048576, 'x'), '')");
   file_.Run("UPDATE 入库目录 SET 单据编号=printf('%.*c', 1048576, 'n') WHERE BillID=11");
   const auto rows = Journal();
   ASSERT_EQ(rows.RecordCount(), 2U);
   EXPECT_EQ(rows.FieldValue("Field0").Text().size(), 1048576U);
   EXPECT_EQ(rows.FieldValue("BillNo").Text().size(), 1048576U + std::string("2005-03-08 采购入库 ").size());
   EmbeddedConnection connection(file_.DesktopString());
-  EXPECT_EQ(connection.Execute("SELECT 经手人 FROM 入库记录 WHERE pdID=3 AND 经手人 LIKE '%x%x*xy?%'").RecordCount(), 0U);
+  EXPECT_EQ(connection.Execute("SELECT 经手人 FROM 入库记录 WHERE pdID=3 AND 经手人 LIKE '%x%x*xy?%'").RecordCount(),
+            0U);
 }
 
 TEST_F(HostileData, NumbersAtTheirLimitsStayWhatTheyAre) {
@@ -129,8 +144,11 @@ TEST_F(HostileData, NumbersAtTheirLimitsStayWhatTheyAre) {
 TEST_F(HostileData, NoRowsAndOneRowAndManyPeriodsAreAllRead) {
   EXPECT_EQ(Journal().RecordCount(), 0U);
   EXPECT_EQ(Journal().FieldCount(), 49U);
-  file_.Run("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<299) INSERT INTO 入库目录(BillID,AccPeriod,BillDate) SELECT 1000+i, printf('%04d-%02d', 1980+i/12, 1+i%12), printf('%04d-%02d-15', 1980+i/12, 1+i%12) FROM n;"
-            "INSERT INTO 入库记录(BillID,pdID,数量) SELECT BillID,3,1 FROM 入库目录 WHERE BillID>=1000");
+  file_.Run(
+      "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<299) INSERT INTO "
+      "入库目录(BillID,AccPeriod,BillDate) SELECT 1000+i, printf('%04d-%02d', 1980+i/12, 1+i%12), "
+      "printf('%04d-%02d-15', 1980+i/12, 1+i%12) FROM n;"
+      "INSERT INTO 入库记录(BillID,pdID,数量) SELECT BillID,3,1 FROM 入库目录 WHERE BillID>=1000");
   auto rows = EmbeddedConnection(file_.DesktopString()).Execute(MaterialJournal(Dialect::kDesktop, "3)", "9999"));
   ASSERT_EQ(rows.RecordCount(), 300U);
   EXPECT_EQ(rows.FieldValue("Period").Text(), "1980-01");

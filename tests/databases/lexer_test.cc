@@ -26,7 +26,8 @@ size_t RefusedAtByte(std::string_view statement, Dialect dialect = Dialect::kDes
 using List = std::vector<std::string>;
 
 TEST(Lexer, ReadsNamesOfAnyScriptAndSigns) {
-  EXPECT_EQ(Words("Select Recs.除税金额,-a<=b<>c"), (List{"Select", "Recs", ".", "除税金额", ",", "-", "a", "<=", "b", "<>", "c"}));
+  EXPECT_EQ(Words("Select Recs.除税金额,-a<=b<>c"),
+            (List{"Select", "Recs", ".", "除税金额", ",", "-", "a", "<=", "b", "<>", "c"}));
 }
 
 TEST(Lexer, UndoesDoubledQuotesInTextsAndNames) {
@@ -36,7 +37,8 @@ TEST(Lexer, UndoesDoubledQuotesInTextsAndNames) {
 TEST(Lexer, KeepsAnEmptyText) { EXPECT_EQ(Words("''"), List{""}); }
 
 TEST(Lexer, ReadsDateLiteralsOfTheDesktopDialect) {
-  EXPECT_EQ(Words("#2005-03-08# #3/8/2005# #2005-3-8 14:05#"), (List{"2005-03-08", "2005-03-08", "2005-03-08 14:05:00"}));
+  EXPECT_EQ(Words("#2005-03-08# #3/8/2005# #2005-3-8 14:05#"),
+            (List{"2005-03-08", "2005-03-08", "2005-03-08 14:05:00"}));
   EXPECT_EQ(RefusedAtByte("a = #2005-02-30#"), 4U);
   EXPECT_EQ(RefusedAtByte("a = #2005-02-03"), 4U);
   EXPECT_EQ(RefusedAtByte("#2005-02-03#", Dialect::kServer), 0U);

@@ -15,13 +15,20 @@ std::string Shape(const Expr& expr) {
   std::string list;
   for (const auto& operand : expr.operands) list += (list.empty() ? "" : " ") + Shape(*operand);
   switch (expr.kind) {
-    case ExprKind::kIsNull: return std::string("(") + (expr.negated ? "notnull " : "isnull ") + list + ")";
-    case ExprKind::kIn: return std::string("(") + (expr.negated ? "notin " : "in ") + list + ")";
-    case ExprKind::kBetween: return std::string("(") + (expr.negated ? "notbetween " : "between ") + list + ")";
-    case ExprKind::kLike: return std::string("(") + (expr.negated ? "notlike " : "like ") + list + ")";
-    case ExprKind::kCast: return "(cast " + expr.type_name + " " + list + ")";
-    case ExprKind::kCase: return "(case " + list + ")";
-    default: return "(" + text + " " + list + ")";
+    case ExprKind::kIsNull:
+      return std::string("(") + (expr.negated ? "notnull " : "isnull ") + list + ")";
+    case ExprKind::kIn:
+      return std::string("(") + (expr.negated ? "notin " : "in ") + list + ")";
+    case ExprKind::kBetween:
+      return std::string("(") + (expr.negated ? "notbetween " : "between ") + list + ")";
+    case ExprKind::kLike:
+      return std::string("(") + (expr.negated ? "notlike " : "like ") + list + ")";
+    case ExprKind::kCast:
+      return "(cast " + expr.type_name + " " + list + ")";
+    case ExprKind::kCase:
+      return "(case " + list + ")";
+    default:
+      return "(" + text + " " + list + ")";
   }
 }
 
@@ -69,7 +76,8 @@ TEST(Parser, ReadsConditions) {
 
 TEST(Parser, TellsTheFunctionsLeftAndRightFromJoins) {
   EXPECT_EQ(Parsed("Left(a, 2) & Right(b, 1)"), "(& (Left a 2) (Right b 1))");
-  const Query query = ParseStatement("SELECT Left(x,1) FROM a LEFT JOIN b ON a.i=b.i RIGHT OUTER JOIN c ON a.i=c.i", Dialect::kDesktop);
+  const Query query =
+      ParseStatement("SELECT Left(x,1) FROM a LEFT JOIN b ON a.i=b.i RIGHT OUTER JOIN c ON a.i=c.i", Dialect::kDesktop);
   EXPECT_EQ(query.arms[0].from[0]->join, JoinType::kRight);
   EXPECT_EQ(query.arms[0].from[0]->left->join, JoinType::kLeft);
 }
@@ -82,7 +90,9 @@ TEST(Parser, ReadsCastsAndCasesOfTheServerDialect) {
 }
 
 TEST(Parser, ReadsJoinsHoweverTheyAreBracketed) {
-  const Query query = ParseStatement("SELECT * FROM ((a INNER JOIN b ON a.i=b.i) LEFT JOIN (c INNER JOIN d ON c.i=d.i) ON a.i=c.i), e f", Dialect::kDesktop);
+  const Query query = ParseStatement(
+      "SELECT * FROM ((a INNER JOIN b ON a.i=b.i) LEFT JOIN (c INNER JOIN d ON c.i=d.i) ON a.i=c.i), e f",
+      Dialect::kDesktop);
   ASSERT_EQ(query.arms[0].from.size(), 2U);
   EXPECT_EQ(query.arms[0].from[0]->join, JoinType::kLeft);
   EXPECT_EQ(query.arms[0].from[0]->right->join, JoinType::kInner);
@@ -90,8 +100,10 @@ TEST(Parser, ReadsJoinsHoweverTheyAreBracketed) {
 }
 
 TEST(Parser, ReadsAllClausesOfASelect) {
-  const Query query = ParseStatement("SELECT DISTINCT TOP 3 a.*, b AS [the b], c d FROM t AS a WHERE a=1 GROUP BY a, b HAVING Sum(c)>0 "
-                                     "UNION ALL SELECT * FROM u UNION (SELECT 1) ORDER BY 1, b DESC;", Dialect::kDesktop);
+  const Query query = ParseStatement(
+      "SELECT DISTINCT TOP 3 a.*, b AS [the b], c d FROM t AS a WHERE a=1 GROUP BY a, b HAVING Sum(c)>0 "
+      "UNION ALL SELECT * FROM u UNION (SELECT 1) ORDER BY 1, b DESC;",
+      Dialect::kDesktop);
   ASSERT_EQ(query.arms.size(), 3U);
   EXPECT_EQ(query.union_all, (std::vector<bool>{true, false}));
   const SelectCore& core = query.arms[0];
@@ -106,17 +118,41 @@ TEST(Parser, ReadsAllClausesOfASelect) {
 }
 
 TEST(Parser, RefusesEverythingButOneSelect) {
-  for (const char* statement : {"", "INSERT INTO a VALUES (1)", "UPDATE a SET b=1", "Drop Table a", "PRAGMA x", "ATTACH 'x' AS y", "SELECT 1; SELECT 2",
-                                "SELECT 1;;DELETE FROM a", "WITH a AS (SELECT 1) SELECT 1", "SELECT", "SELECT a b c", "SELECT * FROM", "SELECT a FROM b WHERE",
-                                "SELECT a FROM b GROUP a", "SELECT (a", "SELECT a)", "SELECT a FROM b LEFT JOIN c", "SELECT a IN ()", "SELECT a FROM (b",
-                                "SELECT TOP a FROM b", "SELECT TOP 5 PERCENT a FROM b", "SELECT a FROM b FULL JOIN c ON b.i=c.i", "SELECT a BETWEEN 1",
-                                "SELECT a IS 5", "SELECT a || b", "SELECT a != b", "SELECT a % b", "SELECT a ORDER BY"}) {
+  for (const char* statement : {"",
+                                "INSERT INTO a VALUES (1)",
+                                "UPDATE a SET b=1",
+                                "Drop Table a",
+                                "PRAGMA x",
+                                "ATTACH 'x' AS y",
+                                "SELECT 1; SELECT 2",
+                                "SELECT 1;;DELETE FROM a",
+                                "WITH a AS (SELECT 1) SELECT 1",
+                                "SELECT",
+                                "SELECT a b c",
+                                "SELECT * FROM",
+                                "SELECT a FROM b WHERE",
+                                "SELECT a FROM b GROUP a",
+                                "SELECT (a",
+                                "SELECT a)",
+                                "SELECT a FROM b LEFT JOIN c",
+                                "SELECT a IN ()",
+                                "SELECT a FROM (b",
+                                "SELECT TOP a FROM b",
+                                "SELECT TOP 5 PERCENT a FROM b",
+                                "SELECT a FROM b FULL JOIN c ON b.i=c.i",
+                                "SELECT a BETWEEN 1",
+                                "SELECT a IS 5",
+                                "SELECT a || b",
+                                "SELECT a != b",
+                                "SELECT a % b",
+                                "SELECT a ORDER BY"}) {
     EXPECT_NE(Refused(statement), "accepted") << statement;
   }
 }
 
 TEST(Parser, NamesTheWordAtWhichItStopped) {
-  EXPECT_EQ(Refused("SELECT a FROM t AS bn  And bn.pdID=1"), "23 “And”处有语法错误：此处应为 WHERE、GROUP BY、ORDER BY、UNION 或语句的结尾");
+  EXPECT_EQ(Refused("SELECT a FROM t AS bn  And bn.pdID=1"),
+            "23 “And”处有语法错误：此处应为 WHERE、GROUP BY、ORDER BY、UNION 或语句的结尾");
   EXPECT_EQ(Refused("SELECT a FROM t WHERE a ="), "25 语法错误：语句不完整，此处应为字段、常量、函数或“(”");
 }
 

@@ -22,9 +22,12 @@ std::vector<std::string> Seeds() {
           ProjectJournal(Dialect::kServer, "1", "2005-03"),
           DepotBalance("1", "", "2004-12"),
           PartnerBalance("tqSuppBalance", " Where bn.ksID=5", "2004-12"),
-          "SELECT CASE WHEN a.dpID>1 THEN 'x' ELSE CAST(5 AS char(4)) END, Convert(varchar(10), #2005-01-01#, 121) FROM 仓库设置 a ORDER BY 1 DESC",
-          "SELECT IIf(k.KSID In (1,2,3), Format(5,'#,##0.00;(0)'), Nz(Null,'x')) & Mid('abc',2) FROM 厂商资料 AS k WHERE ClassCode Like '0[1-9]*' And Not KSID Between 2 And 3",
-          "SELECT DISTINCT TOP 5 * FROM (SELECT 1 AS a UNION ALL SELECT 2.5) AS u, 仓库设置 WHERE Exists (SELECT 1) GROUP BY a, dpID, 仓库名称 HAVING Count(*)>0"};
+          "SELECT CASE WHEN a.dpID>1 THEN 'x' ELSE CAST(5 AS char(4)) END, Convert(varchar(10), #2005-01-01#, 121) "
+          "FROM 仓库设置 a ORDER BY 1 DESC",
+          "SELECT IIf(k.KSID In (1,2,3), Format(5,'#,##0.00;(0)'), Nz(Null,'x')) & Mid('abc',2) FROM 厂商资料 AS k "
+          "WHERE ClassCode Like '0[1-9]*' And Not KSID Between 2 And 3",
+          "SELECT DISTINCT TOP 5 * FROM (SELECT 1 AS a UNION ALL SELECT 2.5) AS u, 仓库设置 WHERE Exists (SELECT 1) "
+          "GROUP BY a, dpID, 仓库名称 HAVING Count(*)>0"};
 }
 
 class Mutator {
@@ -40,14 +43,40 @@ class Mutator {
   size_t Below(size_t limit) { return limit == 0 ? 0 : random_() % limit; }
 
   void Change(std::string& text, const std::vector<std::string>& seeds) {
-    static const std::vector<std::string> kPieces = {"(", ")", "'", "''", "\"", "[", "]", "#", ",", ".", "*", "-", " & ", " + ", " UNION ", " SELECT ", " FROM ", " WHERE ", " AND ",
-                                                     " NOT ", " IN (", " LIKE ", " NULL ", "0", "1e999", "99999999999999999999", ";", "--", "\\", "^", "\xFF", "库", " AS ", " ORDER BY ",
-                                                     " GROUP BY ", "Sum(", "Left(", "Format(", " BETWEEN ", " CASE ", " TOP 1 ", " JOIN ", " ON ", "=", "<>", std::string(1, '\0')};
+    static const std::vector<std::string> kPieces = {"(",          ")",
+                                                     "'",          "''",
+                                                     "\"",         "[",
+                                                     "]",          "#",
+                                                     ",",          ".",
+                                                     "*",          "-",
+                                                     " & ",        " + ",
+                                                     " UNION ",    " SELECT ",
+                                                     " FROM ",     " WHERE ",
+                                                     " AND ",      " NOT ",
+                                                     " IN (",      " LIKE ",
+                                                     " NULL ",     "0",
+                                                     "1e999",      "99999999999999999999",
+                                                     ";",          "--",
+                                                     "\\",         "^",
+                                                     "\xFF",       "库",
+                                                     " AS ",       " ORDER BY ",
+                                                     " GROUP BY ", "Sum(",
+                                                     "Left(",      "Format(",
+                                                     " BETWEEN ",  " CASE ",
+                                                     " TOP 1 ",    " JOIN ",
+                                                     " ON ",       "=",
+                                                     "<>",         std::string(1, '\0')};
     const size_t at = Below(text.size() + 1);
     switch (Below(5)) {
-      case 0: text.insert(at, kPieces[Below(kPieces.size())]); break;
-      case 1: text.erase(at, Below(30)); break;
-      case 2: text.insert(at, text.substr(Below(text.size() + 1), Below(60))); break;
+      case 0:
+        text.insert(at, kPieces[Below(kPieces.size())]);
+        break;
+      case 1:
+        text.erase(at, Below(30));
+        break;
+      case 2:
+        text.insert(at, text.substr(Below(text.size() + 1), Below(60)));
+        break;
       case 3: {
         const std::string& other = seeds[Below(seeds.size())];
         text = text.substr(0, at) + other.substr(Below(other.size()));
@@ -90,8 +119,14 @@ TEST(StatementFuzz, EveryStatementGivesRowsOrAnError) {
 TEST(StatementFuzz, FormatsAndPatternsTakeAnyText) {
   std::mt19937 random(7);
   const std::string signs = "0#,.;%yMdhns\"\\[]!*?_-aé 月";
-  const std::vector<base::Value> values = {base::Value(), base::Value(int64_t{-5}), base::Value(1234.5678), base::Value(base::Money::FromUnits(-1)), base::Value(base::Date()),
-                                           base::Value(std::string("2005-1-2")), base::Value(1e300), base::Value(std::string("x"))};
+  const std::vector<base::Value> values = {base::Value(),
+                                           base::Value(int64_t{-5}),
+                                           base::Value(1234.5678),
+                                           base::Value(base::Money::FromUnits(-1)),
+                                           base::Value(base::Date()),
+                                           base::Value(std::string("2005-1-2")),
+                                           base::Value(1e300),
+                                           base::Value(std::string("x"))};
   size_t total = 0;
   for (int round = 0; round < 20000; ++round) {
     std::string pattern;

@@ -7,9 +7,9 @@
 
 namespace stockbook::databases {
 
-// The running state of Sum and Avg over money or over plain values. Plain data, all zero at the start, so that a database
-// may allocate it. Money and whole numbers add up exactly; doubles with their rounding errors carried along. What is no
-// number is left out. Results out of range throw base::ArithmeticError; nothing added gives null.
+// The running state of Sum and Avg over money or over plain values. Plain data, all zero at the start, so that a
+// database may allocate it. Money and whole numbers add up exactly; doubles with their rounding errors carried along.
+// What is no number is left out. Results out of range throw base::ArithmeticError; nothing added gives null.
 struct SumState {
   __extension__ using Wide = __int128;
 

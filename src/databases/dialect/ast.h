@@ -14,25 +14,25 @@ struct Query;
 
 enum class ExprKind {
   kNull,
-  kBoolean,     // text: "-1" or "0"
-  kInteger,     // text: the digits
-  kDecimal,     // text: the digits
-  kText,        // text
-  kDate,        // text: yyyy-MM-dd[ HH:mm:ss]
-  kColumn,      // text: the column; qualifier: its table, or empty
-  kStar,        // the * of Count(*)
-  kUnary,       // text: "-", "+" or "NOT"
-  kBinary,      // text: the operator in upper case; two operands
-  kConcat,      // a & b & …: all operands of one chain
-  kIsNull,      // one operand
-  kBetween,     // three operands
-  kIn,          // the operand, then the list; or with query
-  kLike,        // two operands
-  kCase,        // [operand], when, then, …, [else]; see has_subject, has_else
-  kCall,        // text: the function's name; operands: its arguments
-  kCast,        // type_*: the type asked for; operands: the value, [the style]
-  kSubquery,    // query
-  kExists,      // query
+  kBoolean,   // text: "-1" or "0"
+  kInteger,   // text: the digits
+  kDecimal,   // text: the digits
+  kText,      // text
+  kDate,      // text: yyyy-MM-dd[ HH:mm:ss]
+  kColumn,    // text: the column; qualifier: its table, or empty
+  kStar,      // the * of Count(*)
+  kUnary,     // text: "-", "+" or "NOT"
+  kBinary,    // text: the operator in upper case; two operands
+  kConcat,    // a & b & …: all operands of one chain
+  kIsNull,    // one operand
+  kBetween,   // three operands
+  kIn,        // the operand, then the list; or with query
+  kLike,      // two operands
+  kCase,      // [operand], when, then, …, [else]; see has_subject, has_else
+  kCall,      // text: the function's name; operands: its arguments
+  kCast,      // type_*: the type asked for; operands: the value, [the style]
+  kSubquery,  // query
+  kExists,    // query
 };
 
 // One node of an expression. A plain tree: children are owned, nothing points back.

@@ -99,7 +99,8 @@ ValueClass ClassGiven(Gives gives, const std::vector<TypedSql>& arguments) {
     case Gives::kSame:
       break;
   }
-  return arguments[0].cls == ValueClass::kMoney || arguments[0].cls == ValueClass::kInteger ? arguments[0].cls : ValueClass::kAny;
+  return arguments[0].cls == ValueClass::kMoney || arguments[0].cls == ValueClass::kInteger ? arguments[0].cls
+                                                                                            : ValueClass::kAny;
 }
 
 bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
@@ -111,8 +112,10 @@ bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> word
 void CallTranslator::CheckCount(const Expr& expr, size_t least, size_t most) {
   const size_t count = expr.operands.size();
   if (count < least || count > most) {
-    const std::string wanted = least == most ? std::to_string(least) : std::to_string(least) + " 至 " + std::to_string(most);
-    throw Refusal(expr.offset, "函数“" + expr.text + "”的参数应为 " + wanted + " 个，这里有 " + std::to_string(count) + " 个");
+    const std::string wanted =
+        least == most ? std::to_string(least) : std::to_string(least) + " 至 " + std::to_string(most);
+    throw Refusal(expr.offset,
+                  "函数“" + expr.text + "”的参数应为 " + wanted + " 个，这里有 " + std::to_string(count) + " 个");
   }
 }
 
@@ -157,7 +160,8 @@ TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
     throw Refusal(expr.offset, std::string(expressions_.no_aggregates_in_) + " 中不能使用聚合函数“" + expr.text + "”");
   }
   if (expressions_.in_aggregate_) throw Refusal(expr.offset, "聚合函数不能嵌套");
-  if (expr.distinct && expressions_.dialect_ == Dialect::kDesktop) throw Refusal(expr.offset, "桌面方言的聚合函数没有 DISTINCT");
+  if (expr.distinct && expressions_.dialect_ == Dialect::kDesktop)
+    throw Refusal(expr.offset, "桌面方言的聚合函数没有 DISTINCT");
   CheckCount(expr, 1, 1);
   TypedSql result;
   if (name == "count" && expr.operands[0]->kind == ExprKind::kStar) {
@@ -171,11 +175,12 @@ TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
     const bool sums = name == "sum" || name == "avg";
     if (money && !sums && name != "count") value.sql = "sb_amount('m', " + value.sql + ")";
     result.sources = value.sources;
-    result.sql = (sums ? "sb_" + name + (money ? "_money" : "") : name) + (expr.distinct ? "(DISTINCT " : "(") + value.sql + ")";
-    result.cls = name == "count"                                                              ? ValueClass::kInteger
-                 : name == "avg" && !money                                                    ? ValueClass::kReal
+    result.sql =
+        (sums ? "sb_" + name + (money ? "_money" : "") : name) + (expr.distinct ? "(DISTINCT " : "(") + value.sql + ")";
+    result.cls = name == "count"                                                                ? ValueClass::kInteger
+                 : name == "avg" && !money                                                      ? ValueClass::kReal
                  : sums && value.cls != ValueClass::kMoney && value.cls != ValueClass::kInteger ? ValueClass::kAny
-                                                                                              : value.cls;
+                                                                                                : value.cls;
   }
   result.form = ResultFormOf(result.cls);
   result.has_aggregate = true;
@@ -241,7 +246,8 @@ TypedSql CallTranslator::NullIf(const Expr& expr) {
 }
 
 TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, bool padded) {
-  static constexpr std::array<int64_t, 16> kStyles = {0, 8, 20, 21, 23, 25, 100, 102, 108, 111, 112, 120, 121, 126, 1, 2};
+  static constexpr std::array<int64_t, 16> kStyles = {0,   8,   20,  21,  23,  25,  100, 102,
+                                                      108, 111, 112, 120, 121, 126, 1,   2};
   constexpr int64_t kDefaultLength = 30;
   int64_t style = 0;
   if (expr.operands.size() > 1) {
@@ -254,24 +260,31 @@ TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, boo
     style = *number;
   }
   const int64_t length = expr.type_length ? static_cast<int64_t>(*expr.type_length) : kDefaultLength;
-  return ExpressionTranslator::Call("sb_to_text", {value, Number(length), Number(padded ? 1 : 0), Number(style)}, ValueClass::kText);
+  return ExpressionTranslator::Call("sb_to_text", {value, Number(length), Number(padded ? 1 : 0), Number(style)},
+                                    ValueClass::kText);
 }
 
 TypedSql CallTranslator::Cast(const Expr& expr) {
   const std::string& type = expr.type_name;
   const TypedSql value = expressions_.TranslateValue(*expr.operands[0]);
-  const auto call = [&](const char* function, ValueClass cls) { return ExpressionTranslator::Call(function, {value}, cls); };
+  const auto call = [&](const char* function, ValueClass cls) {
+    return ExpressionTranslator::Call(function, {value}, cls);
+  };
   if (IsOneOf(type, {"char", "nchar"})) return CastToText(expr, value, true);
   if (IsOneOf(type, {"varchar", "nvarchar", "text", "ntext"})) return CastToText(expr, value, false);
-  if (IsOneOf(type, {"int", "integer", "bigint", "smallint", "tinyint"})) return call("sb_to_integer_server", ValueClass::kInteger);
+  if (IsOneOf(type, {"int", "integer", "bigint", "smallint", "tinyint"}))
+    return call("sb_to_integer_server", ValueClass::kInteger);
   if (type == "bit") return call("sb_truth", ValueClass::kInteger);
   if (IsOneOf(type, {"float", "real"})) return call("sb_to_real", ValueClass::kReal);
   if (IsOneOf(type, {"money", "smallmoney"})) return call("sb_to_money", ValueClass::kMoney);
   if (IsOneOf(type, {"decimal", "numeric"})) {
     constexpr int kMoneyPlaces = 4;
     const auto places = Number(expr.type_scale);
-    if (expr.type_scale > kMoneyPlaces) return ExpressionTranslator::Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places}, ValueClass::kReal);
-    return ExpressionTranslator::Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places}, ValueClass::kMoney);
+    if (expr.type_scale > kMoneyPlaces)
+      return ExpressionTranslator::Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places},
+                                        ValueClass::kReal);
+    return ExpressionTranslator::Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places},
+                                      ValueClass::kMoney);
   }
   if (IsOneOf(type, {"datetime", "smalldatetime", "datetime2"})) return call("sb_to_date", ValueClass::kDate);
   if (type == "date") return call("sb_to_day", ValueClass::kDate);

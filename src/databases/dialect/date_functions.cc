@@ -41,16 +41,14 @@ Date LocalNow() {
   const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
   std::tm local{};
   localtime_r(&now, &local);
-  const auto date = Date::FromParts({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
-                                     std::min(local.tm_sec, 59)});
+  const auto date = Date::FromParts(
+      {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, std::min(local.tm_sec, 59)});
   return date.value_or(Date());
 }
 
 Value Now(Arguments) { return Value(LocalNow()); }
 
-Value Today(Arguments) {
-  return Value(Date::FromSeconds(LocalNow().days() * kSecondsPerDay));
-}
+Value Today(Arguments) { return Value(Date::FromSeconds(LocalNow().days() * kSecondsPerDay)); }
 
 Value ToDate(Arguments values) {
   if (const auto* text = values[0].As<std::string>()) {
@@ -89,7 +87,8 @@ std::optional<Date> ReadDateText(std::string_view text) {
   if (const auto date = Date::Parse(text)) return date;
   constexpr size_t kCompactLength = 8;
   if (text.size() == kCompactLength && text.find_first_not_of("0123456789") == std::string_view::npos) {
-    return Date::Parse(std::string(text.substr(0, 4)) + "-" + std::string(text.substr(4, 2)) + "-" + std::string(text.substr(6)));
+    return Date::Parse(std::string(text.substr(0, 4)) + "-" + std::string(text.substr(4, 2)) + "-" +
+                       std::string(text.substr(6)));
   }
   // "2005-3 -8 ": blanks around the separators go.
   std::string tight;

@@ -24,7 +24,8 @@ ExprPtr Make(ExprKind kind, size_t offset, std::string text = {}) {
 }
 
 std::string Upper(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
   return text;
 }
 
@@ -350,11 +351,13 @@ void ExpressionParser::ParseType(Expr& cast) {
   if (!tokens_.TakeKeyword("MAX")) {
     if (tokens_.Peek().type != TokenType::kInteger) tokens_.RefuseHere("此处应为类型的长度");
     const auto length = base::ParseInteger(tokens_.Peek().text);
-    if (!length || *length < 1 || *length > static_cast<int64_t>(kMaxTypeLength)) tokens_.RefuseHere("类型的长度应为 1 至 8000");
+    if (!length || *length < 1 || *length > static_cast<int64_t>(kMaxTypeLength))
+      tokens_.RefuseHere("类型的长度应为 1 至 8000");
     cast.type_length = static_cast<size_t>(*length);
     tokens_.Take();
     if (tokens_.TakeSymbol(",")) {
-      const auto scale = tokens_.Peek().type == TokenType::kInteger ? base::ParseInteger(tokens_.Peek().text) : std::nullopt;
+      const auto scale =
+          tokens_.Peek().type == TokenType::kInteger ? base::ParseInteger(tokens_.Peek().text) : std::nullopt;
       if (!scale || *scale > kMaxScale) tokens_.RefuseHere("此处应为小数位数");
       cast.type_scale = static_cast<int>(*scale);
       tokens_.Take();

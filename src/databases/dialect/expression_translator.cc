@@ -18,7 +18,8 @@ bool IsPlain(const TypedSql& value) { return value.form == Form::kPlain || value
 
 ValueClass SumClass(std::string_view op, ValueClass left, ValueClass right, Dialect dialect) {
   const auto either = [&](ValueClass cls) { return left == cls || right == cls; };
-  if (either(ValueClass::kText) && op == "+" && (dialect == Dialect::kServer || left == right)) return ValueClass::kText;
+  if (either(ValueClass::kText) && op == "+" && (dialect == Dialect::kServer || left == right))
+    return ValueClass::kText;
   if (either(ValueClass::kMoney)) return ValueClass::kMoney;
   if (either(ValueClass::kText)) return ValueClass::kAny;
   if (either(ValueClass::kDate)) return left == right && op == "-" ? ValueClass::kReal : ValueClass::kDate;
@@ -165,7 +166,8 @@ TypedSql ExpressionTranslator::Unary(const Expr& expr) {
     value.constant = whole != nullptr ? base::Value(-*whole) : base::Value(-*value.constant->As<double>());
     return value;
   }
-  const bool keeps = value.cls == ValueClass::kMoney || value.cls == ValueClass::kInteger || value.cls == ValueClass::kReal;
+  const bool keeps =
+      value.cls == ValueClass::kMoney || value.cls == ValueClass::kInteger || value.cls == ValueClass::kReal;
   const char* function = value.cls == ValueClass::kMoney ? "sb_negate_money" : "sb_negate";
   TypedSql result = Call(function, {value}, keeps ? value.cls : ValueClass::kAny);
   result.negated = value.column;
@@ -199,7 +201,8 @@ TypedSql ExpressionTranslator::Arithmetic(const Expr& expr) {
   if (op == "+") return Call(server ? "sb_plus_server" : "sb_plus", sides, SumClass(op, left, right, dialect_));
   if (op == "-") return Call("sb_minus", sides, SumClass(op, left, right, dialect_));
   if (op == "*") return Call("sb_multiply", sides, ProductClass(left, right));
-  if (op == "/") return Call(server ? "sb_divide_server" : "sb_divide", sides, server ? ValueClass::kAny : ValueClass::kReal);
+  if (op == "/")
+    return Call(server ? "sb_divide_server" : "sb_divide", sides, server ? ValueClass::kAny : ValueClass::kReal);
   if (op == "\\") return Call("sb_divide_whole", sides, ValueClass::kInteger);
   if (op == "MOD" || op == "%") return Call("sb_modulo", sides, ValueClass::kInteger);
   if (op == "^") return Call("sb_power", sides, ValueClass::kReal);
@@ -225,7 +228,13 @@ TypedSql ExpressionTranslator::Comparison(const std::string& op, const TypedSql&
   const bool dates = left.cls == ValueClass::kDate && right.cls == ValueClass::kDate;
   if (dates || (IsPlain(left) && IsPlain(right))) {
     result = Gathered({left, right});
-    result.sql.append("(").append(Canonical(left).sql).append(" ").append(op).append(" ").append(Canonical(right).sql).append(")");
+    result.sql.append("(")
+        .append(Canonical(left).sql)
+        .append(" ")
+        .append(op)
+        .append(" ")
+        .append(Canonical(right).sql)
+        .append(")");
   } else {
     result = Call("sb_compare", {left, right}, ValueClass::kInteger);
     result.sql = "(" + result.sql + " " + op + " 0)";
@@ -337,7 +346,10 @@ TypedSql ExpressionTranslator::Case(const Expr& expr) {
   TypedSql result = Gathered(all);
   result.sql = "(CASE";
   for (size_t branch = 0; branch < conditions.size(); ++branch) {
-    result.sql.append(" WHEN ").append(conditions[branch].sql).append(" THEN ").append(ConvertTo(values[branch], cls).sql);
+    result.sql.append(" WHEN ")
+        .append(conditions[branch].sql)
+        .append(" THEN ")
+        .append(ConvertTo(values[branch], cls).sql);
   }
   if (expr.has_else) result.sql.append(" ELSE ").append(ConvertTo(values.back(), cls).sql);
   result.sql += " END)";

@@ -19,8 +19,8 @@ struct SubquerySql {
   std::vector<ValueClass> classes;
 };
 
-// Turns expressions into SQLite's language. Everything that touches money or dates, and every function, becomes a call of
-// one of the room's own functions (sb_…) whose first argument spells the forms of the others; plain comparisons stay
+// Turns expressions into SQLite's language. Everything that touches money or dates, and every function, becomes a call
+// of one of the room's own functions (sb_…) whose first argument spells the forms of the others; plain comparisons stay
 // SQLite's own, so that its indexes serve them.
 class ExpressionTranslator {
  public:

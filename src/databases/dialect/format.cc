@@ -49,7 +49,8 @@ bool IsDatePattern(const std::vector<Piece>& pieces) {
   bool date = false;
   for (const Piece& piece : pieces) {
     if (piece.code == '0' || piece.code == '#') return false;
-    for (const char letter : {'y', 'm', 'd', 'h', 'n', 's'}) date = date || (piece.code != 0 && IsLetter(piece.code, letter));
+    for (const char letter : {'y', 'm', 'd', 'h', 'n', 's'})
+      date = date || (piece.code != 0 && IsLetter(piece.code, letter));
   }
   return date;
 }
@@ -127,7 +128,8 @@ Rounded RoundTo(std::string_view decimal, size_t places, bool percent) {
     parts.fraction = digits.substr(digits.size() - places);
   }
   parts.whole.erase(0, std::min(parts.whole.find_first_not_of('0'), parts.whole.size()));
-  parts.negative = parts.negative && (!parts.whole.empty() || parts.fraction.find_first_not_of('0') != std::string::npos);
+  parts.negative =
+      parts.negative && (!parts.whole.empty() || parts.fraction.find_first_not_of('0') != std::string::npos);
   return parts;
 }
 
@@ -224,9 +226,14 @@ std::string_view NamedPattern(std::string_view name) {
     std::string_view name;
     std::string_view pattern;
   };
-  static constexpr Named kNamed[] = {{"short date", "yyyy-mm-dd"}, {"long date", "yyyy年m月d日"}, {"short time", "hh:nn"},
-                                     {"long time", "hh:nn:ss"},    {"fixed", "0.00"},             {"standard", "#,##0.00"},
-                                     {"currency", "#,##0.00"},     {"percent", "0.00%"}};
+  static constexpr Named kNamed[] = {{"short date", "yyyy-mm-dd"},
+                                     {"long date", "yyyy年m月d日"},
+                                     {"short time", "hh:nn"},
+                                     {"long time", "hh:nn:ss"},
+                                     {"fixed", "0.00"},
+                                     {"standard", "#,##0.00"},
+                                     {"currency", "#,##0.00"},
+                                     {"percent", "0.00%"}};
   const std::string lower = base::AsciiLower(name);
   for (const Named& named : kNamed) {
     if (lower == named.name) return named.pattern;

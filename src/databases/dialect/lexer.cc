@@ -79,7 +79,8 @@ class Lexer {
         return {type, std::move(text), start};
       }
     }
-    throw Refusal(start, type == TokenType::kText ? "文本缺少结尾的单引号" : std::string("名称缺少结尾的“") + closing + "”");
+    throw Refusal(start,
+                  type == TokenType::kText ? "文本缺少结尾的单引号" : std::string("名称缺少结尾的“") + closing + "”");
   }
 
   Token DateLiteral() {
@@ -146,13 +147,15 @@ class Lexer {
 
 size_t FirstMalformed(std::string_view statement) {
   const std::string clean = base::CleanUtf8(statement);
-  return static_cast<size_t>(std::mismatch(statement.begin(), statement.end(), clean.begin(), clean.end()).first - statement.begin());
+  return static_cast<size_t>(std::mismatch(statement.begin(), statement.end(), clean.begin(), clean.end()).first -
+                             statement.begin());
 }
 
 }  // namespace
 
 std::vector<Token> Tokenize(std::string_view statement, Dialect dialect) {
-  if (!base::IsCleanUtf8(statement)) throw Refusal(FirstMalformed(statement), "语句中有无法识别的字节（不是有效的 UTF-8 文本）");
+  if (!base::IsCleanUtf8(statement))
+    throw Refusal(FirstMalformed(statement), "语句中有无法识别的字节（不是有效的 UTF-8 文本）");
   return Lexer(statement, dialect).Run();
 }
 

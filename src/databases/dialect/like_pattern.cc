@@ -13,7 +13,8 @@ struct Character {
 };
 Character FrontCharacter(std::string_view text) {
   Character front{Fold(text.front()), 1};
-  while (front.length < text.size() && front.length < 4 && (static_cast<unsigned char>(text[front.length]) & 0xC0) == 0x80) {
+  while (front.length < text.size() && front.length < 4 &&
+         (static_cast<unsigned char>(text[front.length]) & 0xC0) == 0x80) {
     front.code = front.code << 8 | static_cast<unsigned char>(text[front.length++]);
   }
   return front;

@@ -79,7 +79,8 @@ Value Round(Arguments values) {
   const int kept = static_cast<int>(std::min<int64_t>(std::max<int64_t>(*places, -kMostPlaces), kMostPlaces));
   if (values[0].As<int64_t>() != nullptr && kept >= 0) return values[0];
   if (const auto* money = values[0].As<Money>()) {
-    return kept >= kMoneyPlaces ? values[0] : Value(RoundMoney(*money, PowerOfTen(std::min(kMoneyPlaces - kept, 18)), rounding));
+    return kept >= kMoneyPlaces ? values[0]
+                                : Value(RoundMoney(*money, PowerOfTen(std::min(kMoneyPlaces - kept, 18)), rounding));
   }
   const auto number = values[0].Number();
   return number ? Value(kept == 0 ? RoundWhole(*number, rounding) : RoundDecimals(*number, kept, rounding)) : Value();
@@ -88,7 +89,8 @@ Value Round(Arguments values) {
 Value Absolute(Arguments values) {
   const Value& value = values[0];
   if (const auto* money = value.As<Money>()) return money->units() < 0 ? Value(-*money) : value;
-  if (const auto* whole = value.As<int64_t>(); whole != nullptr && *whole != INT64_MIN) return Value(*whole < 0 ? -*whole : *whole);
+  if (const auto* whole = value.As<int64_t>(); whole != nullptr && *whole != INT64_MIN)
+    return Value(*whole < 0 ? -*whole : *whole);
   const auto number = value.Number();
   return number ? Value(std::fabs(*number)) : Value();
 }

@@ -14,7 +14,9 @@ using base::Date;
 using base::Money;
 using base::Value;
 
-[[noreturn]] void ThrowNumberOverflow() { throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。"); }
+[[noreturn]] void ThrowNumberOverflow() {
+  throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
+}
 
 constexpr double kSecondsPerDay = 86400.0;
 
@@ -296,7 +298,8 @@ std::optional<Money> MultiplyMoney(Money money, const Value& factor) {
       behind_point = true;
       continue;
     }
-    if (__builtin_mul_overflow(digits, int64_t{10}, &digits) || __builtin_add_overflow(digits, int64_t{c - '0'}, &digits)) {
+    if (__builtin_mul_overflow(digits, int64_t{10}, &digits) ||
+        __builtin_add_overflow(digits, int64_t{c - '0'}, &digits)) {
       Money::ThrowOverflow();
     }
     if (behind_point) ++decimals;
@@ -324,7 +327,8 @@ std::string PlainDecimal(const Value& value) {
   const auto number = value.Number();
   if (!number) return {};
   std::array<char, 400> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), *number, std::chars_format::fixed);
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(), *number, std::chars_format::fixed);
   if (error != std::errc()) return {};
   return {digits.data(), static_cast<size_t>(end - digits.data())};
 }

@@ -95,7 +95,8 @@ class StatementParser {
 
   uint64_t ParseTop() {
     const bool parenthesis = dialect_ == Dialect::kServer && tokens_.TakeSymbol("(");
-    const auto count = tokens_.Peek().type == TokenType::kInteger ? base::ParseInteger(tokens_.Peek().text) : std::nullopt;
+    const auto count =
+        tokens_.Peek().type == TokenType::kInteger ? base::ParseInteger(tokens_.Peek().text) : std::nullopt;
     if (!count) tokens_.RefuseHere("TOP 之后应为行数");
     tokens_.Take();
     if (parenthesis) tokens_.ExpectSymbol(")");
@@ -115,8 +116,9 @@ class StatementParser {
     }
     item.expr = expressions_.Parse();
     if (tokens_.TakeKeyword("AS")) {
-      item.alias = tokens_.Peek().type == TokenType::kText && dialect_ == Dialect::kServer ? tokens_.Take().text
-                                                                                           : tokens_.ExpectName("字段的别名");
+      item.alias = tokens_.Peek().type == TokenType::kText && dialect_ == Dialect::kServer
+                       ? tokens_.Take().text
+                       : tokens_.ExpectName("字段的别名");
     } else if (tokens_.AtName()) {
       item.alias = tokens_.Take().text;
     }

@@ -26,8 +26,8 @@ std::span<const ScalarFunction> NumberFunctions();
 std::span<const ScalarFunction> DateFunctions();
 std::span<const ScalarFunction> ConversionFunctions();
 
-// -1, 0 or 1; nothing where either is null or the two do not compare. Numbers, money and dates compare exactly with each
-// other and with texts that spell one; two texts compare byte by byte.
+// -1, 0 or 1; nothing where either is null or the two do not compare. Numbers, money and dates compare exactly with
+// each other and with texts that spell one; two texts compare byte by byte.
 std::optional<int> CompareValues(const base::Value& left, const base::Value& right);
 
 // The desktop's Format(value, pattern): "00", "#,##0.00", "0%", "yyyy-MM-dd", "yyyy年MM月dd日", "Standard"…

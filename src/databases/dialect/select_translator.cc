@@ -75,7 +75,8 @@ TranslatedQuery SelectTranslator::Translate(const Query& query, const Scope* out
 size_t SelectTranslator::ResolveOrder(const Expr& item, const std::vector<ResultColumn>& columns) {
   if (item.kind == ExprKind::kInteger) {
     const auto ordinal = base::ParseInteger(item.text);
-    if (ordinal && *ordinal >= 1 && static_cast<uint64_t>(*ordinal) <= columns.size()) return static_cast<size_t>(*ordinal - 1);
+    if (ordinal && *ordinal >= 1 && static_cast<uint64_t>(*ordinal) <= columns.size())
+      return static_cast<size_t>(*ordinal - 1);
     throw Refusal(item.offset, "ORDER BY 的序号“" + item.text + "”超出字段数");
   }
   if (item.kind != ExprKind::kColumn || !item.qualifier.empty()) {
@@ -117,7 +118,8 @@ BoundSelect SelectTranslator::Bind(const SelectCore& core, const Scope* outer, c
 std::string SelectTranslator::Write(const BoundSelect& select, const std::vector<ValueClass>& classes) {
   std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   for (size_t index = 0; index < select.outputs.size(); ++index) {
-    sql.append(index == 0 ? "" : ", ").append(ExpressionTranslator::ConvertTo(select.outputs[index], classes[index]).sql);
+    sql.append(index == 0 ? "" : ", ")
+        .append(ExpressionTranslator::ConvertTo(select.outputs[index], classes[index]).sql);
     sql.append(" AS c").append(std::to_string(index));
   }
   if (!select.from.empty()) sql += " FROM " + select.from;
@@ -147,14 +149,16 @@ void SelectTranslator::BindSource(const TableRef& ref, BoundSelect& select) {
     select.from += "(" + query.sql + ") AS " + source.alias;
     for (size_t index = 0; index < query.columns.size(); ++index) {
       const ResultColumn& column = query.columns[index];
-      source.columns.push_back({column.name, source.alias + ".c" + std::to_string(index), column.cls, ResultFormOf(column.cls), source.id});
+      source.columns.push_back(
+          {column.name, source.alias + ".c" + std::to_string(index), column.cls, ResultFormOf(column.cls), source.id});
     }
   } else {
     source.table = schema_.FindTable(ref.name);
     if (source.table == nullptr) throw Refusal(ref.offset, "数据库中没有名为“" + ref.name + "”的表");
     select.from += QuotedName(source.table->name) + " AS " + source.alias;
     for (const TableColumn& column : source.table->columns) {
-      source.columns.push_back({column.name, source.alias + "." + QuotedName(column.name), column.cls, RawFormOf(column.cls), source.id});
+      source.columns.push_back(
+          {column.name, source.alias + "." + QuotedName(column.name), column.cls, RawFormOf(column.cls), source.id});
     }
   }
   select.scope->sources.push_back(std::move(source));
@@ -169,7 +173,9 @@ void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, bool o
   const size_t first = select.scope->sources.size();
   BindJoin(*ref.left, select, outermost);
   const SourceSet left = SetOf(*select.scope, first);
-  const char* word = ref.join == JoinType::kInner ? " JOIN " : ref.join == JoinType::kLeft ? " LEFT JOIN " : " RIGHT JOIN ";
+  const char* word = ref.join == JoinType::kInner  ? " JOIN "
+                     : ref.join == JoinType::kLeft ? " LEFT JOIN "
+                                                   : " RIGHT JOIN ";
   select.from += word;
   const size_t middle = select.scope->sources.size();
   const bool nested = ref.right->left != nullptr;
@@ -183,7 +189,8 @@ void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, bool o
   if (outermost) select.joins.push_back(step);
 }
 
-void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSet left, SourceSet right, JoinStep& step) {
+void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSet left, SourceSet right,
+                              JoinStep& step) {
   const Scope& scope = *select.scope;
   if (dialect_ == Dialect::kDesktop) CheckDesktopOn(*ref.on, scope, left, right);
   auto expressions = Expressions(scope);
@@ -204,7 +211,8 @@ void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSe
   step.new_column = b;
 }
 
-// The desktop database joins on comparisons of a column of the one side with a column of the other, and on nothing else.
+// The desktop database joins on comparisons of a column of the one side with a column of the other, and on nothing
+// else.
 void SelectTranslator::CheckDesktopOn(const Expr& on, const Scope& scope, SourceSet left, SourceSet right) const {
   static constexpr std::string_view kComparisons = "= <> <= >= < >";
   if (on.kind == ExprKind::kBinary && (on.text == "AND" || on.text == "OR")) {
@@ -234,7 +242,9 @@ void SelectTranslator::BindItems(const SelectCore& core, BoundSelect& select) {
     }
     TypedSql value = expressions.TranslateValue(*item.expr);
     std::string name = item.alias;
-    if (name.empty()) name = item.expr->kind == ExprKind::kColumn ? item.expr->text : "Expr" + std::to_string(1000 + select.outputs.size());
+    if (name.empty())
+      name = item.expr->kind == ExprKind::kColumn ? item.expr->text
+                                                  : "Expr" + std::to_string(1000 + select.outputs.size());
     select.columns.push_back({std::move(name), value.cls});
     select.outputs.push_back(std::move(value));
   }
@@ -294,9 +304,10 @@ void SelectTranslator::BindOrder(const std::vector<OrderItem>& order, BoundSelec
   for (const OrderItem& item : order) {
     const Expr& expr = *item.expr;
     const bool plain_name = expr.kind == ExprKind::kColumn && expr.qualifier.empty();
-    const bool alias = plain_name && std::any_of(select.columns.begin(), select.columns.end(), [&](const ResultColumn& column) {
-                         return base::EqualsIgnoringCase(column.name, expr.text);
-                       });
+    const bool alias =
+        plain_name && std::any_of(select.columns.begin(), select.columns.end(), [&](const ResultColumn& column) {
+          return base::EqualsIgnoringCase(column.name, expr.text);
+        });
     const char* direction = item.descending ? " DESC" : "";
     if (expr.kind == ExprKind::kInteger || alias) {
       const size_t index = ResolveOrder(expr, select.columns);

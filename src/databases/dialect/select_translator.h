@@ -22,8 +22,8 @@ struct TranslatedQuery {
   std::vector<ResultColumn> columns;
 };
 
-// One step of a FROM that adds a table to those before it: `new_column` of the table equals `old_column` of one of them.
-// Steps that are not of this kind have no columns.
+// One step of a FROM that adds a table to those before it: `new_column` of the table equals `old_column` of one of
+// them. Steps that are not of this kind have no columns.
 struct JoinStep {
   JoinType type = JoinType::kInner;
   size_t source = 0;
@@ -40,9 +40,9 @@ struct BoundSelect {
   std::vector<ResultColumn> columns;
   std::vector<TypedSql> outputs;  // canonical
   std::string from;
-  bool chained = false;             // one table after the other, joined by `joins`
+  bool chained = false;  // one table after the other, joined by `joins`
   std::vector<JoinStep> joins;
-  std::vector<TypedSql> conditions;  // of WHERE, all of which must hold
+  std::vector<TypedSql> conditions;         // of WHERE, all of which must hold
   std::vector<std::string> groups;          // as they compare with other expressions
   std::vector<std::string> written_groups;  // canonical
   std::string having;

@@ -10,7 +10,8 @@ namespace {
 
 // SELECT * FROM (query): nothing of its own.
 const Query* WrappedQuery(const SelectCore& core) {
-  const bool bare = !core.distinct && !core.top && core.where == nullptr && core.group_by.empty() && core.having == nullptr;
+  const bool bare =
+      !core.distinct && !core.top && core.where == nullptr && core.group_by.empty() && core.having == nullptr;
   if (!bare || core.items.size() != 1 || core.from.size() != 1) return nullptr;
   if (core.items[0].expr != nullptr || !core.items[0].all_of.empty()) return nullptr;
   return core.from[0]->query.get();
@@ -18,7 +19,8 @@ const Query* WrappedQuery(const SelectCore& core) {
 
 const SelectCore& Unwrapped(const SelectCore& core) {
   const SelectCore* at = &core;
-  for (const Query* inner = WrappedQuery(*at); inner != nullptr && inner->arms.size() == 1 && inner->order.empty() && !inner->arms[0].top;
+  for (const Query* inner = WrappedQuery(*at);
+       inner != nullptr && inner->arms.size() == 1 && inner->order.empty() && !inner->arms[0].top;
        inner = WrappedQuery(*at)) {
     at = &inner->arms[0];
   }
@@ -35,22 +37,25 @@ bool IsPlainSelect(const BoundSelect& select) {
 bool OutputsAreOwn(const PlanArm& arm) {
   SourceSet own;
   for (const BoundSource& source : arm.select.scope->sources) own.Add(source.id);
-  return std::all_of(arm.outputs.begin(), arm.outputs.end(), [&](const TypedSql& output) { return output.sources.IsWithin(own); });
+  return std::all_of(arm.outputs.begin(), arm.outputs.end(),
+                     [&](const TypedSql& output) { return output.sources.IsWithin(own); });
 }
 
 // The column of the result that a key names, with or without the name of the derived table around the union.
-std::optional<size_t> KeyColumn(const Expr& expr, const std::string& wrapper, const std::vector<ResultColumn>& columns) {
+std::optional<size_t> KeyColumn(const Expr& expr, const std::string& wrapper,
+                                const std::vector<ResultColumn>& columns) {
   if (expr.kind == ExprKind::kInteger) return SelectTranslator::ResolveOrder(expr, columns);
   if (expr.kind != ExprKind::kColumn) return std::nullopt;
-  if (!expr.qualifier.empty() && (wrapper.empty() || !base::EqualsIgnoringCase(expr.qualifier, wrapper))) return std::nullopt;
+  if (!expr.qualifier.empty() && (wrapper.empty() || !base::EqualsIgnoringCase(expr.qualifier, wrapper)))
+    return std::nullopt;
   for (size_t index = 0; index < columns.size(); ++index) {
     if (base::EqualsIgnoringCase(columns[index].name, expr.text)) return index;
   }
   return std::nullopt;
 }
 
-std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<OrderItem>& order, const std::string& wrapper,
-                                       SelectTranslator& translator) {
+std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<OrderItem>& order,
+                                       const std::string& wrapper, SelectTranslator& translator) {
   if (std::any_of(query.union_all.begin(), query.union_all.end(), [](bool all) { return all; })) return std::nullopt;
   StatementPlan plan;
   plan.distinct_union = true;
@@ -104,7 +109,8 @@ std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, 
   const Query* inner = WrappedQuery(query.arms[0]);
   if (inner == nullptr) return query.order.empty() ? std::nullopt : PlanSingle(query, translator);
   const std::string& wrapper = query.arms[0].from[0]->alias;
-  while (inner->arms.size() == 1 && inner->order.empty() && WrappedQuery(inner->arms[0]) != nullptr) inner = WrappedQuery(inner->arms[0]);
+  while (inner->arms.size() == 1 && inner->order.empty() && WrappedQuery(inner->arms[0]) != nullptr)
+    inner = WrappedQuery(inner->arms[0]);
   if (inner->arms.size() < 2 || !inner->order.empty()) return std::nullopt;
   return PlanUnion(*inner, query.order, wrapper, translator);
 }

@@ -40,14 +40,17 @@ Value Middle(Arguments values) {
     first = 1;
   }
   const std::string text = values[0].Text();
-  return Value(std::string(base::MidCharacters(text, static_cast<size_t>(*first), static_cast<size_t>(std::max<int64_t>(*count, 0)))));
+  return Value(std::string(
+      base::MidCharacters(text, static_cast<size_t>(*first), static_cast<size_t>(std::max<int64_t>(*count, 0)))));
 }
 
 Value Length(Arguments values) {
   return values[0].IsNull() ? Value() : Value(static_cast<int64_t>(base::CharacterCount(values[0].Text())));
 }
 
-std::string_view TrimLeft(std::string_view text) { return text.substr(std::min(text.find_first_not_of(' '), text.size())); }
+std::string_view TrimLeft(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
 std::string_view TrimRight(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
 // The server does not count trailing blanks.
@@ -62,7 +65,8 @@ Value Trimmed(Arguments values) {
 
 std::string AsciiUpper(std::string_view text) {
   std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  std::transform(upper.begin(), upper.end(), upper.begin(),
+                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
   return upper;
 }
 
@@ -87,7 +91,8 @@ Value Position(const Value& start, const Value& text_value, const Value& what_va
 
 // InStr([start,] text, what)
 Value InText(Arguments values) {
-  return values.size() > 2 ? Position(values[0], values[1], values[2]) : Position(Value(int64_t{1}), values[0], values[1]);
+  return values.size() > 2 ? Position(values[0], values[1], values[2])
+                           : Position(Value(int64_t{1}), values[0], values[1]);
 }
 
 // CHARINDEX(what, text[, start])

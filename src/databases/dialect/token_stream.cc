@@ -11,9 +11,9 @@ namespace stockbook::databases {
 namespace {
 
 constexpr std::array<std::string_view, 31> kReserved = {
-    "SELECT", "FROM",  "WHERE", "GROUP", "ORDER", "BY",  "HAVING", "UNION", "ALL",     "DISTINCT", "TOP",
-    "AS",     "ON",    "INNER", "LEFT",  "RIGHT", "JOIN", "OUTER", "CROSS", "FULL",    "AND",      "OR",
-    "NOT",    "IN",    "IS",    "NULL",  "LIKE",  "CASE", "WHEN",  "EXISTS", "BETWEEN"};
+    "SELECT", "FROM", "WHERE", "GROUP", "ORDER", "BY",   "HAVING", "UNION",  "ALL",    "DISTINCT", "TOP",
+    "AS",     "ON",   "INNER", "LEFT",  "RIGHT", "JOIN", "OUTER",  "CROSS",  "FULL",   "AND",      "OR",
+    "NOT",    "IN",   "IS",    "NULL",  "LIKE",  "CASE", "WHEN",   "EXISTS", "BETWEEN"};
 
 constexpr size_t kShownCharacters = 30;
 

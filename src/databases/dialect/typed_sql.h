@@ -15,9 +15,9 @@
 
 namespace stockbook::databases {
 
-// How a stored value is to be read. Inside translated statements money travels as whole units (kUnits: an integer counts
-// units of 1/10,000, a text is one that spells no amount) and dates as the text of base::Date (kDateText); columns of the
-// file's own tables are in the raw forms: money as any number or decimal text, dates as ISO text.
+// How a stored value is to be read. Inside translated statements money travels as whole units (kUnits: an integer
+// counts units of 1/10,000, a text is one that spells no amount) and dates as the text of base::Date (kDateText);
+// columns of the file's own tables are in the raw forms: money as any number or decimal text, dates as ISO text.
 enum class Form : char { kPlain = 'v', kReal = 'r', kUnits = 'm', kDateText = 'd', kRawMoney = 'M', kRawDate = 'D' };
 
 // The form in which a column of the class stands in a file's table, and in which it leaves a select.
@@ -35,9 +35,9 @@ struct BoundColumn {
 
 // A table or derived table of a FROM, under the name that the statement gives it.
 struct BoundSource {
-  size_t id = 0;      // unique in the statement
-  std::string name;   // as the statement calls it
-  std::string alias;  // as the translation calls it
+  size_t id = 0;                       // unique in the statement
+  std::string name;                    // as the statement calls it
+  std::string alias;                   // as the translation calls it
   const TableSchema* table = nullptr;  // nullptr for derived tables
   std::vector<BoundColumn> columns;
 };
@@ -80,10 +80,10 @@ struct TypedSql {
   Form form = Form::kPlain;
   SourceSet sources;
   bool has_aggregate = false;
-  std::optional<size_t> ungrouped;        // where a column stands outside of every aggregate and grouped expression
-  const BoundColumn* column = nullptr;    // set for a bare column
-  const BoundColumn* negated = nullptr;   // set for minus a bare column
-  std::optional<base::Value> constant;    // set for literals
+  std::optional<size_t> ungrouped;       // where a column stands outside of every aggregate and grouped expression
+  const BoundColumn* column = nullptr;   // set for a bare column
+  const BoundColumn* negated = nullptr;  // set for minus a bare column
+  std::optional<base::Value> constant;   // set for literals
 };
 
 std::string QuotedName(std::string_view name);

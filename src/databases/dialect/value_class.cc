@@ -33,7 +33,9 @@ ValueClass Unify(ValueClass left, ValueClass right) {
   if (left == ValueClass::kNull) return right;
   const auto either = [&](ValueClass cls) { return left == cls || right == cls; };
   if (either(ValueClass::kMoney)) {
-    return either(ValueClass::kText) ? ValueClass::kText : either(ValueClass::kDate) ? ValueClass::kText : ValueClass::kMoney;
+    return either(ValueClass::kText)   ? ValueClass::kText
+           : either(ValueClass::kDate) ? ValueClass::kText
+                                       : ValueClass::kMoney;
   }
   if (either(ValueClass::kDate) && either(ValueClass::kText)) return ValueClass::kText;
   if (IsNumeric(left) && IsNumeric(right)) return either(ValueClass::kReal) ? ValueClass::kReal : ValueClass::kInteger;

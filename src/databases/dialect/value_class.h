@@ -16,7 +16,8 @@ ValueClass ClassOfDeclaredType(std::string_view declared);
 ValueClass Unify(ValueClass left, ValueClass right);
 
 constexpr bool IsNumeric(ValueClass cls) {
-  return cls == ValueClass::kBoolean || cls == ValueClass::kInteger || cls == ValueClass::kReal || cls == ValueClass::kMoney;
+  return cls == ValueClass::kBoolean || cls == ValueClass::kInteger || cls == ValueClass::kReal ||
+         cls == ValueClass::kMoney;
 }
 
 }  // namespace stockbook::databases

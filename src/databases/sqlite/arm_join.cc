@@ -55,7 +55,8 @@ class ArmJoiner {
 
  private:
   size_t TableOf(size_t source_id) const {
-    const auto found = std::find_if(parts_.begin(), parts_.end(), [&](const TablePart& part) { return part.source->id == source_id; });
+    const auto found =
+        std::find_if(parts_.begin(), parts_.end(), [&](const TablePart& part) { return part.source->id == source_id; });
     if (found == parts_.end()) throw NotCovered{};
     return static_cast<size_t>(found - parts_.begin());
   }
@@ -82,9 +83,8 @@ class ArmJoiner {
   // Each condition is left to the table that it is about; on the optional side of a join it would mean something else.
   void PlanConditions() {
     for (const TypedSql& condition : arm_.select.conditions) {
-      const auto owner = std::find_if(parts_.begin(), parts_.end(), [&](const TablePart& part) {
-        return condition.sources.IsOnly(part.source->id);
-      });
+      const auto owner = std::find_if(parts_.begin(), parts_.end(),
+                                      [&](const TablePart& part) { return condition.sources.IsOnly(part.source->id); });
       if (owner == parts_.end() || owner->IsLeft()) throw NotCovered{};
       owner->conditions.push_back(condition.sql);
     }
@@ -270,7 +270,8 @@ class ArmJoiner {
     const size_t rows = parts_[0].rows;
     size_t kept = 0;
     for (size_t row = 0; row < rows; ++row) {
-      const bool whole = std::none_of(sources.begin(), sources.end(), [&](const auto& places) { return places[row] == kNoRow; });
+      const bool whole =
+          std::none_of(sources.begin(), sources.end(), [&](const auto& places) { return places[row] == kNoRow; });
       if (!whole) continue;
       for (auto& places : sources) places[kept] = places[row];
       ++kept;
@@ -284,7 +285,8 @@ class ArmJoiner {
     std::vector<uint32_t> order(result_.rows);
     std::iota(order.begin(), order.end(), 0U);
     const std::vector<uint32_t>& first = result_.rows_of_source[0];
-    std::sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) { return row_numbers_[first[a]] < row_numbers_[first[b]]; });
+    std::sort(order.begin(), order.end(),
+              [&](uint32_t a, uint32_t b) { return row_numbers_[first[a]] < row_numbers_[first[b]]; });
     for (auto& places : result_.rows_of_source) {
       std::vector<uint32_t> sorted(order.size());
       std::transform(order.begin(), order.end(), sorted.begin(), [&](uint32_t row) { return places[row]; });

@@ -68,8 +68,8 @@ void Catalog::ReadColumns(Entry& entry) const {
 bool Catalog::ComparesByBytes(const TableSchema& table) const {
   return std::all_of(table.columns.begin(), table.columns.end(), [&](const TableColumn& column) {
     const char* collation = nullptr;
-    const int code = sqlite3_table_column_metadata(database_.handle(), "main", table.name.c_str(), column.name.c_str(), nullptr,
-                                                   &collation, nullptr, nullptr, nullptr);
+    const int code = sqlite3_table_column_metadata(database_.handle(), "main", table.name.c_str(), column.name.c_str(),
+                                                   nullptr, &collation, nullptr, nullptr, nullptr);
     return code == SQLITE_OK && collation != nullptr && base::EqualsIgnoringCase(collation, "BINARY");
   });
 }

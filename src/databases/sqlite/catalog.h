@@ -10,7 +10,8 @@
 
 namespace stockbook::databases {
 
-// The tables and views of an open file, read when they are first asked for and forgotten when the file's schema changes.
+// The tables and views of an open file, read when they are first asked for and forgotten when the file's schema
+// changes.
 class Catalog : public SchemaSource {
  public:
   explicit Catalog(const Database& database) : database_(database) {}

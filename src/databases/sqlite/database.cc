@@ -57,14 +57,17 @@ std::string Explain(int code, const std::string& file, const char* detail) {
 Database::Database(const std::string& file) : file_(file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
-  if (!std::filesystem::exists(status)) throw platform::Error("Open", "找不到数据库文件“" + file + "”", SQLITE_CANTOPEN);
-  if (std::filesystem::is_directory(status)) throw platform::Error("Open", "“" + file + "”是文件夹，不是数据库文件", SQLITE_CANTOPEN);
+  if (!std::filesystem::exists(status))
+    throw platform::Error("Open", "找不到数据库文件“" + file + "”", SQLITE_CANTOPEN);
+  if (std::filesystem::is_directory(status))
+    throw platform::Error("Open", "“" + file + "”是文件夹，不是数据库文件", SQLITE_CANTOPEN);
   TurnOffMemoryStatistics();
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) {
-    throw platform::Error("Open", Explain(code, file, opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code)), code);
+    throw platform::Error("Open",
+                          Explain(code, file, opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code)), code);
   }
   sqlite3_busy_timeout(opened, kBusyTimeoutMs);
   sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
@@ -99,11 +102,13 @@ bool Statement::Step() {
 std::string_view Statement::Text(int column) const {
   const auto* text = sqlite3_column_blob(handle_.get(), column);
   const int bytes = sqlite3_column_bytes(handle_.get(), column);
-  return text == nullptr ? std::string_view() : std::string_view(static_cast<const char*>(text), static_cast<size_t>(bytes));
+  return text == nullptr ? std::string_view()
+                         : std::string_view(static_cast<const char*>(text), static_cast<size_t>(bytes));
 }
 
 ReadTransaction::ReadTransaction(const Database& database) : database_(database) {
-  if (sqlite3_exec(database.handle(), "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) throw database.ErrorOf("Execute");
+  if (sqlite3_exec(database.handle(), "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK)
+    throw database.ErrorOf("Execute");
 }
 
 ReadTransaction::~ReadTransaction() { sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr); }

@@ -38,7 +38,8 @@ void CallScalar(sqlite3_context* context, int count, sqlite3_value** stored) {
     std::vector<Value> many;
     if (arguments > few.size()) many.resize(arguments);
     Value* values = many.empty() ? few.data() : many.data();
-    for (size_t index = 0; index < arguments; ++index) values[index] = ReadValue(stored[index + 1], static_cast<Form>(forms[index]));
+    for (size_t index = 0; index < arguments; ++index)
+      values[index] = ReadValue(stored[index + 1], static_cast<Form>(forms[index]));
     WriteValue(context, function.apply({values, arguments}));
   });
 }
@@ -47,7 +48,8 @@ void CallScalar(sqlite3_context* context, int count, sqlite3_value** stored) {
 SumState* StateOf(sqlite3_context* context, bool create) {
   size_t space = sizeof(SumState) + alignof(SumState);
   void* memory = sqlite3_aggregate_context(context, create ? static_cast<int>(space) : 0);
-  return memory == nullptr ? nullptr : static_cast<SumState*>(std::align(alignof(SumState), sizeof(SumState), memory, space));
+  return memory == nullptr ? nullptr
+                           : static_cast<SumState*>(std::align(alignof(SumState), sizeof(SumState), memory, space));
 }
 
 template <Form form>
@@ -78,7 +80,8 @@ using Step = void (*)(sqlite3_context*, int, sqlite3_value**);
 using Finish = void (*)(sqlite3_context*);
 
 void RegisterAggregate(const Database& database, const char* name, Step step, Finish finish) {
-  if (sqlite3_create_function_v2(database.handle(), name, 1, SQLITE_UTF8, nullptr, nullptr, step, finish, nullptr) != SQLITE_OK) {
+  if (sqlite3_create_function_v2(database.handle(), name, 1, SQLITE_UTF8, nullptr, nullptr, step, finish, nullptr) !=
+      SQLITE_OK) {
     throw database.ErrorOf("Open");
   }
 }
@@ -88,11 +91,13 @@ bool DependsOnTheClock(std::string_view name) { return name == "sb_now" || name 
 }  // namespace
 
 void RegisterFunctions(const Database& database) {
-  for (const auto functions : {OperatorFunctions(), TextFunctions(), NumberFunctions(), DateFunctions(), ConversionFunctions()}) {
+  for (const auto functions :
+       {OperatorFunctions(), TextFunctions(), NumberFunctions(), DateFunctions(), ConversionFunctions()}) {
     for (const ScalarFunction& function : functions) {
       const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (DependsOnTheClock(function.name) ? 0 : SQLITE_DETERMINISTIC);
       auto* data = const_cast<ScalarFunction*>(&function);  // handed back as it is, and only read
-      if (sqlite3_create_function_v2(database.handle(), function.name, -1, flags, data, CallScalar, nullptr, nullptr, nullptr) != SQLITE_OK) {
+      if (sqlite3_create_function_v2(database.handle(), function.name, -1, flags, data, CallScalar, nullptr, nullptr,
+                                     nullptr) != SQLITE_OK) {
         throw database.ErrorOf("Open");
       }
     }

@@ -51,7 +51,8 @@ class PlaceTable {
 
 class PlanRun {
  public:
-  PlanRun(const Database& database, const StatementPlan& plan, ArmReading reading) : plan_(plan), sinks_(plan.arms[0].outputs.size()) {
+  PlanRun(const Database& database, const StatementPlan& plan, ArmReading reading)
+      : plan_(plan), sinks_(plan.arms[0].outputs.size()) {
     for (const PlanArm& arm : plan.arms) {
       arms_.push_back(reading == ArmReading::kJoined ? JoinArm(database, arm, sinks_) : StepArm(database, arm, sinks_));
     }
@@ -77,7 +78,8 @@ class PlanRun {
     std::vector<uint32_t> order(sorter.order().size());
     for (size_t index = 0; index < plan_.result_columns; ++index) {
       const std::vector<uint32_t>& at = places.Of(index);
-      std::transform(sorter.order().begin(), sorter.order().end(), order.begin(), [&](uint32_t row) { return at[row]; });
+      std::transform(sorter.order().begin(), sorter.order().end(), order.begin(),
+                     [&](uint32_t row) { return at[row]; });
       platform::Column source = std::move(columns_[index]);
       fields.push_back({columns[index].name, source.Gather(order)});
     }
@@ -85,7 +87,8 @@ class PlanRun {
   }
 
  private:
-  // A union orders rows by all their columns on its way to find duplicates; what the keys leave equal stays in that order.
+  // A union orders rows by all their columns on its way to find duplicates; what the keys leave equal stays in that
+  // order.
   void DropDuplicates(RowSorter& sorter, PlaceTable& places) const {
     for (size_t index = 0; index < plan_.result_columns && sorter.HasTies(); ++index) {
       sorter.Refine({&columns_[index], places.Of(index)}, RowSorter::Direction::kAscending);

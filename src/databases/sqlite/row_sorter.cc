@@ -208,7 +208,8 @@ void RowSorter::SortItems() {
     return;
   }
   // Tied rows stand in the order of their numbers, so the number keeps the sort stable.
-  std::sort(items_.begin(), items_.end(), [](const Item& a, const Item& b) { return a.key != b.key ? a.key < b.key : a.row < b.row; });
+  std::sort(items_.begin(), items_.end(),
+            [](const Item& a, const Item& b) { return a.key != b.key ? a.key < b.key : a.row < b.row; });
 }
 
 void RowSorter::RadixSortItems(uint64_t lowest, int bits) {

@@ -22,9 +22,9 @@ struct Cells {
   std::span<const uint32_t> at;
 };
 
-// Puts rows in order key by key, in the order that SQLite gives to values: nulls, then numbers, then texts byte by byte.
-// Rows that are equal so far keep their order. A key costs O(n) where it is a small range of numbers, and otherwise
-// O(n log n) on eight bytes at a time; it costs nothing for rows that are no longer tied.
+// Puts rows in order key by key, in the order that SQLite gives to values: nulls, then numbers, then texts byte by
+// byte. Rows that are equal so far keep their order. A key costs O(n) where it is a small range of numbers, and
+// otherwise O(n log n) on eight bytes at a time; it costs nothing for rows that are no longer tied.
 class RowSorter {
  public:
   explicit RowSorter(size_t rows);

@@ -38,7 +38,8 @@ std::optional<Money> AmountOfReal(double number) {
   // Far from a half unit, the nearest unit is the answer whatever the decimal digits are.
   const double units = number * static_cast<double>(Money::kScale);
   const double nearest = std::nearbyint(units);
-  if (std::fabs(nearest) < 1e14 && std::fabs(units - nearest) < 0.49) return Money::FromUnits(static_cast<int64_t>(nearest));
+  if (std::fabs(nearest) < 1e14 && std::fabs(units - nearest) < 0.49)
+    return Money::FromUnits(static_cast<int64_t>(nearest));
   return Value(number).AsMoney();
 }
 
@@ -82,10 +83,11 @@ int DigitsAt(std::string_view text, size_t at, size_t count) {
   return number;
 }
 
-// Days from the zero date to a day of the Gregorian calendar; years are counted from March, so that leap days come last.
+// Days from the zero date to a day of the Gregorian calendar; years are counted from March, so that leap days come
+// last.
 int64_t DayNumber(int year, int month, int day) {
-  constexpr int64_t kDaysOfEra = 146097;           // of 400 years
-  constexpr int64_t kZeroDate = 693899;            // 1899-12-30, counted from 0000-03-01
+  constexpr int64_t kDaysOfEra = 146097;  // of 400 years
+  constexpr int64_t kZeroDate = 693899;   // 1899-12-30, counted from 0000-03-01
   const int shifted_year = month > 2 ? year : year - 1;
   const int64_t era = shifted_year / 400;
   const int64_t year_of_era = shifted_year - era * 400;

@@ -14,7 +14,8 @@ std::vector<platform::Field> ExecuteStatement(const Database& database, const Tr
   }
   StepInto(statement, feeds);
   std::vector<platform::Field> fields;
-  for (size_t index = 0; index < sinks.size(); ++index) fields.push_back({query.columns[index].name, sinks[index].builder.Finish()});
+  for (size_t index = 0; index < sinks.size(); ++index)
+    fields.push_back({query.columns[index].name, sinks[index].builder.Finish()});
   return fields;
 }
 
