@@ -32,6 +32,8 @@ class GridBulk {
   virtual const Column* LoadedText(int column) const = 0;
   // The hidden data of the records, or nullptr.
   virtual const Column* LoadedData(int column) const = 0;
+  // Whether a record shows, or holds as hidden data, something else than was loaded there; false for an unknown column.
+  virtual bool HasEditedRecords(int column) const = 0;
   // Gives the records of a grid column other contents: shown text and hidden data alike.
   virtual void ReplaceLoaded(int column, Column values) = 0;
   // Other shown texts; the hidden data stays what it was.

@@ -110,6 +110,7 @@ class Sheet final : public platform::Grid {
   int64_t RecordOfRow(int row) const override;
   const platform::Column* LoadedText(int column) const override;
   const platform::Column* LoadedData(int column) const override;
+  bool HasEditedRecords(int column) const override;
   void ReplaceLoaded(int column, platform::Column values) override;
   void ReplaceLoadedText(int column, platform::Column texts) override;
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,

@@ -157,6 +157,10 @@ const Column* Sheet::LoadedData(int column) const {
   return HasColumn(column) ? store_.columns().At(column).LoadedData() : nullptr;
 }
 
+bool Sheet::HasEditedRecords(int column) const {
+  return HasColumn(column) && store_.columns().At(column).HasEditedRecords();
+}
+
 void Sheet::CheckRecords(const char* operation, int column, size_t count) const {
   CheckColumn(operation, column);
   if (count == RecordCount()) return;

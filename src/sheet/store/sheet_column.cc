@@ -104,6 +104,10 @@ bool SheetColumn::HasRecordTexts() const {
   return std::any_of(texts_.begin(), texts_.end(), [](const auto& cell) { return cell.first >= 0; });
 }
 
+bool SheetColumn::HasEditedRecords() const {
+  return HasRecordTexts() || std::any_of(data_.begin(), data_.end(), [](const auto& cell) { return cell.first >= 0; });
+}
+
 void SheetColumn::EraseRows(const std::vector<RowIdRange>& ids) {
   for (const RowIdRange& range : ids) {
     EraseIds(texts_, range);

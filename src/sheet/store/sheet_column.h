@@ -67,6 +67,8 @@ class SheetColumn {
   const platform::Column* LoadedText() const { return loaded_text_.get(); }
   const platform::Column* LoadedData() const { return loaded_data_.get(); }
   bool HasRecordTexts() const;
+  // Texts or hidden data set on records.
+  bool HasEditedRecords() const;
 
   // Forgets everything of the rows.
   void EraseRows(const std::vector<RowIdRange>& ids);
