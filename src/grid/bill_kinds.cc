@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/column.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {
@@ -143,12 +144,10 @@ void BillKinds::DecorateRecords() {
 }
 
 void SetAllCollapsed(platform::Grid& grid, OutlineState state) {
-  const bool redraw = grid.Redraw();
-  grid.SetRedraw(false);
+  const platform::RedrawOff redraw(grid);
   for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1)) {
     grid.SetIsCollapsed(row, state == OutlineState::kCollapsed);
   }
-  grid.SetRedraw(redraw);
 }
 
 }  // namespace stockbook::grid

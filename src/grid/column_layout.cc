@@ -108,7 +108,7 @@ const ColumnLayout::Definition* ColumnLayout::Definitions() {
       {"OtherID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
       {"pdID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
       {"Flag", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"BillName", "单据名称", Hide::kYes, kText, Format::kNone, 400, kLeft},
+      {"BillName", "单据名称", Hide::kYes, kText, Format::kNone, 400, kRight},
   };
   return kDefinitions;
 }

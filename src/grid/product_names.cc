@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/column.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {
@@ -74,6 +75,24 @@ platform::Column ComposeRecords(const Sources& sources, size_t records) {
   return builder.Finish();
 }
 
+// Whether the host wrote into cells that names are composed of.
+bool HasEditedSources(const platform::Grid& grid) {
+  const auto edited = [&](const char* key) { return grid.HasEditedRecords(grid.ColIndex(key)); };
+  return edited("ProductName") || edited("pdID") || std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
+}
+
+// What the records show after a refresh, composed of the cells as they stand.
+platform::Column ComposeRowsOfRecords(const platform::Grid& grid) {
+  const int name = grid.ColIndex("ProductName");
+  const int product = grid.ColIndex("pdID");
+  platform::ColumnBuilder builder;
+  for (size_t record = 0; record < grid.RecordCount(); ++record) {
+    const int row = grid.RowOfRecord(record);
+    builder.AppendText(grid.ValueMatrix(row, product) > 0 ? ComposeProductName(grid, row) : grid.TextMatrix(row, name));
+  }
+  return builder.Finish();
+}
+
 // The first row at or behind `row` that is no record; O(log) steps over a run of records of any length.
 int NextInsertedRow(const platform::Grid& grid, int row) {
   const int64_t record = row < grid.Rows() ? grid.RecordOfRow(row) : -1;
@@ -102,23 +121,22 @@ std::string ComposeProductName(const platform::Grid& grid, int row) {
 }
 
 void RefreshProductNames(platform::Grid& grid) {
-  const std::string tag = grid.Tag();
-  const bool redraw = grid.Redraw();
-  grid.SetTag("Refresh_ProductNames");
-  grid.SetRedraw(false);
+  const platform::BusyTag tag(grid, "Refresh_ProductNames");
+  const platform::RedrawOff redraw(grid);
   const int name = grid.ColIndex("ProductName");
   const int product = grid.ColIndex("pdID");
-  if (name >= 0 && product >= 0) {
+  if (name < 0 || product < 0) return;
+  if (grid.RecordCount() > 0) {
     const Sources sources = SourcesOf(grid);
-    if (grid.RecordCount() > 0 && sources.product != nullptr) {
+    if (HasEditedSources(grid)) {
+      grid.ReplaceLoadedText(name, ComposeRowsOfRecords(grid));
+    } else if (sources.product != nullptr) {
       grid.ReplaceLoadedText(name, ComposeRecords(sources, grid.RecordCount()));
     }
-    for (int row = NextInsertedRow(grid, grid.FixedRows()); row < grid.Rows(); row = NextInsertedRow(grid, row + 1)) {
-      if (grid.ValueMatrix(row, product) > 0) grid.SetTextMatrix(row, name, ComposeProductName(grid, row));
-    }
   }
-  grid.SetRedraw(redraw);
-  grid.SetTag(tag);
+  for (int row = NextInsertedRow(grid, grid.FixedRows()); row < grid.Rows(); row = NextInsertedRow(grid, row + 1)) {
+    if (grid.ValueMatrix(row, product) > 0) grid.SetTextMatrix(row, name, ComposeProductName(grid, row));
+  }
 }
 
 }  // namespace stockbook::grid

@@ -2,6 +2,7 @@
 #include "grid/row_heights.h"
 
 #include "base/text.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {
@@ -38,16 +39,13 @@ RowSizes ReadRowSizes(const platform::Grid& grid) {
 }
 
 void SetColumnsFont(platform::Grid& grid, std::string_view keys, std::string_view font_name) {
-  const bool redraw = grid.Redraw();
-  grid.SetRedraw(false);
-  if (grid.Rows() > grid.FixedRows()) {
-    for (const std::string_view key : base::Split(keys, '|')) {
-      const int column = key.empty() ? -1 : grid.ColIndex(key);
-      if (column < grid.FixedCols()) continue;
-      grid.SetCellFontName({grid.FixedRows(), column, grid.Rows(), column + 1}, font_name.empty() ? "Arial" : font_name);
-    }
+  const platform::RedrawOff redraw(grid);
+  if (grid.Rows() <= grid.FixedRows()) return;
+  for (const std::string_view key : base::Split(keys, '|')) {
+    const int column = key.empty() ? -1 : grid.ColIndex(key);
+    if (column < 0 || column < grid.FixedCols()) continue;
+    grid.SetCellFontName({grid.FixedRows(), column, grid.Rows(), column + 1}, font_name.empty() ? "Arial" : font_name);
   }
-  grid.SetRedraw(redraw);
 }
 
 }  // namespace stockbook::grid

@@ -110,7 +110,7 @@ TEST(ColumnLayout, GivesEveryColumnItsCaptionTypeFormatWidthAndAlignment) {
       {"OtherID", "OtherID", 3, "", 400, 7},
       {"pdID", "pdID", 3, "", 400, 7},
       {"Flag", "Flag", 3, "", 400, 7},
-      {"BillName", "单据名称", 8, "", 400, 1},
+      {"BillName", "单据名称", 8, "", 400, 7},
   };
   ASSERT_EQ(std::size(kExpected), static_cast<size_t>(kColumnCount));
   for (const Expected& expected : kExpected) {

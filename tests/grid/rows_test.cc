@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
 #include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
 
 namespace stockbook::grid {
 namespace {
@@ -194,6 +197,51 @@ TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
   EXPECT_EQ(Get(1, "ProductName"), "");
   RefreshProductNames(sheet_);
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M8[GB1]") << "composing starts from the bare name again";
+}
+
+TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
+  std::vector<platform::Column> loaded;
+  loaded.push_back(Texts({"螺栓", "螺栓", "垫圈", "垫圈"}));
+  loaded.push_back(Texts({"M8", "M8", "D6", "D8"}));
+  loaded.push_back(Texts({"7", "7", "8", "0"}));
+  sheet_.LoadColumns(std::move(loaded), 1);
+  const char* keys[] = {"ProductName", "Model", "pdID"};
+  for (int at = 0; at < 3; ++at) sheet_.SetColKey(at + 1, keys[at]);
+  ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo");
+  EXPECT_FALSE(sheet_.HasEditedRecords(sheet_.ColIndex("Model")));
+  Put(2, "Model", "M10");
+  EXPECT_TRUE(sheet_.HasEditedRecords(sheet_.ColIndex("Model")));
+  sheet_.SetCellData(3, sheet_.ColIndex("ProductName"), base::Value(std::string("弹簧垫圈")));
+  RefreshProductNames(sheet_);
+  EXPECT_EQ(Get(1, "ProductName"), "螺栓 M8");
+  EXPECT_EQ(Get(2, "ProductName"), "螺栓 M10");
+  EXPECT_EQ(Get(3, "ProductName"), "弹簧垫圈 D6");
+  EXPECT_EQ(Get(4, "ProductName"), "垫圈") << "no product key";
+  Put(4, "pdID", "9");
+  Put(1, "pdID", "0");
+  Put(1, "ProductName", "heading");
+  RefreshProductNames(sheet_);
+  EXPECT_EQ(Get(1, "ProductName"), "heading");
+  EXPECT_EQ(Get(4, "ProductName"), "垫圈 D8");
+}
+
+TEST_F(Rows, GetTagAndRedrawBackWhenTheGridRefuses) {
+  testing::FaultyGrid faulty(sheet_);
+  Put(1, "pdID", "7");
+  sheet_.SetIsSubtotal(2, true);
+  sheet_.SetTag("before");
+  const std::function<void()> operations[] = {[&] { RefreshProductNames(faulty); },
+                                              [&] { SetAllCollapsed(faulty, OutlineState::kCollapsed); },
+                                              [&] { SetColumnsFont(faulty, "|Price|", "Arial"); }};
+  for (const auto& operation : operations) {
+    for (const int call : {3, 4}) {
+      faulty.RefuseCall(call);
+      EXPECT_THROW(operation(), platform::Error);
+      faulty.RefuseCall(0);
+      EXPECT_EQ(sheet_.Tag(), "before");
+      EXPECT_TRUE(sheet_.Redraw());
+    }
+  }
 }
 
 TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
