@@ -28,7 +28,8 @@ class EventListener {
 };
 
 // Delivers events to every listener in the order in which they were added. A listener may add or remove listeners, and
-// call back into the control, while an event is delivered; one that is removed hears no more of the same event.
+// call back into the control, while an event is delivered; one that is removed hears no more of the same event. What a listener throws goes on to who raised the event; the listeners behind it
+// do not hear that event.
 class Events {
  public:
   void AddListener(EventListener* listener);
@@ -48,14 +49,27 @@ class Events {
   template <typename Call>
   void Deliver(Call call) {
     // Listeners added meanwhile hear the next event; removed ones leave an empty place until the delivery is over.
-    ++delivering_;
+    const Delivery delivery(*this);
     const size_t count = listeners_.size();
     for (size_t index = 0; index < count; ++index) {
       if (listeners_[index] != nullptr) call(*listeners_[index]);
     }
-    if (--delivering_ == 0 && removed_) Compact();
   }
   void Compact();
+
+  // Counts the deliveries under way, also when a listener throws.
+  class Delivery {
+   public:
+    explicit Delivery(Events& events) : events_(events) { ++events_.delivering_; }
+    ~Delivery() {
+      if (--events_.delivering_ == 0 && events_.removed_) events_.Compact();
+    }
+    Delivery(const Delivery&) = delete;
+    Delivery& operator=(const Delivery&) = delete;
+
+   private:
+    Events& events_;
+  };
 
   std::vector<EventListener*> listeners_;
   int delivering_ = 0;

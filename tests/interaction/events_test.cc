@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 namespace stockbook::interaction {
 namespace {
@@ -65,6 +66,27 @@ TEST(Events, MayAddAndRemoveListenersWhileOneIsDelivered) {
   events.Notify("b");
   EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
   EXPECT_EQ(late.heard, (std::vector<std::string>{"b"}));
+}
+
+TEST(Events, HandOnWhatAListenerThrowsAndGoOnWithTheNextEvent) {
+  Events events;
+  Listener first;
+  Listener second;
+  events.AddListener(&first);
+  events.AddListener(&second);
+  first.on_notify = [&] {
+    events.RemoveListener(&first);
+    throw std::runtime_error("host failed");
+  };
+  EXPECT_THROW(events.Notify("a"), std::runtime_error);
+  EXPECT_TRUE(second.heard.empty());
+  events.Notify("b");
+  EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
+  EXPECT_EQ(second.heard, (std::vector<std::string>{"b"}));
+  events.AddListener(&first);
+  first.on_notify = nullptr;
+  events.Notify("c");
+  EXPECT_EQ(first.heard, (std::vector<std::string>{"a", "c"}));
 }
 
 }  // namespace
