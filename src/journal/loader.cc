@@ -8,6 +8,8 @@
 #include "journal/blank_cells.h"
 #include "journal/query_builder.h"
 #include "journal/running_pass.h"
+#include "platform/error.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::journal {
 namespace {
@@ -37,20 +39,37 @@ MovementSource SourceOf(const platform::Grid& grid, const char* quantity, const 
 }  // namespace
 
 bool Loader::Load() {
-  const bool redraw = grid_.Redraw();
-  const std::string tag = grid_.Tag();
-  grid_.SetRedraw(false);
-  grid_.SetTag("Load");
-  bool loaded = false;
   try {
-    loaded = LoadUnguarded();
+    const platform::RedrawOff redraw(grid_);
+    const platform::BusyTag tag(grid_, "Load");
+    return LoadMarked();
   } catch (const std::exception& error) {
-    steps_.Prompt(error.what());
-    steps_.Process(-1);
+    TellError(error.what());
+    return false;
   }
-  grid_.SetTag(tag);
-  grid_.SetRedraw(redraw);
-  return loaded;
+}
+
+bool Loader::LoadMarked() {
+  try {
+    return LoadUnguarded();
+  } catch (const std::exception& error) {
+    TellError(error.what());
+  } catch (...) {
+    TellError("读入时发生未知错误，读入已停止。");
+  }
+  return false;
+}
+
+void Loader::TellError(const std::string& message) noexcept {
+  // A listener that fails again changes nothing about how the load ends.
+  try {
+    steps_.Prompt(message);
+  } catch (...) {
+  }
+  try {
+    steps_.Process(-1);
+  } catch (...) {
+  }
 }
 
 bool Loader::LoadUnguarded() {
@@ -167,34 +186,50 @@ std::vector<Loader::PeriodRun> Loader::FindPeriods() const {
 }
 
 void Loader::ComputeRows() {
-  RunningBalance balance(BalanceKindOf(steps_.JournalType()), opening_);
   const size_t records = grid_.RecordCount();
   if (records == 0) return;
   steps_.DecorateRecords();
+  const std::vector<PeriodTotals> periods = RunBalance();
+  BlankZeroCells();
+  if (steps_.IsAccRestricted()) MaskAmounts();
+  // Nothing of the grid is held while listeners run: they may do anything to it.
+  for (const PeriodTotals& period : periods) {
+    for (size_t record = period.run.begin; record < period.run.end; ++record) {
+      steps_.Process(40 + static_cast<int>((record + 1) * 60 / records));
+    }
+    InsertTotalRow(period);
+  }
+}
+
+std::vector<Loader::PeriodTotals> Loader::RunBalance() {
+  RunningBalance balance(BalanceKindOf(steps_.JournalType()), opening_);
   RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"), SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"),
                    SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
   RunningBuilder running;
-  for (const PeriodRun& run : FindPeriods()) {
+  std::vector<PeriodTotals> periods;
+  for (PeriodRun& run : FindPeriods()) {
     balance.StartPeriod();
     pass.Run(run.begin, run.end, running);
-    for (size_t record = run.begin; record < run.end; ++record) steps_.Process(40 + static_cast<int>((record + 1) * 60 / records));
-    InsertTotalRow(run, balance);
+    periods.push_back({std::move(run), balance.Period(), balance.Cumulative()});
   }
   grid_.ReplaceLoaded(Column("StoQty"), running.quantity.Finish());
   grid_.ReplaceLoaded(Column("StoQty2"), running.quantity2.Finish());
   grid_.ReplaceLoaded(Column("StoAcc"), running.amount.Finish());
   grid_.ReplaceLoaded(Column("StoPrice"), running.price.Finish());
-  BlankZeroCells();
-  if (steps_.IsAccRestricted()) MaskAmounts();
+  return periods;
 }
 
-void Loader::InsertTotalRow(const PeriodRun& run, const RunningBalance& balance) {
-  const int row = grid_.RowOfRecord(run.end - 1) + 1;
+void Loader::InsertTotalRow(const PeriodTotals& period) {
+  const int last = grid_.RowOfRecord(period.run.end - 1);
+  if (last < 0) {
+    throw platform::Error("insert total row", "读入期间表格的行被删除，读入已停止：请勿在读入的事件中增删表格的行，再重新读入。");
+  }
+  const int row = last + 1;
   grid_.AddItem("", row);
   grid_.SetIsSubtotal(row, true);
   grid_.SetRowOutlineLevel(row, 0);
   grid_.SetRowHeight(row, steps_.SumRowHeight());
-  SetText(row, "BillNo", PeriodCaption(run.period, kTotalWord));
+  SetText(row, "BillNo", PeriodCaption(period.run.period, kTotalWord));
   const auto write = [&](const char* key, const base::Value& in_period, const base::Value& in_all) {
     const int column = Column(key);
     grid_.SetTextMatrix(row, column, grid_.FormatValue(column, in_period) + "\n" + grid_.FormatValue(column, in_all));
@@ -205,11 +240,9 @@ void Loader::InsertTotalRow(const PeriodRun& run, const RunningBalance& balance)
     write(quantity2, base::Value(in_period.quantity2), base::Value(in_all.quantity2));
     write(amount, base::Value(in_period.amount), base::Value(in_all.amount));
   };
-  const MovementSums& in_period = balance.Period();
-  const MovementSums& in_all = balance.Cumulative();
-  write_totals("Quantity", "Quantity2", "Account", in_period.movement, in_all.movement);
-  write_totals("RevQty", "RevQty2", "RevAcc", in_period.receipts, in_all.receipts);
-  write_totals("IssQty", "IssQty2", "IssAcc", in_period.issues, in_all.issues);
+  write_totals("Quantity", "Quantity2", "Account", period.in_period.movement, period.in_all.movement);
+  write_totals("RevQty", "RevQty2", "RevAcc", period.in_period.receipts, period.in_all.receipts);
+  write_totals("IssQty", "IssQty2", "IssAcc", period.in_period.issues, period.in_all.issues);
 }
 
 void Loader::BlankZeroCells() {

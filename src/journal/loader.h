@@ -48,7 +48,8 @@ class Loader {
  public:
   Loader(platform::Grid& grid, LoadSteps& steps) : grid_(grid), steps_(steps) {}
 
-  // True when the journal was loaded; false when it was cancelled or an error stopped it. Never throws.
+  // True when the journal was loaded; false when it was cancelled or an error stopped it, be it the grid's, the
+  // connection's or a listener's. Never throws; tag and redraw come back as they were.
   bool Load();
 
  private:
@@ -58,14 +59,23 @@ class Loader {
     std::string period;
   };
 
+  struct PeriodTotals {
+    PeriodRun run;
+    MovementSums in_period;
+    MovementSums in_all;
+  };
+
+  bool LoadMarked();
   bool LoadUnguarded();
+  void TellError(const std::string& message) noexcept;
   void ClearGrid();
   void FillGrid();
   void WriteOpeningRow();
   void WriteOpeningValues(int row, const platform::Recordset& balance);
   std::vector<PeriodRun> FindPeriods() const;
   void ComputeRows();
-  void InsertTotalRow(const PeriodRun& run, const RunningBalance& balance);
+  std::vector<PeriodTotals> RunBalance();
+  void InsertTotalRow(const PeriodTotals& period);
   void BlankZeroCells();
   void MaskAmounts();
   void SetText(int row, std::string_view key, std::string_view text);
