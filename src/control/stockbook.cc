@@ -2,6 +2,7 @@
 #include "control/stockbook.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "base/number.h"
@@ -12,6 +13,7 @@
 #include "grid/statistics.h"
 #include "journal/vocabulary.h"
 #include "platform/error.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::control {
 namespace {
@@ -31,15 +33,36 @@ void StartUp(platform::Grid& grid) {
   grid.SetFixedCols(1);
 }
 
-// Moves the top row down by as many rows as the row lies below the view, and by the few more or less that rows of
-// different heights ask for, so that the row becomes the last one in view.
+// Moves the top row down by as many rows as the row lies below the view, so that the row becomes the last one in view.
+// Where rows of different heights or folded ones lie between, the first top row that shows it is sought by halves.
 void MakeLastVisible(platform::Grid& grid, int row) {
-  int top = std::min(grid.TopRow() + row - grid.BottomRow(), row);
-  grid.SetTopRow(top);
-  while (grid.BottomRow() < row && top < row) grid.SetTopRow(++top);
-  while (grid.BottomRow() > row && top > grid.FixedRows()) {
-    grid.SetTopRow(--top);
-    if (grid.BottomRow() < row) return grid.SetTopRow(top + 1);
+  grid.SetTopRow(std::min(grid.TopRow() + row - grid.BottomRow(), row));
+  if (grid.BottomRow() == row) return;
+  const platform::RedrawOff redraw(grid);
+  int first = grid.FixedRows();
+  int last = row;
+  while (first < last) {
+    const int middle = first + (last - first) / 2;
+    grid.SetTopRow(middle);
+    if (grid.BottomRow() < row) first = middle + 1;
+    else last = middle;
+  }
+  grid.SetTopRow(first);
+}
+
+// A height as the grid takes it: the fraction is dropped.
+int WholeTwips(float twips) {
+  constexpr float kMost = 1 << 24;
+  return std::isnan(twips) ? 0 : static_cast<int>(std::clamp(twips, -kMost, kMost));
+}
+
+// What `read` gives, or the empty value where the grid refuses.
+template <typename Read>
+auto OrEmpty(Read read) -> decltype(read()) {
+  try {
+    return read();
+  } catch (const std::exception&) {
+    return {};
   }
 }
 
@@ -145,13 +168,15 @@ void Stockbook::SetAccRestrict(std::string_view text) {
 }
 
 int32_t Stockbook::BillID(int32_t row) const {
-  return IntegerOrZero<int32_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("BillID")));
+  return OrEmpty([&] { return IntegerOrZero<int32_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("BillID"))); });
 }
 
-std::string Stockbook::BillName(int32_t row) const { return fg_.TextMatrix(RowOrCurrent(row), fg_.ColIndex("BillName")); }
+std::string Stockbook::BillName(int32_t row) const {
+  return OrEmpty([&] { return fg_.TextMatrix(RowOrCurrent(row), fg_.ColIndex("BillName")); });
+}
 
 int16_t Stockbook::Flag(int32_t row) const {
-  return IntegerOrZero<int16_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("Flag")));
+  return OrEmpty([&] { return IntegerOrZero<int16_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("Flag"))); });
 }
 
 std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出库"; }
@@ -170,29 +195,30 @@ void Stockbook::SetRow(int32_t row) {
 
 void Stockbook::SetRowHeight(float twips) {
   row_height_ = twips;
-  fg_.SetRowHeight(-1, static_cast<int>(twips));
-  fg_.SetRowHeight(0, static_cast<int>(row_height_title_));
+  fg_.SetRowHeight(-1, WholeTwips(twips));
+  fg_.SetRowHeight(0, WholeTwips(row_height_title_));
   SetRowHeightSum(row_height_sum_);
 }
 
 void Stockbook::SetRowHeightTitle(float twips) {
   row_height_title_ = twips;
-  fg_.SetRowHeight(0, static_cast<int>(twips));
+  fg_.SetRowHeight(0, WholeTwips(twips));
 }
 
 void Stockbook::SetRowHeightSum(float twips) {
   row_height_sum_ = twips;
-  grid::SetSumRowHeight(fg_, static_cast<int>(twips));
+  grid::SetSumRowHeight(fg_, WholeTwips(twips));
 }
 
 void Stockbook::FormatGrid() {
-  const std::string tag = fg_.Tag();
-  fg_.SetTag("Format");
-  outline_col_key_ = kOutlineKey;
-  grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
-  const grid::RowSizes sizes = grid::SizeRows(fg_, text_metrics_);
-  SetRowHeightSum(static_cast<float>(sizes.sum));
-  fg_.SetTag(tag);
+  {
+    const platform::BusyTag tag(fg_, "Format");
+    const platform::PointerKept pointer(fg_);
+    outline_col_key_ = kOutlineKey;
+    grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
+    const grid::RowSizes sizes = grid::SizeRows(fg_, text_metrics_);
+    SetRowHeightSum(static_cast<float>(sizes.sum));
+  }
   events_.AfterFormatted();
 }
 

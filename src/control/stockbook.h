@@ -227,6 +227,7 @@ class Stockbook {
 
   // Methods.
   // Loads the journal; -1 or no code keeps what is set. True when it was loaded, false when it was cancelled or failed.
+  // Called by a listener while a load runs it does nothing and is false.
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const std::string& Msg) { events_.Notify(Msg); }
@@ -284,6 +285,7 @@ class Stockbook {
   std::string outline_col_key_;
   std::string acc_restrict_text_;
   bool acc_restricted_ = false;
+  bool loading_ = false;
   bool allow_view_ = false;
   bool allow_print_ = false;
   float row_height_ = 250;

@@ -19,6 +19,7 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   }
 
   void StoreArguments() override {
+    connection_ = control_.connection_;
     if (key_ >= 0) control_.SetKeyID(key_);
     if (second_key_ >= 0) control_.SetdpID(second_key_);
     if (!class_code_.empty()) control_.keys_.dpCode = class_code_;
@@ -32,7 +33,7 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   std::string Caption() const override { return control_.Caption(); }
   void Prompt(const std::string& message) override { control_.Prompt(message); }
   void Process(int indicator) override { control_.events_.Process(static_cast<int16_t>(indicator)); }
-  platform::Connection* Connection() const override { return control_.connection_.get(); }
+  platform::Connection* Connection() const override { return connection_.get(); }
   base::tqJournalTypeContants JournalType() const override { return control_.layout_.journal_type; }
   journal::SubjectKeys Keys() const override { return control_.keys_; }
   void StoreRecordCount(size_t count) override { control_.record_count_ = static_cast<int64_t>(count); }
@@ -66,6 +67,8 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   int32_t key_;
   int32_t second_key_;
   std::string class_code_;
+  // The load stays with the connection it began with, whatever a listener sets meanwhile.
+  std::shared_ptr<platform::Connection> connection_;
 };
 
 void Stockbook::RefreshCaption() {
@@ -76,8 +79,12 @@ void Stockbook::RefreshCaption() {
 }
 
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
+  if (loading_) return false;
   LoadSteps steps(*this, rKeyID, rdpID, rdpCode);
-  return journal::Loader(fg_, steps).Load();
+  loading_ = true;
+  const bool loaded = journal::Loader(fg_, steps).Load();
+  loading_ = false;
+  return loaded;
 }
 
 }  // namespace stockbook::control

@@ -247,6 +247,63 @@ TEST_F(Load, EmptiesZeroDates) {
   EXPECT_EQ(Cell(4, "AuditDate"), "2004-03-09");
 }
 
+TEST_F(Load, EmptiesZeroDatesInAllThreeDateColumnsHoweverTheyAreStored) {
+  AnswerJournal(*connection_, {{.quantity = 1}});
+  for (const base::Value& zero : {base::Value(base::Date()), base::Value(int64_t{0}), base::Value(0.0), testing::Text("1899-12-30"),
+                                  testing::Text("0")}) {
+    std::vector<base::Value> row = testing::JournalRow({.quantity = 1});
+    const std::vector<std::string>& names = testing::JournalFieldNames();
+    for (size_t at = 0; at < names.size(); ++at) {
+      if (names[at] == "Field6" || names[at] == "InputDate" || names[at] == "AuditDate" || names[at] == "Field4") row[at] = zero;
+    }
+    connection_->Answer("SELECT * FROM (SELECT  * FROM (", names, {row});
+    ASSERT_TRUE(control().Load(7, 0));
+    EXPECT_EQ(Cell(3, "Field6") + Cell(3, "InputDate") + Cell(3, "AuditDate"), "") << zero.Text();
+    EXPECT_EQ(Cell(3, "Field4"), zero.Text()) << "only the date columns";
+  }
+}
+
+TEST_F(Load, LeavesTheOpeningAndTheTotalsUnmasked) {
+  AnswerJournal(*connection_, kTwoPeriods);
+  control().SetAccRestrict("-1");
+  control().Load(7, 0);
+  EXPECT_EQ(Cell(1, "StoAcc"), "25");
+  EXPECT_EQ(Cell(1, "StoPrice"), "2.5");
+  EXPECT_EQ(Cell(5, "Account"), "4.50\n4.50");
+  control().SetAccRestrict("0");
+  control().Load(7, 0);
+  EXPECT_EQ(Cell(3, "StoAcc"), "37.5");
+}
+
+TEST_F(Load, TakesTheOpeningForZeroWhereItIsNoNumber) {
+  AnswerJournal(*connection_, kTwoPeriods);
+  connection_->Answer("SELECT TOP 1 AccPeriod AS Period", {"Period", "LastQty", "LastQty2", "LastAcc"},
+                      {{testing::Text("2004-03"), testing::Text("ten"), base::Value(), base::Value()}});
+  EXPECT_TRUE(control().Load(7, 0));
+  EXPECT_EQ(Cell(1, "BillNo"), "2004年03月期初");
+  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"), "0 0 0 0");
+  EXPECT_EQ(Cell(3, "StoQty"), "4");
+}
+
+TEST_F(Load, LeavesTheRunningValuesOfAnUnknownTypeAsTheyWere) {
+  connection_->Answer("SELECT  * FROM (", testing::JournalFieldNames(),
+                      {testing::JournalRow({.quantity = 5, .amount = "10"}), testing::JournalRow({.flag = 1, .quantity = 2, .amount = "4"})});
+  connection_->Answer("Select Top 1 * From tqAccPeriod", {"AccPeriod"}, {{testing::Text("2004-03")}});
+  control().SetJournalType(static_cast<tqJournalTypeContants>(9));
+  ASSERT_TRUE(control().Load(7, 1));
+  EXPECT_EQ(Cell(2, "StoQty") + " " + Cell(3, "StoQty") + " " + Cell(3, "StoAcc") + " " + Cell(3, "StoPrice"), "0 0 0 0");
+  EXPECT_EQ(Cell(4, "RevQty"), "5.00\n5.00");
+  EXPECT_EQ(Cell(4, "IssAcc"), "4.00\n4.00");
+}
+
+TEST_F(Load, DividesByANegativeStock) {
+  AnswerJournal(*connection_, {{.flag = 1, .quantity = 14, .amount = "27"}});
+  control().Load(7, 0);
+  EXPECT_EQ(Cell(3, "StoQty"), "-4");
+  EXPECT_EQ(Cell(3, "StoAcc"), "-2");
+  EXPECT_EQ(Cell(3, "StoPrice"), "0.5");
+}
+
 TEST_F(Load, PutsThePicturesOfABillWhereTheyBelong) {
   AnswerJournal(*connection_, kTwoPeriods);
   control().SetRevPicture(testing::MakePicture("host rev"));

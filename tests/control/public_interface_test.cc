@@ -3,6 +3,7 @@
 
 #include "platform/error.h"
 #include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::control {
@@ -165,6 +166,90 @@ TEST_F(LoadedControl, BringsAHiddenOrDistantRowIntoView) {
   EXPECT_EQ(fakes_.fg.BottomRow(), 150) << "coming from above it becomes the last row in view";
   fakes_.control->SetRow(20);
   EXPECT_EQ(fakes_.fg.TopRow(), 20) << "coming from below it becomes the first";
+}
+
+TEST_F(LoadedControl, CountsFixedRowsAmongItsRows) {
+  EXPECT_EQ(fakes_.control->Rows(), 1 + 1 + 1 + 200 + 1) << "captions, opening, node, lines, total";
+  EXPECT_EQ(fakes_.control->Rows(), fakes_.fg.Rows());
+}
+
+TEST(Control, BringsARowBehindManyFoldedOnesIntoViewInFewSteps) {
+  ControlOverFakes fakes;
+  testing::FaultyGrid counting(fakes.fg);
+  Stockbook control({counting, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
+  constexpr int kLines = 300000;
+  platform::ColumnBuilder lines;
+  for (int line = 0; line < 2 * kLines; ++line) lines.AppendText(line < kLines ? "a" : "b");
+  std::vector<platform::Column> columns;
+  columns.push_back(lines.Finish());
+  fakes.fg.LoadColumns(std::move(columns), 1);
+  fakes.fg.GroupBy(1, 3, "%s");
+  fakes.fg.SetView({800, 300}, 1.0);
+  fakes.fg.SetIsCollapsed(1, true);
+  const int row = 2 + kLines + 60;
+  counting.RefuseCall(200);
+  control.SetRow(row);
+  counting.RefuseCall(0);
+  EXPECT_EQ(fakes.fg.Row(), row);
+  EXPECT_EQ(fakes.fg.BottomRow(), row);
+  control.SetRow(kLines / 2);
+  EXPECT_FALSE(fakes.fg.IsCollapsed(1)) << "a folded row is unfolded";
+  EXPECT_TRUE(fakes.fg.RowIsVisible(kLines / 2));
+}
+
+TEST(Control, HidesTheFieldsOfItsFilterWithTheNextLayout) {
+  ControlOverFakes fakes;
+  fakes.control->SetFieldsFilter("Price|ProductName|");
+  EXPECT_EQ(fakes.control->FieldsFilter(), "Price|ProductName|");
+  EXPECT_FALSE(fakes.fg.ColHidden(fakes.fg.ColIndex("Price")));
+  fakes.control->DefaultFormat();
+  EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex("Price")));
+  EXPECT_NE(fakes.control->ColsFilter().find("|Measure|Price|ProductName|Quantity2|"), std::string::npos);
+  fakes.control->SetFieldsFilter("Price");
+  fakes.control->DefaultFormat();
+  EXPECT_FALSE(fakes.fg.ColHidden(fakes.fg.ColIndex("Price"))) << "a key without bars never matches";
+}
+
+TEST(Control, TakesFormatsTitlesAndCaptionsWithTheNextLayout) {
+  ControlOverFakes fakes;
+  Stockbook& control = *fakes.control;
+  control.SetPriceFormat("0.0000");
+  control.SetQuantityFormat("0.000");
+  control.SetAccountFormat("0.00");
+  control.SetMaterielTitle("货物");
+  control.SetProjectTitle("工程");
+  control.SetField16("制造日期");
+  const auto format = [&](const char* key) { return fakes.fg.ColFormat(fakes.fg.ColIndex(key)); };
+  const auto caption = [&](const char* key) { return fakes.fg.TextMatrix(0, fakes.fg.ColIndex(key)); };
+  EXPECT_EQ(format("Price") + format("StoQty") + format("StoAcc"), "#,##0.00#,##0.00#,##0.00");
+  control.DefaultFormat();
+  EXPECT_EQ(format("Price") + " " + format("StoQty") + " " + format("StoAcc"), "0.0000 0.000 0.00");
+  EXPECT_EQ(caption("ProductNo") + caption("ProjNo"), "货物编号工程编号");
+  EXPECT_EQ(caption("Field6"), "生产日期\n制造日期");
+}
+
+TEST(Control, KeepsItsPlainFlags) {
+  ControlOverFakes fakes;
+  fakes.control->SetAllowView(true);
+  EXPECT_TRUE(fakes.control->AllowView());
+  EXPECT_FALSE(fakes.control->AllowPrint());
+  fakes.control->SetAllowPrint(true);
+  EXPECT_TRUE(fakes.control->AllowPrint());
+}
+
+TEST(Control, PutsTheNumericColumnsIntoAnotherFontOnCommand) {
+  ControlOverFakes fakes;
+  fakes.fg.SetRows(2);
+  std::vector<base::Value> none;
+  EXPECT_TRUE(fakes.control->DoCommand("SetColFont", none).IsNull());
+  for (const char* key : {"Price", "Quantity", "Quantity2", "Account", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc",
+                          "StoPrice", "StoQty", "StoQty2", "StoAcc", "Ratio", "Tax", "TaxPrice", "TaxAccount"}) {
+    EXPECT_EQ(fakes.fg.CellFontName(1, fakes.fg.ColIndex(key)), "Arial") << key;
+    EXPECT_NE(fakes.fg.CellFontName(0, fakes.fg.ColIndex(key)), "Arial") << key;
+  }
+  for (const char* key : {"BillNo", "DQty", "DStoQty", "OtherID"}) {
+    EXPECT_NE(fakes.fg.CellFontName(1, fakes.fg.ColIndex(key)), "Arial") << key;
+  }
 }
 
 TEST_F(LoadedControl, KnowsARangeByEitherCoordinate) {

@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+#include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
+#include "support/journal_rows.h"
+
+namespace stockbook::control {
+namespace {
+
+using testing::ControlOverFakes;
+using testing::FakeConnection;
+using testing::FaultyGrid;
+using testing::JournalLine;
+
+const std::vector<JournalLine> kTwoPeriods = {
+    {.bill_no = "1", .quantity = 4, .amount = "12.5"},
+    {.bill_no = "2", .flag = 1, .quantity = 3, .amount = "8.0001", .other_id = -3},
+    {.period = "2004-04", .bill_no = "3", .flag = 1, .quantity = 11, .amount = "20"},
+};
+constexpr int kRowsLoaded = 9;  // captions, opening, two groups of a node, lines and a total
+
+// Does something at every event, and writes down the messages and what Process said last.
+class Meddler : public interaction::EventListener {
+ public:
+  void Process(int16_t indicator) override {
+    last_process = indicator;
+    Meddle();
+  }
+  void AfterLoaded() override { Meddle(); }
+  void AfterFormatted() override { Meddle(); }
+  void CommandExecute(const std::string& /*name*/, bool& /*cancel*/) override { Meddle(); }
+  void Notify(const std::string& message) override {
+    messages.push_back(message);
+    Meddle();
+  }
+
+  std::function<void(int event)> meddle;  // gets the number of the event, from 1 on
+  std::vector<std::string> messages;
+  int last_process = 0;
+  int events = 0;
+
+ private:
+  void Meddle() {
+    ++events;
+    if (meddle) meddle(events);
+  }
+};
+
+// A control over a sheet that may refuse calls, with a journal of two periods behind its connection.
+class FaultyLoad : public ::testing::Test {
+ protected:
+  FaultyLoad() : faulty_(sheet_), connection_(std::make_shared<FakeConnection>()) {
+    testing::AnswerJournal(*connection_, kTwoPeriods);
+    control_ = std::make_unique<Stockbook>(
+        Surroundings{faulty_, fakes_.fg1, fakes_.metrics, fakes_.images, fakes_.menu, fakes_.clipboard, fakes_.site});
+    control_->SetConn(connection_);
+    control_->AddListener(&meddler_);
+  }
+
+  void ExpectEnded() {
+    EXPECT_EQ(sheet_.Tag(), "");
+    EXPECT_TRUE(sheet_.Redraw());
+    EXPECT_TRUE(sheet_.CheckInvariants());
+  }
+  void ExpectLoadsAgain() {
+    meddler_.meddle = nullptr;
+    control_->SetConn(connection_);
+    control_->SetJournalType(base::MaterialJournal);
+    ASSERT_TRUE(control_->Load(7, 0));
+    EXPECT_EQ(control_->Rows(), kRowsLoaded);
+    EXPECT_EQ(sheet_.TextMatrix(kRowsLoaded - 2, sheet_.ColIndex("StoQty")), "0");
+    EXPECT_EQ(sheet_.TextMatrix(kRowsLoaded - 1, sheet_.ColIndex("IssQty")), "11.00\n14.00");
+    EXPECT_EQ(meddler_.last_process, -1);
+    ExpectEnded();
+  }
+
+  ControlOverFakes fakes_;
+  sheet::Sheet sheet_;
+  FaultyGrid faulty_;
+  std::shared_ptr<FakeConnection> connection_;
+  Meddler meddler_;
+  std::unique_ptr<Stockbook> control_;
+};
+
+TEST_F(FaultyLoad, EndsWithItsMessageWhicheverCallTheGridRefuses) {
+  int call = 1;
+  for (;; ++call) {
+    SCOPED_TRACE("call " + std::to_string(call));
+    meddler_.messages.clear();
+    meddler_.last_process = 0;
+    faulty_.RefuseCall(call);
+    const bool loaded = control_->Load(7, 0);
+    faulty_.RefuseCall(0);
+    ExpectEnded();
+    if (loaded) break;
+    ASSERT_EQ(meddler_.last_process, -1);
+    ASSERT_EQ(meddler_.messages.back(), "the grid refuses");
+    if (call % 16 == 0) ExpectLoadsAgain();
+    if (HasFatalFailure()) return;
+  }
+  EXPECT_GT(call, 500) << "the layout alone takes more calls";
+  ExpectLoadsAgain();
+}
+
+TEST_F(FaultyLoad, ReadsRowsAsEmptyWhenTheGridRefuses) {
+  ASSERT_TRUE(control_->Load(7, 0));
+  for (int call = 1; call <= 3; ++call) {
+    faulty_.RefuseCall(call);
+    EXPECT_EQ(control_->BillID(), 0);
+    faulty_.RefuseCall(call);
+    EXPECT_EQ(control_->BillName(), "");
+    faulty_.RefuseCall(call);
+    EXPECT_EQ(control_->Flag(), 0);
+  }
+  faulty_.RefuseCall(0);
+  EXPECT_EQ(control_->BillID(3), 1);
+}
+
+TEST_F(FaultyLoad, GivesTagAndPointerBackWhenTheLayoutFails) {
+  sheet_.SetTag("before");
+  for (int call = 2; call < 400; call += 7) {
+    faulty_.RefuseCall(call);
+    EXPECT_THROW(control_->DefaultFormat(), platform::Error) << call;
+    faulty_.RefuseCall(0);
+    EXPECT_EQ(sheet_.Tag(), "before");
+  }
+  sheet_.SetPointer(platform::MousePointer::kHourglass);
+  control_->DefaultFormat();
+  EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kHourglass);
+  EXPECT_EQ(sheet_.Cols(), 56);
+}
+
+// Fails its n-th statement.
+class FailingConnection : public platform::Connection {
+ public:
+  FailingConnection(std::shared_ptr<platform::Connection> real, int failing) : real_(std::move(real)), left_(failing) {}
+  std::string ConnectionString() const override { return real_->ConnectionString(); }
+  platform::Recordset Execute(std::string_view statement, int options) override {
+    if (--left_ == 0) throw platform::Error("execute", "statement refused");
+    return real_->Execute(statement, options);
+  }
+  bool HasFailed() const { return left_ <= 0; }
+
+ private:
+  std::shared_ptr<platform::Connection> real_;
+  int left_;
+};
+
+TEST_F(FaultyLoad, EndsInOrderWhicheverStatementFails) {
+  int statement = 1;
+  for (;; ++statement) {
+    SCOPED_TRACE("statement " + std::to_string(statement));
+    const auto failing = std::make_shared<FailingConnection>(connection_, statement);
+    control_->SetConn(failing);
+    meddler_.last_process = 0;
+    const bool loaded = control_->Load(7, 0);
+    ExpectEnded();
+    EXPECT_EQ(meddler_.last_process, -1);
+    if (!failing->HasFailed()) break;
+    // Only the journal statement itself stops a load; look-ups and the balance end in nothing.
+    if (!loaded) {
+      EXPECT_EQ(meddler_.messages.back(), "statement refused");
+    }
+  }
+  EXPECT_EQ(statement, 7) << "the product, the newest period twice, the journal, the earliest period, the balance";
+  ExpectLoadsAgain();
+}
+
+TEST_F(FaultyLoad, EndsInOrderWhicheverEventAListenerThrowsFrom) {
+  for (const bool standard : {true, false}) {
+    int event = 1;
+    for (;; ++event) {
+      SCOPED_TRACE("event " + std::to_string(event));
+      meddler_.events = 0;
+      bool thrown = false;
+      meddler_.meddle = [&](int number) {
+        if (number != event) return;
+        thrown = true;
+        if (standard) throw std::runtime_error("host failed");
+        throw 42;
+      };
+      const bool loaded = control_->Load(7, 0);
+      ExpectEnded();
+      if (!thrown) {
+        EXPECT_TRUE(loaded);
+        break;
+      }
+      EXPECT_FALSE(loaded);
+      EXPECT_EQ(meddler_.last_process, -1);
+    }
+    EXPECT_EQ(event, 16);
+    ExpectLoadsAgain();
+  }
+}
+
+TEST_F(FaultyLoad, DoesNothingWhenItIsCalledFromWithinALoad) {
+  int inner_loads = 0;
+  meddler_.meddle = [&](int) {
+    ++inner_loads;
+    EXPECT_FALSE(control_->Load(8, 1, "99"));
+  };
+  EXPECT_TRUE(control_->Load(7, 0));
+  EXPECT_EQ(inner_loads, 15) << "one in each event of the one load";
+  EXPECT_EQ(control_->KeyID(), 7);
+  EXPECT_EQ(control_->dpCode(), "");
+  ExpectLoadsAgain();
+}
+
+TEST_F(FaultyLoad, StaysWithItsConnectionWhenAListenerTakesItAway) {
+  testing::AnswerJournal(*connection_, kTwoPeriods);
+  const std::weak_ptr<FakeConnection> watched = connection_;
+  FakeConnection spare = *connection_;
+  meddler_.meddle = [&](int event) {
+    if (event == 2) control_->SetConn(nullptr);
+  };
+  connection_.reset();
+  EXPECT_TRUE(control_->Load(7, 0));
+  EXPECT_EQ(control_->Rows(), kRowsLoaded);
+  EXPECT_EQ(control_->Conn(), nullptr);
+  EXPECT_TRUE(watched.expired()) << "let go when the load is over";
+  connection_ = std::make_shared<FakeConnection>(spare);
+  ExpectLoadsAgain();
+}
+
+TEST_F(FaultyLoad, SurvivesAListenerThatChangesTheGridInAnyEvent) {
+  const std::vector<std::function<void()>> changes = {
+      [&] { sheet_.SetRows(1); },
+      [&] { sheet_.SetRows(0); },
+      [&] { sheet_.SetCols(1); },
+      [&] { sheet_.SetCols(0); },
+      [&] { sheet_.RemoveItem(sheet_.Rows() - 1); },
+      [&] { sheet_.AddItem("", sheet_.Rows()); },
+      [&] { sheet_.LoadColumns({}, 1); },
+      [&] { sheet_.GroupBy(3, 3, "%s"); },
+      [&] { control_->SetRow(3); },
+      [&] { control_->SetJournalType(base::SupplierJournal); },
+      [&] { control_->RemoveListener(&meddler_); },
+      [&] { control_->SetAccRestrict("1"); },
+  };
+  for (size_t at = 0; at < changes.size(); ++at) {
+    for (int event = 1; event <= 15; ++event) {
+      SCOPED_TRACE("change " + std::to_string(at) + " at event " + std::to_string(event));
+      meddler_.events = 0;
+      meddler_.meddle = [&](int number) {
+        if (number != event) return;
+        try {
+          changes[at]();
+        } catch (const platform::Error&) {
+          // The grid may be too empty for it.
+        }
+      };
+      control_->Load(7, 0);
+      ExpectEnded();
+      control_->RemoveListener(&meddler_);
+      control_->AddListener(&meddler_);
+      control_->SetAccRestrict("0");
+      if (sheet_.Rows() == 0) sheet_.SetRows(1);
+      sheet_.SetFixedRows(1);
+      if (sheet_.Cols() == 0) sheet_.SetCols(1);
+      sheet_.SetFixedCols(1);
+      ExpectLoadsAgain();
+      if (HasFatalFailure()) return;
+    }
+  }
+}
+
+TEST_F(FaultyLoad, SaysThatRowsWereTakenAwayWhileItRan) {
+  meddler_.meddle = [&](int) {
+    if (meddler_.last_process == 60) sheet_.SetRows(1);
+  };
+  EXPECT_FALSE(control_->Load(7, 0));
+  EXPECT_NE(meddler_.messages.back().find("读入期间表格的行被删除"), std::string::npos);
+  ExpectLoadsAgain();
+}
+
+TEST_F(FaultyLoad, ShowsTheChangedModelInTheNamesThatAreRewritten) {
+  ASSERT_TRUE(control_->Load(7, 0));
+  sheet_.SetCellData(3, sheet_.ColIndex("ProductName"), base::Value(std::string("螺栓")));
+  sheet_.SetTextMatrix(3, sheet_.ColIndex("Model"), "M10");
+  std::vector<base::Value> parameters = {base::Value(std::string("Model"))};
+  control_->DoCommand("ColChanged", parameters);
+  EXPECT_EQ(sheet_.TextMatrix(3, sheet_.ColIndex("ProductName")), "螺栓 M10");
+}
+
+}  // namespace
+}  // namespace stockbook::control
