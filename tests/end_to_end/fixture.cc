@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/fixture.h"
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <random>
+
+#include "end_to_end/journal_comparison.h"
+
+namespace stockbook::end_to_end {
+
+EndToEnd::EndToEnd() {
+  std::random_device random;
+  folder_ = std::filesystem::temp_directory_path() / ("stockbook-end-" + std::to_string(random()) + std::to_string(random()));
+  std::filesystem::create_directories(folder_);
+}
+
+EndToEnd::~EndToEnd() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string EndToEnd::Write(std::string_view name, std::string_view text) const {
+  const std::string path = PathOf(name);
+  std::ofstream(path, std::ios::binary) << text;
+  return path;
+}
+
+std::string EndToEnd::ReadAll(const std::string& path) const {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> EndToEnd::Files() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOptions& options) {
+  return app::LoadJournal(desk_.control(), app::OpenInventory(database), options);
+}
+
+::testing::AssertionResult EndToEnd::ShowsWhatTheTablesGive(const std::string& database, const BaseTables& tables,
+                                                            const app::JournalOptions& options) {
+  const app::LoadReport report = Load(database, options);
+  if (RecomputedJournal(tables, options).cannot_run()) {
+    if (!report.loaded && !app::LoadError(report).empty()) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << Describe(options) << ": its statement cannot run, and it loaded";
+  }
+  if (!report.loaded) return ::testing::AssertionFailure() << Describe(options) << ": " << app::LoadError(report);
+  ShownJournal shown = FromGrid(desk_.sheet());
+  shown.caption = desk_.control().Caption();
+  shown.notify = report.notify;
+  shown.process = report.process;
+  if (auto same = IsTheJournalOf(tables, options, shown); !same) return same;
+  return SaysWhatALoadSays(shown, options, static_cast<size_t>(std::count_if(shown.rows.begin(), shown.rows.end(), [](const ShownRow& row) { return row.level == 1; })));
+}
+
+Outcome EndToEnd::Program(const std::vector<std::string>& arguments) const {
+  const std::string out = PathOf("out.txt");
+  const std::string err = PathOf("err.txt");
+  std::string command = std::string("'") + STOCKBOOK_PROGRAM + "'";
+  for (const std::string& argument : arguments) command += " '" + argument + "'";
+  const int status = std::system((command + " >'" + out + "' 2>'" + err + "' </dev/null").c_str());
+  const Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(out), ReadAll(err)};
+  std::filesystem::remove(out);
+  std::filesystem::remove(err);
+  return outcome;
+}
+
+}  // namespace stockbook::end_to_end

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "stockbook/inventory_schema.h"
+
+struct sqlite3;
+
+namespace stockbook::end_to_end {
+
+// How an inventory's tables are declared.
+enum class Declared {
+  kUsual,
+  kWithoutKeys,    // no primary keys, so that keys may repeat
+  kNothing,        // columns without types
+  kRealMoney,      // money in REAL columns
+  kIntegerMoney,   // money in INTEGER columns
+};
+
+// Column names and their values as SQL literals.
+using Literals = std::map<std::string, std::string>;
+
+// An inventory made by hand, statement by statement. The file is complete when the maker is gone.
+class InventoryMaker {
+ public:
+  explicit InventoryMaker(const std::string& path, Declared declared = Declared::kUsual);
+  ~InventoryMaker();
+  InventoryMaker(const InventoryMaker&) = delete;
+  InventoryMaker& operator=(const InventoryMaker&) = delete;
+
+  void Run(const std::string& sql);
+  // What is not given stays null.
+  void Insert(std::string_view table, const Literals& values);
+  // One depot, supplier, customer, project and product, each of the number 1, and the periods 2025-01 to 2025-03.
+  void AddMasters();
+  // A bill of one line, of product and partner 1; both get the same number.
+  void AddReceipt(int number, const std::string& date, const Literals& line, const Literals& bill = {});
+  void AddIssue(int number, const std::string& date, const Literals& line, const Literals& bill = {});
+
+ private:
+  void AddMovement(const char* side, int number, const std::string& date, const char* kind, const Literals& line, const Literals& bill);
+
+  sqlite3* database_ = nullptr;
+};
+
+// A text as a literal.
+std::string Quoted(std::string_view text);
+
+}  // namespace stockbook::end_to_end

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "end_to_end/base_tables.h"
+#include "end_to_end/journal_columns.h"
+#include "stockbook/journal_options.h"
+
+namespace stockbook::end_to_end {
+
+// Quantity, quantity in the second unit, amount.
+struct Measures {
+  double quantity = 0;
+  double quantity2 = 0;
+  Amount amount = 0;
+
+  void Add(const Measures& other, int sign);
+};
+
+// A movement joined with its bill and its masters; the running columns of its cells are still empty.
+struct MovementLine {
+  Cells cells;
+  Measures net;
+  Measures receipt;
+  Measures issue;
+  std::tuple<std::string, int, std::string> order;  // what the journal sorts by
+};
+
+struct OpeningRow {
+  std::string period;
+  Measures measures;
+};
+
+enum class RowKind { kOpening, kNode, kLine, kTotal };
+
+struct JournalRow {
+  RowKind kind = RowKind::kLine;
+  Cells cells;
+};
+
+// A journal worked out from the base tables of an inventory, without the program: own joins, own order, own arithmetic.
+class RecomputedJournal {
+ public:
+  RecomputedJournal(const BaseTables& tables, const app::JournalOptions& options);
+
+  // Whether the journal's statement cannot run: a class without members leaves a partner journal without its condition.
+  bool cannot_run() const { return cannot_run_; }
+  // Sorted; lines that the journal's order does not tell apart stand next to each other.
+  const std::vector<MovementLine>& lines() const { return lines_; }
+  // All rows with their running values, given the order of the lines; nothing when an amount leaves the range of money.
+  std::optional<std::vector<JournalRow>> Rows(const std::vector<size_t>& order) const;
+
+ private:
+  struct Side;
+
+  void AddSide(const Side& side);
+  void AddMovement(const Side& side, size_t record, size_t bill);
+  std::vector<MovementLine> JoinMasters(const Side& side, size_t record, size_t bill) const;
+  void FillCells(const Side& side, size_t record, size_t bill, MovementLine& line) const;
+  void FillAmounts(const Side& side, size_t record, MovementLine& line) const;
+  bool Selects(const BaseTable& records, size_t record) const;
+  void ReadSecondKeys();
+  void ReadOpening();
+  void SumBalance(const BaseTable& table, const std::vector<size_t>& rows, const std::array<std::string, 3>& columns);
+  std::vector<int64_t> BalanceOwners(bool& all) const;
+  void Blank(MovementLine& line, int flag) const;
+
+  const BaseTables& tables_;
+  const app::JournalOptions& options_;
+  std::string latest_;
+  std::optional<std::vector<int64_t>> second_keys_;  // nothing for all of them
+  bool cannot_run_ = false;
+  std::optional<OpeningRow> opening_;
+  std::vector<MovementLine> lines_;
+};
+
+}  // namespace stockbook::end_to_end

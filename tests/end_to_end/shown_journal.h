@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "end_to_end/journal_columns.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::end_to_end {
+
+struct ShownRow {
+  bool node = false;
+  int level = 0;
+  bool hidden = false;
+  int height_twips = 0;
+  Cells text;
+  Cells display;
+};
+
+// A journal as the program gives it away.
+struct ShownJournal {
+  std::string caption;
+  std::vector<ColumnDescription> columns;
+  std::vector<std::string> notify;
+  std::vector<int> process;
+  std::vector<ShownRow> rows;
+};
+
+// Columns and rows of a loaded grid.
+ShownJournal FromGrid(const sheet::Sheet& grid);
+// The lines of an export in NDJSON; every line must be an object with the promised members and no other.
+ShownJournal FromNdjson(std::string_view lines);
+
+}  // namespace stockbook::end_to_end
