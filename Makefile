@@ -16,7 +16,7 @@ help:
 	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
 
 run:
-	tools/build $(PRESET)
+	tools/build $(PRESET) stockbook_link
 	tools/run
 
 build:
