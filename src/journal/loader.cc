@@ -61,6 +61,7 @@ bool Loader::LoadMarked() {
 }
 
 void Loader::TellError(const std::string& message) noexcept {
+  HideUncomputed();
   // A listener that fails again changes nothing about how the load ends.
   try {
     steps_.Prompt(message);
@@ -111,6 +112,7 @@ void Loader::FillGrid() {
   columns.reserve(fields.size());
   for (platform::Field& field : fields) columns.push_back(std::move(field.column));
   const int first_column = grid_.FixedCols();
+  rows_are_raw_ = true;
   grid_.LoadColumns(std::move(columns), first_column);
   for (size_t index = 0; index < fields.size(); ++index) {
     grid_.SetColKey(first_column + static_cast<int>(index), fields[index].name);
@@ -192,6 +194,7 @@ void Loader::ComputeRows() {
   const std::vector<PeriodTotals> periods = RunBalance();
   BlankZeroCells();
   if (steps_.IsAccRestricted()) MaskAmounts();
+  rows_are_raw_ = false;
   // Nothing of the grid is held while listeners run: they may do anything to it.
   for (const PeriodTotals& period : periods) {
     for (size_t record = period.run.begin; record < period.run.end; ++record) {
@@ -263,6 +266,20 @@ void Loader::BlankZeroCells() {
 void Loader::MaskAmounts() {
   for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) {
     grid_.ReplaceLoadedText(Column(key), platform::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
+  }
+}
+
+// The statement delivers each line's own movement in the stock columns; left standing, it would read as the stock.
+void Loader::HideUncomputed() noexcept {
+  if (!rows_are_raw_) return;
+  rows_are_raw_ = false;
+  try {
+    for (const char* key : {"StoPrice", "StoQty", "StoQty2", "StoAcc"}) {
+      if (Column(key) >= 0) grid_.ReplaceLoaded(Column(key), platform::Column::Constant(base::Value(), grid_.RecordCount()));
+    }
+    if (steps_.IsAccRestricted()) MaskAmounts();
+  } catch (...) {
+    // The error that stopped the load is the one to tell.
   }
 }
 

@@ -49,7 +49,8 @@ class Loader {
   Loader(platform::Grid& grid, LoadSteps& steps) : grid_(grid), steps_(steps) {}
 
   // True when the journal was loaded; false when it was cancelled or an error stopped it, be it the grid's, the
-  // connection's or a listener's. Never throws; tag and redraw come back as they were.
+  // connection's or a listener's. Never throws; tag and redraw come back as they were. Rows that were loaded before an
+  // error stay; their stock cells are empty until they are computed, and restricted amounts are hidden all the same.
   bool Load();
 
  private:
@@ -78,12 +79,14 @@ class Loader {
   void InsertTotalRow(const PeriodTotals& period);
   void BlankZeroCells();
   void MaskAmounts();
+  void HideUncomputed() noexcept;
   void SetText(int row, std::string_view key, std::string_view text);
   int Column(std::string_view key) const { return grid_.ColIndex(key); }
 
   platform::Grid& grid_;
   LoadSteps& steps_;
   Totals opening_;
+  bool rows_are_raw_ = false;  // the grid holds rows whose running values are not computed yet
 };
 
 }  // namespace stockbook::journal
