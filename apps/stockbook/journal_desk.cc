@@ -49,7 +49,9 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
   LoadReport report;
   const Recorder recorder(control, report);
   try {
+    // A load takes no negative keys; the control's properties do.
     control.SetdpID(options.dp_id);
+    if (options.key_id < 0) control.SetKeyID(options.key_id);
     report.loaded = control.Load(options.key_id, options.dp_id);
   } catch (const platform::Error& error) {
     report.notify.emplace_back(error.what());

@@ -23,8 +23,10 @@ constexpr std::array<std::string_view, 4> kTypes{"material", "supplier", "custom
 constexpr int kSupplier = 1;
 constexpr int kCustomer = 2;
 
+// KeyID has 32 bits, dpID 16.
+template <typename Key>
 int32_t KeyOf(const CommandLine& line, std::string_view name) {
-  using Limits = std::numeric_limits<int32_t>;
+  using Limits = std::numeric_limits<Key>;
   return static_cast<int32_t>(line.Integer(name, Limits::min(), Limits::max()).value_or(0));
 }
 
@@ -50,12 +52,12 @@ std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line) {
   JournalOptions options;
   const std::string type = *line.Choice("journal", kTypes);
   options.journal_type = static_cast<int>(std::find(kTypes.begin(), kTypes.end(), type) - kTypes.begin());
-  options.key_id = KeyOf(line, "product");
+  options.key_id = KeyOf<int32_t>(line, "product");
   const bool partner = options.journal_type == kSupplier || options.journal_type == kCustomer;
   if (!partner && !line.Has("product")) {
     throw UsageError("The " + type + " journal is the journal of one product: give its number with --product ID.");
   }
-  options.dp_id = KeyOf(line, "second");
+  options.dp_id = KeyOf<int16_t>(line, "second");
   options.dp_code = line.Value("class").value_or("");
   options.allow_qty2 = line.Has("qty2");
   options.allow_inv = line.Has("tax");

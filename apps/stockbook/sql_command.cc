@@ -51,8 +51,11 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
   const auto connection = OpenInventory(path, server ? SqlDialect::kServer : SqlDialect::kDesktop);
   const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
   const journal::SubjectKeys keys = KeysOf(options, *connection, type);
-  terminal.out << journal::QueryBuilder(connection.get(), type, keys).Build() << "\n--\n"
-               << journal::BuildBalanceStatement(connection.get(), type, keys, journal::EarliestAccPeriod(connection.get())) << "\n";
+  // Both or none: an inventory without periods has no statement of its balance.
+  const std::string statement = journal::QueryBuilder(connection.get(), type, keys).Build();
+  const std::string balance =
+      journal::BuildBalanceStatement(connection.get(), type, keys, journal::EarliestAccPeriod(connection.get()));
+  terminal.out << statement << "\n--\n" << balance << "\n";
   return kExitDone;
 }
 
