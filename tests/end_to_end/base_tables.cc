@@ -35,7 +35,8 @@ Stored ReadStored(sqlite3_stmt* statement, int column) {
 template <typename Row>
 void ForEachRow(sqlite3* database, const std::string& sql, Row row) {
   sqlite3_stmt* statement = nullptr;
-  ASSERT_EQ(sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr), SQLITE_OK) << sql << ": " << sqlite3_errmsg(database);
+  ASSERT_EQ(sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+      << sql << ": " << sqlite3_errmsg(database);
   while (sqlite3_step(statement) == SQLITE_ROW) row(statement);
   sqlite3_finalize(statement);
 }
@@ -53,11 +54,15 @@ std::string Exactly(double number) {
 
 std::string Stored::Plain() const {
   switch (kind) {
-    case Kind::kNull: return {};
-    case Kind::kInteger: return std::to_string(integer);
-    case Kind::kReal: return NumberText(real);
+    case Kind::kNull:
+      return {};
+    case Kind::kInteger:
+      return std::to_string(integer);
+    case Kind::kReal:
+      return NumberText(real);
     case Kind::kText:
-    case Kind::kBlob: return text;
+    case Kind::kBlob:
+      return text;
   }
   return {};
 }
@@ -82,7 +87,8 @@ BaseTable::BaseTable(sqlite3* database, const std::string& name, const std::stri
   ForEachRow(database, "SELECT * FROM \"" + name + "\"" + where, [&](sqlite3_stmt* statement) {
     const int count = sqlite3_column_count(statement);
     if (columns_.empty()) {
-      for (int column = 0; column < count; ++column) columns_[sqlite3_column_name(statement, column)] = static_cast<size_t>(column);
+      for (int column = 0; column < count; ++column)
+        columns_[sqlite3_column_name(statement, column)] = static_cast<size_t>(column);
     }
     std::vector<Stored> row;
     for (int column = 0; column < count; ++column) row.push_back(ReadStored(statement, column));

@@ -24,7 +24,8 @@ struct Digits {
 std::optional<Digits> Split(std::string_view text) {
   static const std::regex number(R"(\s*([+-]?)(\d*)(?:\.(\d*))?(?:[eE]([+-]?\d{1,4}))?\s*)");
   std::cmatch match;
-  if (text.size() > 400 || !std::regex_match(text.data(), text.data() + text.size(), match, number)) return std::nullopt;
+  if (text.size() > 400 || !std::regex_match(text.data(), text.data() + text.size(), match, number))
+    return std::nullopt;
   if (match[2].length() + match[3].length() == 0) return std::nullopt;
   Digits split{match[1] == "-", match[2].str() + match[3].str(), static_cast<int>(match[2].length())};
   if (match[4].matched) split.point += std::stoi(match[4].str());
@@ -72,7 +73,8 @@ std::string TwoDecimals(const Digits& number, bool grouped) {
   const bool zero = whole == "0";
   whole.insert(0, whole.size() < 3 ? 3 - whole.size() : 0, '0');
   const std::string units = whole.substr(0, whole.size() - 2);
-  return (number.negative && !zero ? "-" : "") + (grouped ? Grouped(units) : units) + "." + whole.substr(whole.size() - 2);
+  return (number.negative && !zero ? "-" : "") + (grouped ? Grouped(units) : units) + "." +
+         whole.substr(whole.size() - 2);
 }
 
 }  // namespace
@@ -89,7 +91,8 @@ std::optional<Amount> AmountOf(std::string_view text) {
 
 std::string AmountText(Amount amount) {
   std::string digits;
-  for (Amount rest = amount < 0 ? -amount : amount; rest != 0; rest /= 10) digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(rest % 10)));
+  for (Amount rest = amount < 0 ? -amount : amount; rest != 0; rest /= 10)
+    digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(rest % 10)));
   if (digits.size() < 5) digits.insert(0, 5 - digits.size(), '0');
   digits.insert(digits.size() - kMoneyDecimals, ".");
   digits.erase(digits.find_last_not_of('0') + 1);

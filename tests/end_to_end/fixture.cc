@@ -14,7 +14,8 @@ namespace stockbook::end_to_end {
 
 EndToEnd::EndToEnd() {
   std::random_device random;
-  folder_ = std::filesystem::temp_directory_path() / ("stockbook-end-" + std::to_string(random()) + std::to_string(random()));
+  folder_ =
+      std::filesystem::temp_directory_path() / ("stockbook-end-" + std::to_string(random()) + std::to_string(random()));
   std::filesystem::create_directories(folder_);
 }
 
@@ -36,7 +37,8 @@ std::string EndToEnd::ReadAll(const std::string& path) const {
 
 std::vector<std::string> EndToEnd::Files() const {
   std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_)) names.push_back(entry.path().filename().string());
+  for (const auto& entry : std::filesystem::directory_iterator(folder_))
+    names.push_back(entry.path().filename().string());
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -58,7 +60,9 @@ app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOp
   shown.notify = report.notify;
   shown.process = report.process;
   if (auto same = IsTheJournalOf(tables, options, shown); !same) return same;
-  return SaysWhatALoadSays(shown, options, static_cast<size_t>(std::count_if(shown.rows.begin(), shown.rows.end(), [](const ShownRow& row) { return row.level == 1; })));
+  return SaysWhatALoadSays(shown, options,
+                           static_cast<size_t>(std::count_if(shown.rows.begin(), shown.rows.end(),
+                                                             [](const ShownRow& row) { return row.level == 1; })));
 }
 
 Outcome EndToEnd::Program(const std::vector<std::string>& arguments) const {

@@ -37,7 +37,8 @@ class EndToEnd : public ::testing::Test {
   // Loads into `desk_`, which every load of the test uses again.
   app::LoadReport Load(const std::string& database, const app::JournalOptions& options);
   // Loads and compares with what the tables give; a journal whose statement cannot run must fail with a message.
-  ::testing::AssertionResult ShowsWhatTheTablesGive(const std::string& database, const BaseTables& tables, const app::JournalOptions& options);
+  ::testing::AssertionResult ShowsWhatTheTablesGive(const std::string& database, const BaseTables& tables,
+                                                    const app::JournalOptions& options);
   // The real program; the arguments are quoted for the shell.
   Outcome Program(const std::vector<std::string>& arguments) const;
 

@@ -11,11 +11,16 @@ std::string TypeOf(const app::InventoryColumn& column, Declared declared) {
   std::string type(column.type);
   const bool money = type.find("MONEY") != std::string::npos;
   switch (declared) {
-    case Declared::kUsual: return type;
-    case Declared::kWithoutKeys: return type.starts_with("INTEGER") ? "INTEGER" : type;
-    case Declared::kNothing: return {};
-    case Declared::kRealMoney: return money ? "REAL" : type;
-    case Declared::kIntegerMoney: return money ? "INTEGER" : type;
+    case Declared::kUsual:
+      return type;
+    case Declared::kWithoutKeys:
+      return type.starts_with("INTEGER") ? "INTEGER" : type;
+    case Declared::kNothing:
+      return {};
+    case Declared::kRealMoney:
+      return money ? "REAL" : type;
+    case Declared::kIntegerMoney:
+      return money ? "INTEGER" : type;
   }
   return type;
 }
@@ -51,7 +56,8 @@ InventoryMaker::~InventoryMaker() {
 }
 
 void InventoryMaker::Run(const std::string& sql) {
-  EXPECT_EQ(sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database_) << ": " << sql.substr(0, 500);
+  EXPECT_EQ(sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(database_) << ": " << sql.substr(0, 500);
 }
 
 void InventoryMaker::Insert(std::string_view table, const Literals& values) {
@@ -69,7 +75,8 @@ void InventoryMaker::AddMasters() {
       "INSERT INTO 厂商资料(KSID, 企业名称, ClassCode) VALUES (1, '供方', '01');"
       "INSERT INTO 客户资料(KSID, 企业名称, ClassCode) VALUES (1, '客户', '01');"
       "INSERT INTO 项目设置(项目ID, 项目名称, 项目编号, ClassCode) VALUES (1, '工程', 'XM1', '01');"
-      "INSERT INTO 商品设置(pdID, 商品名称, 商品编号, 规格, 型号, 计量单位, 计量2) VALUES (1, '螺栓', 'P1', 'M8', 'GB', '个', '箱');"
+      "INSERT INTO 商品设置(pdID, 商品名称, 商品编号, 规格, 型号, 计量单位, 计量2) VALUES (1, '螺栓', 'P1', 'M8', "
+      "'GB', '个', '箱');"
       "INSERT INTO tqAccPeriod VALUES ('2025-01'), ('2025-02'), ('2025-03')");
 }
 
@@ -81,11 +88,17 @@ void InventoryMaker::AddIssue(int number, const std::string& date, const Literal
   AddMovement("出库", number, date, "出库单", line, bill);
 }
 
-void InventoryMaker::AddMovement(const char* side, int number, const std::string& date, const char* kind, const Literals& line,
-                                 const Literals& bill) {
+void InventoryMaker::AddMovement(const char* side, int number, const std::string& date, const char* kind,
+                                 const Literals& line, const Literals& bill) {
   const std::string key = std::to_string(number);
-  Literals of_bill{{"BillID", key}, {"AccPeriod", Quoted(date.substr(0, 7))}, {"BillDate", Quoted(date)}, {"单据类型", Quoted(kind)},
-                   {"单据编号", Quoted("N" + key)}, {"dpID", "1"}, {"ksID", "1"}, {"pjID", "1"}};
+  Literals of_bill{{"BillID", key},
+                   {"AccPeriod", Quoted(date.substr(0, 7))},
+                   {"BillDate", Quoted(date)},
+                   {"单据类型", Quoted(kind)},
+                   {"单据编号", Quoted("N" + key)},
+                   {"dpID", "1"},
+                   {"ksID", "1"},
+                   {"pjID", "1"}};
   Merge(of_bill, bill);
   Literals of_line{{"RecID", key}, {"BillID", key}, {"pdID", "1"}, {"dpID", "1"}, {"ksID", "1"}, {"pjID", "1"}};
   Merge(of_line, line);

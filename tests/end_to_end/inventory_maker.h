@@ -14,10 +14,10 @@ namespace stockbook::end_to_end {
 // How an inventory's tables are declared.
 enum class Declared {
   kUsual,
-  kWithoutKeys,    // no primary keys, so that keys may repeat
-  kNothing,        // columns without types
-  kRealMoney,      // money in REAL columns
-  kIntegerMoney,   // money in INTEGER columns
+  kWithoutKeys,   // no primary keys, so that keys may repeat
+  kNothing,       // columns without types
+  kRealMoney,     // money in REAL columns
+  kIntegerMoney,  // money in INTEGER columns
 };
 
 // Column names and their values as SQL literals.
@@ -41,7 +41,8 @@ class InventoryMaker {
   void AddIssue(int number, const std::string& date, const Literals& line, const Literals& bill = {});
 
  private:
-  void AddMovement(const char* side, int number, const std::string& date, const char* kind, const Literals& line, const Literals& bill);
+  void AddMovement(const char* side, int number, const std::string& date, const char* kind, const Literals& line,
+                   const Literals& bill);
 
   sqlite3* database_ = nullptr;
 };

@@ -92,17 +92,28 @@ constexpr std::array<Column, kColumnCount> kColumns{{
 bool IsSeen(Seen seen, int type, bool qty2, bool tax) {
   const bool stock = type == 0 || type == 3;
   switch (seen) {
-    case Seen::kShown: return true;
-    case Seen::kHidden: return false;
-    case Seen::kStock: return stock;
-    case Seen::kPartner: return !stock;
-    case Seen::kSupplier: return type == 1;
-    case Seen::kCustomer: return type == 2;
-    case Seen::kStockQty2: return stock && qty2;
-    case Seen::kSupplierQty2: return type == 1 && qty2;
-    case Seen::kCustomerQty2: return type == 2 && qty2;
-    case Seen::kQty2: return qty2;
-    case Seen::kTax: return tax;
+    case Seen::kShown:
+      return true;
+    case Seen::kHidden:
+      return false;
+    case Seen::kStock:
+      return stock;
+    case Seen::kPartner:
+      return !stock;
+    case Seen::kSupplier:
+      return type == 1;
+    case Seen::kCustomer:
+      return type == 2;
+    case Seen::kStockQty2:
+      return stock && qty2;
+    case Seen::kSupplierQty2:
+      return type == 1 && qty2;
+    case Seen::kCustomerQty2:
+      return type == 2 && qty2;
+    case Seen::kQty2:
+      return qty2;
+    case Seen::kTax:
+      return tax;
   }
   return false;
 }
@@ -120,8 +131,12 @@ std::array<ColumnDescription, kColumnCount> ColumnsOf(int journal_type, bool qty
   std::array<ColumnDescription, kColumnCount> columns;
   for (size_t place = 0; place < kColumnCount; ++place) {
     const Column& column = kColumns[place];
-    columns[place] = {column.key,  CaptionOf(column, journal_type), !IsSeen(column.seen, journal_type, qty2, tax),
-                      column.type, column.format,                   column.width_twips};
+    columns[place] = {column.key,
+                      CaptionOf(column, journal_type),
+                      !IsSeen(column.seen, journal_type, qty2, tax),
+                      column.type,
+                      column.format,
+                      column.width_twips};
   }
   return columns;
 }

@@ -19,8 +19,8 @@ std::string Differences(const Cells& expected, const Cells& shown, const char* w
   const auto columns = ColumnsOf(0, true, true);
   for (size_t place = 0; place < kColumnCount; ++place) {
     if (expected[place] == shown[place]) continue;
-    text += std::string("\n  ") + what + " " + columns[place].key + ": expected \"" + expected[place].substr(0, 200) + "\", shown \"" +
-            shown[place].substr(0, 200) + "\"";
+    text += std::string("\n  ") + what + " " + columns[place].key + ": expected \"" + expected[place].substr(0, 200) +
+            "\", shown \"" + shown[place].substr(0, 200) + "\"";
   }
   return text;
 }
@@ -40,7 +40,8 @@ bool IsSameLine(const MovementLine& line, const ShownRow& row, bool restricted) 
 AssertionResult OrderOf(const RecomputedJournal& journal, const std::vector<const ShownRow*>& shown, bool restricted,
                         std::vector<size_t>& order) {
   const auto& lines = journal.lines();
-  if (lines.size() != shown.size()) return AssertionFailure() << "expected " << lines.size() << " lines, shown " << shown.size();
+  if (lines.size() != shown.size())
+    return AssertionFailure() << "expected " << lines.size() << " lines, shown " << shown.size();
   std::vector<bool> used(lines.size());
   for (size_t first = 0; first < lines.size();) {
     size_t end = first;
@@ -60,13 +61,15 @@ AssertionResult OrderOf(const RecomputedJournal& journal, const std::vector<cons
   return AssertionSuccess();
 }
 
-AssertionResult SameRow(const JournalRow& expected, const ShownRow& shown, const std::vector<ColumnDescription>& columns) {
+AssertionResult SameRow(const JournalRow& expected, const ShownRow& shown,
+                        const std::vector<ColumnDescription>& columns) {
   Cells display;
   for (size_t place = 0; place < kColumnCount; ++place) {
     const bool two_lines = expected.kind == RowKind::kTotal;
     display[place] = two_lines ? expected.cells[place] : Shown(expected.cells[place], columns[place].format);
   }
-  std::string differences = Differences(expected.cells, shown.text, "text") + Differences(display, shown.display, "display");
+  std::string differences =
+      Differences(expected.cells, shown.text, "text") + Differences(display, shown.display, "display");
   const bool node = expected.kind == RowKind::kNode || expected.kind == RowKind::kTotal;
   if (node != shown.node) differences += node ? "\n  is no node" : "\n  is a node";
   const int level = expected.kind == RowKind::kLine ? 1 : 0;
@@ -84,20 +87,24 @@ AssertionResult SameHeights(const std::vector<JournalRow>& expected, const Shown
     const int height = shown.rows[row].height_twips;
     const bool total = expected[row].kind == RowKind::kTotal;
     const bool line = expected[row].kind == RowKind::kLine;
-    if (total && height != 2 * line_height) return AssertionFailure() << "the total row " << row << " is " << height << " twips high";
-    if (line && height != line_height) return AssertionFailure() << "the line " << row << " is " << height << " twips high";
+    if (total && height != 2 * line_height)
+      return AssertionFailure() << "the total row " << row << " is " << height << " twips high";
+    if (line && height != line_height)
+      return AssertionFailure() << "the line " << row << " is " << height << " twips high";
   }
   return AssertionSuccess();
 }
 
 AssertionResult SameColumns(const ShownJournal& shown, const app::JournalOptions& options) {
   const auto expected = ColumnsOf(options.journal_type, options.allow_qty2, options.allow_inv);
-  if (shown.columns.size() != expected.size()) return AssertionFailure() << "shown " << shown.columns.size() << " columns";
+  if (shown.columns.size() != expected.size())
+    return AssertionFailure() << "shown " << shown.columns.size() << " columns";
   for (size_t place = 0; place < expected.size(); ++place) {
     const ColumnDescription& column = shown.columns[place];
     if (column != expected[place]) {
-      return AssertionFailure() << "column " << place << " is " << column.key << " \"" << column.caption << "\" hidden " << column.hidden
-                                << " type " << column.type << " format \"" << column.format << "\" width " << column.width_twips;
+      return AssertionFailure() << "column " << place << " is " << column.key << " \"" << column.caption << "\" hidden "
+                                << column.hidden << " type " << column.type << " format \"" << column.format
+                                << "\" width " << column.width_twips;
     }
   }
   return AssertionSuccess();
@@ -115,21 +122,26 @@ std::vector<const ShownRow*> LinesOf(const ShownJournal& shown) {
 
 std::string Describe(const app::JournalOptions& options) {
   constexpr const char* kTypes[] = {"material", "supplier", "customer", "project"};
-  return std::string(kTypes[options.journal_type]) + " product " + std::to_string(options.key_id) + " second " + std::to_string(options.dp_id) +
-         " class '" + options.dp_code + "'" + (options.allow_qty2 ? " qty2" : "") + (options.allow_inv ? " tax" : "") +
-         (options.acc_restrict ? " restrict" : "");
+  return std::string(kTypes[options.journal_type]) + " product " + std::to_string(options.key_id) + " second " +
+         std::to_string(options.dp_id) + " class '" + options.dp_code + "'" + (options.allow_qty2 ? " qty2" : "") +
+         (options.allow_inv ? " tax" : "") + (options.acc_restrict ? " restrict" : "");
 }
 
-AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options, const ShownJournal& shown) {
+AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options,
+                               const ShownJournal& shown) {
   const RecomputedJournal journal(tables, options);
-  if (journal.cannot_run()) return AssertionFailure() << Describe(options) << ": a journal is shown whose statement cannot run";
+  if (journal.cannot_run())
+    return AssertionFailure() << Describe(options) << ": a journal is shown whose statement cannot run";
   if (auto columns = SameColumns(shown, options); !columns) return columns << " in " << Describe(options);
   std::vector<size_t> order;
-  if (auto found = OrderOf(journal, LinesOf(shown), options.acc_restrict, order); !found) return found << "\nin " << Describe(options);
+  if (auto found = OrderOf(journal, LinesOf(shown), options.acc_restrict, order); !found)
+    return found << "\nin " << Describe(options);
   const auto expected = journal.Rows(order);
-  if (!expected) return AssertionFailure() << Describe(options) << ": an amount leaves the range of money and still is shown";
+  if (!expected)
+    return AssertionFailure() << Describe(options) << ": an amount leaves the range of money and still is shown";
   if (expected->size() != shown.rows.size()) {
-    return AssertionFailure() << Describe(options) << ": expected " << expected->size() << " rows, shown " << shown.rows.size();
+    return AssertionFailure() << Describe(options) << ": expected " << expected->size() << " rows, shown "
+                              << shown.rows.size();
   }
   for (size_t row = 0; row < expected->size(); ++row) {
     if (auto same = SameRow((*expected)[row], shown.rows[row], shown.columns); !same) {
@@ -142,15 +154,18 @@ AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptio
 
 AssertionResult SaysWhatALoadSays(const ShownJournal& shown, const app::JournalOptions& options, size_t line_count) {
   const std::vector<std::string> messages = {"正在读入：" + shown.caption + "...", "已读入：" + shown.caption};
-  if (shown.caption.empty() || shown.notify != messages) return AssertionFailure() << Describe(options) << ": said " << ::testing::PrintToString(shown.notify);
+  if (shown.caption.empty() || shown.notify != messages)
+    return AssertionFailure() << Describe(options) << ": said " << ::testing::PrintToString(shown.notify);
   const bool one_statement = options.journal_type == 1 || options.journal_type == 2;
-  std::vector<int> process = one_statement ? std::vector<int>{0, 20, 30, 35, 40} : std::vector<int>{0, 10, 20, 30, 35, 40};
+  std::vector<int> process =
+      one_statement ? std::vector<int>{0, 20, 30, 35, 40} : std::vector<int>{0, 10, 20, 30, 35, 40};
   for (size_t line = 1; line <= line_count; ++line) {
     const int indicator = 40 + static_cast<int>(line * 60 / line_count);
     if (process.back() != indicator) process.push_back(indicator);
   }
   process.push_back(-1);
-  if (shown.process != process) return AssertionFailure() << Describe(options) << ": progress " << ::testing::PrintToString(shown.process);
+  if (shown.process != process)
+    return AssertionFailure() << Describe(options) << ": progress " << ::testing::PrintToString(shown.process);
   return AssertionSuccess();
 }
 

@@ -28,7 +28,9 @@ TEST_F(RandomInventories, AreShownAsTheirTablesGiveThem) { CompareRounds(1, 100,
 TEST_F(RandomInventories, AreShownTheSameWithoutPrimaryKeys) { CompareRounds(1001, 30, Declared::kWithoutKeys); }
 TEST_F(RandomInventories, AreShownTheSameWithoutDeclaredTypes) { CompareRounds(2001, 30, Declared::kNothing); }
 TEST_F(RandomInventories, AreShownTheSameWithMoneyInRealColumns) { CompareRounds(3001, 30, Declared::kRealMoney); }
-TEST_F(RandomInventories, AreShownTheSameWithMoneyInIntegerColumns) { CompareRounds(4001, 30, Declared::kIntegerMoney); }
+TEST_F(RandomInventories, AreShownTheSameWithMoneyInIntegerColumns) {
+  CompareRounds(4001, 30, Declared::kIntegerMoney);
+}
 
 }  // namespace
 }  // namespace stockbook::end_to_end

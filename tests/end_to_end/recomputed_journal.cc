@@ -135,7 +135,8 @@ RecomputedJournal::RecomputedJournal(const BaseTables& tables, const app::Journa
   const Side issues{1, tables["出库记录"], tables["出库目录"], tables["客户资料"]};
   if (options.journal_type != kCustomer) AddSide(receipts);
   if (options.journal_type != kSupplier) AddSide(issues);
-  std::stable_sort(lines_.begin(), lines_.end(), [](const auto& left, const auto& right) { return left.order < right.order; });
+  std::stable_sort(lines_.begin(), lines_.end(),
+                   [](const auto& left, const auto& right) { return left.order < right.order; });
   if (!periods.empty()) ReadOpening();
 }
 
@@ -153,8 +154,8 @@ void RecomputedJournal::ReadSecondKeys() {
   }
   // The customer journal asks for the class whose code is the second key's number.
   const bool supplier = options_.journal_type == kSupplier;
-  members = Members(tables_[supplier ? "厂商资料" : "客户资料"], "KSID", supplier ? options_.dp_code : std::to_string(options_.dp_id),
-                    Match::kBeginning);
+  members = Members(tables_[supplier ? "厂商资料" : "客户资料"], "KSID",
+                    supplier ? options_.dp_code : std::to_string(options_.dp_id), Match::kBeginning);
   cannot_run_ = members.empty();
   second_keys_ = members;
 }
@@ -206,8 +207,9 @@ std::vector<MovementLine> RecomputedJournal::JoinMasters(const Side& side, size_
         if (!names_products) joined.push_back(line);
         if (!names_products) continue;
         for (const auto product : LeftJoin(products, "pdID", side.records.At(record, "pdID"))) {
-          constexpr const char* kNames[][2] = {{"ProductName", "商品名称"}, {"ProductNo", "商品编号"}, {"Model", "规格"},
-                                               {"Standard", "型号"},        {"Measure", "计量单位"},   {"Measure2", "计量2"}};
+          constexpr const char* kNames[][2] = {{"ProductName", "商品名称"}, {"ProductNo", "商品编号"},
+                                               {"Model", "规格"},           {"Standard", "型号"},
+                                               {"Measure", "计量单位"},     {"Measure2", "计量2"}};
           for (const auto& [key, column] : kNames) line.cells[PlaceOf(key)] = NameIn(products, product, column);
           joined.push_back(line);
         }
@@ -236,7 +238,8 @@ void RecomputedJournal::FillCells(const Side& side, size_t record, size_t bill, 
   put("TaxPrice", of_record("单价").Plain());
   put("TaxAccount", of_record("金额").Money());
   constexpr const char* kFields[] = {"经手人", "交接人", "包装", "货位", "期限", "SerialNo"};
-  for (size_t field = 0; field < 6; ++field) put(("Field" + std::to_string(field)).c_str(), of_record(kFields[field]).Plain());
+  for (size_t field = 0; field < 6; ++field)
+    put(("Field" + std::to_string(field)).c_str(), of_record(kFields[field]).Plain());
   put("Field6", of_record("ProductDate").Date());
   put("Inputor", of_bill("录入员").Plain());
   put("InputDate", of_bill("录入日期").Date());
@@ -248,9 +251,12 @@ void RecomputedJournal::FillCells(const Side& side, size_t record, size_t bill, 
   for (const char* key : {"RecID", "OtherID", "pdID"}) put(key, of_record(key).Plain());
   put("Flag", std::to_string(side.flag));
   put("BillName", kind);
-  if (options_.journal_type == kMaterial) line.order = {date, side.flag, bill_no};
-  else if (options_.journal_type == kProject) line.order = {date, side.flag, ""};
-  else line.order = {date, 0, kind + number};
+  if (options_.journal_type == kMaterial)
+    line.order = {date, side.flag, bill_no};
+  else if (options_.journal_type == kProject)
+    line.order = {date, side.flag, ""};
+  else
+    line.order = {date, 0, kind + number};
 }
 
 void RecomputedJournal::FillAmounts(const Side& side, size_t record, MovementLine& line) const {
@@ -262,7 +268,8 @@ void RecomputedJournal::FillAmounts(const Side& side, size_t record, MovementLin
   (receipt ? line.receipt : line.issue) = moved;
   line.net.Add(moved, receipt ? 1 : -1);
   const std::string texts[] = {quantity.Plain(), quantity2.Plain(), amount.Money()};
-  constexpr const char* kKeys[][3] = {{"Quantity", "RevQty", "IssQty"}, {"Quantity2", "RevQty2", "IssQty2"}, {"Account", "RevAcc", "IssAcc"}};
+  constexpr const char* kKeys[][3] = {
+      {"Quantity", "RevQty", "IssQty"}, {"Quantity2", "RevQty2", "IssQty2"}, {"Account", "RevAcc", "IssAcc"}};
   for (size_t measure = 0; measure < 3; ++measure) {
     line.cells[PlaceOf(kKeys[measure][0])] = receipt ? texts[measure] : Negative(texts[measure]);
     line.cells[PlaceOf(kKeys[measure][1])] = receipt ? texts[measure] : "0";
@@ -293,7 +300,8 @@ std::vector<int64_t> RecomputedJournal::BalanceOwners(bool& all) const {
   return owners;
 }
 
-void RecomputedJournal::SumBalance(const BaseTable& table, const std::vector<size_t>& rows, const std::array<std::string, 3>& columns) {
+void RecomputedJournal::SumBalance(const BaseTable& table, const std::vector<size_t>& rows,
+                                   const std::array<std::string, 3>& columns) {
   // A sum over balances is the nearest double to the true one, whatever the order they are added in.
   long double quantity = 0;
   long double quantity2 = 0;
@@ -380,9 +388,11 @@ std::optional<std::vector<JournalRow>> RecomputedJournal::Rows(const std::vector
     rows.push_back({RowKind::kLine, line.cells});
     PutStock(rows.back().cells, running);
     if (options_.acc_restrict) {
-      for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) rows.back().cells[PlaceOf(key)] = "-";
+      for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"})
+        rows.back().cells[PlaceOf(key)] = "-";
     }
-    if (at + 1 == order.size() || lines_[order[at + 1]].cells[period_place] != period) rows.push_back(TotalRow(period, in_period, in_all));
+    if (at + 1 == order.size() || lines_[order[at + 1]].cells[period_place] != period)
+      rows.push_back(TotalRow(period, in_period, in_all));
   }
   if (!fits) return std::nullopt;
   return rows;

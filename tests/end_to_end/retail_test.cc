@@ -22,11 +22,12 @@ class Retail : public EndToEnd {
     std::ostringstream out;
     std::ostringstream err;
     app::Terminal terminal{in, out, err};
-    const int code = app::ImportCommand().run({kTable, "-o", database_, "--map",
-                                               "product=StockCode,name=Description,bill=InvoiceNo,date=InvoiceDate,quantity=Quantity,"
-                                               "price=UnitPrice,partner=CustomerID,project=Country",
-                                               "--direction", "issue"},
-                                              terminal);
+    const int code = app::ImportCommand().run(
+        {kTable, "-o", database_, "--map",
+         "product=StockCode,name=Description,bill=InvoiceNo,date=InvoiceDate,quantity=Quantity,"
+         "price=UnitPrice,partner=CustomerID,project=Country",
+         "--direction", "issue"},
+        terminal);
     ASSERT_EQ(code, 0) << err.str();
   }
 
@@ -34,7 +35,8 @@ class Retail : public EndToEnd {
     sqlite3* database = nullptr;
     sqlite3_stmt* statement = nullptr;
     EXPECT_EQ(sqlite3_open_v2(database_.c_str(), &database, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
-    EXPECT_EQ(sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+    EXPECT_EQ(sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(database);
     EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
     const int32_t number = sqlite3_column_int(statement, 0);
     sqlite3_finalize(statement);
@@ -45,7 +47,8 @@ class Retail : public EndToEnd {
   // The tables, of the lines and balances only those that meet the condition on the column.
   BaseTables TablesWhere(const std::string& column, int32_t key) const {
     const std::string condition = column + " = " + std::to_string(key);
-    std::map<std::string, std::string> conditions{{"入库记录", condition}, {"出库记录", condition}, {"tqSuppBalance", condition}, {"tqCustBalance", condition}};
+    std::map<std::string, std::string> conditions{
+        {"入库记录", condition}, {"出库记录", condition}, {"tqSuppBalance", condition}, {"tqCustBalance", condition}};
     conditions["仓库余额表"] = conditions["tqProjBalance"] = column == "pdID" ? condition : "0";
     return BaseTables(database_, conditions);
   }
@@ -56,7 +59,8 @@ class Retail : public EndToEnd {
 TEST_F(Retail, ShowsItsJournalsRight) {
   // Best-selling: by pieces, and by lines.
   for (const char* most : {"sum(数量)", "count(*)"}) {
-    const int32_t product = One(std::string("SELECT pdID FROM 出库记录 GROUP BY pdID ORDER BY ") + most + " DESC LIMIT 1");
+    const int32_t product =
+        One(std::string("SELECT pdID FROM 出库记录 GROUP BY pdID ORDER BY ") + most + " DESC LIMIT 1");
     const BaseTables tables = TablesWhere("pdID", product);
     EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {0, product, 0, "", false, false, false}));
     EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {3, product, 1, "", false, false, false}));
@@ -64,7 +68,8 @@ TEST_F(Retail, ShowsItsJournalsRight) {
   }
   EXPECT_GT(desk().sheet().Rows(), 1000);
   const int32_t customer = One("SELECT ksID FROM 出库记录 WHERE ksID > 0 GROUP BY ksID ORDER BY count(*) DESC LIMIT 1");
-  EXPECT_TRUE(ShowsWhatTheTablesGive(database_, TablesWhere("ksID", customer), {2, 0, customer, "", false, false, false}));
+  EXPECT_TRUE(
+      ShowsWhatTheTablesGive(database_, TablesWhere("ksID", customer), {2, 0, customer, "", false, false, false}));
   EXPECT_GT(desk().sheet().Rows(), 1000);
 }
 

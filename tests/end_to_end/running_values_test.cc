@@ -21,8 +21,10 @@ class RunningValues : public EndToEnd {
   // Every choice of the second key that the type has, with and without a product.
   std::vector<app::JournalOptions> Choices(int type) const {
     std::vector<app::JournalOptions> choices;
-    const std::vector<std::string> classes = type == 0 ? std::vector<std::string>{""} : type == 3 ? std::vector<std::string>{"", "0101", "99"} : std::vector<std::string>{"", "01", "0102", "99"};
-    for (const int product : {1, 2, 7, 0, 9999}) {
+    const std::vector<std::string> classes = type == 0   ? std::vector<std::string>{""}
+                                             : type == 3 ? std::vector<std::string>{"", "0101", "99"}
+                                                         : std::vector<std::string>{"", "01", "0102", "99"};
+    for (const int product : {1, 2, 7, 0, 9999, -5}) {
       for (const std::string& code : classes) {
         for (const int second : {0, 1, 3, -1}) choices.push_back({type, product, second, code, false, false, false});
       }
@@ -38,12 +40,16 @@ class RunningValues : public EndToEnd {
       const int64_t key = records.At(row, second).integer;
       if (key > 0) ++counts[{type == 1 || type == 2 ? 0 : records.At(row, "pdID").integer, key}];
     }
-    const auto busiest = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) { return left.second < right.second; });
-    return {type, static_cast<int32_t>(busiest->first.first), static_cast<int32_t>(busiest->first.second), "", true, false, false};
+    const auto busiest = std::max_element(
+        counts.begin(), counts.end(), [](const auto& left, const auto& right) { return left.second < right.second; });
+    return {
+        type, static_cast<int32_t>(busiest->first.first), static_cast<int32_t>(busiest->first.second), "", true, false,
+        false};
   }
   void CompareAll(int type, uint64_t seed) {
     const BaseTables tables = Sample(2500, 5, seed);
-    for (const app::JournalOptions& options : Choices(type)) EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, options));
+    for (const app::JournalOptions& options : Choices(type))
+      EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, options));
   }
 
   std::string database_ = PathOf("sample.db");
@@ -58,7 +64,8 @@ TEST_F(RunningValues, AgreeWithEveryPermission) {
   const BaseTables tables = Sample(1500, 4, 21);
   for (int type = 0; type < 4; ++type) {
     for (int permissions = 0; permissions < 8; ++permissions) {
-      EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {type, 2, 1, "", (permissions & 1) != 0, (permissions & 2) != 0, (permissions & 4) != 0}));
+      EXPECT_TRUE(ShowsWhatTheTablesGive(
+          database_, tables, {type, 2, 1, "", (permissions & 1) != 0, (permissions & 2) != 0, (permissions & 4) != 0}));
     }
   }
 }
@@ -66,7 +73,8 @@ TEST_F(RunningValues, AgreeWithEveryPermission) {
 TEST_F(RunningValues, AgreeOverManyPeriodsOfOneProduct) {
   app::WriteSampleInventory(database_, {4000, 300, 5, app::SampleProductRange::One});
   const BaseTables tables(database_);
-  for (const int depot : {0, 2}) EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {0, 1, depot, "", true, true, false}));
+  for (const int depot : {0, 2})
+    EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {0, 1, depot, "", true, true, false}));
 }
 
 // The comparison itself: whatever is changed in what is shown, it must see it.

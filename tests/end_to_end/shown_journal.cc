@@ -25,7 +25,8 @@ void ExpectMembers(const QJsonObject& object, const QStringList& names) {
 
 QJsonObject ObjectOf(std::string_view line) {
   QJsonParseError error;
-  const QJsonDocument document = QJsonDocument::fromJson(QByteArray(line.data(), static_cast<qsizetype>(line.size())), &error);
+  const QJsonDocument document =
+      QJsonDocument::fromJson(QByteArray(line.data(), static_cast<qsizetype>(line.size())), &error);
   EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString() << ": " << line.substr(0, 300);
   EXPECT_TRUE(document.isObject()) << line.substr(0, 300);
   return document.object();
@@ -38,8 +39,8 @@ void ReadHead(const QJsonObject& head, ShownJournal& journal) {
     const QJsonObject column = value.toObject();
     ExpectMembers(column, {"key", "caption", "hidden", "type", "format", "width"});
     EXPECT_TRUE(column["hidden"].isBool());
-    journal.columns.push_back({TextOf(column["key"]), TextOf(column["caption"]), column["hidden"].toBool(), column["type"].toInt(-1),
-                               TextOf(column["format"]), column["width"].toInt(-1)});
+    journal.columns.push_back({TextOf(column["key"]), TextOf(column["caption"]), column["hidden"].toBool(),
+                               column["type"].toInt(-1), TextOf(column["format"]), column["width"].toInt(-1)});
   }
   for (const auto& message : head["notify"].toArray()) journal.notify.push_back(TextOf(message));
   for (const auto& value : head["process"].toArray()) journal.process.push_back(value.toInt(-99));
@@ -57,7 +58,12 @@ ShownRow ReadRow(const QJsonObject& object, int expected_row) {
   ExpectMembers(object, {"row", "node", "level", "hidden", "height", "text", "display"});
   EXPECT_EQ(object["row"].toInt(-1), expected_row);
   EXPECT_TRUE(object["node"].isBool() && object["hidden"].isBool());
-  ShownRow row{object["node"].toBool(), object["level"].toInt(-1), object["hidden"].toBool(), object["height"].toInt(-1), {}, {}};
+  ShownRow row{object["node"].toBool(),
+               object["level"].toInt(-1),
+               object["hidden"].toBool(),
+               object["height"].toInt(-1),
+               {},
+               {}};
   ReadCells(object["text"].toObject(), row.text);
   ReadCells(object["display"].toObject(), row.display);
   return row;
@@ -69,8 +75,9 @@ ShownJournal FromGrid(const sheet::Sheet& grid) {
   ShownJournal journal;
   EXPECT_EQ(grid.Cols(), static_cast<int>(kColumnCount));
   for (int column = 0; column < grid.Cols(); ++column) {
-    journal.columns.push_back({grid.ColKey(column), grid.TextMatrix(0, column), grid.ColHidden(column), static_cast<int>(grid.ColDataType(column)),
-                               grid.ColFormat(column), grid.ColWidth(column)});
+    journal.columns.push_back({grid.ColKey(column), grid.TextMatrix(0, column), grid.ColHidden(column),
+                               static_cast<int>(grid.ColDataType(column)), grid.ColFormat(column),
+                               grid.ColWidth(column)});
   }
   for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
     ShownRow shown{grid.IsSubtotal(row), grid.RowOutlineLevel(row), grid.RowHidden(row), grid.RowHeight(row), {}, {}};
@@ -90,8 +97,10 @@ ShownJournal FromNdjson(std::string_view lines) {
   for (int row = 1; !lines.empty();) {
     const std::string_view line = lines.substr(0, lines.find('\n'));
     lines.remove_prefix(std::min(line.size() + 1, lines.size()));
-    if (head) ReadHead(ObjectOf(line), journal);
-    else journal.rows.push_back(ReadRow(ObjectOf(line), row++));
+    if (head)
+      ReadHead(ObjectOf(line), journal);
+    else
+      journal.rows.push_back(ReadRow(ObjectOf(line), row++));
     head = false;
   }
   return journal;
