@@ -28,8 +28,8 @@ inline double ResidentBytes() {
   return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
-// Runs `work` in a process of its own and brings its plain result back: settings that hold for a whole process, and memory
-// that one measurement leaves behind, stay out of the next.
+// Runs `work` in a process of its own and brings its plain result back: settings that hold for a whole process, and
+// memory that one measurement leaves behind, stay out of the next.
 template <typename Work>
 auto InChild(Work work) {
   using Result = decltype(work());

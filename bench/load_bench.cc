@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The whole Load of a stock journal of one product, as ratios measured in one run: against SQLite's own interface with its
-// default settings stepping the same statement once and reading every value, against QSqlQueryModel's memory, against
-// memcpy, and against itself with fewer lines or more periods. `load_bench [LINES [ROUNDS]]`, 1,000,000 and 3 as usual; the
-// least of the rounds counts.
+// The whole Load of a stock journal of one product, as ratios measured in one run: against SQLite's own interface with
+// its default settings stepping the same statement once and reading every value, against QSqlQueryModel's memory,
+// against memcpy, and against itself with fewer lines or more periods. `load_bench [LINES [ROUNDS]]`, 1,000,000 and 3
+// as usual; the least of the rounds counts.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <sqlite3.h>
@@ -35,7 +35,8 @@ std::string SampleOf(int64_t lines, int periods) {
   const auto path = std::filesystem::temp_directory_path() /
                     ("stockbook-load-bench-" + std::to_string(lines) + "-" + std::to_string(periods) + ".db");
   if (!std::filesystem::exists(path)) {
-    app::WriteSampleInventory(path.string(), {.lines = lines, .periods = periods, .range = app::SampleProductRange::One});
+    app::WriteSampleInventory(path.string(),
+                              {.lines = lines, .periods = periods, .range = app::SampleProductRange::One});
   }
   return path.string();
 }
@@ -55,10 +56,17 @@ size_t ReadRow(sqlite3_stmt* row) {
   const int columns = sqlite3_column_count(row);
   for (int column = 0; column < columns; ++column) {
     switch (sqlite3_column_type(row, column)) {
-      case SQLITE_INTEGER: sum += static_cast<size_t>(sqlite3_column_int64(row, column)); break;
-      case SQLITE_FLOAT: sum += static_cast<size_t>(sqlite3_column_double(row, column)); break;
-      case SQLITE_TEXT: sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column)); break;
-      default: break;
+      case SQLITE_INTEGER:
+        sum += static_cast<size_t>(sqlite3_column_int64(row, column));
+        break;
+      case SQLITE_FLOAT:
+        sum += static_cast<size_t>(sqlite3_column_double(row, column));
+        break;
+      case SQLITE_TEXT:
+        sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column));
+        break;
+      default:
+        break;
     }
   }
   return sum;
@@ -159,17 +167,20 @@ struct PassCost {
   double overwrite_seconds = 1e9;
 };
 
-// The pass with a total per period, against memcpy of three columns of eight bytes (quantity, second quantity, amount): into
-// new memory, as a copy of them is taken, and over an old copy.
+// The pass with a total per period, against memcpy of three columns of eight bytes (quantity, second quantity, amount):
+// into new memory, as a copy of them is taken, and over an old copy.
 PassCost MeasurePass(const std::string& path, int periods) {
   return InChild([&] {
     // New memory is new each time.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
     const auto connection = databases::OpenEmbedded(ConnectionTo(path));
     std::vector<platform::Field> fields =
-        connection->Execute(journal::QueryBuilder(connection.get(), base::MaterialJournal, {1, 0, ""}).Build()).TakeAll();
+        connection->Execute(journal::QueryBuilder(connection.get(), base::MaterialJournal, {1, 0, ""}).Build())
+            .TakeAll();
     const auto column = [&](const char* name) {
-      return &std::find_if(fields.begin(), fields.end(), [&](const platform::Field& field) { return field.name == name; })->column;
+      return &std::find_if(fields.begin(), fields.end(), [&](const platform::Field& field) {
+                return field.name == name;
+              })->column;
     };
     const size_t rows = fields.front().column.size();
     const std::vector<double> source(rows * 3, 1.5);
@@ -188,7 +199,8 @@ PassCost MeasurePass(const std::string& path, int periods) {
       }
       cost.pass_seconds = std::min(cost.pass_seconds, CpuSeconds() - start);
       const auto copy = [&](double* to) {
-        for (size_t part = 0; part < 3; ++part) std::memcpy(to + part * rows, source.data() + part * rows, rows * sizeof(double));
+        for (size_t part = 0; part < 3; ++part)
+          std::memcpy(to + part * rows, source.data() + part * rows, rows * sizeof(double));
         benchmark::DoNotOptimize(to);
         benchmark::ClobberMemory();
       };
@@ -235,9 +247,11 @@ int main(int argc, char** argv) {
   const PassCost pass = MeasurePass(path, 12);
   const double model = ModelBytes(path, sql);
   std::printf("%lld lines of one product, least of %d rounds, processor time\n", static_cast<long long>(lines), rounds);
-  std::printf("SQLite stepping %.3f s, Load %.3f s of which the connection %.3f s; %.0f bytes a line; pass %.2f ms, copy %.2f ms, over an old copy %.2f ms\n", step,
-              load.seconds, load.connection_seconds, load.bytes / static_cast<double>(lines), pass.pass_seconds * 1e3, pass.copy_seconds * 1e3,
-              pass.overwrite_seconds * 1e3);
+  std::printf(
+      "SQLite stepping %.3f s, Load %.3f s of which the connection %.3f s; %.0f bytes a line; pass %.2f ms, copy %.2f "
+      "ms, over an old copy %.2f ms\n",
+      step, load.seconds, load.connection_seconds, load.bytes / static_cast<double>(lines), pass.pass_seconds * 1e3,
+      pass.copy_seconds * 1e3, pass.overwrite_seconds * 1e3);
   Print("whole Load / SQLite's own interface stepping the statement", load.seconds / step, 0.95);
   Print("running balance with period sums / memcpy of three columns", pass.pass_seconds / pass.copy_seconds, 2.0);
   Print("the control's own share / SQLite's own interface", (load.seconds - load.connection_seconds) / step, 0.03);

@@ -14,7 +14,9 @@ namespace {
 // Hears what the control says during one load.
 class Recorder : public interaction::EventListener {
  public:
-  Recorder(control::Stockbook& control, LoadReport& report) : control_(control), report_(report) { control_.AddListener(this); }
+  Recorder(control::Stockbook& control, LoadReport& report) : control_(control), report_(report) {
+    control_.AddListener(this);
+  }
   ~Recorder() override { control_.RemoveListener(this); }
   Recorder(const Recorder&) = delete;
   Recorder& operator=(const Recorder&) = delete;
@@ -33,8 +35,9 @@ class Recorder : public interaction::EventListener {
 
 std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect) {
   // In quotes, since a path may hold semicolons.
-  return databases::OpenEmbedded(std::string("Provider=Stockbook.Embedded;") + (dialect == SqlDialect::kServer ? "Dialect=SQL;" : "") +
-                                 "Data Source=\"" + base::ReplaceAll(path, "\"", "\"\"") + "\"");
+  return databases::OpenEmbedded(std::string("Provider=Stockbook.Embedded;") +
+                                 (dialect == SqlDialect::kServer ? "Dialect=SQL;" : "") + "Data Source=\"" +
+                                 base::ReplaceAll(path, "\"", "\"\"") + "\"");
 }
 
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,

@@ -36,8 +36,8 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
 // The error text of a load that failed: the last message that is not one of the load's own; "" for none.
 std::string LoadError(const LoadReport& report);
 
-// The control over a sheet without a window, for commands that only want the rows. It needs a running application of the
-// toolkit (GuiSession) to measure texts.
+// The control over a sheet without a window, for commands that only want the rows. It needs a running application of
+// the toolkit (GuiSession) to measure texts.
 class JournalDesk : private platform::ControlSite {
  public:
   JournalDesk();

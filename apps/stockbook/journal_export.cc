@@ -58,8 +58,8 @@ void AppendColumns(const platform::Grid& grid, const std::vector<int>& columns, 
   }
 }
 
-void AppendRow(const platform::Grid& grid, const std::vector<int>& columns, const std::vector<std::string>& keys, int row,
-               std::string& out) {
+void AppendRow(const platform::Grid& grid, const std::vector<int>& columns, const std::vector<std::string>& keys,
+               int row, std::string& out) {
   out += "{\"row\":" + std::to_string(row) + ",\"node\":" + TruthText(grid.IsSubtotal(row)) +
          ",\"level\":" + std::to_string(grid.RowOutlineLevel(row)) + ",\"hidden\":" + TruthText(grid.RowHidden(row)) +
          ",\"height\":" + std::to_string(grid.RowHeight(row)) + ",\"text\":{";
@@ -80,11 +80,21 @@ void AppendJson(std::string_view text, std::string& out) {
   out += '"';
   for (const char c : text) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20) {
           out += "\\u00";
@@ -116,8 +126,8 @@ void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char sepa
   out << buffer;
 }
 
-void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption, const LoadReport& report,
-                 std::ostream& out) {
+void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+                 const LoadReport& report, std::ostream& out) {
   const std::vector<int> chosen = ColumnsOf(grid, columns);
   std::vector<std::string> keys;
   for (const int column : chosen) keys.push_back(grid.ColKey(column));

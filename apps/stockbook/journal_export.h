@@ -13,14 +13,14 @@ namespace stockbook::app {
 
 enum class ExportColumns { kVisible, kAll };
 
-// Captions and then the shown texts of all data rows, separated by `separator`; a field with the separator, a quote or a
-// line break in it stands in quotes, quotes doubled. Lines end in "\n".
+// Captions and then the shown texts of all data rows, separated by `separator`; a field with the separator, a quote or
+// a line break in it stands in quotes, quotes doubled. Lines end in "\n".
 void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out);
 
 // One line a JSON object: first the caption, the columns and what the load said, then every data row with its outline
 // state, height in twips, stored and shown texts by column key. Empty cells are left out.
-void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption, const LoadReport& report,
-                 std::ostream& out);
+void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+                 const LoadReport& report, std::ostream& out);
 
 // Appends a JSON string with its quotes.
 void AppendJson(std::string_view text, std::string& out);

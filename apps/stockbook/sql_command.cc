@@ -13,7 +13,8 @@
 namespace stockbook::app {
 namespace {
 
-constexpr std::string_view kUsage = R"(Prints the statement of a journal, a line "--", and the statement of its opening balance, as they are sent.
+constexpr std::string_view kUsage =
+    R"(Prints the statement of a journal, a line "--", and the statement of its opening balance, as they are sent.
 
 Usage: stockbook sql DB JOURNAL [--dialect desktop|server]
 
@@ -31,7 +32,8 @@ const std::string& Usage() {
 }
 
 // The keys as a load completes them: a missing class code is that of the second key.
-journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection, base::tqJournalTypeContants type) {
+journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection,
+                            base::tqJournalTypeContants type) {
   journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
   if (keys.dpCode.empty() && keys.KeyID >= 1) {
     keys.dpCode = interaction::SubjectHeader(&connection, type).SecondKeyClassCode(0, keys);

@@ -53,7 +53,8 @@ void Put(char*& at, int number, int digits) {
 
 std::optional<Date> Date::FromParts(const DateParts& parts) {
   if (parts.year < 100 || parts.year > 9999 || parts.month < 1 || parts.day < 1) return std::nullopt;
-  const std::chrono::year_month_day day{std::chrono::year(parts.year), std::chrono::month(static_cast<unsigned>(parts.month)),
+  const std::chrono::year_month_day day{std::chrono::year(parts.year),
+                                        std::chrono::month(static_cast<unsigned>(parts.month)),
                                         std::chrono::day(static_cast<unsigned>(parts.day))};
   if (!day.ok() || parts.hour < 0 || parts.hour > 23 || parts.minute < 0 || parts.minute > 59 || parts.second < 0 ||
       parts.second > 59) {
@@ -96,8 +97,12 @@ bool Date::HasTime() const { return seconds_ % kSecondsPerDay != 0; }
 DateParts Date::parts() const {
   const std::chrono::year_month_day day{std::chrono::sys_days(std::chrono::days(days() + kZeroDay))};
   const auto time = static_cast<int>(seconds_ - days() * kSecondsPerDay);
-  return {static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month())),
-          static_cast<int>(static_cast<unsigned>(day.day())), time / 3600, time / 60 % 60, time % 60};
+  return {static_cast<int>(day.year()),
+          static_cast<int>(static_cast<unsigned>(day.month())),
+          static_cast<int>(static_cast<unsigned>(day.day())),
+          time / 3600,
+          time / 60 % 60,
+          time % 60};
 }
 
 std::string Date::Text() const {

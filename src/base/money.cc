@@ -66,7 +66,8 @@ bool PushDigit(int64_t& negative_units, int digit) {
 }  // namespace
 
 void Money::ThrowOverflow() {
-  throw ArithmeticError("金额超出范围：金额必须在 -922337203685477.5808 与 922337203685477.5807 之间，请检查单据的金额。");
+  throw ArithmeticError(
+      "金额超出范围：金额必须在 -922337203685477.5808 与 922337203685477.5807 之间，请检查单据的金额。");
 }
 
 Money Money::FromInteger(int64_t whole) {
@@ -80,8 +81,9 @@ Money Money::FromDouble(double value) {
   // The double stands for the shortest decimal that reads back as it; that decimal is what gets rounded.
   std::array<char, 64> digits{};
   const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  const auto money =
-      error == std::errc() ? Parse(std::string_view(digits.data(), static_cast<size_t>(end - digits.data()))) : std::nullopt;
+  const auto money = error == std::errc()
+                         ? Parse(std::string_view(digits.data(), static_cast<size_t>(end - digits.data())))
+                         : std::nullopt;
   if (!money) ThrowOverflow();
   return *money;
 }
@@ -107,7 +109,8 @@ std::optional<Money> Money::Parse(std::string_view text) {
   }
   const int next = last >= first ? digit_at(last) : 0;
   bool beyond = false;
-  for (int64_t index = std::max(last, int64_t{-1}) + 1; index < digit_count && !beyond; ++index) beyond = digit_at(index) != 0;
+  for (int64_t index = std::max(last, int64_t{-1}) + 1; index < digit_count && !beyond; ++index)
+    beyond = digit_at(index) != 0;
   const bool odd = units % 2 != 0;
   if (next > 5 || (next == 5 && (beyond || odd))) {
     if (__builtin_sub_overflow(units, int64_t{1}, &units)) return std::nullopt;

@@ -25,7 +25,8 @@ std::string Compose(bool negative, std::string_view digits, int exponent) {
     return text + (exponent < 0 ? "E-" : "E+") + (power.size() < 2 ? "0" : "") + power;
   }
   if (exponent < 0) return text + "0." + std::string(static_cast<size_t>(-exponent - 1), '0') + std::string(digits);
-  if (count <= exponent + 1) return text + std::string(digits) + std::string(static_cast<size_t>(exponent + 1 - count), '0');
+  if (count <= exponent + 1)
+    return text + std::string(digits) + std::string(static_cast<size_t>(exponent + 1 - count), '0');
   const auto whole = static_cast<size_t>(exponent + 1);
   return text + std::string(digits.substr(0, whole)) + "." + std::string(digits.substr(whole));
 }
@@ -63,8 +64,8 @@ std::optional<double> ParseNumber(std::string_view text) {
         plain += text[at];
         continue;
       }
-      const bool between = at > 0 && at + 1 < text.size() && text[at - 1] >= '0' && text[at - 1] <= '9' && text[at + 1] >= '0' &&
-                           text[at + 1] <= '9';
+      const bool between = at > 0 && at + 1 < text.size() && text[at - 1] >= '0' && text[at - 1] <= '9' &&
+                           text[at + 1] >= '0' && text[at + 1] <= '9';
       if (!between) return std::nullopt;
     }
     text = plain;

@@ -17,7 +17,10 @@ size_t SequenceLength(std::string_view text) {
   const unsigned char lead = byte(0);
   if (lead == 0) return 0;
   if (lead < 0x80) return 1;
-  const size_t length = lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
+  const size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
+                        : lead >= 0xE0 && lead < 0xF0 ? 3
+                        : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                      : 0;
   if (length == 0 || text.size() < length) return 0;
   for (size_t at = 1; at < length; ++at) {
     if (!IsContinuation(text[at])) return 0;

@@ -20,7 +20,8 @@ namespace {
 
 constexpr const char* kOutlineKey = "BillNo";
 constexpr const char* kNumericColumns =
-    "|Price|Quantity|Quantity2|Account|RevQty|RevQty2|RevAcc|IssQty|IssQty2|IssAcc|StoPrice|StoQty|StoQty2|StoAcc|Ratio|Tax|"
+    "|Price|Quantity|Quantity2|Account|RevQty|RevQty2|RevAcc|IssQty|IssQty2|IssAcc|StoPrice|StoQty|StoQty2|StoAcc|"
+    "Ratio|Tax|"
     "TaxPrice|TaxAccount|";
 constexpr const char* kNumericFont = "Arial";
 constexpr const char* kNameColumns = "Model|Standard|Measure";
@@ -44,8 +45,10 @@ void MakeLastVisible(platform::Grid& grid, int row) {
   while (first < last) {
     const int middle = first + (last - first) / 2;
     grid.SetTopRow(middle);
-    if (grid.BottomRow() < row) first = middle + 1;
-    else last = middle;
+    if (grid.BottomRow() < row)
+      first = middle + 1;
+    else
+      last = middle;
   }
   grid.SetTopRow(first);
 }
@@ -107,8 +110,10 @@ namespace {
 void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allow, const std::vector<const char*>& keys,
                   const std::vector<const char*>& hidden_at_once) {
   for (const char* key : keys) {
-    if (allow) hidden_keys.ShowKey(key);
-    else hidden_keys.HideKey(key);
+    if (allow)
+      hidden_keys.ShowKey(key);
+    else
+      hidden_keys.HideKey(key);
   }
   if (allow) return;
   for (const char* key : hidden_at_once) {
@@ -126,12 +131,14 @@ void Stockbook::SetAllowQty2(bool allow) {
 
 void Stockbook::SetAllowInv(bool allow) {
   layout_.allow_inv = allow;
-  AllowColumns(fg_, hidden_keys_, allow, {"Ratio", "Tax", "TaxPrice", "TaxAccount"}, {"Ratio", "Tax", "TaxPrice", "TaxAccount"});
+  AllowColumns(fg_, hidden_keys_, allow, {"Ratio", "Tax", "TaxPrice", "TaxAccount"},
+               {"Ratio", "Tax", "TaxPrice", "TaxAccount"});
 }
 
 void Stockbook::SetdpID(int32_t id) {
   if (id < INT16_MIN || id > INT16_MAX) {
-    throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。", 6);
+    throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。",
+                          6);
   }
   keys_.dpID = static_cast<int16_t>(id);
 }

@@ -30,8 +30,8 @@ using base::tqJournalTypeContants;
 
 // What a control is composed of. All of it outlives the control, which owns none of it.
 struct Surroundings {
-  platform::Grid& fg;    // the journal grid
-  platform::Grid& fg1;   // the second grid, kept invisible and empty
+  platform::Grid& fg;   // the journal grid
+  platform::Grid& fg1;  // the second grid, kept invisible and empty
   const platform::TextMetrics& text_metrics;
   const platform::Images& images;
   platform::Menu& menu;
@@ -41,8 +41,8 @@ struct Surroundings {
 
 // The stock journal control without a toolkit: its state and its public interface, whose members stand here in the
 // interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
-// everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never fail:
-// what is missing reads as 0 or "". Errors of Load go out through Notify.
+// everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never
+// fail: what is missing reads as 0 or "". Errors of Load go out through Notify.
 class Stockbook {
  public:
   explicit Stockbook(const Surroundings& surroundings);
@@ -154,25 +154,41 @@ class Stockbook {
   // Appearance; every writer tells the site which saved property changed.
   void SetBackColor(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColor, colour, "BackColor"); }
   platform::Colour BackColor() const { return fg_.ColourOf(platform::GridColour::kBackColor); }
-  void SetBackColorBkg(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorBkg, colour, "BackColorBkg"); }
+  void SetBackColorBkg(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kBackColorBkg, colour, "BackColorBkg");
+  }
   platform::Colour BackColorBkg() const { return fg_.ColourOf(platform::GridColour::kBackColorBkg); }
-  void SetBackColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorFixed, colour, "BackColorFixed"); }
+  void SetBackColorFixed(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kBackColorFixed, colour, "BackColorFixed");
+  }
   platform::Colour BackColorFixed() const { return fg_.ColourOf(platform::GridColour::kBackColorFixed); }
-  void SetBackColorFrozen(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorFrozen, colour, "BackColorFrozen"); }
+  void SetBackColorFrozen(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kBackColorFrozen, colour, "BackColorFrozen");
+  }
   platform::Colour BackColorFrozen() const { return fg_.ColourOf(platform::GridColour::kBackColorFrozen); }
-  void SetBackColorSel(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColorSel, colour, "BackColorSel"); }
+  void SetBackColorSel(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kBackColorSel, colour, "BackColorSel");
+  }
   platform::Colour BackColorSel() const { return fg_.ColourOf(platform::GridColour::kBackColorSel); }
   void SetForeColor(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColor, colour, "ForeColor"); }
   platform::Colour ForeColor() const { return fg_.ColourOf(platform::GridColour::kForeColor); }
-  void SetForeColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorFixed, colour, "ForeColorFixed"); }
+  void SetForeColorFixed(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kForeColorFixed, colour, "ForeColorFixed");
+  }
   platform::Colour ForeColorFixed() const { return fg_.ColourOf(platform::GridColour::kForeColorFixed); }
-  void SetForeColorFrozen(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorFrozen, colour, "ForeColorFrozen"); }
+  void SetForeColorFrozen(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kForeColorFrozen, colour, "ForeColorFrozen");
+  }
   platform::Colour ForeColorFrozen() const { return fg_.ColourOf(platform::GridColour::kForeColorFrozen); }
-  void SetForeColorSel(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColorSel, colour, "ForeColorSel"); }
+  void SetForeColorSel(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kForeColorSel, colour, "ForeColorSel");
+  }
   platform::Colour ForeColorSel() const { return fg_.ColourOf(platform::GridColour::kForeColorSel); }
   void SetGridColor(platform::Colour colour) { SetGridColour(platform::GridColour::kGridColor, colour, "GridColor"); }
   platform::Colour GridColor() const { return fg_.ColourOf(platform::GridColour::kGridColor); }
-  void SetGridColorFixed(platform::Colour colour) { SetGridColour(platform::GridColour::kGridColorFixed, colour, "GridColorFixed"); }
+  void SetGridColorFixed(platform::Colour colour) {
+    SetGridColour(platform::GridColour::kGridColorFixed, colour, "GridColorFixed");
+  }
   platform::Colour GridColorFixed() const { return fg_.ColourOf(platform::GridColour::kGridColorFixed); }
   void SetGridLines(platform::GridLineStyle style);
   platform::GridLineStyle GridLines() const { return fg_.GridLines(); }

@@ -44,25 +44,33 @@ void Stockbook::SetScrollBars(platform::ScrollBarsSetting setting) {
   site_.PropertyChanged("ScrollBars");
 }
 
-void Stockbook::SetBillPicture(platform::PictureRef picture) { ChangePicture(pictures_.bill, std::move(picture), "BillPicture"); }
+void Stockbook::SetBillPicture(platform::PictureRef picture) {
+  ChangePicture(pictures_.bill, std::move(picture), "BillPicture");
+}
 
 void Stockbook::SetBillAuditedPicture(platform::PictureRef picture) {
   ChangePicture(pictures_.bill_audited, std::move(picture), "BillAuditedPicture");
 }
 
-void Stockbook::SetRevPicture(platform::PictureRef picture) { ChangePicture(pictures_.rev, std::move(picture), "RevPicture"); }
+void Stockbook::SetRevPicture(platform::PictureRef picture) {
+  ChangePicture(pictures_.rev, std::move(picture), "RevPicture");
+}
 
 void Stockbook::SetRevAuditedPicture(platform::PictureRef picture) {
   ChangePicture(pictures_.rev_audited, std::move(picture), "RevAuditedPicture");
 }
 
-void Stockbook::SetIssPicture(platform::PictureRef picture) { ChangePicture(pictures_.iss, std::move(picture), "IssPicture"); }
+void Stockbook::SetIssPicture(platform::PictureRef picture) {
+  ChangePicture(pictures_.iss, std::move(picture), "IssPicture");
+}
 
 void Stockbook::SetIssAuditedPicture(platform::PictureRef picture) {
   ChangePicture(pictures_.iss_audited, std::move(picture), "IssAuditedPicture");
 }
 
-void Stockbook::SetShiftPicture(platform::PictureRef picture) { ChangePicture(pictures_.shift, std::move(picture), "ShiftPicture"); }
+void Stockbook::SetShiftPicture(platform::PictureRef picture) {
+  ChangePicture(pictures_.shift, std::move(picture), "ShiftPicture");
+}
 
 void Stockbook::SetShiftAuditedPicture(platform::PictureRef picture) {
   ChangePicture(pictures_.shift_audited, std::move(picture), "ShiftAuditedPicture");

@@ -42,7 +42,8 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   int SumRowHeight() const override { return static_cast<int>(control_.row_height_sum_); }
 
   void DecorateRecords() override {
-    grid::BillKinds(control_.fg_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_).DecorateRecords();
+    grid::BillKinds(control_.fg_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_)
+        .DecorateRecords();
   }
 
   void FinishRows() override {

@@ -32,11 +32,14 @@ constexpr std::array<Kind, 6> kKinds = {{
 }};
 
 uint8_t KindOf(std::string_view bill_name) {
-  const auto found = std::find_if(kKinds.begin(), kKinds.end() - 1, [&](const Kind& kind) { return kind.bill_name == bill_name; });
+  const auto found =
+      std::find_if(kKinds.begin(), kKinds.end() - 1, [&](const Kind& kind) { return kind.bill_name == bill_name; });
   return static_cast<uint8_t>(found - kKinds.begin());
 }
 
-bool IsSupplierBill(std::string_view bill_name) { return std::string_view(kSupplierBills).find(bill_name) != std::string_view::npos; }
+bool IsSupplierBill(std::string_view bill_name) {
+  return std::string_view(kSupplierBills).find(bill_name) != std::string_view::npos;
+}
 
 // A class for every record, found once for every distinct text.
 template <typename Classify>
@@ -85,7 +88,8 @@ platform::PictureRef BillKinds::BillKindPicture(int row) const {
   return pictures_.*(IsAudited(row) ? kind.host_audited_picture : kind.host_picture);
 }
 
-void BillKinds::Place(int row, std::string_view key, const platform::PictureRef& picture, platform::PictureAlignment alignment) {
+void BillKinds::Place(int row, std::string_view key, const platform::PictureRef& picture,
+                      platform::PictureAlignment alignment) {
   const int column = grid_.ColIndex(key);
   if (column >= 0) grid_.SetCellPicture({row, column, row + 1, column + 1}, picture, alignment);
 }
@@ -106,10 +110,11 @@ void BillKinds::DecorateRow(int row) {
   if (!Text(row, "Project").empty()) Place(row, "Project", images_.Find("Project"), kPicturePlace);
 }
 
-void BillKinds::PlaceRecords(std::string_view key, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
-                             platform::PictureAlignment alignment) {
+void BillKinds::PlaceRecords(std::string_view key, std::vector<uint8_t> codes,
+                             std::vector<platform::PictureRef> pictures, platform::PictureAlignment alignment) {
   const int column = grid_.ColIndex(key);
-  const bool shows = std::any_of(pictures.begin(), pictures.end(), [](const platform::PictureRef& picture) { return picture != nullptr; });
+  const bool shows = std::any_of(pictures.begin(), pictures.end(),
+                                 [](const platform::PictureRef& picture) { return picture != nullptr; });
   const bool used = std::any_of(codes.begin(), codes.end(), [](uint8_t code) { return code != 0; });
   if (column >= 0 && shows && used) grid_.SetLoadedPictures(column, std::move(codes), std::move(pictures), alignment);
 }
@@ -133,14 +138,18 @@ void BillKinds::DecorateRecords() {
   PlaceRecords("BillKind", kinds, std::move(host_pictures), kPicturePlace);
   PlaceRecords(outline_key_, std::move(kinds), std::move(images), kPicturePlace);
   const auto positive = [](double number) -> uint8_t { return number > 0 ? 1 : 0; };
-  PlaceRecords("ProductName", ClassifyNumbers(Loaded("pdID"), records, positive), {nullptr, images_.Find("Mtr")}, kPicturePlace);
+  PlaceRecords("ProductName", ClassifyNumbers(Loaded("pdID"), records, positive), {nullptr, images_.Find("Mtr")},
+               kPicturePlace);
   const auto not_zero = [](double number) -> uint8_t { return number != 0 ? 1 : 0; };
   const std::vector<uint8_t> marked = ClassifyNumbers(Loaded("OtherID"), records, not_zero);
   PlaceRecords("Quantity", marked, {nullptr, mark_}, kMarkPlace);
   PlaceRecords("IssQty", marked, {nullptr, mark_}, kMarkPlace);
-  PlaceRecords("Depot", ClassifyTexts(Loaded("Depot"), records, IsFilled), {nullptr, images_.Find("Depot")}, kPicturePlace);
-  PlaceRecords("Enterprise", std::move(partners), {nullptr, images_.Find("Supplier"), images_.Find("Customer")}, kPicturePlace);
-  PlaceRecords("Project", ClassifyTexts(Loaded("Project"), records, IsFilled), {nullptr, images_.Find("Project")}, kPicturePlace);
+  PlaceRecords("Depot", ClassifyTexts(Loaded("Depot"), records, IsFilled), {nullptr, images_.Find("Depot")},
+               kPicturePlace);
+  PlaceRecords("Enterprise", std::move(partners), {nullptr, images_.Find("Supplier"), images_.Find("Customer")},
+               kPicturePlace);
+  PlaceRecords("Project", ClassifyTexts(Loaded("Project"), records, IsFilled), {nullptr, images_.Find("Project")},
+               kPicturePlace);
 }
 
 void SetAllCollapsed(platform::Grid& grid, OutlineState state) {

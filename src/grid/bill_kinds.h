@@ -12,9 +12,9 @@
 
 namespace stockbook::grid {
 
-// Chooses and places the pictures of bill rows. A row's kind is decided by the exact text of its BillName cell, whether it
-// is audited by its Auditor cell not being empty. The two rules disagree on purpose: BillKindPicture knows three special
-// kinds, DecorateRow five.
+// Chooses and places the pictures of bill rows. A row's kind is decided by the exact text of its BillName cell, whether
+// it is audited by its Auditor cell not being empty. The two rules disagree on purpose: BillKindPicture knows three
+// special kinds, DecorateRow five.
 class BillKinds {
  public:
   BillKinds(platform::Grid& grid, const Pictures& pictures, const platform::Images& images, platform::PictureRef mark,
@@ -25,8 +25,8 @@ class BillKinds {
   platform::PictureRef BillKindPicture(int row) const;
   // Places the row's images: its kind in the outline column, product, mark, depot, partner and project.
   void DecorateRow(int row);
-  // What both do for a row, with BillKindPicture in the BillKind cell, for all loaded records: one pass over the columns
-  // that decide, a byte a row for each column that shows pictures.
+  // What both do for a row, with BillKindPicture in the BillKind cell, for all loaded records: one pass over the
+  // columns that decide, a byte a row for each column that shows pictures.
   void DecorateRecords();
 
  private:

@@ -7,7 +7,8 @@
 namespace stockbook::grid {
 namespace {
 
-constexpr const char* kAlwaysHidden = "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|";
+constexpr const char* kAlwaysHidden =
+    "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|";
 constexpr const char* kTaxKeys = "Ratio|Tax|TaxPrice|TaxAccount|";
 constexpr int kScratchColumns = 100;
 constexpr auto kText = platform::DataType::kString;
@@ -31,8 +32,8 @@ enum class Hide {
   kUnlessInv,
 };
 
-// How the caption text of a definition is used: as it stands, behind a subject title, as the number of an optional field,
-// or with another one for the journals that accumulate.
+// How the caption text of a definition is used: as it stands, behind a subject title, as the number of an optional
+// field, or with another one for the journals that accumulate.
 enum class Caption { kPlain, kMaterielTitle, kProjectTitle, kField, kStock };
 
 enum class Format { kNone, kPrice, kQuantity, kAccount, kPercent, kDay };
@@ -122,9 +123,15 @@ void ColumnLayout::BuildHiddenKeys() {
   if (!settings_.allow_inv) hidden_keys_.Append(kTaxKeys);
   switch (settings_.journal_type) {
     case base::MaterialJournal:
-    case base::ProjectJournal: hidden_keys_.Append("ProductName|ProductNo|Model|Standard|Measure|"); break;
-    case base::SupplierJournal: hidden_keys_.Append("Quantity|Quantity2|Account|IssQty|IssAcc|"); break;
-    case base::CustomerJournal: hidden_keys_.Append("Quantity|Quantity2|Account|RevQty|RevAcc|"); break;
+    case base::ProjectJournal:
+      hidden_keys_.Append("ProductName|ProductNo|Model|Standard|Measure|");
+      break;
+    case base::SupplierJournal:
+      hidden_keys_.Append("Quantity|Quantity2|Account|IssQty|IssAcc|");
+      break;
+    case base::CustomerJournal:
+      hidden_keys_.Append("Quantity|Quantity2|Account|RevQty|RevAcc|");
+      break;
   }
   hidden_keys_.Append(settings_.fields_filter);
   if (!settings_.allow_qty2) {
@@ -137,23 +144,34 @@ void ColumnLayout::BuildHiddenKeys() {
 
 std::string ColumnLayout::CaptionOf(const Definition& definition) const {
   switch (definition.caption_rule) {
-    case Caption::kPlain: break;
-    case Caption::kMaterielTitle: return settings_.titles[base::MaterialJournal] + definition.caption;
-    case Caption::kProjectTitle: return settings_.titles[base::ProjectJournal] + definition.caption;
-    case Caption::kField: return FieldCaption(settings_, definition.caption[0] - '0');
-    case Caption::kStock: return ShowsStock() ? definition.caption : definition.other_caption;
+    case Caption::kPlain:
+      break;
+    case Caption::kMaterielTitle:
+      return settings_.titles[base::MaterialJournal] + definition.caption;
+    case Caption::kProjectTitle:
+      return settings_.titles[base::ProjectJournal] + definition.caption;
+    case Caption::kField:
+      return FieldCaption(settings_, definition.caption[0] - '0');
+    case Caption::kStock:
+      return ShowsStock() ? definition.caption : definition.other_caption;
   }
   return definition.caption;
 }
 
 std::string ColumnLayout::FormatOf(const Definition& definition) const {
   switch (definition.format) {
-    case Format::kNone: break;
-    case Format::kPrice: return settings_.price_format;
-    case Format::kQuantity: return settings_.quantity_format;
-    case Format::kAccount: return settings_.account_format;
-    case Format::kPercent: return "#0.00%";
-    case Format::kDay: return "yyyy-MM-dd";
+    case Format::kNone:
+      break;
+    case Format::kPrice:
+      return settings_.price_format;
+    case Format::kQuantity:
+      return settings_.quantity_format;
+    case Format::kAccount:
+      return settings_.account_format;
+    case Format::kPercent:
+      return "#0.00%";
+    case Format::kDay:
+      return "yyyy-MM-dd";
   }
   return {};
 }
@@ -162,15 +180,24 @@ bool ColumnLayout::IsHidden(const Definition& definition) const {
   const bool supplier = settings_.journal_type == base::SupplierJournal;
   const bool customer = settings_.journal_type == base::CustomerJournal;
   switch (definition.hide) {
-    case Hide::kNo: return false;
-    case Hide::kYes: return true;
-    case Hide::kInList: return hidden_keys_.IsHiddenKey(definition.key);
-    case Hide::kUnlessSupplier: return !supplier;
-    case Hide::kUnlessSupplierQty2: return !supplier || !settings_.allow_qty2;
-    case Hide::kUnlessCustomer: return !customer;
-    case Hide::kUnlessCustomerQty2: return !customer || !settings_.allow_qty2;
-    case Hide::kUnlessQty2: return !settings_.allow_qty2;
-    case Hide::kUnlessInv: return !settings_.allow_inv;
+    case Hide::kNo:
+      return false;
+    case Hide::kYes:
+      return true;
+    case Hide::kInList:
+      return hidden_keys_.IsHiddenKey(definition.key);
+    case Hide::kUnlessSupplier:
+      return !supplier;
+    case Hide::kUnlessSupplierQty2:
+      return !supplier || !settings_.allow_qty2;
+    case Hide::kUnlessCustomer:
+      return !customer;
+    case Hide::kUnlessCustomerQty2:
+      return !customer || !settings_.allow_qty2;
+    case Hide::kUnlessQty2:
+      return !settings_.allow_qty2;
+    case Hide::kUnlessInv:
+      return !settings_.allow_inv;
   }
   return false;
 }
@@ -182,7 +209,8 @@ void ColumnLayout::AddColumn(int position, const ColumnAttributes& attributes) {
     column = grid_.Cols() - 1;
   }
   if (column != position) grid_.SetColPosition(column, position);
-  const std::string caption = attributes.caption.empty() && position > 0 ? std::string(attributes.key) : attributes.caption;
+  const std::string caption =
+      attributes.caption.empty() && position > 0 ? std::string(attributes.key) : attributes.caption;
   grid_.SetTextMatrix(0, position, base::ReplaceAll(caption, "|", "\n"));
   grid_.SetColKey(position, attributes.key);
   grid_.SetColHidden(position, attributes.hidden);
@@ -198,8 +226,8 @@ void ColumnLayout::FormatColumns(std::string_view outline_key) {
   BuildHiddenKeys();
   for (int position = 0; position < kColumnCount; ++position) {
     const Definition& definition = Definitions()[position];
-    AddColumn(position, {definition.key, CaptionOf(definition), FormatOf(definition), IsHidden(definition), definition.type,
-                         definition.alignment, definition.width_twips});
+    AddColumn(position, {definition.key, CaptionOf(definition), FormatOf(definition), IsHidden(definition),
+                         definition.type, definition.alignment, definition.width_twips});
   }
   grid_.SetCols(kColumnCount);
   grid_.SetCellAlignment({0, 0, 1, grid_.Cols()}, platform::Alignment::kCenterCenter);

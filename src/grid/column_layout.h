@@ -24,8 +24,8 @@ struct ColumnAttributes {
 };
 
 // Lays the journal grid out: the one place where column keys, their order, captions, types, formats, widths and default
-// visibility stand. Columns are found by key before they are made, so laying out again moves every known column back and
-// resets it; columns beyond the last one are dropped. Rebuilds the hidden-key list. Does not touch rows.
+// visibility stand. Columns are found by key before they are made, so laying out again moves every known column back
+// and resets it; columns beyond the last one are dropped. Rebuilds the hidden-key list. Does not touch rows.
 class ColumnLayout {
  public:
   ColumnLayout(platform::Grid& grid, const LayoutSettings& settings, HiddenKeys& hidden_keys)

@@ -10,9 +10,12 @@ std::string FieldCaption(const LayoutSettings& settings, int index) {
   const auto& [receipt, issue] = settings.field_captions[static_cast<size_t>(index)];
   switch (settings.journal_type) {
     case base::MaterialJournal:
-    case base::ProjectJournal: return receipt == issue ? receipt : receipt + "|" + issue;
-    case base::SupplierJournal: return receipt;
-    case base::CustomerJournal: return issue;
+    case base::ProjectJournal:
+      return receipt == issue ? receipt : receipt + "|" + issue;
+    case base::SupplierJournal:
+      return receipt;
+    case base::CustomerJournal:
+      return issue;
   }
   return {};
 }

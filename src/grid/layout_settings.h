@@ -21,12 +21,12 @@ struct LayoutSettings {
   std::array<std::string, 4> titles = {"商品", "发货单位", "收货单位", "项目"};
   // Captions of the optional fields; of each the receipt side and the issue side.
   std::array<std::array<std::string, 2>, kFieldCount> field_captions = {{{"经手人", "经手人"},
-                                                                        {"交接人", "交接人"},
-                                                                        {"包装", "包装"},
-                                                                        {"货位", "货位"},
-                                                                        {"期限", "期限"},
-                                                                        {"序列号", "序列号"},
-                                                                        {"生产日期", "生产日期"}}};
+                                                                         {"交接人", "交接人"},
+                                                                         {"包装", "包装"},
+                                                                         {"货位", "货位"},
+                                                                         {"期限", "期限"},
+                                                                         {"序列号", "序列号"},
+                                                                         {"生产日期", "生产日期"}}};
   std::string price_format = "#,##0.00";
   std::string quantity_format = "#,##0.00";
   std::string account_format = "#,##0.00";

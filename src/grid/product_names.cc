@@ -18,7 +18,9 @@ struct Part {
 constexpr std::array<Part, 3> kParts = {{{"Model", "", ""}, {"Standard", "[", "]"}, {"Measure", "(", ")"}}};
 constexpr size_t kBlockRows = 2048;
 
-std::string Compose(const std::string& bare_name, const std::string& parts) { return parts.empty() ? bare_name : bare_name + " " + parts; }
+std::string Compose(const std::string& bare_name, const std::string& parts) {
+  return parts.empty() ? bare_name : bare_name + " " + parts;
+}
 
 // The loaded columns that names are composed of; nullptr where a column is visible, or nothing was loaded there.
 struct Sources {
@@ -48,7 +50,9 @@ std::string ComposeRecord(const Sources& sources, size_t record) {
 }
 
 bool SameTexts(const Sources& sources, size_t left, size_t right) {
-  const auto same = [&](const platform::Column* column) { return column == nullptr || column->At(left) == column->At(right); };
+  const auto same = [&](const platform::Column* column) {
+    return column == nullptr || column->At(left) == column->At(right);
+  };
   return same(sources.name) && std::all_of(sources.parts.begin(), sources.parts.end(), same);
 }
 
@@ -78,7 +82,8 @@ platform::Column ComposeRecords(const Sources& sources, size_t records) {
 // Whether the host wrote into cells that names are composed of.
 bool HasEditedSources(const platform::Grid& grid) {
   const auto edited = [&](const char* key) { return grid.HasEditedRecords(grid.ColIndex(key)); };
-  return edited("ProductName") || edited("pdID") || std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
+  return edited("ProductName") || edited("pdID") ||
+         std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
 }
 
 // What the records show after a refresh, composed of the cells as they stand.

@@ -7,8 +7,8 @@
 
 namespace stockbook::grid {
 
-// The bare product name of the row (its hidden data) followed, for those of model, [standard] and (unit) whose column is
-// hidden and whose cell is not empty, by a blank and them: "六角螺栓 M8[GB5783](个)".
+// The bare product name of the row (its hidden data) followed, for those of model, [standard] and (unit) whose column
+// is hidden and whose cell is not empty, by a blank and them: "六角螺栓 M8[GB5783](个)".
 std::string ComposeProductName(const platform::Grid& grid, int row);
 
 // Recomposes the shown product name of every row with a positive product key, with the grid marked busy

@@ -24,15 +24,18 @@ RowSizes SizeRows(platform::Grid& grid, const platform::TextMetrics& metrics) {
 }
 
 void SetSumRowHeight(platform::Grid& grid, int twips) {
-  for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1)) grid.SetRowHeight(row, twips);
+  for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1))
+    grid.SetRowHeight(row, twips);
 }
 
 RowSizes ReadRowSizes(const platform::Grid& grid) {
   RowSizes sizes;
   sizes.title = grid.RowHeight(0);
   for (int row = grid.FixedRows(); row < grid.Rows() && (sizes.sum == 0 || sizes.data == 0); ++row) {
-    if (sizes.sum == 0 && grid.IsSubtotal(row)) sizes.sum = grid.RowHeight(row);
-    else if (sizes.data == 0) sizes.data = grid.RowHeight(row);
+    if (sizes.sum == 0 && grid.IsSubtotal(row))
+      sizes.sum = grid.RowHeight(row);
+    else if (sizes.data == 0)
+      sizes.data = grid.RowHeight(row);
   }
   if (sizes.sum == 0) sizes.sum = sizes.data;
   return sizes;

@@ -21,8 +21,8 @@ RowSizes SizeRows(platform::Grid& grid, const platform::TextMetrics& metrics);
 // Gives the height to every outline node from the first data row on.
 void SetSumRowHeight(platform::Grid& grid, int twips);
 
-// The heights that the grid really shows: row 0; of the data rows the first ordinary row and the first subtotal row, the
-// latter the former where there is none.
+// The heights that the grid really shows: row 0; of the data rows the first ordinary row and the first subtotal row,
+// the latter the former where there is none.
 RowSizes ReadRowSizes(const platform::Grid& grid);
 
 // The font of the existing data cells of the columns in the "|"-separated list; unknown keys and fixed columns are

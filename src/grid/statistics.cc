@@ -31,8 +31,8 @@ std::string Statistics(const platform::Grid& grid) {
   }
   const int16_t total = Counted(counts[0] + counts[1] + counts[2]);
   if (total == 0) return "未找到输入单据";
-  return "单据共：" + std::to_string(total) + " 张\r\n  其中:\r\n    入库单:" + std::to_string(counts[0]) + "张\r\n    出库单:" +
-         std::to_string(counts[1]) + "张\r\n    调拨单:" + std::to_string(counts[2]) + "张";
+  return "单据共：" + std::to_string(total) + " 张\r\n  其中:\r\n    入库单:" + std::to_string(counts[0]) +
+         "张\r\n    出库单:" + std::to_string(counts[1]) + "张\r\n    调拨单:" + std::to_string(counts[2]) + "张";
 }
 
 }  // namespace stockbook::grid

@@ -8,8 +8,8 @@
 
 namespace stockbook::interaction {
 
-// The nine events of the control, in the order of its event interface. A host derives from it and overrides what it wants
-// to hear of. Arguments by reference may be written by the receiver.
+// The nine events of the control, in the order of its event interface. A host derives from it and overrides what it
+// wants to hear of. Arguments by reference may be written by the receiver.
 class EventListener {
  public:
   virtual ~EventListener() = default;
@@ -28,8 +28,8 @@ class EventListener {
 };
 
 // Delivers events to every listener in the order in which they were added. A listener may add or remove listeners, and
-// call back into the control, while an event is delivered; one that is removed hears no more of the same event. What a listener throws goes on to who raised the event; the listeners behind it
-// do not hear that event.
+// call back into the control, while an event is delivered; one that is removed hears no more of the same event. What a
+// listener throws goes on to who raised the event; the listeners behind it do not hear that event.
 class Events {
  public:
   void AddListener(EventListener* listener);

@@ -32,8 +32,9 @@ Member ReadMember(platform::Connection* connection, base::tqJournalTypeContants 
   Member member;
   if (connection == nullptr) return member;
   try {
-    const platform::Recordset record = connection->Execute("Select * From " + std::string(journal::SubjectTable(type)) + " Where " +
-                                                           std::string(journal::SubjectKeyField(type)) + "=" + std::to_string(key));
+    const platform::Recordset record =
+        connection->Execute("Select * From " + std::string(journal::SubjectTable(type)) + " Where " +
+                            std::string(journal::SubjectKeyField(type)) + "=" + std::to_string(key));
     if (record.AtEnd()) return member;
     member.name = record.FieldValue(type == base::ProjectJournal ? "项目名称" : "企业名称").Text();
     member.class_code = record.FieldValue("ClassCode").Text();
@@ -44,9 +45,10 @@ Member ReadMember(platform::Connection* connection, base::tqJournalTypeContants 
 }
 
 // Path and name of one partner or project, the path of a class, or all of them.
-std::string MemberText(platform::Connection* connection, base::tqJournalTypeContants type, const journal::SubjectKeys& keys,
-                       const std::string& title) {
-  if (keys.dpID < 1) return keys.dpCode.empty() ? "全部" + title : title + ":" + OrMissing(ClassPath(connection, type, keys.dpCode));
+std::string MemberText(platform::Connection* connection, base::tqJournalTypeContants type,
+                       const journal::SubjectKeys& keys, const std::string& title) {
+  if (keys.dpID < 1)
+    return keys.dpCode.empty() ? "全部" + title : title + ":" + OrMissing(ClassPath(connection, type, keys.dpCode));
   const Member member = ReadMember(connection, type, keys.dpID);
   const std::string path = ClassPath(connection, type, member.class_code);
   return title + ":" + (path.empty() ? "" : path + "\\") + OrMissing(member.name);
@@ -76,15 +78,20 @@ std::string ClassPath(platform::Connection* connection, base::tqJournalTypeConta
   return path;
 }
 
-JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type, const journal::SubjectKeys& keys,
-                              const SubjectTexts& subject, const std::array<std::string, 4>& titles) {
+JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
+                              const journal::SubjectKeys& keys, const SubjectTexts& subject,
+                              const std::array<std::string, 4>& titles) {
   const bool one = keys.dpID >= 1;
   switch (type) {
-    case base::SupplierJournal: return {MemberText(connection, type, keys, titles[1]), one ? "Supplier" : "SuppJnl"};
-    case base::CustomerJournal: return {MemberText(connection, type, keys, titles[2]), one ? "Customer" : "CustJnl"};
+    case base::SupplierJournal:
+      return {MemberText(connection, type, keys, titles[1]), one ? "Supplier" : "SuppJnl"};
+    case base::CustomerJournal:
+      return {MemberText(connection, type, keys, titles[2]), one ? "Customer" : "CustJnl"};
     case base::ProjectJournal:
-      return {MemberText(connection, type, keys, titles[3]) + " [" + ProductText(titles[0], subject) + "]", one ? "Project" : "ProjJnl"};
-    case base::MaterialJournal: break;
+      return {MemberText(connection, type, keys, titles[3]) + " [" + ProductText(titles[0], subject) + "]",
+              one ? "Project" : "ProjJnl"};
+    case base::MaterialJournal:
+      break;
   }
   const std::string depot = SubjectHeader(connection, base::MaterialJournal).DepotName(keys);
   return {ProductText(titles[0], subject) + " [" + OrMissing(depot) + "]", one ? "Depot" : "StkBk"};

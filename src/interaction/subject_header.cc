@@ -7,9 +7,12 @@ namespace stockbook::interaction {
 namespace {
 
 constexpr const char* kProductQuery =
-    "SELECT pd.pdID, pd.商品名称, pd.商品编号, pd.计量单位,pd.计量2, pd.计价方法, pd.进位方法, pd.最低库存, pd.最高库存, pd.输入简码,"
-    " pd.KSID, pd.默认单价, pd.普通税率, pd.增值税率, pd.购进单价, pd.普购税率, pd.增购税率, pd.ClassCode, pd.单位数量, pd.存放位置,"
-    " pd.商品条码, pd.生产厂家, pd.备注, pd.别名, pd.颜色, pd.重量, pd.定义, pd.规格, pd.型号 FROM 商品设置 AS pd Where pdID=";
+    "SELECT pd.pdID, pd.商品名称, pd.商品编号, pd.计量单位,pd.计量2, pd.计价方法, pd.进位方法, pd.最低库存, "
+    "pd.最高库存, pd.输入简码,"
+    " pd.KSID, pd.默认单价, pd.普通税率, pd.增值税率, pd.购进单价, pd.普购税率, pd.增购税率, pd.ClassCode, "
+    "pd.单位数量, pd.存放位置,"
+    " pd.商品条码, pd.生产厂家, pd.备注, pd.别名, pd.颜色, pd.重量, pd.定义, pd.规格, pd.型号 FROM 商品设置 AS pd "
+    "Where pdID=";
 
 std::string Number(int64_t number) { return std::to_string(number); }
 
@@ -35,10 +38,14 @@ void ReadProduct(const platform::Recordset& product, bool allow_qty2, SubjectTex
 
 std::string_view HeaderPictureKey(base::tqJournalTypeContants type) {
   switch (type) {
-    case base::SupplierJournal: return "SuppJnl";
-    case base::CustomerJournal: return "CustJnl";
-    case base::ProjectJournal: return "ProjJnl";
-    case base::MaterialJournal: break;
+    case base::SupplierJournal:
+      return "SuppJnl";
+    case base::CustomerJournal:
+      return "CustJnl";
+    case base::ProjectJournal:
+      return "ProjJnl";
+    case base::MaterialJournal:
+      break;
   }
   return "StkBk";
 }
@@ -54,7 +61,8 @@ SubjectTexts SubjectHeader::Lookup(int32_t key, bool allow_qty2) const {
       case base::CustomerJournal:
         ReadPartner(connection_->Execute("Select * From 客户资料 Where ksID=" + Number(key)), texts);
         break;
-      default: ReadProduct(connection_->Execute(kProductQuery + Number(key)), allow_qty2, texts);
+      default:
+        ReadProduct(connection_->Execute(kProductQuery + Number(key)), allow_qty2, texts);
     }
   } catch (const std::exception&) {
     // A failing query leaves the texts that were read.
@@ -87,11 +95,15 @@ std::string SubjectHeader::AccPeriod() const { return journal::NewestAccPeriod(c
 std::string SubjectHeader::SecondKeyClassCode(int32_t key, const journal::SubjectKeys& keys) const {
   const std::string number = Number(key == 0 ? keys.dpID : key);
   switch (type_) {
-    case base::SupplierJournal: return ReadText("Select ClassCode From 厂商资料 Where ksID=" + number, "ClassCode");
-    case base::CustomerJournal: return ReadText("Select ClassCode From 客户资料 Where ksID=" + number, "ClassCode");
+    case base::SupplierJournal:
+      return ReadText("Select ClassCode From 厂商资料 Where ksID=" + number, "ClassCode");
+    case base::CustomerJournal:
+      return ReadText("Select ClassCode From 客户资料 Where ksID=" + number, "ClassCode");
     // The project table names its key otherwise; where it has no such column the lookup finds nothing, and stays so.
-    case base::ProjectJournal: return ReadText("Select ClassCode From 项目设置 Where pjID=" + number, "ClassCode");
-    case base::MaterialJournal: break;
+    case base::ProjectJournal:
+      return ReadText("Select ClassCode From 项目设置 Where pjID=" + number, "ClassCode");
+    case base::MaterialJournal:
+      break;
   }
   return {};
 }

@@ -24,11 +24,12 @@ struct SubjectTexts {
 // Key of the header picture of a journal type; every value outside of the partner and project journals has "StkBk".
 std::string_view HeaderPictureKey(base::tqJournalTypeContants type);
 
-// Turns the subject's numbers into texts by single queries. A failing query ends a lookup quietly with what it has; a null
-// connection finds nothing.
+// Turns the subject's numbers into texts by single queries. A failing query ends a lookup quietly with what it has; a
+// null connection finds nothing.
 class SubjectHeader {
  public:
-  SubjectHeader(platform::Connection* connection, base::tqJournalTypeContants type) : connection_(connection), type_(type) {}
+  SubjectHeader(platform::Connection* connection, base::tqJournalTypeContants type)
+      : connection_(connection), type_(type) {}
 
   // KeyID is a supplier in the supplier journal, a customer in the customer journal, a product in all others.
   SubjectTexts Lookup(int32_t key, bool allow_qty2) const;

@@ -18,8 +18,10 @@ std::optional<platform::Column> Without(const platform::Column& column, Blank bl
   platform::ColumnBuilder builder;
   std::vector<uint32_t> pool_codes;
   for (size_t row = 0; row < column.size(); ++row) {
-    if (row >= first && blank(row)) builder.AppendNull();
-    else builder.AppendFrom(column, row, pool_codes);
+    if (row >= first && blank(row))
+      builder.AppendNull();
+    else
+      builder.AppendFrom(column, row, pool_codes);
   }
   return builder.Finish();
 }
@@ -44,13 +46,16 @@ bool HasZeros(const platform::Column& column) {
 
 }  // namespace
 
-std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags, double flag) {
+std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags,
+                                               double flag) {
   if (!HasZeros(column)) return std::nullopt;
   std::vector<double> numbers(column.size());
   std::vector<double> row_flags(column.size());
   column.ReadNumbers(0, numbers);
   if (flags != nullptr) flags->ReadNumbers(0, row_flags);
-  return Without(column, [&](size_t row) { return numbers[row] == 0 && row_flags[row] == flag && column.At(row).Number().has_value(); });
+  return Without(column, [&](size_t row) {
+    return numbers[row] == 0 && row_flags[row] == flag && column.At(row).Number().has_value();
+  });
 }
 
 std::optional<platform::Column> WithoutZeroDates(const platform::Column& column) {

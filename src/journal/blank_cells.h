@@ -9,7 +9,8 @@ namespace stockbook::journal {
 
 // The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. `flags` nullptr
 // reads as all 0.
-std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags, double flag);
+std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags,
+                                               double flag);
 
 // The column with its zero dates (1899-12-30, a number 0, or a text of either) emptied; nothing when there are none.
 std::optional<platform::Column> WithoutZeroDates(const platform::Column& column);

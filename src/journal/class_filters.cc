@@ -31,19 +31,22 @@ std::string PartnerKeyList(platform::Connection* connection, base::tqJournalType
 
 std::string ProjectKeyList(platform::Connection* connection, std::string_view code) {
   if (code.empty()) return {};
-  return ReadKeys(connection, "Select 项目ID As pjID From 项目设置 Where ClassCode='" + std::string(code) + "'", "pjID");
+  return ReadKeys(connection, "Select 项目ID As pjID From 项目设置 Where ClassCode='" + std::string(code) + "'",
+                  "pjID");
 }
 
 std::string SupplierKeyList(platform::Connection* connection, std::string_view code) {
   if (code.empty()) return {};
-  return ReadKeys(connection,
-                  "Select ksID From 厂商资料 Where Left(ClassCode," + LengthText(code) + ") = '" + std::string(code) + "'", "ksID");
+  return ReadKeys(
+      connection,
+      "Select ksID From 厂商资料 Where Left(ClassCode," + LengthText(code) + ") = '" + std::string(code) + "'", "ksID");
 }
 
 std::string CustomerKeyList(platform::Connection* connection, std::string_view code) {
   if (code.empty()) return {};
-  return ReadKeys(connection,
-                  "Select ksID From 客户资料 Where Left(ClassCode," + LengthText(code) + ")='" + std::string(code) + "'", "ksID");
+  return ReadKeys(
+      connection,
+      "Select ksID From 客户资料 Where Left(ClassCode," + LengthText(code) + ")='" + std::string(code) + "'", "ksID");
 }
 
 }  // namespace stockbook::journal

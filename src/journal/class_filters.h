@@ -13,8 +13,8 @@ namespace stockbook::journal {
 // each. An error ends the list where it is. Class codes go into the text as they are, without escaping: the connections
 // run one reading statement a call, so a code can break its query but do no more.
 
-// Suppliers (supplier journal) or customers (any other) whose class code begins with `code`, sub-classes included. Queries
-// even for an empty code.
+// Suppliers (supplier journal) or customers (any other) whose class code begins with `code`, sub-classes included.
+// Queries even for an empty code.
 std::string PartnerKeyList(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code);
 // Projects of exactly this class. The empty code gives "" without a query; so do the next two.
 std::string ProjectKeyList(platform::Connection* connection, std::string_view code);

@@ -44,7 +44,9 @@ std::string BalancePeriodLabelExpr(const platform::Connection* connection) {
 std::string NewestAccPeriod(platform::Connection* connection) {
   if (connection == nullptr) return {};
   try {
-    return connection->Execute("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC").FieldValue(schema::kAccPeriod).Text();
+    return connection->Execute("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC")
+        .FieldValue(schema::kAccPeriod)
+        .Text();
   } catch (const std::exception&) {
     return {};
   }

@@ -8,8 +8,9 @@
 
 namespace stockbook::journal {
 
-// The spellings of the two SQL dialects. The server dialect is used when the connection string contains "SQL" (upper case,
-// anywhere), the desktop dialect otherwise; it is decided anew at every use. No connection throws platform::Error.
+// The spellings of the two SQL dialects. The server dialect is used when the connection string contains "SQL" (upper
+// case, anywhere), the desktop dialect otherwise; it is decided anew at every use. No connection throws
+// platform::Error.
 bool IsSqlServerConnection(const platform::Connection* connection);
 
 // Bill date, type and number as one text. The server text has no blank between date and type, the desktop one has.

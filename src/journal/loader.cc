@@ -20,7 +20,8 @@ constexpr const char* kMask = "-";
 
 // "2004-03" gives 2004年03月 and the word behind it.
 std::string PeriodCaption(std::string_view period, const char* word) {
-  return std::string(base::LeftCharacters(period, 4)) + "年" + std::string(base::RightCharacters(period, 2)) + "月" + word;
+  return std::string(base::LeftCharacters(period, 4)) + "年" + std::string(base::RightCharacters(period, 2)) + "月" +
+         word;
 }
 
 base::Value NumberOrZero(const base::Value& value) { return value.Number() ? value : base::Value(int64_t{0}); }
@@ -101,7 +102,8 @@ void Loader::ClearGrid() {
 }
 
 void Loader::FillGrid() {
-  const QueryBuilder builder(steps_.Connection(), steps_.JournalType(), steps_.Keys(), [this](int at) { steps_.Process(at); });
+  const QueryBuilder builder(steps_.Connection(), steps_.JournalType(), steps_.Keys(),
+                             [this](int at) { steps_.Process(at); });
   const std::string statement = builder.Build();
   platform::Recordset journal = steps_.Connection()->Execute(statement, platform::kExecuteUnspecified);
   steps_.StoreRecordCount(journal.RecordCount());
@@ -120,7 +122,9 @@ void Loader::FillGrid() {
   grid_.GroupBy(Column("Period"), Column("BillNo"), "%s");
 }
 
-void Loader::SetText(int row, std::string_view key, std::string_view text) { grid_.SetTextMatrix(row, Column(key), text); }
+void Loader::SetText(int row, std::string_view key, std::string_view text) {
+  grid_.SetTextMatrix(row, Column(key), text);
+}
 
 void Loader::WriteOpeningRow() {
   opening_ = Totals();
@@ -206,8 +210,8 @@ void Loader::ComputeRows() {
 
 std::vector<Loader::PeriodTotals> Loader::RunBalance() {
   RunningBalance balance(BalanceKindOf(steps_.JournalType()), opening_);
-  RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"), SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"),
-                   SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
+  RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"),
+                   SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"), SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
   RunningBuilder running;
   std::vector<PeriodTotals> periods;
   for (PeriodRun& run : FindPeriods()) {
@@ -225,7 +229,8 @@ std::vector<Loader::PeriodTotals> Loader::RunBalance() {
 void Loader::InsertTotalRow(const PeriodTotals& period) {
   const int last = grid_.RowOfRecord(period.run.end - 1);
   if (last < 0) {
-    throw platform::Error("insert total row", "读入期间表格的行被删除，读入已停止：请勿在读入的事件中增删表格的行，再重新读入。");
+    throw platform::Error("insert total row",
+                          "读入期间表格的行被删除，读入已停止：请勿在读入的事件中增删表格的行，再重新读入。");
   }
   const int row = last + 1;
   grid_.AddItem("", row);
@@ -237,8 +242,8 @@ void Loader::InsertTotalRow(const PeriodTotals& period) {
     const int column = Column(key);
     grid_.SetTextMatrix(row, column, grid_.FormatValue(column, in_period) + "\n" + grid_.FormatValue(column, in_all));
   };
-  const auto write_totals = [&](const char* quantity, const char* quantity2, const char* amount, const Totals& in_period,
-                                const Totals& in_all) {
+  const auto write_totals = [&](const char* quantity, const char* quantity2, const char* amount,
+                                const Totals& in_period, const Totals& in_all) {
     write(quantity, base::Value(in_period.quantity), base::Value(in_all.quantity));
     write(quantity2, base::Value(in_period.quantity2), base::Value(in_all.quantity2));
     write(amount, base::Value(in_period.amount), base::Value(in_all.amount));
@@ -265,7 +270,8 @@ void Loader::BlankZeroCells() {
 
 void Loader::MaskAmounts() {
   for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) {
-    grid_.ReplaceLoadedText(Column(key), platform::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
+    grid_.ReplaceLoadedText(Column(key),
+                            platform::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
   }
 }
 
@@ -275,7 +281,8 @@ void Loader::HideUncomputed() noexcept {
   rows_are_raw_ = false;
   try {
     for (const char* key : {"StoPrice", "StoQty", "StoQty2", "StoAcc"}) {
-      if (Column(key) >= 0) grid_.ReplaceLoaded(Column(key), platform::Column::Constant(base::Value(), grid_.RecordCount()));
+      if (Column(key) >= 0)
+        grid_.ReplaceLoaded(Column(key), platform::Column::Constant(base::Value(), grid_.RecordCount()));
     }
     if (steps_.IsAccRestricted()) MaskAmounts();
   } catch (...) {

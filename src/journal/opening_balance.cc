@@ -17,8 +17,8 @@ std::string MaterialStatement(const SubjectKeys& keys, const std::string& first_
          "Sum((bn.上期库存数量2)) AS LastQty2, Sum((bn.上期库存金额)) AS LastAcc,Sum(bn.TotalRevQuantity) As RevQty,"
          "Sum(bn.TotalRevQuantity2) As RevQty2,Sum(bn.TotalRevAccount) As RevAcc,Sum(bn.TotalIssQuantity) As IssQty,"
          "Sum(bn.TotalIssQuantity2) As IssQty2,Sum(bn.TotalIssAccount) As IssAcc FROM 仓库余额表 AS bn Where bn.PdID=" +
-         Number(keys.KeyID) + " " + (keys.dpID > 0 ? "AND bn.DpID=" + Number(keys.dpID) + " " : "") + " And bn.AccPeriod='" +
-         first_period + "' GROUP BY AccPeriod";
+         Number(keys.KeyID) + " " + (keys.dpID > 0 ? "AND bn.DpID=" + Number(keys.dpID) + " " : "") +
+         " And bn.AccPeriod='" + first_period + "' GROUP BY AccPeriod";
 }
 
 // Sums of the carried-forward columns and the period columns, which partner and project balances share. `seam` stands
@@ -63,26 +63,32 @@ std::string ProjectStatement(platform::Connection* connection, const SubjectKeys
 
 }  // namespace
 
-std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys,
-                                  const std::string& first_period) {
+std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
+                                  const SubjectKeys& keys, const std::string& first_period) {
   switch (type) {
-    case base::MaterialJournal: return MaterialStatement(keys, first_period);
-    case base::SupplierJournal: return PartnerStatement(connection, true, keys, first_period);
-    case base::ProjectJournal: return ProjectStatement(connection, keys);
-    case base::CustomerJournal: break;
+    case base::MaterialJournal:
+      return MaterialStatement(keys, first_period);
+    case base::SupplierJournal:
+      return PartnerStatement(connection, true, keys, first_period);
+    case base::ProjectJournal:
+      return ProjectStatement(connection, keys);
+    case base::CustomerJournal:
+      break;
   }
   return PartnerStatement(connection, false, keys, first_period);
 }
 
 std::string EarliestAccPeriod(platform::Connection* connection) {
-  if (connection == nullptr) throw platform::Error("read the earliest period", "没有数据库连接：请先设置 Conn，再载入。");
+  if (connection == nullptr)
+    throw platform::Error("read the earliest period", "没有数据库连接：请先设置 Conn，再载入。");
   platform::Recordset periods = connection->Execute("Select * From tqAccPeriod Order by AccPeriod");
   std::string first_period = periods.FieldValue(schema::kAccPeriod).Text();
   periods.Close();
   return first_period;
 }
 
-OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys) {
+OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,
+                                  const SubjectKeys& keys) {
   OpeningBalance balance;
   try {
     balance.first_period = EarliestAccPeriod(connection);

@@ -16,16 +16,18 @@ struct OpeningBalance {
   std::optional<platform::Recordset> result;
 };
 
-// The statement of the balance that is carried into the period `first_period`. Fixed oddities: in the partner and project
-// statements IssAcc sums issue quantities, LastPrice is a plain average, the project statement has no period limit.
-std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys,
-                                  const std::string& first_period);
+// The statement of the balance that is carried into the period `first_period`. Fixed oddities: in the partner and
+// project statements IssAcc sums issue quantities, LastPrice is a plain average, the project statement has no period
+// limit.
+std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
+                                  const SubjectKeys& keys, const std::string& first_period);
 
 // The earliest accounting period; throws platform::Error when there is none.
 std::string EarliestAccPeriod(platform::Connection* connection);
 
 // Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws: an error gives no
 // result.
-OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type, const SubjectKeys& keys);
+OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,
+                                  const SubjectKeys& keys);
 
 }  // namespace stockbook::journal

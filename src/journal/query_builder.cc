@@ -28,7 +28,8 @@ constexpr const char* kCommonTail =
     " Recs.税率 AS Ratio, Recs.税额 AS Tax, Recs.单价 AS TaxPrice, Recs.金额 AS TaxAccount,"
     " Recs.经手人 AS Field0, Recs.交接人 AS Field1, Recs.包装 AS Field2, Recs.货位 AS Field3, Recs.期限 AS Field4,"
     " Recs.SerialNo AS Field5, Recs.ProductDate AS Field6,"
-    " dp.仓库名称 AS Depot, ks.企业名称 AS Enterprise, pj.项目名称 AS Project, pj.项目编号 AS ProjNo, Dir.录入员 AS Inputor,"
+    " dp.仓库名称 AS Depot, ks.企业名称 AS Enterprise, pj.项目名称 AS Project, pj.项目编号 AS ProjNo, Dir.录入员 AS "
+    "Inputor,"
     " Dir.录入日期 AS InputDate, Dir.审核员 AS Auditor, Dir.审核日期 AS AuditDate,"
     " Recs.数量 AS DQty, 0 AS DStoQty, ";
 
@@ -87,39 +88,45 @@ QueryBuilder::QueryBuilder(platform::Connection* connection, base::tqJournalType
 
 std::string QueryBuilder::Build() const {
   switch (type_) {
-    case base::MaterialJournal: return Material();
-    case base::SupplierJournal: return Supplier();
-    case base::CustomerJournal: return Customer();
-    case base::ProjectJournal: break;
+    case base::MaterialJournal:
+      return Material();
+    case base::SupplierJournal:
+      return Supplier();
+    case base::CustomerJournal:
+      return Customer();
+    case base::ProjectJournal:
+      break;
   }
   return Project();
 }
 
 std::string QueryBuilder::Material() const {
-  const std::string receipts = SelectHead() + kReceiptAmounts + kCommonTail + kReceiptKeys + kReceiptSource + MaterialCondition();
+  const std::string receipts =
+      SelectHead() + kReceiptAmounts + kCommonTail + kReceiptKeys + kReceiptSource + MaterialCondition();
   Progress(10);
-  const std::string issues = SelectHead() + kIssueAmounts + kCommonTail + kIssueKeys + kIssueSource + MaterialCondition();
+  const std::string issues =
+      SelectHead() + kIssueAmounts + kCommonTail + kIssueKeys + kIssueSource + MaterialCondition();
   Progress(20);
   return "SELECT * FROM (SELECT  * FROM (" + receipts + ") As RevRecs  Union Select * From (" + issues +
          ") AS IssRecs ) AS JnlRecs ORDER BY BillDate,Flag,BillNo";
 }
 
 std::string QueryBuilder::MaterialCondition() const {
-  return " Where (Recs.pdID = " + Number(keys_.KeyID) + ")" + (keys_.dpID >= 1 ? " And Recs.dpID=" + Number(keys_.dpID) : "") +
-         PeriodLimit();
+  return " Where (Recs.pdID = " + Number(keys_.KeyID) + ")" +
+         (keys_.dpID >= 1 ? " And Recs.dpID=" + Number(keys_.dpID) : "") + PeriodLimit();
 }
 
 std::string QueryBuilder::Supplier() const {
-  const std::string part = SelectHead() + kProductColumns + kReceiptAmounts + kCommonTail + kReceiptTextKeys + kSupplierSource +
-                           PartnerCondition(keys_.dpCode) + PartnerSort();
+  const std::string part = SelectHead() + kProductColumns + kReceiptAmounts + kCommonTail + kReceiptTextKeys +
+                           kSupplierSource + PartnerCondition(keys_.dpCode) + PartnerSort();
   Progress(20);
   return part;
 }
 
 std::string QueryBuilder::Customer() const {
   // The class is asked for by the number of the second key, not by the class code; it stays so.
-  const std::string part = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys + kIssueProductSource +
-                           PartnerCondition(Number(keys_.dpID)) + PartnerSort();
+  const std::string part = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys +
+                           kIssueProductSource + PartnerCondition(Number(keys_.dpID)) + PartnerSort();
   Progress(20);
   return part;
 }
@@ -141,8 +148,8 @@ std::string QueryBuilder::Project() const {
   const std::string receipts = SelectHead() + kProductColumns + kReceiptAmounts + kCommonTail + kReceiptTextKeys +
                                kReceiptProductSource + condition + PeriodLimit();
   Progress(10);
-  const std::string issues = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys + kIssueProductSource +
-                             condition + PeriodLimit();
+  const std::string issues = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys +
+                             kIssueProductSource + condition + PeriodLimit();
   Progress(20);
   return "SELECT  * FROM (" + receipts + " Union " + issues + ") AS Jnl ORDER BY jnl.BillDate, jnl.Flag";
 }

@@ -7,7 +7,6 @@
 #include <limits>
 #include <type_traits>
 
-
 namespace stockbook::journal {
 namespace {
 
@@ -20,8 +19,12 @@ struct Zeros {
 constexpr Zeros<double> kZeroQuantities;
 constexpr Zeros<int64_t> kZeroAmounts;
 
-const double* OrZeros(std::span<const double> column) { return column.empty() ? kZeroQuantities.values.data() : column.data(); }
-const int64_t* OrZeros(std::span<const int64_t> column) { return column.empty() ? kZeroAmounts.values.data() : column.data(); }
+const double* OrZeros(std::span<const double> column) {
+  return column.empty() ? kZeroQuantities.values.data() : column.data();
+}
+const int64_t* OrZeros(std::span<const int64_t> column) {
+  return column.empty() ? kZeroAmounts.values.data() : column.data();
+}
 
 template <typename Number>
 struct Columns {
@@ -62,8 +65,8 @@ void RunBothSides(const Columns<double>& columns, size_t count, double running, 
 
 // Adding row by row keeps the sums equal to what an accountant's own running sum gives; the chains of additions are
 // independent of each other and run side by side.
-void RunQuantities(const Columns<double>& columns, size_t count, double& running, Sums<double>& period, Sums<double>& cumulative,
-                   double* out) {
+void RunQuantities(const Columns<double>& columns, size_t count, double& running, Sums<double>& period,
+                   Sums<double>& cumulative, double* out) {
   std::array<double, kBlockRows> net;
   const bool single = NetQuantities(columns, count, net.data());
   const double* net_of = net.data();
@@ -89,7 +92,8 @@ void RunQuantities(const Columns<double>& columns, size_t count, double& running
 }
 
 // Running amounts and sums with every addition checked, for blocks with very large amounts.
-void RunAmountsChecked(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
+void RunAmountsChecked(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums,
+                       int64_t* out) {
   bool overflow = false;
   for (size_t row = 0; row < count; ++row) {
     overflow |= __builtin_add_overflow(running, columns.added[row], &running);
@@ -115,14 +119,15 @@ int64_t MagnitudeBits(const int64_t* column, size_t count) {
   return bits;
 }
 
-// Integer addition is associative, so one sum of the rows serves period and all alike. Where a whole block cannot overflow
-// whatever its order, nothing is checked row by row.
+// Integer addition is associative, so one sum of the rows serves period and all alike. Where a whole block cannot
+// overflow whatever its order, nothing is checked row by row.
 void RunAmounts(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
   constexpr int64_t kSmall = int64_t{1} << 48;  // 2 x kBlockRows of them stay below 2^61
   const int64_t bits = MagnitudeBits(columns.movement, count) | MagnitudeBits(columns.receipts, count) |
                        MagnitudeBits(columns.issues, count);
   const int64_t running_bits = running ^ (running >> 63);
-  if (bits >= kSmall || running_bits >= (int64_t{1} << 61)) return RunAmountsChecked(columns, count, running, sums, out);
+  if (bits >= kSmall || running_bits >= (int64_t{1} << 61))
+    return RunAmountsChecked(columns, count, running, sums, out);
   int64_t now = running;
   for (size_t row = 0; row < count; ++row) {
     now += columns.added[row] - columns.subtracted[row];
@@ -167,9 +172,12 @@ void StoreSums(const Sums<double>& from, Quantity which, MovementSums& to) {
 BalanceKind BalanceKindOf(base::tqJournalTypeContants type) {
   switch (type) {
     case base::MaterialJournal:
-    case base::ProjectJournal: return BalanceKind::kStock;
-    case base::SupplierJournal: return BalanceKind::kReceipts;
-    case base::CustomerJournal: return BalanceKind::kIssues;
+    case base::ProjectJournal:
+      return BalanceKind::kStock;
+    case base::SupplierJournal:
+      return BalanceKind::kReceipts;
+    case base::CustomerJournal:
+      return BalanceKind::kIssues;
   }
   return BalanceKind::kNone;
 }
@@ -193,9 +201,12 @@ void RunningBalance::Add(const MovementRows& rows, const RunningColumns& out) {
     StoreSums(in_all, total, cumulative_);
   };
   run(&MovementColumns::quantity, &Totals::quantity, out.quantity.data());
-  const bool has_second = !(rows.movement.quantity2.empty() && rows.receipts.quantity2.empty() && rows.issues.quantity2.empty());
-  if (has_second) run(&MovementColumns::quantity2, &Totals::quantity2, out.quantity2.data());
-  else std::fill_n(out.quantity2.begin(), rows.count, running_.quantity2);
+  const bool has_second =
+      !(rows.movement.quantity2.empty() && rows.receipts.quantity2.empty() && rows.issues.quantity2.empty());
+  if (has_second)
+    run(&MovementColumns::quantity2, &Totals::quantity2, out.quantity2.data());
+  else
+    std::fill_n(out.quantity2.begin(), rows.count, running_.quantity2);
   int64_t amount = running_.amount.units();
   Sums<int64_t> sums{};
   RunAmounts(columns(&MovementColumns::amount_units), rows.count, amount, sums, out.amount_units.data());

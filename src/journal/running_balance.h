@@ -55,9 +55,9 @@ struct RunningColumns {
 
 // The running balance of a journal: after every row the stock (or cumulative) quantity, second quantity, amount and the
 // average price amount / quantity, 0 where that cannot be. Quantities run in double arithmetic, receipts added before
-// issues are subtracted; amounts run in Money, exactly. It keeps the sums of the current period and of all rows from the
-// first one on; the opening balance is not a movement and is in neither. An amount that leaves the range of Money throws
-// base::ArithmeticError. A pass over rows allocates nothing.
+// issues are subtracted; amounts run in Money, exactly. It keeps the sums of the current period and of all rows from
+// the first one on; the opening balance is not a movement and is in neither. An amount that leaves the range of Money
+// throws base::ArithmeticError. A pass over rows allocates nothing.
 class RunningBalance {
  public:
   // The most rows of one Add.

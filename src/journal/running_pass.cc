@@ -57,7 +57,8 @@ RunningPass::RunningPass(RunningBalance& balance, const MovementSource& movement
       running_price_(kBlockRows) {}
 
 RunningColumns RunningPass::RunBlock(size_t first, size_t count) {
-  const MovementRows rows = {count, Decode(movement_, first, count), Decode(receipts_, first, count), Decode(issues_, first, count)};
+  const MovementRows rows = {count, Decode(movement_, first, count), Decode(receipts_, first, count),
+                             Decode(issues_, first, count)};
   const RunningColumns out = {std::span(running_quantity_).first(count), std::span(running_quantity2_).first(count),
                               std::span(running_amount_).first(count), std::span(running_price_).first(count)};
   balance_.Add(rows, out);

@@ -26,8 +26,8 @@ struct RunningBuilder {
   void operator()(const RunningColumns& rows);
 };
 
-// Walks the movement columns of a result block by block, so that what it decodes stays in the cache, and runs the balance
-// over them. One pass, in record order; it keeps nothing of the rows.
+// Walks the movement columns of a result block by block, so that what it decodes stays in the cache, and runs the
+// balance over them. One pass, in record order; it keeps nothing of the rows.
 class RunningPass {
  public:
   RunningPass(RunningBalance& balance, const MovementSource& movement, const MovementSource& receipts,
@@ -37,7 +37,8 @@ class RunningPass {
   // block; they are good until it returns.
   template <typename Take>
   void Run(size_t begin, size_t end, Take&& take) {
-    for (size_t first = begin; first < end; first += kBlockRows) take(RunBlock(first, std::min(kBlockRows, end - first)));
+    for (size_t first = begin; first < end; first += kBlockRows)
+      take(RunBlock(first, std::min(kBlockRows, end - first)));
   }
 
  private:

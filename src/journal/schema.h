@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-// Names of the host database that are used outside of the fixed statement texts. They are the host's own and are sent as
-// they stand.
+// Names of the host database that are used outside of the fixed statement texts. They are the host's own and are sent
+// as they stand.
 namespace stockbook::journal::schema {
 
 // Bills: a header table and a lines table for receipts, and the same for issues.

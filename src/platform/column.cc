@@ -16,7 +16,10 @@ void ForEachPart(const std::vector<ColumnChunk>& chunks, size_t first, std::span
   while (!out.empty()) {
     const size_t index = first / Column::kChunkRows;
     const size_t offset = first % Column::kChunkRows;
-    const size_t count = index < chunks.size() ? std::min<size_t>(out.size(), chunks[index].rows - std::min<size_t>(offset, chunks[index].rows)) : 0;
+    const size_t count =
+        index < chunks.size()
+            ? std::min<size_t>(out.size(), chunks[index].rows - std::min<size_t>(offset, chunks[index].rows))
+            : 0;
     if (count == 0) {
       std::fill(out.begin(), out.end(), Out{});
       return;
@@ -51,10 +54,15 @@ void ReadCounted(const ColumnChunk& chunk, size_t first, std::span<Out> out, Con
 void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t first, std::span<double> out) {
   const auto unit = static_cast<double>(chunk.unit);
   switch (chunk.type) {
-    case ChunkType::kNull: std::fill(out.begin(), out.end(), 0.0); break;
-    case ChunkType::kInteger: chunk.packed.ReadQuotients(first, 1, out); break;
+    case ChunkType::kNull:
+      std::fill(out.begin(), out.end(), 0.0);
+      break;
+    case ChunkType::kInteger:
+      chunk.packed.ReadQuotients(first, 1, out);
+      break;
     case ChunkType::kMoney:
-      ReadCounted(chunk, first, out, [&](int64_t number) { return base::Money::FromUnits(number * chunk.unit).ToDouble(); });
+      ReadCounted(chunk, first, out,
+                  [&](int64_t number) { return base::Money::FromUnits(number * chunk.unit).ToDouble(); });
       break;
     case ChunkType::kDate:
       ReadCounted(chunk, first, out, [unit](int64_t number) { return static_cast<double>(number) * unit / 86400.0; });
@@ -67,7 +75,8 @@ void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t fir
       }
       break;
     case ChunkType::kText:
-      ReadCounted(chunk, first, out, [pool](int64_t code) { return base::NumericValue(pool->TextOf(static_cast<uint32_t>(code))); });
+      ReadCounted(chunk, first, out,
+                  [pool](int64_t code) { return base::NumericValue(pool->TextOf(static_cast<uint32_t>(code))); });
       break;
     case ChunkType::kMixed:
       ReadCounted(chunk, first, out,
@@ -93,8 +102,9 @@ void ReadChunkUnits(const ColumnChunk& chunk, const TextPool* pool, size_t first
       ReadCounted(chunk, first, out, [](int64_t number) { return base::Money::FromInteger(number).units(); });
       break;
     case ChunkType::kText:
-      ReadCounted(chunk, first, out,
-                  [pool](int64_t code) { return UnitsOf(base::Value(std::string(pool->TextOf(static_cast<uint32_t>(code))))); });
+      ReadCounted(chunk, first, out, [pool](int64_t code) {
+        return UnitsOf(base::Value(std::string(pool->TextOf(static_cast<uint32_t>(code)))));
+      });
       break;
     case ChunkType::kDouble:
       if (!chunk.raw_doubles && base::Money::kScale % chunk.unit == 0) {
@@ -111,7 +121,9 @@ void ReadChunkUnits(const ColumnChunk& chunk, const TextPool* pool, size_t first
       for (size_t row = 0; row < out.size(); ++row) out[row] = UnitsOf(chunk.NumberValueAt(first + row));
       break;
     case ChunkType::kNull:
-    case ChunkType::kDate: std::fill(out.begin(), out.end(), int64_t{0}); break;
+    case ChunkType::kDate:
+      std::fill(out.begin(), out.end(), int64_t{0});
+      break;
   }
   ClearNulls(chunk, first, out);
 }
@@ -213,8 +225,10 @@ Column Column::Gather(std::span<const uint32_t> order) const {
   ChunkBuilder builder;
   for (; !order.empty(); order = order.subspan(std::min(order.size(), kChunkRows))) {
     for (const uint32_t row : order.first(std::min(order.size(), kChunkRows))) {
-      if (row >= size_) builder.AddNull();
-      else builder.AddFrom(ChunkOf(row), row % kChunkRows);
+      if (row >= size_)
+        builder.AddNull();
+      else
+        builder.AddFrom(ChunkOf(row), row % kChunkRows);
     }
     gathered.chunks_.push_back(builder.Finish(pool));
   }
@@ -278,12 +292,18 @@ void ColumnBuilder::AppendText(std::string_view text) {
 }
 
 void ColumnBuilder::Append(const base::Value& value) {
-  if (const auto* integer = value.As<int64_t>()) AppendInteger(*integer);
-  else if (const auto* number = value.As<double>()) AppendDouble(*number);
-  else if (const auto* money = value.As<base::Money>()) AppendMoney(*money);
-  else if (const auto* date = value.As<base::Date>()) AppendDate(*date);
-  else if (const auto* text = value.As<std::string>()) AppendText(*text);
-  else AppendNull();
+  if (const auto* integer = value.As<int64_t>())
+    AppendInteger(*integer);
+  else if (const auto* number = value.As<double>())
+    AppendDouble(*number);
+  else if (const auto* money = value.As<base::Money>())
+    AppendMoney(*money);
+  else if (const auto* date = value.As<base::Date>())
+    AppendDate(*date);
+  else if (const auto* text = value.As<std::string>())
+    AppendText(*text);
+  else
+    AppendNull();
 }
 
 void ColumnBuilder::AppendDoubles(std::span<const double> numbers) {

@@ -17,9 +17,10 @@
 namespace stockbook::platform {
 
 // One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
-// copied on its way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values exactly
-// (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical journal column
-// takes 0 to 4 bytes a row. Texts are made only when somebody asks. Reading a row is O(1); out-of-range rows read as null.
+// copied on its way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values
+// exactly (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical
+// journal column takes 0 to 4 bytes a row. Texts are made only when somebody asks. Reading a row is O(1); out-of-range
+// rows read as null.
 class Column {
  public:
   static constexpr size_t kChunkRows = size_t{1} << 16;
@@ -39,7 +40,8 @@ class Column {
 
   // Rows [first, first + out.size()) at once; what is no number reads as 0.
   void ReadNumbers(size_t first, std::span<double> out) const;
-  // The same as Money units (1/10,000). Doubles and texts round half to even; out of range throws base::ArithmeticError.
+  // The same as Money units (1/10,000). Doubles and texts round half to even; out of range throws
+  // base::ArithmeticError.
   void ReadMoneyUnits(size_t first, std::span<int64_t> out) const;
 
   // True when every row is a text or null; then equal codes mean equal texts, and code 0 is null.
@@ -69,8 +71,8 @@ class Column {
   std::shared_ptr<const TextPool> pool_;
 };
 
-// Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to the
-// one before it costs a comparison.
+// Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to
+// the one before it costs a comparison.
 class ColumnBuilder {
  public:
   ColumnBuilder();

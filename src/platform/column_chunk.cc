@@ -49,7 +49,8 @@ void DivideNarrow(const unsigned char* bytes, size_t first, int32_t base, double
   if (divisor == 1) {
     for (size_t row = 0; row < count; ++row) to[row] = static_cast<double>(static_cast<int32_t>(in[row]) + base);
   } else {
-    for (size_t row = 0; row < count; ++row) to[row] = static_cast<double>(static_cast<int32_t>(in[row]) + base) / divisor;
+    for (size_t row = 0; row < count; ++row)
+      to[row] = static_cast<double>(static_cast<int32_t>(in[row]) + base) / divisor;
   }
 }
 
@@ -59,7 +60,8 @@ double RoundSmall(double number) {
   return (number + kNoFraction) - kNoFraction;
 }
 
-// The fewest decimals, up to kMostDecimals, with which the number is exactly an integer over a power of ten; -1 for none.
+// The fewest decimals, up to kMostDecimals, with which the number is exactly an integer over a power of ten; -1 for
+// none.
 int DecimalsOf(double number, int at_least) {
   for (int decimals = at_least; decimals <= kMostDecimals; ++decimals) {
     const double scaled = number * kPowersOfTen[decimals];
@@ -76,13 +78,19 @@ std::string DictionaryKey(ChunkType type, int64_t number) {
 
 base::Value ValueOf(ChunkType type, int64_t number, const TextPool& texts) {
   switch (type) {
-    case ChunkType::kInteger: return base::Value(number);
-    case ChunkType::kDouble: return base::Value(std::bit_cast<double>(number));
-    case ChunkType::kMoney: return base::Value(base::Money::FromUnits(number));
-    case ChunkType::kDate: return base::Value(base::Date::FromSeconds(number));
-    case ChunkType::kText: return base::Value(std::string(texts.TextOf(static_cast<uint32_t>(number))));
+    case ChunkType::kInteger:
+      return base::Value(number);
+    case ChunkType::kDouble:
+      return base::Value(std::bit_cast<double>(number));
+    case ChunkType::kMoney:
+      return base::Value(base::Money::FromUnits(number));
+    case ChunkType::kDate:
+      return base::Value(base::Date::FromSeconds(number));
+    case ChunkType::kText:
+      return base::Value(std::string(texts.TextOf(static_cast<uint32_t>(number))));
     case ChunkType::kNull:
-    case ChunkType::kMixed: break;
+    case ChunkType::kMixed:
+      break;
   }
   return {};
 }
@@ -97,10 +105,17 @@ PackedIntegers::PackedIntegers(std::span<const int64_t> numbers) : count_(number
   if (width_ == 0) return;
   bytes_ = std::make_unique_for_overwrite<unsigned char[]>(count_ * width_);
   switch (width_) {
-    case 1: PackInto<uint8_t>(bytes_.get(), numbers, base_); break;
-    case 2: PackInto<uint16_t>(bytes_.get(), numbers, base_); break;
-    case 4: PackInto<uint32_t>(bytes_.get(), numbers, base_); break;
-    default: PackInto<uint64_t>(bytes_.get(), numbers, base_);
+    case 1:
+      PackInto<uint8_t>(bytes_.get(), numbers, base_);
+      break;
+    case 2:
+      PackInto<uint16_t>(bytes_.get(), numbers, base_);
+      break;
+    case 4:
+      PackInto<uint32_t>(bytes_.get(), numbers, base_);
+      break;
+    default:
+      PackInto<uint64_t>(bytes_.get(), numbers, base_);
   }
 }
 
@@ -112,11 +127,20 @@ int64_t PackedIntegers::At(size_t row) const {
 
 void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {
   switch (width_) {
-    case 0: std::fill(out.begin(), out.end(), base_); break;
-    case 1: UnpackFrom<uint8_t>(bytes_.get(), first, out, base_); break;
-    case 2: UnpackFrom<uint16_t>(bytes_.get(), first, out, base_); break;
-    case 4: UnpackFrom<uint32_t>(bytes_.get(), first, out, base_); break;
-    default: UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+    case 0:
+      std::fill(out.begin(), out.end(), base_);
+      break;
+    case 1:
+      UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
+      break;
+    case 2:
+      UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+      break;
+    case 4:
+      UnpackFrom<uint32_t>(bytes_.get(), first, out, base_);
+      break;
+    default:
+      UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
   }
 }
 
@@ -125,8 +149,10 @@ void PackedIntegers::ReadQuotients(size_t first, double divisor, std::span<doubl
   constexpr int64_t kMost = int64_t{INT32_MAX} - UINT16_MAX;
   if (width_ == 0) return std::fill(out.begin(), out.end(), static_cast<double>(base_) / divisor);
   const auto base = static_cast<int32_t>(base_);
-  if (width_ == 1 && base_ >= kLeast && base_ <= kMost) return DivideNarrow<uint8_t>(bytes_.get(), first, base, divisor, out);
-  if (width_ == 2 && base_ >= kLeast && base_ <= kMost) return DivideNarrow<uint16_t>(bytes_.get(), first, base, divisor, out);
+  if (width_ == 1 && base_ >= kLeast && base_ <= kMost)
+    return DivideNarrow<uint8_t>(bytes_.get(), first, base, divisor, out);
+  if (width_ == 2 && base_ >= kLeast && base_ <= kMost)
+    return DivideNarrow<uint16_t>(bytes_.get(), first, base, divisor, out);
   int64_t block[256];
   for (size_t done = 0; done < out.size();) {
     const size_t count = std::min(std::size(block), out.size() - done);
@@ -144,19 +170,26 @@ double ColumnChunk::DoubleAt(size_t row) const {
 base::Value ColumnChunk::NumberValueAt(size_t row) const {
   if (IsNull(row)) return {};
   switch (type) {
-    case ChunkType::kInteger: return base::Value(packed.At(row) * unit);
-    case ChunkType::kDouble: return base::Value(DoubleAt(row));
-    case ChunkType::kMoney: return base::Value(base::Money::FromUnits(packed.At(row) * unit));
-    case ChunkType::kDate: return base::Value(base::Date::FromSeconds(packed.At(row) * unit));
-    case ChunkType::kMixed: return dictionary[static_cast<size_t>(packed.At(row))];
+    case ChunkType::kInteger:
+      return base::Value(packed.At(row) * unit);
+    case ChunkType::kDouble:
+      return base::Value(DoubleAt(row));
+    case ChunkType::kMoney:
+      return base::Value(base::Money::FromUnits(packed.At(row) * unit));
+    case ChunkType::kDate:
+      return base::Value(base::Date::FromSeconds(packed.At(row) * unit));
+    case ChunkType::kMixed:
+      return dictionary[static_cast<size_t>(packed.At(row))];
     case ChunkType::kNull:
-    case ChunkType::kText: break;
+    case ChunkType::kText:
+      break;
   }
   return {};
 }
 
 size_t ColumnChunk::MemoryBytes() const {
-  size_t bytes = sizeof(*this) + packed.MemoryBytes() + doubles.capacity() * sizeof(double) + nulls.capacity() * sizeof(uint64_t);
+  size_t bytes =
+      sizeof(*this) + packed.MemoryBytes() + doubles.capacity() * sizeof(double) + nulls.capacity() * sizeof(uint64_t);
   for (const base::Value& value : dictionary) {
     const auto* text = value.As<std::string>();
     bytes += sizeof(value) + (text ? text->capacity() : 0);
@@ -231,10 +264,14 @@ void ChunkBuilder::AddValue(const base::Value& value) {
 }
 
 void ChunkBuilder::AddFrom(const ColumnChunk& source, size_t row) {
-  if (source.IsNull(row)) AddNull();
-  else if (source.type == ChunkType::kMixed) AddValue(source.dictionary[static_cast<size_t>(source.packed.At(row))]);
-  else if (source.type == ChunkType::kDouble) AddDouble(source.DoubleAt(row));
-  else AddCounted(source.type, source.packed.At(row) * source.unit);
+  if (source.IsNull(row))
+    AddNull();
+  else if (source.type == ChunkType::kMixed)
+    AddValue(source.dictionary[static_cast<size_t>(source.packed.At(row))]);
+  else if (source.type == ChunkType::kDouble)
+    AddDouble(source.DoubleAt(row));
+  else
+    AddCounted(source.type, source.packed.At(row) * source.unit);
 }
 
 void ChunkBuilder::FinishDoubles(ColumnChunk& chunk) {
@@ -282,7 +319,8 @@ ColumnChunk ChunkBuilder::FinishMixed(const TextPool& texts) {
   types_.resize(rows_, type_);
   std::unordered_map<std::string, int64_t> codes;
   for (size_t row = 0; row < rows_; ++row) {
-    const auto [found, is_new] = codes.try_emplace(DictionaryKey(types_[row], numbers_[row]), static_cast<int64_t>(codes.size()));
+    const auto [found, is_new] =
+        codes.try_emplace(DictionaryKey(types_[row], numbers_[row]), static_cast<int64_t>(codes.size()));
     if (is_new) {
       chunk.dictionary.push_back(types_[row] == ChunkType::kMixed ? values_[static_cast<size_t>(numbers_[row])]
                                                                   : ValueOf(types_[row], numbers_[row], texts));
@@ -299,8 +337,10 @@ ColumnChunk ChunkBuilder::Finish(const TextPool& texts) {
     chunk = FinishMixed(texts);
   } else {
     chunk.type = type_;
-    if (type_ == ChunkType::kDouble) FinishDoubles(chunk);
-    else if (type_ != ChunkType::kNull) FinishCounted(chunk);
+    if (type_ == ChunkType::kDouble)
+      FinishDoubles(chunk);
+    else if (type_ != ChunkType::kNull)
+      FinishCounted(chunk);
   }
   chunk.rows = rows_;
   if (has_nulls_ && chunk.type != ChunkType::kNull) {

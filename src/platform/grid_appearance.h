@@ -23,7 +23,16 @@ enum class GridColour {
   kSheetBorder,
 };
 
-enum class GridLineStyle : int32_t { kNone = 0, kFlat = 1, kInset = 2, kRaised = 3, kFlatHorz = 4, kInsetHorz = 5, kRaisedHorz = 6, kFlatVert = 7 };
+enum class GridLineStyle : int32_t {
+  kNone = 0,
+  kFlat = 1,
+  kInset = 2,
+  kRaised = 3,
+  kFlatHorz = 4,
+  kInsetHorz = 5,
+  kRaisedHorz = 6,
+  kFlatVert = 7
+};
 
 enum class ScrollBarsSetting : int32_t { kNone = 0, kHorizontal = 1, kVertical = 2, kBoth = 3 };
 

@@ -14,8 +14,8 @@ namespace stockbook::platform {
 
 // Whole columns at once. The rows that LoadColumns brought are records, numbered from 0 in the order they came; rows
 // inserted among them (opening, nodes, totals) do not change a record's number and are not part of a loaded column.
-// Everything here is O(1) or one pass over a column; texts of single cells set later stay on top of a loaded column only
-// until it is replaced.
+// Everything here is O(1) or one pass over a column; texts of single cells set later stay on top of a loaded column
+// only until it is replaced.
 class GridBulk {
  public:
   virtual ~GridBulk() = default;

@@ -8,7 +8,15 @@
 
 namespace stockbook::platform {
 
-enum class OutlineBarStyle : int32_t { kNone = 0, kComplete = 1, kSimple = 2, kSymbols = 3, kCompleteLeaf = 4, kSimpleLeaf = 5, kSymbolsLeaf = 6 };
+enum class OutlineBarStyle : int32_t {
+  kNone = 0,
+  kComplete = 1,
+  kSimple = 2,
+  kSymbols = 3,
+  kCompleteLeaf = 4,
+  kSimpleLeaf = 5,
+  kSymbolsLeaf = 6
+};
 
 // The outline of a grid. A node is a subtotal row; it governs the rows behind it of a deeper level. Level 0 is the top;
 // the lines under a top node have level 1.
@@ -16,8 +24,8 @@ class GridOutline {
  public:
   virtual ~GridOutline() = default;
 
-  // One node row above every run of equal texts in `column`, over all rows that are no nodes; "%s" in the caption is the
-  // text of the run. The caption stands in the cell of `caption_column`.
+  // One node row above every run of equal texts in `column`, over all rows that are no nodes; "%s" in the caption is
+  // the text of the run. The caption stands in the cell of `caption_column`.
   virtual void GroupBy(int column, int caption_column, std::string_view caption_format) = 0;
   // Makes a row a node of the level, or (level rows stay) an ordinary row again.
   virtual void SetIsSubtotal(int row, bool subtotal) = 0;

@@ -8,8 +8,8 @@
 
 namespace stockbook::platform {
 
-// Where the user is in the grid: current cell, selection, scroll position, mouse; and the redraw switch and tag that bulk
-// operations set and restore.
+// Where the user is in the grid: current cell, selection, scroll position, mouse; and the redraw switch and tag that
+// bulk operations set and restore.
 class GridView {
  public:
   virtual ~GridView() = default;

@@ -8,8 +8,8 @@
 namespace stockbook::platform {
 
 // The control's keyed pictures: "RevBill", "BuyBill", "IssBill", "SaleBill", "ShiftBill", "Bill", each with "1" for the
-// audited form; "Mtr", "Depot", "Supplier", "Customer", "Project"; "StkBk", "SuppJnl", "CustJnl", "ProjJnl"; and the mark
-// picture "Mark". An unknown key gives no picture.
+// audited form; "Mtr", "Depot", "Supplier", "Customer", "Project"; "StkBk", "SuppJnl", "CustJnl", "ProjJnl"; and the
+// mark picture "Mark". An unknown key gives no picture.
 class Images {
  public:
   virtual ~Images() = default;

@@ -29,7 +29,8 @@ base::Value Recordset::FieldValue(std::string_view name) const {
     found = std::find_if(fields_.begin(), fields_.end(),
                          [&](const Field& field) { return base::EqualsIgnoringCase(field.name, name); });
   }
-  if (found == fields_.end()) throw Error("read field", "查询结果中没有字段“" + std::string(name) + "”，请检查数据库的表结构。");
+  if (found == fields_.end())
+    throw Error("read field", "查询结果中没有字段“" + std::string(name) + "”，请检查数据库的表结构。");
   return FieldValue(static_cast<size_t>(found - fields_.begin()));
 }
 

@@ -32,8 +32,8 @@ class Recordset {
 
   size_t FieldCount() const { return fields_.size(); }
   const std::string& FieldName(size_t index) const { return fields_[index].name; }
-  // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current record
-  // throws Error.
+  // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current
+  // record throws Error.
   base::Value FieldValue(std::string_view name) const;
   base::Value FieldValue(size_t index) const;
 

@@ -56,10 +56,12 @@ TEST(Date, ReadsIsoTextsAndNothingElse) {
   EXPECT_EQ(Date::Parse("2005-3-8 7:05")->Text(), "2005-03-08 07:05:00");
   EXPECT_EQ(Date::Parse(" 2005/03/08T23:59:59.999 ")->Text(), "2005-03-08 23:59:59");
   EXPECT_EQ(Date::Parse("2004-02-29")->Text(), "2004-02-29");
-  for (const char* text : {"", "2005", "2005-13-01", "2005-02-29", "2005-03/08", "05-03-08", "2005-03-08 25:00", "2005-03-08x",
-                           "2005-03-08 ", "2005-03-08 7", "0000-00-00"}) {
-    if (std::string_view(text) == "2005-03-08 ") EXPECT_TRUE(Date::Parse(text).has_value());
-    else EXPECT_EQ(Date::Parse(text), std::nullopt) << text;
+  for (const char* text : {"", "2005", "2005-13-01", "2005-02-29", "2005-03/08", "05-03-08", "2005-03-08 25:00",
+                           "2005-03-08x", "2005-03-08 ", "2005-03-08 7", "0000-00-00"}) {
+    if (std::string_view(text) == "2005-03-08 ")
+      EXPECT_TRUE(Date::Parse(text).has_value());
+    else
+      EXPECT_EQ(Date::Parse(text), std::nullopt) << text;
   }
 }
 
@@ -77,7 +79,9 @@ TEST(Date, CountsFromTheZeroDateInBothDirections) {
 
 TEST(Text, ReplacesMalformedSequencesAndNul) {
   EXPECT_EQ(CleanUtf8("螺丝 M3"), "螺丝 M3");
-  EXPECT_EQ(CleanUtf8(std::string_view("a\0b", 3)), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(CleanUtf8(std::string_view("a\0b", 3)),
+            "a\xEF\xBF\xBD"
+            "b");
   EXPECT_EQ(CleanUtf8("\xE8\x9E"), "\xEF\xBF\xBD\xEF\xBF\xBD");
   EXPECT_EQ(CleanUtf8("\xC0\x80"), "\xEF\xBF\xBD\xEF\xBF\xBD");
   EXPECT_EQ(CleanUtf8("\xED\xA0\x80").size(), 9U);

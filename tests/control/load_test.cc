@@ -55,9 +55,27 @@ class Load : public ::testing::Test {
 };
 
 const std::vector<JournalLine> kTwoPeriods = {
-    {.bill_no = "2004-03-05 入库单 1", .quantity = 4, .quantity2 = 0.5, .amount = "12.5", .bill_name = "入库单", .rec_id = 11},
-    {.bill_no = "2004-03-06 出库单 2", .flag = 1, .quantity = 3, .amount = "8.0001", .bill_name = "出库单", .auditor = "王", .other_id = -3, .rec_id = 12},
-    {.period = "2004-04", .bill_no = "2004-04-01 出库单 3", .flag = 1, .quantity = 11, .amount = "20", .bill_name = "出库单", .rec_id = 13},
+    {.bill_no = "2004-03-05 入库单 1",
+     .quantity = 4,
+     .quantity2 = 0.5,
+     .amount = "12.5",
+     .bill_name = "入库单",
+     .rec_id = 11},
+    {.bill_no = "2004-03-06 出库单 2",
+     .flag = 1,
+     .quantity = 3,
+     .amount = "8.0001",
+     .bill_name = "出库单",
+     .auditor = "王",
+     .other_id = -3,
+     .rec_id = 12},
+    {.period = "2004-04",
+     .bill_no = "2004-04-01 出库单 3",
+     .flag = 1,
+     .quantity = 11,
+     .amount = "20",
+     .bill_name = "出库单",
+     .rec_id = 13},
 };
 
 constexpr const char* kCaption = "商品:六角螺栓[1001]{M8\\GB5783} 单位:箱 [全部仓库]";
@@ -66,8 +84,8 @@ TEST_F(Load, ShowsOpeningGroupsLinesAndTotals) {
   AnswerJournal(*connection_, kTwoPeriods);
   EXPECT_TRUE(control().Load(7, 0));
   ASSERT_EQ(control().Rows(), 9);
-  const char* bills[] = {"2004年03月期初", "2004-03", "2004-03-05 入库单 1", "2004-03-06 出库单 2", "2004年03月合计", "2004-04",
-                         "2004-04-01 出库单 3", "2004年04月合计"};
+  const char* bills[] = {"2004年03月期初", "2004-03", "2004-03-05 入库单 1", "2004-03-06 出库单 2",
+                         "2004年03月合计", "2004-04", "2004-04-01 出库单 3", "2004年04月合计"};
   for (int row = 1; row < 9; ++row) EXPECT_EQ(Cell(row, "BillNo"), bills[row - 1]);
   for (int row = 1; row < 9; ++row) {
     const bool node = row == 2 || row == 5 || row == 6 || row == 8;
@@ -113,10 +131,11 @@ TEST_F(Load, RaisesItsEventsInOrder) {
   AnswerJournal(*connection_, kTwoPeriods);
   diary_.lines.clear();
   control().Load(7, 0);
-  EXPECT_EQ(diary_.lines, (std::vector<std::string>{
-                              "CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...", "Process 0", "Process 10",
-                              "Process 20", "Process 30", "AfterFormatted", "Process 35", "Process 40", "Process 60", "Process 80",
-                              "Process 100", "AfterLoaded", std::string("Notify 已读入：") + kCaption, "Process -1"}));
+  EXPECT_EQ(diary_.lines,
+            (std::vector<std::string>{"CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...",
+                                      "Process 0", "Process 10", "Process 20", "Process 30", "AfterFormatted",
+                                      "Process 35", "Process 40", "Process 60", "Process 80", "Process 100",
+                                      "AfterLoaded", std::string("Notify 已读入：") + kCaption, "Process -1"}));
   EXPECT_TRUE(diary_.busy_throughout);
   EXPECT_EQ(grid().Tag(), "");
   EXPECT_TRUE(grid().Redraw());
@@ -129,9 +148,10 @@ TEST_F(Load, ShowsOnlyTheOpeningRowOfAProductWithoutMovements) {
   ASSERT_EQ(control().Rows(), 2);
   EXPECT_EQ(Cell(1, "BillNo"), "2004年03月期初");
   EXPECT_EQ(Cell(1, "StoQty"), "10");
-  EXPECT_EQ(diary_.lines, (std::vector<std::string>{"CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...", "Process 0",
-                                                    "Process 10", "Process 20", "Process 30", "AfterFormatted", "Process 35",
-                                                    "Process 40", "AfterLoaded", std::string("Notify 已读入：") + kCaption, "Process -1"}));
+  EXPECT_EQ(diary_.lines, (std::vector<std::string>{
+                              "CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...", "Process 0",
+                              "Process 10", "Process 20", "Process 30", "AfterFormatted", "Process 35", "Process 40",
+                              "AfterLoaded", std::string("Notify 已读入：") + kCaption, "Process -1"}));
 }
 
 TEST_F(Load, OpensWithZeroWhenNothingWasEverCarriedForward) {
@@ -162,7 +182,8 @@ TEST_F(Load, EndsWithItsClosingMessageWhenTheHostCancels) {
   diary_.cancels = true;
   connection_->Forget();
   EXPECT_FALSE(control().Load(8, 0));
-  EXPECT_EQ(diary_.lines, (std::vector<std::string>{"CommandExecute Load", std::string("Notify 已读入：") + kCaption, "Process -1"}));
+  EXPECT_EQ(diary_.lines,
+            (std::vector<std::string>{"CommandExecute Load", std::string("Notify 已读入：") + kCaption, "Process -1"}));
   EXPECT_TRUE(connection_->Sent().empty());
   EXPECT_EQ(control().Rows(), 9);
   EXPECT_EQ(control().KeyID(), 7);
@@ -175,8 +196,9 @@ TEST_F(Load, TellsTheErrorOfTheJournalStatementAndEndsTheProgress) {
   connection_->Fail("SELECT * FROM (SELECT  * FROM (", "表“入库记录”不存在。");
   diary_.lines.clear();
   EXPECT_FALSE(control().Load(7, 0));
-  EXPECT_EQ(diary_.lines, (std::vector<std::string>{"CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...", "Process 0",
-                                                    "Process 10", "Process 20", "Notify 表“入库记录”不存在。", "Process -1"}));
+  EXPECT_EQ(diary_.lines, (std::vector<std::string>{
+                              "CommandExecute Load", std::string("Notify 正在读入：") + kCaption + "...", "Process 0",
+                              "Process 10", "Process 20", "Notify 表“入库记录”不存在。", "Process -1"}));
   EXPECT_EQ(grid().Tag(), "");
   EXPECT_TRUE(grid().Redraw());
   EXPECT_EQ(control().Rows(), 1);
@@ -187,8 +209,8 @@ TEST_F(Load, SaysThatThereIsNoConnection) {
   diary_.lines.clear();
   EXPECT_FALSE(control().Load(7, 0));
   EXPECT_EQ(diary_.lines,
-            (std::vector<std::string>{"CommandExecute Load", "Notify 正在读入：商品:(无) 单位:(无) [全部仓库]...", "Process 0",
-                                      "Notify 没有数据库连接：请先设置 Conn，再载入。", "Process -1"}));
+            (std::vector<std::string>{"CommandExecute Load", "Notify 正在读入：商品:(无) 单位:(无) [全部仓库]...",
+                                      "Process 0", "Notify 没有数据库连接：请先设置 Conn，再载入。", "Process -1"}));
   EXPECT_TRUE(grid().Redraw());
 }
 
@@ -219,7 +241,8 @@ TEST_F(Load, MasksAmountsAndKeepsThemBehindTheMask) {
   AnswerJournal(*connection_, kTwoPeriods);
   control().SetAccRestrict("True");
   control().Load(7, 0);
-  for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) EXPECT_EQ(Cell(3, key), "-") << key;
+  for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"})
+    EXPECT_EQ(Cell(3, key), "-") << key;
   EXPECT_EQ(Cell(3, "StoQty"), "14");
   EXPECT_EQ(grid().CellData(3, grid().ColIndex("StoAcc")), base::Value(*base::Money::Parse("37.5")));
   EXPECT_EQ(grid().CellData(3, grid().ColIndex("Account")).AsMoney(), base::Money::Parse("12.5"));
@@ -227,7 +250,9 @@ TEST_F(Load, MasksAmountsAndKeepsThemBehindTheMask) {
 }
 
 TEST_F(Load, EmptiesZeroMovementsOnTheirOwnSideOnly) {
-  AnswerJournal(*connection_, {{.quantity = 0, .amount = "0"}, {.flag = 1, .quantity = 0, .amount = "5"}, {.quantity = 2, .amount = "0"}});
+  AnswerJournal(
+      *connection_,
+      {{.quantity = 0, .amount = "0"}, {.flag = 1, .quantity = 0, .amount = "5"}, {.quantity = 2, .amount = "0"}});
   control().Load(7, 0);
   EXPECT_EQ(Cell(3, "RevQty"), "");
   EXPECT_EQ(Cell(3, "RevAcc"), "");
@@ -249,12 +274,13 @@ TEST_F(Load, EmptiesZeroDates) {
 
 TEST_F(Load, EmptiesZeroDatesInAllThreeDateColumnsHoweverTheyAreStored) {
   AnswerJournal(*connection_, {{.quantity = 1}});
-  for (const base::Value& zero : {base::Value(base::Date()), base::Value(int64_t{0}), base::Value(0.0), testing::Text("1899-12-30"),
-                                  testing::Text("0")}) {
+  for (const base::Value& zero : {base::Value(base::Date()), base::Value(int64_t{0}), base::Value(0.0),
+                                  testing::Text("1899-12-30"), testing::Text("0")}) {
     std::vector<base::Value> row = testing::JournalRow({.quantity = 1});
     const std::vector<std::string>& names = testing::JournalFieldNames();
     for (size_t at = 0; at < names.size(); ++at) {
-      if (names[at] == "Field6" || names[at] == "InputDate" || names[at] == "AuditDate" || names[at] == "Field4") row[at] = zero;
+      if (names[at] == "Field6" || names[at] == "InputDate" || names[at] == "AuditDate" || names[at] == "Field4")
+        row[at] = zero;
     }
     connection_->Answer("SELECT * FROM (SELECT  * FROM (", names, {row});
     ASSERT_TRUE(control().Load(7, 0));
@@ -281,17 +307,20 @@ TEST_F(Load, TakesTheOpeningForZeroWhereItIsNoNumber) {
                       {{testing::Text("2004-03"), testing::Text("ten"), base::Value(), base::Value()}});
   EXPECT_TRUE(control().Load(7, 0));
   EXPECT_EQ(Cell(1, "BillNo"), "2004年03月期初");
-  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"), "0 0 0 0");
+  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"),
+            "0 0 0 0");
   EXPECT_EQ(Cell(3, "StoQty"), "4");
 }
 
 TEST_F(Load, LeavesTheRunningValuesOfAnUnknownTypeAsTheyWere) {
   connection_->Answer("SELECT  * FROM (", testing::JournalFieldNames(),
-                      {testing::JournalRow({.quantity = 5, .amount = "10"}), testing::JournalRow({.flag = 1, .quantity = 2, .amount = "4"})});
+                      {testing::JournalRow({.quantity = 5, .amount = "10"}),
+                       testing::JournalRow({.flag = 1, .quantity = 2, .amount = "4"})});
   connection_->Answer("Select Top 1 * From tqAccPeriod", {"AccPeriod"}, {{testing::Text("2004-03")}});
   control().SetJournalType(static_cast<tqJournalTypeContants>(9));
   ASSERT_TRUE(control().Load(7, 1));
-  EXPECT_EQ(Cell(2, "StoQty") + " " + Cell(3, "StoQty") + " " + Cell(3, "StoAcc") + " " + Cell(3, "StoPrice"), "0 0 0 0");
+  EXPECT_EQ(Cell(2, "StoQty") + " " + Cell(3, "StoQty") + " " + Cell(3, "StoAcc") + " " + Cell(3, "StoPrice"),
+            "0 0 0 0");
   EXPECT_EQ(Cell(4, "RevQty"), "5.00\n5.00");
   EXPECT_EQ(Cell(4, "IssAcc"), "4.00\n4.00");
 }
@@ -347,18 +376,21 @@ TEST_F(Load, OpensThePartnerJournalsWithTheSumsUpToThePeriod) {
                       {testing::JournalRow({.quantity = 5, .amount = "10"})});
   connection_->Answer("Select Top 1 * From tqAccPeriod", {"AccPeriod"}, {{testing::Text("2004-03")}});
   connection_->Answer("Select * From tqAccPeriod", {"AccPeriod"}, {{testing::Text("2004-03")}});
-  connection_->Answer("SELECT '2004-03' As Period",
-                      {"Period", "LastQty", "LastQty2", "LastAcc", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc"},
-                      {{testing::Text("2004-03"), base::Value(90.0), base::Value(91.0), base::Value(92.0), base::Value(4.0), base::Value(2.0),
-                        base::Value(8.0), base::Value(6.0), base::Value(), base::Value(6.0)}});
+  connection_->Answer(
+      "SELECT '2004-03' As Period",
+      {"Period", "LastQty", "LastQty2", "LastAcc", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc"},
+      {{testing::Text("2004-03"), base::Value(90.0), base::Value(91.0), base::Value(92.0), base::Value(4.0),
+        base::Value(2.0), base::Value(8.0), base::Value(6.0), base::Value(), base::Value(6.0)}});
   connection_->Answer("Select", {"ksID", "ClassCode", "企业名称"}, {});
   control().SetJournalType(base::SupplierJournal);
   ASSERT_TRUE(control().Load(0, 5));
-  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"), "4 2 8 2");
+  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"),
+            "4 2 8 2");
   EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(3, "StoAcc"), "9 18");
   control().SetJournalType(base::CustomerJournal);
   ASSERT_TRUE(control().Load(0, 5));
-  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"), "6 0 6 1");
+  EXPECT_EQ(Cell(1, "StoQty") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoAcc") + " " + Cell(1, "StoPrice"),
+            "6 0 6 1");
   EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(3, "StoAcc"), "6 6");
 }
 

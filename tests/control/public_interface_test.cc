@@ -15,9 +15,10 @@ using testing::FakeConnection;
 TEST(Control, StartsWithItsInitialState) {
   ControlOverFakes fakes;
   const Stockbook& control = *fakes.control;
-  EXPECT_EQ(control.MaterielTitle() + control.SupplierTitle() + control.CustomerTitle() + control.ProjectTitle(), "商品发货单位收货单位项目");
-  EXPECT_EQ(control.Field00() + control.Field01() + control.Field02() + control.Field03() + control.Field04() + control.Field05() +
-                control.Field06(),
+  EXPECT_EQ(control.MaterielTitle() + control.SupplierTitle() + control.CustomerTitle() + control.ProjectTitle(),
+            "商品发货单位收货单位项目");
+  EXPECT_EQ(control.Field00() + control.Field01() + control.Field02() + control.Field03() + control.Field04() +
+                control.Field05() + control.Field06(),
             "经手人交接人包装货位期限序列号生产日期");
   EXPECT_EQ(control.Field16(), "生产日期");
   EXPECT_EQ(control.PriceFormat() + control.QuantityFormat() + control.AccountFormat(), "#,##0.00#,##0.00#,##0.00");
@@ -84,7 +85,8 @@ TEST(Control, ReadsRestrictionsAsTruthValuesOrNumbersOnly) {
     fakes.control->SetAccRestrict(text);
     EXPECT_EQ(fakes.control->AccRestrict(), text);
   }
-  for (const char* text : {"", "yes", "truee", "1x"}) EXPECT_THROW(fakes.control->SetAccRestrict(text), platform::Error) << text;
+  for (const char* text : {"", "yes", "truee", "1x"})
+    EXPECT_THROW(fakes.control->SetAccRestrict(text), platform::Error) << text;
   EXPECT_EQ(fakes.control->AccRestrict(), "0.5");
 }
 
@@ -108,14 +110,16 @@ TEST(Control, HidesTheTaxColumnsAtOnce) {
   fakes.control->DefaultFormat();
   EXPECT_FALSE(fakes.fg.ColHidden(fakes.fg.ColIndex("Tax")));
   fakes.control->SetAllowInv(false);
-  for (const char* key : {"Ratio", "Tax", "TaxPrice", "TaxAccount"}) EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex(key)));
+  for (const char* key : {"Ratio", "Tax", "TaxPrice", "TaxAccount"})
+    EXPECT_TRUE(fakes.fg.ColHidden(fakes.fg.ColIndex(key)));
 }
 
 TEST(Control, ReadsTheNewestPeriodFromTheConnection) {
   ControlOverFakes fakes;
   EXPECT_EQ(fakes.control->AccPeriod(), "");
   auto connection = std::make_shared<FakeConnection>();
-  connection->Answer("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC", {"AccPeriod"}, {{testing::Text("2004-06")}});
+  connection->Answer("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC", {"AccPeriod"},
+                     {{testing::Text("2004-06")}});
   fakes.control->SetConn(connection);
   EXPECT_EQ(fakes.control->AccPeriod(), "2004-06");
   EXPECT_EQ(fakes.control->Conn(), connection);
@@ -242,8 +246,9 @@ TEST(Control, PutsTheNumericColumnsIntoAnotherFontOnCommand) {
   fakes.fg.SetRows(2);
   std::vector<base::Value> none;
   EXPECT_TRUE(fakes.control->DoCommand("SetColFont", none).IsNull());
-  for (const char* key : {"Price", "Quantity", "Quantity2", "Account", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc",
-                          "StoPrice", "StoQty", "StoQty2", "StoAcc", "Ratio", "Tax", "TaxPrice", "TaxAccount"}) {
+  for (const char* key :
+       {"Price", "Quantity", "Quantity2", "Account", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc",
+        "StoPrice", "StoQty", "StoQty2", "StoAcc", "Ratio", "Tax", "TaxPrice", "TaxAccount"}) {
     EXPECT_EQ(fakes.fg.CellFontName(1, fakes.fg.ColIndex(key)), "Arial") << key;
     EXPECT_NE(fakes.fg.CellFontName(0, fakes.fg.ColIndex(key)), "Arial") << key;
   }
@@ -272,7 +277,8 @@ TEST_F(LoadedControl, SetsHeightsOfAllRowsTheTitleAndTheNodes) {
 }
 
 TEST_F(LoadedControl, CountsBillRowsInItsStatistics) {
-  EXPECT_EQ(fakes_.control->Statistics(), "单据共：200 张\r\n  其中:\r\n    入库单:100张\r\n    出库单:100张\r\n    调拨单:0张");
+  EXPECT_EQ(fakes_.control->Statistics(),
+            "单据共：200 张\r\n  其中:\r\n    入库单:100张\r\n    出库单:100张\r\n    调拨单:0张");
 }
 
 TEST(Control, TellsTheSiteOfEveryChangedAppearanceProperty) {
@@ -283,7 +289,8 @@ TEST(Control, TellsTheSiteOfEveryChangedAppearanceProperty) {
   control.SetBorderWidth(0);
   control.SetIssPicture(testing::MakePicture("iss"));
   control.SetSheetBorderColor(0x445566);
-  EXPECT_EQ(fakes.site.changed, (std::vector<std::string>{"BackColor", "OutlineBar", "BorderWidth", "IssPicture", "SheetBorderColor"}));
+  EXPECT_EQ(fakes.site.changed,
+            (std::vector<std::string>{"BackColor", "OutlineBar", "BorderWidth", "IssPicture", "SheetBorderColor"}));
   EXPECT_EQ(control.BackColor(), 0x112233U);
   EXPECT_EQ(fakes.fg.ColourOf(platform::GridColour::kBackColor), 0x112233U);
   EXPECT_EQ(control.C1EBody().border_width, 1);

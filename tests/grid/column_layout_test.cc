@@ -26,11 +26,13 @@ struct Laid {
 };
 
 constexpr const char* kKeysInOrder[] = {
-    "SeqNo", "Period", "BillDate", "BillNo", "BillKind", "Explain", "ProductName", "ProductNo", "Model", "Standard", "Measure",
-    "Measure2", "Price", "Quantity", "Quantity2", "Account", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc", "StoPrice",
-    "StoQty", "StoQty2", "StoAcc", "Ratio", "Tax", "TaxPrice", "TaxAccount", "Field0", "Field1", "Field2", "Field3", "Field4", "Field5",
-    "Field6", "Depot", "Enterprise", "Project", "ProjNo", "Inputor", "InputDate", "Auditor", "AuditDate", "DQty", "DStoQty", "BillID",
-    "RecID", "dpID", "ksID", "pjID", "OtherID", "pdID", "Flag", "BillName"};
+    "SeqNo",   "Period",   "BillDate",  "BillNo",   "BillKind",  "Explain",    "ProductName", "ProductNo",
+    "Model",   "Standard", "Measure",   "Measure2", "Price",     "Quantity",   "Quantity2",   "Account",
+    "RevQty",  "RevQty2",  "RevAcc",    "IssQty",   "IssQty2",   "IssAcc",     "StoPrice",    "StoQty",
+    "StoQty2", "StoAcc",   "Ratio",     "Tax",      "TaxPrice",  "TaxAccount", "Field0",      "Field1",
+    "Field2",  "Field3",   "Field4",    "Field5",   "Field6",    "Depot",      "Enterprise",  "Project",
+    "ProjNo",  "Inputor",  "InputDate", "Auditor",  "AuditDate", "DQty",       "DStoQty",     "BillID",
+    "RecID",   "dpID",     "ksID",      "pjID",     "OtherID",   "pdID",       "Flag",        "BillName"};
 
 TEST(ColumnLayout, MakesTheFiftySixColumnsInTheirOrder) {
   Laid laid;
@@ -140,7 +142,8 @@ TEST(ColumnLayout, ShowsTheCombinedColumnsOfStockAndTheSplitOnesOfPartners) {
   EXPECT_EQ(Shown(laid), stock);
   laid.settings.journal_type = base::SupplierJournal;
   EXPECT_EQ(Shown(laid), "SeqNo BillNo BillKind Explain ProductName Price RevQty RevAcc StoPrice StoQty StoAcc ");
-  EXPECT_TRUE(laid.hidden.IsHiddenKey("Quantity") && laid.hidden.IsHiddenKey("IssAcc") && !laid.hidden.IsHiddenKey("RevQty"));
+  EXPECT_TRUE(laid.hidden.IsHiddenKey("Quantity") && laid.hidden.IsHiddenKey("IssAcc") &&
+              !laid.hidden.IsHiddenKey("RevQty"));
   laid.settings.journal_type = base::CustomerJournal;
   EXPECT_EQ(Shown(laid), "SeqNo BillNo BillKind Explain ProductName Price IssQty IssAcc StoPrice StoQty StoAcc ");
   EXPECT_TRUE(laid.hidden.IsHiddenKey("RevAcc") && !laid.hidden.IsHiddenKey("IssQty"));
@@ -151,11 +154,13 @@ TEST(ColumnLayout, ShowsSecondQuantitiesAndTaxWhenAllowed) {
   laid.settings.allow_qty2 = true;
   laid.settings.allow_inv = true;
   EXPECT_EQ(Shown(laid),
-            "SeqNo BillNo BillKind Explain Price Quantity Quantity2 Account StoPrice StoQty StoQty2 StoAcc Ratio Tax TaxPrice "
+            "SeqNo BillNo BillKind Explain Price Quantity Quantity2 Account StoPrice StoQty StoQty2 StoAcc Ratio Tax "
+            "TaxPrice "
             "TaxAccount ");
   laid.settings.journal_type = base::SupplierJournal;
   EXPECT_EQ(Shown(laid),
-            "SeqNo BillNo BillKind Explain ProductName Price RevQty RevQty2 RevAcc StoPrice StoQty StoQty2 StoAcc Ratio Tax TaxPrice "
+            "SeqNo BillNo BillKind Explain ProductName Price RevQty RevQty2 RevAcc StoPrice StoQty StoQty2 StoAcc "
+            "Ratio Tax TaxPrice "
             "TaxAccount ");
   laid.settings.journal_type = base::CustomerJournal;
   EXPECT_NE(Shown(laid).find("IssQty IssQty2 IssAcc"), std::string::npos);
@@ -176,14 +181,16 @@ TEST(ColumnLayout, BuildsTheHiddenKeyListFromScratch) {
   laid.hidden.Assign("|left over|");
   laid.Format();
   EXPECT_EQ(laid.hidden.Text(),
-            "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|Ratio|Tax|TaxPrice|TaxAccount|"
+            "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|Ratio|Tax|"
+            "TaxPrice|TaxAccount|"
             "ProductName|ProductNo|Model|Standard|Measure|Quantity2|RevQty2|IssQty2|StoQty2|");
   laid.settings.allow_inv = laid.settings.allow_qty2 = true;
   laid.settings.journal_type = base::SupplierJournal;
   laid.settings.fields_filter = "Explain|";
   laid.Format();
   EXPECT_EQ(laid.hidden.Text(),
-            "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|Quantity|Quantity2|Account|"
+            "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|Quantity|"
+            "Quantity2|Account|"
             "IssQty|IssAcc|Explain|");
   laid.settings.journal_type = static_cast<base::tqJournalTypeContants>(9);
   laid.settings.fields_filter = "no bars";
@@ -214,7 +221,8 @@ TEST(ColumnLayout, IsTheSameWhenRunTwice) {
   const auto state = [&] {
     std::string text;
     for (int column = 0; column < laid.sheet.Cols(); ++column) {
-      text += laid.sheet.ColKey(column) + laid.sheet.TextMatrix(0, column) + std::to_string(laid.sheet.ColWidth(column)) + ",";
+      text += laid.sheet.ColKey(column) + laid.sheet.TextMatrix(0, column) +
+              std::to_string(laid.sheet.ColWidth(column)) + ",";
     }
     return text + laid.hidden.Text();
   };
@@ -225,7 +233,8 @@ TEST(ColumnLayout, IsTheSameWhenRunTwice) {
 
 TEST(ColumnLayout, MakesALineOfEveryBarInACaption) {
   Laid laid;
-  ColumnLayout(laid.sheet, laid.settings, laid.hidden).AddColumn(1, {"X", "a|b|c|", "", false, platform::DataType::kString, platform::Alignment::kLeftCenter, 99.9F});
+  ColumnLayout(laid.sheet, laid.settings, laid.hidden)
+      .AddColumn(1, {"X", "a|b|c|", "", false, platform::DataType::kString, platform::Alignment::kLeftCenter, 99.9F});
   EXPECT_EQ(laid.Caption("X"), "a\nb\nc\n");
   EXPECT_EQ(laid.sheet.ColWidth(1), 99);
 }

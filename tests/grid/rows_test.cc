@@ -109,10 +109,13 @@ TEST_F(Rows, MarkAnyOtherIdButZeroAndOnlyPositiveProducts) {
     Put(row, "pdID", row == 1 ? "1" : row == 2 ? "0" : row == 3 ? "-1" : "");
     Kinds().DecorateRow(row);
   }
-  EXPECT_EQ(Picture(1, "Quantity") + Picture(2, "Quantity") + Picture(3, "Quantity") + Picture(4, "Quantity"), "markmark");
+  EXPECT_EQ(Picture(1, "Quantity") + Picture(2, "Quantity") + Picture(3, "Quantity") + Picture(4, "Quantity"),
+            "markmark");
   EXPECT_EQ(Picture(3, "IssQty"), "mark");
   EXPECT_EQ(sheet_.CellPictureAlignment(3, sheet_.ColIndex("IssQty")), platform::PictureAlignment::kRightTop);
-  EXPECT_EQ(Picture(1, "ProductName") + Picture(2, "ProductName") + Picture(3, "ProductName") + Picture(4, "ProductName"), "Mtr");
+  EXPECT_EQ(
+      Picture(1, "ProductName") + Picture(2, "ProductName") + Picture(3, "ProductName") + Picture(4, "ProductName"),
+      "Mtr");
 }
 
 TEST_F(Rows, ShowDepotAndProjectOnlyWhereTheyAreNamed) {
@@ -272,9 +275,11 @@ TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
   single.SetRows(65);
   BillKinds kinds(single, pictures_, images_, MakePicture("mark"), "BillNo");
   for (int row = 1; row <= 64; ++row) {
-    for (size_t at = 0; at < 7; ++at) single.SetTextMatrix(row, single.ColIndex(keys[at]), columns[at][static_cast<size_t>(row) - 1]);
+    for (size_t at = 0; at < 7; ++at)
+      single.SetTextMatrix(row, single.ColIndex(keys[at]), columns[at][static_cast<size_t>(row) - 1]);
     const int kind_column = single.ColIndex("BillKind");
-    single.SetCellPicture({row, kind_column, row + 1, kind_column + 1}, kinds.BillKindPicture(row), platform::PictureAlignment::kLeftCenter);
+    single.SetCellPicture({row, kind_column, row + 1, kind_column + 1}, kinds.BillKindPicture(row),
+                          platform::PictureAlignment::kLeftCenter);
     kinds.DecorateRow(row);
   }
   for (int row = 1; row <= 64; ++row) {

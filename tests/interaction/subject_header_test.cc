@@ -14,9 +14,12 @@ using testing::Text;
 using testing::Whole;
 
 constexpr const char* kProductQuery =
-    "SELECT pd.pdID, pd.商品名称, pd.商品编号, pd.计量单位,pd.计量2, pd.计价方法, pd.进位方法, pd.最低库存, pd.最高库存, "
-    "pd.输入简码, pd.KSID, pd.默认单价, pd.普通税率, pd.增值税率, pd.购进单价, pd.普购税率, pd.增购税率, pd.ClassCode, pd.单位数量, "
-    "pd.存放位置, pd.商品条码, pd.生产厂家, pd.备注, pd.别名, pd.颜色, pd.重量, pd.定义, pd.规格, pd.型号 FROM 商品设置 AS pd Where "
+    "SELECT pd.pdID, pd.商品名称, pd.商品编号, pd.计量单位,pd.计量2, pd.计价方法, pd.进位方法, pd.最低库存, "
+    "pd.最高库存, "
+    "pd.输入简码, pd.KSID, pd.默认单价, pd.普通税率, pd.增值税率, pd.购进单价, pd.普购税率, pd.增购税率, pd.ClassCode, "
+    "pd.单位数量, "
+    "pd.存放位置, pd.商品条码, pd.生产厂家, pd.备注, pd.别名, pd.颜色, pd.重量, pd.定义, pd.规格, pd.型号 FROM "
+    "商品设置 AS pd Where "
     "pdID=7";
 
 void AnswerProduct(FakeConnection& connection, const char* second_unit) {
@@ -46,7 +49,8 @@ TEST(SubjectHeader, ShowsBothUnitsOnlyWhenTheSecondQuantityIsAllowed) {
 
 TEST(SubjectHeader, LooksTheSubjectUpAsASupplierOrCustomerInTheirJournals) {
   FakeConnection connection;
-  connection.Answer("Select * From 厂商资料 Where ksID=5", {"企业名称", "ClassCode"}, {{Text("某某五金厂"), Text("0102")}});
+  connection.Answer("Select * From 厂商资料 Where ksID=5", {"企业名称", "ClassCode"},
+                    {{Text("某某五金厂"), Text("0102")}});
   connection.Answer("Select * From 客户资料 Where ksID=5", {"企业名称", "ClassCode"}, {{Text("某某商行"), Text("02")}});
   const SubjectTexts supplier = SubjectHeader(&connection, base::SupplierJournal).Lookup(5, false);
   EXPECT_EQ(supplier.key_name, "某某五金厂");
@@ -140,13 +144,15 @@ TEST(JournalCaption, NamesTheProductAndTheDepotOfAStockJournal) {
 }
 
 TEST(JournalCaption, SaysNoneForMissingParts) {
-  EXPECT_EQ(ComposeCaption(nullptr, base::MaterialJournal, {7, 0, ""}, {}, kTitles).text, "商品:(无) 单位:(无) [全部仓库]");
+  EXPECT_EQ(ComposeCaption(nullptr, base::MaterialJournal, {7, 0, ""}, {}, kTitles).text,
+            "商品:(无) 单位:(无) [全部仓库]");
   EXPECT_EQ(ComposeCaption(nullptr, base::SupplierJournal, {7, 5, ""}, {}, kTitles).text, "发货单位:(无)");
 }
 
 TEST(JournalCaption, WalksTheClassPathOfAPartner) {
   FakeConnection connection;
-  connection.Answer("Select * From 厂商资料 Where ksID=5", {"企业名称", "ClassCode"}, {{Text("某某五金厂"), Text("0102")}});
+  connection.Answer("Select * From 厂商资料 Where ksID=5", {"企业名称", "ClassCode"},
+                    {{Text("某某五金厂"), Text("0102")}});
   connection.Answer("Select * From 厂商分类 Where ClassCode='01' Union Select * From 厂商分类 Where ClassCode='0102'",
                     {"ClassCode", "ClassName"}, {{Text("0102"), Text("上海")}, {Text("01"), Text("华东")}});
   const JournalCaption one = ComposeCaption(&connection, base::SupplierJournal, {0, 5, ""}, {}, kTitles);
@@ -161,7 +167,8 @@ TEST(JournalCaption, WalksTheClassPathOfAPartner) {
 TEST(JournalCaption, NamesTheProjectAndItsProduct) {
   FakeConnection connection;
   connection.Answer("Select * From 项目设置 Where 项目ID=5", {"项目名称", "ClassCode"}, {{Text("一号楼"), Text("01")}});
-  connection.Answer("Select * From 项目分类 Where ClassCode='01'", {"ClassCode", "ClassName"}, {{Text("01"), Text("基建")}});
+  connection.Answer("Select * From 项目分类 Where ClassCode='01'", {"ClassCode", "ClassName"},
+                    {{Text("01"), Text("基建")}});
   const JournalCaption caption = ComposeCaption(&connection, base::ProjectJournal, {7, 5, ""}, Bolt(), kTitles);
   EXPECT_EQ(caption.text, "项目:基建\\一号楼 [商品:六角螺栓[1001]{M8\\GB5783} 单位:箱/个]");
   EXPECT_EQ(caption.picture_key, "Project");

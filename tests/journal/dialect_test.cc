@@ -31,7 +31,8 @@ TEST(Dialect, SpellsItsExpressions) {
             "CAST(d.年份 As varchar(4))+'年' + right(cast(10000 + d.月份 as varchar), 2)+'月'");
   EXPECT_EQ(BillDateExpr(&desktop, "y", "m", "d"), "CDATE(y & '-' & m &  '-' & d)");
   EXPECT_EQ(BillDateExpr(&server, "y", "m", "d"),
-            "Convert(varchar(10),CAST(CAST(y AS char(4)) + '-' + CAST(m AS char(2)) + '-' + CAST(d AS char(2)) AS DATETIME),121)");
+            "Convert(varchar(10),CAST(CAST(y AS char(4)) + '-' + CAST(m AS char(2)) + '-' + CAST(d AS char(2)) AS "
+            "DATETIME),121)");
   EXPECT_EQ(BalancePeriodLabelExpr(&desktop), "(bn.年份 & '年' & Format(bn.月份,'00月'))");
   EXPECT_EQ(BalancePeriodLabelExpr(&server), "");
 }

@@ -51,7 +51,8 @@ struct Result {
 Result RunOver(RunningBalance& balance, const std::vector<Line>& lines) {
   const Columns columns = ColumnsOf(lines);
   const size_t count = lines.size();
-  Result result{std::vector<double>(count), std::vector<double>(count), std::vector<double>(count), std::vector<int64_t>(count)};
+  Result result{std::vector<double>(count), std::vector<double>(count), std::vector<double>(count),
+                std::vector<int64_t>(count)};
   balance.Add({count,
                {columns.quantity, columns.quantity2, columns.amount},
                {columns.receipt, columns.receipt2, columns.receipt_units},
@@ -77,7 +78,8 @@ TEST(RunningBalance, HasNoPriceWhenTheQuantityIsExactlyZero) {
 }
 
 TEST(RunningBalance, AccumulatesReceiptsOrIssuesInThePartnerJournals) {
-  const std::vector<Line> lines = {{.receipt = 3, .issue = 2, .receipt2 = 1, .issue2 = 4, .receipt_units = 30, .issue_units = 20}};
+  const std::vector<Line> lines = {
+      {.receipt = 3, .issue = 2, .receipt2 = 1, .issue2 = 4, .receipt_units = 30, .issue_units = 20}};
   RunningBalance supplier(BalanceKind::kReceipts, {10, 1, Money::FromUnits(100)});
   EXPECT_EQ(RunOver(supplier, lines).quantity[0], 13);
   EXPECT_EQ(supplier.Running(), (Totals{13, 2, Money::FromUnits(130)}));
@@ -120,8 +122,10 @@ TEST(RunningBalance, EqualsTheRuleRowByRowOnRandomLines) {
   for (Line& line : lines) {
     const double quantity = static_cast<double>(random() % 100000) / 7.0;
     const auto units = static_cast<int64_t>(random() % 1000000);
-    if (random() % 2 == 0) line = {.receipt = quantity, .receipt2 = quantity / 3, .receipt_units = units};
-    else line = {.issue = quantity, .issue2 = quantity / 3, .issue_units = units};
+    if (random() % 2 == 0)
+      line = {.receipt = quantity, .receipt2 = quantity / 3, .receipt_units = units};
+    else
+      line = {.issue = quantity, .issue2 = quantity / 3, .issue_units = units};
   }
   RunningBalance balance(BalanceKind::kStock, {1.1, 2.2, Money::FromUnits(33)});
   const Result result = RunOver(balance, lines);
@@ -157,7 +161,8 @@ TEST(RunningPass, WalksColumnsOverBlocksAndPeriodsAndSkipsZeroColumns) {
   const platform::Column movement = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 2.5 : -1.0; });
   const platform::Column zeros = platform::Column::Constant(base::Value(int64_t{0}), kRows);
   RunningBalance balance(BalanceKind::kStock, {});
-  RunningPass pass(balance, {&movement, &zeros, &movement}, {&receipts, nullptr, &receipts}, {&issues, &zeros, &issues});
+  RunningPass pass(balance, {&movement, &zeros, &movement}, {&receipts, nullptr, &receipts},
+                   {&issues, &zeros, &issues});
   RunningBuilder running;
   pass.Run(0, 3000, running);
   EXPECT_EQ(balance.Period().receipts.quantity, 2500);

@@ -19,7 +19,8 @@ constexpr const char* kServer = "Provider=Stockbook.Embedded;Dialect=SQL;Data So
 constexpr const char* kDesktop = "Provider=Stockbook.Embedded;Data Source=fake";
 
 std::string ReadGolden(const std::string& name) {
-  std::ifstream file(std::string(STOCKBOOK_SOURCE_DIR) + "/tests/journal/statements/" + name + ".sql", std::ios::binary);
+  std::ifstream file(std::string(STOCKBOOK_SOURCE_DIR) + "/tests/journal/statements/" + name + ".sql",
+                     std::ios::binary);
   std::stringstream text;
   text << file.rdbuf();
   return text.str();
@@ -28,14 +29,17 @@ std::string ReadGolden(const std::string& name) {
 // Periods 2004-01 to 2004-06; the class "01" has the members 12, 15 and 31 in every master table.
 void Fill(FakeConnection& connection) {
   connection.Answer("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC", {"AccPeriod"}, {{Text("2004-06")}});
-  connection.Answer("Select * From tqAccPeriod Order by AccPeriod", {"AccPeriod"}, {{Text("2004-01")}, {Text("2004-06")}});
+  connection.Answer("Select * From tqAccPeriod Order by AccPeriod", {"AccPeriod"},
+                    {{Text("2004-01")}, {Text("2004-06")}});
   for (const char* statement :
        {"Select * From 厂商资料 Where ClassCode like '01%'", "Select ksID From 厂商资料 Where Left(ClassCode,2) = '01'",
         "Select ksID From 客户资料 Where Left(ClassCode,2)='01'"}) {
     connection.Answer(statement, {"ksID"}, {{Whole(12)}, {Whole(15)}, {Whole(31)}});
   }
-  connection.Answer("Select 项目ID As pjID From 项目设置 Where ClassCode='01'", {"pjID"}, {{Whole(12)}, {Whole(15)}, {Whole(31)}});
-  for (const char* statement : {"Select * From 厂商资料 Where ClassCode like '%'", "Select * From 客户资料 Where ClassCode like '0%'"}) {
+  connection.Answer("Select 项目ID As pjID From 项目设置 Where ClassCode='01'", {"pjID"},
+                    {{Whole(12)}, {Whole(15)}, {Whole(31)}});
+  for (const char* statement :
+       {"Select * From 厂商资料 Where ClassCode like '%'", "Select * From 客户资料 Where ClassCode like '0%'"}) {
     connection.Answer(statement, {"ksID"}, {});
   }
 }
@@ -60,11 +64,12 @@ TEST(Statements, AreTheSameBlankByBlankForEveryTypeDialectAndScope) {
     for (int type = 0; type < 4; ++type) {
       for (const Scope& scope : kScopes) {
         for (const int32_t product : {7, 0}) {
-          const std::string name =
-              std::string(kTypeNames[type]) + "_" + dialect + (product != 0 ? "_product_" : "_no_product_") + scope.name;
+          const std::string name = std::string(kTypeNames[type]) + "_" + dialect +
+                                   (product != 0 ? "_product_" : "_no_product_") + scope.name;
           const std::string golden = ReadGolden(name);
           ASSERT_FALSE(golden.empty()) << name;
-          EXPECT_EQ(Built(connection, static_cast<base::tqJournalTypeContants>(type), {product, scope.second_key, scope.class_code}),
+          EXPECT_EQ(Built(connection, static_cast<base::tqJournalTypeContants>(type),
+                          {product, scope.second_key, scope.class_code}),
                     golden)
               << name;
         }
@@ -86,10 +91,13 @@ TEST(QueryBuilder, BuildsAnUnknownTypeLikeAProjectAndItsBalanceLikeACustomer) {
 TEST(QueryBuilder, ListsAllDepotsForDepotZeroAndOneDepotForItsNumber) {
   FakeConnection connection;
   Fill(connection);
-  EXPECT_EQ(QueryBuilder(&connection, base::MaterialJournal, {7, 0, ""}).Build().find("Recs.dpID=3"), std::string::npos);
+  EXPECT_EQ(QueryBuilder(&connection, base::MaterialJournal, {7, 0, ""}).Build().find("Recs.dpID=3"),
+            std::string::npos);
   const std::string one = QueryBuilder(&connection, base::MaterialJournal, {7, 3, ""}).Build();
-  EXPECT_NE(one.find("Where (Recs.pdID = 7) And Recs.dpID=3 And Dir.AccPeriod<='2004-06') As RevRecs"), std::string::npos);
-  EXPECT_NE(one.find("Where (Recs.pdID = 7) And Recs.dpID=3 And Dir.AccPeriod<='2004-06') AS IssRecs"), std::string::npos);
+  EXPECT_NE(one.find("Where (Recs.pdID = 7) And Recs.dpID=3 And Dir.AccPeriod<='2004-06') As RevRecs"),
+            std::string::npos);
+  EXPECT_NE(one.find("Where (Recs.pdID = 7) And Recs.dpID=3 And Dir.AccPeriod<='2004-06') AS IssRecs"),
+            std::string::npos);
 }
 
 TEST(QueryBuilder, TellsItsProgressPartByPart) {
@@ -117,8 +125,9 @@ TEST(QueryBuilder, AsksForTheCustomersOfTheClassNamedLikeTheSecondKey) {
   FakeConnection connection;
   Fill(connection);
   connection.Answer("Select * From 客户资料 Where ClassCode like '-1%'", {"ksID"}, {{Whole(4)}});
-  EXPECT_NE(QueryBuilder(&connection, base::CustomerJournal, {0, -1, "01"}).Build().find(" Where Recs.ksID in (4) And Dir"),
-            std::string::npos);
+  EXPECT_NE(
+      QueryBuilder(&connection, base::CustomerJournal, {0, -1, "01"}).Build().find(" Where Recs.ksID in (4) And Dir"),
+      std::string::npos);
 }
 
 TEST(QueryBuilder, LeavesTheProductConditionWithoutAWhereForAnEmptyClass) {
@@ -147,9 +156,11 @@ TEST(OpeningBalance, OfAProductNeverCarriedForwardIsAnEmptyResult) {
 TEST(OpeningBalance, FiltersOnTheSecondKeyMinusOneInAPartnerJournal) {
   FakeConnection connection;
   Fill(connection);
-  EXPECT_NE(BuildBalanceStatement(&connection, base::SupplierJournal, {7, -1, "01"}, "2004-01").find(" Where bn.ksID=-1 And bn.pdID=7"),
+  EXPECT_NE(BuildBalanceStatement(&connection, base::SupplierJournal, {7, -1, "01"}, "2004-01")
+                .find(" Where bn.ksID=-1 And bn.pdID=7"),
             std::string::npos);
-  EXPECT_EQ(BuildBalanceStatement(&connection, base::MaterialJournal, {7, -1, ""}, "2004-01").find("DpID"), std::string::npos);
+  EXPECT_EQ(BuildBalanceStatement(&connection, base::MaterialJournal, {7, -1, ""}, "2004-01").find("DpID"),
+            std::string::npos);
 }
 
 TEST(OpeningBalance, HasNoResultWithoutPeriodsOrWhenItsStatementFails) {

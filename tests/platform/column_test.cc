@@ -23,13 +23,20 @@ Column Build(const std::vector<Value>& values) {
 
 Value RandomValue(std::mt19937& random, int kinds) {
   switch (random() % static_cast<unsigned>(kinds)) {
-    case 0: return Value(static_cast<double>(static_cast<int>(random() % 20001) - 10000) / 100.0);
-    case 1: return Value(Money::FromUnits(static_cast<int64_t>(random()) - 2000000000));
-    case 2: return Value(std::string("text ") + std::to_string(random() % 50));
-    case 3: return Value(static_cast<int64_t>(random()));
-    case 4: return Value(Date::FromSeconds(static_cast<int64_t>(random() % 100000) * 86400));
-    case 5: return Value(static_cast<double>(random()) / 3.0);
-    default: return {};
+    case 0:
+      return Value(static_cast<double>(static_cast<int>(random() % 20001) - 10000) / 100.0);
+    case 1:
+      return Value(Money::FromUnits(static_cast<int64_t>(random()) - 2000000000));
+    case 2:
+      return Value(std::string("text ") + std::to_string(random() % 50));
+    case 3:
+      return Value(static_cast<int64_t>(random()));
+    case 4:
+      return Value(Date::FromSeconds(static_cast<int64_t>(random() % 100000) * 86400));
+    case 5:
+      return Value(static_cast<double>(random()) / 3.0);
+    default:
+      return {};
   }
 }
 
@@ -110,8 +117,8 @@ TEST(Column, KeepsShortDecimalsInFewBytesAndExactly) {
 }
 
 TEST(Column, ReadsMoneyOutOfEveryTypeAndRefusesWhatIsOutOfRange) {
-  const Column column = Build({Value(Money::FromUnits(125000)), Value(int64_t{3}), Value(2.5), Value(std::string("7.00005")), Value(),
-                               Value(std::string("abc"))});
+  const Column column = Build({Value(Money::FromUnits(125000)), Value(int64_t{3}), Value(2.5),
+                               Value(std::string("7.00005")), Value(), Value(std::string("abc"))});
   std::vector<int64_t> units(6);
   column.ReadMoneyUnits(0, units);
   EXPECT_EQ(units, (std::vector<int64_t>{125000, 30000, 25000, 70000, 0, 0}));

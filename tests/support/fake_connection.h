@@ -13,7 +13,8 @@
 namespace stockbook::testing {
 
 // Rows of values under field names.
-inline platform::Recordset MakeRecordset(const std::vector<std::string>& names, const std::vector<std::vector<base::Value>>& rows) {
+inline platform::Recordset MakeRecordset(const std::vector<std::string>& names,
+                                         const std::vector<std::vector<base::Value>>& rows) {
   std::vector<platform::Field> fields;
   for (size_t index = 0; index < names.size(); ++index) {
     platform::ColumnBuilder builder;
@@ -26,7 +27,8 @@ inline platform::Recordset MakeRecordset(const std::vector<std::string>& names, 
 inline base::Value Text(const char* text) { return base::Value(std::string(text)); }
 inline base::Value Whole(int64_t number) { return base::Value(number); }
 
-// A connection that answers statements from a table and keeps what it was sent. A statement that it does not know fails.
+// A connection that answers statements from a table and keeps what it was sent. A statement that it does not know
+// fails.
 class FakeConnection : public platform::Connection {
  public:
   explicit FakeConnection(std::string connection_string = "Provider=Stockbook.Embedded;Data Source=fake")
