@@ -4,9 +4,6 @@
 // `of_sqlite` (Execute / stepping) and `of_tenth` (1,000,000 lines / 100,000 lines).
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <time.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,15 +13,11 @@
 
 #include "databases/sqlite/embedded_connection.h"
 #include "journal/query_builder.h"
+#include "sqlite_stepping.h"
 
 namespace {
 
-// Time of the one thread at work, so that other programs on the machine do not show.
-double CpuSeconds() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
+using stockbook::bench::CpuSeconds;
 
 void Run(sqlite3* database, const std::string& sql) {
   char* message = nullptr;
@@ -102,68 +95,6 @@ std::string FileOf(long lines) {
       .string();
 }
 
-// Reads every value of the row as what it is stored as.
-size_t ReadRow(sqlite3_stmt* row) {
-  size_t sum = 0;
-  for (int column = 0; column < sqlite3_column_count(row); ++column) {
-    switch (sqlite3_column_type(row, column)) {
-      case SQLITE_INTEGER:
-        sum += static_cast<size_t>(sqlite3_column_int64(row, column));
-        break;
-      case SQLITE_FLOAT:
-        sum += static_cast<size_t>(sqlite3_column_double(row, column));
-        break;
-      case SQLITE_TEXT:
-        sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column));
-        break;
-      default:
-        break;
-    }
-  }
-  return sum;
-}
-
-double StepWithDefaults(const std::string& path, const std::string& sql) {
-  sqlite3* database = nullptr;
-  sqlite3_open(path.c_str(), &database);
-  const double start = CpuSeconds();
-  sqlite3_stmt* row = nullptr;
-  if (sqlite3_prepare_v2(database, sql.c_str(), -1, &row, nullptr) != SQLITE_OK) {
-    std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
-    std::exit(1);
-  }
-  size_t sum = 0;
-  while (sqlite3_step(row) == SQLITE_ROW) sum += ReadRow(row);
-  sqlite3_finalize(row);
-  benchmark::DoNotOptimize(sum);
-  const double seconds = CpuSeconds() - start;
-  sqlite3_close(database);
-  return seconds;
-}
-
-// In a process of its own, because the connection's settings of SQLite hold for a whole process.
-double StepInChild(const std::string& path, const std::string& sql) {
-  int ends[2] = {};
-  if (pipe(ends) != 0) std::exit(1);
-  const pid_t child = fork();
-  double seconds = 0;
-  if (child == 0) {
-    seconds = StepWithDefaults(path, sql);
-    _exit(write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
-  }
-  if (read(ends[0], &seconds, sizeof seconds) != sizeof seconds) std::exit(1);
-  waitpid(child, nullptr, 0);
-  close(ends[0]);
-  close(ends[1]);
-  return seconds;
-}
-
-// The desktop text as SQLite itself would have it written.
-std::string PlainSql(std::string sql) {
-  for (size_t at = sql.find(" & "); at != std::string::npos; at = sql.find(" & ", at)) sql.replace(at, 3, " || ");
-  return sql;
-}
-
 std::string Journal(stockbook::databases::EmbeddedConnection& connection) {
   return stockbook::journal::QueryBuilder(&connection, stockbook::base::MaterialJournal, {1, 0, {}}).Build();
 }
@@ -178,7 +109,7 @@ void ExecuteMaterialJournal(benchmark::State& state) {
     stockbook::databases::EmbeddedConnection connection(connection_string);
     statement = Journal(connection);
   }
-  const double stepping = StepInChild(path, PlainSql(statement));
+  const double stepping = stockbook::bench::StepSeconds(path, stockbook::bench::PlainSql(statement));
   double executing = 0;
   for (auto _ : state) {
     const double start = CpuSeconds();

@@ -5,7 +5,6 @@
 // as usual; the least of the rounds counts.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-#include <sqlite3.h>
 
 #include <QCoreApplication>
 #include <QSqlDatabase>
@@ -21,6 +20,7 @@
 #include "databases/sqlite/embedded_connection.h"
 #include "journal/query_builder.h"
 #include "journal/running_pass.h"
+#include "sqlite_stepping.h"
 #include "stockbook/sample_inventory.h"
 #include "support/fake_surroundings.h"
 
@@ -30,6 +30,7 @@ using namespace stockbook;
 using bench::CpuSeconds;
 using bench::InChild;
 using bench::ResidentBytes;
+using bench::StepSeconds;
 
 std::string SampleOf(int64_t lines, int periods) {
   const auto path = std::filesystem::temp_directory_path() /
@@ -43,52 +44,9 @@ std::string SampleOf(int64_t lines, int periods) {
 
 std::string ConnectionTo(const std::string& path) { return "Provider=Stockbook.Embedded;Data Source=" + path; }
 
-// The desktop text as SQLite itself would have it written.
 std::string PlainStatement(const std::string& path) {
   databases::EmbeddedConnection connection(ConnectionTo(path));
-  std::string sql = journal::QueryBuilder(&connection, base::MaterialJournal, {1, 0, ""}).Build();
-  for (size_t at = sql.find(" & "); at != std::string::npos; at = sql.find(" & ", at)) sql.replace(at, 3, " || ");
-  return sql;
-}
-
-size_t ReadRow(sqlite3_stmt* row) {
-  size_t sum = 0;
-  const int columns = sqlite3_column_count(row);
-  for (int column = 0; column < columns; ++column) {
-    switch (sqlite3_column_type(row, column)) {
-      case SQLITE_INTEGER:
-        sum += static_cast<size_t>(sqlite3_column_int64(row, column));
-        break;
-      case SQLITE_FLOAT:
-        sum += static_cast<size_t>(sqlite3_column_double(row, column));
-        break;
-      case SQLITE_TEXT:
-        sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column));
-        break;
-      default:
-        break;
-    }
-  }
-  return sum;
-}
-
-double StepSeconds(const std::string& path, const std::string& sql) {
-  return InChild([&] {
-    sqlite3* database = nullptr;
-    sqlite3_stmt* statement = nullptr;
-    const double start = CpuSeconds();
-    if (sqlite3_open(path.c_str(), &database) != SQLITE_OK ||
-        sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
-      std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
-      std::exit(1);
-    }
-    size_t sum = 0;
-    while (sqlite3_step(statement) == SQLITE_ROW) sum += ReadRow(statement);
-    benchmark::DoNotOptimize(sum);
-    sqlite3_finalize(statement);
-    sqlite3_close(database);
-    return CpuSeconds() - start;
-  });
+  return bench::PlainSql(journal::QueryBuilder(&connection, base::MaterialJournal, {1, 0, ""}).Build());
 }
 
 // Passes statements on and counts the time that they take.

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "child_process.h"
+
+namespace stockbook::bench {
+
+// The desktop text as SQLite itself would have it written.
+inline std::string PlainSql(std::string sql) {
+  for (size_t at = sql.find(" & "); at != std::string::npos; at = sql.find(" & ", at)) sql.replace(at, 3, " || ");
+  return sql;
+}
+
+// Reads every value of the row as what it is stored as.
+inline size_t ReadRow(sqlite3_stmt* row) {
+  size_t sum = 0;
+  const int columns = sqlite3_column_count(row);
+  for (int column = 0; column < columns; ++column) {
+    switch (sqlite3_column_type(row, column)) {
+      case SQLITE_INTEGER:
+        sum += static_cast<size_t>(sqlite3_column_int64(row, column));
+        break;
+      case SQLITE_FLOAT:
+        sum += static_cast<size_t>(sqlite3_column_double(row, column));
+        break;
+      case SQLITE_TEXT:
+        sum += sqlite3_column_text(row, column)[0] + static_cast<size_t>(sqlite3_column_bytes(row, column));
+        break;
+      default:
+        break;
+    }
+  }
+  return sum;
+}
+
+// Processor time of stepping the statement once over SQLite's own interface with its default settings, in a process of
+// its own, because the embedded connection's settings of SQLite hold for a whole process.
+inline double StepSeconds(const std::string& path, const std::string& sql) {
+  return InChild([&] {
+    sqlite3* database = nullptr;
+    sqlite3_stmt* statement = nullptr;
+    const double start = CpuSeconds();
+    if (sqlite3_open(path.c_str(), &database) != SQLITE_OK ||
+        sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
+      std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
+      std::exit(1);
+    }
+    size_t sum = 0;
+    while (sqlite3_step(statement) == SQLITE_ROW) sum += ReadRow(statement);
+    benchmark::DoNotOptimize(sum);
+    sqlite3_finalize(statement);
+    sqlite3_close(database);
+    return CpuSeconds() - start;
+  });
+}
+
+}  // namespace stockbook::bench
