@@ -198,9 +198,7 @@ void QtCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
 }
 
 int QtCanvas::TextWidth(const platform::Font& font, std::string_view line) {
-  GlyphFont& glyph_font = fonts_.Find(font, scale_);
-  const int width = glyph_font.Lay(line, glyphs_);
-  return width >= 0 ? width : QFontMetrics(glyph_font.qfont()).horizontalAdvance(ToQString(line));
+  return fonts_.Find(font, scale_).Width(line);
 }
 
 int QtCanvas::LineHeight(const platform::Font& font) { return fonts_.Find(font, scale_).line_height(); }

@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "qt/fonts.h"
+#include "qt/text.h"
 
 namespace stockbook::qt {
 namespace {
@@ -116,6 +117,11 @@ int GlyphFont::Lay(std::string_view text, std::vector<const Glyph*>& glyphs) {
     width += glyph->advance;
   }
   return width;
+}
+
+int GlyphFont::Width(std::string_view line) {
+  const int width = Lay(line, measured_);
+  return width >= 0 ? width : QFontMetrics(qfont_).horizontalAdvance(ToQString(line));
 }
 
 const Glyph* GlyphFont::Find(char32_t character) {

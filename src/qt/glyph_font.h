@@ -42,6 +42,8 @@ class GlyphFont {
 
   // Puts the glyphs of the text into `glyphs` and returns the width; -1 when the toolkit must draw the text.
   int Lay(std::string_view text, std::vector<const Glyph*>& glyphs);
+  // Of one line, however it is drawn.
+  int Width(std::string_view line);
   // nullptr when the toolkit must draw it. Valid as long as the font.
   const Glyph* Find(char32_t character);
   // Valid until the next call of Lay or Find.
@@ -65,6 +67,7 @@ class GlyphFont {
   int ascent_ = 0;
   int line_height_ = 0;
   std::vector<std::unique_ptr<Page>> pages_;  // by character / 256
+  std::vector<const Glyph*> measured_;
   std::deque<Glyph> glyphs_;
   std::vector<uint8_t> coverage_;
 };

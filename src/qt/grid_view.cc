@@ -6,6 +6,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -14,6 +16,8 @@
 #include "qt/colour.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
+#include "qt/text.h"
+#include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 
@@ -74,8 +78,26 @@ void GridView::FitSheet(double scale) {
 bool GridView::viewportEvent(QEvent* event) {
   // The window may have come to another screen.
   if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
+  if (event->type() == QEvent::ToolTip) {
+    ShowTip(*static_cast<QHelpEvent*>(event));
+    return true;
+  }
   return QAbstractScrollArea::viewportEvent(event);
 }
+
+void GridView::ShowTip(const QHelpEvent& event) {
+  const QPointF at = QPointF(event.pos()) * sheet_.scale();
+  const sheet::CellTip tip = sheet::CellTip::At(sheet_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
+  // Plain text, whatever it looks like; an empty one takes the last tip away.
+  const QString text = tip.text.empty() ? QString() : Qt::convertFromPlainText(ToQString(tip.text), Qt::WhiteSpacePre);
+  QToolTip::showText(event.globalPos(), text, viewport(), ToLogical(tip.cell));
+}
+
+int GridView::TextWidth(const platform::Font& font, std::string_view line) {
+  return fonts_.Find(font, sheet_.scale()).Width(line);
+}
+
+int GridView::LineHeight(const platform::Font& font) { return fonts_.Find(font, sheet_.scale()).line_height(); }
 
 void GridView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);

@@ -3,6 +3,7 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QHelpEvent>
 #include <QPointF>
 
 #include "qt/bar_scale.h"
@@ -10,13 +11,14 @@
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/input/observer.h"
+#include "sheet/paint/text_measure.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::qt {
 
 // Shows a sheet: paints it where it was damaged, moves pixels that scroll, keeps the scroll bars and forwards keys,
 // mouse and wheel. While the sheet's redraw is off the last frame stays. The sheet outlives the view.
-class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
+class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
   Q_OBJECT
 
  public:
@@ -43,6 +45,10 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
   void Damaged(const sheet::Rect& area) override;
   void ScrollChanged() override;
   void CursorChanged(sheet::Cursor cursor) override;
+  sheet::TextMeasure* Measure() override { return this; }
+  // sheet::TextMeasure
+  int TextWidth(const platform::Font& font, std::string_view line) override;
+  int LineHeight(const platform::Font& font) override;
 
   double Scale() const { return viewport()->devicePixelRatioF(); }
   void PaintSheet(QPainter& painter, const QRegion& region);
@@ -51,6 +57,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer {
   void FitSheet(double scale);
   void UpdateBars();
   int RowPixels() const;
+  void ShowTip(const QHelpEvent& event);
   void KeepAutoScrolling();
   void MovePixels();
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);

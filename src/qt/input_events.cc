@@ -38,6 +38,12 @@ sheet::Key KeyOf(int key) {
       return sheet::Key::kMinus;
     case Qt::Key_A:
       return sheet::Key::kA;
+    case Qt::Key_C:
+      return sheet::Key::kC;
+    case Qt::Key_Insert:
+      return sheet::Key::kInsert;
+    case Qt::Key_Space:
+      return sheet::Key::kSpace;
     case Qt::Key_Escape:
       return sheet::Key::kEscape;
     default:

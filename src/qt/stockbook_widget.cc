@@ -58,6 +58,7 @@ class StockbookWidget::Parts : public platform::ControlSite {
         header_band_(std::make_unique<HeaderBand>(&widget)),
         view_(std::make_unique<GridView>(fg_, &widget)),
         control_(Surroundings()) {
+    fg_.SetClipboard(&clipboard_);
     SetDefaultPictures();
     control_.AddListener(&raiser_);
   }

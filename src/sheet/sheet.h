@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/clipboard.h"
 #include "platform/grid.h"
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/geometry.h"
@@ -163,6 +164,12 @@ class Sheet final : public platform::Grid {
   // Where a column that is being moved would go: before this column, -1 for no mark.
   void SetDropColumn(int column);
   int drop_column() const { return drop_column_; }
+  // Folds or unfolds every node, at the cost of one.
+  void CollapseAll(bool collapsed);
+  // Where the selected cells are copied to; nowhere without one.
+  void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
+  // Puts the selected range there as text (see SelectionText); false when there is no clipboard or nothing selected.
+  bool CopySelection() const;
   // Moves the current cell and the other corner and asks the observer; false when it refused.
   bool ChangeSelection(const Selection& selection);
 
@@ -180,7 +187,11 @@ class Sheet final : public platform::Grid {
   SheetObserver* observer() const { return observer_; }
   SheetViewer* viewer() const { return viewer_; }
 
+  // Every part holds, and the parts agree: O(runs + cells set + columns).
   bool CheckInvariants() const;
+  // About what the sheet takes beyond the loaded columns' own values: order, states, what was set on single cells,
+  // picture codes, axes.
+  size_t EngineBytes() const;
 
  private:
   // Where the rows are scrolled to: a row and how far into it. It outlives changes of heights and of what is shown.
@@ -234,6 +245,7 @@ class Sheet final : public platform::Grid {
   platform::MousePointer pointer_ = platform::MousePointer::kDefault;
   SheetObserver* observer_ = nullptr;
   SheetViewer* viewer_ = nullptr;
+  platform::Clipboard* clipboard_ = nullptr;
 };
 
 }  // namespace stockbook::sheet

@@ -72,6 +72,10 @@ void Sheet::SetIsCollapsed(int row, bool collapsed) {
   RowsChanged();
 }
 
+void Sheet::CollapseAll(bool collapsed) {
+  if (outline_.SetAllCollapsed(collapsed)) RowsChanged();
+}
+
 void Sheet::SetOutlineCol(int column) {
   if (column != -1) CheckColumn("OutlineCol", column);
   outline_col_ = column;

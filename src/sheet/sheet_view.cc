@@ -2,6 +2,7 @@
 // Sheet as platform::GridView and platform::GridAppearance.
 #include <algorithm>
 
+#include "sheet/selection/selection_text.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {
@@ -35,6 +36,12 @@ void Sheet::SelectRange(int row, int column, int row_sel, int col_sel) {
   CheckCell("Select", row, column);
   CheckCell("Select", row_sel, col_sel);
   ChangeSelection({{row, column}, {row_sel, col_sel}});
+}
+
+bool Sheet::CopySelection() const {
+  if (clipboard_ == nullptr || selection_.current.row < 0 || selection_.current.column < 0) return false;
+  clipboard_->SetText(SelectionText(*this));
+  return true;
 }
 
 void Sheet::SetTopRow(int row) {

@@ -428,5 +428,47 @@ TEST_F(Input, SurvivesRandomGestures) {
   EXPECT_TRUE(sheet.CheckInvariants());
 }
 
+TEST_F(Input, PlusAndMinusFoldTheCurrentNodeAndWithControlAllOfThem) {
+  sheet.GroupBy(1, 1, "%s");
+  sheet.SetOutlineCol(1);
+  sheet.Select(1, 3);
+  EXPECT_TRUE(Press(Key::kMinus));
+  EXPECT_TRUE(sheet.IsCollapsed(1));
+  EXPECT_TRUE(Press(Key::kPlus, kShift));
+  EXPECT_FALSE(sheet.IsCollapsed(1));
+  sheet.Select(700, 3);
+  EXPECT_TRUE(Press(Key::kMinus, kControl));
+  EXPECT_EQ(sheet.states().TotalShown(), 1 + 5);
+  EXPECT_EQ(Current(), (CellPosition{1 + 3 * 201, 3}));
+  EXPECT_TRUE(sheet.RowIsVisible(Current().row));
+  EXPECT_TRUE(Press(Key::kPlus, kControl));
+  EXPECT_EQ(sheet.states().TotalShown(), 1 + 5 + 1000);
+  EXPECT_TRUE(sheet.RowIsVisible(Current().row));
+  sheet.Select(5, 3);
+  EXPECT_FALSE(Press(Key::kPlus));
+}
+
+TEST_F(Input, LeftOnALineInTheTreesColumnGoesToItsNode) {
+  sheet.GroupBy(1, 1, "%s");
+  sheet.SetOutlineCol(1);
+  sheet.Select(400, 1);
+  Press(Key::kLeft);
+  EXPECT_EQ(Current(), (CellPosition{202, 1}));
+  sheet.SetOutlineCol(2);
+  sheet.Select(400, 2);
+  Press(Key::kLeft);
+  EXPECT_EQ(Current(), (CellPosition{400, 1}));
+}
+
+TEST_F(Input, SpaceSelectsWholeRowsWithShiftAndWholeColumnsWithControl) {
+  sheet.SelectRange(3, 2, 5, 3);
+  EXPECT_TRUE(Press(Key::kSpace, kShift));
+  EXPECT_EQ(Selected(), (CellRange{3, 1, 6, 5}));
+  sheet.SelectRange(3, 2, 5, 3);
+  EXPECT_TRUE(Press(Key::kSpace, kControl));
+  EXPECT_EQ(Selected(), (CellRange{1, 2, 1001, 4}));
+  EXPECT_FALSE(Press(Key::kSpace));
+}
+
 }  // namespace
 }  // namespace stockbook::sheet

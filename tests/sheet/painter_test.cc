@@ -181,6 +181,17 @@ TEST(Painter, ShowsNegativeNumbersInTheirColourUnlessOneIsSet) {
   EXPECT_EQ(Painted(sheet).Find("-2")->colour, sheet.ColourOf(GridColour::kForeColor));
 }
 
+TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
+  Sheet sheet;
+  Fill(sheet, 5, 0);
+  sheet.SetColDataType(3, DataType::kDouble);
+  sheet.SetRowHeight(2, 600);
+  sheet.SetTextMatrix(2, 3, "125.50\n-7.25");
+  const RecordingCanvas canvas = Painted(sheet);
+  EXPECT_EQ(canvas.Find("125.50")->colour, sheet.ColourOf(GridColour::kForeColor));
+  EXPECT_EQ(canvas.Find("-7.25")->colour, *sheet.appearance().negative_fore);
+}
+
 TEST(Painter, MovesTextAsideForPicturesAtItsSides) {
   Sheet sheet;
   sheet.LoadColumns(Together(Texts({"left"}), Texts({"right"}), Texts({"behind"})), 1);

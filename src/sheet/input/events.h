@@ -41,6 +41,9 @@ enum class Key : uint8_t {
   kPlus,
   kMinus,
   kA,
+  kC,
+  kInsert,
+  kSpace,
   kEscape,
   kOther
 };

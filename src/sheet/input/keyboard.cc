@@ -11,12 +11,8 @@ bool Keyboard::Press(const KeyEvent& event) {
   if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
   const Selection& selection = sheet_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
-  if (event.key == Key::kA) {
-    if (event.modifiers.Control()) SelectAll();
-    return event.modifiers.Control();
-  }
+  if (IsCommand(event.key)) return Command(event);
   if (FoldNode(event)) return true;
-  if (event.key == Key::kPlus || event.key == Key::kMinus) return false;
   const bool extends = event.modifiers.Shift();
   const CellPosition target = Target(event, extends ? selection.end : selection.current);
   const Selection wanted = extends ? Selection{selection.current, target} : Selection::Of(target);
@@ -25,6 +21,63 @@ bool Keyboard::Press(const KeyEvent& event) {
     sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
   }
   return true;
+}
+
+bool Keyboard::IsCommand(Key key) {
+  return key == Key::kA || key == Key::kC || key == Key::kInsert || key == Key::kSpace || key == Key::kPlus ||
+         key == Key::kMinus;
+}
+
+bool Keyboard::Command(const KeyEvent& event) {
+  const bool control = event.modifiers.Control();
+  switch (event.key) {
+    case Key::kA:
+      if (control) SelectAll();
+      return control;
+    case Key::kC:
+    case Key::kInsert:
+      return control && sheet_.CopySelection();
+    case Key::kSpace:
+      return SelectWhole(event.modifiers);
+    default:
+      // Many keyboards have the plus sign above another one.
+      if (!control) return FoldNode({event.key, {}});
+      FoldAll(event.key == Key::kMinus);
+      return true;
+  }
+}
+
+// With Shift the rows of the selection from the first column to the last, with Control its columns from top to bottom.
+bool Keyboard::SelectWhole(Modifiers modifiers) {
+  Selection wanted = sheet_.selection();
+  if (modifiers.Shift()) {
+    wanted.current.column = sheet_.FixedCols();
+    wanted.end.column = sheet_.Cols() - 1;
+  }
+  if (modifiers.Control()) {
+    wanted.current.row = sheet_.FixedRows();
+    wanted.end.row = sheet_.Rows() - 1;
+  }
+  if (wanted == sheet_.selection()) return false;
+  sheet_.ChangeSelection(wanted);
+  return true;
+}
+
+void Keyboard::FoldAll(bool collapsed) {
+  sheet_.CollapseAll(collapsed);
+  const CellPosition cell = sheet_.selection().current;
+  if (!sheet_.states().At(cell.row).covered) {
+    sheet_.ScrollTo(sheet_.geometry().ToShow(cell.row, cell.column));
+    return;
+  }
+  // The node that covers the current row takes its place.
+  MoveTo({static_cast<int>(sheet_.states().UncoveredBefore(cell.row)), cell.column});
+}
+
+void Keyboard::MoveTo(CellPosition cell) {
+  if (!sheet_.ChangeSelection(Selection::Of(cell))) return;
+  const CellPosition shown = sheet_.selection().end;
+  sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
 }
 
 CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
@@ -100,7 +153,9 @@ int Keyboard::PageRow(int row, int direction) const {
 
 bool Keyboard::FoldNode(const KeyEvent& event) {
   const CellPosition cell = sheet_.selection().current;
-  if (event.modifiers.bits != 0 || !sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
+  if (event.modifiers.bits != 0) return false;
+  if (event.key == Key::kLeft && GoToNode(cell)) return true;
+  if (!sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
   const bool collapsed = sheet_.IsCollapsed(cell.row);
   const bool on_tree = cell.column == sheet_.OutlineCol();
   const bool closes = event.key == Key::kMinus || (event.key == Key::kLeft && on_tree);
@@ -110,6 +165,15 @@ bool Keyboard::FoldNode(const KeyEvent& event) {
     return true;
   }
   return event.key == Key::kPlus || event.key == Key::kMinus;
+}
+
+// From a line in the column of the tree, where no column is left of it.
+bool Keyboard::GoToNode(CellPosition cell) {
+  if (cell.column != sheet_.OutlineCol() || ColumnStep(cell.column, -1) != cell.column) return false;
+  const auto node = static_cast<int>(sheet_.outline().NodeOf(cell.row));
+  if (sheet_.IsSubtotal(cell.row) || node < sheet_.FixedRows()) return false;
+  MoveTo({node, cell.column});
+  return true;
 }
 
 void Keyboard::SelectAll() {

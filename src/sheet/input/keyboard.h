@@ -8,8 +8,8 @@ namespace stockbook::sheet {
 
 class Sheet;
 
-// What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes. The
-// cell moved to is brought into view.
+// What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes,
+// copy. The cell moved to is brought into view.
 class Keyboard {
  public:
   explicit Keyboard(Sheet& sheet) : sheet_(sheet) {}
@@ -25,6 +25,12 @@ class Keyboard {
   int EdgeRow(int direction) const;
   int EdgeColumn(int direction) const;
   int PageRow(int row, int direction) const;
+  static bool IsCommand(Key key);
+  bool Command(const KeyEvent& event);
+  bool SelectWhole(Modifiers modifiers);
+  void FoldAll(bool collapsed);
+  void MoveTo(CellPosition cell);
+  bool GoToNode(CellPosition cell);
   // Opens or closes the node that the current cell is on; false when the key moves instead.
   bool FoldNode(const KeyEvent& event);
   void SelectAll();

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "sheet/geometry/outline_metrics.h"
+#include "sheet/input/fit.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {
@@ -167,8 +168,25 @@ void Mouse::Release(const MouseEvent& event) {
 
 void Mouse::DoubleClick(const MouseEvent& event) {
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
-  if (event.button == MouseButton::kLeft && (!EdgeAt(event.at).IsNone() || ToggleNodeAt(event.at))) return;
+  if (event.button == MouseButton::kLeft) {
+    if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
+      Fit(edge);
+      return;
+    }
+    if (ToggleNodeAt(event.at)) return;
+  }
   if (sheet_.observer() != nullptr) sheet_.observer()->DoubleClick();
+}
+
+void Mouse::Fit(const Edge& edge) {
+  SheetObserver* observer = sheet_.observer();
+  if (observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse) return;
+  if (edge.column >= 0) {
+    FitColumn(sheet_, edge.column);
+  } else {
+    FitRow(sheet_, edge.row);
+  }
+  if (observer != nullptr) observer->AfterUserResize(edge.row, edge.column);
 }
 
 void Mouse::Cancel() {
@@ -259,6 +277,14 @@ void Mouse::ShowCursor(Point at) {
   if (cursor == cursor_) return;
   cursor_ = cursor;
   if (sheet_.viewer() != nullptr) sheet_.viewer()->CursorChanged(cursor);
+}
+
+bool Mouse::CheckInvariants() const {
+  const bool captions = drag_ == Drag::kCaption ? moved_column_ >= 0 : !moving_;
+  const bool mark = sheet_.drop_column() < 0 || moving_;
+  const bool column_edge = drag_ != Drag::kColumnEdge || (resized_.column >= 0 && resized_.row < 0);
+  const bool row_edge = drag_ != Drag::kRowEdge || (resized_.row >= 0 && resized_.column < 0);
+  return captions && mark && column_edge && row_edge;
 }
 
 }  // namespace stockbook::sheet

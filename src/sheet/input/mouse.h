@@ -32,6 +32,9 @@ class Mouse {
   bool WantsAutoScroll() const;
   void AutoScroll();
 
+  // What is remembered belongs to the drag under way, and the sheet shows a drop mark only while a caption is dragged.
+  bool CheckInvariants() const;
+
  private:
   enum class Drag { kNone, kCells, kRows, kColumns, kColumnEdge, kRowEdge, kCaption };
   // The row or column whose end edge is under the point, -1 for none.
@@ -46,6 +49,7 @@ class Mouse {
   int RowEdgeAt(int y) const;
   bool ToggleNodeAt(Point at);
   void PressLeft(const MouseEvent& event);
+  void Fit(const Edge& edge);
   void BeginResize(const Edge& edge, Point at);
   void BeginSelection(CellPosition cell, bool extends);
   void ExtendSelection(Point at);

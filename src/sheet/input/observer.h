@@ -3,6 +3,7 @@
 
 #include "sheet/input/events.h"
 #include "sheet/paint/rect.h"
+#include "sheet/paint/text_measure.h"
 #include "sheet/selection/selection.h"
 
 namespace stockbook::sheet {
@@ -56,6 +57,8 @@ class SheetViewer {
   // moved by scroll alone when nothing was damaged since.
   virtual void ScrollChanged() = 0;
   virtual void CursorChanged(Cursor cursor) = 0;
+  // What the viewer draws texts with, at the sheet's scale; without one nothing can be fitted to its contents.
+  virtual TextMeasure* Measure() { return nullptr; }
 };
 
 }  // namespace stockbook::sheet

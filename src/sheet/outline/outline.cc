@@ -93,6 +93,19 @@ bool Outline::SetCollapsed(int64_t row, bool collapsed) {
   return true;
 }
 
+bool Outline::SetAllCollapsed(bool collapsed) {
+  Coverage coverage(kNoNode);
+  bool changed = false;
+  states_.Update(0, states_.Rows(), [&](RowState& state) {
+    if (state.subtotal && state.collapsed != collapsed) {
+      state.collapsed = collapsed;
+      changed = true;
+    }
+    state.covered = coverage.Covers(state);
+  });
+  return changed;
+}
+
 bool Outline::Governs(int64_t row) const {
   return row + 1 < states_.Rows() && states_.At(row + 1).level > states_.At(row).level;
 }

@@ -27,6 +27,8 @@ class Outline {
   void SetLevel(int64_t row, int level);
   // False, and nothing happens, where the row is no node or is as wanted.
   bool SetCollapsed(int64_t row, bool collapsed);
+  // The same of every node at once; O(runs).
+  bool SetAllCollapsed(bool collapsed);
 
   // One behind the last row that a node at `row` governs.
   int64_t EndOf(int64_t row) const { return states_.NextRowOfLevelAtMost(row + 1, states_.At(row).level); }

@@ -22,6 +22,27 @@ Appearance::Appearance() {
   font.name = "Noto Sans CJK SC";
 }
 
+Appearance Appearance::Dark() {
+  Appearance dark;
+  dark.Of(GridColour::kBackColor) = 0x00221F1E;
+  dark.Of(GridColour::kBackColorBkg) = 0x001B1918;
+  dark.Of(GridColour::kBackColorFixed) = 0x00312D2B;
+  dark.Of(GridColour::kBackColorFrozen) = 0x00282423;
+  dark.Of(GridColour::kBackColorSel) = 0x00573D24;
+  dark.Of(GridColour::kForeColor) = 0x00E6E2DF;
+  dark.Of(GridColour::kForeColorFixed) = 0x00D2CBC5;
+  dark.Of(GridColour::kForeColorFrozen) = 0x00E6E2DF;
+  dark.Of(GridColour::kForeColorSel) = 0x00FFFAF5;
+  dark.Of(GridColour::kGridColor) = 0x003A3634;
+  dark.Of(GridColour::kGridColorFixed) = 0x00504B48;
+  dark.Of(GridColour::kSheetBorder) = 0x00575250;
+  dark.node_back = 0x00302927;
+  dark.negative_fore = 0x008A8FFF;
+  dark.light = 0x00625C59;
+  dark.accent = 0x00F0A860;
+  return dark;
+}
+
 Colour Appearance::BackOf(CellPart part, bool node) const {
   if (part == CellPart::kFixed) return Of(GridColour::kBackColorFixed);
   if (node && node_back) return *node_back;

@@ -9,6 +9,7 @@
 #include "platform/picture.h"
 #include "platform/text_metrics.h"
 #include "sheet/paint/rect.h"
+#include "sheet/paint/text_measure.h"
 
 namespace stockbook::sheet {
 
@@ -37,11 +38,9 @@ struct PictureItem {
 // What the sheet paints onto: integer device pixels, origin at the sheet's left top corner, opaque colours. Calls come
 // in batches of one colour or one font, a dozen or two a frame, so that an implementation switches brushes, pens and
 // fonts once a call; texts and pictures are valid during the call only. A toolkit implements this and nothing else of
-// painting.
-class Canvas {
+// painting. The painter asks for the width of few texts a frame, mostly of the same font in a row.
+class Canvas : public TextMeasure {
  public:
-  virtual ~Canvas() = default;
-
   // Everything until the matching PopClip is cut at the rectangle, and at those pushed before.
   virtual void PushClip(const Rect& rect) = 0;
   virtual void PopClip() = 0;
@@ -50,10 +49,6 @@ class Canvas {
   virtual void FillRects(platform::Colour colour, std::span<const Rect> rects) = 0;
   virtual void DrawTexts(const platform::Font& font, platform::Colour colour, std::span<const TextItem> items) = 0;
   virtual void DrawPictures(std::span<const PictureItem> items) = 0;
-
-  // Measures in device pixels. The painter asks for the width of few texts a frame, mostly of the same font in a row.
-  virtual int TextWidth(const platform::Font& font, std::string_view line) = 0;
-  virtual int LineHeight(const platform::Font& font) = 0;
 };
 
 }  // namespace stockbook::sheet

@@ -30,12 +30,20 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
+int LinesOf(std::string_view text) {
+  constexpr std::ptrdiff_t kMostLines = 64;
+  return static_cast<int>(std::min(std::count(text.begin(), text.end(), '\n') + 1, kMostLines));
+}
+
+// As formats write it: a minus sign, or brackets around the number.
+bool IsBelowZero(std::string_view number) { return number.front() == '-' || number.front() == '('; }
+
 }  // namespace
 
-CellLayout::CellLayout(const Snapshot& snapshot, Canvas& canvas)
-    : snapshot_(snapshot), canvas_(canvas), metrics_(PaintMetrics::Of(snapshot.scale())) {
+CellLayout::CellLayout(const Snapshot& snapshot, TextMeasure& measure)
+    : snapshot_(snapshot), measure_(measure), metrics_(PaintMetrics::Of(snapshot.scale())) {
   for (const platform::Font& font : snapshot.fonts()) {
-    fonts_.push_back({canvas.LineHeight(font), std::max(canvas.TextWidth(font, "0"), canvas.TextWidth(font, "%"))});
+    fonts_.push_back({measure.LineHeight(font), std::max(measure.TextWidth(font, "0"), measure.TextWidth(font, "%"))});
   }
 }
 
@@ -85,17 +93,17 @@ std::string_view CellLayout::Fitting(const SnapshotCell& cell, std::string_view 
   if (!cell.number) return line;
   if (static_cast<int>(line.size()) * fonts_[cell.font].number_width <= width) return line;
   const platform::Font& font = snapshot_.FontOf(cell);
-  if (canvas_.TextWidth(font, line) <= width) return line;
-  const int hash = std::max(1, canvas_.TextWidth(font, "#"));
+  if (measure_.TextWidth(font, line) <= width) return line;
+  const int hash = std::max(1, measure_.TextWidth(font, "#"));
   return kHashes.substr(0, static_cast<size_t>(std::clamp(width / hash, 1, static_cast<int>(kHashes.size()))));
 }
 
-void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, std::vector<TextItem>& items) const {
+void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, Batches& batches) const {
   std::string_view text = snapshot_.TextOf(cell);
   const Rect room = content.Inset(metrics_.padding, 0);
   if (text.empty() || room.IsEmpty()) return;
-  const int line_height = std::max(1, fonts_[cell.font].line_height);
-  const auto lines = static_cast<int>(std::min<std::ptrdiff_t>(std::count(text.begin(), text.end(), '\n') + 1, 64));
+  const int line_height = LineHeightOf(cell);
+  const int lines = LinesOf(text);
   const int fitting = std::clamp(room.height / line_height, 1, lines);
   const auto code = static_cast<int16_t>(cell.alignment);
   const HorizontalAlign align = HorizontalOf(code);
@@ -104,11 +112,42 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, std::v
   int y = Placed(room.y, room.height, fitting * line_height, code % 3);
   // Lines that would not be seen whole are left out, so that half a line is never taken for another number.
   for (int line = 0; line < fitting; ++line, y += line_height) {
-    const std::string_view shown = Fitting(cell, TakeLine(text), room.width);
-    if (!shown.empty())
-      items.push_back(
-          {shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
+    const std::string_view whole = TakeLine(text);
+    const std::string_view shown = Fitting(cell, whole, room.width);
+    if (shown.empty()) continue;
+    const platform::Colour fore = IsBelowZero(whole) ? cell.negative_fore : cell.fore;
+    batches.TextsOf(cell.font, fore)
+        .push_back(
+            {shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
   }
+}
+
+bool CellLayout::IsCut(const SnapshotCell& cell, const Rect& content) const {
+  std::string_view text = snapshot_.TextOf(cell);
+  const Rect room = content.Inset(metrics_.padding, 0);
+  if (text.empty()) return false;
+  const int lines = LinesOf(text);
+  if (lines > 1 && lines * LineHeightOf(cell) > room.height) return true;
+  while (!text.empty()) {
+    if (measure_.TextWidth(snapshot_.FontOf(cell), TakeLine(text)) > room.width) return true;
+  }
+  return false;
+}
+
+Size CellLayout::NaturalSize(const SnapshotPane& pane, size_t row, size_t column) const {
+  const SnapshotCell& cell = pane.At(row, column);
+  const Rect whole = pane.CellRect(row, column);
+  Rect content = ContentRect(pane, row, column);
+  if (cell.picture != nullptr && cell.picture_alignment < PictureAlignment::kStretch) PlacePicture(cell, content);
+  // What the tree, the picture and the lines take stays the same, whatever the text is given.
+  Size size{whole.width - content.width, whole.height - content.height};
+  std::string_view text = snapshot_.TextOf(cell);
+  if (text.empty()) return size;
+  size.height += LinesOf(text) * LineHeightOf(cell);
+  int widest = 0;
+  while (!text.empty()) widest = std::max(widest, measure_.TextWidth(snapshot_.FontOf(cell), TakeLine(text)));
+  size.width += widest + 2 * metrics_.padding;
+  return size;
 }
 
 }  // namespace stockbook::sheet

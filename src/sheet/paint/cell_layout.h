@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <vector>
 
 #include "sheet/geometry/outline_metrics.h"
-#include "sheet/paint/canvas.h"
+#include "sheet/paint/batches.h"
 #include "sheet/paint/snapshot.h"
+#include "sheet/paint/text_measure.h"
 
 namespace stockbook::sheet {
 
@@ -33,24 +35,30 @@ struct FontMetrics {
 // Where the contents of a cell stand.
 class CellLayout {
  public:
-  CellLayout(const Snapshot& snapshot, Canvas& canvas);
+  CellLayout(const Snapshot& snapshot, TextMeasure& measure);
 
   // The cell without its grid lines and without what the tree takes.
   Rect ContentRect(const SnapshotPane& pane, size_t row, size_t column) const;
   // Of the cell's picture within the content; `content` loses what the picture takes at its left or right.
   PictureItem PlacePicture(const SnapshotCell& cell, Rect& content) const;
-  // Appends the lines of the cell's text to `items`.
-  void PlaceText(const SnapshotCell& cell, const Rect& content, std::vector<TextItem>& items) const;
+  // Adds the lines of the cell's text to `batches`, those that are numbers below zero in their own colour.
+  void PlaceText(const SnapshotCell& cell, const Rect& content, Batches& batches) const;
+
+  // Whether a part of the cell's text is not seen in the content: too wide, or of more lines than it is high.
+  bool IsCut(const SnapshotCell& cell, const Rect& content) const;
+  // What the cell would have to measure, its lines and margins included, to show everything of it.
+  Size NaturalSize(const SnapshotPane& pane, size_t row, size_t column) const;
 
   const PaintMetrics& metrics() const { return metrics_; }
   bool HasTree(const SnapshotPane& pane, size_t column) const;
 
  private:
+  int LineHeightOf(const SnapshotCell& cell) const { return std::max(1, fonts_[cell.font].line_height); }
   // The line, or as many # as fit when it is a number that does not.
   std::string_view Fitting(const SnapshotCell& cell, std::string_view line, int width) const;
 
   const Snapshot& snapshot_;
-  Canvas& canvas_;
+  TextMeasure& measure_;
   PaintMetrics metrics_;
   std::vector<FontMetrics> fonts_;
 };

@@ -8,8 +8,6 @@ using platform::Colour;
 using platform::GridColour;
 using platform::GridLineStyle;
 
-constexpr Colour kLight = 0x00FFFFFF;
-
 bool HasRowLines(GridLineStyle style) { return style != GridLineStyle::kNone && style != GridLineStyle::kFlatVert; }
 
 bool HasColumnLines(GridLineStyle style) {
@@ -27,9 +25,9 @@ struct LineColours {
   bool has_begin = false;
 };
 
-LineColours ColoursOf(GridLineStyle style, Colour line) {
-  if (IsInset(style)) return {kLight, line, true};
-  if (IsRaised(style)) return {line, kLight, true};
+LineColours ColoursOf(GridLineStyle style, Colour line, Colour light) {
+  if (IsInset(style)) return {light, line, true};
+  if (IsRaised(style)) return {line, light, true};
   return {line, line, false};
 }
 
@@ -39,7 +37,7 @@ void AddGridLines(const Appearance& appearance, const PaintMetrics& metrics, con
                   Batches& batches) {
   const GridLineStyle style = pane.fixed ? appearance.grid_lines_fixed : appearance.grid_lines;
   const Colour line = appearance.Of(pane.fixed ? GridColour::kGridColorFixed : GridColour::kGridColor);
-  const LineColours colours = ColoursOf(style, line);
+  const LineColours colours = ColoursOf(style, line, appearance.light);
   const Rect seen = pane.cells.Intersected(pane.area);
   const auto add = [&](Colour colour, const Rect& rect) { batches.Fill(colour, rect.Intersected(seen)); };
   if (HasRowLines(style)) {

@@ -162,8 +162,8 @@ void SnapshotBuilder::AddColours(const SnapshotRow& row, int column, const CellS
     cell.back = looks.Of(GridColour::kBackColorSel);
     cell.fore = looks.Of(GridColour::kForeColorSel);
   }
-  const bool negative = cell.number && snapshot_.texts_[cell.text_first] == '-';
-  if (negative && looks.negative_fore && !style.fore) cell.fore = *looks.negative_fore;
+  const bool tells_negative = cell.number && looks.negative_fore && !style.fore;
+  cell.negative_fore = tells_negative ? *looks.negative_fore : cell.fore;
 }
 
 uint16_t SnapshotBuilder::FontIndex(std::string_view name) {

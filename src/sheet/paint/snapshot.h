@@ -36,6 +36,7 @@ struct SnapshotCell {
   uint32_t text_size = 0;
   platform::Colour back = 0;
   platform::Colour fore = 0;
+  platform::Colour negative_fore = 0;  // of the lines that are numbers below zero
   uint16_t font = 0;
   platform::Alignment alignment = platform::Alignment::kLeftCenter;  // never kGeneral
   bool number = false;                                               // must not be cut off without telling

@@ -31,6 +31,16 @@ struct Selection {
     return row >= range.row1 && row < range.row2 && column >= range.column1 && column < range.column2;
   }
 
+  // Both cells have a row or neither has, and the same of columns.
+  bool CheckInvariants() const {
+    const auto both = [](int a, int b) { return a >= -1 && b >= -1 && (a < 0) == (b < 0); };
+    return both(current.row, end.row) && both(current.column, end.column);
+  }
+  // What it has is within a grid of so many rows and columns.
+  bool IsWithin(int rows, int columns) const {
+    return std::max(current.row, end.row) < rows && std::max(current.column, end.column) < columns;
+  }
+
   bool operator==(const Selection&) const = default;
 };
 

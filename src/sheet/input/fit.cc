@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/input/fit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "sheet/paint/cell_layout.h"
+#include "sheet/paint/snapshot.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+constexpr double kTwipsPerPixel = 15.0;
+constexpr int kLeastPixels = 4;
+
+// What the largest cell within the part of the view needs.
+Size LargestWithin(const Sheet& sheet, TextMeasure& measure, const Rect& part) {
+  const Snapshot snapshot = Snapshot::Of(sheet, part);
+  const CellLayout layout(snapshot, measure);
+  Size largest;
+  for (const SnapshotPane& pane : snapshot.panes()) {
+    for (size_t row = 0; row < pane.rows.size(); ++row) {
+      for (size_t column = 0; column < pane.columns.size(); ++column) {
+        const Size needed = layout.NaturalSize(pane, row, column);
+        largest = {std::max(largest.width, needed.width), std::max(largest.height, needed.height)};
+      }
+    }
+  }
+  return largest;
+}
+
+int ToTwips(const Sheet& sheet, int pixels, int most_pixels) {
+  const int fitted = std::clamp(pixels, kLeastPixels, std::max(kLeastPixels, most_pixels));
+  return static_cast<int>(std::ceil(fitted * kTwipsPerPixel / sheet.scale()));
+}
+
+}  // namespace
+
+void FitColumn(Sheet& sheet, int column) {
+  TextMeasure* measure = sheet.viewer() != nullptr ? sheet.viewer()->Measure() : nullptr;
+  if (measure == nullptr || column < 0 || column >= sheet.Cols()) return;
+  const Geometry geometry = sheet.geometry();
+  // A hair of the column is enough to take all of its cells; the neighbours are not to be asked.
+  Rect strip = geometry.CellRect(0, column).Intersected(geometry.PaneOf(0, column));
+  if (strip.IsEmpty()) return;
+  strip = {strip.x, 0, strip.width, geometry.view().height};
+  sheet.SetColWidth(column, ToTwips(sheet, LargestWithin(sheet, *measure, strip).width, geometry.view().width));
+}
+
+void FitRow(Sheet& sheet, int row) {
+  TextMeasure* measure = sheet.viewer() != nullptr ? sheet.viewer()->Measure() : nullptr;
+  if (measure == nullptr || row < 0 || row >= sheet.Rows() || sheet.Cols() == 0) return;
+  const Geometry geometry = sheet.geometry();
+  Rect strip = geometry.VisibleCellRect(row, 0);
+  if (strip.height <= 0) return;
+  strip = {0, strip.y, geometry.view().width, strip.height};
+  sheet.SetRowHeight(row, ToTwips(sheet, LargestWithin(sheet, *measure, strip).height, geometry.view().height));
+}
+
+}  // namespace stockbook::sheet
