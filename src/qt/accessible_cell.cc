@@ -25,7 +25,7 @@ QString AccessibleCell::text(QAccessible::Text kind) const {
 }
 
 QRect AccessibleCell::rect() const {
-  if (!isValid() || rowIndex() < -1 || columnIndex() < 0) return {};
+  if (!isValid() || columnIndex() < 0) return {};
   const sheet::TableAccess table = grid_.Table();
   const sheet::Rect area =
       place_.IsCaption() ? table.CaptionArea(place_.column) : table.CellArea(place_.row, place_.column);

@@ -113,7 +113,7 @@ QAccessibleInterface* AccessibleGrid::focusChild() const {
   if (view() == nullptr) return nullptr;
   const sheet::CellPosition current = view()->sheet().selection().current;
   return current.row >= 0 && ChildIndex(current.row, current.column) >= 0 ? CellOf(current.row, current.column)
-                                                                         : nullptr;
+                                                                          : nullptr;
 }
 
 QString AccessibleGrid::text(QAccessible::Text kind) const {

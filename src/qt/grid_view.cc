@@ -13,6 +13,7 @@
 #include <cmath>
 #include <utility>
 
+#include "qt/accessible_grid.h"
 #include "qt/colour.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
@@ -49,6 +50,7 @@ GridView::GridView(sheet::Sheet& sheet, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
+  AccessibleGrid::Install();
   sheet_.SetViewer(this);
   FitSheet(Scale());
 }
@@ -56,7 +58,21 @@ GridView::GridView(sheet::Sheet& sheet, QWidget* parent)
 GridView::~GridView() { sheet_.SetViewer(nullptr); }
 
 void GridView::Damaged(const sheet::Rect& area) {
-  if (!elsewhere_) viewport()->update(ToLogical(area));
+  if (elsewhere_) return;
+  viewport()->update(ToLogical(area));
+  news_.Tell();
+}
+
+QRect GridView::ToScreen(const sheet::Rect& rect) const {
+  const QRect area = ToLogical(rect);
+  return {viewport()->mapToGlobal(area.topLeft()), area.size()};
+}
+
+std::optional<sheet::Point> GridView::FromScreen(QPoint point) const {
+  const QPoint at = viewport()->mapFromGlobal(point);
+  if (!viewport()->rect().contains(at)) return std::nullopt;
+  const QPointF pixel = QPointF(at) * sheet_.scale();
+  return sheet::Point{static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
 }
 
 QRect GridView::ToLogical(const sheet::Rect& rect) const {
@@ -286,6 +302,11 @@ void GridView::hideEvent(QHideEvent* event) {
   mouse_.Cancel();
   auto_scroll_.stop();
   QAbstractScrollArea::hideEvent(event);
+}
+
+void GridView::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  news_.TellFocus();
 }
 
 // A touchpad tells pixels, a wheel notches of as many rows as the desktop says; both scroll by pixels, and nothing of

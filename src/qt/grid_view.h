@@ -5,7 +5,9 @@
 #include <QBasicTimer>
 #include <QHelpEvent>
 #include <QPointF>
+#include <optional>
 
+#include "qt/accessible_news.h"
 #include "qt/bar_scale.h"
 #include "qt/canvas.h"
 #include "sheet/input/keyboard.h"
@@ -25,6 +27,11 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr);
   ~GridView() override;
 
+  sheet::Sheet& sheet() const { return sheet_; }
+  // Pixels of the sheet on the screen, and back; nothing for points outside of the view.
+  QRect ToScreen(const sheet::Rect& rect) const;
+  std::optional<sheet::Point> FromScreen(QPoint point) const;
+
  protected:
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -38,6 +45,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void wheelEvent(QWheelEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -45,6 +53,8 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void Damaged(const sheet::Rect& area) override;
   void ScrollChanged() override;
   void CursorChanged(sheet::Cursor cursor) override;
+  void SelectionChanged() override { news_.Tell(); }
+  void NodeChanged(int row) override { news_.TellNode(row); }
   sheet::TextMeasure* Measure() override { return this; }
   // sheet::TextMeasure
   int TextWidth(const platform::Font& font, std::string_view line) override;
@@ -67,6 +77,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   sheet::Mouse mouse_;
   sheet::Keyboard keyboard_;
   QBasicTimer auto_scroll_;
+  AccessibleNews news_{*this};
   GlyphFonts fonts_;
   BarScale x_scale_;
   BarScale y_scale_;

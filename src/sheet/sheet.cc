@@ -45,6 +45,7 @@ bool Sheet::CheckRange(const char* operation, const CellRange& range) const {
 
 void Sheet::InsertRows(int row, int count) {
   if (count <= 0) return;
+  ++revision_;
   store_.InsertRows(row, count);
   outline_.InsertRows(row, count);
   const bool at_top = anchor_.row == fixed_rows_ && anchor_.offset_px == 0;
@@ -53,6 +54,7 @@ void Sheet::InsertRows(int row, int count) {
 
 void Sheet::RemoveRows(int row, int count) {
   if (count <= 0) return;
+  ++revision_;
   store_.RemoveRows(row, count);
   outline_.RemoveRows(row, count);
   if (anchor_.row >= row + count) {

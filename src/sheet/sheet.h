@@ -182,6 +182,8 @@ class Sheet final : public platform::Grid {
   const Appearance& appearance() const { return appearance_; }
   // Looks beyond the port: the tint of nodes, the colour of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
+  // Another number whenever rows or columns came, went or moved, so that a row or a column may mean another one.
+  int64_t revision() const { return revision_; }
   CellPart PartOf(int row, int column) const;
   int PinnedCols() const;
   SheetObserver* observer() const { return observer_; }
@@ -240,6 +242,7 @@ class Sheet final : public platform::Grid {
   int outline_col_ = -1;
   CellPosition mouse_cell_;
   int drop_column_ = -1;
+  int64_t revision_ = 0;
   bool redraw_ = true;
   std::string tag_;
   platform::MousePointer pointer_ = platform::MousePointer::kDefault;

@@ -23,6 +23,7 @@ void Sheet::SetCols(int count) {
                             std::to_string(kMostColumns) + ".");
   }
   if (count == Cols()) return;
+  ++revision_;
   store_.columns().SetCount(count);
   fixed_cols_ = std::min(fixed_cols_, count);
   ColumnsChanged();
@@ -33,6 +34,7 @@ void Sheet::SetFixedCols(int count) {
     throw Error("FixedCols", "FixedCols: " + std::to_string(count) + " columns cannot be fixed; the grid has " +
                                  std::to_string(Cols()) + ".");
   }
+  ++revision_;
   fixed_cols_ = count;
   ColumnsChanged();
 }
@@ -60,6 +62,7 @@ void Sheet::SetColPosition(int column, int position) {
   CheckColumn("ColPosition", column);
   CheckColumn("ColPosition", position);
   if (column == position) return;
+  ++revision_;
   store_.columns().Move(column, position);
   ColumnsChanged();
 }

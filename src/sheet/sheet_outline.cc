@@ -22,6 +22,7 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   std::vector<int64_t> rows;
   rows.reserve(runs.size());
   for (const Store::TextRun& run : runs) rows.push_back(run.row);
+  ++revision_;
   store_.InsertRowBeforeEach(rows);
   outline_.InsertNodes(rows, fixed_rows_);
   for (size_t node = 0; node < runs.size(); ++node) {
@@ -69,6 +70,7 @@ bool Sheet::IsCollapsed(int row) const {
 void Sheet::SetIsCollapsed(int row, bool collapsed) {
   CheckRow("IsCollapsed", row);
   if (!outline_.SetCollapsed(row, collapsed)) return;
+  if (redraw_ && viewer_ != nullptr) viewer_->NodeChanged(row);
   RowsChanged();
 }
 

@@ -42,6 +42,7 @@ void Sheet::SetFixedRows(int count) {
     throw Error("FixedRows", "FixedRows: " + std::to_string(count) + " rows cannot be fixed; the grid has " +
                                  std::to_string(Rows()) + ".");
   }
+  ++revision_;
   fixed_rows_ = count;
   anchor_.row = std::max(anchor_.row, fixed_rows_);
   RowsChanged();
@@ -131,6 +132,7 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
     throw Error("Load", "There is no column " + std::to_string(first_column) + " to load into; use 0 to " +
                             std::to_string(Cols()) + ".");
   }
+  ++revision_;
   const int old_rows = Rows();
   store_.Load(std::move(columns), first_column, fixed_rows_);
   outline_.RemoveRows(fixed_rows_, old_rows - fixed_rows_);

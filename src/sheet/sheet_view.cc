@@ -26,6 +26,7 @@ bool Sheet::ChangeSelection(const Selection& selection) {
   KeepSelectionInside();
   DamageCells(before);
   DamageCells(selection_.Range());
+  if (redraw_ && viewer_ != nullptr) viewer_->SelectionChanged();
   if (moves && observer_ != nullptr) observer_->AfterRowColChange(old_cell, selection_.current);
   return true;
 }

@@ -57,6 +57,12 @@ class SheetViewer {
   // moved by scroll alone when nothing was damaged since.
   virtual void ScrollChanged() = 0;
   virtual void CursorChanged(Cursor cursor) = 0;
+  // For those who tell of the sheet in words, as a screen reader does; never called while redraw is off. Other changes
+  // are seen by comparing the sheet with what it was at the last call of any kind.
+  // The current cell or the selection is another one, in view or not.
+  virtual void SelectionChanged() {}
+  // The node was folded or unfolded by itself; what it governs is hidden or shown already.
+  virtual void NodeChanged(int row) { static_cast<void>(row); }
   // What the viewer draws texts with, at the sheet's scale; without one nothing can be fitted to its contents.
   virtual TextMeasure* Measure() { return nullptr; }
 };

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "qt/accessible_news.h"
+
+#include <QAccessible>
+#include <utility>
+
+#include "qt/accessible_grid.h"
+#include "qt/grid_view.h"
+
+namespace stockbook::qt {
+namespace {
+
+using ModelChange = QAccessibleTableModelChangeEvent;
+
+// The child of the view that the cell is; -1, which is the view itself, when it is not in the table.
+int ChildOf(GridView& view, const sheet::CellPosition& cell) {
+  const auto* grid = dynamic_cast<AccessibleGrid*>(QAccessible::queryAccessibleInterface(&view));
+  return grid == nullptr || cell.row < 0 ? -1 : grid->ChildIndex(cell.row, cell.column);
+}
+
+void Send(QAccessibleEvent& event, int child) {
+  event.setChild(child);
+  QAccessible::updateAccessibility(&event);
+}
+
+void Send(GridView& view, QAccessible::Event type, int child) {
+  QAccessibleEvent event(&view, type);
+  Send(event, child);
+}
+
+}  // namespace
+
+AccessibleNews::Table AccessibleNews::Now() const {
+  const sheet::TableAccess table(view_.sheet());
+  return {view_.sheet().revision(), table.RowCount(), table.ColumnCount()};
+}
+
+void AccessibleNews::Tell() {
+  if (!QAccessible::isActive()) return;
+  const Table now = Now();
+  const bool reset = std::exchange(told_, now) != now;
+  if (reset) {
+    ModelChange event(&view_, ModelChange::ModelReset);
+    QAccessible::updateAccessibility(&event);
+  }
+  if (reset || view_.sheet().selection() != told_selection_) TellSelection();
+}
+
+void AccessibleNews::TellSelection() {
+  const sheet::Selection now = view_.sheet().selection();
+  const sheet::Selection before = std::exchange(told_selection_, now);
+  if (now.current != before.current) TellFocus();
+  if (now.IsRange() || before.IsRange()) {
+    Send(view_, QAccessible::SelectionWithin, -1);
+  } else if (now.current != before.current) {
+    Send(view_, QAccessible::Selection, ChildOf(view_, now.current));
+  }
+}
+
+void AccessibleNews::TellFocus() {
+  if (!QAccessible::isActive() || !view_.hasFocus()) return;
+  Send(view_, QAccessible::Focus, ChildOf(view_, view_.sheet().selection().current));
+}
+
+void AccessibleNews::TellNode(int row) {
+  if (!QAccessible::isActive()) return;
+  const Table now = Now();
+  const Table before = std::exchange(told_, now);
+  const sheet::TableAccess table(view_.sheet());
+  const sheet::CellPosition current = view_.sheet().selection().current;
+  const int tree = view_.sheet().OutlineCol();
+  const bool on_node = current.row == row;
+  QAccessible::State changed;
+  changed.expanded = true;
+  changed.collapsed = true;
+  QAccessibleStateChangeEvent state(&view_, changed);
+  Send(state, ChildOf(view_, {row, on_node ? current.column : tree}));
+  const int rows = now.rows - before.rows;
+  if (rows == 0) return;
+  ModelChange event(&view_, rows > 0 ? ModelChange::RowsInserted : ModelChange::RowsRemoved);
+  event.setFirstRow(table.IndexOfRow(row) + 1);
+  event.setLastRow(table.IndexOfRow(row) + (rows > 0 ? rows : -rows));
+  event.setFirstColumn(0);
+  event.setLastColumn(now.columns - 1);
+  QAccessible::updateAccessibility(&event);
+}
+
+}  // namespace stockbook::qt
