@@ -110,6 +110,7 @@ CellPart Sheet::PartOf(int row, int column) const {
 
 void Sheet::ColumnsChanged() {
   column_axis_valid_ = false;
+  drop_column_ = std::min(drop_column_, Cols());
   KeepSelectionInside();
   ScrollChanged();
   DamageAll();
@@ -127,7 +128,10 @@ void Sheet::DamageAll() {
   if (redraw_ && viewer_ != nullptr) viewer_->Damaged({0, 0, view_.width, view_.height});
 }
 
-void Sheet::DamageCells(const CellRange& range) {
+void Sheet::DamageCells(CellRange range) {
+  // The range may be one of before some rows or columns went.
+  range.row2 = std::min(range.row2, Rows());
+  range.column2 = std::min(range.column2, Cols());
   if (!redraw_ || viewer_ == nullptr || range.row1 >= range.row2 || range.column1 >= range.column2) return;
   const Geometry at = geometry();
   // Half-open in both directions: from the first cell's corner to where the next one would begin.
@@ -166,15 +170,6 @@ void Sheet::SetView(Size view_px, double scale) {
 void Sheet::SetAppearance(const Appearance& appearance) {
   appearance_ = appearance;
   LooksChanged();
-}
-
-bool Sheet::CheckInvariants() const {
-  const Selection inside = selection_;
-  const bool selected = inside.current.row < Rows() && inside.end.row < Rows() && inside.current.column < Cols() &&
-                        inside.end.column < Cols();
-  return selected && store_.CheckInvariants() && outline_.CheckInvariants() && states_.Rows() == Rows() &&
-         fixed_rows_ <= Rows() && fixed_cols_ <= Cols() && column_axis().CheckInvariants() &&
-         geometry().CheckInvariants();
 }
 
 }  // namespace stockbook::sheet

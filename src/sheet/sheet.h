@@ -130,8 +130,9 @@ class Sheet final : public platform::Grid {
   int LeftCol() const override { return geometry().LeftCol(); }
   void SetLeftCol(int column) override;
   bool RowIsVisible(int row) const override { return geometry().RowIsVisible(row); }
-  int MouseRow() const override { return mouse_cell_.row; }
-  int MouseCol() const override { return mouse_cell_.column; }
+  // The cell may have gone since the mouse moved.
+  int MouseRow() const override { return HasRow(mouse_cell_.row) ? mouse_cell_.row : -1; }
+  int MouseCol() const override { return HasColumn(mouse_cell_.column) ? mouse_cell_.column : -1; }
   bool Redraw() const override { return redraw_; }
   void SetRedraw(bool on) override;
   std::string Tag() const override { return tag_; }
@@ -221,7 +222,7 @@ class Sheet final : public platform::Grid {
   void ColumnsChanged();
   void RowsChanged();
   void LooksChanged();
-  void DamageCells(const platform::CellRange& range);
+  void DamageCells(platform::CellRange range);
   void DamageAll();
   void ScrollChanged();
 

@@ -22,6 +22,7 @@ class ColumnAxis {
   int ColumnAt(int64_t pixel) const;
 
   bool CheckInvariants() const;
+  size_t MemoryBytes() const { return edges_.capacity() * sizeof(int64_t); }
 
  private:
   std::vector<int64_t> edges_;

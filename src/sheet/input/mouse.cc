@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/input/fit.h"
@@ -54,6 +55,8 @@ Mouse::Edge Mouse::EdgeAt(Point at) const {
   }
   return {};
 }
+
+bool Mouse::Exists(const Edge& edge) const { return edge.row < sheet_.Rows() && edge.column < sheet_.Cols(); }
 
 bool Mouse::ToggleNodeAt(Point at) {
   const Geometry geometry = sheet_.geometry();
@@ -154,13 +157,14 @@ void Mouse::Move(const MouseEvent& event) {
 }
 
 void Mouse::Release(const MouseEvent& event) {
-  const Drag ended = drag_;
-  const Edge resized = resized_;
-  drag_ = Drag::kNone;
+  // Drags are the left button's; another one that goes up meanwhile does not end them.
   if (event.button == MouseButton::kLeft) {
+    const Drag ended = std::exchange(drag_, Drag::kNone);
+    const Edge resized = resized_;
     if (ended == Drag::kCaption) EndCaption(event.at);
     const bool resizing = ended == Drag::kColumnEdge || ended == Drag::kRowEdge;
-    if (resizing && sheet_.observer() != nullptr) sheet_.observer()->AfterUserResize(resized.row, resized.column);
+    if (resizing && Exists(resized) && sheet_.observer() != nullptr)
+      sheet_.observer()->AfterUserResize(resized.row, resized.column);
   }
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
   if (sheet_.observer() != nullptr) sheet_.observer()->MouseUp(event);
@@ -186,7 +190,7 @@ void Mouse::Fit(const Edge& edge) {
   } else {
     FitRow(sheet_, edge.row);
   }
-  if (observer != nullptr) observer->AfterUserResize(edge.row, edge.column);
+  if (observer != nullptr && Exists(edge)) observer->AfterUserResize(edge.row, edge.column);
 }
 
 void Mouse::Cancel() {
@@ -226,6 +230,7 @@ void Mouse::AutoScroll() {
 void Mouse::BeginResize(const Edge& edge, Point at) {
   SheetObserver* observer = sheet_.observer();
   if (observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse) return;
+  if (!Exists(edge)) return;
   resized_ = edge;
   pressed_ = at;
   drag_ = edge.column >= 0 ? Drag::kColumnEdge : Drag::kRowEdge;

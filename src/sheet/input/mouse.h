@@ -44,6 +44,9 @@ class Mouse {
     bool IsNone() const { return row < 0 && column < 0; }
   };
 
+  // Whether the sheet has the row or column still: its observer may have taken it away.
+  bool Exists(const Edge& edge) const;
+
   Edge EdgeAt(Point at) const;
   int ColumnEdgeAt(int x) const;
   int RowEdgeAt(int y) const;

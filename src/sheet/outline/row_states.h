@@ -89,6 +89,7 @@ class RowStates {
   int64_t NextRowOfLevelAtMost(int64_t row, int level) const;
 
   bool CheckInvariants() const { return runs_.CheckInvariants(); }
+  size_t MemoryBytes() const { return runs_.MemoryBytes(); }
 
  private:
   struct Summary {

@@ -42,8 +42,15 @@ class CellStyles {
   }
   size_t Count() const { return styles_.size(); }
 
+  // Code 0 has nothing set, and every other style is found by one code alone.
+  bool CheckInvariants() const;
+  // About what the styles take.
+  size_t MemoryBytes() const;
+
  private:
   static size_t HashOf(const CellStyle& style);
+  // 0 where the style has no code yet.
+  uint32_t Find(const CellStyle& style, size_t hash) const;
 
   std::vector<CellStyle> styles_;
   std::unordered_multimap<size_t, uint32_t> codes_;

@@ -24,7 +24,9 @@ class ColumnSet {
   void SetKey(int position, std::string_view key);
   void Move(int from, int to);
 
+  // Every column knows its position, and keys find the columns that carry them.
   bool CheckInvariants() const;
+  size_t MemoryBytes() const;
 
  private:
   struct TextHash {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <map>
+#include <utility>
 
 namespace stockbook::sheet {
 
@@ -47,6 +49,21 @@ class IntervalMap {
     Update(first, last, [](uint32_t) { return 0U; });
   }
   void Clear() { intervals_.clear(); }
+
+  // Calls visit(first, last, code) for the intervals in ascending order until it returns false; false when it did.
+  template <typename Visit>
+  bool ForEach(Visit visit) const {
+    for (const auto& [first, interval] : intervals_) {
+      if (!visit(first, interval.last, interval.code)) return false;
+    }
+    return true;
+  }
+
+  // About what the intervals take.
+  size_t MemoryBytes() const {
+    constexpr size_t kTreeNode = 4 * sizeof(void*);
+    return intervals_.size() * (sizeof(std::pair<const int64_t, Interval>) + kTreeNode);
+  }
 
   bool CheckInvariants() const {
     int64_t end = INT64_MIN;

@@ -6,6 +6,11 @@
 namespace stockbook::sheet {
 namespace {
 
+// The ids of a piece.
+RowIdRange RangeOf(RowId id, int64_t count) {
+  return id >= 0 ? RowIdRange{id, id + count} : RowIdRange{id - count + 1, id + 1};
+}
+
 // Sorts ranges and makes one of those that touch.
 void Coalesce(std::vector<RowIdRange>& ranges) {
   std::sort(ranges.begin(), ranges.end(), [](const RowIdRange& a, const RowIdRange& b) { return a.first < b.first; });
@@ -64,11 +69,18 @@ std::vector<RowIdRange> RowOrder::IdsOf(int64_t first, int64_t last) const {
     if (id >= 0) {
       records = {std::min(records.first, id), id + count};
     } else {
-      ranges.push_back({id - count + 1, id + 1});
+      ranges.push_back(RangeOf(id, count));
     }
   });
   Coalesce(ranges);
   if (records.last > records.first) ranges.push_back(records);
+  return ranges;
+}
+
+std::vector<RowIdRange> RowOrder::LivingIds() const {
+  std::vector<RowIdRange> ranges;
+  ForEachPiece(0, Rows(), [&](int64_t, int64_t count, RowId id) { ranges.push_back(RangeOf(id, count)); });
+  Coalesce(ranges);
   return ranges;
 }
 
@@ -84,7 +96,9 @@ bool RowOrder::CheckInvariants() const {
     ordered = ordered && id > last_record;
     last_record = id + count - 1;
   });
-  return ordered;
+  int64_t living = 0;
+  for (const RowIdRange& range : LivingIds()) living += range.last - range.first;
+  return ordered && living == Rows();
 }
 
 }  // namespace stockbook::sheet

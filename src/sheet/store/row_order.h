@@ -41,8 +41,16 @@ class RowOrder {
   // Adds records 0 to count - 1 at the end; there must be none yet.
   void AppendRecords(int64_t count);
 
+  // Gives rows [row, row + count) new ids, as if they had been removed and inserted.
+  void Renew(int64_t row, int64_t count) {
+    Remove(row, count);
+    Insert(row, count);
+  }
+
   // The ids of rows [first, last) as few ranges in no particular order; record ranges may reach over removed records.
   std::vector<RowIdRange> IdsOf(int64_t first, int64_t last) const;
+  // The ids of all rows as ascending ranges that do not touch.
+  std::vector<RowIdRange> LivingIds() const;
   // Calls visit(first_row, count, first_id) piece by piece; ids of inserted rows go down within a piece.
   template <typename Visit>
   void ForEachPiece(int64_t first, int64_t last, Visit visit) const {
@@ -52,7 +60,9 @@ class RowOrder {
     });
   }
 
+  // Every id stands once, records in ascending order. O(pieces log pieces).
   bool CheckInvariants() const;
+  size_t MemoryBytes() const { return pieces_.MemoryBytes(); }
 
  private:
   struct Traits {

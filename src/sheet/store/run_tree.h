@@ -158,6 +158,8 @@ class RunTree {
     root_ = 0;
   }
 
+  size_t MemoryBytes() const { return nodes_.capacity() * sizeof(Node) + free_.capacity() * sizeof(uint32_t); }
+
   // Sums anew after the traits changed; O(runs).
   void Refresh() { RefreshNode(root_); }
 

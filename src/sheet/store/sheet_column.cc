@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
+#include <limits>
 
 #include "base/number.h"
 #include "sheet/format/decimal.h"
@@ -17,6 +19,8 @@ constexpr int64_t kExactDoubles = int64_t{1} << 53;
 bool IsLoaded(const Column* column, RowId id) {
   return column != nullptr && id >= 0 && static_cast<size_t>(id) < column->size();
 }
+
+constexpr auto kIsOfRecord = [](const auto& cell) { return cell.first >= 0; };
 
 template <typename Map>
 void EraseIds(Map& cells, RowIdRange ids) {
@@ -90,22 +94,20 @@ void SheetColumn::SetData(RowId id, base::Value data) {
 }
 
 void SheetColumn::Load(std::shared_ptr<const Column> values) {
-  std::erase_if(data_, [](const auto& cell) { return cell.first >= 0; });
+  std::erase_if(data_, kIsOfRecord);
   loaded_data_ = values;
   LoadText(std::move(values));
 }
 
 void SheetColumn::LoadText(std::shared_ptr<const Column> texts) {
-  std::erase_if(texts_, [](const auto& cell) { return cell.first >= 0; });
+  std::erase_if(texts_, kIsOfRecord);
   loaded_text_ = std::move(texts);
 }
 
-bool SheetColumn::HasRecordTexts() const {
-  return std::any_of(texts_.begin(), texts_.end(), [](const auto& cell) { return cell.first >= 0; });
-}
+bool SheetColumn::HasRecordTexts() const { return std::any_of(texts_.begin(), texts_.end(), kIsOfRecord); }
 
 bool SheetColumn::HasEditedRecords() const {
-  return HasRecordTexts() || std::any_of(data_.begin(), data_.end(), [](const auto& cell) { return cell.first >= 0; });
+  return HasRecordTexts() || std::any_of(data_.begin(), data_.end(), kIsOfRecord);
 }
 
 void SheetColumn::EraseRows(const std::vector<RowIdRange>& ids) {
@@ -117,9 +119,50 @@ void SheetColumn::EraseRows(const std::vector<RowIdRange>& ids) {
 }
 
 void SheetColumn::Unload() {
-  loaded_text_.reset();
+  LoadText(nullptr);
   loaded_data_.reset();
+  std::erase_if(data_, kIsOfRecord);
   pictures = LoadedPictures();
+  // Styles may have been set on records in between that were gone already: the next ones must not get them.
+  if (!styles.IsEmpty()) styles.Erase(0, std::numeric_limits<RowId>::max());
+}
+
+void SheetColumn::CopyRow(RowId from, RowId to) {
+  std::string text;
+  AppendText(from, text);
+  SetText(to, text);
+  SetData(to, DataOf(from));
+  const uint32_t style = styles.At(from);
+  styles.Update(to, to + 1, [style](uint32_t) { return style; });
+}
+
+bool SheetColumn::CheckInvariants(const std::vector<RowIdRange>& living, size_t records, size_t style_count) const {
+  // The rows [first, last) are all alive, or, of records, all known.
+  const auto alive = [&](RowId first, RowId last) {
+    const auto behind = std::upper_bound(living.begin(), living.end(), first,
+                                         [](RowId id, const RowIdRange& range) { return id < range.first; });
+    return behind != living.begin() && last <= std::prev(behind)->last;
+  };
+  const auto cell_alive = [&](const auto& cell) { return alive(cell.first, cell.first + 1); };
+  const auto sized = [&](const Column* loaded) { return loaded == nullptr || loaded->size() == records; };
+  const bool styled = styles.CheckInvariants() && styles.ForEach([&](RowId first, RowId last, uint32_t code) {
+    if (code >= style_count || last > static_cast<RowId>(records)) return false;
+    return first >= 0 || alive(first, std::min<RowId>(last, 0));
+  });
+  return styled && sized(loaded_text_.get()) && sized(loaded_data_.get()) &&
+         (pictures.codes.empty() || pictures.codes.size() == records) &&
+         std::all_of(texts_.begin(), texts_.end(), cell_alive) && std::all_of(data_.begin(), data_.end(), cell_alive);
+}
+
+size_t SheetColumn::MemoryBytes() const {
+  constexpr size_t kHashNode = 2 * sizeof(void*);
+  const auto hashed = [](const auto& cells) {
+    return cells.empty() ? 0 : cells.size() * (sizeof(*cells.begin()) + kHashNode) + cells.bucket_count() * kHashNode;
+  };
+  size_t bytes =
+      sizeof(SheetColumn) + styles.MemoryBytes() + pictures.codes.capacity() + hashed(texts_) + hashed(data_);
+  for (const auto& [id, text] : texts_) bytes += text.capacity();
+  return bytes;
 }
 
 }  // namespace stockbook::sheet

@@ -75,6 +75,14 @@ class SheetColumn {
   // Forgets the loaded columns too.
   void Unload();
   size_t OverlayCells() const { return texts_.size() + data_.size(); }
+  // Gives the row `to` the text, hidden data and style of the row `from`.
+  void CopyRow(RowId from, RowId to);
+
+  // What was loaded has a value for each of the `records`, and nothing is kept for rows that are not among the
+  // ascending `living` ids; styles may reach over records that were removed, and have codes below `style_count`.
+  bool CheckInvariants(const std::vector<RowIdRange>& living, size_t records, size_t style_count) const;
+  // About what the column takes beyond what was loaded into it.
+  size_t MemoryBytes() const;
 
  private:
   std::shared_ptr<const platform::Column> loaded_text_;

@@ -95,9 +95,35 @@ void Store::Load(std::vector<Column> columns, int first_column, int fixed_rows) 
   order_.AppendRecords(static_cast<int64_t>(rows));
 }
 
+void Store::KeepRecordsAsRows() {
+  std::vector<std::pair<int64_t, int64_t>> pieces;
+  order_.ForEachPiece(0, order_.Rows(), [&](int64_t row, int64_t count, RowId id) {
+    if (id >= 0) pieces.emplace_back(row, count);
+  });
+  for (const auto& [first, count] : pieces) {
+    const RowId from = order_.IdAt(first);
+    order_.Renew(first, count);
+    const RowId to = order_.IdAt(first);
+    for (int column = 0; column < columns_.Count(); ++column) {
+      for (int64_t row = 0; row < count; ++row) columns_.At(column).CopyRow(from + row, to - row);
+    }
+  }
+}
+
 void Store::ForgetRecords() {
+  KeepRecordsAsRows();
   for (int column = 0; column < columns_.Count(); ++column) columns_.At(column).Unload();
   records_ = 0;
+}
+
+bool Store::CheckInvariants() const {
+  if (!order_.CheckInvariants() || !columns_.CheckInvariants() || !styles_.CheckInvariants()) return false;
+  const std::vector<RowIdRange> living = order_.LivingIds();
+  if (!living.empty() && living.back().last > static_cast<RowId>(records_)) return false;
+  for (int column = 0; column < columns_.Count(); ++column) {
+    if (!columns_.At(column).CheckInvariants(living, records_, styles_.Count())) return false;
+  }
+  return true;
 }
 
 std::string Store::TextAt(int row, int column) const {

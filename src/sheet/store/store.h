@@ -34,7 +34,7 @@ class Store {
   // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
   void Load(std::vector<platform::Column> columns, int first_column, int fixed_rows);
   size_t RecordCount() const { return records_; }
-  // Lets the loaded columns go, once none of their rows is left.
+  // Lets the loaded columns go; rows of theirs that are left (as fixed ones) keep what they show.
   void ForgetRecords();
 
   std::string TextAt(int row, int column) const;
@@ -66,9 +66,15 @@ class Store {
   // The rows at which a run of equal texts begins, over the rows of the ascending half-open ranges taken together.
   std::vector<TextRun> TextRuns(int column, const std::vector<std::pair<int64_t, int64_t>>& row_ranges) const;
 
-  bool CheckInvariants() const { return order_.CheckInvariants() && columns_.CheckInvariants(); }
+  // The parts hold, and the columns keep nothing of rows that are gone. O(pieces + cells set).
+  bool CheckInvariants() const;
+  // About what the store takes beyond the loaded columns' own values.
+  size_t MemoryBytes() const { return order_.MemoryBytes() + columns_.MemoryBytes() + styles_.MemoryBytes(); }
 
  private:
+  // Makes inserted rows with the same contents of the records that still stand in the order.
+  void KeepRecordsAsRows();
+
   RowOrder order_;
   ColumnSet columns_;
   CellStyles styles_;

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/clipboard.h"
+#include "sheet/input/keyboard.h"
+#include "sheet/input/mouse.h"
+#include "sheet/recording_canvas.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet::test {
+
+// A sheet with keyboard, mouse, and a host around it that does anything at any time, inside of the sheet's own calls
+// too: everything from one seed. No call it makes is one that the sheet may refuse by an error.
+class GestureWorld final : public SheetObserver, public SheetViewer {
+ public:
+  GestureWorld(unsigned seed, int records, int periods);
+  ~GestureWorld() override;
+
+  // One gesture or call of the host.
+  void Act();
+  const Sheet& sheet() const { return sheet_; }
+  // The parts hold after it.
+  ::testing::AssertionResult Holds() const;
+  // What is painted of the view lies within it.
+  ::testing::AssertionResult PaintsWithinTheView() const;
+
+  Verdict BeforeRowColChange(const CellPosition& old_cell, const CellPosition& new_cell) override;
+  void AfterRowColChange(const CellPosition& old_cell, const CellPosition& new_cell) override;
+  void MouseDown(const MouseEvent& event) override;
+  void MouseUp(const MouseEvent& event) override;
+  void DoubleClick() override;
+  Verdict BeforeUserResize(int row, int column) override;
+  void AfterUserResize(int row, int column) override;
+  void AfterMoveColumn(int column, int position) override;
+  void Damaged(const Rect& area) override;
+  void ScrollChanged() override;
+  void CursorChanged(Cursor cursor) override;
+  TextMeasure* Measure() override { return &measure_; }
+
+ private:
+  class Clipboard final : public platform::Clipboard {
+   public:
+    void Clear() override { bytes = 0; }
+    void SetText(std::string_view text) override { bytes = text.size(); }
+    size_t bytes = 0;
+  };
+
+  int Below(int limit) { return limit <= 1 ? 0 : static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+  int AnyRow() { return Below(sheet_.Rows()); }
+  int AnyColumn() { return Below(sheet_.Cols()); }
+  bool HasCells() const { return sheet_.Rows() > 0 && sheet_.Cols() > 0; }
+  MouseEvent AnyMouse();
+  KeyEvent AnyKey();
+
+  void Gesture();
+  void Drag();
+  void HostCall();
+  void ChangeRows();
+  void ChangeColumns();
+  void ChangeOutline();
+  void ChangeCells();
+  void ChangeSizes();
+  void ChangeView();
+  void Load();
+  // Now and then the host does something inside of a call of the sheet.
+  Verdict React();
+
+  std::mt19937 random_;
+  int records_ = 0;
+  int periods_ = 1;
+  Clipboard clipboard_;
+  RecordingCanvas measure_;
+  Sheet sheet_;
+  Keyboard keyboard_{sheet_};
+  Mouse mouse_{sheet_};
+  bool reacting_ = false;
+  bool damaged_outside_ = false;
+  bool told_while_off_ = false;
+};
+
+}  // namespace stockbook::sheet::test

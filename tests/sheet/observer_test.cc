@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// An observer that changes the sheet inside of its calls.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+
+#include "sheet/columns.h"
+#include "sheet/input/keyboard.h"
+#include "sheet/input/mouse.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+using test::Numbers;
+using test::Together;
+
+// Does once what it is told when it is asked or told of something.
+class Meddler : public SheetObserver, public SheetViewer {
+ public:
+  Verdict BeforeRowColChange(const CellPosition&, const CellPosition&) override {
+    Do(before_move);
+    return Verdict::kAllow;
+  }
+  void AfterRowColChange(const CellPosition&, const CellPosition&) override { Do(after_move); }
+  Verdict BeforeUserResize(int, int) override {
+    Do(before_resize);
+    return Verdict::kAllow;
+  }
+  void AfterUserResize(int row, int column) override { resized = {row, column}; }
+  void AfterMoveColumn(int, int) override { ++moved_columns; }
+  void Damaged(const Rect&) override { ++damages; }
+  void ScrollChanged() override {}
+  void CursorChanged(Cursor) override {}
+
+  std::function<void()> before_move;
+  std::function<void()> after_move;
+  std::function<void()> before_resize;
+  CellPosition resized;
+  int moved_columns = 0;
+  int damages = 0;
+
+ private:
+  static void Do(std::function<void()>& what) {
+    if (what) std::exchange(what, nullptr)();
+  }
+};
+
+// Four columns of 100 pixels behind a fixed one of 30, a hundred rows of 20 below the captions.
+class Observer : public ::testing::Test {
+ protected:
+  Observer() {
+    sheet.LoadColumns(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100)), 1);
+    sheet.SetColWidth(0, 450);
+    for (int column = 1; column < 5; ++column) sheet.SetColWidth(column, 1500);
+    sheet.SetView({430, 220}, 1.0);
+    sheet.SetObserver(&meddler);
+    sheet.SetViewer(&meddler);
+  }
+  ~Observer() override {
+    EXPECT_TRUE(sheet.CheckInvariants());
+    EXPECT_TRUE(mouse.CheckInvariants());
+    sheet.SetObserver(nullptr);
+    sheet.SetViewer(nullptr);
+  }
+  static MouseEvent At(int x, int y, MouseButton button = MouseButton::kLeft) { return {button, {}, {x, y}}; }
+
+  Meddler meddler;
+  Sheet sheet;
+  Mouse mouse{sheet};
+  Keyboard keyboard{sheet};
+};
+
+TEST_F(Observer, MayTakeTheColumnAwayThatItIsAskedToResize) {
+  meddler.before_resize = [&] { sheet.SetCols(2); };
+  EXPECT_NO_THROW(mouse.Press(At(229, 10)));
+  mouse.Move(At(300, 10));
+  mouse.Release(At(300, 10));
+  EXPECT_EQ(meddler.resized, CellPosition());
+  EXPECT_EQ(sheet.ColWidth(1), 1500);
+}
+
+TEST_F(Observer, MayTakeTheRowAwayThatItIsAskedToResize) {
+  meddler.before_resize = [&] { sheet.SetRows(2); };
+  EXPECT_NO_THROW(mouse.Press(At(10, 79)));
+  mouse.Move(At(10, 99));
+  mouse.Release(At(10, 99));
+  EXPECT_EQ(meddler.resized, CellPosition());
+  EXPECT_EQ(sheet.RowHeight(1), 300);
+}
+
+TEST_F(Observer, HearsNothingOfAResizedColumnThatHasGone) {
+  mouse.Press(At(429, 10));
+  mouse.Move(At(400, 10));
+  sheet.SetCols(3);
+  mouse.Release(At(400, 10));
+  EXPECT_EQ(meddler.resized, CellPosition());
+}
+
+TEST_F(Observer, MayTakeRowsAndColumnsAwayBeforeTheCurrentCellMoves) {
+  sheet.SelectRange(90, 4, 95, 2);
+  meddler.before_move = [&] {
+    sheet.SetRows(20);
+    sheet.SetCols(3);
+  };
+  keyboard.Press({Key::kDown, {}});
+  EXPECT_EQ(sheet.selection().current, (CellPosition{19, 2}));
+}
+
+TEST_F(Observer, MayEmptyTheSheetAfterTheCurrentCellMoved) {
+  meddler.after_move = [&] {
+    sheet.SetRows(0);
+    sheet.SetCols(0);
+  };
+  mouse.Press(At(240, 100));
+  mouse.Move(At(240, 300));
+  mouse.AutoScroll();
+  mouse.Release(At(240, 300));
+  EXPECT_EQ(sheet.selection(), Selection());
+  EXPECT_FALSE(keyboard.Press({Key::kDown, {}}));
+}
+
+TEST_F(Observer, FindsTheMouseOverNothingWhereItsCellHasGone) {
+  mouse.Move(At(380, 150));
+  EXPECT_EQ(sheet.MouseRow(), 7);
+  EXPECT_EQ(sheet.MouseCol(), 4);
+  sheet.SetRows(3);
+  sheet.SetCols(2);
+  EXPECT_EQ(sheet.MouseRow(), -1);
+  EXPECT_EQ(sheet.MouseCol(), -1);
+}
+
+TEST_F(Observer, HearsOfOneMoveThoughAnotherButtonWentUpMeanwhile) {
+  mouse.Press(At(80, 10));
+  mouse.Move(At(300, 10));
+  EXPECT_EQ(sheet.drop_column(), 4);
+  mouse.Release(At(300, 10, MouseButton::kRight));
+  EXPECT_EQ(sheet.drop_column(), 4);
+  mouse.Release(At(300, 10));
+  EXPECT_EQ(sheet.drop_column(), -1);
+  EXPECT_EQ(meddler.moved_columns, 1);
+}
+
+TEST_F(Observer, HearsOfAResizeThoughAnotherButtonWentUpMeanwhile) {
+  mouse.Press(At(229, 10));
+  mouse.Move(At(250, 10));
+  mouse.Release(At(250, 10, MouseButton::kRight));
+  mouse.Release(At(250, 10));
+  EXPECT_EQ(meddler.resized, (CellPosition{-1, 2}));
+}
+
+TEST_F(Observer, SeesTheDropMarkStayWithinTheColumnsThatAreLeft) {
+  mouse.Press(At(80, 10));
+  mouse.Move(At(420, 10));
+  EXPECT_EQ(sheet.drop_column(), 5);
+  sheet.SetCols(3);
+  EXPECT_EQ(sheet.drop_column(), 3);
+  mouse.Release(At(420, 10));
+}
+
+}  // namespace
+}  // namespace stockbook::sheet
