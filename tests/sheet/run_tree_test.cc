@@ -17,10 +17,13 @@ struct ColourTraits {
   using Value = int;
   struct Summary {
     int64_t sum = 0;
+    int values = 0;  // a bit for each value there is
     bool operator==(const Summary&) const = default;
   };
-  Summary Of(int value, int64_t count) const { return {value * count}; }
-  static Summary Combine(const Summary& left, const Summary& right) { return {left.sum + right.sum}; }
+  Summary Of(int value, int64_t count) const { return {value * count, count > 0 ? 1 << value : 0}; }
+  static Summary Combine(const Summary& left, const Summary& right) {
+    return {left.sum + right.sum, left.values | right.values};
+  }
   static int Advance(int value, int64_t) { return value; }
   static bool Continues(int value, int64_t, int next) { return value == next; }
 };
@@ -70,6 +73,45 @@ TEST(RunTree, AgreesWithAPlainListUnderRandomEdits) {
     }
     ASSERT_EQ(tree.FindFirst([&](const auto& prefix) { return prefix.sum > wanted; }),
               expected < 0 ? tree.size() : expected);
+  }
+}
+
+TEST(RunTree, ChangesWholeRunsAndFindsTheNearestOfAValue) {
+  std::mt19937 random(8);
+  const auto below = [&](size_t limit) { return static_cast<int64_t>(random() % limit); };
+  for (int round = 0; round < 300; ++round) {
+    RunTree<ColourTraits> tree;
+    std::vector<int> list;
+    while (list.size() < 60) {
+      const auto value = static_cast<int>(below(4));
+      const int64_t count = 1 + below(5);
+      tree.Insert(tree.size(), count, value);
+      list.insert(list.end(), static_cast<size_t>(count), value);
+    }
+    for (int step = 0; step < 30; ++step) {
+      const auto run = tree.RunAt(below(list.size()));
+      const auto to = static_cast<int>(below(4));
+      tree.Update(run.first, run.first + run.count, [&](int& value) { value = to; });
+      std::fill_n(list.begin() + run.first, run.count, to);
+      ASSERT_TRUE(tree.CheckInvariants());
+      const int64_t row = below(list.size() + 1);
+      const auto has = [&](const auto& sum) { return (sum.values >> to & 1) != 0; };
+      const auto from = std::find(list.begin() + row, list.end(), to);
+      ASSERT_EQ(tree.FindFrom(row, has), from == list.end() ? -1 : from - list.begin());
+      const auto before = std::find(list.rend() - row, list.rend(), to);
+      ASSERT_EQ(tree.FindBefore(row, has), list.rend() - before - 1);
+    }
+    const int64_t first = below(list.size());
+    const int64_t last = first + below(list.size() + 1 - static_cast<size_t>(first));
+    std::vector<int> seen;
+    tree.ForEach(first, last, [&](const auto& place) {
+      EXPECT_EQ(place.first, first + static_cast<int64_t>(seen.size()));
+      seen.insert(seen.end(), static_cast<size_t>(place.count), place.value);
+      return seen.size() < 25;
+    });
+    const auto wanted = std::min<int64_t>(last - first, static_cast<int64_t>(seen.size()));
+    ASSERT_TRUE(seen.size() >= 25 || static_cast<int64_t>(seen.size()) == last - first);
+    ASSERT_TRUE(std::equal(seen.begin(), seen.begin() + wanted, list.begin() + first));
   }
 }
 

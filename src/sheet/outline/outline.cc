@@ -111,13 +111,8 @@ bool Outline::Governs(int64_t row) const {
 }
 
 int64_t Outline::NodeOf(int64_t row) const {
-  const int level = states_.At(row).level;
-  for (int64_t at = row; at > 0;) {
-    const RowState state = states_.At(at - 1);
-    if (state.level < level) return state.subtotal ? at - 1 : -1;
-    at = states_.RunBeginOf(at - 1);
-  }
-  return -1;
+  const int64_t above = states_.LastRowOfLevelBelow(row, states_.At(row).level);
+  return above >= 0 && states_.At(above).subtotal ? above : -1;
 }
 
 std::vector<std::pair<int64_t, int64_t>> Outline::Lines(int64_t first) const {

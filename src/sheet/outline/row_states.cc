@@ -98,13 +98,12 @@ int64_t RowStates::UncoveredBefore(int64_t row) const {
 }
 
 int64_t RowStates::NextRowOfLevelAtMost(int64_t row, int level) const {
-  int64_t found = Rows();
-  runs_.ForEach(row, Rows(), [&](const auto& place) {
-    if (place.value.level > level) return true;
-    found = place.first;
-    return false;
-  });
-  return found;
+  const int64_t found = runs_.FindFrom(row, [&](const Summary& sum) { return sum.lowest_level <= level; });
+  return found < 0 ? Rows() : found;
+}
+
+int64_t RowStates::LastRowOfLevelBelow(int64_t row, int level) const {
+  return runs_.FindBefore(row, [&](const Summary& sum) { return sum.lowest_level < level; });
 }
 
 }  // namespace stockbook::sheet

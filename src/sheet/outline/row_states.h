@@ -81,12 +81,12 @@ class RowStates {
   int64_t NodeCount() const { return runs_.Total().nodes; }
   bool HasCollapsedNodes() const { return runs_.Total().collapsed > 0; }
   int64_t CoveredRows() const { return Rows() - runs_.Total().uncovered; }
-  // The first row of the run of equal states that `row` is in.
-  int64_t RunBeginOf(int64_t row) const { return runs_.RunAt(row).first; }
   // The last row before `row` that no collapsed node governs, or -1.
   int64_t UncoveredBefore(int64_t row) const;
   // The first row at or behind `row` whose level is `level` or less, or Rows().
   int64_t NextRowOfLevelAtMost(int64_t row, int level) const;
+  // The last row before `row` whose level is below `level`, or -1.
+  int64_t LastRowOfLevelBelow(int64_t row, int level) const;
 
   bool CheckInvariants() const { return runs_.CheckInvariants(); }
   size_t MemoryBytes() const { return runs_.MemoryBytes(); }

@@ -97,19 +97,22 @@ class RunTree {
     return first;
   }
 
-  // Calls `visit(Place)` for the runs of rows [first, last) in order, cut to that range, until it returns false.
+  // The first row at or behind `row`, or the last one before it, that lies in a run for which `has(summary)` is true;
+  // -1 where there is none. `has` must be true of a subtree when it is true of one of its runs, and only then.
+  template <typename Has>
+  int64_t FindFrom(int64_t row, Has has) const {
+    return FindFromIn(root_, 0, row, has);
+  }
+  template <typename Has>
+  int64_t FindBefore(int64_t row, Has has) const {
+    return FindBeforeIn(root_, 0, row, has);
+  }
+
+  // Calls `visit(Place)` for the runs of rows [first, last) in order, cut to that range, until it returns false. O(log
+  // runs + runs in the range).
   template <typename Visit>
   void ForEach(int64_t first, int64_t last, Visit visit) const {
-    while (first < last) {
-      Place place = RunAt(first);
-      if (place.count == 0) return;
-      const int64_t end = place.first + place.count < last ? place.first + place.count : last;
-      place.value = Traits::Advance(place.value, first - place.first);
-      place.first = first;
-      place.count = end - first;
-      if (!visit(static_cast<const Place&>(place))) return;
-      first = end;
-    }
+    VisitIn(root_, 0, first, last, visit);
   }
 
   void Insert(int64_t row, int64_t count, const Value& value) {
@@ -130,13 +133,15 @@ class RunTree {
   template <typename Change>
   void Update(int64_t first, int64_t last, Change change) {
     if (first >= last) return;
+    if (const Place run = RunAt(first); run.first == first && run.first + run.count == last) {
+      UpdateRun(run, change);
+      return;
+    }
     auto [left, rest] = Split(root_, first);
     auto [middle, right] = Split(rest, last - first);
-    std::vector<RunType> runs;
-    Collect(middle, runs);
-    Free(middle);
-    for (RunType& run : runs) change(run.value);
-    root_ = Join(Join(left, Build(runs)), right);
+    const Node* before = nullptr;
+    if (ChangeEach(middle, change, before)) middle = Rebuilt(middle);
+    root_ = Join(Join(left, middle), right);
   }
 
   std::vector<RunType> Runs() const {
@@ -198,6 +203,94 @@ class RunTree {
       }
     }
     return {row, 0, Value{}};
+  }
+
+  template <typename Has>
+  int64_t FindFromIn(uint32_t at, int64_t offset, int64_t row, const Has& has) const {
+    const Node& node = nodes_[at];
+    if (at == 0 || offset + node.total <= row || !has(node.summary)) return -1;
+    const int64_t first = offset + nodes_[node.left].total;
+    if (const int64_t found = FindFromIn(node.left, offset, row, has); found >= 0) return found;
+    const int64_t end = first + node.count;
+    if (end > row && has(traits_.Of(node.value, node.count))) return std::max(first, row);
+    return FindFromIn(node.right, end, row, has);
+  }
+
+  template <typename Has>
+  int64_t FindBeforeIn(uint32_t at, int64_t offset, int64_t row, const Has& has) const {
+    const Node& node = nodes_[at];
+    if (at == 0 || offset >= row || !has(node.summary)) return -1;
+    const int64_t first = offset + nodes_[node.left].total;
+    const int64_t end = first + node.count;
+    if (const int64_t found = FindBeforeIn(node.right, end, row, has); found >= 0) return found;
+    if (first < row && has(traits_.Of(node.value, node.count))) return std::min(end, row) - 1;
+    return FindBeforeIn(node.left, offset, row, has);
+  }
+
+  template <typename Visit>
+  bool VisitIn(uint32_t at, int64_t offset, int64_t first, int64_t last, Visit& visit) const {
+    if (at == 0 || offset >= last || offset + nodes_[at].total <= first) return true;
+    const Node& node = nodes_[at];
+    const int64_t begin = offset + nodes_[node.left].total;
+    const int64_t end = begin + node.count;
+    if (!VisitIn(node.left, offset, first, last, visit)) return false;
+    const int64_t from = std::max(begin, first);
+    const int64_t to = std::min(end, last);
+    if (from < to && !visit(Place{from, to - from, Traits::Advance(node.value, from - begin)})) return false;
+    return VisitIn(node.right, end, first, last, visit);
+  }
+
+  // Update of one whole run: in its place, unless it becomes like a neighbour.
+  template <typename Change>
+  void UpdateRun(const Place& run, Change& change) {
+    Value value = run.value;
+    change(value);
+    const int64_t end = run.first + run.count;
+    const Place before = RunAt(run.first - 1);
+    const Place next = RunAt(end);
+    const bool joins = (before.count > 0 && Traits::Continues(before.value, before.count, value)) ||
+                       (next.count > 0 && Traits::Continues(value, run.count, next.value));
+    if (joins) {
+      Remove(run.first, run.count);
+      Insert(run.first, run.count, value);
+    } else {
+      SetValue(root_, run.first, value);
+    }
+  }
+
+  // Of the run that begins at `row`.
+  void SetValue(uint32_t at, int64_t row, const Value& value) {
+    Node& node = nodes_[at];
+    const int64_t before = nodes_[node.left].total;
+    if (row < before) {
+      SetValue(node.left, row, value);
+    } else if (row == before) {
+      node.value = value;
+    } else {
+      SetValue(node.right, row - before - node.count, value);
+    }
+    Pull(at);
+  }
+
+  // Changes the values of a subtree in order; true when some of its runs have become one.
+  template <typename Change>
+  bool ChangeEach(uint32_t at, Change& change, const Node*& before) {
+    if (at == 0) return false;
+    Node& node = nodes_[at];
+    bool joins = ChangeEach(node.left, change, before);
+    change(node.value);
+    joins = joins || (before != nullptr && Traits::Continues(before->value, before->count, node.value));
+    before = &node;
+    joins = ChangeEach(node.right, change, before) || joins;
+    Pull(at);
+    return joins;
+  }
+
+  uint32_t Rebuilt(uint32_t at) {
+    std::vector<RunType> runs;
+    Collect(at, runs);
+    Free(at);
+    return Build(runs);
   }
 
   template <typename Reached>
