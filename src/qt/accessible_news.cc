@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "qt/accessible_news.h"
 
-#include <QAccessible>
 #include <utility>
 
 #include "qt/accessible_grid.h"
@@ -18,17 +17,30 @@ int ChildOf(GridView& view, const sheet::CellPosition& cell) {
   return grid == nullptr || cell.row < 0 ? -1 : grid->ChildIndex(cell.row, cell.column);
 }
 
-void Send(QAccessibleEvent& event, int child) {
-  event.setChild(child);
-  QAccessible::updateAccessibility(&event);
+}  // namespace
+
+AccessibleNews::AccessibleNews(GridView& view, QAccessible::UpdateHandler hand_over)
+    : view_(view), hand_over_(hand_over), active_(QAccessible::isActive()) {
+  QAccessible::installActivationObserver(this);
 }
 
-void Send(GridView& view, QAccessible::Event type, int child) {
-  QAccessibleEvent event(&view, type);
+AccessibleNews::~AccessibleNews() { QAccessible::removeActivationObserver(this); }
+
+void AccessibleNews::accessibilityActiveChanged(bool active) {
+  active_ = active;
+  told_ = Now();
+  told_selection_ = view_.sheet().selection();
+}
+
+void AccessibleNews::Send(QAccessibleEvent& event, int child) {
+  event.setChild(child);
+  hand_over_(&event);
+}
+
+void AccessibleNews::Send(QAccessible::Event type, int child) {
+  QAccessibleEvent event(&view_, type);
   Send(event, child);
 }
-
-}  // namespace
 
 AccessibleNews::Table AccessibleNews::Now() const {
   const sheet::TableAccess table(view_.sheet());
@@ -36,12 +48,12 @@ AccessibleNews::Table AccessibleNews::Now() const {
 }
 
 void AccessibleNews::Tell() {
-  if (!QAccessible::isActive()) return;
+  if (!active_) return;
   const Table now = Now();
   const bool reset = std::exchange(told_, now) != now;
   if (reset) {
     ModelChange event(&view_, ModelChange::ModelReset);
-    QAccessible::updateAccessibility(&event);
+    hand_over_(&event);
   }
   if (reset || view_.sheet().selection() != told_selection_) TellSelection();
 }
@@ -51,19 +63,19 @@ void AccessibleNews::TellSelection() {
   const sheet::Selection before = std::exchange(told_selection_, now);
   if (now.current != before.current) TellFocus();
   if (now.IsRange() || before.IsRange()) {
-    Send(view_, QAccessible::SelectionWithin, -1);
+    Send(QAccessible::SelectionWithin, -1);
   } else if (now.current != before.current) {
-    Send(view_, QAccessible::Selection, ChildOf(view_, now.current));
+    Send(QAccessible::Selection, ChildOf(view_, now.current));
   }
 }
 
 void AccessibleNews::TellFocus() {
-  if (!QAccessible::isActive() || !view_.hasFocus()) return;
-  Send(view_, QAccessible::Focus, ChildOf(view_, view_.sheet().selection().current));
+  if (!active_ || !view_.hasFocus()) return;
+  Send(QAccessible::Focus, ChildOf(view_, view_.sheet().selection().current));
 }
 
 void AccessibleNews::TellNode(int row) {
-  if (!QAccessible::isActive()) return;
+  if (!active_) return;
   const Table now = Now();
   const Table before = std::exchange(told_, now);
   const sheet::TableAccess table(view_.sheet());
@@ -82,7 +94,7 @@ void AccessibleNews::TellNode(int row) {
   event.setLastRow(table.IndexOfRow(row) + (rows > 0 ? rows : -rows));
   event.setFirstColumn(0);
   event.setLastColumn(now.columns - 1);
-  QAccessible::updateAccessibility(&event);
+  hand_over_(&event);
 }
 
 }  // namespace stockbook::qt

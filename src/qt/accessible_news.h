@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QAccessible>
 #include <cstdint>
 
 #include "sheet/selection/selection.h"
@@ -12,9 +13,13 @@ class GridView;
 // Tells screen readers what has changed in a GridView: another current cell, another selection, a node opened or
 // closed, other rows or columns. It compares with what it told last, so it may be asked at any time; while nobody
 // listens it tells nothing and costs nothing.
-class AccessibleNews {
+class AccessibleNews : private QAccessible::ActivationObserver {
  public:
-  explicit AccessibleNews(GridView& view) : view_(view) {}
+  // `hand_over` gets every event.
+  AccessibleNews(GridView& view, QAccessible::UpdateHandler hand_over);
+  ~AccessibleNews() override;
+  AccessibleNews(const AccessibleNews&) = delete;
+  AccessibleNews& operator=(const AccessibleNews&) = delete;
 
   // Something may have changed.
   void Tell();
@@ -32,10 +37,16 @@ class AccessibleNews {
     bool operator==(const Table&) const = default;
   };
 
+  void accessibilityActiveChanged(bool active) override;
   Table Now() const;
   void TellSelection();
+  // About a child of the view; -1 is the view itself.
+  void Send(QAccessibleEvent& event, int child);
+  void Send(QAccessible::Event type, int child);
 
   GridView& view_;
+  QAccessible::UpdateHandler hand_over_;
+  bool active_;
   Table told_;
   sheet::Selection told_selection_;
 };

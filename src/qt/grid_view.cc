@@ -44,8 +44,8 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
-GridView::GridView(sheet::Sheet& sheet, QWidget* parent)
-    : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet) {
+GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHandler tell)
+    : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet), news_(*this, tell) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);

@@ -24,7 +24,9 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   Q_OBJECT
 
  public:
-  explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr);
+  // What screen readers are to hear goes to the toolkit, unless somebody else takes it.
+  explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr,
+                    QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
   ~GridView() override;
 
   sheet::Sheet& sheet() const { return sheet_; }
@@ -77,7 +79,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   sheet::Mouse mouse_;
   sheet::Keyboard keyboard_;
   QBasicTimer auto_scroll_;
-  AccessibleNews news_{*this};
+  AccessibleNews news_;
   GlyphFonts fonts_;
   BarScale x_scale_;
   BarScale y_scale_;

@@ -138,6 +138,7 @@ QSize StockbookWidget::minimumSizeHint() const { return kLeastSize; }
 void StockbookWidget::UpdateFrames() {
   const control::Stockbook& stockbook = control();
   parts_->header_band().Show(stockbook.C1EHeader(), stockbook.imgMark());
+  parts_->view().setAccessibleName(ToQString(stockbook.Caption()));
   const int margin = std::max<int>(stockbook.C1EDesk().border_width, 0);
   parts_->header_band().setGeometry(margin, margin, std::max(0, width() - 2 * margin),
                                     parts_->header_band().sizeHint().height());

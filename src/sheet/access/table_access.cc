@@ -136,12 +136,12 @@ bool TableAccess::GoTo(int row, int column) {
 
 bool TableAccess::SelectRow(int row) {
   if (IndexOfRow(row) < 0 || ColumnCount() == 0) return false;
-  return sheet_.ChangeSelection({{row, sheet_.FixedCols()}, {row, sheet_.Cols() - 1}});
+  return sheet_.ChangeSelection({{row, ColumnOf(0)}, {row, sheet_.Cols() - 1}});
 }
 
 bool TableAccess::SelectColumn(int column) {
   if (IndexOfColumn(column) < 0 || RowCount() == 0) return false;
-  return sheet_.ChangeSelection({{sheet_.FixedRows(), column}, {sheet_.Rows() - 1, column}});
+  return sheet_.ChangeSelection({{RowOf(0), column}, {sheet_.Rows() - 1, column}});
 }
 
 bool TableAccess::SelectCurrentAlone() { return sheet_.ChangeSelection(Selection::Of(sheet_.selection().current)); }
