@@ -128,10 +128,7 @@ void Sheet::DamageAll() {
   if (redraw_ && viewer_ != nullptr) viewer_->Damaged({0, 0, view_.width, view_.height});
 }
 
-void Sheet::DamageCells(CellRange range) {
-  // The range may be one of before some rows or columns went.
-  range.row2 = std::min(range.row2, Rows());
-  range.column2 = std::min(range.column2, Cols());
+void Sheet::DamageCells(const CellRange& range) {
   if (!redraw_ || viewer_ == nullptr || range.row1 >= range.row2 || range.column1 >= range.column2) return;
   const Geometry at = geometry();
   // Half-open in both directions: from the first cell's corner to where the next one would begin.

@@ -222,7 +222,7 @@ class Sheet final : public platform::Grid {
   void ColumnsChanged();
   void RowsChanged();
   void LooksChanged();
-  void DamageCells(platform::CellRange range);
+  void DamageCells(const platform::CellRange& range);
   void DamageAll();
   void ScrollChanged();
 
