@@ -169,6 +169,17 @@ TEST_F(Input, PagesMoveByTheRowsThatAreSeen) {
   EXPECT_EQ(Current().row, 1000);
 }
 
+TEST_F(Input, APageDownAndAPageUpComeBackToTheSameRow) {
+  for (const int height : {201, 210, 219, 220}) {
+    sheet.SetView({430, height}, 1.0);
+    sheet.Select(50, 2);
+    Press(Key::kPageDown);
+    EXPECT_GT(Current().row, 50);
+    Press(Key::kPageUp);
+    EXPECT_EQ(Current(), (CellPosition{50, 2})) << height;
+  }
+}
+
 TEST_F(Input, ShiftExtendsTheSelectionAndLeavesTheCurrentCell) {
   listener.Take();
   Press(Key::kDown, kShift);

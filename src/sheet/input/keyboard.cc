@@ -142,7 +142,8 @@ int Keyboard::PageRow(int row, int direction) const {
   const RowStates& states = sheet_.states();
   const int64_t height = states.PixelHeight(row);
   const int64_t page = std::max<int64_t>(sheet_.geometry().BodyRect().height - height, 1);
-  const int64_t pixel = states.PixelsBefore(row) + direction * page;
+  // Of the row's far edge from the page, so that a page down and a page up come back.
+  const int64_t pixel = states.PixelsBefore(row) + (direction < 0 ? height - 1 - page : page);
   const int first = EdgeRow(-1);
   const int last = EdgeRow(1);
   const auto target = static_cast<int>(states.RowAtPixel(std::max<int64_t>(pixel, 0)));
