@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QSize>
+#include <string>
+
+#include "sheet/sheet.h"
+
+namespace stockbook::pictures {
+
+inline constexpr QSize kUsualSize{660, 300};
+
+// A test that looks at a grid, with the font of the reference pictures. Skipped where that is not installed.
+class PictureTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite();
+  static void TearDownTestSuite();
+  void SetUp() override;
+
+  // The sample ledger, with its pictures of bills, in the light colours.
+  void FillLedger(int periods = 3, int lines = 6);
+  // The grid as a window of the size shows it.
+  QImage Seen(QSize size = kUsualSize, double scale = 1);
+  // Compares what is seen with docs/grid/NAME.png. With STOCKBOOK_WRITE_PICTURES=1 in the environment that is made
+  // anew instead.
+  void ExpectPicture(const std::string& name, const QImage& seen);
+  void ExpectPicture(const std::string& name) { ExpectPicture(name, Seen()); }
+
+  sheet::Sheet sheet_;
+};
+
+}  // namespace stockbook::pictures

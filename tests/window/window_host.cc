@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// A window with a field, a grid over the sample ledger and another field, for tests that use real keys and a real
+// mouse. It obeys lines on its standard input and answers each with lines of its state and a line with a full stop.
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QSocketNotifier>
+#include <QToolTip>
+#include <QVBoxLayout>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "qt/clipboard.h"
+#include "qt/grid_view.h"
+#include "sheet/sheet.h"
+#include "support/sample_ledger.h"
+
+namespace stockbook::testing {
+namespace {
+
+constexpr int kNoDoubleClicks = 1;  // milliseconds
+
+// Keeps what a host would hear of the mouse.
+class Listener : public sheet::SheetObserver {
+ public:
+  void MouseDown(const sheet::MouseEvent& event) override { Hear("down", static_cast<int>(event.button)); }
+  void MouseUp(const sheet::MouseEvent& event) override { Hear("up", static_cast<int>(event.button)); }
+  void DoubleClick() override { heard_ += "double "; }
+  void AfterUserResize(int row, int column) override { Hear(row >= 0 ? "row" : "column", row >= 0 ? row : column); }
+  void AfterMoveColumn(int column, int position) override {
+    Hear("moved", column);
+    Hear("to", position);
+  }
+  const std::string& heard() const { return heard_; }
+
+ private:
+  void Hear(const char* what, int which) { heard_ += what + std::string(" ") + std::to_string(which) + " "; }
+
+  std::string heard_;
+};
+
+const char* NameOf(Qt::CursorShape shape) {
+  switch (shape) {
+    case Qt::ArrowCursor:
+      return "arrow";
+    case Qt::SplitHCursor:
+    case Qt::SizeHorCursor:
+      return "column";
+    case Qt::SplitVCursor:
+    case Qt::SizeVerCursor:
+      return "row";
+    default:
+      return "other";
+  }
+}
+
+std::string OneLine(const QString& text) {
+  QString line = text;
+  line.replace('\\', "\\\\").replace('\t', "\\t").replace('\r', "\\r").replace('\n', "\\n");
+  return line.toStdString();
+}
+
+// Where the mouse was last seen to move.
+class MouseWatch : public QObject {
+ public:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::MouseMove) seen_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    return false;
+  }
+  QPoint seen() const { return seen_; }
+
+ private:
+  QPoint seen_;
+};
+
+class Host {
+ public:
+  Host() : window_(std::make_unique<QWidget>()) {
+    window_->setGeometry(0, 0, 760, 520);
+    layout_ = new QVBoxLayout(window_.get());
+    layout_->setContentsMargins(4, 4, 4, 4);
+    before_ = new QLineEdit(window_.get());
+    after_ = new QLineEdit(window_.get());
+    layout_->addWidget(before_);
+    layout_->addWidget(after_);
+    QApplication::instance()->installEventFilter(&watch_);
+    Reset();
+    window_->show();
+  }
+  ~Host() { view_.reset(); }
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  void Obey(const std::string& line) {
+    std::istringstream words(line);
+    std::string what;
+    int first = 0;
+    int second = 0;
+    words >> what >> first >> second;
+    if (what == "reset") Reset();
+    if (what == "double_clicks") QApplication::setDoubleClickInterval(first);
+    if (what == "freeze") sheet_->SetFrozenCols(first);
+    if (what == "state") TellState();
+    if (what == "cell") TellCell(first, second);
+    if (what == "pixel") TellPixel({first, second});
+    if (what == "quit") QApplication::quit();
+    std::cout << ".\n" << std::flush;
+  }
+
+ private:
+  void Reset() {
+    view_.reset();
+    sheet_ = std::make_unique<sheet::Sheet>();
+    listener_ = Listener();
+    SampleLedger().Fill(*sheet_);
+    sheet_->SetObserver(&listener_);
+    sheet_->SetClipboard(&clipboard_);
+    view_ = std::make_unique<qt::GridView>(*sheet_);
+    view_->setParent(window_.get());
+    layout_->insertWidget(1, view_.get());
+    QWidget::setTabOrder(before_, view_.get());
+    QWidget::setTabOrder(view_.get(), after_);
+    view_->show();
+    view_->setFocus();
+    QApplication::setDoubleClickInterval(kNoDoubleClicks);
+    QApplication::clipboard()->clear();
+    QToolTip::hideText();
+  }
+
+  void TellState() const {
+    const sheet::Selection& selection = sheet_->selection();
+    const sheet::ScrollPosition scroll = sheet_->geometry().scroll();
+    std::ostringstream columns;
+    for (int column = 0; column < sheet_->Cols(); ++column)
+      columns << sheet_->ColKey(column) << ":" << sheet_->ColWidth(column) / 15 << " ";
+    std::ostringstream heights;
+    for (int row = 0; row < 6; ++row) heights << sheet_->RowHeight(row) / 15 << " ";
+    std::ostringstream closed;
+    for (int row = sheet_->NextSubtotal(0); row >= 0; row = sheet_->NextSubtotal(row + 1))
+      if (sheet_->IsCollapsed(row) && sheet_->outline().Governs(row)) closed << row << " ";
+    const QWidget* focus = QApplication::focusWidget();
+    std::cout << "window=" << window_->winId() << "\nmouse=" << watch_.seen().x() << " " << watch_.seen().y()
+              << "\nactive=" << window_->isActiveWindow() << "\nfocus="
+              << (focus == before_  ? "before"
+                  : focus == after_ ? "after"
+                  : focus           ? "grid"
+                                    : "none")
+              << "\nsize=" << sheet_->Rows() << " " << sheet_->Cols() << "\ncurrent=" << selection.current.row << " "
+              << selection.current.column << "\nend=" << selection.end.row << " " << selection.end.column
+              << "\nscroll=" << scroll.x << " " << scroll.y << "\ntop=" << sheet_->TopRow()
+              << "\nbottom=" << sheet_->BottomRow() << "\ncolumns=" << columns.str() << "\nheights=" << heights.str()
+              << "\nclosed=" << closed.str() << "\ndrop=" << sheet_->drop_column()
+              << "\ncursor=" << NameOf(view_->viewport()->cursor().shape())
+              << "\nclipboard=" << OneLine(QApplication::clipboard()->text())
+              << "\ntip=" << (QToolTip::isVisible() ? OneLine(QToolTip::text()) : "") << "\nheard=" << listener_.heard()
+              << "\nsound=" << sheet_->CheckInvariants() << "\n";
+  }
+
+  // What is seen of the cell, on the screen.
+  void TellCell(int row, int column) const {
+    const sheet::Rect cell = sheet_->geometry().VisibleCellRect(row, column);
+    const QPoint corner = view_->viewport()->mapToGlobal(QPoint(cell.x, cell.y));
+    std::cout << "rect=" << corner.x() << " " << corner.y() << " " << cell.width << " " << cell.height << "\n";
+  }
+
+  static void TellPixel(QPoint at) {
+    const QImage pixel = QApplication::primaryScreen()->grabWindow(0, at.x(), at.y(), 1, 1).toImage();
+    std::cout << "colour=" << QColor(pixel.pixel(0, 0)).name().toStdString() << "\n";
+  }
+
+  MouseWatch watch_;
+  std::unique_ptr<QWidget> window_;
+  QVBoxLayout* layout_ = nullptr;
+  QLineEdit* before_ = nullptr;
+  QLineEdit* after_ = nullptr;
+  Listener listener_;
+  qt::QtClipboard clipboard_;
+  std::unique_ptr<sheet::Sheet> sheet_;
+  std::unique_ptr<qt::GridView> view_;
+};
+
+int Run(int count, char** arguments) {
+  QApplication application(count, arguments);
+  Host host;
+  constexpr int kStandardInput = 0;
+  QSocketNotifier notifier(kStandardInput, QSocketNotifier::Read);
+  QObject::connect(&notifier, &QSocketNotifier::activated, [&] {
+    std::string line;
+    do {
+      if (!std::getline(std::cin, line)) return QApplication::quit();
+      host.Obey(line);
+    } while (std::cin.rdbuf()->in_avail() > 0);
+  });
+  return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace stockbook::testing
+
+int main(int count, char** arguments) { return stockbook::testing::Run(count, arguments); }
