@@ -35,6 +35,17 @@ bool WantsVectors(const QPaintEngine* engine) {
   }
 }
 
+bool IsUpright(const QTransform& transform) {
+  return transform.type() <= QTransform::TxScale && transform.m11() > 0 && transform.m22() > 0;
+}
+
+// Whether the painter's own pixels are those of a sheet of the scale.
+bool MeetsPixels(const QPainter& painter, double scale) {
+  const QTransform transform = painter.deviceTransform();
+  return !WantsVectors(painter.paintEngine()) && IsUpright(transform) && transform.m11() == scale &&
+         transform.m22() == scale;
+}
+
 int AlignedX(const sheet::TextItem& item, int width) {
   switch (item.align) {
     case sheet::HorizontalAlign::kLeft:
@@ -53,6 +64,13 @@ int Baseline(const sheet::TextItem& item, const GlyphFont& font) {
 
 }  // namespace
 
+double PaintingScale(const QPainter& painter) {
+  constexpr double kFine = 8;
+  constexpr double kMost = 64;
+  const double scale = painter.deviceTransform().m11();
+  return MeetsPixels(painter, scale) && scale <= kMost ? scale : kFine;
+}
+
 GlyphFont& GlyphFonts::Find(const platform::Font& font, double scale) {
   for (const auto& known : fonts_) {
     if (known->scale() == scale && known->font() == font) return *known;
@@ -62,9 +80,9 @@ GlyphFont& GlyphFonts::Find(const platform::Font& font, double scale) {
 }
 
 QtCanvas::QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale)
-    : painter_(painter), fonts_(fonts), scale_(scale), vectors_(WantsVectors(painter.paintEngine())) {
+    : painter_(painter), fonts_(fonts), scale_(scale), shaped_(!MeetsPixels(painter, scale)) {
   painter_.save();
-  if (!vectors_) {
+  if (!shaped_) {
     // From here on the painter's unit is the device pixel, and its origin a whole one.
     const QPointF corner = painter_.deviceTransform().map(QPointF());
     const QPoint origin(static_cast<int>(std::lround(corner.x())), static_cast<int>(std::lround(corner.y())));
@@ -94,8 +112,12 @@ void QtCanvas::PopClip() {
   painter_.restore();
 }
 
+QColor QtCanvas::ColourOf(platform::Colour colour) const {
+  return dim_toward_ ? Dimmed(ToQColor(colour), ToQColor(*dim_toward_)) : ToQColor(colour);
+}
+
 void QtCanvas::FillRects(platform::Colour colour, std::span<const sheet::Rect> rects) {
-  const QColor brush = ToQColor(colour);
+  const QColor brush = ColourOf(colour);
   for (const sheet::Rect& rect : rects) {
     if (!rect.IsEmpty()) painter_.fillRect(ToQRect(rect), brush);
   }
@@ -103,7 +125,7 @@ void QtCanvas::FillRects(platform::Colour colour, std::span<const sheet::Rect> r
 
 void QtCanvas::DrawTexts(const platform::Font& font, platform::Colour colour, std::span<const sheet::TextItem> items) {
   GlyphFont& glyph_font = fonts_.Find(font, scale_);
-  const QRgb rgb = ToQColor(colour).rgb();
+  const QRgb rgb = ColourOf(colour).rgb();
   for (const sheet::TextItem& item : items) {
     if (!item.text.empty() && clips_.back().Intersects(item.rect)) DrawLine(glyph_font, rgb, item);
   }
@@ -117,7 +139,7 @@ sheet::Rect QtCanvas::ClipOf(const sheet::TextItem& item) const {
 }
 
 void QtCanvas::DrawLine(GlyphFont& font, QRgb colour, const sheet::TextItem& item) {
-  const int whole = vectors_ ? -1 : font.Lay(item.text, glyphs_);
+  const int whole = shaped_ ? -1 : font.Lay(item.text, glyphs_);
   if (whole < 0) {
     DrawShaped(font, colour, item);
     return;
@@ -166,7 +188,8 @@ void QtCanvas::DrawGlyphImage(const GlyphFont& font, QRgb colour, const Line& li
   painter_.drawImage(QPoint(box.x, box.y), image);
 }
 
-// Texts whose characters change with their neighbours, and all texts of printers: the toolkit shapes and draws them.
+// Texts whose characters change with their neighbours, and all texts of printers and turned painters: the toolkit
+// shapes and draws them.
 void QtCanvas::DrawShaped(const GlyphFont& font, QRgb colour, const sheet::TextItem& item) {
   const QFontMetrics metrics(font.qfont());
   QString text = ToQString(item.text);
@@ -176,7 +199,8 @@ void QtCanvas::DrawShaped(const GlyphFont& font, QRgb colour, const sheet::TextI
     width = metrics.horizontalAdvance(text);
   }
   painter_.save();
-  painter_.setClipRect(ToQRect(ClipOf(item)), Qt::IntersectClip);
+  // Where all of it has room nothing is cut, so that no printer's own rounding shaves a digit.
+  if (item.clip || width > item.rect.width) painter_.setClipRect(ToQRect(ClipOf(item)), Qt::IntersectClip);
   painter_.setFont(font.qfont());
   painter_.setPen(QColor(colour));
   painter_.drawText(AlignedX(item, width), Baseline(item, font), text);
@@ -184,6 +208,8 @@ void QtCanvas::DrawShaped(const GlyphFont& font, QRgb colour, const sheet::TextI
 }
 
 void QtCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
+  const double opacity = painter_.opacity();
+  if (dim_toward_) painter_.setOpacity(opacity / 2);
   for (const sheet::PictureItem& item : items) {
     if (item.picture == nullptr || item.rect.IsEmpty() || !clips_.back().Intersects(item.rect)) continue;
     const QRect rect = ToQRect(item.rect);
@@ -195,10 +221,12 @@ void QtCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
       painter_.drawImage(rect.topLeft(), image);
     }
   }
+  painter_.setOpacity(opacity);
 }
 
 int QtCanvas::TextWidth(const platform::Font& font, std::string_view line) {
-  return fonts_.Find(font, scale_).Width(line);
+  GlyphFont& glyph_font = fonts_.Find(font, scale_);
+  return shaped_ ? QFontMetrics(glyph_font.qfont()).horizontalAdvance(ToQString(line)) : glyph_font.Width(line);
 }
 
 int QtCanvas::LineHeight(const platform::Font& font) { return fonts_.Find(font, scale_).line_height(); }

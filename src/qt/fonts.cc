@@ -39,10 +39,11 @@ QFont ToQFont(const platform::Font& font, double scale) {
   return result;
 }
 
-platform::Font DefaultGridFont() {
-  const QFont application = QGuiApplication::font();
-  platform::Font font{FromQString(application.family()), PointSize(application), false, false};
-  if (QRawFont::fromFont(application).supportsCharacter(kSampleCharacter)) return font;
+platform::Font DefaultGridFont() { return GridFontFor(QGuiApplication::font()); }
+
+platform::Font GridFontFor(const QFont& wanted) {
+  platform::Font font{FromQString(wanted.family()), PointSize(wanted), wanted.bold(), wanted.italic()};
+  if (QRawFont::fromFont(wanted).supportsCharacter(kSampleCharacter)) return font;
   const QStringList installed = QFontDatabase::families(QFontDatabase::SimplifiedChinese);
   const auto* found = std::find_if(kPreferredFamilies.begin(), kPreferredFamilies.end(),
                                    [&](const char* family) { return installed.contains(QLatin1String(family)); });

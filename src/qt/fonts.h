@@ -14,8 +14,10 @@ inline constexpr double kTwipsPerPixel = 15.0;
 // application's font.
 QFont ToQFont(const platform::Font& font, double scale);
 
-// The font that a grid starts with: the application's, unless it has no Chinese characters of its own and a face which
-// has them is installed. One face for digits and characters keeps the lines even.
+// A grid's font for a widget of the font: the same, unless it has no Chinese characters of its own and a face which has
+// them is installed. One face for digits and characters keeps the lines even.
+platform::Font GridFontFor(const QFont& wanted);
+// The font that a grid starts with: that for the application's.
 platform::Font DefaultGridFont();
 
 }  // namespace stockbook::qt

@@ -50,6 +50,9 @@ GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHand
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
+  // A window that reads from right to left puts the bar of the rows at its left; the ledger in it stays as it is.
+  viewport()->setLayoutDirection(Qt::LeftToRight);
+  horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
   AccessibleGrid::Install();
   sheet_.SetViewer(this);
   FitSheet(Scale());
@@ -126,24 +129,36 @@ void GridView::changeEvent(QEvent* event) {
       event->type() != QEvent::EnabledChange)
     return;
   fonts_.Clear();
+  if (event->type() == QEvent::EnabledChange) LetGo();
   viewport()->update();
+}
+
+void GridView::LetGo() {
+  mouse_.Cancel();
+  auto_scroll_.stop();
+  wheel_rest_ = QPointF();
 }
 
 void GridView::paintEvent(QPaintEvent* event) {
   // The last frame stays on the opaque window while nobody is to see what is going on.
   if (!sheet_.Redraw()) return;
   QPainter painter(viewport());
-  const double scale = painter.deviceTransform().m11();
+  const double scale = PaintingScale(painter);
   if (scale == sheet_.scale()) {
     PaintSheet(painter, event->region());
   } else {
     PaintAtScale(painter, event->region(), scale);
+    // Not something else than the window after all: its screen has got another scale.
+    if (scale == Scale())
+      QMetaObject::invokeMethod(
+          this, [this] { FitSheet(Scale()); }, Qt::QueuedConnection);
   }
 }
 
 void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
   const double scale = sheet_.scale();
   QtCanvas canvas(painter, fonts_, scale);
+  if (!isEnabled()) canvas.DimToward(sheet_.ColourOf(platform::GridColour::kBackColor));
   const auto paint = [&](const QRect& piece) {
     sheet::Paint(sheet::Snapshot::Of(sheet_, ToDevice(piece, scale)), canvas);
   };
@@ -299,8 +314,7 @@ void GridView::timerEvent(QTimerEvent* event) {
 }
 
 void GridView::hideEvent(QHideEvent* event) {
-  mouse_.Cancel();
-  auto_scroll_.stop();
+  LetGo();
   QAbstractScrollArea::hideEvent(event);
 }
 

@@ -70,6 +70,8 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void UpdateBars();
   int RowPixels() const;
   void ShowTip(const QHelpEvent& event);
+  // Ends what the mouse is at.
+  void LetGo();
   void KeepAutoScrolling();
   void MovePixels();
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);

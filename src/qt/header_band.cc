@@ -3,6 +3,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStyle>
 #include <algorithm>
 
 #include "qt/colour.h"
@@ -16,11 +17,10 @@ constexpr int kMargin = 8;
 constexpr int kPicturePx = 20;
 constexpr int kLeastHeight = 32;
 constexpr double kCaptionSize = 1.1;  // of the widget's font
+constexpr double kDimmed = 0.5;       // what is seen of picture and caption while they cannot be used
 
 // Reads on the colour, which a host may have set to anything.
-QColor TextOn(const QColor& back) {
-  return qGray(back.rgb()) > 128 ? QColor(0x1F, 0x23, 0x28) : QColor(0xF2, 0xF4, 0xF6);
-}
+QColor TextOn(const QColor& back) { return IsDark(back) ? QColor(0xF2, 0xF4, 0xF6) : QColor(0x1F, 0x23, 0x28); }
 
 void DrawPicture(QPainter& painter, const platform::Picture& picture, const QRect& rect) {
   const double scale = painter.deviceTransform().m11();
@@ -58,24 +58,30 @@ QSize HeaderBand::sizeHint() const {
 QRect HeaderBand::CaptionRect() const {
   const int left = header_.picture != nullptr ? kMargin + kPicturePx + kMargin : kMargin;
   const int right = mark_ != nullptr ? mark_->WidthPx() + kMargin : kMargin;
-  return rect().adjusted(left, 0, -right, 0);
+  return Placed(rect().adjusted(left, 0, -right, 0));
 }
+
+// The band is the window's, so it turns round with it.
+QRect HeaderBand::Placed(const QRect& place) const { return QStyle::visualRect(layoutDirection(), rect(), place); }
 
 void HeaderBand::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const QColor back = ToQColor(header_.back_color);
   painter.fillRect(rect(), back);
+  if (!isEnabled()) painter.setOpacity(kDimmed);
   if (header_.picture != nullptr) {
-    DrawPicture(painter, *header_.picture, {kMargin, (height() - kPicturePx) / 2, kPicturePx, kPicturePx});
+    DrawPicture(painter, *header_.picture, Placed({kMargin, (height() - kPicturePx) / 2, kPicturePx, kPicturePx}));
   }
   if (mark_ != nullptr)
-    DrawPicture(painter, *mark_, {width() - mark_->WidthPx(), 0, mark_->WidthPx(), mark_->HeightPx()});
+    DrawPicture(painter, *mark_, Placed({width() - mark_->WidthPx(), 0, mark_->WidthPx(), mark_->HeightPx()}));
   painter.setFont(CaptionFont());
   painter.setPen(TextOn(back));
   const QRect place = CaptionRect();
   const QString caption =
       painter.fontMetrics().elidedText(ToQString(header_.caption).trimmed(), Qt::ElideRight, place.width());
-  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption);
+  const Qt::Alignment side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+  painter.setLayoutDirection(Qt::LeftToRight);
+  painter.drawText(place, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, caption);
 }
 
 void HeaderBand::resizeEvent(QResizeEvent* event) {

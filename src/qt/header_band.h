@@ -27,6 +27,7 @@ class HeaderBand : public QWidget {
  private:
   QFont CaptionFont() const;
   QRect CaptionRect() const;
+  QRect Placed(const QRect& place) const;
   void UpdateToolTip();
 
   control::Container header_;

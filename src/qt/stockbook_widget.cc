@@ -73,6 +73,13 @@ class StockbookWidget::Parts : public platform::ControlSite {
     if (widget_.parts_ != nullptr) widget_.UpdateFrames();
   }
 
+  // The grid has the widget's font as long as nobody gives it another one.
+  void FollowFont() {
+    if (fg_.GridFont() != followed_font_) return;
+    followed_font_ = GridFontFor(widget_.font());
+    fg_.SetGridFont(followed_font_);
+  }
+
   sheet::Sheet& fg() { return fg_; }
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
@@ -81,7 +88,8 @@ class StockbookWidget::Parts : public platform::ControlSite {
  private:
   // The layout that the control makes at once measures the grid's font.
   control::Surroundings Surroundings() {
-    fg_.SetGridFont(DefaultGridFont());
+    followed_font_ = DefaultGridFont();
+    fg_.SetGridFont(followed_font_);
     return {fg_, fg1_, text_metrics_, images_, menu_, clipboard_, *this};
   }
 
@@ -99,6 +107,7 @@ class StockbookWidget::Parts : public platform::ControlSite {
   StockbookWidget& widget_;
   sheet::Sheet fg_;
   sheet::Sheet fg1_;
+  platform::Font followed_font_;
   QtTextMetrics text_metrics_;
   QtImages images_;
   QtMenu menu_;
@@ -167,7 +176,11 @@ void StockbookWidget::resizeEvent(QResizeEvent* event) {
 
 void StockbookWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) UpdateFrames();
+  if (parts_ == nullptr) return;
+  if (event->type() == QEvent::FontChange) parts_->FollowFont();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange ||
+      event->type() == QEvent::LayoutDirectionChange)
+    UpdateFrames();
 }
 
 }  // namespace stockbook::qt
