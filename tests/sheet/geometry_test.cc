@@ -93,29 +93,6 @@ TEST(Geometry, GivesNoCellOutsideOfTheViewAndOfTheCells) {
   EXPECT_EQ(geometry.CellAt({64, 20}), (CellPosition{1, 1}));
 }
 
-TEST(Geometry, DoesNotDriftAtRowTwentyMillion) {
-  constexpr int kRows = 20000000;
-  Sheet sheet;
-  sheet.LoadColumns(Together(platform::Column::Constant(base::Value(int64_t{7}), kRows)), 1);
-  sheet.SetRowHeight(-1, 250);
-  sheet.SetView({800, 600}, 1.25);
-  EXPECT_EQ(sheet.Rows(), kRows + 1);
-  EXPECT_EQ(sheet.states().RunCount(), 1U);
-  sheet.SetTopRow(19999000);
-  EXPECT_EQ(sheet.TopRow(), 19999000);
-  EXPECT_EQ(sheet.geometry().CellRect(19999000, 1).y, sheet.geometry().PinnedHeight());
-  EXPECT_EQ(sheet.geometry().CellRect(19999001, 1).y - sheet.geometry().CellRect(19999000, 1).y, 21);
-  sheet.SetTopRow(kRows);
-  EXPECT_EQ(sheet.BottomRow(), kRows);
-  EXPECT_EQ(sheet.geometry().CellRect(kRows, 1).bottom(), 600);
-  EXPECT_EQ(sheet.TextMatrix(kRows, 1), "7");
-  sheet.SetRowHeight(kRows - 5, 500);
-  sheet.SetTopRow(kRows);
-  EXPECT_EQ(sheet.geometry().CellRect(kRows, 1).bottom(), 600);
-  ExpectCellsToBeHit(sheet);
-  EXPECT_EQ(sheet.RowOfRecord(kRows - 1), kRows);
-}
-
 TEST(Geometry, TellsTheRowsInView) {
   Sheet sheet;
   sheet.LoadColumns(Together(Numbers(100)), 1);
