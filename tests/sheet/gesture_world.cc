@@ -352,6 +352,7 @@ void GestureWorld::AfterMoveColumn(int, int) { React(); }
 
 void GestureWorld::Damaged(const Rect& area) {
   const Rect view{0, 0, sheet_.view().width, sheet_.view().height};
+  damaged_.push_back(area);
   damaged_outside_ = damaged_outside_ || !view.Contains(area);
   told_while_off_ = told_while_off_ || !sheet_.Redraw();
 }

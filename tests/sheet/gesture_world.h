@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "platform/clipboard.h"
 #include "sheet/input/keyboard.h"
@@ -23,6 +25,8 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   // One gesture or call of the host.
   void Act();
   const Sheet& sheet() const { return sheet_; }
+  // What was to be painted again since this was asked last.
+  std::vector<Rect> TakeDamage() { return std::exchange(damaged_, {}); }
   // The parts hold after it.
   ::testing::AssertionResult Holds() const;
   // What is painted of the view lies within it.
@@ -78,6 +82,7 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   Keyboard keyboard_{sheet_};
   Mouse mouse_{sheet_};
   bool reacting_ = false;
+  std::vector<Rect> damaged_;
   bool damaged_outside_ = false;
   bool told_while_off_ = false;
 };

@@ -13,6 +13,7 @@ using test::GestureWorld;
 void Perform(GestureWorld& world, int gestures, int check_every, int paint_every) {
   for (int gesture = 1; gesture <= gestures; ++gesture) {
     ASSERT_NO_THROW(world.Act()) << "gesture " << gesture;
+    world.TakeDamage();
     if (gesture % check_every == 0) {
       ASSERT_TRUE(world.Holds()) << "after gesture " << gesture;
     }
