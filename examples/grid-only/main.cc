@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// The grid engine alone, without the stock journal and without a database: a cash book of 100,000 lines in months.
+// `grid_only` opens it in a window; `grid_only --picture FILE` paints one picture of it and ends.
+#include <QApplication>
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/column.h"
+#include "qt/clipboard.h"
+#include "qt/fonts.h"
+#include "qt/grid_view.h"
+#include "sheet/sheet.h"
+
+namespace sb = stockbook;
+
+enum { kLine, kMonth, kDate, kText, kIn, kOut, kBalance, kColumns };
+
+std::vector<sb::platform::Column> MakeCashBook(int lines) {
+  static const char* const kTexts[] = {"Sales over the counter", "Rent", "Wages", "Screws and bolts", "Postage"};
+  std::vector<sb::platform::ColumnBuilder> book(kColumns);
+  int64_t balance = 500 * 10000;  // money is counted in ten-thousandths
+  for (int line = 0; line < lines; ++line) {
+    const int day = static_cast<int>(int64_t{line} * 36 * 28 / lines);
+    char date[48];
+    std::snprintf(date, sizeof date, "%d-%02d-%02d", 2023 + day / 336, day / 28 % 12 + 1, day % 28 + 1);
+    const int text = line * 7 % 5;
+    const int64_t amount = (line * 7919LL % 90000 + 100) * (text == 0 ? 340 : -100);
+    balance += amount;
+    book[kLine].AppendInteger(line + 1);
+    book[kMonth].AppendText(std::string(date, 7));
+    book[kDate].AppendText(date);
+    book[kText].AppendText(kTexts[text]);
+    amount > 0 ? book[kIn].AppendMoney(sb::base::Money::FromUnits(amount)) : book[kIn].AppendNull();
+    amount < 0 ? book[kOut].AppendMoney(sb::base::Money::FromUnits(-amount)) : book[kOut].AppendNull();
+    book[kBalance].AppendMoney(sb::base::Money::FromUnits(balance));
+  }
+  std::vector<sb::platform::Column> columns;
+  for (sb::platform::ColumnBuilder& column : book) columns.push_back(column.Finish());
+  return columns;
+}
+
+void Fill(sb::sheet::Sheet& sheet) {
+  const struct {
+    const char* caption;
+    int width_px;
+    bool number;
+  } looks[] = {{"", 56, true},    {"Month", 80, false}, {"Date", 130, false},  {"Text", 220, false},
+               {"In", 110, true}, {"Out", 110, true},   {"Balance", 120, true}};
+  sheet.LoadColumns(MakeCashBook(100000), 0);
+  for (int column = 0; column < kColumns; ++column) {
+    sheet.SetTextMatrix(0, column, looks[column].caption);
+    sheet.SetColWidth(column, looks[column].width_px * 15);  // twips
+    if (looks[column].number) sheet.SetColDataType(column, sb::platform::DataType::kCurrency);
+    if (column >= kIn) sheet.SetColFormat(column, "#,##0.00");
+  }
+  sheet.SetColHidden(kMonth, true);
+  sheet.SetOutlineCol(kDate);
+  sheet.GroupBy(kMonth, kDate, "%s");
+  sheet.SetFrozenCols(kDate);  // up to and with this column
+  sheet.Select(1, kDate);
+}
+
+int main(int count, char** arguments) {
+  const QApplication application(count, arguments);
+  sb::sheet::Sheet sheet;
+  sb::qt::QtClipboard clipboard;
+  sheet.SetGridFont(sb::qt::DefaultGridFont());
+  sheet.SetClipboard(&clipboard);
+  Fill(sheet);
+  sb::qt::GridView view(sheet);
+  view.setWindowTitle("Cash book");
+  view.resize(780, 480);
+  view.show();
+  QApplication::processEvents();
+  if (count == 3 && std::string(arguments[1]) == "--picture") return view.grab().save(arguments[2]) ? 0 : 1;
+  return QApplication::exec();
+}
