@@ -278,7 +278,8 @@ void GridView::CursorChanged(sheet::Cursor cursor) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) mouse_.Cancel();
+  // What ends a drag is not to close the dialog around the grid too.
+  if (event->key() == Qt::Key_Escape && mouse_.Cancel()) return;
   if (!keyboard_.Press(ToSheet(*event))) event->ignore();
 }
 

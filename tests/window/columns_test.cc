@@ -48,6 +48,18 @@ TEST_F(ColumnsInAWindow, EscapeGivesTheColumnItsWidthBack) {
   EXPECT_TRUE(Holds(Now("columns"), "BillNo:220 "));
 }
 
+TEST_F(ColumnsInAWindow, EscapeThatEndsADragDoesNotCloseTheDialogAroundTheGrid) {
+  const Place edge = Cell(0, 2).RightEdge();
+  Pull(edge, {edge.x + 40, edge.y});
+  EXPECT_TRUE(BecomesSo("columns", [](const std::string& all) { return Holds(all, "BillNo:260 "); }));
+  Key("Escape");
+  EXPECT_TRUE(BecomesSo("columns", [](const std::string& all) { return Holds(all, "BillNo:220 "); }));
+  EXPECT_EQ(Now("escapes"), "0");
+  Release();
+  Key("Escape");
+  EXPECT_TRUE(Becomes("escapes", "1")) << "without a drag it is the dialog's key";
+}
+
 TEST_F(ColumnsInAWindow, ADoubleClickOnTheEdgeFitsTheColumnToItsTexts) {
   DoubleClick(Cell(0, 3).RightEdge());
   EXPECT_TRUE(BecomesSo("columns", [](const std::string& all) {
@@ -96,6 +108,25 @@ TEST_F(ColumnsInAWindow, DraggingTheEdgeOfARowResizesIt) {
   Drag(edge, {edge.x, edge.y + 15});
   EXPECT_TRUE(Becomes("heights", "40 22 22 37 22 22 "));
   EXPECT_TRUE(Becomes("heard", "down 1 row 3 up 1 "));
+}
+
+TEST_F(ColumnsInAWindow, ADoubleClickOnTheEdgeOfARowFitsItToItsTexts) {
+  const Place edge = Cell(3, 0).BottomEdge();
+  Drag(edge, {edge.x, edge.y + 30});
+  EXPECT_TRUE(Becomes("heights", "40 22 22 52 22 22 "));
+  DoubleClick(Cell(3, 0).BottomEdge());
+  EXPECT_TRUE(BecomesSo("heights", [](const std::string& all) {
+    const int height = std::stoi(all.substr(9));
+    return height >= 14 && height <= 24;
+  }));
+}
+
+TEST_F(ColumnsInAWindow, ACaptionThatIsPulledAHairIsClicked) {
+  const Place caption = Cell(0, 3).Middle();
+  Drag(caption, {caption.x + 4, caption.y});
+  EXPECT_TRUE(Becomes("end", "1032 3"));
+  EXPECT_EQ(Now("current"), "1 3");
+  EXPECT_EQ(Now("heard"), "down 1 up 1 ");
 }
 
 TEST_F(ColumnsInAWindow, EscapeEndsADragOfCellsToo) {

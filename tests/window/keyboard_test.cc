@@ -54,6 +54,26 @@ TEST_F(KeyboardInAWindow, ControlWithHomeAndEndGoesToTheCornersOfTheLedger) {
   EXPECT_TRUE(Becomes("scroll", "0 0"));
 }
 
+TEST_F(KeyboardInAWindow, ControlWithAnArrowGoesToTheEdge) {
+  Key("Down");
+  Key("ctrl+Right");
+  EXPECT_TRUE(Becomes("current", "2 11"));
+  Key("ctrl+Down");
+  EXPECT_TRUE(Becomes("current", "1032 11"));
+  Key("ctrl+Left");
+  EXPECT_TRUE(Becomes("current", "1032 2"));
+  Key("ctrl+Up");
+  EXPECT_TRUE(Becomes("current", "1 2"));
+}
+
+TEST_F(KeyboardInAWindow, KeysWithAltAreLeftToTheWindow) {
+  Key("Down");
+  EXPECT_TRUE(Becomes("current", "2 2"));
+  Key("alt+Down");
+  Key("Right");
+  EXPECT_TRUE(Becomes("current", "2 3"));
+}
+
 TEST_F(KeyboardInAWindow, ShiftExtendsTheSelectionFromTheCurrentCell) {
   Key("Down");
   Key("shift+Down");

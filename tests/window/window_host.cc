@@ -65,17 +65,23 @@ std::string OneLine(const QString& text) {
   return line.toStdString();
 }
 
-// Where the mouse was last seen to move.
-class MouseWatch : public QObject {
+// Where the mouse was last seen to move, and how often Escape came to the window, as it does to close a dialog.
+class Watch : public QObject {
  public:
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+  bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::MouseMove) seen_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    if (event->type() == QEvent::KeyPress && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+      ++escapes_;
     return false;
   }
   QPoint seen() const { return seen_; }
+  int escapes() const { return escapes_; }
+  void Forget() { escapes_ = 0; }
 
  private:
   QPoint seen_;
+  int escapes_ = 0;
 };
 
 class Host {
@@ -117,6 +123,7 @@ class Host {
     view_.reset();
     sheet_ = std::make_unique<sheet::Sheet>();
     listener_ = Listener();
+    watch_.Forget();
     SampleLedger().Fill(*sheet_);
     sheet_->SetObserver(&listener_);
     sheet_->SetClipboard(&clipboard_);
@@ -145,7 +152,7 @@ class Host {
       if (sheet_->IsCollapsed(row) && sheet_->outline().Governs(row)) closed << row << " ";
     const QWidget* focus = QApplication::focusWidget();
     std::cout << "window=" << window_->winId() << "\nmouse=" << watch_.seen().x() << " " << watch_.seen().y()
-              << "\nactive=" << window_->isActiveWindow() << "\nfocus="
+              << "\nescapes=" << watch_.escapes() << "\nactive=" << window_->isActiveWindow() << "\nfocus="
               << (focus == before_  ? "before"
                   : focus == after_ ? "after"
                   : focus           ? "grid"
@@ -173,7 +180,7 @@ class Host {
     std::cout << "colour=" << QColor(pixel.pixel(0, 0)).name().toStdString() << "\n";
   }
 
-  MouseWatch watch_;
+  Watch watch_;
   std::unique_ptr<QWidget> window_;
   QVBoxLayout* layout_ = nullptr;
   QLineEdit* before_ = nullptr;

@@ -193,12 +193,14 @@ void Mouse::Fit(const Edge& edge) {
   if (observer != nullptr && Exists(edge)) observer->AfterUserResize(edge.row, edge.column);
 }
 
-void Mouse::Cancel() {
+bool Mouse::Cancel() {
+  const bool drags = drag_ != Drag::kNone;
   if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, size_before_);
   if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, size_before_);
   drag_ = Drag::kNone;
   moving_ = false;
   sheet_.SetDropColumn(-1);
+  return drags;
 }
 
 void Mouse::Wheel(int64_t dx_px, int64_t dy_px) {

@@ -24,8 +24,8 @@ class Mouse {
   void Release(const MouseEvent& event);
   // Takes the place of the second press.
   void DoubleClick(const MouseEvent& event);
-  // Ends a drag as if it had not begun, where that can be.
-  void Cancel();
+  // Ends a drag as if it had not begun, where that can be. False when there is none.
+  bool Cancel();
   void Wheel(int64_t dx_px, int64_t dy_px);
 
   // True while a selection is dragged beyond the cells: call AutoScroll by a timer, some 20 times a second.
