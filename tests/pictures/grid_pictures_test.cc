@@ -113,6 +113,11 @@ TEST_F(GridPictures, LinesTreesAndPicturesOfOtherStyles) {
   ExpectPicture("styles");
 }
 
+TEST_F(GridPictures, ADisabledViewIsDimmed) {
+  FillLedger();
+  ExpectPicture("disabled", Seen(kUsualSize, 1, View::kDisabled));
+}
+
 TEST_F(GridPictures, AnEmptyJournalShowsItsCaptions) {
   FillLedger();
   sheet_.SetRows(sheet_.FixedRows());

@@ -121,8 +121,9 @@ void PictureTest::FillLedger(int periods, int lines) {
                            platform::PictureAlignment::kLeftCenter);
 }
 
-QImage PictureTest::Seen(QSize size, double scale) {
+QImage PictureTest::Seen(QSize size, double scale, View state) {
   qt::GridView view(sheet_);
+  view.setEnabled(state == View::kEnabled);
   view.resize(size);
   view.show();
   QApplication::processEvents();

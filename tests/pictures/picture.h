@@ -13,6 +13,8 @@ namespace stockbook::pictures {
 
 inline constexpr QSize kUsualSize{660, 300};
 
+enum class View { kEnabled, kDisabled };
+
 // A test that looks at a grid, with the font of the reference pictures. Skipped where that is not installed.
 class PictureTest : public ::testing::Test {
  protected:
@@ -23,7 +25,7 @@ class PictureTest : public ::testing::Test {
   // The sample ledger, with its pictures of bills, in the light colours.
   void FillLedger(int periods = 3, int lines = 6);
   // The grid as a window of the size shows it.
-  QImage Seen(QSize size = kUsualSize, double scale = 1);
+  QImage Seen(QSize size = kUsualSize, double scale = 1, View state = View::kEnabled);
   // Compares what is seen with docs/grid/NAME.png. With STOCKBOOK_WRITE_PICTURES=1 in the environment that is made
   // anew instead.
   void ExpectPicture(const std::string& name, const QImage& seen);
