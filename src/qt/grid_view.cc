@@ -172,13 +172,11 @@ void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
 // Onto something else than the window: a picture of other resolution. The sheet is laid out for it and back again, and
 // the window does not notice.
 void GridView::PaintAtScale(QPainter& painter, const QRegion& region, double scale) {
-  const sheet::ScrollPosition before = sheet_.geometry().scroll();
-  const double window_scale = sheet_.scale();
+  const sheet::Sheet::Layout before = sheet_.layout();
   const bool nested = std::exchange(elsewhere_, true);
   FitSheet(scale);
   PaintSheet(painter, region);
-  FitSheet(window_scale);
-  sheet_.ScrollTo(before);
+  sheet_.SetLayout(before);
   elsewhere_ = nested;
 }
 

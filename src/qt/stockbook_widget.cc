@@ -4,11 +4,13 @@
 #include <QEvent>
 #include <QPainter>
 #include <algorithm>
+#include <optional>
 
 #include "platform/control_site.h"
 #include "qt/clipboard.h"
 #include "qt/colour.h"
 #include "qt/fonts.h"
+#include "qt/grid_printer.h"
 #include "qt/grid_view.h"
 #include "qt/header_band.h"
 #include "qt/images.h"
@@ -84,6 +86,7 @@ class StockbookWidget::Parts : public platform::ControlSite {
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
   GridView& view() { return *view_; }
+  std::optional<platform::Colour>& header_colour() { return header_colour_; }
 
  private:
   // The layout that the control makes at once measures the grid's font.
@@ -108,6 +111,7 @@ class StockbookWidget::Parts : public platform::ControlSite {
   sheet::Sheet fg_;
   sheet::Sheet fg1_;
   platform::Font followed_font_;
+  std::optional<platform::Colour> header_colour_;
   QtTextMetrics text_metrics_;
   QtImages images_;
   QtMenu menu_;
@@ -140,13 +144,28 @@ bool StockbookWidget::Load(int KeyID, int dpID, const QString& dpCode) {
   return control().Load(KeyID, dpID, FromQString(dpCode));
 }
 
+platform::Colour StockbookWidget::HeaderColor() const {
+  return parts_->header_colour().value_or(control().C1EHeader().back_color);
+}
+
+void StockbookWidget::SetHeaderColor(platform::Colour colour) {
+  parts_->header_colour() = colour;
+  UpdateFrames();
+}
+
+bool StockbookWidget::Print(QPagedPaintDevice& device) {
+  return PrintSheet(sheet(), ToQString(control().Caption()), device);
+}
+
 QSize StockbookWidget::sizeHint() const { return kUsualSize; }
 
 QSize StockbookWidget::minimumSizeHint() const { return kLeastSize; }
 
 void StockbookWidget::UpdateFrames() {
   const control::Stockbook& stockbook = control();
-  parts_->header_band().Show(stockbook.C1EHeader(), stockbook.imgMark());
+  control::Container header = stockbook.C1EHeader();
+  header.back_color = HeaderColor();
+  parts_->header_band().Show(header, stockbook.imgMark());
   parts_->view().setAccessibleName(ToQString(stockbook.Caption()));
   const int margin = std::max<int>(stockbook.C1EDesk().border_width, 0);
   parts_->header_band().setGeometry(margin, margin, std::max(0, width() - 2 * margin),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPagedPaintDevice>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -34,6 +35,15 @@ class StockbookWidget : public QWidget {
 
   // Loads the journal; -1 or no code keeps what is set. True when it was loaded.
   bool Load(int KeyID = -1, int dpID = -1, const QString& dpCode = {});
+
+  // The colour of the band over the grid, for which the control has no property.
+  platform::Colour HeaderColor() const;
+  void SetHeaderColor(platform::Colour colour);
+
+  // Prints the journal as it is shown, folded periods and hidden columns left out, onto a printer or a PDF, page by
+  // page with its caption and the captions of the columns on each. False where the device does not take it. For other
+  // painters, or single pages, use GridPrinter with sheet().
+  bool Print(QPagedPaintDevice& device);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;

@@ -24,6 +24,16 @@ namespace stockbook::sheet {
 // of changes. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
 class Sheet final : public platform::Grid {
  public:
+  // How the sheet is laid out and what it is scrolled to. The rows are scrolled to a row and so far into it, which
+  // outlives changes of heights and of what is shown.
+  struct Layout {
+    Size view{960, 600};
+    double scale = 1.0;
+    int top_row = 0;
+    int64_t top_offset_px = 0;
+    int64_t scroll_x_px = 0;
+  };
+
   Sheet();
   ~Sheet() override;
   Sheet(const Sheet&) = delete;
@@ -157,6 +167,9 @@ class Sheet final : public platform::Grid {
   void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
   // Device pixels of the view, and how many of them are one pixel of 96 to the inch.
   void SetView(Size view_px, double scale);
+  // To lay the sheet out for something else than its view, and to come back to exactly where it was.
+  Layout layout() const;
+  void SetLayout(const Layout& layout);
   Size view() const { return view_; }
   double scale() const { return scale_; }
   void ScrollTo(ScrollPosition position);

@@ -66,6 +66,15 @@ void Sheet::ScrollTo(ScrollPosition position) {
   if (geometry().scroll() != before.scroll()) ScrollChanged();
 }
 
+Sheet::Layout Sheet::layout() const { return {view_, scale_, anchor_.row, anchor_.offset_px, scroll_x_}; }
+
+void Sheet::SetLayout(const Layout& layout) {
+  SetView(layout.view, layout.scale);
+  anchor_ = {layout.top_row, layout.top_offset_px};
+  scroll_x_ = layout.scroll_x_px;
+  ScrollChanged();
+}
+
 void Sheet::ScrollBy(int64_t dx_px, int64_t dy_px) {
   const ScrollPosition at = geometry().scroll();
   ScrollTo({at.x + dx_px, at.y + dy_px});

@@ -19,8 +19,10 @@ std::unique_ptr<Application>& Running() {
 
 }  // namespace
 
-void WithApplication::SetUpTestSuite() {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+void WithApplication::SetUpTestSuite() { StartOn("offscreen"); }
+
+void WithApplication::StartOn(const QByteArray& platform) {
+  qputenv("QT_QPA_PLATFORM", platform);
   Running() = std::make_unique<Application>();
 }
 

@@ -13,6 +13,8 @@ namespace stockbook::qt {
 class WithApplication : public ::testing::Test {
  protected:
   static void SetUpTestSuite();
+  // With a platform other than one plain screen.
+  static void StartOn(const QByteArray& platform);
   static void TearDownTestSuite();
 };
 

@@ -11,11 +11,14 @@ using platform::Alignment;
 using platform::Colour;
 using platform::GridColour;
 
-Snapshot Snapshot::Of(const Sheet& sheet, const Rect& area) { return SnapshotBuilder(sheet, area).Build(); }
+Snapshot Snapshot::Of(const Sheet& sheet, const Rect& area, Highlights highlights) {
+  return SnapshotBuilder(sheet, area, highlights).Build();
+}
 
 Snapshot Snapshot::Of(const Sheet& sheet) { return Of(sheet, {0, 0, sheet.view().width, sheet.view().height}); }
 
-SnapshotBuilder::SnapshotBuilder(const Sheet& sheet, const Rect& area) : sheet_(sheet), geometry_(sheet.geometry()) {
+SnapshotBuilder::SnapshotBuilder(const Sheet& sheet, const Rect& area, Highlights highlights)
+    : sheet_(sheet), geometry_(sheet.geometry()), highlights_(highlights) {
   snapshot_.area_ = area.Intersected({0, 0, geometry_.view().width, geometry_.view().height});
   snapshot_.scale_ = sheet.scale();
   snapshot_.appearance_ = sheet.appearance();
@@ -44,8 +47,10 @@ Snapshot SnapshotBuilder::Build() {
   AddPane(fixed_rows, {pinned.fixed_columns, pinned.columns}, {fixed_width, 0, left - fixed_width, top});
   AddPane(fixed_rows, {0, pinned.fixed_columns}, {0, 0, fixed_width, top});
   if (pinned.columns > pinned.fixed_columns && left < view.width) snapshot_.frozen_edge_ = left;
-  if (sheet_.drop_column() >= 0) snapshot_.drop_edge_ = DropEdge(sheet_.drop_column());
-  AddCurrentCell();
+  if (highlights_ == Highlights::kShown) {
+    if (sheet_.drop_column() >= 0) snapshot_.drop_edge_ = DropEdge(sheet_.drop_column());
+    AddCurrentCell();
+  }
   return std::move(snapshot_);
 }
 
@@ -158,7 +163,8 @@ void SnapshotBuilder::AddColours(const SnapshotRow& row, int column, const CellS
   cell.fore = style.fore.value_or(looks.ForeOf(part));
   const Selection& selection = sheet_.selection();
   const bool current = selection.current == CellPosition{row.row, column};
-  if (part != CellPart::kFixed && !current && selection.IsRange() && selection.Contains(row.row, column)) {
+  const bool marked = highlights_ == Highlights::kShown && !current && selection.IsRange();
+  if (part != CellPart::kFixed && marked && selection.Contains(row.row, column)) {
     cell.back = looks.Of(GridColour::kBackColorSel);
     cell.fore = looks.Of(GridColour::kForeColorSel);
   }

@@ -14,6 +14,9 @@ namespace stockbook::sheet {
 
 class Sheet;
 
+// Whether a snapshot shows what the user is at: the selected cells, the current one, a column that is being moved.
+enum class Highlights { kShown, kLeftOut };
+
 struct SnapshotRow {
   int row = 0;
   int y = 0;
@@ -65,7 +68,7 @@ struct SnapshotPane {
 class Snapshot {
  public:
   // Of the part of the view in `area`, in device pixels.
-  static Snapshot Of(const Sheet& sheet, const Rect& area);
+  static Snapshot Of(const Sheet& sheet, const Rect& area, Highlights highlights = Highlights::kShown);
   // Of the whole view.
   static Snapshot Of(const Sheet& sheet);
 

@@ -13,7 +13,7 @@ namespace stockbook::sheet {
 // Fills one Snapshot from a sheet; lives for that only.
 class SnapshotBuilder {
  public:
-  SnapshotBuilder(const Sheet& sheet, const Rect& area);
+  SnapshotBuilder(const Sheet& sheet, const Rect& area, Highlights highlights);
   Snapshot Build();
 
  private:
@@ -33,6 +33,7 @@ class SnapshotBuilder {
 
   const Sheet& sheet_;
   Geometry geometry_;
+  Highlights highlights_;
   Snapshot snapshot_;
 };
 

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "qt/grid_printer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "qt/colour.h"
+#include "qt/text.h"
+#include "sheet/paint/painter.h"
+#include "sheet/paint/snapshot.h"
+
+namespace stockbook::qt {
+namespace {
+
+// Pixels of the sheet for one of 96 to the inch: fine enough for every printer, whatever the painter's own units are.
+constexpr double kScale = 8;
+// The lines above and below the cells, in pixels of 96 to the inch, and how large their texts are.
+constexpr double kHeadingHeight = 30;
+constexpr double kFooterHeight = 24;
+constexpr double kHeadingSize = 1.2;
+constexpr double kFooterSize = 0.9;
+constexpr platform::Colour kInk = 0x00000000;
+
+int Fine(double pixels) { return static_cast<int>(std::lround(pixels * kScale)); }
+
+platform::Font Sized(platform::Font font, double factor, bool bold) {
+  font.size_pt *= factor;
+  font.bold = bold;
+  return font;
+}
+
+}  // namespace
+
+GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading)
+    : sheet_(sheet), paper_(paper), heading_(FromQString(heading.simplified())), plan_(MakePlan()) {}
+
+sheet::Appearance GridPrinter::Looks() const {
+  const sheet::Appearance shown = sheet_.appearance();
+  if (!IsDark(ToQColor(shown.Of(platform::GridColour::kBackColor)))) return shown;
+  sheet::Appearance light = shown;
+  const sheet::Appearance usual;
+  light.colours = usual.colours;
+  light.node_back = usual.node_back;
+  light.negative_fore = usual.negative_fore;
+  light.light = usual.light;
+  light.accent = usual.accent;
+  return light;
+}
+
+sheet::PageRoom GridPrinter::Room() const {
+  const QSizeF pixels = paper_.area.size() / Unit();
+  return {std::max(1.0, pixels.width() * kScale),
+          std::max(1.0, (pixels.height() - kHeadingHeight - kFooterHeight) * kScale)};
+}
+
+sheet::PagePlan GridPrinter::MakePlan() const {
+  sheet::PaperLayout layout(sheet_, kScale, sheet_.appearance());
+  return {layout, Room()};
+}
+
+void GridPrinter::PaintPage(QPainter& painter, int page) {
+  if (page < 0 || page >= PageCount()) return;
+  painter.save();
+  painter.setClipRect(paper_.area, Qt::IntersectClip);
+  painter.translate(paper_.area.topLeft());
+  painter.scale(Unit(), Unit());
+  PaintFrame(painter, page);
+  painter.translate(0, kHeadingHeight);
+  painter.scale(plan_.zoom(), plan_.zoom());
+  PaintCells(painter, page);
+  painter.restore();
+}
+
+void GridPrinter::PaintFrame(QPainter& painter, int page) {
+  const QSizeF pixels = paper_.area.size() / Unit();
+  QtCanvas canvas(painter, fonts_, kScale);
+  const platform::Font& font = sheet_.appearance().font;
+  const int width = Fine(pixels.width());
+  const std::string number = FromQString(QStringLiteral("第 %1 页 共 %2 页").arg(page + 1).arg(PageCount()));
+  const sheet::TextItem heading{heading_, {0, 0, width, Fine(kHeadingHeight)}, sheet::HorizontalAlign::kLeft};
+  const sheet::TextItem footer{
+      number, {0, Fine(pixels.height() - kFooterHeight), width, Fine(kFooterHeight)}, sheet::HorizontalAlign::kRight};
+  canvas.DrawTexts(Sized(font, kHeadingSize, true), kInk, {&heading, 1});
+  canvas.DrawTexts(Sized(font, kFooterSize, false), kInk, {&footer, 1});
+}
+
+void GridPrinter::PaintCells(QPainter& painter, int page) {
+  sheet::PaperLayout layout(sheet_, kScale, Looks());
+  layout.Pin(plan_.pinned());
+  const sheet::PagePlan::Page shown = plan_.At(page);
+  layout.Show(shown.rows, shown.columns);
+  const sheet::Rect whole{0, 0, sheet_.view().width, sheet_.view().height};
+  QtCanvas canvas(painter, fonts_, kScale);
+  sheet::Paint(sheet::Snapshot::Of(sheet_, whole, sheet::Highlights::kLeftOut), canvas);
+}
+
+bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device) {
+  QPainter painter;
+  if (!painter.begin(&device)) return false;
+  const QRectF area(0, 0, device.width(), device.height());
+  GridPrinter printer(sheet, {area, static_cast<double>(device.logicalDpiX())}, heading);
+  for (int page = 0; page < printer.PageCount(); ++page) {
+    if (page > 0 && !device.newPage()) return false;
+    printer.PaintPage(painter, page);
+  }
+  return painter.end();
+}
+
+}  // namespace stockbook::qt
