@@ -148,6 +148,9 @@ void Sheet::ScrollChanged() {
 }
 
 void Sheet::SetView(Size view_px, double scale) {
+  constexpr double kLeastScale = 1.0 / 16;
+  constexpr double kMostScale = 64;
+  scale = std::isfinite(scale) && scale > 0 ? std::clamp(scale, kLeastScale, kMostScale) : scale_;
   const bool rescaled = scale != scale_;
   view_ = {std::max(0, view_px.width), std::max(0, view_px.height)};
   if (rescaled) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Sheet as platform::GridOutline.
+#include <algorithm>
+
 #include "base/text.h"
 #include "platform/error.h"
 #include "sheet/sheet.h"
@@ -23,6 +25,11 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   rows.reserve(runs.size());
   for (const Store::TextRun& run : runs) rows.push_back(run.row);
   ++revision_;
+  if (rows.size() > static_cast<size_t>(kMostRows - Rows())) {
+    throw Error("GroupBy", "GroupBy: " + std::to_string(rows.size()) + " groups are more than the grid has room for.");
+  }
+  const bool at_top = anchor_.row == fixed_rows_ && anchor_.offset_px == 0;
+  if (!at_top) anchor_.row += static_cast<int>(std::upper_bound(rows.begin(), rows.end(), anchor_.row) - rows.begin());
   store_.InsertRowBeforeEach(rows);
   outline_.InsertNodes(rows, fixed_rows_);
   for (size_t node = 0; node < runs.size(); ++node) {

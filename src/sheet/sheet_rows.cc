@@ -11,7 +11,6 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr int kMostRows = 1 << 30;
 constexpr int kMostHeight = 1440 * 100;  // twips: 100 inches
 
 }  // namespace
@@ -43,8 +42,9 @@ void Sheet::SetFixedRows(int count) {
                                  std::to_string(Rows()) + ".");
   }
   ++revision_;
+  const bool at_top = anchor_.row == fixed_rows_ && anchor_.offset_px == 0;
   fixed_rows_ = count;
-  anchor_.row = std::max(anchor_.row, fixed_rows_);
+  if (at_top || anchor_.row < fixed_rows_) anchor_ = {fixed_rows_, 0};
   RowsChanged();
 }
 
@@ -98,16 +98,20 @@ void Sheet::SetRowHeight(int row, int twips) {
   }
   twips = std::min(twips, kMostHeight);
   if (row != -1) {
-    CheckRow("RowHeight", row);
-    if (states_.At(row).height_twips == twips) return;
-    states_.Update(row, row + 1, [&](RowState& state) { state.height_twips = twips; });
-    RowsChanged();
+    SetOwnRowHeight(row, twips);
     return;
   }
   states_.Update(0, Rows(), [](RowState& state) { state.height_twips = RowState::kDefaultHeight; });
   RowHeights heights = states_.heights();
   heights.default_twips = twips;
   SetHeights(heights);
+}
+
+void Sheet::SetOwnRowHeight(int row, int32_t height_twips) {
+  CheckRow("RowHeight", row);
+  if (states_.At(row).height_twips == height_twips) return;
+  states_.Update(row, row + 1, [&](RowState& state) { state.height_twips = height_twips; });
+  RowsChanged();
 }
 
 void Sheet::SetHeights(const RowHeights& heights) {

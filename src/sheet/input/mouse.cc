@@ -17,6 +17,7 @@ constexpr int kEdgeReach = 4;     // pixels on either side of an edge that grab 
 constexpr int kDragDistance = 5;  // pixels before a pressed caption moves
 constexpr double kTwipsPerPixel = 15.0;
 constexpr int kLeastSize = 60;  // twips that a dragged edge leaves
+constexpr int kMostSize = 1 << 24;
 
 }  // namespace
 
@@ -47,10 +48,11 @@ int Mouse::RowEdgeAt(int y) const {
 
 Mouse::Edge Mouse::EdgeAt(Point at) const {
   const Geometry geometry = sheet_.geometry();
-  if (sheet_.FixedRows() > 0 && at.y >= 0 && at.y < geometry.PinnedHeight()) {
+  if (!Rect{0, 0, geometry.view().width, geometry.view().height}.Contains(at)) return {};
+  if (sheet_.FixedRows() > 0 && at.y < geometry.PinnedHeight()) {
     if (const int column = ColumnEdgeAt(at.x); column >= 0) return {-1, column};
   }
-  if (sheet_.FixedCols() > 0 && at.x >= 0 && at.x < geometry.FixedWidth()) {
+  if (sheet_.FixedCols() > 0 && at.x < geometry.FixedWidth()) {
     if (const int row = RowEdgeAt(at.y); row >= 0) return {row, -1};
   }
   return {};
@@ -196,7 +198,7 @@ void Mouse::Fit(const Edge& edge) {
 bool Mouse::Cancel() {
   const bool drags = drag_ != Drag::kNone;
   if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, size_before_);
-  if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, size_before_);
+  if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetOwnRowHeight(resized_.row, own_height_before_);
   drag_ = Drag::kNone;
   moving_ = false;
   sheet_.SetDropColumn(-1);
@@ -206,27 +208,31 @@ bool Mouse::Cancel() {
 void Mouse::Wheel(int64_t dx_px, int64_t dy_px) {
   sheet_.ScrollBy(dx_px, dy_px);
   if (drag_ == Drag::kCells || drag_ == Drag::kRows || drag_ == Drag::kColumns) ExtendSelection(last_);
+  if (drag_ == Drag::kCaption) MoveCaption(last_);
+}
+
+// How far the mouse drags beyond the part that scrolls. What began in the frozen columns is at home there.
+Mouse::Distance Mouse::BeyondBody() const {
+  const Rect body = sheet_.geometry().BodyRect();
+  const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;
+  const bool columns = drag_ == Drag::kCells || drag_ == Drag::kColumns || (drag_ == Drag::kCaption && moving_);
+  const auto beyond = [](int64_t at, int first, int last) {
+    return at < first ? at - first : at >= last ? at - last + 1 : 0;
+  };
+  const int left = pressed_.x < body.x ? 0 : body.x;
+  return {columns ? beyond(last_.x, left, body.right()) : 0, rows ? beyond(last_.y, body.y, body.bottom()) : 0};
 }
 
 bool Mouse::WantsAutoScroll() const {
-  const Rect body = sheet_.geometry().BodyRect();
-  const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;
-  const bool columns = drag_ == Drag::kCells || drag_ == Drag::kColumns;
-  return (rows && (last_.y < body.y || last_.y >= body.bottom())) ||
-         (columns && (last_.x < body.x || last_.x >= body.right()));
+  const Distance beyond = BeyondBody();
+  return beyond.dx != 0 || beyond.dy != 0;
 }
 
 void Mouse::AutoScroll() {
   if (!WantsAutoScroll()) return;
-  const Rect body = sheet_.geometry().BodyRect();
-  const auto beyond = [](int at, int first, int last) {
-    return at < first ? at - first : at >= last ? at - last + 1 : 0;
-  };
   // The further out, the faster.
-  const int64_t dy = drag_ == Drag::kColumns ? 0 : beyond(last_.y, body.y, body.bottom());
-  const int64_t dx = drag_ == Drag::kRows ? 0 : beyond(last_.x, body.x, body.right());
-  sheet_.ScrollBy(dx, dy);
-  ExtendSelection(last_);
+  const Distance beyond = BeyondBody();
+  Wheel(beyond.dx, beyond.dy);
 }
 
 void Mouse::BeginResize(const Edge& edge, Point at) {
@@ -236,19 +242,20 @@ void Mouse::BeginResize(const Edge& edge, Point at) {
   resized_ = edge;
   pressed_ = at;
   drag_ = edge.column >= 0 ? Drag::kColumnEdge : Drag::kRowEdge;
+  if (edge.row >= 0) own_height_before_ = sheet_.states().At(edge.row).height_twips;
   size_before_ = edge.column >= 0 ? sheet_.ColWidth(edge.column) : sheet_.RowHeight(edge.row);
 }
 
 void Mouse::Resize(Point at) {
-  const int pixels = drag_ == Drag::kColumnEdge ? at.x - pressed_.x : at.y - pressed_.y;
-  const int twips =
-      std::max(kLeastSize, size_before_ + static_cast<int>(std::lround(pixels * kTwipsPerPixel / sheet_.scale())));
+  const int64_t pixels = drag_ == Drag::kColumnEdge ? int64_t{at.x} - pressed_.x : int64_t{at.y} - pressed_.y;
+  const double wanted = std::round(size_before_ + static_cast<double>(pixels) * kTwipsPerPixel / sheet_.scale());
+  const auto twips = static_cast<int>(std::clamp(wanted, double{kLeastSize}, double{kMostSize}));
   if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, twips);
   if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, twips);
 }
 
 void Mouse::MoveCaption(Point at) {
-  moving_ = moving_ || std::abs(at.x - pressed_.x) >= Scaled(kDragDistance);
+  moving_ = moving_ || std::abs(int64_t{at.x} - pressed_.x) >= Scaled(kDragDistance);
   if (!moving_) return;
   const Geometry geometry = sheet_.geometry();
   const int x = std::clamp(at.x, 0, std::max(0, geometry.CellsRect().right() - 1));

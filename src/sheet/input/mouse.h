@@ -28,7 +28,8 @@ class Mouse {
   bool Cancel();
   void Wheel(int64_t dx_px, int64_t dy_px);
 
-  // True while a selection is dragged beyond the cells: call AutoScroll by a timer, some 20 times a second.
+  // True while a selection or a caption is dragged beyond the part that scrolls: call AutoScroll by a timer, some 20
+  // times a second.
   bool WantsAutoScroll() const;
   void AutoScroll();
 
@@ -47,7 +48,13 @@ class Mouse {
   // Whether the sheet has the row or column still: its observer may have taken it away.
   bool Exists(const Edge& edge) const;
 
+  struct Distance {
+    int64_t dx = 0;
+    int64_t dy = 0;
+  };
+
   Edge EdgeAt(Point at) const;
+  Distance BeyondBody() const;
   int ColumnEdgeAt(int x) const;
   int RowEdgeAt(int y) const;
   bool ToggleNodeAt(Point at);
@@ -68,6 +75,7 @@ class Mouse {
   Point last_;
   Edge resized_;
   int size_before_ = 0;  // twips
+  int own_height_before_ = 0;
   int moved_column_ = -1;
   bool moving_ = false;  // the caption was dragged far enough
   Cursor cursor_ = Cursor::kDefault;

@@ -43,7 +43,8 @@ void Outline::CoverAnew(int64_t row, int level) {
 
 void Outline::InsertRows(int64_t row, int64_t count) {
   states_.Insert(row, count, RowState{});
-  CoverAnew(row, 0);
+  // The last of them ends what covered the rows behind it.
+  CoverAnew(row + count - 1, 0);
 }
 
 void Outline::RemoveRows(int64_t row, int64_t count) {

@@ -123,7 +123,8 @@ class Painter {
     const Colour accent = snapshot_.appearance().accent;
     const int right = cell.right() - layout_.metrics().line;
     const int bottom = cell.bottom() - layout_.metrics().line;
-    const Rect seen = snapshot_.current_pane().Intersected(snapshot_.area());
+    // A cell lower than the frame is thick shows a part of it, and nothing beyond its edges.
+    const Rect seen = snapshot_.current_pane().Intersected(snapshot_.area()).Intersected(cell);
     batches_.Fill(accent, Rect{cell.x, cell.y, right - cell.x, side}.Intersected(seen));
     batches_.Fill(accent, Rect{cell.x, bottom - side, right - cell.x, side}.Intersected(seen));
     batches_.Fill(accent, Rect{cell.x, cell.y, side, bottom - cell.y}.Intersected(seen));
