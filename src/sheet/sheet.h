@@ -172,6 +172,8 @@ class Sheet final : public platform::Grid {
   void SetLayout(const Layout& layout);
   Size view() const { return view_; }
   double scale() const { return scale_; }
+  // RowState::kDefaultHeight gives the row the height of all rows again.
+  void SetOwnRowHeight(int row, int32_t height_twips);
   void ScrollTo(ScrollPosition position);
   void ScrollBy(int64_t dx_px, int64_t dy_px);
   void SetMouseCell(CellPosition cell) { mouse_cell_ = cell; }
@@ -210,6 +212,8 @@ class Sheet final : public platform::Grid {
   size_t EngineBytes() const;
 
  private:
+  static constexpr int kMostRows = 1 << 30;
+
   // Where the rows are scrolled to: a row and how far into it. It outlives changes of heights and of what is shown.
   struct RowAnchor {
     int row = 0;

@@ -77,7 +77,9 @@ void Sheet::SetLayout(const Layout& layout) {
 
 void Sheet::ScrollBy(int64_t dx_px, int64_t dy_px) {
   const ScrollPosition at = geometry().scroll();
-  ScrollTo({at.x + dx_px, at.y + dy_px});
+  // Farther than any sheet is large, and far from overflowing.
+  constexpr int64_t kFar = int64_t{1} << 60;
+  ScrollTo({at.x + std::clamp(dx_px, -kFar, kFar), at.y + std::clamp(dy_px, -kFar, kFar)});
 }
 
 void Sheet::SetDropColumn(int column) {
