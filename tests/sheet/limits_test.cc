@@ -105,6 +105,15 @@ TEST_F(Limits, FewerFixedRowsLeaveASheetAtItsTop) {
   EXPECT_EQ(sheet.TopRow(), 1);
 }
 
+TEST_F(Limits, FixedRowsBelowTheViewCostNothingToPaint) {
+  sheet.SetFixedRows(900);
+  EXPECT_TRUE(sheet.geometry().BodyRect().IsEmpty());
+  const Snapshot snapshot = Snapshot::Of(sheet);
+  size_t cells = 0;
+  for (const SnapshotPane& pane : snapshot.panes()) cells += pane.content.size();
+  EXPECT_EQ(cells, 11U * 3U);
+}
+
 TEST_F(Limits, GroupingKeepsTheTopRow) {
   sheet.SetTopRow(500);
   const std::string top = sheet.TextMatrix(500, 2);

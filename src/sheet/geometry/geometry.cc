@@ -101,6 +101,14 @@ Span Geometry::RowsWithin(int from, int to) const {
   return {first, std::min(last + 1, rows)};
 }
 
+Span Geometry::FixedRowsWithin(int from, int to) const {
+  from = std::max(from, 0);
+  to = std::min(to, PinnedHeight());
+  if (from >= to) return {pinned_.rows, pinned_.rows};
+  return {static_cast<int>(rows_->RowAtPixel(from)),
+          std::min(static_cast<int>(rows_->RowAtPixel(to - 1)) + 1, pinned_.rows)};
+}
+
 Span Geometry::ColumnsWithin(int from, int to) const {
   from = std::max(from, PinnedWidth());
   to = std::min(to, view_.width);

@@ -65,6 +65,8 @@ class Geometry {
   // Rows / columns of the scrolling part that reach into [from, to) of the view, hidden ones in between included.
   Span RowsWithin(int from, int to) const;
   Span ColumnsWithin(int from, int to) const;
+  // The same of the fixed rows.
+  Span FixedRowsWithin(int from, int to) const;
   // The first row of the scrolling part in view, and the last that is wholly in view (never above the first).
   int TopRow() const;
   int BottomRow() const;

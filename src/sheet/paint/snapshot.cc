@@ -36,7 +36,7 @@ Snapshot SnapshotBuilder::Build() {
   const int top = geometry_.PinnedHeight();
   const Span body_rows = geometry_.RowsWithin(area.y, area.bottom());
   const Span body_columns = geometry_.ColumnsWithin(area.x, area.right());
-  const Span fixed_rows{0, pinned.rows};
+  const Span fixed_rows = geometry_.FixedRowsWithin(area.y, area.bottom());
   const Rect caption{left, 0, view.width - left, top};
   const Rect body{left, top, view.width - left, view.height - top};
   // Scrolled parts first, what stays in view on top of them.
