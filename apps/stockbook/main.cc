@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   using namespace stockbook::app;
   // A command is one line here; 'stockbook --help' lists them in this order.
   const std::array commands{
-      OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), RenderCommand(),
+      OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),
   };
   Terminal terminal{std::cin, std::cout, std::cerr};
   const int code = RunProgram(commands, std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);

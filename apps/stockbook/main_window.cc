@@ -40,6 +40,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent),
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
+      colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new QLabel),
       row_count_(new QLabel),
       progress_(new QProgressBar) {
@@ -55,6 +56,12 @@ MainWindow::MainWindow(QWidget* parent)
   ConnectControl();
   resize(kUsualSize);
   UpdateTitle();
+  colours_->Follow(palette());
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
 }
 
 void MainWindow::BuildMenus() {

@@ -11,11 +11,12 @@
 #include "qt/stockbook_widget.h"
 #include "stockbook/journal_bar.h"
 #include "stockbook/journal_desk.h"
+#include "stockbook/window_colours.h"
 
 namespace stockbook::app {
 
-// The reference host: a bar to choose a journal, the journal, a line with its messages and a progress bar. It keeps
-// nothing from one run to the next.
+// The reference host: a bar to choose a journal, the journal, a line with its messages and a progress bar. It is light
+// or dark as the desktop is. It keeps nothing from one run to the next.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
@@ -31,6 +32,9 @@ class MainWindow : public QMainWindow {
 
   qt::StockbookWidget& stockbook() { return *stockbook_; }
   JournalBar& bar() { return *bar_; }
+
+ protected:
+  void changeEvent(QEvent* event) override;
 
  private:
   void BuildMenus();
@@ -50,6 +54,7 @@ class MainWindow : public QMainWindow {
   bool loading_ = false;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
+  std::unique_ptr<WindowColours> colours_;
   QLabel* message_;
   QLabel* row_count_;
   QProgressBar* progress_;

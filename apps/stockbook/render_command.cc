@@ -15,6 +15,7 @@
 #include "stockbook/gui_session.h"
 #include "stockbook/main_window.h"
 #include "stockbook/output_file.h"
+#include "stockbook/window_colours.h"
 #include "stockbook/window_commands.h"
 
 namespace stockbook::app {
@@ -23,22 +24,24 @@ namespace {
 constexpr std::string_view kUsage =
     R"(Writes the picture of the window with a journal in it, as PNG. It needs no display.
 
-Usage: stockbook render DB JOURNAL [--size WxH] [--scale S] [--top-row N] [--collapse] -o PNG
+Usage: stockbook render DB JOURNAL [--size WxH] [--scale S] [--top-row N] [--collapse] [--dark] -o PNG
 
   DB            the inventory
   --size WxH    size of the window in pixels of a plain display (1280x800)
   --scale S     pixels of the picture for each of those, 1 to 4 (1)
   --top-row N   the grid row to stand on top of the scrolling part
   --collapse    close all periods
+  --dark        as on a dark desktop
   -o PNG        the picture, - for standard output; an existing file is replaced when all has gone well
 
 )";
 
-constexpr std::array<Option, 5> kOptions{{
+constexpr std::array<Option, 6> kOptions{{
     {"size", OptionKind::Value},
     {"scale", OptionKind::Value},
     {"top-row", OptionKind::Value},
     {"collapse", OptionKind::Flag},
+    {"dark", OptionKind::Flag},
     {"output", OptionKind::Value, 'o'},
 }};
 
@@ -82,13 +85,6 @@ QSize SizeOf(const CommandLine& line, double scale) {
   return {*width, *height};
 }
 
-void CollapseAll(sheet::Sheet& sheet) {
-  for (int row = sheet.NextSubtotal(sheet.FixedRows()); row >= 0;
-       row = row + 1 < sheet.Rows() ? sheet.NextSubtotal(row + 1) : -1) {
-    sheet.SetIsCollapsed(row, true);
-  }
-}
-
 QImage PictureOf(MainWindow& window, double scale) {
   QImage image((QSizeF(window.size()) * scale).toSize(), QImage::Format_RGB32);
   image.setDevicePixelRatio(scale);
@@ -119,6 +115,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   OutputFile output(line.Required("output", "-o PNG, the picture to write"), terminal.out);
 
   const GuiSession session(GuiNeed::kPicture, scale);
+  if (line.Has("dark")) QApplication::setPalette(DarkPalette());
   MainWindow window;
   window.OpenDatabase(path);
   // The size that was asked for, even where the bar has no room.
@@ -130,7 +127,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
     throw platform::Error("render", LoadError(report));
   }
   sheet::Sheet& sheet = window.stockbook().sheet();
-  if (line.Has("collapse")) CollapseAll(sheet);
+  if (line.Has("collapse")) sheet.CollapseAll(true);
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));
   // The window settles: bars come and go.
   QApplication::processEvents();

@@ -13,10 +13,12 @@
 
 #include "app/inventory_fixture.h"
 #include "platform/error.h"
+#include "sheet/sheet.h"
 #include "stockbook/gui_session.h"
 #include "stockbook/inventory_catalog.h"
 #include "stockbook/sample_inventory.h"
 #include "stockbook/subject_chooser.h"
+#include "stockbook/window_colours.h"
 
 namespace stockbook::app {
 namespace {
@@ -125,6 +127,58 @@ TEST_F(Window, CanBeClosedWhileItLoads) {
   EXPECT_TRUE(window_->LoadFirstJournal().loaded);
   QApplication::processEvents();
   EXPECT_FALSE(window_->isVisible());
+}
+
+// The light colours are the defaults; both desktops are tried, whatever the machine's own is.
+class WindowOnADesktop : public Window {
+ protected:
+  WindowOnADesktop() { QApplication::setPalette(light_); }
+  ~WindowOnADesktop() override { QApplication::setPalette(light_); }
+
+  void Turn(const QPalette& palette) {
+    QApplication::setPalette(palette);
+    QApplication::processEvents();
+  }
+  control::Stockbook& control() { return window_->stockbook().control(); }
+
+  const QPalette light_{QColor(0xEF, 0xEF, 0xEF), QColor(0xEF, 0xEF, 0xEF)};
+};
+
+TEST_F(WindowOnADesktop, IsLightOrDarkAsTheDesktopIs) {
+  Open();
+  const control::Stockbook& stock = control();
+  const platform::Colour back = stock.BackColor();
+  const platform::Colour hot = stock.BackColorHot();
+  const platform::Colour header = window_->stockbook().HeaderColor();
+  Turn(DarkPalette());
+  const sheet::Appearance dark = sheet::Appearance::Dark();
+  EXPECT_EQ(stock.BackColor(), dark.Of(platform::GridColour::kBackColor));
+  EXPECT_EQ(stock.ForeColor(), dark.Of(platform::GridColour::kForeColor));
+  EXPECT_EQ(window_->stockbook().sheet().appearance().negative_fore, dark.negative_fore);
+  EXPECT_NE(stock.BackColorHot(), hot);
+  EXPECT_NE(window_->stockbook().HeaderColor(), header);
+  Turn(light_);
+  EXPECT_EQ(stock.BackColor(), back);
+  EXPECT_EQ(stock.BackColorHot(), hot);
+  EXPECT_EQ(window_->stockbook().HeaderColor(), header);
+  EXPECT_EQ(window_->stockbook().sheet().appearance().colours, sheet::Appearance().colours);
+}
+
+TEST_F(WindowOnADesktop, StartsDarkOnADarkDesktop) {
+  Turn(DarkPalette());
+  MainWindow other;
+  EXPECT_EQ(other.stockbook().control().BackColor(), sheet::Appearance::Dark().Of(platform::GridColour::kBackColor));
+}
+
+TEST_F(WindowOnADesktop, LeavesTheColoursThatAHostHasSet) {
+  Open();
+  control().SetBackColor(0x00CCFFFF);
+  Turn(DarkPalette());
+  EXPECT_EQ(control().BackColor(), 0x00CCFFFFu);
+  control().SetForeColorHot(0x0000FF00);
+  Turn(light_);
+  EXPECT_EQ(control().BackColor(), 0x00CCFFFFu);
+  EXPECT_EQ(control().ForeColorHot(), 0x0000FF00u);
 }
 
 // Types into the chooser's line as a user does.

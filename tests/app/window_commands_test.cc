@@ -65,6 +65,53 @@ TEST_F(WindowCommand, RenderScrollsAndClosesPeriods) {
   EXPECT_EQ(Render("--top-row 2000000000").code, 0) << "a row behind the last one is the last one";
 }
 
+TEST_F(WindowCommand, RenderShowsADarkDesktop) {
+  Render("");
+  const QImage light = Picture();
+  EXPECT_EQ(Render("--dark").code, 0);
+  const QImage dark = Picture();
+  const QPoint grid(600, 700);
+  const QPoint frame(5, 5);
+  EXPECT_GT(qGray(light.pixel(grid)), 200);
+  EXPECT_GT(qGray(light.pixel(frame)), 200);
+  EXPECT_LT(qGray(dark.pixel(grid)), 80);
+  EXPECT_LT(qGray(dark.pixel(frame)), 80);
+}
+
+TEST_F(WindowCommand, PrintWritesAPdfWithoutADisplay) {
+  const auto print = [&](const std::string& more) {
+    return Program("print '" + PathOf("sample.db") + "' --journal material --product 1 " + more + " -o '" +
+                       PathOf("journal.pdf") + "'",
+                   "env -u DISPLAY");
+  };
+  const auto pages = [&] {
+    const std::string pdf = ReadAll(PathOf("journal.pdf"));
+    EXPECT_TRUE(pdf.starts_with("%PDF"));
+    EXPECT_NE(pdf.find("/FontFile"), std::string::npos);
+    int count = 0;
+    for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
+      ++count;
+    return count;
+  };
+  const Outcome outcome = print("");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.out + outcome.err, "");
+  const int all = pages();
+  EXPECT_GT(all, 1);
+  EXPECT_EQ(print("--collapse").code, 0);
+  EXPECT_LT(pages(), all);
+  EXPECT_EQ(print("--paper a5 --portrait").code, 0);
+  EXPECT_GT(pages(), all);
+  Write("journal.pdf", "as it was");
+  for (const char* wrong : {"--paper a9", "--paper", "extra", "--size 3x3"}) {
+    const Outcome refused = print(wrong);
+    EXPECT_EQ(refused.code, 2) << wrong;
+    EXPECT_EQ(std::count(refused.err.begin(), refused.err.end(), '\n'), 1) << refused.err;
+  }
+  EXPECT_EQ(Program("print missing.db --journal material --product 1 -o '" + PathOf("journal.pdf") + "'").code, 1);
+  EXPECT_EQ(ReadAll(PathOf("journal.pdf")), "as it was");
+}
+
 TEST_F(WindowCommand, RenderIsTheSameTwice) {
   Render("");
   const QImage first = Picture();
@@ -111,7 +158,7 @@ TEST_F(WindowCommand, OpenRefusesArgumentsBeforeItLooksForADisplay) {
 }
 
 TEST_F(WindowCommand, ExplainsItself) {
-  for (const char* command : {"open", "render"}) {
+  for (const char* command : {"open", "print", "render"}) {
     const Outcome outcome = Program(std::string(command) + " --help");
     EXPECT_EQ(outcome.code, 0);
     EXPECT_NE(outcome.out.find("--journal"), std::string::npos);

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPalette>
+
+#include "qt/stockbook_widget.h"
+#include "sheet/paint/appearance.h"
+
+namespace stockbook::app {
+
+// Gives a journal the colours for a light or a dark desktop. The light ones are those that it has to begin with. A
+// colour that somebody else has set meanwhile stays as it is.
+class WindowColours {
+ public:
+  explicit WindowColours(qt::StockbookWidget& stockbook);
+
+  // Call it at the start and whenever the window's palette is another one.
+  void Follow(const QPalette& palette);
+
+ private:
+  struct Scheme {
+    sheet::Appearance sheet;  // of which the colours count
+    platform::Colour back_hot = 0;
+    platform::Colour fore_hot = 0;
+    platform::Colour border = 0;
+    platform::Colour header = 0;
+  };
+
+  static Scheme DarkScheme();
+  Scheme Now() const;
+  void Change(const Scheme& from, const Scheme& to);
+
+  qt::StockbookWidget& stockbook_;
+  Scheme light_;
+  bool dark_ = false;
+};
+
+// A dark desktop's palette, for pictures.
+QPalette DarkPalette();
+
+}  // namespace stockbook::app
