@@ -459,6 +459,35 @@ TEST_F(Input, PlusAndMinusFoldTheCurrentNodeAndWithControlAllOfThem) {
   EXPECT_FALSE(Press(Key::kPlus));
 }
 
+TEST_F(Input, ADragWithinFrozenColumnsLeavesTheOthersWhereTheyAreScrolledTo) {
+  sheet.SetFrozenCols(1);
+  sheet.SetView({280, 220}, 1.0);
+  sheet.ScrollTo({60, 0});
+  DragTo(Middle(3, 1), Middle(6, 1));
+  EXPECT_FALSE(mouse.WantsAutoScroll());
+  mouse.AutoScroll();
+  EXPECT_EQ(sheet.geometry().scroll().x, 60);
+  EXPECT_EQ(Selected(), (CellRange{3, 1, 7, 2}));
+  mouse.Cancel();
+  // From the part that scrolls the frozen columns are beyond its edge.
+  DragTo(Middle(3, 3), Middle(3, 1));
+  EXPECT_TRUE(mouse.WantsAutoScroll());
+  for (int tick = 0; tick < 10; ++tick) mouse.AutoScroll();
+  EXPECT_EQ(sheet.geometry().scroll().x, 0);
+}
+
+TEST_F(Input, ACaptionDraggedBeyondTheEdgeScrollsToWhereItIsToGo) {
+  sheet.SetView({230, 220}, 1.0);
+  DragTo(Middle(0, 1), {260, 10});
+  EXPECT_TRUE(mouse.WantsAutoScroll());
+  for (int tick = 0; tick < 20; ++tick) mouse.AutoScroll();
+  EXPECT_EQ(sheet.geometry().scroll(), (ScrollPosition{200, 0}));
+  EXPECT_EQ(sheet.drop_column(), 5);
+  mouse.Release({MouseButton::kLeft, kNone, {260, 10}});
+  EXPECT_NE(listener.Take().find("moved 1 4"), std::string::npos);
+  EXPECT_FALSE(mouse.WantsAutoScroll());
+}
+
 TEST_F(Input, LeftOnALineInTheTreesColumnGoesToItsNode) {
   sheet.GroupBy(1, 1, "%s");
   sheet.SetOutlineCol(1);

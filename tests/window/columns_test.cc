@@ -91,6 +91,14 @@ TEST_F(ColumnsInAWindow, DraggingACaptionMovesItsColumnToTheMark) {
   EXPECT_EQ(Now("drop"), "-1");
 }
 
+TEST_F(ColumnsInAWindow, ACaptionPulledBeyondTheEdgeScrollsOn) {
+  const Place caption = Cell(0, 3).Middle();
+  Pull(caption, {800, caption.y});
+  EXPECT_TRUE(Becomes("drop", "12"));
+  Release();
+  EXPECT_TRUE(BecomesSo("columns", [](const std::string& all) { return all.ends_with("Depot:80 Explain:150 "); }));
+}
+
 TEST_F(ColumnsInAWindow, EscapeLeavesTheColumnWhereItWas) {
   const std::string columns = Now("columns");
   Pull(Cell(0, 3).Middle(), Cell(0, 5).Middle());

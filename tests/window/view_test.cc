@@ -52,6 +52,20 @@ TEST_F(ViewInAWindow, FrozenColumnsStayWhereTheyAre) {
   EXPECT_TRUE(Becomes("current", "4 2"));
 }
 
+TEST_F(ViewInAWindow, ADragWithinFrozenColumnsDoesNotScrollTheOthersBack) {
+  Ask("freeze 2");
+  MoveTo(Cell(5, 3).Middle());
+  Do({"keydown", "shift", "click", "--repeat", "2", "--delay", "1", "5", "keyup", "shift"});
+  const std::string scroll = std::to_string(2 * kWheelRows * kRowPx) + " 0";
+  EXPECT_TRUE(Becomes("scroll", scroll));
+  Pull(Cell(3, 2).Middle(), Cell(6, 2).Middle());
+  EXPECT_TRUE(Becomes("end", "6 2"));
+  // For longer than the timer of the scrolling needs.
+  for (const Clock::time_point until = Clock::now() + std::chrono::milliseconds(200); Clock::now() < until;)
+    ASSERT_EQ(Now("scroll"), scroll);
+  Release();
+}
+
 TEST_F(ViewInAWindow, AClickOnTheSignClosesAndOpensThePeriod) {
   const Area node = Cell(1, 2);
   const Place sign{node.x + 8, node.Middle().y};
