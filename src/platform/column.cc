@@ -2,6 +2,7 @@
 #include "platform/column.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "base/number.h"
 
@@ -9,6 +10,7 @@ namespace stockbook::platform {
 namespace {
 
 constexpr size_t kBlock = 1024;
+constexpr int kMoneyDecimals = 4;
 
 // Calls `work(chunk, first row in the chunk, part of out)` for every chunk that [first, first + out.size()) touches.
 template <typename Out, typename Work>
@@ -199,6 +201,40 @@ void Column::ReadTextCodes(size_t first, std::span<uint32_t> out) const {
     ReadCounted(chunk, at, part, [](int64_t code) { return static_cast<uint32_t>(code); });
     ClearNulls(chunk, at, part);
   });
+}
+
+RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
+  if (first >= size_ || out.empty()) return {};
+  const ColumnChunk& chunk = ChunkOf(first);
+  const size_t at = first % kChunkRows;
+  out = out.first(std::min<size_t>(out.size(), chunk.rows - at));
+  RawRows rows{RawKind::kOther, 0, out.size()};
+  if (chunk.raw_doubles) {
+    rows.kind = RawKind::kDouble;
+    for (size_t row = 0; row < out.size(); ++row) out[row] = std::bit_cast<int64_t>(chunk.doubles[at + row]);
+  } else {
+    chunk.packed.Read(at, out);
+  }
+  switch (chunk.type) {
+    case ChunkType::kText:
+      rows.kind = RawKind::kText;
+      break;
+    case ChunkType::kInteger:
+    case ChunkType::kMoney:
+      rows.kind = RawKind::kDecimal;
+      rows.decimals = chunk.type == ChunkType::kMoney ? kMoneyDecimals : 0;
+      for (int64_t& number : out) number *= chunk.unit;
+      break;
+    case ChunkType::kDouble:
+      if (chunk.raw_doubles) break;
+      rows.kind = RawKind::kDecimal;
+      for (int64_t unit = chunk.unit; unit > 1; unit /= 10) ++rows.decimals;
+      break;
+    default:
+      break;
+  }
+  ClearNulls(chunk, at, out);
+  return rows;
 }
 
 std::optional<base::Value> Column::ConstantValue() const {

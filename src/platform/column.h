@@ -16,6 +16,14 @@
 
 namespace stockbook::platform {
 
+// What Column::ReadRaw says of the rows it read. `decimals` is of kDecimal alone: the value is raw / 10^decimals.
+enum class RawKind : uint8_t { kText, kDecimal, kDouble, kOther };
+struct RawRows {
+  RawKind kind = RawKind::kOther;
+  int decimals = 0;
+  size_t count = 0;
+};
+
 // One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
 // copied on its way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values
 // exactly (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical
@@ -50,6 +58,11 @@ class Column {
   std::string_view TextOfCode(uint32_t code) const { return pool_ ? pool_->TextOf(code) : std::string_view(); }
   // One above the highest code.
   uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
+
+  // Rows from `first` on as whole numbers, as many as fit and are of one kind; none from size() on. Equal numbers mean
+  // equal values: text codes, units of a power of ten, the bits of doubles, or whatever tells other values apart. The
+  // number of a null row is 0 and means nothing else: ask IsNull where it is 0.
+  RawRows ReadRaw(size_t first, std::span<int64_t> out) const;
 
   // The value that every row has, or nothing when they differ or there are no rows. O(chunks).
   std::optional<base::Value> ConstantValue() const;

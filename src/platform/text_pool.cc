@@ -32,9 +32,9 @@ const char* TextPool::Store(std::string_view text) {
   const size_t needed = sizeof(uint32_t) + text.size();
   if (block_size_ - block_used_ < needed) {
     block_size_ = std::max(needed, std::clamp(block_size_ * 2, kFirstBlock, kLargestBlock));
-    blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_));
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_ + kSlack));
     block_used_ = 0;
-    stored_bytes_ += block_size_;
+    stored_bytes_ += block_size_ + kSlack;
   }
   char* data = blocks_.back().get() + block_used_;
   const auto length = static_cast<uint32_t>(text.size());

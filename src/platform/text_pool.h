@@ -13,6 +13,10 @@ namespace stockbook::platform {
 // reads as "". Adding looks a text up by hash, O(length); texts never move once they are in.
 class TextPool {
  public:
+  // So many bytes beyond the end of a text may be read, whatever is in them: short texts are copied fastest without
+  // looking at their length.
+  static constexpr size_t kSlack = 48;
+
   TextPool();
   TextPool(const TextPool&) = delete;
   TextPool& operator=(const TextPool&) = delete;

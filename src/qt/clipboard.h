@@ -10,6 +10,7 @@ class QtClipboard : public platform::Clipboard {
  public:
   void Clear() override;
   void SetText(std::string_view text) override;
+  void TakeText(std::string text) override;
 };
 
 }  // namespace stockbook::qt

@@ -41,7 +41,7 @@ void Sheet::SelectRange(int row, int column, int row_sel, int col_sel) {
 
 bool Sheet::CopySelection() const {
   if (clipboard_ == nullptr || selection_.current.row < 0 || selection_.current.column < 0) return false;
-  clipboard_->SetText(SelectionText(*this));
+  clipboard_->TakeText(SelectionText(*this));
   return true;
 }
 

@@ -32,6 +32,13 @@ std::optional<Decimal> DecimalOf(const base::Value& value) {
   return std::nullopt;
 }
 
+bool AppendPlain(const PlainNumber& plain, const base::Value& value, std::string& out) {
+  if (const auto* whole = value.As<int64_t>()) return plain.Append(*whole, 0, out);
+  if (const auto* money = value.As<base::Money>()) return plain.Append(money->units(), kMoneyDecimals, out);
+  const auto* number = value.As<double>();
+  return number != nullptr && plain.Append(*number, out);
+}
+
 }  // namespace
 
 CellFormat::CellFormat(std::string_view format) : text_(format) {
@@ -54,6 +61,7 @@ bool CellFormat::Append(platform::DataType type, const base::Value& value, std::
     return date != nullptr;
   }
   if (kind_ != Kind::kNumber || !IsNumberType(type)) return false;
+  if (number_.plain() && AppendPlain(*number_.plain(), value, out)) return true;
   const auto decimal = DecimalOf(value);
   if (decimal) out += number_.Format(*decimal);
   return decimal.has_value();

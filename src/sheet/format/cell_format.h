@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,12 @@
 #include "sheet/format/number_format.h"
 
 namespace stockbook::sheet {
+
+// True for the types whose cells are numbers.
+inline bool IsNumberType(platform::DataType type) {
+  return type == platform::DataType::kLong || type == platform::DataType::kDouble ||
+         type == platform::DataType::kCurrency;
+}
 
 // A column's display format, parsed once. Number formats apply to numbers in columns of numbers, date formats to dates
 // and to texts that spell one; everything else is shown as it is stored. "Fixed", "Standard" and "Percent" are names of
@@ -25,6 +32,11 @@ class CellFormat {
   bool Append(platform::DataType type, const base::Value& value, std::string& out) const;
   bool Append(platform::DataType type, std::string_view text, std::string& out) const;
 
+  // Whether it changes how numbers look in cells of the type.
+  bool FormatsNumbers(platform::DataType type) const { return kind_ == Kind::kNumber && IsNumberType(type); }
+  // How it shows them, where that is of the common shape.
+  const std::optional<PlainNumber>& plain() const { return number_.plain(); }
+
  private:
   enum class Kind { kNone, kNumber, kDate };
 
@@ -33,11 +45,5 @@ class CellFormat {
   NumberFormat number_;
   DateFormat date_;
 };
-
-// True for the types whose cells are numbers.
-inline bool IsNumberType(platform::DataType type) {
-  return type == platform::DataType::kLong || type == platform::DataType::kDouble ||
-         type == platform::DataType::kCurrency;
-}
 
 }  // namespace stockbook::sheet

@@ -87,7 +87,35 @@ NumberFormat NumberFormat::Parse(std::string_view format) {
     }
   }
   parsed.sections_.push_back(ParseSection(rest));
+  if (parsed.sections_.size() == 1) parsed.plain_ = PlainOf(parsed.sections_.front());
   return parsed;
+}
+
+std::optional<PlainNumber> NumberFormat::PlainOf(const Section& section) {
+  constexpr int kMostPlaces = 9;
+  const bool small = section.whole_digits <= kMostPlaces && section.decimals <= kMostPlaces;
+  if (section.whole_digits + section.decimals == 0 || section.power < 0 || !small) return std::nullopt;
+  PlainNumber plain{0, 0, section.decimals, section.power, section.grouped, 0};
+  for (const Piece& piece : section.whole) {
+    const bool last = &piece == &section.whole.back() && !section.has_point;
+    if (piece.kind == PieceKind::kLiteral) {
+      if (!last || piece.literal.size() != 1) return std::nullopt;
+      plain.behind = piece.literal.front();
+    } else if (piece.kind == PieceKind::kZero || plain.least_whole > 0) {
+      ++plain.least_whole;
+    }
+  }
+  int place = 0;
+  for (const Piece& piece : section.fraction) {
+    if (piece.kind == PieceKind::kLiteral) {
+      if (&piece != &section.fraction.back() || piece.literal.size() != 1) return std::nullopt;
+      plain.behind = piece.literal.front();
+      continue;
+    }
+    ++place;
+    if (piece.kind == PieceKind::kZero) plain.least_decimals = place;
+  }
+  return plain;
 }
 
 const NumberFormat::Section& NumberFormat::SectionAt(size_t index) const {

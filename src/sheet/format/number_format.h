@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "sheet/format/decimal.h"
+#include "sheet/format/plain_number.h"
 
 namespace stockbook::sheet {
 
@@ -22,6 +24,9 @@ class NumberFormat {
 
   // Rounded half away from zero to the decimals that the section shows; a number that rounds to zero has no sign.
   std::string Format(const Decimal& number) const;
+
+  // The same in one step, where the format is of the common shape.
+  const std::optional<PlainNumber>& plain() const { return plain_; }
 
  private:
   enum class PieceKind { kLiteral, kZero, kDigit };
@@ -49,8 +54,10 @@ class NumberFormat {
   static std::string ShowWhole(const Section& section, const std::string& digits);
   static std::string ShowFraction(const Section& section, const std::string& digits);
   const Section& SectionAt(size_t index) const;
+  static std::optional<PlainNumber> PlainOf(const Section& section);
 
   std::vector<Section> sections_;
+  std::optional<PlainNumber> plain_;
 };
 
 }  // namespace stockbook::sheet
