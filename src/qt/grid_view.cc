@@ -18,6 +18,7 @@
 #include "qt/fonts.h"
 #include "qt/input_events.h"
 #include "qt/text.h"
+#include "sheet/input/line_step.h"
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
@@ -202,21 +203,9 @@ void GridView::UpdateBars() {
     bar.setRange(0, scale.MostOnBar());
     bar.setValue(scale.ToBar(position));
   };
-  update(*horizontalScrollBar(), x_scale_, at.x, body.width, RowPixels());
-  update(*verticalScrollBar(), y_scale_, at.y, body.height, RowPixels());
+  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(sheet_));
+  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(sheet_));
   updating_bars_ = nested;
-}
-
-// Of an ordinary row: nodes among the first ones may be higher.
-int GridView::RowPixels() const {
-  constexpr int kLooked = 4;
-  const int first = sheet_.FixedRows();
-  const int last = std::min(first + kLooked, sheet_.Rows());
-  int twips = 0;
-  for (int row = first; row < last; ++row) {
-    if (const int height = sheet_.RowHeight(row); twips == 0 || height < twips) twips = height;
-  }
-  return std::max(1, static_cast<int>(std::lround(twips / kTwipsPerPixel * sheet_.scale())));
 }
 
 void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
@@ -330,7 +319,7 @@ void GridView::wheelEvent(QWheelEvent* event) {
   if (!event->pixelDelta().isNull()) {
     turned = QPointF(event->pixelDelta()) * scale;
   } else {
-    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * RowPixels();
+    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(sheet_);
   }
   // The wheel of a plain mouse goes sideways with Shift.
   if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);

@@ -68,7 +68,6 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   // Tells the sheet the size of the viewport in pixels of the scale.
   void FitSheet(double scale);
   void UpdateBars();
-  int RowPixels() const;
   void ShowTip(const QHelpEvent& event);
   // Ends what the mouse is at.
   void LetGo();

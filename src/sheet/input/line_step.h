@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace stockbook::sheet {
+
+class Sheet;
+
+// What a line of a wheel or a click on a scroll bar's arrow scrolls by, in device pixels: an ordinary row. Nodes among
+// the first rows may be higher. At least 1.
+int LineStep(const Sheet& sheet);
+
+}  // namespace stockbook::sheet
