@@ -17,6 +17,7 @@
 #include "qt/colour.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
+#include "qt/scroll_bar.h"
 #include "qt/text.h"
 #include "sheet/input/line_step.h"
 #include "sheet/paint/cell_tip.h"
@@ -47,6 +48,8 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHandler tell)
     : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet), news_(*this, tell) {
+  setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
+  setVerticalScrollBar(new QuietScrollBar(Qt::Vertical));
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -224,13 +227,23 @@ void GridView::MovePixels() {
   const int pinned_width = geometry.PinnedWidth();
   const int frame = static_cast<int>(std::ceil(sheet_.scale()));
   if (before.y != now.y) {
-    MovePart({0, pinned_height, view.width, view.height - pinned_height - frame}, 0, before.y - now.y);
+    // Nothing moves in the background beside the cells.
+    const int width = std::min(view.width, geometry.CellsRect().width + frame);
+    MovePart({0, pinned_height, width, view.height - pinned_height - frame}, 0, before.y - now.y);
     Damaged({0, view.height - frame, view.width, frame});
   }
   if (before.x != now.x) {
     MovePart({pinned_width, 0, view.width - pinned_width - frame, view.height}, before.x - now.x, 0);
     Damaged({view.width - frame, 0, frame, view.height});
+    // Numbers in the columns at the sides look otherwise when they are cut off.
+    const sheet::Span columns = geometry.ColumnsWithin(0, view.width);
+    for (const int column : {shown_columns_.first, shown_columns_.last - 1, columns.first, columns.last - 1}) {
+      if (column < columns.first || column >= columns.last) continue;
+      const sheet::Rect rect = geometry.CellRect(0, column).Intersected(geometry.PaneOf(0, column));
+      Damaged({rect.x, 0, rect.width, view.height});
+    }
   }
+  shown_columns_ = geometry.ColumnsWithin(0, view.width);
 }
 
 void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {

@@ -85,6 +85,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   BarScale x_scale_;
   BarScale y_scale_;
   sheet::ScrollPosition shown_;  // where the pixels in the window are scrolled to
+  sheet::Span shown_columns_;    // the scrolled columns in the window
   QPointF wheel_rest_;           // parts of a pixel that the wheel has turned
   bool updating_bars_ = false;
   bool elsewhere_ = false;  // painting onto something else than the window

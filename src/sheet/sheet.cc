@@ -72,7 +72,7 @@ void Sheet::KeepSelectionInside() {
   const int first_column = fixed_cols_;
   for (CellPosition* cell : {&selection_.current, &selection_.end}) {
     cell->row = keep(cell->row, first_row, Rows());
-    cell->column = keep(cell->column, first_column, Cols());
+    cell->column = keep(cell->column < 0 ? FirstShownColumn() : cell->column, first_column, Cols());
   }
 }
 
@@ -101,6 +101,13 @@ const ColumnAxis& Sheet::column_axis() const {
 int Sheet::PinnedCols() const {
   const int pinned = frozen_cols_ >= fixed_cols_ && frozen_cols_ > 0 ? frozen_cols_ + 1 : fixed_cols_;
   return std::min(pinned, Cols());
+}
+
+int Sheet::FirstShownColumn() const {
+  for (int column = fixed_cols_; column < Cols(); ++column) {
+    if (!store_.columns().At(column).hidden) return column;
+  }
+  return fixed_cols_;
 }
 
 CellPart Sheet::PartOf(int row, int column) const {

@@ -202,6 +202,8 @@ class Sheet final : public platform::Grid {
   int64_t revision() const { return revision_; }
   CellPart PartOf(int row, int column) const;
   int PinnedCols() const;
+  // The first column behind the fixed ones that is not hidden; the first behind them where all are.
+  int FirstShownColumn() const;
   SheetObserver* observer() const { return observer_; }
   SheetViewer* viewer() const { return viewer_; }
 

@@ -510,5 +510,21 @@ TEST_F(Input, SpaceSelectsWholeRowsWithShiftAndWholeColumnsWithControl) {
   EXPECT_FALSE(Press(Key::kSpace));
 }
 
+TEST_F(Input, SelectingAllOrARowBeginsAtTheFirstColumnThatIsShown) {
+  sheet.SetColHidden(1, true);
+  Press(Key::kA, kControl);
+  EXPECT_EQ(Selected(), (CellRange{1, 2, 1001, 5}));
+  Click(Middle(3, 0));
+  EXPECT_EQ(Selected(), (CellRange{3, 2, 4, 5}));
+  sheet.LoadColumns(Together(Numbers(10), Numbers(10), Numbers(10), Numbers(10)), 1);
+  EXPECT_EQ(Current(), (CellPosition{1, 2}));
+}
+
+TEST_F(Input, AClickOnAnEdgeThatResizesNothingTellsNothing) {
+  const Rect caption = sheet.geometry().CellRect(0, 2);
+  Click({caption.right() - 1, caption.y + 5});
+  EXPECT_EQ(listener.Take().find("resized"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace stockbook::sheet

@@ -181,6 +181,31 @@ TEST(Painter, ShowsNegativeNumbersInTheirColourUnlessOneIsSet) {
   EXPECT_EQ(Painted(sheet).Find("-2")->colour, sheet.ColourOf(GridColour::kForeColor));
 }
 
+TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
+  Sheet sheet;
+  Fill(sheet, 5, 0);
+  for (int column = 2; column < 5; ++column) {
+    sheet.SetColDataType(column, DataType::kDouble);
+    sheet.SetTextMatrix(1, column, "372.65");
+  }
+  sheet.SetFrozenCols(1);
+  // The fixed column and the first one end at 130. The second stands from 60 to 160, the fourth from 260 to 360.
+  sheet.SetView({330, 200}, 1.0);
+  sheet.ScrollTo({70, 0});
+  const RecordingCanvas canvas = Painted(sheet);
+  size_t whole = 0;
+  size_t hashes = 0;
+  for (const auto& text : canvas.texts) {
+    whole += text.text == "372.65" ? 1U : 0U;
+    if (text.text.find_first_not_of('#') != std::string::npos) continue;
+    ++hashes;
+    EXPECT_TRUE(text.clip.Contains(text.rect)) << text.rect.x << ' ' << text.rect.width;
+  }
+  EXPECT_EQ(whole, 1U);
+  // Both of the numbers that are cut, and in the fourth column the short ones of the other rows too.
+  EXPECT_EQ(hashes, 6U);
+}
+
 TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
   Sheet sheet;
   Fill(sheet, 5, 0);

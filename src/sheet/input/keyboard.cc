@@ -51,7 +51,7 @@ bool Keyboard::Command(const KeyEvent& event) {
 bool Keyboard::SelectWhole(Modifiers modifiers) {
   Selection wanted = sheet_.selection();
   if (modifiers.Shift()) {
-    wanted.current.column = sheet_.FixedCols();
+    wanted.current.column = sheet_.FirstShownColumn();
     wanted.end.column = sheet_.Cols() - 1;
   }
   if (modifiers.Control()) {
@@ -178,7 +178,7 @@ bool Keyboard::GoToNode(CellPosition cell) {
 }
 
 void Keyboard::SelectAll() {
-  sheet_.ChangeSelection({{sheet_.FixedRows(), sheet_.FixedCols()}, {sheet_.Rows() - 1, sheet_.Cols() - 1}});
+  sheet_.ChangeSelection({{sheet_.FixedRows(), sheet_.FirstShownColumn()}, {sheet_.Rows() - 1, sheet_.Cols() - 1}});
 }
 
 }  // namespace stockbook::sheet

@@ -60,6 +60,10 @@ Mouse::Edge Mouse::EdgeAt(Point at) const {
 
 bool Mouse::Exists(const Edge& edge) const { return edge.row < sheet_.Rows() && edge.column < sheet_.Cols(); }
 
+int Mouse::SizeOf(const Edge& edge) const {
+  return edge.column >= 0 ? sheet_.ColWidth(edge.column) : sheet_.RowHeight(edge.row);
+}
+
 bool Mouse::ToggleNodeAt(Point at) {
   const Geometry geometry = sheet_.geometry();
   const CellPosition cell = geometry.CellAt(at);
@@ -110,7 +114,7 @@ void Mouse::BeginSelection(CellPosition cell, bool extends) {
     wanted.end.row = last.row;
   }
   if (whole_rows) {
-    wanted.current.column = first.column;
+    wanted.current.column = sheet_.FirstShownColumn();
     wanted.end.column = last.column;
   }
   if (!sheet_.ChangeSelection(wanted)) return;
@@ -165,7 +169,7 @@ void Mouse::Release(const MouseEvent& event) {
     const Edge resized = resized_;
     if (ended == Drag::kCaption) EndCaption(event.at);
     const bool resizing = ended == Drag::kColumnEdge || ended == Drag::kRowEdge;
-    if (resizing && Exists(resized) && sheet_.observer() != nullptr)
+    if (resizing && Exists(resized) && SizeOf(resized) != size_before_ && sheet_.observer() != nullptr)
       sheet_.observer()->AfterUserResize(resized.row, resized.column);
   }
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
@@ -243,7 +247,7 @@ void Mouse::BeginResize(const Edge& edge, Point at) {
   pressed_ = at;
   drag_ = edge.column >= 0 ? Drag::kColumnEdge : Drag::kRowEdge;
   if (edge.row >= 0) own_height_before_ = sheet_.states().At(edge.row).height_twips;
-  size_before_ = edge.column >= 0 ? sheet_.ColWidth(edge.column) : sheet_.RowHeight(edge.row);
+  size_before_ = SizeOf(edge);
 }
 
 void Mouse::Resize(Point at) {

@@ -57,6 +57,7 @@ class Mouse {
   Distance BeyondBody() const;
   int ColumnEdgeAt(int x) const;
   int RowEdgeAt(int y) const;
+  int SizeOf(const Edge& edge) const;
   bool ToggleNodeAt(Point at);
   void PressLeft(const MouseEvent& event);
   void Fit(const Edge& edge);

@@ -89,16 +89,18 @@ PictureItem CellLayout::PlacePicture(const SnapshotCell& cell, Rect& content) co
   return {&picture, at, false};
 }
 
-std::string_view CellLayout::Fitting(const SnapshotCell& cell, std::string_view line, int width) const {
-  if (!cell.number) return line;
-  if (static_cast<int>(line.size()) * fonts_[cell.font].number_width <= width) return line;
-  const platform::Font& font = snapshot_.FontOf(cell);
-  if (measure_.TextWidth(font, line) <= width) return line;
-  const int hash = std::max(1, measure_.TextWidth(font, "#"));
+std::string_view CellLayout::Hashes(const SnapshotCell& cell, int width) const {
+  const int hash = std::max(1, measure_.TextWidth(snapshot_.FontOf(cell), "#"));
   return kHashes.substr(0, static_cast<size_t>(std::clamp(width / hash, 1, static_cast<int>(kHashes.size()))));
 }
 
-void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, Batches& batches) const {
+bool CellLayout::IsCutOff(HorizontalAlign align, const Rect& room, const Rect& seen, int width) {
+  if (width > room.width) return true;
+  const int x = Placed(room.x, room.width, width, static_cast<int>(align));
+  return x < seen.x || x + width > seen.right();
+}
+
+void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const Rect& seen, Batches& batches) const {
   std::string_view text = snapshot_.TextOf(cell);
   const Rect room = content.Inset(metrics_.padding, 0);
   if (text.empty() || room.IsEmpty()) return;
@@ -109,27 +111,38 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, Batche
   const HorizontalAlign align = HorizontalOf(code);
   const TextOverflow overflow = cell.number ? TextOverflow::kClip : TextOverflow::kEllipsis;
   const bool clip = line_height > room.height;
+  const bool within = room.x >= seen.x && room.right() <= seen.right();
   int y = Placed(room.y, room.height, fitting * line_height, code % 3);
   // Lines that would not be seen whole are left out, so that half a line is never taken for another number.
   for (int line = 0; line < fitting; ++line, y += line_height) {
     const std::string_view whole = TakeLine(text);
-    const std::string_view shown = Fitting(cell, whole, room.width);
-    if (shown.empty()) continue;
-    const platform::Colour fore = IsBelowZero(whole) ? cell.negative_fore : cell.fore;
-    batches.TextsOf(cell.font, fore)
-        .push_back(
-            {shown, {room.x, clip ? room.y : y, room.width, clip ? room.height : line_height}, align, overflow, clip});
+    if (whole.empty()) continue;
+    TextItem item{whole, room, align, overflow, clip};
+    const bool surely_fits =
+        !cell.number || (within && static_cast<int>(whole.size()) * fonts_[cell.font].number_width <= room.width);
+    if (!surely_fits && IsCutOff(align, room, seen, measure_.TextWidth(snapshot_.FontOf(cell), whole))) {
+      item.rect.x = std::max(room.x, seen.x);
+      item.rect.width = std::min(room.right(), seen.right()) - item.rect.x;
+      if (item.rect.IsEmpty()) continue;
+      item.text = Hashes(cell, item.rect.width);
+    }
+    if (!clip) {
+      item.rect.y = y;
+      item.rect.height = line_height;
+    }
+    batches.TextsOf(cell.font, IsBelowZero(whole) ? cell.negative_fore : cell.fore).push_back(item);
   }
 }
 
-bool CellLayout::IsCut(const SnapshotCell& cell, const Rect& content) const {
+bool CellLayout::IsCut(const SnapshotCell& cell, const Rect& content, const Rect& seen) const {
   std::string_view text = snapshot_.TextOf(cell);
   const Rect room = content.Inset(metrics_.padding, 0);
   if (text.empty()) return false;
   const int lines = LinesOf(text);
   if (lines > 1 && lines * LineHeightOf(cell) > room.height) return true;
+  const HorizontalAlign align = HorizontalOf(static_cast<int16_t>(cell.alignment));
   while (!text.empty()) {
-    if (measure_.TextWidth(snapshot_.FontOf(cell), TakeLine(text)) > room.width) return true;
+    if (IsCutOff(align, room, seen, measure_.TextWidth(snapshot_.FontOf(cell), TakeLine(text)))) return true;
   }
   return false;
 }

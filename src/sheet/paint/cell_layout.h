@@ -41,11 +41,12 @@ class CellLayout {
   Rect ContentRect(const SnapshotPane& pane, size_t row, size_t column) const;
   // Of the cell's picture within the content; `content` loses what the picture takes at its left or right.
   PictureItem PlacePicture(const SnapshotCell& cell, Rect& content) const;
-  // Adds the lines of the cell's text to `batches`, those that are numbers below zero in their own colour.
-  void PlaceText(const SnapshotCell& cell, const Rect& content, Batches& batches) const;
+  // Adds the lines of the cell's text to `batches`, those that are numbers below zero in their own colour. `seen` is
+  // what is seen of the pane: a number that reaches over its side is not shown as the digits that are left of it.
+  void PlaceText(const SnapshotCell& cell, const Rect& content, const Rect& seen, Batches& batches) const;
 
   // Whether a part of the cell's text is not seen in the content: too wide, or of more lines than it is high.
-  bool IsCut(const SnapshotCell& cell, const Rect& content) const;
+  bool IsCut(const SnapshotCell& cell, const Rect& content, const Rect& seen) const;
   // What the cell would have to measure, its lines and margins included, to show everything of it.
   Size NaturalSize(const SnapshotPane& pane, size_t row, size_t column) const;
 
@@ -54,8 +55,10 @@ class CellLayout {
 
  private:
   int LineHeightOf(const SnapshotCell& cell) const { return std::max(1, fonts_[cell.font].line_height); }
-  // The line, or as many # as fit when it is a number that does not.
-  std::string_view Fitting(const SnapshotCell& cell, std::string_view line, int width) const;
+  // As many # as fit, where the line is a number that does not.
+  std::string_view Hashes(const SnapshotCell& cell, int width) const;
+  // Whether a line of the width, placed in the room, is not seen whole between the sides of `seen`.
+  static bool IsCutOff(HorizontalAlign align, const Rect& room, const Rect& seen, int width);
 
   const Snapshot& snapshot_;
   TextMeasure& measure_;

@@ -15,7 +15,7 @@ CellTip CellTip::At(const Sheet& sheet, TextMeasure& measure, Point point) {
   const CellLayout layout(snapshot, measure);
   for (const SnapshotPane& pane : snapshot.panes()) {
     if (pane.rows.size() != 1 || pane.columns.size() != 1 || !pane.area.Contains(point)) continue;
-    if (!layout.IsCut(pane.At(0, 0), layout.ContentRect(pane, 0, 0))) return {};
+    if (!layout.IsCut(pane.At(0, 0), layout.ContentRect(pane, 0, 0), pane.whole)) return {};
     return {sheet.DisplayText(at.row, at.column), geometry.VisibleCellRect(at.row, at.column)};
   }
   return {};

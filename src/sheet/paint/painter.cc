@@ -92,7 +92,7 @@ class Painter {
     if (cell.text_size == 0 && cell.picture == nullptr) return;
     Rect content = layout_.ContentRect(pane, row, column);
     if (cell.picture != nullptr) batches_.pictures().push_back(layout_.PlacePicture(cell, content));
-    if (cell.text_size != 0) layout_.PlaceText(cell, content, batches_);
+    if (cell.text_size != 0) layout_.PlaceText(cell, content, pane.whole, batches_);
   }
 
   void PaintEdges() {

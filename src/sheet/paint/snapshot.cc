@@ -56,7 +56,8 @@ Snapshot SnapshotBuilder::Build() {
 
 void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
   SnapshotPane part;
-  part.area = pane.Intersected(snapshot_.area_).Intersected(snapshot_.cells_);
+  part.whole = pane.Intersected(snapshot_.cells_);
+  part.area = part.whole.Intersected(snapshot_.area_);
   if (part.area.IsEmpty()) return;
   part.rows = RowsOf(rows);
   part.columns = ColumnsOf(columns);

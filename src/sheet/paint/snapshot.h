@@ -50,6 +50,7 @@ struct SnapshotCell {
 // The cells of one part of the view that scrolls together, row by row.
 struct SnapshotPane {
   Rect area;   // seen of the pane, within the snapshot's area
+  Rect whole;  // seen of the pane, whatever the snapshot's area
   Rect cells;  // what its rows and columns cover, parts out of sight included
   bool fixed = false;
   platform::Colour back = 0;  // of most cells

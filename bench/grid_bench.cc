@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+// What the grid engine does beside painting, against the toolkit's own views over the same rows, in the same run:
+// taking data over up to the first frame, folding, copying, and the memory it needs beyond the data's own columns. The
+// numbers printed are ratios of processor time, copying's of elapsed time, the least of some rounds. An argument is the
+// number of lines, 1,000,000 without one.
+#include <malloc.h>
+
+#include <QScrollBar>
+#include <QTreeView>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <numeric>
+
+#include "journal_window.h"
+#include "platform/column.h"
+#include "qt/clipboard.h"
+#include "qt/grid_view.h"
+#include "rival_models.h"
+#include "stockbook/gui_session.h"
+
+namespace {
+
+using namespace stockbook;
+using bench::SecondsOf;
+
+constexpr int kCopiedLines = 100'000;
+
+double Least(int rounds, const std::function<double()>& measure) {
+  double least = std::numeric_limits<double>::infinity();
+  for (int round = 0; round < rounds; ++round) least = std::min(least, measure());
+  return least;
+}
+
+void Print(const char* what, double grid, const char* rival, double other, double most) {
+  std::printf("%-34s %10.3f ms   %-44s %10.3f ms   ratio %.4f   (at most %.2f)\n", what, grid * 1e3, rival, other * 1e3,
+              grid / other, most);
+  std::fflush(stdout);
+}
+
+// The loaded columns that the sheet shows, once more.
+std::vector<platform::Column> CopiesOf(const sheet::Sheet& sheet, const std::vector<int>& columns) {
+  std::vector<uint32_t> order(sheet.RecordCount());
+  std::iota(order.begin(), order.end(), 0U);
+  std::vector<platform::Column> copies;
+  for (const int column : columns) {
+    const platform::Column* loaded = sheet.LoadedText(column);
+    copies.push_back(loaded != nullptr ? loaded->Gather(order)
+                                       : platform::Column::Constant(base::Value(), order.size()));
+  }
+  return copies;
+}
+
+// A sheet of the same columns and looks, waiting for data.
+void Prepare(sheet::Sheet& to, const sheet::Sheet& from, const std::vector<int>& columns) {
+  to.SetGridFont(from.GridFont());
+  to.SetRowHeight(-1, from.RowHeight(from.Rows() - 2));
+  to.SetCols(static_cast<int>(columns.size()) + 1);
+  to.SetColWidth(0, 0);
+  for (size_t at = 0; at < columns.size(); ++at) {
+    const auto column = static_cast<int>(at) + 1;
+    to.SetColWidth(column, from.ColWidth(columns[at]));
+    to.SetColFormat(column, from.ColFormat(columns[at]));
+    to.SetColDataType(column, from.ColDataType(columns[at]));
+    to.SetColAlignment(column, from.ColAlignment(columns[at]));
+    to.SetTextMatrix(0, column, from.TextMatrix(0, columns[at]));
+  }
+}
+
+void FirstFrame(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
+  const double grid = Least(5, [&] {
+    sheet::Sheet sheet;
+    Prepare(sheet, journal, texts.columns());
+    qt::GridView view(sheet);
+    bench::Show(view);
+    std::vector<platform::Column> columns = CopiesOf(journal, texts.columns());
+    return SecondsOf([&] {
+      sheet.LoadColumns(std::move(columns), 1);
+      view.viewport()->repaint();
+    });
+  });
+  const double table = Least(5, [&] {
+    bench::TableModel model(texts);
+    QTableView view;
+    bench::Match(view, journal, texts.columns());
+    bench::Show(view);
+    return SecondsOf([&] {
+      view.setModel(&model);
+      view.viewport()->repaint();
+    });
+  });
+  Print("data handed over to first frame", grid, "QTableView setModel to first frame", table, 0.40);
+}
+
+void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
+  sheet::Sheet& sheet = widget.sheet();
+  const auto fold = [&](bool collapsed) {
+    return SecondsOf([&] {
+      sheet.CollapseAll(collapsed);
+      widget.viewport()->repaint();
+    });
+  };
+  double collapse = std::numeric_limits<double>::infinity();
+  double expand = collapse;
+  for (int round = 0; round < 10; ++round) {
+    collapse = std::min(collapse, fold(true));
+    expand = std::min(expand, fold(false));
+  }
+  bench::TreeModel model(texts, bench::kPeriods);
+  QTreeView tree;
+  tree.setUniformRowHeights(true);
+  tree.setModel(&model);
+  bench::Show(tree);
+  // Not expandAll(): that grows with the square of the lines and takes minutes here. Group by group is its fastest way.
+  const double tree_expand = SecondsOf([&] {
+    for (int group = 0; group < bench::kPeriods; ++group) tree.expand(model.index(group, 0, {}));
+    tree.viewport()->repaint();
+  });
+  const double tree_collapse = SecondsOf([&] {
+    tree.collapseAll();
+    tree.viewport()->repaint();
+  });
+  Print("expand all, with the repaint", expand, "QTreeView expand, group by group", tree_expand, 0.05);
+  Print("collapse all, with the repaint", collapse, "QTreeView collapseAll", tree_collapse, 0.05);
+}
+
+// With what the toolkit's way leaves to do: the texts are there, but not in one piece, and not on the clipboard. Time
+// by the clock, because several processors share the work.
+void Copying() {
+  const std::unique_ptr<qt::StockbookWidget> widget = bench::LoadedWidget(kCopiedLines);
+  bench::Show(*widget);
+  sheet::Sheet& sheet = widget->sheet();
+  const bench::ShownTexts texts(sheet);
+  sheet::Keyboard keyboard(sheet);
+  const sheet::Modifiers control{sheet::Modifiers::kControl};
+  const double grid = Least(9, [&] {
+    return bench::ElapsedSecondsOf([&] {
+      keyboard.Press({sheet::Key::kA, control});
+      keyboard.Press({sheet::Key::kC, control});
+    });
+  });
+  bench::TableModel model(texts);
+  QTableView table;
+  table.setModel(&model);
+  bench::Show(table);
+  const double toolkit = Least(3, [&] {
+    qsizetype length = 0;
+    const double seconds = bench::ElapsedSecondsOf([&] {
+      table.selectAll();
+      for (const QModelIndex& index : table.selectionModel()->selectedIndexes())
+        length += index.data().toString().size();
+    });
+    if (length == 0) std::abort();
+    return seconds;
+  });
+  Print("select all and copy 100,000 x 14", grid, "QTableView selectAll, selectedIndexes, data", toolkit, 0.20);
+}
+
+// Grouped, with a total row and a picture for each line: what a journal asks for.
+void Memory(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
+  // The shown columns, and the periods to group by.
+  std::vector<int> which = texts.columns();
+  which.push_back(journal.ColIndex("Period"));
+  std::vector<platform::Column> columns = CopiesOf(journal, which);
+  const size_t rows = columns.front().size();
+  const auto in_use = [] {
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+  };
+  const double before = in_use();
+  sheet::Sheet sheet;
+  Prepare(sheet, journal, which);
+  sheet.LoadColumns(std::move(columns), 1);
+  std::vector<uint8_t> codes(rows, 1);
+  sheet.SetLoadedPictures(1, std::move(codes), {nullptr, journal.NodeOpenPicture()},
+                          platform::PictureAlignment::kLeftCenter);
+  sheet.GroupBy(sheet.Cols() - 1, 1, "%s");
+  sheet.SelectRange(1, 1, sheet.Rows() - 1, 3);
+  sheet.CollapseAll(true);
+  const double bytes = (in_use() - before) / static_cast<double>(rows);
+  std::printf("%-34s %10.3f bytes a row (at most 24)\n", "memory beyond the data's columns", bytes);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int lines = argc > 1 ? std::atoi(argv[1]) : 1'000'000;
+  const app::GuiSession session(app::GuiNeed::kPicture);
+  const std::unique_ptr<qt::StockbookWidget> widget = bench::LoadedWidget(lines);
+  bench::Show(*widget);
+  const bench::ShownTexts texts(widget->sheet());
+  FirstFrame(widget->sheet(), texts);
+  Folding(*widget, texts);
+  Copying();
+  Memory(widget->sheet(), texts);
+}
