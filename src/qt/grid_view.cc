@@ -314,14 +314,21 @@ void GridView::timerEvent(QTimerEvent* event) {
   KeepAutoScrolling();
 }
 
+void GridView::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  sheet_.SetFocused(true);
+  news_.TellFocus();
+}
+
+void GridView::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  // The keys come back when the menu closes.
+  if (event->reason() != Qt::PopupFocusReason) sheet_.SetFocused(false);
+}
+
 void GridView::hideEvent(QHideEvent* event) {
   LetGo();
   QAbstractScrollArea::hideEvent(event);
-}
-
-void GridView::focusInEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusInEvent(event);
-  news_.TellFocus();
 }
 
 // A touchpad tells pixels, a wheel notches of as many rows as the desktop says; both scroll by pixels, and nothing of

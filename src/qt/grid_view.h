@@ -47,6 +47,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void wheelEvent(QWheelEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void hideEvent(QHideEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
 

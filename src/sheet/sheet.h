@@ -186,6 +186,9 @@ class Sheet final : public platform::Grid {
   void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
   // Puts the selected range there as text (see SelectionText); false when there is no clipboard or nothing selected.
   bool CopySelection() const;
+  // Whether keys come here: the frame of the current cell tells.
+  void SetFocused(bool focused);
+  bool focused() const { return focused_; }
   // Moves the current cell and the other corner and asks the observer; false when it refused.
   bool ChangeSelection(const Selection& selection);
 
@@ -214,7 +217,7 @@ class Sheet final : public platform::Grid {
   size_t EngineBytes() const;
 
  private:
-  static constexpr int kMostRows = 1 << 30;
+  static constexpr int kMostRows = Store::kMostRows;
 
   // Where the rows are scrolled to: a row and how far into it. It outlives changes of heights and of what is shown.
   struct RowAnchor {
@@ -264,6 +267,7 @@ class Sheet final : public platform::Grid {
   int drop_column_ = -1;
   int64_t revision_ = 0;
   bool redraw_ = true;
+  bool focused_ = true;
   std::string tag_;
   platform::MousePointer pointer_ = platform::MousePointer::kDefault;
   SheetObserver* observer_ = nullptr;

@@ -39,6 +39,12 @@ void Sheet::SelectRange(int row, int column, int row_sel, int col_sel) {
   ChangeSelection({{row, column}, {row_sel, col_sel}});
 }
 
+void Sheet::SetFocused(bool focused) {
+  if (focused_ == focused) return;
+  focused_ = focused;
+  DamageCells(Selection::Of(selection_.current).Range());
+}
+
 bool Sheet::CopySelection() const {
   if (clipboard_ == nullptr || selection_.current.row < 0 || selection_.current.column < 0) return false;
   clipboard_->TakeText(SelectionText(*this));
@@ -70,8 +76,10 @@ Sheet::Layout Sheet::layout() const { return {view_, scale_, anchor_.row, anchor
 
 void Sheet::SetLayout(const Layout& layout) {
   SetView(layout.view, layout.scale);
-  anchor_ = {layout.top_row, layout.top_offset_px};
-  scroll_x_ = layout.scroll_x_px;
+  // The rows may be others since the layout was taken.
+  anchor_.row = std::clamp(layout.top_row, fixed_rows_, Rows());
+  anchor_.offset_px = anchor_.row == layout.top_row ? std::max<int64_t>(layout.top_offset_px, 0) : 0;
+  scroll_x_ = std::max<int64_t>(layout.scroll_x_px, 0);
   ScrollChanged();
 }
 

@@ -89,6 +89,9 @@ TEST_F(Desktop, ShowsADisabledJournalDimmedAndAnEnabledOneAsBefore) {
   EXPECT_GT(Contrast(dimmed), Contrast(before) * 3 / 10) << "it can still be read";
   EXPECT_LT(Contrast(Band().grab().toImage()), 200);
   widget_.setEnabled(true);
+  // Who is disabled loses the keys.
+  EXPECT_NE(Whole(), before);
+  widget_.setFocus();
   EXPECT_EQ(Whole(), before);
 }
 

@@ -327,5 +327,19 @@ TEST_F(Widget, TellsWhichSavedPropertyChanged) {
   EXPECT_EQ(keys, QStringList{"BackColor"});
 }
 
+TEST_F(Widget, TellsTheSheetWhetherTheKeysComeToIt) {
+  ShowLoaded();
+  QWidget* view = widget_->focusProxy();
+  QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
+  QApplication::sendEvent(view, &out);
+  EXPECT_FALSE(sheet().focused());
+  QFocusEvent in(QEvent::FocusIn, Qt::TabFocusReason);
+  QApplication::sendEvent(view, &in);
+  EXPECT_TRUE(sheet().focused());
+  QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+  QApplication::sendEvent(view, &menu);
+  EXPECT_TRUE(sheet().focused());
+}
+
 }  // namespace
 }  // namespace stockbook::qt

@@ -260,6 +260,16 @@ TEST(Painter, FillsSelectedCellsAndFramesTheCurrentOne) {
   EXPECT_EQ(canvas.ColourAt(selected.x + 50, selected.y + 10), sheet.ColourOf(GridColour::kBackColorSel));
 }
 
+TEST(Painter, FramesTheCurrentCellInAnotherColourWhereKeysDoNotCome) {
+  Sheet sheet;
+  Fill(sheet, 5, 0);
+  sheet.Select(2, 2);
+  const Rect cell = sheet.geometry().CellRect(2, 2);
+  EXPECT_EQ(Painted(sheet).ColourAt(cell.x, cell.y), sheet.appearance().accent);
+  sheet.SetFocused(false);
+  EXPECT_EQ(Painted(sheet).ColourAt(cell.x, cell.y), sheet.ColourOf(GridColour::kForeColorFixed));
+}
+
 TEST(Painter, DrawsSignsOfNodesThatHaveLines) {
   Sheet sheet;
   Fill(sheet, 100, 2);

@@ -120,7 +120,11 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const 
     TextItem item{whole, room, align, overflow, clip};
     const bool surely_fits =
         !cell.number || (within && static_cast<int>(whole.size()) * fonts_[cell.font].number_width <= room.width);
-    if (!surely_fits && IsCutOff(align, room, seen, measure_.TextWidth(snapshot_.FontOf(cell), whole))) {
+    platform::Colour fore = IsBelowZero(whole) ? cell.negative_fore : cell.fore;
+    const int width = surely_fits ? 0 : measure_.TextWidth(snapshot_.FontOf(cell), whole);
+    if (!surely_fits && IsCutOff(align, room, seen, width)) {
+      // What a step sideways brings into view need not shout.
+      if (width <= room.width) fore = snapshot_.appearance().Of(platform::GridColour::kGridColorFixed);
       item.rect.x = std::max(room.x, seen.x);
       item.rect.width = std::min(room.right(), seen.right()) - item.rect.x;
       if (item.rect.IsEmpty()) continue;
@@ -130,7 +134,7 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const 
       item.rect.y = y;
       item.rect.height = line_height;
     }
-    batches.TextsOf(cell.font, IsBelowZero(whole) ? cell.negative_fore : cell.fore).push_back(item);
+    batches.TextsOf(cell.font, fore).push_back(item);
   }
 }
 

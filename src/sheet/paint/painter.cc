@@ -120,7 +120,8 @@ class Painter {
     if (cell.IsEmpty()) return;
     const Clip clip(canvas_, snapshot_.current_pane());
     const int side = 2 * layout_.metrics().line;
-    const Colour accent = snapshot_.appearance().accent;
+    const Appearance& looks = snapshot_.appearance();
+    const Colour accent = snapshot_.focused() ? looks.accent : looks.Of(GridColour::kForeColorFixed);
     const int right = cell.right() - layout_.metrics().line;
     const int bottom = cell.bottom() - layout_.metrics().line;
     // A cell lower than the frame is thick shows a part of it, and nothing beyond its edges.

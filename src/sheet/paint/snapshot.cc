@@ -21,6 +21,7 @@ SnapshotBuilder::SnapshotBuilder(const Sheet& sheet, const Rect& area, Highlight
     : sheet_(sheet), geometry_(sheet.geometry()), highlights_(highlights) {
   snapshot_.area_ = area.Intersected({0, 0, geometry_.view().width, geometry_.view().height});
   snapshot_.scale_ = sheet.scale();
+  snapshot_.focused_ = sheet.focused();
   snapshot_.appearance_ = sheet.appearance();
   snapshot_.cells_ = geometry_.CellsRect();
   snapshot_.outline_column_ = sheet.states().NodeCount() > 0 ? sheet.OutlineCol() : -1;

@@ -82,6 +82,7 @@ class Snapshot {
   // The current cell with its pane; empty when it is out of sight.
   const Rect& current() const { return current_; }
   const Rect& current_pane() const { return current_pane_; }
+  bool focused() const { return focused_; }
   // The right edge of the frozen columns, or -1.
   int frozen_edge() const { return frozen_edge_; }
   // Where a column that is being moved would be put, or -1.
@@ -104,6 +105,7 @@ class Snapshot {
   Rect cells_;
   Rect current_;
   Rect current_pane_;
+  bool focused_ = true;
   int frozen_edge_ = -1;
   int drop_edge_ = -1;
   int outline_column_ = -1;

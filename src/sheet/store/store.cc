@@ -83,7 +83,7 @@ void Store::RemoveRows(int row, int count) {
 
 void Store::Load(std::vector<Column> columns, int first_column, int fixed_rows) {
   const size_t rows = CommonSize(columns);
-  if (rows + static_cast<size_t>(fixed_rows) > static_cast<size_t>(std::numeric_limits<int>::max() / 2)) {
+  if (rows + static_cast<size_t>(fixed_rows) > static_cast<size_t>(kMostRows)) {
     throw platform::Error(
         "Load", "The result has " + std::to_string(rows) + " rows, more than a grid can show; narrow the selection.");
   }

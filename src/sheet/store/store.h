@@ -21,6 +21,8 @@ namespace stockbook::sheet {
 // cells on top. Rows and columns are checked by the caller; nothing here knows of levels, heights or colours shown.
 class Store {
  public:
+  static constexpr int kMostRows = 1 << 30;
+
   int Rows() const { return static_cast<int>(order_.Rows()); }
   const RowOrder& order() const { return order_; }
   ColumnSet& columns() { return columns_; }
