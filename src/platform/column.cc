@@ -220,11 +220,16 @@ RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
       rows.kind = RawKind::kText;
       break;
     case ChunkType::kInteger:
-    case ChunkType::kMoney:
+    case ChunkType::kMoney: {
       rows.kind = RawKind::kDecimal;
       rows.decimals = chunk.type == ChunkType::kMoney ? kMoneyDecimals : 0;
-      for (int64_t& number : out) number *= chunk.unit;
+      // Hundredths stay hundredths, instead of ten-thousandths that end in zeros.
+      int64_t unit = chunk.unit;
+      for (; unit % 10 == 0 && rows.decimals > 0; unit /= 10) --rows.decimals;
+      if (unit == 1) break;
+      for (int64_t& number : out) number *= unit;
       break;
+    }
     case ChunkType::kDouble:
       if (chunk.raw_doubles) break;
       rows.kind = RawKind::kDecimal;

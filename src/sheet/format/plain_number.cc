@@ -135,8 +135,8 @@ char* PlainNumber::Write(int64_t units, int decimals, char* end) const {
     places = 0;
   }
   if (places > most_decimals) {
-    const uint64_t unit = kPowers[static_cast<size_t>(places - most_decimals)];
-    size = size / unit + (size % unit >= unit - unit / 2 ? 1 : 0);
+    const Parts parts = PartsOf(size, places - most_decimals);
+    size = parts.whole + (2 * parts.fraction >= kPowers[static_cast<size_t>(places - most_decimals)] ? 1 : 0);
     places = most_decimals;
   }
   Backwards text(end);
