@@ -6,7 +6,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
@@ -19,6 +18,7 @@
 #include "qt/input_events.h"
 #include "qt/scroll_bar.h"
 #include "qt/text.h"
+#include "qt/tool_tip.h"
 #include "sheet/input/line_step.h"
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
@@ -111,9 +111,8 @@ bool GridView::viewportEvent(QEvent* event) {
 void GridView::ShowTip(const QHelpEvent& event) {
   const QPointF at = QPointF(event.pos()) * sheet_.scale();
   const sheet::CellTip tip = sheet::CellTip::At(sheet_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
-  // Plain text, whatever it looks like; an empty one takes the last tip away.
-  const QString text = tip.text.empty() ? QString() : Qt::convertFromPlainText(ToQString(tip.text), Qt::WhiteSpacePre);
-  QToolTip::showText(event.globalPos(), text, viewport(), ToLogical(tip.cell));
+  // An empty text takes the last tip away.
+  QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
 }
 
 int GridView::TextWidth(const platform::Font& font, std::string_view line) {

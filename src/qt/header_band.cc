@@ -9,6 +9,7 @@
 #include "qt/colour.h"
 #include "qt/picture.h"
 #include "qt/text.h"
+#include "qt/tool_tip.h"
 
 namespace stockbook::qt {
 namespace {
@@ -92,7 +93,7 @@ void HeaderBand::resizeEvent(QResizeEvent* event) {
 void HeaderBand::UpdateToolTip() {
   const QString caption = ToQString(header_.caption).trimmed();
   const bool cut_off = QFontMetrics(CaptionFont()).horizontalAdvance(caption) > CaptionRect().width();
-  setToolTip(cut_off ? caption : QString());
+  setToolTip(cut_off ? PlainToolTip(caption) : QString());
 }
 
 }  // namespace stockbook::qt
