@@ -54,8 +54,11 @@ JournalBar::JournalBar(QWidget* parent)
     FillChoosers();
     emit LoadWanted();
   });
-  connect(product_, &SubjectChooser::Chosen, this, &JournalBar::LoadWanted);
-  connect(second_, &SubjectChooser::Chosen, this, &JournalBar::LoadWanted);
+  for (SubjectChooser* chooser : {product_, second_}) {
+    connect(chooser, &SubjectChooser::Chosen, this, &JournalBar::LoadWanted);
+    connect(chooser, &SubjectChooser::NothingFound, this,
+            [this](const QString& words) { emit Failed(QStringLiteral("没有找到：%1").arg(words)); });
+  }
   connect(load_, &QPushButton::clicked, this, &JournalBar::LoadWanted);
   for (QCheckBox* box : {quantity2_, tax_, restrict_}) connect(box, &QCheckBox::clicked, this, &JournalBar::LoadWanted);
 }

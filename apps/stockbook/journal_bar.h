@@ -29,7 +29,7 @@ class JournalBar : public QWidget {
 
  signals:
   void LoadWanted();
-  // The inventory could not be asked; a message for the user.
+  // The inventory could not be asked, or does not have what is looked for; a message for the user.
   void Failed(const QString& message);
 
  private:

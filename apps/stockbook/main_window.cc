@@ -13,6 +13,7 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory_catalog.h"
+#include "stockbook/reading_place.h"
 
 namespace stockbook::app {
 namespace {
@@ -32,6 +33,11 @@ void WidenColumns(platform::Grid& grid) {
   for (const HostWidth& width : kHostWidths) {
     if (const int column = grid.ColIndex(width.key); column >= 0) grid.SetColWidth(column, width.twips);
   }
+}
+
+bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
+  return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
+         left.dp_code == right.dp_code;
 }
 
 }  // namespace
@@ -93,17 +99,27 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
-  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this,
-          [this] { WidenColumns(stockbook_->control().Grid()); });
+  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command, bool*) { ObeyCommand(command); });
+}
+
+// A layout outside of a load is the default one, which the user asked for.
+void MainWindow::TakeLayout() {
+  WidenColumns(stockbook_->control().Grid());
+  if (loading_) {
+    laid_out_ = true;
+  } else {
+    columns_.StartFrom(stockbook_->control().Grid());
+  }
 }
 
 void MainWindow::OpenDatabase(const std::string& path) {
   std::shared_ptr<platform::Connection> connection = OpenInventory(path);
   bar_->SetInventory(connection);
   connection_ = std::move(connection);
+  shown_.reset();
   path_ = path;
   UpdateTitle();
 }
@@ -136,6 +152,11 @@ void MainWindow::Reload() { Load(bar_->Options()); }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
+  platform::Grid& grid = stockbook_->control().Grid();
+  const ReadingPlace place(grid);
+  const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
+  columns_.Learn(grid);
+  laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
   LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
@@ -143,7 +164,9 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   loading_ = false;
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  GoToFirstCell();
+  if (laid_out_) columns_.PutBack(grid);
+  shown_ = report.loaded ? std::optional(options) : std::nullopt;
+  if (!same || !report.loaded || !place.GoBack(grid)) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
   UpdateTitle();

@@ -5,10 +5,12 @@
 #include <QMainWindow>
 #include <QProgressBar>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
+#include "stockbook/column_memory.h"
 #include "stockbook/journal_bar.h"
 #include "stockbook/journal_desk.h"
 #include "stockbook/window_colours.h"
@@ -40,6 +42,7 @@ class MainWindow : public QMainWindow {
   void BuildMenus();
   void BuildStatusLine();
   void ConnectControl();
+  void TakeLayout();
   void ChooseDatabase();
   void Reload();
   LoadReport Load(const JournalOptions& options);
@@ -52,6 +55,9 @@ class MainWindow : public QMainWindow {
   std::string path_;
   std::shared_ptr<platform::Connection> connection_;
   bool loading_ = false;
+  bool laid_out_ = false;                // by the load
+  std::optional<JournalOptions> shown_;  // what the last load brought
+  ColumnMemory columns_;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   std::unique_ptr<WindowColours> colours_;

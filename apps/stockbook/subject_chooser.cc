@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "qt/text.h"
+#include "qt/tool_tip.h"
 
 namespace stockbook::app {
 namespace {
@@ -54,10 +55,7 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
     ShowCurrent();
     emit Chosen();
   });
-  connect(lineEdit(), &QLineEdit::returnPressed, this, [this] {
-    TakeTypedText();
-    emit Chosen();
-  });
+  connect(lineEdit(), &QLineEdit::returnPressed, this, &SubjectChooser::Enter);
 }
 
 void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries) {
@@ -92,20 +90,32 @@ void SubjectChooser::focusOutEvent(QFocusEvent* event) {
   if (event->reason() != Qt::PopupFocusReason) TakeTypedText();
 }
 
-// The first entry that the typed words find; the choice stays when they find none.
-void SubjectChooser::TakeTypedText() {
-  if (currentText() != itemText(currentIndex())) {
+void SubjectChooser::Enter() {
+  const QString words = currentText();
+  if (TakeTypedText()) {
+    emit Chosen();
+  } else {
+    lineEdit()->selectAll();
+    emit NothingFound(words);
+  }
+}
+
+// The first entry that the typed words find; the choice stays when there are no words, or they find none: false.
+bool SubjectChooser::TakeTypedText() {
+  bool found = true;
+  if (currentText() != itemText(currentIndex()) && !currentText().trimmed().isEmpty()) {
     filter_->SetText(currentText());
-    if (filter_->rowCount() > 0 && !currentText().trimmed().isEmpty())
-      setCurrentIndex(filter_->mapToSource(filter_->index(0, 0)).row());
+    found = filter_->rowCount() > 0;
+    if (found) setCurrentIndex(filter_->mapToSource(filter_->index(0, 0)).row());
   }
   ShowCurrent();
+  return found;
 }
 
 void SubjectChooser::ShowCurrent() {
   setEditText(itemText(currentIndex()));
   lineEdit()->setCursorPosition(0);
-  setToolTip(itemText(currentIndex()));
+  setToolTip(qt::PlainToolTip(itemText(currentIndex())));
 }
 
 }  // namespace stockbook::app

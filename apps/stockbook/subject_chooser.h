@@ -42,12 +42,15 @@ class SubjectChooser : public QComboBox {
  signals:
   // The user chose, by list, by search or by Enter.
   void Chosen();
+  // The user pressed Enter, and no entry has these words.
+  void NothingFound(const QString& words);
 
  protected:
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void TakeTypedText();
+  void Enter();
+  bool TakeTypedText();
   void ShowCurrent();
 
   std::vector<CatalogEntry> entries_;

@@ -114,6 +114,57 @@ TEST_F(Window, ReloadsOnceTheControlHasFinishedAsking) {
   EXPECT_NE(grid().TextMatrix(1, 3), "changed");
 }
 
+TEST_F(Window, GoesBackToTheSamePlaceWhenTheSameJournalIsLoadedAgain) {
+  Open();
+  window_->LoadFirstJournal();
+  const int closed = grid().NextSubtotal(grid().FixedRows());
+  grid().SetIsCollapsed(closed, true);
+  const int amount = grid().ColIndex("StoAcc");
+  ASSERT_GT(amount, 0);
+  const int last = grid().Rows() - 1;
+  grid().Select(last, amount);
+  grid().SetTopRow(last);
+  const int top = grid().TopRow();
+  ASSERT_GT(top, closed + 1);
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(grid().Row(), last);
+  EXPECT_EQ(grid().Col(), amount);
+  EXPECT_EQ(grid().TopRow(), top);
+  EXPECT_TRUE(grid().IsCollapsed(closed));
+
+  JournalOptions other = window_->bar().Options();
+  other.key_id += 1;
+  window_->LoadJournal(other);
+  EXPECT_EQ(grid().Row(), 1);
+  EXPECT_EQ(grid().TopRow(), 1);
+  EXPECT_FALSE(grid().IsCollapsed(grid().NextSubtotal(grid().FixedRows())));
+}
+
+TEST_F(Window, KeepsWidthsAndOrderOfTheColumnsFromJournalToJournal) {
+  Open();
+  window_->LoadFirstJournal();
+  const int explain = grid().ColIndex("Explain");
+  const int usual = grid().ColWidth(explain);
+  const int price = grid().ColWidth(grid().ColIndex("Price"));
+  grid().SetColWidth(explain, usual + 600);
+  grid().SetColPosition(explain, 1);
+  JournalOptions other = window_->bar().Options();
+  other.journal_type = 1;
+  other.key_id = 0;
+  other.allow_inv = true;
+  window_->LoadJournal(other);
+  window_->LoadJournal(other);
+  EXPECT_EQ(grid().ColIndex("Explain"), 1);
+  EXPECT_EQ(grid().ColWidth(1), usual + 600);
+  EXPECT_EQ(grid().ColWidth(grid().ColIndex("Price")), price);
+
+  window_->stockbook().control().DefaultFormat();
+  EXPECT_EQ(grid().ColWidth(grid().ColIndex("Explain")), usual);
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(grid().ColWidth(grid().ColIndex("Explain")), usual);
+  EXPECT_EQ(grid().ColIndex("Explain"), explain);
+}
+
 TEST_F(Window, DoesNothingWithoutAnInventory) {
   window_->show();
   emit window_->bar().LoadWanted();
@@ -212,13 +263,41 @@ TEST_F(Window, KeepsTheChoiceWhenNothingIsFound) {
   SubjectChooser chooser;
   chooser.SetEntries(SomeEntries());
   EXPECT_TRUE(chooser.Choose(3, {}));
+  int chosen = 0;
+  QString missed;
+  QObject::connect(&chooser, &SubjectChooser::Chosen, [&] { ++chosen; });
+  QObject::connect(&chooser, &SubjectChooser::NothingFound, [&](const QString& words) { missed = words; });
   Type(chooser, QStringLiteral("nothing like it"));
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QApplication::sendEvent(&chooser, &enter);
+  EXPECT_EQ(chosen, 0);
+  EXPECT_EQ(missed.toStdString(), "nothing like it");
   EXPECT_EQ(chooser.Current().key, 3);
   EXPECT_EQ(chooser.currentText().toStdString(), "2001  平垫圈  M10");
   EXPECT_FALSE(chooser.Choose(4, {}));
   EXPECT_EQ(chooser.Current().key, 3);
+}
+
+TEST_F(Window, SaysThatNothingIsFound) {
+  Open();
+  QStringList messages;
+  QObject::connect(&window_->bar(), &JournalBar::Failed, [&](const QString& message) { messages += message; });
+  SubjectChooser& chooser = *window_->bar().findChild<SubjectChooser*>();
+  Type(chooser, QStringLiteral("轴承座"));
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(&chooser, &enter);
+  ASSERT_EQ(messages.size(), 1);
+  EXPECT_EQ(messages[0].toStdString(), "没有找到：轴承座");
+}
+
+TEST_F(Window, LoadsOnceWhenEnterIsPressedOnTheChoice) {
+  SubjectChooser chooser;
+  chooser.SetEntries(SomeEntries());
+  int chosen = 0;
+  QObject::connect(&chooser, &SubjectChooser::Chosen, [&] { ++chosen; });
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(&chooser, &enter);
+  EXPECT_EQ(chosen, 1);
 }
 
 TEST_F(Window, OffersAllThenTheClassesThenTheSubjects) {
