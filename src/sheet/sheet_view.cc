@@ -69,7 +69,10 @@ void Sheet::ScrollTo(ScrollPosition position) {
   const int64_t pixel = states_.PixelsBefore(fixed_rows_) + y;
   const auto row = std::min(static_cast<int>(states_.RowAtPixel(pixel)), Rows());
   anchor_ = {row, pixel - states_.PixelsBefore(row)};
-  if (geometry().scroll() != before.scroll()) ScrollChanged();
+  if (geometry().scroll() == before.scroll()) return;
+  ScrollChanged();
+  // The mark does not always move with the pixels under it.
+  if (drop_column_ >= 0) LooksChanged();
 }
 
 Sheet::Layout Sheet::layout() const { return {view_, scale_, anchor_.row, anchor_.offset_px, scroll_x_}; }

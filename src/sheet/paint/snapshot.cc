@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot_builder.h"
 
 namespace stockbook::sheet {
@@ -187,8 +188,13 @@ uint16_t SnapshotBuilder::FontIndex(std::string_view name) {
 }
 
 int SnapshotBuilder::DropEdge(int column) const {
-  if (column < sheet_.Cols()) return geometry_.CellRect(0, column).x;
-  return sheet_.Cols() > 0 ? geometry_.CellRect(0, sheet_.Cols() - 1).right() : -1;
+  if (sheet_.Cols() == 0) return -1;
+  const int edge =
+      column < sheet_.Cols() ? geometry_.CellRect(0, column).x : geometry_.CellRect(0, sheet_.Cols() - 1).right();
+  // A column of which a part is in view has its edge out of it: the mark stands where the part begins or ends.
+  const int least = column < sheet_.PinnedCols() ? 0 : geometry_.PinnedWidth();
+  const int most = geometry_.view().width - 2 * PaintMetrics::Of(sheet_.scale()).line;
+  return std::max(std::min(edge, most), least);
 }
 
 void SnapshotBuilder::AddCurrentCell() {

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// The mark that shows where a column being moved would go.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "sheet/columns.h"
+#include "sheet/paint/painter.h"
+#include "sheet/paint/snapshot.h"
+#include "sheet/recording_canvas.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::sheet {
+namespace {
+
+using test::Numbers;
+using test::RecordingCanvas;
+using test::Together;
+
+// Four columns of 100 pixels behind a fixed one of 30; the cells are 220 pixels high.
+class DropMark : public ::testing::Test {
+ protected:
+  DropMark() {
+    sheet.LoadColumns(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100)), 1);
+    sheet.SetColWidth(0, 450);
+    for (int column = 1; column < 5; ++column) sheet.SetColWidth(column, 1500);
+    sheet.SetView({500, 220}, 1.0);
+  }
+
+  // Where the marks begin and end; a mark is as high as the cells and wider than a line.
+  std::vector<Span> Marks() const {
+    RecordingCanvas canvas;
+    Paint(Snapshot::Of(sheet), canvas);
+    std::vector<Span> marks;
+    for (const auto& fill : canvas.fills) {
+      const Rect seen = fill.rect.Intersected(fill.clip);
+      if (fill.colour == sheet.appearance().accent && seen.height == 220 && seen.width > 1)
+        marks.push_back({seen.x, seen.right()});
+    }
+    return marks;
+  }
+
+  Sheet sheet;
+};
+
+TEST_F(DropMark, StandsBetweenTheTwoColumnsWhileThereIsOne) {
+  EXPECT_TRUE(Marks().empty());
+  sheet.SetDropColumn(3);
+  EXPECT_EQ(Marks(), std::vector<Span>({{229, 232}}));
+  sheet.SetDropColumn(5);
+  EXPECT_EQ(Marks(), std::vector<Span>({{429, 432}})) << "behind the last column";
+  sheet.SetDropColumn(-1);
+  EXPECT_TRUE(Marks().empty());
+}
+
+TEST_F(DropMark, IsSeenThoughTheColumnsEdgeIsScrolledAway) {
+  sheet.SetFrozenCols(1);
+  sheet.SetView({300, 220}, 1.0);
+  sheet.ScrollTo({60, 0});
+  sheet.SetDropColumn(2);
+  EXPECT_EQ(Marks(), std::vector<Span>({{129, 132}})) << "at the edge of the frozen columns, not on them";
+  sheet.SetDropColumn(4);
+  EXPECT_EQ(Marks(), std::vector<Span>({{269, 272}}));
+  sheet.SetDropColumn(5);
+  EXPECT_EQ(Marks(), std::vector<Span>({{297, 300}})) << "at the edge of the view";
+}
+
+TEST_F(DropMark, IsPaintedAnewWhenTheSheetScrollsUnderIt) {
+  class Viewer : public SheetViewer {
+   public:
+    void Damaged(const Rect& area) override { damaged = area; }
+    void ScrollChanged() override { damaged = {}; }
+    void CursorChanged(Cursor) override {}
+    Rect damaged;
+  } viewer;
+  sheet.SetView({300, 220}, 1.0);
+  sheet.SetDropColumn(5);
+  sheet.SetViewer(&viewer);
+  sheet.ScrollBy(10, 0);
+  EXPECT_EQ(viewer.damaged, (Rect{0, 0, 300, 220}));
+  sheet.SetDropColumn(-1);
+  sheet.ScrollBy(10, 0);
+  EXPECT_TRUE(viewer.damaged.IsEmpty());
+  sheet.SetViewer(nullptr);
+}
+
+}  // namespace
+}  // namespace stockbook::sheet
