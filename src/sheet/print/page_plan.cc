@@ -11,15 +11,24 @@ constexpr double kLeastZoom = 0.6;
 // Of a page's width; pinned columns that take more leave too little for the others.
 constexpr double kMostPinned = 0.5;
 
-// The first row behind those that fit from `first` on; at least one row is taken.
+bool IsOpenNode(const Sheet& sheet, int row) {
+  return sheet.IsSubtotal(row) && sheet.outline().Governs(row) && !sheet.IsCollapsed(row);
+}
+
+// The first row behind those that fit from `first`, which is seen, on; at least one row is taken.
 int EndOfPage(const Sheet& sheet, int first, int64_t room) {
   const RowStates& states = sheet.states();
   const auto end = static_cast<int>(states.RowAtPixel(states.PixelsBefore(first) + room));
   if (end >= sheet.Rows()) return sheet.Rows();
-  if (end <= first) return static_cast<int>(states.ShownAtOrAfter(first + 1));
-  const auto last = static_cast<int>(states.ShownAtOrBefore(end - 1));
-  const bool heads_others = sheet.IsSubtotal(last) && sheet.outline().Governs(last) && !sheet.IsCollapsed(last);
-  return heads_others && last > first ? last : end;
+  if (end <= first) return first + 1;
+  // Nodes of several levels may stand one behind the other.
+  auto foot = static_cast<int>(states.ShownAtOrBefore(end - 1));
+  int kept = end;
+  while (foot > first && IsOpenNode(sheet, foot)) {
+    kept = foot;
+    foot = static_cast<int>(states.ShownAtOrBefore(foot - 1));
+  }
+  return foot > first || !IsOpenNode(sheet, first) ? kept : end;
 }
 
 }  // namespace
@@ -41,21 +50,27 @@ PagePlan::PagePlan(PaperLayout& paper, PageRoom room) {
 void PagePlan::BreakColumns(const PaperLayout& paper, int64_t room) {
   const int columns = paper.sheet().Cols();
   int first = paper.sheet().PinnedCols();
+  int64_t taken = 0;
   for (int column = first; column < columns; ++column) {
-    const bool fits = paper.Width({first, column + 1}) <= room;
-    if (fits || paper.Width({first, column}) == 0) continue;
-    column_bands_.push_back({first, column});
-    first = column;
+    const int64_t width = paper.Width({column, column + 1});
+    if (taken > 0 && width > 0 && taken + width > room) {
+      column_bands_.push_back({first, column});
+      first = column;
+      taken = 0;
+    }
+    taken += width;
   }
-  if (column_bands_.empty() || paper.Width({first, columns}) > 0) column_bands_.push_back({first, columns});
+  if (column_bands_.empty() || taken > 0) column_bands_.push_back({first, columns});
 }
 
 void PagePlan::BreakRows(const PaperLayout& paper, int64_t room) {
   const Sheet& sheet = paper.sheet();
-  for (int first = sheet.FixedRows(); first < sheet.Rows() && paper.Height({first, sheet.Rows()}) > 0;) {
+  const RowStates& states = sheet.states();
+  const auto next = [&](int row) { return static_cast<int>(states.RowAtPixel(states.PixelsBefore(row))); };
+  for (int first = next(sheet.FixedRows()); first < sheet.Rows();) {
     const int end = EndOfPage(sheet, first, std::max<int64_t>(room, 1));
     row_pages_.push_back({first, end});
-    first = end;
+    first = next(end);
   }
   if (row_pages_.empty()) row_pages_.push_back({sheet.FixedRows(), sheet.FixedRows()});
 }
