@@ -90,6 +90,13 @@ TEST_F(Observer, MayTakeTheRowAwayThatItIsAskedToResize) {
   EXPECT_EQ(sheet.RowHeight(1), 300);
 }
 
+TEST_F(Observer, MayGoWhileItIsAskedWhetherAColumnMayBeFitted) {
+  meddler.before_resize = [&] { sheet.SetObserver(nullptr); };
+  mouse.DoubleClick(At(129, 10));
+  EXPECT_FALSE(meddler.before_resize) << "it was asked";
+  EXPECT_EQ(meddler.resized, CellPosition());
+}
+
 TEST_F(Observer, HearsNothingOfAResizedColumnThatHasGone) {
   mouse.Press(At(429, 10));
   mouse.Move(At(400, 10));

@@ -14,6 +14,7 @@ namespace stockbook::sheet {
 namespace {
 
 constexpr int kEdgeReach = 4;     // pixels on either side of an edge that grab it
+constexpr int kRowEdgeReach = 3;  // rows are low
 constexpr int kDragDistance = 5;  // pixels before a pressed caption moves
 constexpr double kTwipsPerPixel = 15.0;
 constexpr int kLeastSize = 60;  // twips that a dragged edge leaves
@@ -38,7 +39,7 @@ int Mouse::ColumnEdgeAt(int x) const {
 
 int Mouse::RowEdgeAt(int y) const {
   const Geometry at = sheet_.geometry();
-  const int reach = std::min(Scaled(kEdgeReach), Scaled(3));
+  const int reach = Scaled(kRowEdgeReach);
   for (const int probe : {y - reach, y}) {
     const int row = at.CellAt({0, std::max(probe, 0)}).row;
     if (row >= 0 && std::abs(at.CellRect(row, 0).bottom() - y) <= reach) return row;
@@ -189,14 +190,19 @@ void Mouse::DoubleClick(const MouseEvent& event) {
 }
 
 void Mouse::Fit(const Edge& edge) {
-  SheetObserver* observer = sheet_.observer();
-  if (observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse) return;
+  if (Refuses(edge)) return;
   if (edge.column >= 0) {
     FitColumn(sheet_, edge.column);
   } else {
     FitRow(sheet_, edge.row);
   }
-  if (observer != nullptr && Exists(edge)) observer->AfterUserResize(edge.row, edge.column);
+  // Being asked, the observer may have gone or taken the column away.
+  if (sheet_.observer() != nullptr && Exists(edge)) sheet_.observer()->AfterUserResize(edge.row, edge.column);
+}
+
+bool Mouse::Refuses(const Edge& edge) const {
+  SheetObserver* observer = sheet_.observer();
+  return observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse;
 }
 
 bool Mouse::Cancel() {
@@ -240,9 +246,7 @@ void Mouse::AutoScroll() {
 }
 
 void Mouse::BeginResize(const Edge& edge, Point at) {
-  SheetObserver* observer = sheet_.observer();
-  if (observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse) return;
-  if (!Exists(edge)) return;
+  if (Refuses(edge) || !Exists(edge)) return;
   resized_ = edge;
   pressed_ = at;
   drag_ = edge.column >= 0 ? Drag::kColumnEdge : Drag::kRowEdge;

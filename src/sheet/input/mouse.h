@@ -61,6 +61,8 @@ class Mouse {
   bool ToggleNodeAt(Point at);
   void PressLeft(const MouseEvent& event);
   void Fit(const Edge& edge);
+  // Asks the observer.
+  bool Refuses(const Edge& edge) const;
   void BeginResize(const Edge& edge, Point at);
   void BeginSelection(CellPosition cell, bool extends);
   void ExtendSelection(Point at);
