@@ -16,9 +16,9 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr std::array kFormats = {"0",          "0.00",      "#,##0.00",       "#,##0.00##", "0.####", "#0.00%", "#,###",
-                                 "0,000.0",    ".00",       "00000",          "0.0000",     "#",      "0元",    "#,##0",
-                                 "0.00;-0.00", "\"合\"0.0", "#,##0.00\"元\"", "0.00,",      "0.%"};
+constexpr std::array kFormats = {
+    "0", "0.00", "#,##0.00", "#,##0.00##", "0.####",    "#0.00%",         "#,###", "0,000.0", ".00", "00000", "0.0000",
+    "#", "0元",  "#,##0",    "0.00;-0.00", "\"合\"0.0", "#,##0.00\"元\"", "0.00,", "0.%",     "#0#", "000#$"};
 
 // Numbers of all sizes: whole, short decimals, halves, sums with the noise of additions, tiny and huge ones.
 double SomeNumber(std::mt19937_64& random) {

@@ -101,8 +101,10 @@ std::optional<PlainNumber> NumberFormat::PlainOf(const Section& section) {
     if (piece.kind == PieceKind::kLiteral) {
       if (!last || piece.literal.size() != 1) return std::nullopt;
       plain.behind = piece.literal.front();
-    } else if (piece.kind == PieceKind::kZero || plain.least_whole > 0) {
+    } else if (piece.kind == PieceKind::kZero) {
       ++plain.least_whole;
+    } else if (plain.least_whole > 0) {
+      return std::nullopt;  // an optional digit behind one that is always there
     }
   }
   int place = 0;
