@@ -77,6 +77,9 @@ TEST_F(Limits, MoreRowsThanAGridHasAreRefused) {
   sheet.SetFixedRows(kNearlyAll);
   EXPECT_THROW(sheet.LoadColumns(Together(Numbers(100)), 1), platform::Error);
   EXPECT_EQ(sheet.Rows(), kNearlyAll);
+  sheet.LoadColumns(Together(Numbers(10)), 1);
+  EXPECT_EQ(sheet.Rows(), 1 << 30);
+  EXPECT_THROW(sheet.AddItem("", sheet.Rows()), platform::Error);
   sheet.SetRows(1 << 30);
   EXPECT_THROW(sheet.AddItem("", sheet.Rows()), platform::Error);
   sheet.SetRows(10);
@@ -112,6 +115,37 @@ TEST_F(Limits, FixedRowsBelowTheViewCostNothingToPaint) {
   size_t cells = 0;
   for (const SnapshotPane& pane : snapshot.panes()) cells += pane.content.size();
   EXPECT_EQ(cells, 11U * 3U);
+}
+
+TEST_F(Limits, ASheetAtItsTopStaysThereWhenRowsComeInThere) {
+  sheet.AddItem("new", 1);
+  sheet.AddItem("newer", 1);
+  EXPECT_EQ(sheet.TopRow(), 1);
+  EXPECT_EQ(sheet.geometry().scroll().y, 0);
+}
+
+TEST_F(Limits, AScrolledSheetKeepsItsTopRowWhenRowsComeInAboveIt) {
+  sheet.SetTopRow(500);
+  const std::string top = sheet.TextMatrix(500, 2);
+  sheet.AddItem("new", 1);
+  sheet.AddItem("just above", 501);
+  EXPECT_EQ(sheet.TopRow(), 502);
+  EXPECT_EQ(sheet.TextMatrix(sheet.TopRow(), 2), top);
+}
+
+TEST_F(Limits, ALayoutIsTakenBackThoughItsRowsHaveGone) {
+  sheet.SetTopRow(900);
+  sheet.ScrollBy(0, 7);
+  const Sheet::Layout layout = sheet.layout();
+  sheet.SetRows(20);
+  sheet.SetLayout(layout);
+  EXPECT_TRUE(sheet.CheckInvariants());
+  sheet.SetLayout({{430, 220}, 1.0, -5, -5, -5});
+  EXPECT_TRUE(sheet.CheckInvariants());
+  EXPECT_EQ(sheet.TopRow(), 1);
+  sheet.SetFixedRows(3);
+  sheet.SetLayout({{430, 220}, 1.0, 1, 5, 0});
+  EXPECT_EQ(sheet.geometry().scroll().y, 0);
 }
 
 TEST_F(Limits, GroupingKeepsTheTopRow) {
