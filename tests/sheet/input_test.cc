@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <random>
+#include <string>
+#include <utility>
 
 #include "sheet/columns.h"
 #include "sheet/input/keyboard.h"
@@ -395,48 +396,6 @@ TEST_F(Input, ACellThatChangesDamagesItselfAlone) {
   sheet.ScrollBy(0, 5);
   EXPECT_EQ(listener.damages, before);
   EXPECT_EQ(listener.scrolls, 1);
-}
-
-TEST_F(Input, SurvivesRandomGestures) {
-  std::mt19937 random(6);
-  const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-  sheet.GroupBy(1, 2, "%s");
-  sheet.SetOutlineCol(2);
-  for (int round = 0; round < 20000; ++round) {
-    const Point at{below(500) - 30, below(280) - 30};
-    const Modifiers modifiers{static_cast<int16_t>(below(3))};
-    const auto button = below(4) == 0 ? MouseButton::kRight : MouseButton::kLeft;
-    switch (below(9)) {
-      case 0:
-        mouse.Press({button, modifiers, at});
-        break;
-      case 1:
-      case 2:
-        mouse.Move({button, modifiers, at});
-        break;
-      case 3:
-        mouse.Release({button, modifiers, at});
-        break;
-      case 4:
-        mouse.DoubleClick({button, modifiers, at});
-        break;
-      case 5:
-        mouse.AutoScroll();
-        break;
-      case 6:
-        mouse.Wheel(below(100) - 50, below(2000) - 1000);
-        break;
-      case 7:
-        sheet.SetFrozenCols(below(4));
-        break;
-      default:
-        Press(static_cast<Key>(below(12)), modifiers);
-    }
-    if (round % 100 == 0) {
-      ASSERT_TRUE(sheet.CheckInvariants()) << round;
-    }
-  }
-  EXPECT_TRUE(sheet.CheckInvariants());
 }
 
 TEST_F(Input, PlusAndMinusFoldTheCurrentNodeAndWithControlAllOfThem) {
