@@ -67,6 +67,9 @@ void GridPrinter::PaintPage(QPainter& painter, int page) {
   painter.scale(Unit(), Unit());
   PaintFrame(painter, page);
   painter.translate(0, kHeadingHeight);
+  // A row higher than the page leaves the line below it as it is.
+  const sheet::PageRoom room = Room();
+  painter.setClipRect(QRectF(0, 0, room.width / kScale, room.height / kScale), Qt::IntersectClip);
   painter.scale(plan_.zoom(), plan_.zoom());
   PaintCells(painter, page);
   painter.restore();

@@ -241,6 +241,19 @@ TEST_F(Printing, DoesNotTellWhatIsSelected) {
   EXPECT_EQ(PageImage(printer, 0), before);
 }
 
+TEST_F(Printing, LeavesTheLineAtTheFootToThePagesNumberThoughARowIsHigherThanAPage) {
+  const QRect foot(0, 1050 - 24, 720, 24);
+  GridPrinter usual(sheet_, A4(), "");
+  const QImage before = PageImage(usual, 0).copy(foot);
+  sheet_.SetRowHeight(-1, 15 * 2000);
+  sheet_.SetRowHeight(0, 15 * 40);
+  GridPrinter printer(sheet_, A4(), "");
+  ASSERT_GT(printer.PageCount(), 10);
+  const QImage after = PageImage(printer, 0);
+  EXPECT_EQ(PixelsUnlike(after, {0, foot.y(), 300, foot.height()}, before.pixel(0, 0)), 0);
+  EXPECT_GT(PixelsUnlike(after, foot, before.pixel(0, 0)), 20) << "the number";
+}
+
 TEST_F(Printing, PrintsADarkSheetInLightColours) {
   GridPrinter printer(sheet_, A4(), "");
   const QImage light = PageImage(printer, 0);
