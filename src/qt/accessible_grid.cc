@@ -209,11 +209,11 @@ bool AccessibleGrid::selectColumn(int column) {
 }
 
 bool AccessibleGrid::unselectRow(int row) {
-  return isRowSelected(row) && selectedRowCount() == 1 && Table().SelectCurrentAlone();
+  return isRowSelected(row) && selectedRowCount() == 1 && view()->isEnabled() && Table().SelectCurrentAlone();
 }
 
 bool AccessibleGrid::unselectColumn(int column) {
-  return isColumnSelected(column) && selectedColumnCount() == 1 && Table().SelectCurrentAlone();
+  return isColumnSelected(column) && selectedColumnCount() == 1 && view()->isEnabled() && Table().SelectCurrentAlone();
 }
 
 }  // namespace stockbook::qt

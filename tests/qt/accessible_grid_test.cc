@@ -319,7 +319,10 @@ TEST_F(AccessibleTable, GoesWithItsView) {
 
 TEST_F(AccessibleTable, TakesNoCommandsWhileItIsDisabled) {
   QAccessibleInterface* node = Cell(0, kBill);
+  ASSERT_TRUE(Table()->selectRow(1));
   view_->setEnabled(false);
+  EXPECT_FALSE(Table()->unselectRow(1));
+  EXPECT_TRUE(Table()->isRowSelected(1));
   EXPECT_TRUE(node->state().disabled);
   EXPECT_TRUE(node->actionInterface()->actionNames().isEmpty());
   node->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
