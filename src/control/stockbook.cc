@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "base/number.h"
 #include "base/text.h"
@@ -223,10 +225,38 @@ void Stockbook::FormatGrid() {
     const platform::PointerKept pointer(fg_);
     outline_col_key_ = kOutlineKey;
     grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
-    const grid::RowSizes sizes = grid::SizeRows(fg_, text_metrics_);
-    SetRowHeightSum(static_cast<float>(sizes.sum));
+    SizeRows();
   }
   events_.AfterFormatted();
+}
+
+void Stockbook::SizeRows() {
+  const int sum = grid::SizeRows(fg_, text_metrics_).sum;
+  title_as_laid_out_ = fg_.RowHeight(0);
+  data_as_laid_out_ = sum / 2;
+  SetRowHeightSum(static_cast<float>(sum));
+}
+
+void Stockbook::FollowFont(const platform::Font& font) {
+  const platform::RedrawOff redraw(fg_);
+  fg_.SetGridFont(font);
+  if (fg_.Rows() == 0) return;
+  const grid::RowSizes now = grid::ReadRowSizes(fg_);
+  const int data = data_as_laid_out_;
+  if (now.title != title_as_laid_out_ || (now.data != 0 && now.data != data)) return;
+  // A layout makes all nodes as high as totals; after a load only the totals are, and so they stay.
+  std::vector<std::pair<int, int>> heights;
+  for (int row = fg_.NextSubtotal(fg_.FixedRows()); row >= 0; row = fg_.NextSubtotal(row + 1))
+    heights.emplace_back(row, fg_.RowHeight(row));
+  const float sum = row_height_sum_;
+  SizeRows();
+  const auto followed = [&](int height) {
+    if (height == 2 * data) return 2 * data_as_laid_out_;
+    return height == data ? data_as_laid_out_ : height;
+  };
+  for (const auto& [row, height] : heights) fg_.SetRowHeight(row, followed(height));
+  const int whole = WholeTwips(sum);
+  row_height_sum_ = followed(whole) == whole ? sum : static_cast<float>(followed(whole));
 }
 
 void Stockbook::DefaultFormat() { FormatGrid(); }

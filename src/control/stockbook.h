@@ -266,11 +266,15 @@ class Stockbook {
   const Container& C1EBody() const { return c1e_body_; }
   const Container& C1EHeader() const { return c1e_header_; }
   platform::PictureRef imgMark() const { return img_mark_; }
+  // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
+  // somebody has set others since the last layout. A host that sets the grid's font asks for DefaultFormat.
+  void FollowFont(const platform::Font& font);
 
  private:
   class LoadSteps;
 
   void FormatGrid();
+  void SizeRows();
   void SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key);
   void ChangePicture(platform::PictureRef& field, platform::PictureRef picture, std::string_view key);
   void RefreshCaption();
@@ -307,6 +311,8 @@ class Stockbook {
   float row_height_ = 250;
   float row_height_title_ = 400;
   float row_height_sum_ = 400;
+  int title_as_laid_out_ = 0;  // twips
+  int data_as_laid_out_ = 0;
   platform::Colour back_color_hot_ = 0x00E2D2C7;
   platform::Colour fore_color_hot_ = 0;
   int64_t record_count_ = -1;  // of the last journal query; -1 before the first

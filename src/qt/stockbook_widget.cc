@@ -79,7 +79,7 @@ class StockbookWidget::Parts : public platform::ControlSite {
   void FollowFont() {
     if (fg_.GridFont() != followed_font_) return;
     followed_font_ = GridFontFor(widget_.font());
-    fg_.SetGridFont(followed_font_);
+    control_.FollowFont(followed_font_);
   }
 
   sheet::Sheet& fg() { return fg_; }

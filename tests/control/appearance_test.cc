@@ -148,6 +148,30 @@ TEST(Appearance, AnotherGridFontChangesAllThreeHeightsWithTheNextLayout) {
   EXPECT_EQ(fakes.control->RowHeightSum(), 2 * 481);
 }
 
+TEST(Appearance, RowsFollowTheToolkitsFontUnlessSomebodySetTheirHeights) {
+  ControlOverFakes fakes;
+  fakes.fg.SetRows(4);
+  fakes.fg.SetIsSubtotal(2, true);
+  fakes.fg.SetRowHeight(2, 540);
+  fakes.fg.SetIsSubtotal(3, true);
+  platform::Font font = fakes.fg.GridFont();
+  font.size_pt = 18;
+  fakes.control->FollowFont(font);
+  EXPECT_EQ(fakes.fg.GridFont().size_pt, 18);
+  EXPECT_EQ(fakes.fg.RowHeight(1), 421 + 60);
+  EXPECT_EQ(fakes.fg.RowHeight(0), 421 + 481);
+  EXPECT_EQ(fakes.fg.RowHeight(2), 2 * 481);
+  EXPECT_EQ(fakes.fg.RowHeight(3), 481) << "a node that was as high as the lines";
+  EXPECT_EQ(fakes.control->RowHeightSum(), 2 * 481);
+  fakes.control->SetRowHeight(700);
+  font.size_pt = 27;
+  fakes.control->FollowFont(font);
+  EXPECT_EQ(fakes.fg.GridFont().size_pt, 27);
+  EXPECT_EQ(fakes.fg.RowHeight(1), 700);
+  fakes.fg.SetRows(0);
+  EXPECT_NO_THROW(fakes.control->FollowFont(font));
+}
+
 TEST(Appearance, HeightsThatAreNoneRaiseTheGridsErrorOrNone) {
   ControlOverFakes fakes;
   fakes.fg.SetRows(3);

@@ -341,5 +341,18 @@ TEST_F(Widget, TellsTheSheetWhetherTheKeysComeToIt) {
   EXPECT_TRUE(sheet().focused());
 }
 
+TEST_F(Widget, MakesRoomForALargerFontInItsRowsAtOnce) {
+  ShowLoaded();
+  const int usual = sheet().RowHeight(sheet().FixedRows());
+  QFont larger = widget_->font();
+  larger.setPointSizeF(3 * larger.pointSizeF());
+  widget_->setFont(larger);
+  QApplication::processEvents();
+  EXPECT_GT(sheet().RowHeight(sheet().FixedRows()), 2 * usual);
+  widget_->setFont(QFont());
+  QApplication::processEvents();
+  EXPECT_EQ(sheet().RowHeight(sheet().FixedRows()), usual);
+}
+
 }  // namespace
 }  // namespace stockbook::qt
