@@ -185,6 +185,7 @@ void GridView::PaintAtScale(QPainter& painter, const QRegion& region, double sca
 
 void GridView::ScrollChanged() {
   if (elsewhere_) return;
+  if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is not under the mouse any more
   if (sheet_.Redraw()) MovePixels();
   UpdateBars();
 }

@@ -93,6 +93,15 @@ TEST_F(ViewInAWindow, ACutOffCellTellsItsWholeTextInATooltip) {
   EXPECT_TRUE(Becomes("tip", ""));
 }
 
+TEST_F(ViewInAWindow, ATooltipGoesWhenTheCellScrollsAway) {
+  const Place edge = Cell(0, 3).RightEdge();
+  Drag(edge, {edge.x - 110, edge.y});
+  MoveTo(Cell(4, 3).Middle());
+  EXPECT_TRUE(BecomesSo("tip", [](const std::string& tip) { return !tip.empty(); }));
+  Key("ctrl+End");
+  EXPECT_TRUE(Becomes("tip", ""));
+}
+
 TEST_F(ViewInAWindow, TheScrollBarScrollsTheRows) {
   const Area wide = Cell(3, 6);
   ASSERT_GT(wide.width, 0);
