@@ -47,7 +47,7 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
-      message_(new QLabel),
+      message_(new MessageLine),
       row_count_(new QLabel),
       progress_(new QProgressBar) {
   auto* desk = new QWidget;
@@ -83,8 +83,6 @@ void MainWindow::BuildMenus() {
 }
 
 void MainWindow::BuildStatusLine() {
-  message_->setTextFormat(Qt::PlainText);
-  message_->setMinimumWidth(1);
   row_count_->setTextFormat(Qt::PlainText);
   progress_->setRange(0, kMostProgress);
   progress_->setFixedWidth(kProgressWidth);
@@ -153,7 +151,7 @@ void MainWindow::Reload() { Load(bar_->Options()); }
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
   platform::Grid& grid = stockbook_->control().Grid();
-  const ReadingPlace place(grid);
+  const ReadingPlace place(stockbook_->sheet());
   const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
   columns_.Learn(grid);
   laid_out_ = false;
@@ -166,7 +164,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   progress_->hide();
   if (laid_out_) columns_.PutBack(grid);
   shown_ = report.loaded ? std::optional(options) : std::nullopt;
-  if (!same || !report.loaded || !place.GoBack(grid)) GoToFirstCell();
+  if (!same || !report.loaded || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
   UpdateTitle();
@@ -193,7 +191,7 @@ void MainWindow::ShowProgress(int indicator) {
 }
 
 void MainWindow::ShowMessage(const QString& message) {
-  message_->setText(message);
+  message_->Show(message);
   if (loading_ && isVisible()) message_->repaint();
 }
 

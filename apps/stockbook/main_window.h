@@ -13,6 +13,7 @@
 #include "stockbook/column_memory.h"
 #include "stockbook/journal_bar.h"
 #include "stockbook/journal_desk.h"
+#include "stockbook/message_line.h"
 #include "stockbook/window_colours.h"
 
 namespace stockbook::app {
@@ -61,7 +62,7 @@ class MainWindow : public QMainWindow {
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   std::unique_ptr<WindowColours> colours_;
-  QLabel* message_;
+  MessageLine* message_;
   QLabel* row_count_;
   QProgressBar* progress_;
 };

@@ -3,24 +3,24 @@
 
 namespace stockbook::app {
 
-ReadingPlace::ReadingPlace(const platform::Grid& grid)
-    : row_(grid.Row()),
-      top_row_(grid.TopRow()),
-      column_key_(grid.Col() >= 0 ? grid.ColKey(grid.Col()) : std::string()) {
-  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0; node = grid.NextSubtotal(node + 1))
-    if (grid.IsCollapsed(node)) closed_.insert(grid.TextMatrix(node, grid.OutlineCol()));
+ReadingPlace::ReadingPlace(const sheet::Sheet& sheet)
+    : row_(sheet.Row()),
+      scroll_(sheet.geometry().scroll()),
+      column_key_(sheet.Col() >= 0 ? sheet.ColKey(sheet.Col()) : std::string()) {
+  for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))
+    if (sheet.IsCollapsed(node)) closed_.insert(sheet.TextMatrix(node, sheet.OutlineCol()));
 }
 
-bool ReadingPlace::GoBack(platform::Grid& grid) const {
-  const int column = column_key_.empty() ? -1 : grid.ColIndex(column_key_);
-  if (column < 0 || grid.ColHidden(column) || row_ < grid.FixedRows() || row_ >= grid.Rows()) return false;
-  const bool redraw = grid.Redraw();
-  grid.SetRedraw(false);
-  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0; node = grid.NextSubtotal(node + 1))
-    if (closed_.contains(grid.TextMatrix(node, grid.OutlineCol()))) grid.SetIsCollapsed(node, true);
-  grid.Select(row_, column);
-  if (top_row_ >= grid.FixedRows() && top_row_ < grid.Rows()) grid.SetTopRow(top_row_);
-  grid.SetRedraw(redraw);
+bool ReadingPlace::GoBack(sheet::Sheet& sheet) const {
+  const int column = column_key_.empty() ? -1 : sheet.ColIndex(column_key_);
+  if (column < 0 || sheet.ColHidden(column) || row_ < sheet.FixedRows() || row_ >= sheet.Rows()) return false;
+  const bool redraw = sheet.Redraw();
+  sheet.SetRedraw(false);
+  for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))
+    if (closed_.contains(sheet.TextMatrix(node, sheet.OutlineCol()))) sheet.SetIsCollapsed(node, true);
+  sheet.Select(row_, column);
+  sheet.ScrollTo(scroll_);
+  sheet.SetRedraw(redraw);
   return true;
 }
 

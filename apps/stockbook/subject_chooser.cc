@@ -95,7 +95,8 @@ void SubjectChooser::Enter() {
   if (TakeTypedText()) {
     emit Chosen();
   } else {
-    lineEdit()->selectAll();
+    lineEdit()->end(false);
+    lineEdit()->home(true);
     emit NothingFound(words);
   }
 }

@@ -7,6 +7,7 @@
 #include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QResizeEvent>
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "sheet/sheet.h"
 #include "stockbook/gui_session.h"
 #include "stockbook/inventory_catalog.h"
+#include "stockbook/message_line.h"
 #include "stockbook/sample_inventory.h"
 #include "stockbook/subject_chooser.h"
 #include "stockbook/window_colours.h"
@@ -124,12 +126,16 @@ TEST_F(Window, GoesBackToTheSamePlaceWhenTheSameJournalIsLoadedAgain) {
   const int last = grid().Rows() - 1;
   grid().Select(last, amount);
   grid().SetTopRow(last);
-  const int top = grid().TopRow();
-  ASSERT_GT(top, closed + 1);
+  sheet::Sheet& sheet = window_->stockbook().sheet();
+  const sheet::ScrollPosition most = sheet.geometry().scroll();
+  sheet.ScrollTo({most.x, most.y - 7});
+  const sheet::ScrollPosition scroll = sheet.geometry().scroll();
+  ASSERT_EQ(scroll.y, most.y - 7);
   emit window_->bar().LoadWanted();
   EXPECT_EQ(grid().Row(), last);
   EXPECT_EQ(grid().Col(), amount);
-  EXPECT_EQ(grid().TopRow(), top);
+  EXPECT_EQ(sheet.geometry().scroll().y, scroll.y);
+  EXPECT_EQ(sheet.geometry().scroll().x, scroll.x);
   EXPECT_TRUE(grid().IsCollapsed(closed));
 
   JournalOptions other = window_->bar().Options();
@@ -288,6 +294,20 @@ TEST_F(Window, SaysThatNothingIsFound) {
   QApplication::sendEvent(&chooser, &enter);
   ASSERT_EQ(messages.size(), 1);
   EXPECT_EQ(messages[0].toStdString(), "没有找到：轴承座");
+}
+
+TEST_F(Window, TellsAMessageThatIsCutOffInATooltip) {
+  MessageLine line;
+  line.resize(100, 20);
+  line.Show(QStringLiteral("<b>"));
+  EXPECT_TRUE(line.toolTip().isEmpty());
+  line.Show(QStringLiteral("<b>没有找到").repeated(10));
+  EXPECT_TRUE(line.toolTip().contains(QStringLiteral("&lt;b&gt;没有找到")));
+  EXPECT_LT(line.sizeHint().width(), 100) << "a long message does not widen the window";
+  line.resize(3000, 20);
+  QResizeEvent resized(line.size(), {100, 20});
+  QApplication::sendEvent(&line, &resized);
+  EXPECT_TRUE(line.toolTip().isEmpty());
 }
 
 TEST_F(Window, LoadsOnceWhenEnterIsPressedOnTheChoice) {
