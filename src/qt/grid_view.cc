@@ -230,7 +230,7 @@ void GridView::MovePixels() {
     // Nothing moves in the background beside the cells.
     const int width = std::min(view.width, geometry.CellsRect().width + frame);
     MovePart({0, pinned_height, width, view.height - pinned_height - frame}, 0, before.y - now.y);
-    Damaged({0, view.height - frame, view.width, frame});
+    Damaged({0, view.height - frame, width, frame});
   }
   if (before.x != now.x) {
     MovePart({pinned_width, 0, view.width - pinned_width - frame, view.height}, before.x - now.x, 0);
