@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QSet>
+#include <algorithm>
 #include <vector>
 
 #include "qt/text.h"
@@ -69,10 +70,11 @@ class TableModel : public QAbstractTableModel {
   const ShownTexts& texts_;
 };
 
-// The same rows in so many groups of equal size.
+// The first `rows` of them in so many groups of equal size.
 class TreeModel : public QAbstractItemModel {
  public:
-  TreeModel(const ShownTexts& texts, int groups) : texts_(texts), groups_(groups), each_(texts.rows() / groups) {}
+  TreeModel(const ShownTexts& texts, int groups, int rows)
+      : texts_(texts), groups_(groups), each_(std::min(rows, texts.rows()) / groups) {}
 
   QModelIndex index(int row, int column, const QModelIndex& parent) const override {
     return createIndex(row, column, static_cast<quintptr>(parent.isValid() ? parent.row() + 1 : 0));
