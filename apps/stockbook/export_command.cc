@@ -38,11 +38,7 @@ const std::string& Usage() {
 }
 
 int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
-  std::vector<Option> known(kOptions.begin(), kOptions.end());
-  const auto journal_options = JournalOptionList();
-  known.insert(known.end(), journal_options.begin(), journal_options.end());
-  const CommandLine line(arguments, known);
-  line.ExpectAtMost(1);
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
   const std::string path = line.Positional(0, "DB, the inventory");
   const JournalOptions options = RequireJournalOptions(line);
   const std::string format = line.Choice("format", kFormats).value_or("csv");

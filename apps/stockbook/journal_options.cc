@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <vector>
 
 namespace stockbook::app {
 namespace {
@@ -43,6 +44,14 @@ const std::string_view kJournalUsage =
     "  --restrict       show - instead of amounts\n";
 
 std::span<const Option> JournalOptionList() { return kOptions; }
+
+CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own) {
+  std::vector<Option> known(own.begin(), own.end());
+  known.insert(known.end(), kOptions.begin(), kOptions.end());
+  CommandLine line(arguments, known);
+  line.ExpectAtMost(1);
+  return line;
+}
 
 std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line) {
   const bool given =

@@ -28,6 +28,9 @@ std::span<const Option> JournalOptionList();
 // The lines that explain JOURNAL in a command's help.
 extern const std::string_view kJournalUsage;
 
+// The arguments of a command of the form `DB JOURNAL` and `own` options, taken apart. Throws UsageError as CommandLine.
+CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own);
+
 // The journal given, or nothing when no option of JOURNAL was. Throws UsageError when it is not complete: the material
 // and project journals need a product.
 std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line);

@@ -68,11 +68,7 @@ QByteArray PdfOf(qt::StockbookWidget& journal, const QPageLayout& page) {
 }
 
 int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
-  std::vector<Option> known(kOptions.begin(), kOptions.end());
-  const auto journal = JournalOptionList();
-  known.insert(known.end(), journal.begin(), journal.end());
-  const CommandLine line(arguments, known);
-  line.ExpectAtMost(1);
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
   const std::string path = line.Positional(0, "DB, the inventory");
   const JournalOptions options = RequireJournalOptions(line);
   const QPageLayout page(QPageSize(PaperOf(line)),

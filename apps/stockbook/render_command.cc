@@ -102,11 +102,7 @@ void WritePng(const QImage& image, std::ostream& out) {
 }
 
 int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
-  std::vector<Option> known(kOptions.begin(), kOptions.end());
-  const auto journal = JournalOptionList();
-  known.insert(known.end(), journal.begin(), journal.end());
-  const CommandLine line(arguments, known);
-  line.ExpectAtMost(1);
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
   const std::string path = line.Positional(0, "DB, the inventory");
   const JournalOptions options = RequireJournalOptions(line);
   const double scale = ScaleOf(line);

@@ -42,11 +42,7 @@ journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection&
 }
 
 int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
-  std::vector<Option> known(kOptions.begin(), kOptions.end());
-  const auto journal_options = JournalOptionList();
-  known.insert(known.end(), journal_options.begin(), journal_options.end());
-  const CommandLine line(arguments, known);
-  line.ExpectAtMost(1);
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
   const std::string path = line.Positional(0, "DB, the inventory");
   const JournalOptions options = RequireJournalOptions(line);
   const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
