@@ -15,11 +15,7 @@ bool Keyboard::Press(const KeyEvent& event) {
   if (FoldNode(event)) return true;
   const bool extends = event.modifiers.Shift();
   const CellPosition target = Target(event, extends ? selection.end : selection.current);
-  const Selection wanted = extends ? Selection{selection.current, target} : Selection::Of(target);
-  if (sheet_.ChangeSelection(wanted)) {
-    const CellPosition shown = sheet_.selection().end;
-    sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
-  }
+  MoveTo(extends ? Selection{selection.current, target} : Selection::Of(target));
   return true;
 }
 
@@ -71,11 +67,11 @@ void Keyboard::FoldAll(bool collapsed) {
     return;
   }
   // The node that covers the current row takes its place.
-  MoveTo({static_cast<int>(sheet_.states().UncoveredBefore(cell.row)), cell.column});
+  MoveTo(Selection::Of({static_cast<int>(sheet_.states().UncoveredBefore(cell.row)), cell.column}));
 }
 
-void Keyboard::MoveTo(CellPosition cell) {
-  if (!sheet_.ChangeSelection(Selection::Of(cell))) return;
+void Keyboard::MoveTo(const Selection& wanted) {
+  if (!sheet_.ChangeSelection(wanted)) return;
   const CellPosition shown = sheet_.selection().end;
   sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
 }
@@ -173,7 +169,7 @@ bool Keyboard::GoToNode(CellPosition cell) {
   if (cell.column != sheet_.OutlineCol() || ColumnStep(cell.column, -1) != cell.column) return false;
   const auto node = static_cast<int>(sheet_.outline().NodeOf(cell.row));
   if (sheet_.IsSubtotal(cell.row) || node < sheet_.FixedRows()) return false;
-  MoveTo({node, cell.column});
+  MoveTo(Selection::Of({node, cell.column}));
   return true;
 }
 

@@ -29,7 +29,8 @@ class Keyboard {
   bool Command(const KeyEvent& event);
   bool SelectWhole(Modifiers modifiers);
   void FoldAll(bool collapsed);
-  void MoveTo(CellPosition cell);
+  // Selects and brings the end of it into view, where the observer lets it.
+  void MoveTo(const Selection& wanted);
   bool GoToNode(CellPosition cell);
   // Opens or closes the node that the current cell is on; false when the key moves instead.
   bool FoldNode(const KeyEvent& event);
