@@ -36,6 +36,8 @@ class GridOutline {
   virtual void SetRowOutlineLevel(int row, int level) = 0;
   virtual bool IsCollapsed(int row) const = 0;
   virtual void SetIsCollapsed(int row, bool collapsed) = 0;
+  // Folds or unfolds every node, at the cost of one; current cell and scroll position stay.
+  virtual void CollapseAll(bool collapsed) = 0;
   // The column of the tree, or -1.
   virtual int OutlineCol() const = 0;
   virtual void SetOutlineCol(int column) = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace stockbook::platform {
@@ -19,6 +20,8 @@ class GridRows {
   // rows behind it. The row is an ordinary one of outline level 0.
   virtual void AddItem(std::string_view tab_text, int position) = 0;
   virtual void RemoveItem(int row) = 0;
+  // Another number whenever rows or columns came, went or moved, so that a row or a column may mean another one.
+  virtual int64_t Revision() const = 0;
 
   virtual bool RowHidden(int row) const = 0;
   virtual void SetRowHidden(int row, bool hidden) = 0;

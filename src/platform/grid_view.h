@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/grid_observer.h"
 #include "platform/grid_types.h"
 
 namespace stockbook::platform {
@@ -22,6 +23,11 @@ class GridView {
   virtual int RowSel() const = 0;
   virtual int ColSel() const = 0;
   virtual void SelectRange(int row, int column, int row_sel, int col_sel) = 0;
+  // The selected range as text that a spreadsheet pastes: a line of the captions of row 0 with their line breaks taken
+  // out, then a line for each row that is shown, with the cells as they are displayed; hidden columns are left out.
+  // Every cell but that of the last selected column is followed by a tab, every line but that of the last selected row
+  // by "\r\n". Where there is no current cell it is the line of all captions.
+  virtual std::string SelectionText() const = 0;
 
   // First and last row of the scrolling part that are in view.
   virtual int TopRow() const = 0;
@@ -33,6 +39,9 @@ class GridView {
   // The cell under the mouse, -1 where there is none.
   virtual int MouseRow() const = 0;
   virtual int MouseCol() const = 0;
+
+  // Who hears what the user does here, or nobody.
+  virtual void SetGridObserver(GridObserver* observer) = 0;
 
   virtual bool Redraw() const = 0;
   virtual void SetRedraw(bool on) = 0;

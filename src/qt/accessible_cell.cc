@@ -11,7 +11,7 @@ using sheet::NodeState;
 
 bool AccessibleCell::isValid() const {
   const GridView* view = grid_.view();
-  return view != nullptr && view->sheet().revision() == place_.revision;
+  return view != nullptr && view->sheet().Revision() == place_.revision;
 }
 
 QWindow* AccessibleCell::window() const { return grid_.window(); }

@@ -46,7 +46,7 @@ GridView* AccessibleGrid::view() const { return qobject_cast<GridView*>(object()
 sheet::TableAccess AccessibleGrid::Table() const { return sheet::TableAccess(view()->sheet()); }
 
 void AccessibleGrid::ForgetOutlived() const {
-  if (!cells_.empty() && cells_.begin()->first.revision != view()->sheet().revision()) cells_.clear();
+  if (!cells_.empty() && cells_.begin()->first.revision != view()->sheet().Revision()) cells_.clear();
 }
 
 QAccessibleInterface* AccessibleGrid::CellOf(int row, int column) const {
@@ -54,7 +54,7 @@ QAccessibleInterface* AccessibleGrid::CellOf(int row, int column) const {
   const sheet::Sheet& sheet = view()->sheet();
   if (row >= sheet.Rows() || column < 0 || column >= sheet.Cols()) return nullptr;
   ForgetOutlived();
-  const CellPlace place{sheet.revision(), std::max(row, -1), column};
+  const CellPlace place{sheet.Revision(), std::max(row, -1), column};
   if (const auto found = cells_.find(place); found != cells_.end()) {
     recent_.splice(recent_.begin(), recent_, found->second);
     return QAccessible::accessibleInterface(found->second->id);

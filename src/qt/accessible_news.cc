@@ -44,7 +44,7 @@ void AccessibleNews::Send(QAccessible::Event type, int child) {
 
 AccessibleNews::Table AccessibleNews::Now() const {
   const sheet::TableAccess table(view_.sheet());
-  return {view_.sheet().revision(), table.RowCount(), table.ColumnCount()};
+  return {view_.sheet().Revision(), table.RowCount(), table.ColumnCount()};
 }
 
 void AccessibleNews::Tell() {

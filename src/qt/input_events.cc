@@ -44,6 +44,9 @@ sheet::Key KeyOf(int key) {
       return sheet::Key::kInsert;
     case Qt::Key_Space:
       return sheet::Key::kSpace;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return sheet::Key::kEnter;
     case Qt::Key_Escape:
       return sheet::Key::kEscape;
     default:

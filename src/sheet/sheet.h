@@ -11,6 +11,7 @@
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/geometry.h"
 #include "sheet/input/observer.h"
+#include "sheet/input/observers.h"
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
 #include "sheet/paint/appearance.h"
@@ -87,6 +88,7 @@ class Sheet final : public platform::Grid {
   void SetFixedRows(int count) override;
   void AddItem(std::string_view tab_text, int position) override;
   void RemoveItem(int row) override;
+  int64_t Revision() const override { return revision_; }
   bool RowHidden(int row) const override;
   void SetRowHidden(int row, bool hidden) override;
   int RowHeight(int row) const override;
@@ -105,6 +107,7 @@ class Sheet final : public platform::Grid {
   void SetRowOutlineLevel(int row, int level) override;
   bool IsCollapsed(int row) const override;
   void SetIsCollapsed(int row, bool collapsed) override;
+  void CollapseAll(bool collapsed) override;
   int OutlineCol() const override { return outline_col_ < Cols() ? outline_col_ : -1; }
   void SetOutlineCol(int column) override;
   platform::OutlineBarStyle OutlineBar() const override { return appearance_.outline_bar; }
@@ -134,6 +137,7 @@ class Sheet final : public platform::Grid {
   int RowSel() const override { return selection_.end.row; }
   int ColSel() const override { return selection_.end.column; }
   void SelectRange(int row, int column, int row_sel, int col_sel) override;
+  std::string SelectionText() const override;
   int TopRow() const override { return geometry().TopRow(); }
   void SetTopRow(int row) override;
   int BottomRow() const override { return geometry().BottomRow(); }
@@ -149,6 +153,8 @@ class Sheet final : public platform::Grid {
   void SetTag(std::string_view tag) override { tag_ = tag; }
   platform::MousePointer Pointer() const override { return pointer_; }
   void SetPointer(platform::MousePointer pointer) override;
+  // Besides the sheet's own observer, and before it.
+  void SetGridObserver(platform::GridObserver* observer) override { observers_.SetGridObserver(observer); }
 
   // GridAppearance
   platform::Colour ColourOf(platform::GridColour which) const override { return appearance_.Of(which); }
@@ -163,7 +169,7 @@ class Sheet final : public platform::Grid {
   void SetGridFont(const platform::Font& font) override;
 
   // For the widget around it.
-  void SetObserver(SheetObserver* observer) { observer_ = observer; }
+  void SetObserver(SheetObserver* observer) { observers_.SetSheetObserver(observer); }
   void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
   // Device pixels of the view, and how many of them are one pixel of 96 to the inch.
   void SetView(Size view_px, double scale);
@@ -180,8 +186,6 @@ class Sheet final : public platform::Grid {
   // Where a column that is being moved would go: before this column, -1 for no mark.
   void SetDropColumn(int column);
   int drop_column() const { return drop_column_; }
-  // Folds or unfolds every node, at the cost of one.
-  void CollapseAll(bool collapsed);
   // Where the selected cells are copied to; nowhere without one.
   void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
   // Puts the selected range there as text (see SelectionText); false when there is no clipboard or nothing selected.
@@ -201,13 +205,13 @@ class Sheet final : public platform::Grid {
   const Appearance& appearance() const { return appearance_; }
   // Looks beyond the port: the tint of nodes, the colour of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
-  // Another number whenever rows or columns came, went or moved, so that a row or a column may mean another one.
-  int64_t revision() const { return revision_; }
   CellPart PartOf(int row, int column) const;
   int PinnedCols() const;
   // The first column behind the fixed ones that is not hidden; the first behind them where all are.
   int FirstShownColumn() const;
-  SheetObserver* observer() const { return observer_; }
+  // Tells both observers, whether they are set or not.
+  SheetObserver& observer() { return observers_; }
+  bool IsObserved() const { return observers_.IsAny(); }
   SheetViewer* viewer() const { return viewer_; }
 
   // Every part holds, and the parts agree: O(runs + cells set + columns).
@@ -248,6 +252,7 @@ class Sheet final : public platform::Grid {
   void DamageAll();
   void ScrollChanged();
 
+  Observers observers_{*this};
   Store store_;
   RowStates states_;
   Outline outline_{states_};
@@ -270,7 +275,6 @@ class Sheet final : public platform::Grid {
   bool focused_ = true;
   std::string tag_;
   platform::MousePointer pointer_ = platform::MousePointer::kDefault;
-  SheetObserver* observer_ = nullptr;
   SheetViewer* viewer_ = nullptr;
   platform::Clipboard* clipboard_ = nullptr;
 };

@@ -18,8 +18,7 @@ using platform::ScrollBarsSetting;
 bool Sheet::ChangeSelection(const Selection& selection) {
   const CellPosition old_cell = selection_.current;
   const bool moves = selection.current != old_cell;
-  if (moves && observer_ != nullptr && observer_->BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse)
-    return false;
+  if (moves && observers_.BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse) return false;
   const CellRange before = selection_.Range();
   selection_ = selection;
   // The observer may have taken rows away.
@@ -27,7 +26,7 @@ bool Sheet::ChangeSelection(const Selection& selection) {
   DamageCells(before);
   DamageCells(selection_.Range());
   if (redraw_ && viewer_ != nullptr) viewer_->SelectionChanged();
-  if (moves && observer_ != nullptr) observer_->AfterRowColChange(old_cell, selection_.current);
+  if (moves) observers_.AfterRowColChange(old_cell, selection_.current);
   return true;
 }
 
@@ -47,9 +46,11 @@ void Sheet::SetFocused(bool focused) {
 
 bool Sheet::CopySelection() const {
   if (clipboard_ == nullptr || selection_.current.row < 0 || selection_.current.column < 0) return false;
-  clipboard_->TakeText(SelectionText(*this));
+  clipboard_->TakeText(SelectionText());
   return true;
 }
+
+std::string Sheet::SelectionText() const { return sheet::SelectionText(*this); }
 
 void Sheet::SetTopRow(int row) {
   CheckRow("TopRow", row);

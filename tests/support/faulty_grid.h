@@ -399,6 +399,16 @@ class FaultyGrid : public platform::Grid {
     Count();
     real_.SetPointer(pointer);
   }
+  std::string SelectionText() const override {
+    Count();
+    return real_.SelectionText();
+  }
+  void SetGridObserver(platform::GridObserver* observer) override { real_.SetGridObserver(observer); }
+  int64_t Revision() const override { return real_.Revision(); }
+  void CollapseAll(bool collapsed) override {
+    Count();
+    real_.CollapseAll(collapsed);
+  }
   platform::Colour ColourOf(platform::GridColour which) const override {
     Count();
     return real_.ColourOf(which);

@@ -45,6 +45,8 @@ enum class Key : uint8_t {
   kInsert,
   kSpace,
   kEscape,
+  kEnter,
+  kMenu,
   kOther
 };
 

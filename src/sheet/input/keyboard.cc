@@ -21,7 +21,7 @@ bool Keyboard::Press(const KeyEvent& event) {
 
 bool Keyboard::IsCommand(Key key) {
   return key == Key::kA || key == Key::kC || key == Key::kInsert || key == Key::kSpace || key == Key::kPlus ||
-         key == Key::kMinus;
+         key == Key::kMinus || key == Key::kEnter || key == Key::kMenu;
 }
 
 bool Keyboard::Command(const KeyEvent& event) {
@@ -35,6 +35,10 @@ bool Keyboard::Command(const KeyEvent& event) {
       return control && sheet_.CopySelection();
     case Key::kSpace:
       return SelectWhole(event.modifiers);
+    case Key::kEnter:
+      return DoubleClick();
+    case Key::kMenu:
+      return PressRight(event.modifiers);
     default:
       // Many keyboards have the plus sign above another one.
       if (!control) return FoldNode({event.key, {}});
@@ -56,6 +60,25 @@ bool Keyboard::SelectWhole(Modifiers modifiers) {
   }
   if (wanted == sheet_.selection()) return false;
   sheet_.ChangeSelection(wanted);
+  return true;
+}
+
+// Where nobody watches the sheet the key is left to the dialog around it.
+bool Keyboard::DoubleClick() {
+  if (!sheet_.IsObserved()) return false;
+  sheet_.SetMouseCell(sheet_.selection().current);
+  sheet_.observer().DoubleClick();
+  return true;
+}
+
+bool Keyboard::PressRight(Modifiers modifiers) {
+  if (!sheet_.IsObserved()) return false;
+  CellPosition cell = sheet_.selection().current;
+  sheet_.ScrollTo(sheet_.geometry().ToShow(cell.row, cell.column));
+  if (modifiers.Control()) cell.row = 0;
+  const Rect area = sheet_.geometry().CellRect(cell.row, cell.column);
+  sheet_.SetMouseCell(cell);
+  sheet_.observer().MouseDown({MouseButton::kRight, {}, {area.x + area.width / 2, area.y + area.height / 2}});
   return true;
 }
 

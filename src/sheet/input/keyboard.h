@@ -9,7 +9,7 @@ namespace stockbook::sheet {
 class Sheet;
 
 // What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes,
-// copy. The cell moved to is brought into view.
+// copy, and stand for the mouse on the current cell. The cell moved to is brought into view.
 class Keyboard {
  public:
   explicit Keyboard(Sheet& sheet) : sheet_(sheet) {}
@@ -32,6 +32,9 @@ class Keyboard {
   // Selects and brings the end of it into view, where the observer lets it.
   void MoveTo(const Selection& wanted);
   bool GoToNode(CellPosition cell);
+  // What the mouse does on the cell, done by keys: a double click, or the right button on it or on its caption.
+  bool DoubleClick();
+  bool PressRight(Modifiers modifiers);
   // Opens or closes the node that the current cell is on; false when the key moves instead.
   bool FoldNode(const KeyEvent& event);
   void SelectAll();

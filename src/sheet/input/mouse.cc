@@ -83,7 +83,7 @@ void Mouse::Press(const MouseEvent& event) {
   pressed_ = last_ = event.at;
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
   if (event.button == MouseButton::kLeft) PressLeft(event);
-  if (sheet_.observer() != nullptr) sheet_.observer()->MouseDown(event);
+  sheet_.observer().MouseDown(event);
 }
 
 void Mouse::PressLeft(const MouseEvent& event) {
@@ -170,11 +170,11 @@ void Mouse::Release(const MouseEvent& event) {
     const Edge resized = resized_;
     if (ended == Drag::kCaption) EndCaption(event.at);
     const bool resizing = ended == Drag::kColumnEdge || ended == Drag::kRowEdge;
-    if (resizing && Exists(resized) && SizeOf(resized) != size_before_ && sheet_.observer() != nullptr)
-      sheet_.observer()->AfterUserResize(resized.row, resized.column);
+    if (resizing && Exists(resized) && SizeOf(resized) != size_before_)
+      sheet_.observer().AfterUserResize(resized.row, resized.column);
   }
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
-  if (sheet_.observer() != nullptr) sheet_.observer()->MouseUp(event);
+  sheet_.observer().MouseUp(event);
 }
 
 void Mouse::DoubleClick(const MouseEvent& event) {
@@ -186,7 +186,7 @@ void Mouse::DoubleClick(const MouseEvent& event) {
     }
     if (ToggleNodeAt(event.at)) return;
   }
-  if (sheet_.observer() != nullptr) sheet_.observer()->DoubleClick();
+  sheet_.observer().DoubleClick();
 }
 
 void Mouse::Fit(const Edge& edge) {
@@ -197,12 +197,11 @@ void Mouse::Fit(const Edge& edge) {
     FitRow(sheet_, edge.row);
   }
   // Being asked, the observer may have gone or taken the column away.
-  if (sheet_.observer() != nullptr && Exists(edge)) sheet_.observer()->AfterUserResize(edge.row, edge.column);
+  if (Exists(edge)) sheet_.observer().AfterUserResize(edge.row, edge.column);
 }
 
 bool Mouse::Refuses(const Edge& edge) const {
-  SheetObserver* observer = sheet_.observer();
-  return observer != nullptr && observer->BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse;
+  return sheet_.observer().BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse;
 }
 
 bool Mouse::Cancel() {
@@ -288,7 +287,7 @@ void Mouse::EndCaption(Point at) {
   const int position = drop > moved_column_ ? drop - 1 : drop;
   if (drop < 0 || position == moved_column_ || position >= sheet_.Cols()) return;
   sheet_.SetColPosition(moved_column_, position);
-  if (sheet_.observer() != nullptr) sheet_.observer()->AfterMoveColumn(moved_column_, position);
+  sheet_.observer().AfterMoveColumn(moved_column_, position);
 }
 
 void Mouse::ShowCursor(Point at) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/grid_observer.h"
 #include "sheet/input/events.h"
 #include "sheet/paint/rect.h"
 #include "sheet/paint/text_measure.h"
@@ -8,7 +9,7 @@
 
 namespace stockbook::sheet {
 
-enum class Verdict { kAllow, kRefuse };
+using platform::Verdict;
 
 // What happens to the sheet, for the one who gives it a meaning. Every call may change the sheet.
 class SheetObserver {

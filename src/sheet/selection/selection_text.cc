@@ -19,9 +19,18 @@ namespace {
 constexpr int64_t kCellsWorthAWorker = 100'000;
 constexpr int64_t kMostWorkers = 4;
 
+// The selected cells; of a sheet without a current row only the columns, and without a current column all of them.
+platform::CellRange CopiedRange(const Sheet& sheet) {
+  const Selection& selection = sheet.selection();
+  if (selection.current.row >= 0 && selection.current.column >= 0) return selection.Range();
+  if (selection.current.column < 0) return {0, std::min(sheet.FixedCols(), sheet.Cols()), 0, sheet.Cols()};
+  return {0, std::min(selection.current.column, selection.end.column), 0,
+          std::max(selection.current.column, selection.end.column) + 1};
+}
+
 class SelectionWriter {
  public:
-  explicit SelectionWriter(const Sheet& sheet) : sheet_(sheet), range_(sheet.selection().Range()) {
+  explicit SelectionWriter(const Sheet& sheet) : sheet_(sheet), range_(CopiedRange(sheet)) {
     for (int column = range_.column1; column < range_.column2; ++column) {
       if (sheet.ColHidden(column)) continue;
       columns_.push_back(&sheet.store().columns().At(column));
@@ -144,7 +153,7 @@ class SelectionWriter {
 }  // namespace
 
 std::string SelectionText(const Sheet& sheet) {
-  const platform::CellRange range = sheet.selection().Range();
+  const platform::CellRange range = CopiedRange(sheet);
   const int64_t cells = int64_t{range.row2 - range.row1} * (range.column2 - range.column1);
   const int64_t workers = std::clamp<int64_t>(std::thread::hardware_concurrency(), 1, kMostWorkers);
   const int parts = cells < kCellsWorthAWorker ? 1 : static_cast<int>(workers);
