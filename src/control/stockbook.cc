@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -59,22 +58,6 @@ void MakeLastVisible(platform::Grid& grid, int row) {
 int WholeTwips(float twips) {
   constexpr float kMost = 1 << 24;
   return std::isnan(twips) ? 0 : static_cast<int>(std::clamp(twips, -kMost, kMost));
-}
-
-// What `read` gives, or the empty value where the grid refuses.
-template <typename Read>
-auto OrEmpty(Read read) -> decltype(read()) {
-  try {
-    return read();
-  } catch (const std::exception&) {
-    return {};
-  }
-}
-
-template <typename Integer>
-Integer IntegerOrZero(double number) {
-  const bool fits = number >= std::numeric_limits<Integer>::min() && number <= std::numeric_limits<Integer>::max();
-  return fits ? static_cast<Integer>(base::Value(number).AsInteger().value_or(0)) : Integer{0};
 }
 
 }  // namespace
@@ -176,17 +159,15 @@ void Stockbook::SetAccRestrict(std::string_view text) {
   acc_restricted_ = number ? *number != 0 : is_true;
 }
 
-int32_t Stockbook::BillID(int32_t row) const {
-  return OrEmpty([&] { return IntegerOrZero<int32_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("BillID"))); });
+RowFields Stockbook::Fields() const {
+  return {fg_, connection_.get(), acc_restricted_ ? AmountTexts::kMasked : AmountTexts::kShown};
 }
 
-std::string Stockbook::BillName(int32_t row) const {
-  return OrEmpty([&] { return fg_.TextMatrix(RowOrCurrent(row), fg_.ColIndex("BillName")); });
-}
+int32_t Stockbook::BillID(int32_t row) const { return Fields().Get(fields::BillID, row); }
 
-int16_t Stockbook::Flag(int32_t row) const {
-  return OrEmpty([&] { return IntegerOrZero<int16_t>(fg_.ValueMatrix(RowOrCurrent(row), fg_.ColIndex("Flag"))); });
-}
+std::string Stockbook::BillName(int32_t row) const { return Fields().Get(fields::BillName, row); }
+
+int16_t Stockbook::Flag(int32_t row) const { return Fields().Get(fields::Flag, row); }
 
 std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出库"; }
 

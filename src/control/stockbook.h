@@ -11,6 +11,7 @@
 #include "base/journal_type.h"
 #include "base/value.h"
 #include "control/container.h"
+#include "control/row_fields.h"
 #include "grid/layout_settings.h"
 #include "grid/pictures.h"
 #include "interaction/events.h"
@@ -266,6 +267,8 @@ class Stockbook {
   const Container& C1EBody() const { return c1e_body_; }
   const Container& C1EHeader() const { return c1e_header_; }
   platform::PictureRef imgMark() const { return img_mark_; }
+  // Every field of the rows, for code that is composed with the control; amounts are masked as AccRestrict stands now.
+  RowFields Fields() const;
   // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
   // somebody has set others since the last layout. A host that sets the grid's font asks for DefaultFormat.
   void FollowFont(const platform::Font& font);
@@ -281,7 +284,6 @@ class Stockbook {
   void RefreshProductNames();
   void ReadRowHeightsBack();
   void ApplyBackPictures();
-  int32_t RowOrCurrent(int32_t row) const { return row < 0 ? fg_.Row() : row; }
 
   platform::Grid& fg_;
   platform::Grid& fg1_;

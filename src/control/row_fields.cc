@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "control/row_fields.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <span>
+
+namespace stockbook::control {
+namespace {
+
+// What `read` gives, or the empty value where the grid or the database refuses.
+template <typename Read>
+auto OrEmpty(Read read) -> decltype(read()) {
+  try {
+    return read();
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+// Writes as far as the grid lets it.
+template <typename Write>
+void Try(Write write) {
+  try {
+    write();
+  } catch (const std::exception&) {
+    // What has been written stays.
+  }
+}
+
+template <typename Integer>
+Integer IntegerOrZero(double number) {
+  const double rounded = std::nearbyint(number);
+  const bool fits = rounded >= std::numeric_limits<Integer>::min() && rounded <= std::numeric_limits<Integer>::max();
+  return fits ? static_cast<Integer>(rounded) : Integer{0};
+}
+
+std::string Padded(int number, size_t digits) {
+  std::string text = std::to_string(number);
+  return std::string(digits - std::min(digits, text.size()), '0') + text;
+}
+
+std::string LongDate(const base::Value& value) {
+  const auto date = value.AsDate();
+  if (!date) return value.Text();
+  const base::DateParts parts = date->parts();
+  return Padded(parts.year, 4) + "年" + Padded(parts.month, 2) + "月" + Padded(parts.day, 2) + "日";
+}
+
+// The first data row of a grid column whose number is the value.
+class RowSearch {
+ public:
+  RowSearch(const platform::Grid& grid, int column, double value)
+      : grid_(grid), column_(column), value_(value), loaded_(grid.LoadedText(column)) {
+    if (grid.HasEditedRecords(column)) loaded_ = nullptr;
+  }
+
+  // -1 when no row has it.
+  int First() const {
+    const int rows = grid_.Rows();
+    for (int row = grid_.FixedRows(); row < rows;) {
+      const int64_t record = loaded_ != nullptr ? grid_.RecordOfRow(row) : -1;
+      const int end = record < 0 ? row + 1 : EndOfRun(row, record);
+      const int found = record < 0 ? (grid_.ValueMatrix(row, column_) == value_ ? row : -1) : InRun(row, end, record);
+      if (found >= 0) return found;
+      row = end;
+    }
+    return -1;
+  }
+
+ private:
+  // Rows [row, end) are records one after the other; records keep their order.
+  int EndOfRun(int row, int64_t record) const {
+    const auto follows = [&](int other) { return grid_.RecordOfRow(other) - record == other - row; };
+    int last = row;
+    int beyond = grid_.Rows();
+    while (beyond - last > 1) {
+      const int middle = last + (beyond - last) / 2;
+      (follows(middle) ? last : beyond) = middle;
+    }
+    return last + 1;
+  }
+
+  int InRun(int row, int end, int64_t record) const {
+    std::array<double, 1024> numbers{};
+    while (row < end) {
+      const auto count = std::min(numbers.size(), static_cast<size_t>(end - row));
+      const std::span<double> part(numbers.data(), count);
+      loaded_->ReadNumbers(static_cast<size_t>(record), part);
+      const auto found = std::find(part.begin(), part.end(), value_);
+      if (found != part.end()) return row + static_cast<int>(found - part.begin());
+      row += static_cast<int>(count);
+      record += static_cast<int64_t>(count);
+    }
+    return -1;
+  }
+
+  const platform::Grid& grid_;
+  int column_;
+  double value_;
+  const platform::Column* loaded_;
+};
+
+}  // namespace
+
+std::string RowFields::TextOf(const char* key, int32_t row) const {
+  return OrEmpty([&] { return grid_.TextMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+}
+
+double RowFields::NumberOf(const char* key, int32_t row) const {
+  return OrEmpty([&] { return grid_.ValueMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+}
+
+double RowFields::DoubleDataOf(const char* key, int32_t row) const {
+  return OrEmpty([&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).Number().value_or(0); });
+}
+
+base::Money RowFields::MoneyOf(const char* key, int32_t row) const {
+  return OrEmpty(
+      [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).AsMoney().value_or(base::Money()); });
+}
+
+base::Date RowFields::DateOf(const char* key, int32_t row) const {
+  return base::Date::Parse(TextOf(key, row)).value_or(base::Date());
+}
+
+template <typename Integer>
+Integer RowFields::IntegerOf(const char* key, int32_t row) const {
+  return IntegerOrZero<Integer>(NumberOf(key, row));
+}
+template int16_t RowFields::IntegerOf<int16_t>(const char* key, int32_t row) const;
+template int32_t RowFields::IntegerOf<int32_t>(const char* key, int32_t row) const;
+
+void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& value) const {
+  Try([&] {
+    const int cell_row = RowOrCurrent(row);
+    grid_.SetCellData(cell_row, grid_.ColIndex(key), value);
+    grid_.SetTextMatrix(cell_row, grid_.ColIndex(key), amounts_ == AmountTexts::kMasked ? "-" : value.Text());
+  });
+}
+
+void RowFields::WriteText(const char* key, int32_t row, const base::Value& value) const {
+  Try([&] { grid_.SetTextMatrix(RowOrCurrent(row), grid_.ColIndex(key), value.Text()); });
+}
+
+void RowFields::SelectRowWith(const char* key, int32_t value) const {
+  if (value <= 0) return;
+  Try([&] {
+    const int column = grid_.ColIndex(key);
+    const int row = column < 0 ? -1 : RowSearch(grid_, column, value).First();
+    if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
+    grid_.Select(row, grid_.Col() < 0 ? grid_.FixedCols() : grid_.Col());
+    if (!grid_.RowIsVisible(row)) grid_.SetTopRow(row);
+  });
+}
+
+std::string RowFields::IssueSource(int32_t row) const {
+  if (row < 0) return {};
+  return OrEmpty([&]() -> std::string {
+    const int64_t source = Get(fields::OtherID, row == 0 ? -1 : row);
+    if (source == 0 || connection_ == nullptr) return {};
+    return source < 0 ? OpeningSource(-source) : ReceiptSource(source);
+  });
+}
+
+std::string RowFields::OpeningSource(int64_t balance_id) const {
+  const platform::Recordset rows = connection_->Execute(
+      "SELECT 仓库余额表.*, 仓库设置.仓库名称, * FROM 仓库余额表 LEFT JOIN 仓库设置 ON 仓库余额表.DpID = "
+      "仓库设置.dpID  Where ID=" +
+      std::to_string(balance_id));
+  const auto text = [&](const char* field) { return rows.FieldValue(field).Text(); };
+  return "出库自“" + text("仓库名称") + "”：" + text("年份") + "年" + text("月份") + "月" + "期初库存";
+}
+
+std::string RowFields::ReceiptSource(int64_t record_id) const {
+  const platform::Recordset rows = connection_->Execute(
+      "SELECT d.BillID, CDate(d.年份 & '-' & d.月份 & '-' & d.日子) AS BillDate, d.单据类型 AS BillName, d.单据编号 AS "
+      "BillNo, 仓库设置.仓库名称 AS DepotName FROM (入库目录 AS d INNER JOIN 入库记录 AS r ON d.BillID = r.BillID) "
+      "LEFT JOIN 仓库设置 ON r.dpID = 仓库设置.dpID Where r.RecID=" +
+      std::to_string(record_id));
+  const auto text = [&](const char* field) { return rows.FieldValue(field).Text(); };
+  return "出库自“" + text("DepotName") + "”：" + LongDate(rows.FieldValue("BillDate")) + text("BillName") + "第 " +
+         text("BillNo") + " 号";
+}
+
+}  // namespace stockbook::control

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+#include "base/value.h"
+#include "platform/connection.h"
+#include "platform/grid.h"
+
+namespace stockbook::control {
+
+// Where a field of a row is read from: the cell's text, its reading as a number, or the hidden data beside it.
+enum class FieldPlace { kText, kNumber, kData };
+
+// What writing a field does: nothing can be written; its text is stored; its hidden data is stored, with a text that
+// restricted amounts mask; the row that holds the value becomes current.
+enum class FieldWriter { kNone, kText, kMasked, kSelectsRow };
+
+// One field of a journal row: the key of its column, and as its type what reading gives, from where, and what writing
+// does.
+template <typename Type, FieldPlace place, FieldWriter writer>
+struct Field {
+  const char* key;
+};
+
+// The fields. Some name columns that no layout has (TaxRate, AccPeriod, Deadline, ProductDate, SerialNo); they read as
+// empty until somebody adds the column.
+namespace fields {
+
+template <typename Type>
+using Masked = Field<Type, FieldPlace::kData, FieldWriter::kMasked>;
+using Counted = Field<double, FieldPlace::kNumber, FieldWriter::kText>;
+using Texts = Field<std::string, FieldPlace::kText, FieldWriter::kNone>;
+using Key = Field<int32_t, FieldPlace::kNumber, FieldWriter::kNone>;
+
+inline constexpr Masked<double> Price{"Price"};
+inline constexpr Counted Quantity{"Quantity"};
+inline constexpr Masked<base::Money> Account{"Account"};
+inline constexpr Counted RevQty{"RevQty"};
+inline constexpr Masked<base::Money> RevAcc{"RevAcc"};
+inline constexpr Counted IssQty{"IssQty"};
+inline constexpr Masked<base::Money> IssAcc{"IssAcc"};
+inline constexpr Masked<double> StoPrice{"StoPrice"};
+inline constexpr Counted StoQty{"StoQty"};
+inline constexpr Masked<base::Money> StoAcc{"StoAcc"};
+// An amount of money like the others, whatever its name says.
+inline constexpr Masked<base::Money> TaxRate{"TaxRate"};
+inline constexpr Masked<base::Money> Tax{"Tax"};
+inline constexpr Masked<double> TaxPrice{"TaxPrice"};
+inline constexpr Masked<base::Money> TaxAccount{"TaxAccount"};
+
+inline constexpr Texts AccPeriod{"AccPeriod"};
+inline constexpr Field<base::Date, FieldPlace::kText, FieldWriter::kNone> BillDate{"BillDate"};
+inline constexpr Texts BillNo{"BillNo"};
+inline constexpr Texts BillKind{"BillKind"};
+inline constexpr Texts Explain{"Explain"};
+inline constexpr Texts Field0{"Field0"};
+inline constexpr Texts Field1{"Field1"};
+inline constexpr Texts Field2{"Field2"};
+inline constexpr Texts Field3{"Field3"};
+inline constexpr Texts Deadline{"Deadline"};
+inline constexpr Texts ProductDate{"ProductDate"};
+inline constexpr Texts SerialNo{"SerialNo"};
+inline constexpr Texts Depot{"Depot"};
+inline constexpr Texts Enterprise{"Enterprise"};
+inline constexpr Texts Project{"Project"};
+inline constexpr Texts ProjNo{"ProjNo"};
+inline constexpr Texts Inputor{"Inputor"};
+inline constexpr Texts InputDate{"InputDate"};
+inline constexpr Texts Auditor{"Auditor"};
+inline constexpr Texts AuditDate{"AuditDate"};
+
+inline constexpr Key RecID{"RecID"};
+inline constexpr Key dpID{"dpID"};
+inline constexpr Key ksID{"ksID"};
+inline constexpr Key pjID{"pjID"};
+inline constexpr Key OtherID{"OtherID"};
+inline constexpr Field<int32_t, FieldPlace::kNumber, FieldWriter::kSelectsRow> pdID{"pdID"};
+inline constexpr Key BillID{"BillID"};
+inline constexpr Texts BillName{"BillName"};
+inline constexpr Field<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{"Flag"};
+
+}  // namespace fields
+
+enum class AmountTexts { kShown, kMasked };
+
+// Reads and writes the fields of a grid's rows by name: Get(fields::Price, row). A row below 0 is the grid's current
+// one. Nothing fails: what cannot be read is 0, "" or the zero date, and a writer leaves what it has written so far.
+// Made for one use; it borrows the grid and the connection. A field costs one look for its column and one cell; writing
+// pdID is one pass over its column.
+class RowFields {
+ public:
+  RowFields(platform::Grid& grid, platform::Connection* connection, AmountTexts amounts)
+      : grid_(grid), connection_(connection), amounts_(amounts) {}
+
+  template <typename Type, FieldPlace place, FieldWriter writer>
+  Type Get(const Field<Type, place, writer>& field, int32_t row = -1) const {
+    if constexpr (std::is_same_v<Type, base::Money>)
+      return MoneyOf(field.key, row);
+    else if constexpr (std::is_same_v<Type, base::Date>)
+      return DateOf(field.key, row);
+    else if constexpr (std::is_same_v<Type, std::string>)
+      return TextOf(field.key, row);
+    else if constexpr (place == FieldPlace::kData)
+      return DoubleDataOf(field.key, row);
+    else if constexpr (std::is_same_v<Type, double>)
+      return NumberOf(field.key, row);
+    else
+      return IntegerOf<Type>(field.key, row);
+  }
+
+  // A field that is only read has no Set.
+  template <typename Type, FieldPlace place, FieldWriter writer>
+  requires(writer != FieldWriter::kNone) void Set(const Field<Type, place, writer>& field, int32_t row,
+                                                  std::type_identity_t<Type> value) const {
+    if constexpr (writer == FieldWriter::kMasked)
+      WriteMasked(field.key, row, base::Value(value));
+    else if constexpr (writer == FieldWriter::kText)
+      WriteText(field.key, row, base::Value(value));
+    else
+      SelectRowWith(field.key, value);
+  }
+
+  // Where the stock of an issue line came from, asked of the database: a receipt, or the opening stock of a month. ""
+  // where the line has no source or it is not found. Here row 0 is the current one, and a row below 0 gives "".
+  std::string IssueSource(int32_t row) const;
+
+ private:
+  int RowOrCurrent(int32_t row) const { return row < 0 ? grid_.Row() : row; }
+  std::string TextOf(const char* key, int32_t row) const;
+  double NumberOf(const char* key, int32_t row) const;
+  double DoubleDataOf(const char* key, int32_t row) const;
+  base::Money MoneyOf(const char* key, int32_t row) const;
+  base::Date DateOf(const char* key, int32_t row) const;
+  template <typename Integer>
+  Integer IntegerOf(const char* key, int32_t row) const;
+  void WriteMasked(const char* key, int32_t row, const base::Value& value) const;
+  void WriteText(const char* key, int32_t row, const base::Value& value) const;
+  void SelectRowWith(const char* key, int32_t value) const;
+  std::string OpeningSource(int64_t balance_id) const;
+  std::string ReceiptSource(int64_t record_id) const;
+
+  platform::Grid& grid_;
+  platform::Connection* connection_;
+  AmountTexts amounts_;
+};
+
+}  // namespace stockbook::control
