@@ -6,6 +6,7 @@
 
 #include "platform/column.h"
 #include "platform/grid_guards.h"
+#include "platform/row_runs.h"
 
 namespace stockbook::grid {
 namespace {
@@ -98,21 +99,6 @@ platform::Column ComposeRowsOfRecords(const platform::Grid& grid) {
   return builder.Finish();
 }
 
-// The first row at or behind `row` that is no record; O(log) steps over a run of records of any length.
-int NextInsertedRow(const platform::Grid& grid, int row) {
-  const int64_t record = row < grid.Rows() ? grid.RecordOfRow(row) : -1;
-  if (record < 0) return row;
-  const auto first = static_cast<size_t>(record);
-  size_t run = 1;  // records [first, first + run) are known to follow each other
-  size_t end = grid.RecordCount() - first + 1;
-  while (run + 1 < end) {
-    const size_t middle = run + (end - run) / 2;
-    const bool in_run = grid.RowOfRecord(first + middle - 1) == row + static_cast<int>(middle) - 1;
-    (in_run ? run : end) = middle;
-  }
-  return row + static_cast<int>(run);
-}
-
 }  // namespace
 
 std::string ComposeProductName(const platform::Grid& grid, int row) {
@@ -139,8 +125,10 @@ void RefreshProductNames(platform::Grid& grid) {
       grid.ReplaceLoadedText(name, ComposeRecords(sources, grid.RecordCount()));
     }
   }
-  for (int row = NextInsertedRow(grid, grid.FixedRows()); row < grid.Rows(); row = NextInsertedRow(grid, row + 1)) {
-    if (grid.ValueMatrix(row, product) > 0) grid.SetTextMatrix(row, name, ComposeProductName(grid, row));
+  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = platform::RowRunAt(grid, run.End())) {
+    if (run.IsInserted() && grid.ValueMatrix(run.row, product) > 0)
+      grid.SetTextMatrix(run.row, name, ComposeProductName(grid, run.row));
   }
 }
 

@@ -27,6 +27,11 @@ class GridBulk {
   // The grid row of a record, and the record of a grid row (-1 for other rows); O(log inserted rows).
   virtual int RowOfRecord(size_t record) const = 0;
   virtual int64_t RecordOfRow(int row) const = 0;
+  // How many rows from `row` on show records that follow each other without a gap; 0 where the row is no record. O(log
+  // inserted rows).
+  virtual int RecordsFrom(int row) const = 0;
+  // Another number whenever the records of any column were replaced, so that what LoadedText gave is no longer valid.
+  virtual int64_t LoadedRevision() const = 0;
 
   // What the records show in a grid column, or nullptr when nothing was loaded there. Valid until the column changes.
   virtual const Column* LoadedText(int column) const = 0;

@@ -122,6 +122,8 @@ class Sheet final : public platform::Grid {
   size_t RecordCount() const override { return store_.RecordCount(); }
   int RowOfRecord(size_t record) const override;
   int64_t RecordOfRow(int row) const override;
+  int RecordsFrom(int row) const override;
+  int64_t LoadedRevision() const override { return loaded_revision_; }
   const platform::Column* LoadedText(int column) const override;
   const platform::Column* LoadedData(int column) const override;
   bool HasEditedRecords(int column) const override;
@@ -271,6 +273,7 @@ class Sheet final : public platform::Grid {
   CellPosition mouse_cell_;
   int drop_column_ = -1;
   int64_t revision_ = 0;
+  int64_t loaded_revision_ = 0;
   bool redraw_ = true;
   bool focused_ = true;
   std::string tag_;

@@ -31,7 +31,10 @@ void Sheet::SetRows(int count) {
   } else {
     RemoveRows(count, Rows() - count);
   }
-  if (count <= fixed_rows_) store_.ForgetRecords();
+  if (count <= fixed_rows_) {
+    ++loaded_revision_;
+    store_.ForgetRecords();
+  }
   fixed_rows_ = std::min(fixed_rows_, count);
   RowsChanged();
 }
@@ -137,6 +140,7 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
                             std::to_string(Cols()) + ".");
   }
   ++revision_;
+  ++loaded_revision_;
   const int old_rows = Rows();
   store_.Load(std::move(columns), first_column, fixed_rows_);
   outline_.RemoveRows(fixed_rows_, old_rows - fixed_rows_);
@@ -154,6 +158,8 @@ int64_t Sheet::RecordOfRow(int row) const {
   const RowId id = HasRow(row) ? store_.order().IdAt(row) : -1;
   return std::max<int64_t>(id, -1);
 }
+
+int Sheet::RecordsFrom(int row) const { return HasRow(row) ? static_cast<int>(store_.order().RecordsFrom(row)) : 0; }
 
 const Column* Sheet::LoadedText(int column) const {
   return HasColumn(column) ? store_.columns().At(column).LoadedText() : nullptr;
@@ -176,12 +182,14 @@ void Sheet::CheckRecords(const char* operation, int column, size_t count) const 
 
 void Sheet::ReplaceLoaded(int column, Column values) {
   CheckRecords("ReplaceLoaded", column, values.size());
+  ++loaded_revision_;
   store_.columns().At(column).Load(std::make_shared<const Column>(std::move(values)));
   LooksChanged();
 }
 
 void Sheet::ReplaceLoadedText(int column, Column texts) {
   CheckRecords("ReplaceLoadedText", column, texts.size());
+  ++loaded_revision_;
   store_.columns().At(column).LoadText(std::make_shared<const Column>(std::move(texts)));
   LooksChanged();
 }

@@ -300,6 +300,14 @@ class FaultyGrid : public platform::Grid {
     Count();
     return real_.RecordOfRow(row);
   }
+  int RecordsFrom(int row) const override {
+    Count();
+    return real_.RecordsFrom(row);
+  }
+  int64_t LoadedRevision() const override {
+    Count();
+    return real_.LoadedRevision();
+  }
   const platform::Column* LoadedText(int column) const override {
     Count();
     return real_.LoadedText(column);

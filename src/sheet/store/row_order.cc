@@ -33,6 +33,11 @@ int64_t RowOrder::RowOfRecord(int64_t record) const {
   return row < Rows() && IdAt(row) == record ? row : -1;
 }
 
+int64_t RowOrder::RecordsFrom(int64_t row) const {
+  const auto piece = pieces_.RunAt(row);
+  return piece.count > 0 && piece.value >= 0 ? piece.first + piece.count - row : 0;
+}
+
 void RowOrder::Insert(int64_t row, int64_t count) {
   pieces_.Insert(row, count, next_inserted_);
   next_inserted_ -= count;

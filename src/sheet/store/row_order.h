@@ -32,6 +32,8 @@ class RowOrder {
   RowId IdAt(int64_t row) const { return pieces_.At(row); }
   // The row of a record, or -1 when it was removed.
   int64_t RowOfRecord(int64_t record) const;
+  // How many rows from `row` on are records that follow each other; 0 where the row is no record.
+  int64_t RecordsFrom(int64_t row) const;
 
   // Inserts new rows before `row`.
   void Insert(int64_t row, int64_t count);

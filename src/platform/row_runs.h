@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "platform/grid.h"
+
+namespace stockbook::platform {
+
+// Rows [row, row + count) that show the records [record, record + count) one after the other, or one inserted row.
+struct RowRun {
+  int row = 0;
+  int count = 0;        // 0 behind the last row
+  int64_t record = -1;  // -1: the row is no record
+
+  bool IsInserted() const { return count > 0 && record < 0; }
+  int End() const { return row + count; }
+};
+
+// The run that begins at `row`, as long as it can be; a row that is none gives an empty one. O(log
+// inserted rows) however long the run is. All rows of a grid in order, as it is at each step:
+//   for (RowRun run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End()))
+RowRun RowRunAt(const Grid& grid, int row);
+
+}  // namespace stockbook::platform
