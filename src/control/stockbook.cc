@@ -75,16 +75,17 @@ Stockbook::Stockbook(const Surroundings& surroundings)
   fore_color_hot_ = fg_.ColourOf(platform::GridColour::kForeColor);
   img_mark_ = images_.Find("Mark");
   c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(layout_.journal_type));
+  WatchGrid();
   FormatGrid();
 }
-
-Stockbook::~Stockbook() = default;
 
 void Stockbook::SetJournalType(tqJournalTypeContants type) {
   layout_.journal_type = type;
   c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(type));
-  FormatGrid();
-  site_.FrameChanged();
+  interaction::UnlessAbandoned([&] {
+    FormatGrid();
+    site_.FrameChanged();
+  });
 }
 
 std::string Stockbook::FmtName() const { return std::string(journal::FmtName(layout_.journal_type)); }
@@ -173,7 +174,10 @@ std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出
 
 void Stockbook::SetRow(int32_t row) {
   if (row < fg_.FixedRows() || row >= fg_.Rows()) return;
+  const std::weak_ptr<const void> life = events_.Life();
   fg_.Select(row, fg_.Col());
+  // A listener may have destroyed the control, or loaded fewer rows.
+  if (life.expired() || row >= fg_.Rows()) return;
   if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);
   if (fg_.RowIsVisible(row)) return;
   if (row < fg_.TopRow()) {
@@ -240,7 +244,9 @@ void Stockbook::FollowFont(const platform::Font& font) {
   row_height_sum_ = followed(whole) == whole ? sum : static_cast<float>(followed(whole));
 }
 
-void Stockbook::DefaultFormat() { FormatGrid(); }
+void Stockbook::DefaultFormat() {
+  interaction::UnlessAbandoned([&] { FormatGrid(); });
+}
 
 void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_); }
 

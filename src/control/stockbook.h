@@ -15,6 +15,7 @@
 #include "grid/layout_settings.h"
 #include "grid/pictures.h"
 #include "interaction/events.h"
+#include "interaction/grid_handlers.h"
 #include "interaction/subject_header.h"
 #include "journal/subject_keys.h"
 #include "platform/clipboard.h"
@@ -43,7 +44,10 @@ struct Surroundings {
 // The stock journal control without a toolkit: its state and its public interface, whose members stand here in the
 // interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
 // everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never
-// fail: what is missing reads as 0 or "". Errors of Load go out through Notify.
+// fail: what is missing reads as 0 or "". Errors of Load go out through Notify. A listener may call back into the
+// control while it hears an event, and destroy it, too: what was under way then ends without it. What a listener throws
+// is told through Notify where Load, Find or the user's doing raised the event, and goes to the caller of other
+// members.
 class Stockbook {
  public:
   explicit Stockbook(const Surroundings& surroundings);
@@ -247,7 +251,7 @@ class Stockbook {
   // Called by a listener while a load runs it does nothing and is false.
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
-  void Prompt(const std::string& Msg) { events_.Notify(Msg); }
+  void Prompt(const std::string& Msg);
   // Declared; searching is not there yet: it raises no FindMsg and always returns false.
   bool Find(std::string_view rSearchString, int32_t StartRow = -1);
   bool IsRangeSelected() const;
@@ -272,10 +276,28 @@ class Stockbook {
   // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
   // somebody has set others since the last layout. A host that sets the grid's font asks for DefaultFormat.
   void FollowFont(const platform::Font& font);
+  // Whether a listener is being told of something; one that destroys the toolkit's widget has to leave it this control.
+  bool IsRaising() const { return events_.IsRaising(); }
+
+  // While one lives, the current row is not in its hot colours: for printed pages, and for other colours of the grid.
+  class HotRowAside {
+   public:
+    explicit HotRowAside(Stockbook& control);
+    ~HotRowAside();
+    HotRowAside(const HotRowAside&) = delete;
+    HotRowAside& operator=(const HotRowAside&) = delete;
+
+   private:
+    Stockbook& control_;
+  };
 
  private:
   class LoadSteps;
+  class HandlerSteps;
 
+  void WatchGrid();
+  void ForgetHotRow();
+  // Raises AfterFormatted.
   void FormatGrid();
   void SizeRows();
   void SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key);
@@ -318,6 +340,8 @@ class Stockbook {
   platform::Colour back_color_hot_ = 0x00E2D2C7;
   platform::Colour fore_color_hot_ = 0;
   int64_t record_count_ = -1;  // of the last journal query; -1 before the first
+  std::unique_ptr<interaction::HandlerSteps> handler_steps_;
+  std::unique_ptr<interaction::GridHandlers> handlers_;
 };
 
 }  // namespace stockbook::control

@@ -4,7 +4,10 @@
 namespace stockbook::control {
 
 void Stockbook::SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key) {
-  fg_.SetColour(which, colour);
+  {
+    const HotRowAside aside(*this);
+    fg_.SetColour(which, colour);
+  }
   site_.PropertyChanged(key);
 }
 
@@ -87,12 +90,18 @@ void Stockbook::SetNodeOpenPicture(platform::PictureRef picture) {
 }
 
 void Stockbook::SetBackColorHot(platform::Colour colour) {
-  back_color_hot_ = colour;
+  {
+    const HotRowAside aside(*this);
+    back_color_hot_ = colour;
+  }
   site_.PropertyChanged("BackColorHot");
 }
 
 void Stockbook::SetForeColorHot(platform::Colour colour) {
-  fore_color_hot_ = colour;
+  {
+    const HotRowAside aside(*this);
+    fore_color_hot_ = colour;
+  }
   site_.PropertyChanged("ForeColorHot");
 }
 

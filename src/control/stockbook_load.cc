@@ -19,6 +19,7 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   }
 
   void StoreArguments() override {
+    control_.ForgetHotRow();
     connection_ = control_.connection_;
     if (key_ >= 0) control_.SetKeyID(key_);
     if (second_key_ >= 0) control_.SetdpID(second_key_);
@@ -31,7 +32,7 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
 
   void RefreshCaption() override { control_.RefreshCaption(); }
   std::string Caption() const override { return control_.Caption(); }
-  void Prompt(const std::string& message) override { control_.Prompt(message); }
+  void Prompt(const std::string& message) override { control_.events_.Notify(message); }
   void Process(int indicator) override { control_.events_.Process(static_cast<int16_t>(indicator)); }
   platform::Connection* Connection() const override { return connection_.get(); }
   base::tqJournalTypeContants JournalType() const override { return control_.layout_.journal_type; }
@@ -82,9 +83,10 @@ void Stockbook::RefreshCaption() {
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
   if (loading_) return false;
   LoadSteps steps(*this, rKeyID, rdpID, rdpCode);
+  const std::weak_ptr<const void> life = events_.Life();
   loading_ = true;
-  const bool loaded = journal::Loader(fg_, steps).Load();
-  loading_ = false;
+  const bool loaded = interaction::UnlessAbandoned([&] { return journal::Loader(fg_, steps).Load(); });
+  if (!life.expired()) loading_ = false;
   return loaded;
 }
 

@@ -2,9 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "platform/error.h"
 
 namespace stockbook::interaction {
 
@@ -29,9 +32,14 @@ class EventListener {
 
 // Delivers events to every listener in the order in which they were added. A listener may add or remove listeners, and
 // call back into the control, while an event is delivered; one that is removed hears no more of the same event. What a
-// listener throws goes on to who raised the event; the listeners behind it do not hear that event.
+// listener throws goes on to who raised the event, after the others have heard of it too; of several the first. Where a
+// listener destroyed the control, and with it the events, the others hear no more and platform::Abandoned goes on.
 class Events {
  public:
+  Events() : state_(std::make_shared<State>()), life_(std::make_shared<char>()) {}
+  Events(const Events&) = delete;
+  Events& operator=(const Events&) = delete;
+
   void AddListener(EventListener* listener);
   void RemoveListener(EventListener* listener);
 
@@ -45,35 +53,68 @@ class Events {
   void MouseUp(int16_t& button, int16_t& shift, float& x, float& y);
   void FindMsg(const std::string& message);
 
+  // Whether an event is being delivered.
+  bool IsRaising() const { return state_->delivering > 0; }
+  // Expires when the events are destroyed: for who lets others run without raising an event, as a menu does.
+  std::weak_ptr<const void> Life() const { return life_; }
+
  private:
-  template <typename Call>
-  void Deliver(Call call) {
-    // Listeners added meanwhile hear the next event; removed ones leave an empty place until the delivery is over.
-    const Delivery delivery(*this);
-    const size_t count = listeners_.size();
-    for (size_t index = 0; index < count; ++index) {
-      if (listeners_[index] != nullptr) call(*listeners_[index]);
-    }
-  }
-  void Compact();
+  // Outlives the events while one is delivered.
+  struct State {
+    std::vector<EventListener*> listeners;
+    int delivering = 0;
+    bool removed = false;
+
+    void Compact();
+  };
 
   // Counts the deliveries under way, also when a listener throws.
   class Delivery {
    public:
-    explicit Delivery(Events& events) : events_(events) { ++events_.delivering_; }
+    explicit Delivery(State& state) : state_(state) { ++state_.delivering; }
     ~Delivery() {
-      if (--events_.delivering_ == 0 && events_.removed_) events_.Compact();
+      if (--state_.delivering == 0 && state_.removed) state_.Compact();
     }
     Delivery(const Delivery&) = delete;
     Delivery& operator=(const Delivery&) = delete;
 
    private:
-    Events& events_;
+    State& state_;
   };
 
-  std::vector<EventListener*> listeners_;
-  int delivering_ = 0;
-  bool removed_ = false;
+  template <typename Call>
+  void Deliver(Call call) {
+    const std::shared_ptr<State> state = state_;
+    const std::weak_ptr<const void> life = life_;
+    const Delivery delivery(*state);
+    std::exception_ptr thrown;
+    // Listeners added meanwhile hear the next event; removed ones leave an empty place until the delivery is over.
+    const size_t count = state->listeners.size();
+    for (size_t index = 0; index < count; ++index) {
+      if (state->listeners[index] == nullptr) continue;
+      try {
+        call(*state->listeners[index]);
+      } catch (...) {
+        if (thrown == nullptr) thrown = std::current_exception();
+      }
+      if (life.expired()) throw platform::Abandoned();
+    }
+    if (thrown != nullptr) std::rethrow_exception(thrown);
+  }
+
+  std::shared_ptr<State> state_;
+  std::shared_ptr<const void> life_;
 };
+
+// Runs what may raise events, for an object that they may destroy: gives its result, or an empty one where the object
+// is gone. Nothing of the object may be touched behind it then.
+template <typename Call>
+auto UnlessAbandoned(Call call) -> decltype(call()) {
+  try {
+    return call();
+  } catch (const platform::Abandoned&) {
+    return decltype(call())();
+  }
+}
 
 }  // namespace stockbook::interaction

@@ -55,23 +55,29 @@ bool Loader::LoadMarked() {
     return LoadUnguarded();
   } catch (const std::exception& error) {
     TellError(error.what());
+  } catch (const platform::Abandoned&) {
+    // Nobody can be asked whether amounts are restricted.
+    HideUncomputed(/*mask_amounts=*/true);
+    throw;
   } catch (...) {
     TellError("读入时发生未知错误，读入已停止。");
   }
   return false;
 }
 
-void Loader::TellError(const std::string& message) noexcept {
-  HideUncomputed();
+void Loader::TellError(const std::string& message) {
+  HideUncomputed(steps_.IsAccRestricted());
   // A listener that fails again changes nothing about how the load ends.
-  try {
-    steps_.Prompt(message);
-  } catch (...) {
-  }
-  try {
-    steps_.Process(-1);
-  } catch (...) {
-  }
+  const auto tell = [](auto call) {
+    try {
+      call();
+    } catch (const platform::Abandoned&) {
+      throw;
+    } catch (...) {
+    }
+  };
+  tell([&] { steps_.Prompt(message); });
+  tell([&] { steps_.Process(-1); });
 }
 
 bool Loader::LoadUnguarded() {
@@ -276,7 +282,7 @@ void Loader::MaskAmounts() {
 }
 
 // The statement delivers each line's own movement in the stock columns; left standing, it would read as the stock.
-void Loader::HideUncomputed() noexcept {
+void Loader::HideUncomputed(bool mask_amounts) noexcept {
   if (!rows_are_raw_) return;
   rows_are_raw_ = false;
   try {
@@ -284,7 +290,7 @@ void Loader::HideUncomputed() noexcept {
       if (Column(key) >= 0)
         grid_.ReplaceLoaded(Column(key), platform::Column::Constant(base::Value(), grid_.RecordCount()));
     }
-    if (steps_.IsAccRestricted()) MaskAmounts();
+    if (mask_amounts) MaskAmounts();
   } catch (...) {
     // The error that stopped the load is the one to tell.
   }

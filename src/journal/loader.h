@@ -49,7 +49,8 @@ class Loader {
   Loader(platform::Grid& grid, LoadSteps& steps) : grid_(grid), steps_(steps) {}
 
   // True when the journal was loaded; false when it was cancelled or an error stopped it, be it the grid's, the
-  // connection's or a listener's. Never throws; tag and redraw come back as they were. Rows that were loaded before an
+  // connection's or a listener's. Throws platform::Abandoned alone, where its steps raised it and are gone. Tag and
+  // redraw come back as they were in any case. Rows that were loaded before an
   // error stay; their stock cells are empty until they are computed, and restricted amounts are hidden all the same.
   bool Load();
 
@@ -68,7 +69,7 @@ class Loader {
 
   bool LoadMarked();
   bool LoadUnguarded();
-  void TellError(const std::string& message) noexcept;
+  void TellError(const std::string& message);
   void ClearGrid();
   void FillGrid();
   void WriteOpeningRow();
@@ -79,7 +80,7 @@ class Loader {
   void InsertTotalRow(const PeriodTotals& period);
   void BlankZeroCells();
   void MaskAmounts();
-  void HideUncomputed() noexcept;
+  void HideUncomputed(bool mask_amounts) noexcept;
   void SetText(int row, std::string_view key, std::string_view text);
   int Column(std::string_view key) const { return grid_.ColIndex(key); }
 

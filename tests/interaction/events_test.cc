@@ -68,7 +68,7 @@ TEST(Events, MayAddAndRemoveListenersWhileOneIsDelivered) {
   EXPECT_EQ(late.heard, (std::vector<std::string>{"b"}));
 }
 
-TEST(Events, HandOnWhatAListenerThrowsAndGoOnWithTheNextEvent) {
+TEST(Events, HandOnWhatAListenerThrowsWhenTheOthersHaveHeardIt) {
   Events events;
   Listener first;
   Listener second;
@@ -79,14 +79,64 @@ TEST(Events, HandOnWhatAListenerThrowsAndGoOnWithTheNextEvent) {
     throw std::runtime_error("host failed");
   };
   EXPECT_THROW(events.Notify("a"), std::runtime_error);
-  EXPECT_TRUE(second.heard.empty());
+  EXPECT_EQ(second.heard, (std::vector<std::string>{"a"}));
   events.Notify("b");
   EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
-  EXPECT_EQ(second.heard, (std::vector<std::string>{"b"}));
+  EXPECT_EQ(second.heard, (std::vector<std::string>{"a", "b"}));
   events.AddListener(&first);
   first.on_notify = nullptr;
   events.Notify("c");
   EXPECT_EQ(first.heard, (std::vector<std::string>{"a", "c"}));
+}
+
+TEST(Events, HandOnTheFirstOfSeveralThatAreThrown) {
+  Events events;
+  Listener first;
+  Listener second;
+  events.AddListener(&first);
+  events.AddListener(&second);
+  first.on_notify = [] { throw std::runtime_error("first"); };
+  second.on_notify = [] { throw std::runtime_error("second"); };
+  try {
+    events.Notify("a");
+    FAIL() << "nothing was thrown";
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "first");
+  }
+  EXPECT_FALSE(events.IsRaising());
+}
+
+TEST(Events, AreAbandonedWhenAListenerDestroysThem) {
+  auto events = std::make_unique<Events>();
+  Listener first;
+  Listener second;
+  events->AddListener(&first);
+  events->AddListener(&second);
+  first.on_notify = [&] {
+    EXPECT_TRUE(events->IsRaising());
+    events.reset();
+  };
+  const std::weak_ptr<const void> life = events->Life();
+  EXPECT_FALSE(life.expired());
+  EXPECT_THROW(events->Notify("a"), platform::Abandoned);
+  EXPECT_TRUE(life.expired());
+  EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
+  EXPECT_TRUE(second.heard.empty());
+}
+
+TEST(Events, AreAbandonedByTheOuterEventToo) {
+  auto events = std::make_unique<Events>();
+  Listener outer;
+  Listener inner;
+  events->AddListener(&outer);
+  outer.on_notify = [&] {
+    outer.on_notify = nullptr;
+    events->AddListener(&inner);
+    inner.on_notify = [&] { events.reset(); };
+    UnlessAbandoned([&] { events->Notify("inner"); });
+  };
+  EXPECT_THROW(events->Notify("outer"), platform::Abandoned);
+  EXPECT_EQ(outer.heard, (std::vector<std::string>{"outer", "inner"}));
 }
 
 }  // namespace

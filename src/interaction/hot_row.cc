@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "interaction/hot_row.h"
+
+namespace stockbook::interaction {
+
+int HotRow::row() const {
+  if (!is_hot_) return -1;
+  const int row = record_ >= 0 ? grid_.RowOfRecord(static_cast<size_t>(record_)) : row_;
+  return row >= grid_.FixedRows() && row < grid_.Rows() ? row : -1;
+}
+
+void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
+  Leave();
+  if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
+  is_hot_ = true;
+  row_ = row;
+  record_ = grid_.RecordOfRow(row);
+  frozen_cols_ = grid_.FrozenCols();
+  grid::CaptureRowColours(grid_, row, own_);
+  grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back, fore);
+}
+
+void HotRow::Leave() {
+  const int left = row();
+  is_hot_ = false;
+  if (left < 0) return;
+  const int fixed = grid_.FixedCols();
+  const int frozen = grid_.FrozenCols();
+  grid_.SetCellColors({left, fixed, left + 1, grid_.Cols()}, own_.normal_back, own_.normal_fore);
+  if (frozen < fixed || frozen >= grid_.Cols()) return;
+  // Columns frozen since have no colours that could have been read.
+  const bool known = frozen == frozen_cols_;
+  grid_.SetCellColors({left, fixed, left + 1, frozen + 1},
+                      known ? own_.frozen_back : grid_.ColourOf(platform::GridColour::kBackColorFrozen),
+                      known ? own_.frozen_fore : grid_.ColourOf(platform::GridColour::kForeColorFrozen));
+}
+
+}  // namespace stockbook::interaction
