@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -56,16 +57,32 @@ class FakeTextMetrics : public platform::TextMetrics {
   double line_height_twips = 210.5;
 };
 
+// Keeps the menus that were opened and chooses as told; nothing by default.
 class FakeMenu : public platform::Menu {
  public:
-  platform::MenuChoice PopUp(const platform::MenuItem& /*menu*/) override { return {}; }
+  platform::MenuChoice PopUp(const platform::MenuItem& menu) override {
+    shown.push_back(menu);
+    return choose ? choose(menu) : platform::MenuChoice();
+  }
+  void Choose(const std::string& name, int index = 0) {
+    choose = [name, index](const platform::MenuItem&) { return platform::MenuChoice{name, index}; };
+  }
+
+  std::vector<platform::MenuItem> shown;
+  std::function<platform::MenuChoice(const platform::MenuItem&)> choose;
 };
 
 class FakeClipboard : public platform::Clipboard {
  public:
-  void Clear() override { text.clear(); }
+  void Clear() override {
+    text.clear();
+    ++cleared;
+    if (on_clear) on_clear();
+  }
   void SetText(std::string_view new_text) override { text = new_text; }
   std::string text;
+  int cleared = 0;
+  std::function<void()> on_clear;
 };
 
 class FakeSite : public platform::ControlSite {
