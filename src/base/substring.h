@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stockbook::base {
+
+// A text to look for in many others, byte by byte (which finds whole characters in UTF-8). Looks at two of its least
+// common bytes for many places at once and compares only where both stand; time is linear in the length searched,
+// whatever the texts. Immutable; copies are independent.
+class Substring {
+ public:
+  static constexpr size_t kNone = std::string_view::npos;
+
+  explicit Substring(std::string_view text);
+
+  const std::string& text() const { return text_; }
+  bool IsIn(std::string_view text) const { return FindIn(text, 0) != kNone; }
+  // Where it first stands in `text` from byte `from` on, or kNone. The empty text stands everywhere.
+  size_t FindIn(std::string_view text, size_t from) const;
+
+ private:
+  // For texts in which comparing would take too long: reads every byte once.
+  size_t FindSteadily(std::string_view text, size_t from) const;
+
+  std::string text_;
+  size_t first_ = 0;  // the two bytes that are looked at
+  size_t second_ = 0;
+  std::vector<uint32_t> borders_;  // by length: the longest proper beginning that is also the end; long texts only
+};
+
+}  // namespace stockbook::base
