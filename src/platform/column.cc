@@ -203,6 +203,12 @@ void Column::ReadTextCodes(size_t first, std::span<uint32_t> out) const {
   });
 }
 
+bool Column::MayHoldTexts() const {
+  return std::any_of(chunks_.begin(), chunks_.end(), [](const ColumnChunk& chunk) {
+    return chunk.type == ChunkType::kText || chunk.type == ChunkType::kMixed;
+  });
+}
+
 RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
   if (first >= size_ || out.empty()) return {};
   const ColumnChunk& chunk = ChunkOf(first);

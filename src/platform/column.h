@@ -59,6 +59,13 @@ class Column {
   // One above the highest code.
   uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
 
+  // Sets the bits in marks[code] for every text that the part stands in; see TextPool.
+  void MarkTextsContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const {
+    if (pool_) pool_->MarkContaining(part, bits, marks);
+  }
+  // False when every row is a number, a date or null. O(chunks).
+  bool MayHoldTexts() const;
+
   // Rows from `first` on as whole numbers, as many as fit and are of one kind; none from size() on. Equal numbers mean
   // equal values: text codes, units of a power of ten, the bits of doubles, or whatever tells other values apart. The
   // number of a null row is 0 and means nothing else: ask IsNull where it is 0.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,8 @@ class GridCells {
 
   virtual std::string TextMatrix(int row, int column) const = 0;
   virtual void SetTextMatrix(int row, int column, std::string_view text) = 0;
+  // Another number whenever the text of a cell was set or the records of a column were replaced.
+  virtual int64_t TextRevision() const = 0;
   // The text read as a number, or 0.
   virtual double ValueMatrix(int row, int column) const = 0;
   // The hidden data value; of loaded rows the loaded value until another is set.

@@ -33,6 +33,7 @@ const char* TextPool::Store(std::string_view text) {
   if (block_size_ - block_used_ < needed) {
     block_size_ = std::max(needed, std::clamp(block_size_ * 2, kFirstBlock, kLargestBlock));
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_ + kSlack));
+    block_codes_.push_back(CodeCount());
     block_used_ = 0;
     stored_bytes_ += block_size_ + kSlack;
   }
@@ -70,9 +71,37 @@ uint32_t TextPool::Add(std::string_view text) {
   return code;
 }
 
+void TextPool::MarkContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const {
+  for (size_t block = 0; block < block_codes_.size(); ++block) {
+    uint32_t code = block_codes_[block];
+    const uint32_t end_code = block + 1 < block_codes_.size() ? block_codes_[block + 1] : CodeCount();
+    const char* const begin = texts_[code];
+    const std::string_view last = TextOf(end_code - 1);
+    const std::string_view all(begin, static_cast<size_t>(last.data() + last.size() - begin));
+    for (size_t at = part.FindIn(all, 0); at != base::Substring::kNone;) {
+      // The text that it stands in is mostly a near one.
+      uint32_t step = 1;
+      while (code + step < end_code && texts_[code + step] <= begin + at) {
+        code += step;
+        step *= 2;
+      }
+      for (; step > 0; step /= 2) {
+        if (code + step < end_code && texts_[code + step] <= begin + at) code += step;
+      }
+      // Bytes of a length may look like a part of a text.
+      const std::string_view text = TextOf(code);
+      const auto text_at = static_cast<size_t>(text.data() - begin);
+      const bool inside = at >= text_at && at + part.text().size() <= text_at + text.size();
+      if (inside) marks[code] |= bits;
+      at = part.FindIn(all, inside ? text_at + text.size() : at + 1);
+    }
+  }
+}
+
 void TextPool::Seal() {
   std::vector<Bucket>().swap(buckets_);
   texts_.shrink_to_fit();
+  block_codes_.shrink_to_fit();
 }
 
 size_t TextPool::MemoryBytes() const {

@@ -43,6 +43,7 @@ class Sheet final : public platform::Grid {
   // GridCells
   std::string TextMatrix(int row, int column) const override;
   void SetTextMatrix(int row, int column, std::string_view text) override;
+  int64_t TextRevision() const override { return text_revision_ + loaded_revision_; }
   double ValueMatrix(int row, int column) const override;
   base::Value CellData(int row, int column) const override;
   void SetCellData(int row, int column, base::Value data) override;
@@ -274,6 +275,7 @@ class Sheet final : public platform::Grid {
   int drop_column_ = -1;
   int64_t revision_ = 0;
   int64_t loaded_revision_ = 0;
+  int64_t text_revision_ = 0;
   bool redraw_ = true;
   bool focused_ = true;
   std::string tag_;

@@ -27,6 +27,10 @@ class FaultyGrid : public platform::Grid {
     Count();
     real_.SetTextMatrix(row, column, text);
   }
+  int64_t TextRevision() const override {
+    Count();
+    return real_.TextRevision();
+  }
   double ValueMatrix(int row, int column) const override {
     Count();
     return real_.ValueMatrix(row, column);
