@@ -153,6 +153,60 @@ class Words(Tree):
         self.refuses("check-words", "src/a.cc:1:")
 
 
+class Conformance(Tree):
+    ROW = "| A line is added | `src/journal/loader.cc` (`AddLine`) | `Loader.AddsALine` |\n"
+
+    def setUp(self):
+        super().setUp()
+        self.write("src/journal/loader.cc", SOURCE + "void AddLine() {}\n")
+        self.write("tests/journal/loader_test.cc", SOURCE + "TEST(Loader, AddsALine) {}\nTEST_F(Loader,\n  Ends) {}\n")
+        self.write("docs/conformance.md", "# Rules\n\n[Loading](conformance/loading.md)\n")
+        self.write_rows(self.ROW)
+
+    def write_rows(self, rows):
+        self.write("docs/conformance/loading.md", "# Loading\n\n| Rule | Code | Test |\n|---|---|---|\n" + rows)
+
+    def refuses_row(self, row, message):
+        self.write_rows(row)
+        self.refuses("check-conformance", "docs/conformance/loading.md:5: " + message)
+
+    def test_rows_whose_code_and_test_are_there_are_accepted(self):
+        self.write("tests/scenarios/opening.txt", "scenario: Opening a journal\n")
+        self.write_rows(self.ROW + "| A bar \\| ends it | `src/journal/loader.cc` | `Loader.Ends`, `Opening a journal`, "
+                        "`tests/scenarios/opening.txt` |\n\n| Key | Width |\n|---|---|\n| a | 2 |\n")
+        self.accepts("check-conformance")
+
+    def test_a_file_that_is_not_there_is_refused(self):
+        self.refuses_row(self.ROW.replace("loader.cc", "pass.cc"), "src/journal/pass.cc is not there")
+
+    def test_a_word_that_is_not_in_the_file_is_refused(self):
+        self.refuses_row(self.ROW.replace("`AddLine`", "`DropLine`"), "DropLine does not occur in src/journal/loader.cc")
+
+    def test_a_test_that_is_not_there_is_refused(self):
+        self.refuses_row(self.ROW.replace("AddsALine", "AddsTwo"), "no test or scenario is called Loader.AddsTwo")
+
+    def test_a_scenario_that_is_not_there_is_refused(self):
+        self.refuses_row(self.ROW.replace("Loader.AddsALine", "tests/scenarios/a.txt"), "no test or scenario is called")
+
+    def test_a_cell_that_names_nothing_is_refused(self):
+        self.refuses_row("| A line is added | `src/journal/loader.cc` | none yet |\n", "the test is not written as")
+        self.refuses_row("| A line is added | | `Loader.Ends` |\n", "the code is not written as")
+        self.refuses_row("| | `src/journal/loader.cc` | `Loader.Ends` |\n", "the rule is missing")
+        self.refuses_row("| A|B | `src/journal/loader.cc` | `Loader.Ends` |\n", "4 cells instead of three")
+
+    def test_a_rule_that_stands_twice_is_refused(self):
+        self.write_rows(self.ROW + self.ROW)
+        self.refuses("check-conformance", "loading.md:6: the same rule stands at docs/conformance/loading.md:5")
+
+    def test_a_page_that_the_index_does_not_link_is_refused(self):
+        self.write("docs/conformance.md", "# Rules\n")
+        self.refuses("check-conformance", "says nothing of docs/conformance/loading.md")
+
+    def test_no_row_at_all_is_refused(self):
+        self.write_rows("")
+        self.refuses("check-conformance", "no row anywhere")
+
+
 class Headers(Tree):
     def setUp(self):
         super().setUp()
