@@ -12,6 +12,7 @@
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
+#include "interaction/find.h"
 #include "journal/vocabulary.h"
 #include "platform/error.h"
 #include "platform/grid_guards.h"
@@ -263,7 +264,10 @@ void Stockbook::ApplyBackPictures() {
   fg_.SetCellPicture({1, 0, fg_.Rows(), 1}, pictures_.mark_back, kFill);
 }
 
-bool Stockbook::Find(std::string_view /*rSearchString*/, int32_t /*StartRow*/) { return false; }
+bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
+  interaction::UnlessAbandoned([&] { interaction::Find(fg_, events_, outline_col_key_, rSearchString); });
+  return false;
+}
 
 bool Stockbook::IsRangeSelected() const { return fg_.Col() != fg_.ColSel() || fg_.Row() != fg_.RowSel(); }
 

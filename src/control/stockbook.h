@@ -252,7 +252,8 @@ class Stockbook {
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const std::string& Msg);
-  // Declared; searching is not there yet: it raises no FindMsg and always returns false.
+  // Raises FindMsg for every row that holds all words of the text, see interaction::Find; StartRow is ignored and the
+  // result always false.
   bool Find(std::string_view rSearchString, int32_t StartRow = -1);
   bool IsRangeSelected() const;
   void DefaultFormat();
