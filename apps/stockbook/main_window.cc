@@ -100,7 +100,7 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
-          [this](const QString& command, bool*) { ObeyCommand(command); });
+          [this](const QString& command) { ObeyCommand(command); });
 }
 
 // A layout outside of a load is the default one, which the user asked for.

@@ -44,6 +44,18 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
           static_cast<int>(std::ceil((rect.bottom() + 1) * scale)) - top};
 }
 
+// Counts for its life, however it ends.
+class Counting {
+ public:
+  explicit Counting(int& count) : count_(count) { ++count_; }
+  ~Counting() { --count_; }
+  Counting(const Counting&) = delete;
+  Counting& operator=(const Counting&) = delete;
+
+ private:
+  int& count_;
+};
+
 }  // namespace
 
 GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHandler tell)
@@ -98,7 +110,13 @@ void GridView::FitSheet(double scale) {
   sheet_.SetView(view, scale);
 }
 
+bool GridView::event(QEvent* event) {
+  const Counting handling(handling_);
+  return QAbstractScrollArea::event(event);
+}
+
 bool GridView::viewportEvent(QEvent* event) {
+  const Counting handling(handling_);
   // The window may have come to another screen.
   if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
   if (event->type() == QEvent::ToolTip) {

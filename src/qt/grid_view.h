@@ -33,8 +33,11 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   // Pixels of the sheet on the screen, and back; nothing for points outside of the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
+  // While it does the view must not be freed.
+  bool IsHandlingEvent() const { return handling_ > 0; }
 
  protected:
+  bool event(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -88,6 +91,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   sheet::ScrollPosition shown_;  // where the pixels in the window are scrolled to
   sheet::Span shown_columns_;    // the scrolled columns in the window
   QPointF wheel_rest_;           // parts of a pixel that the wheel has turned
+  int handling_ = 0;             // events under way, one inside of another
   bool updating_bars_ = false;
   bool elsewhere_ = false;  // painting onto something else than the window
 };

@@ -45,7 +45,9 @@ platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
   const QPointer<QMenu> popup = new QMenu(parent_);
   std::vector<platform::MenuChoice> choices;
   Fill(*popup, menu.items, choices);
+  ++open_;
   const QAction* chosen = popup->exec(QCursor::pos());
+  --open_;
   platform::MenuChoice choice;
   if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
   delete popup;

@@ -14,9 +14,11 @@ class QtMenu : public platform::Menu {
  public:
   explicit QtMenu(QWidget* parent) : parent_(parent) {}
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
+  bool IsOpen() const { return open_ > 0; }
 
  private:
   QPointer<QWidget> parent_;
+  int open_ = 0;
 };
 
 }  // namespace stockbook::qt

@@ -28,14 +28,29 @@ const QImage& QtPicture::At(QSize device_size) const {
   return drawn_.emplace_back(std::move(image));
 }
 
+QPixmap QtPicture::Pixmap() const {
+  if (pixmap_.isNull()) pixmap_ = QPixmap::fromImage(At(size_));
+  return pixmap_;
+}
+
 platform::PictureRef MakePicture(const QPixmap& pixmap) {
   if (pixmap.isNull()) return nullptr;
   const QSizeF size = pixmap.deviceIndependentSize();
   const QSize logical(std::max(1, static_cast<int>(std::lround(size.width()))),
                       std::max(1, static_cast<int>(std::lround(size.height()))));
-  return std::make_shared<QtPicture>(logical, [pixmap](QPainter& painter, QSizeF device_size) {
-    painter.drawPixmap(QRectF(QPointF(), device_size), pixmap, QRectF(pixmap.rect()));
+  auto picture = std::make_shared<QtPicture>(logical, [pixmap](QPainter& painter, QSizeF device_size) {
+    const QSize device = device_size.toSize();
+    // A painter that makes a picture smaller leaves pixels out; this takes their means.
+    if (device.width() < pixmap.width() && device.height() < pixmap.height()) {
+      painter.drawImage(QRectF(QPointF(), device_size),
+                        pixmap.toImage().scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    } else {
+      painter.drawPixmap(QRectF(QPointF(), device_size), pixmap, QRectF(pixmap.rect()));
+    }
   });
+  picture->pixmap_ = pixmap;
+  picture->is_pixmap_ = true;
+  return picture;
 }
 
 platform::PictureRef MakePicture(const QIcon& icon, QSize size) {
@@ -48,6 +63,11 @@ platform::PictureRef MakePicture(const QIcon& icon, QSize size) {
 QImage ImageOf(const platform::Picture& picture, QSize device_size) {
   const auto* own = dynamic_cast<const QtPicture*>(&picture);
   return own == nullptr ? QImage() : own->At(device_size);
+}
+
+QPixmap PixmapOf(const platform::PictureRef& picture) {
+  const auto* own = dynamic_cast<const QtPicture*>(picture.get());
+  return own == nullptr ? QPixmap() : own->Pixmap();
 }
 
 }  // namespace stockbook::qt

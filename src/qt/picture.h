@@ -27,10 +27,18 @@ class QtPicture : public platform::Picture {
 
   // The picture at a size in device pixels, premultiplied.
   const QImage& At(QSize device_size) const;
+  // The pixmap that the picture was made of, else one of it at its own size; always the same.
+  QPixmap Pixmap() const;
+  // Whether it was made of a pixmap, and has no more to show than that.
+  bool IsPixmap() const { return is_pixmap_; }
 
  private:
+  friend platform::PictureRef MakePicture(const QPixmap& pixmap);
+
   QSize size_;  // logical pixels
   Painting painting_;
+  mutable QPixmap pixmap_;
+  bool is_pixmap_ = false;
   mutable std::vector<QImage> drawn_;
 };
 
@@ -41,5 +49,8 @@ platform::PictureRef MakePicture(const QIcon& icon, QSize size);
 
 // The picture at a size in device pixels; a null image for pictures that another toolkit made.
 QImage ImageOf(const platform::Picture& picture, QSize device_size);
+
+// The picture as a host's; a null pixmap for none and for pictures that another toolkit made.
+QPixmap PixmapOf(const platform::PictureRef& picture);
 
 }  // namespace stockbook::qt

@@ -4,20 +4,13 @@
 #include <QEvent>
 #include <QPainter>
 #include <algorithm>
-#include <optional>
+#include <stdexcept>
+#include <vector>
 
-#include "platform/control_site.h"
-#include "qt/clipboard.h"
 #include "qt/colour.h"
-#include "qt/fonts.h"
 #include "qt/grid_printer.h"
-#include "qt/grid_view.h"
-#include "qt/header_band.h"
-#include "qt/images.h"
-#include "qt/menu.h"
 #include "qt/text.h"
-#include "qt/text_metrics.h"
-#include "sheet/sheet.h"
+#include "qt/widget_parts.h"
 
 namespace stockbook::qt {
 namespace {
@@ -25,112 +18,37 @@ namespace {
 constexpr QSize kUsualSize(1000, 600);
 constexpr QSize kLeastSize(240, 120);
 
-// Raises the control's events as signals.
-class SignalRaiser : public interaction::EventListener {
- public:
-  explicit SignalRaiser(StockbookWidget& widget) : widget_(widget) {}
-
-  void Process(int16_t Indicator) override { emit widget_.Process(Indicator); }
-  void AfterLoaded() override { emit widget_.AfterLoaded(); }
-  void AfterFormatted() override { emit widget_.AfterFormatted(); }
-  void CommandExecute(const std::string& CommandName, bool& Cancel) override {
-    emit widget_.CommandExecute(ToQString(CommandName), &Cancel);
+base::Value ToValue(const QVariant& variant) {
+  switch (variant.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+      return base::Value(static_cast<int64_t>(variant.toLongLong()));
+    case QMetaType::Double:
+    case QMetaType::Float:
+      return base::Value(variant.toDouble());
+    default:
+      return variant.isNull() ? base::Value() : base::Value(FromQString(variant.toString()));
   }
-  void Notify(const std::string& Msg) override { emit widget_.Notify(ToQString(Msg)); }
-  void AfterRowChanged() override { emit widget_.AfterRowChanged(); }
-  void AfterRangeSelected() override { emit widget_.AfterRangeSelected(); }
-  void MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) override {
-    emit widget_.MouseUp(&Button, &Shift, &X, &Y);
-  }
-  void FindMsg(const std::string& rMsg) override { emit widget_.FindMsg(ToQString(rMsg)); }
-
- private:
-  StockbookWidget& widget_;
-};
+}
 
 }  // namespace
 
-// Everything that the widget composes, in the order in which it needs each other.
-class StockbookWidget::Parts : public platform::ControlSite {
- public:
-  explicit Parts(StockbookWidget& widget)
-      : widget_(widget),
-        menu_(&widget),
-        raiser_(widget),
-        header_band_(std::make_unique<HeaderBand>(&widget)),
-        view_(std::make_unique<GridView>(fg_, &widget)),
-        control_(Surroundings()) {
-    fg_.SetClipboard(&clipboard_);
-    SetDefaultPictures();
-    control_.AddListener(&raiser_);
-  }
-
-  void PropertyChanged(std::string_view key) override {
-    FrameChanged();
-    emit widget_.PropertyChanged(ToQString(key));
-  }
-
-  // The control speaks up while it is being made already.
-  void FrameChanged() override {
-    if (widget_.parts_ != nullptr) widget_.UpdateFrames();
-  }
-
-  // The grid has the widget's font as long as nobody gives it another one.
-  void FollowFont() {
-    if (fg_.GridFont() != followed_font_) return;
-    followed_font_ = GridFontFor(widget_.font());
-    control_.FollowFont(followed_font_);
-  }
-
-  sheet::Sheet& fg() { return fg_; }
-  control::Stockbook& control() { return control_; }
-  HeaderBand& header_band() { return *header_band_; }
-  GridView& view() { return *view_; }
-  std::optional<platform::Colour>& header_colour() { return header_colour_; }
-
- private:
-  // The layout that the control makes at once measures the grid's font.
-  control::Surroundings Surroundings() {
-    followed_font_ = DefaultGridFont();
-    fg_.SetGridFont(followed_font_);
-    return {fg_, fg1_, text_metrics_, images_, menu_, clipboard_, *this};
-  }
-
-  void SetDefaultPictures() {
-    control_.SetBillPicture(images_.Find("Bill"));
-    control_.SetBillAuditedPicture(images_.Find("Bill1"));
-    control_.SetRevPicture(images_.Find("RevBill"));
-    control_.SetRevAuditedPicture(images_.Find("RevBill1"));
-    control_.SetIssPicture(images_.Find("IssBill"));
-    control_.SetIssAuditedPicture(images_.Find("IssBill1"));
-    control_.SetShiftPicture(images_.Find("ShiftBill"));
-    control_.SetShiftAuditedPicture(images_.Find("ShiftBill1"));
-  }
-
-  StockbookWidget& widget_;
-  sheet::Sheet fg_;
-  sheet::Sheet fg1_;
-  platform::Font followed_font_;
-  std::optional<platform::Colour> header_colour_;
-  QtTextMetrics text_metrics_;
-  QtImages images_;
-  QtMenu menu_;
-  QtClipboard clipboard_;
-  SignalRaiser raiser_;
-  // Children of the widget, but they go first: the view borrows the sheet.
-  std::unique_ptr<HeaderBand> header_band_;
-  std::unique_ptr<GridView> view_;
-  control::Stockbook control_;
-};
-
-StockbookWidget::StockbookWidget(QWidget* parent) : QWidget(parent) {
-  parts_ = std::make_unique<Parts>(*this);
+StockbookWidget::StockbookWidget(QWidget* parent) : AppearanceProperties(parent) {
+  // For connections by name; those by pointer need none.
+  qRegisterMetaType<BooleanReference>();
+  qRegisterMetaType<IntegerReference>();
+  qRegisterMetaType<SingleReference>();
+  parts_ = std::make_unique<WidgetParts>(*this);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusProxy(&parts_->view());
   UpdateFrames();
 }
 
-StockbookWidget::~StockbookWidget() = default;
+StockbookWidget::~StockbookWidget() {
+  setFocusProxy(nullptr);
+  WidgetParts::Leave(std::move(parts_));
+}
 
 control::Stockbook& StockbookWidget::control() { return parts_->control(); }
 
@@ -140,8 +58,31 @@ sheet::Sheet& StockbookWidget::sheet() { return parts_->fg(); }
 
 QWidget* StockbookWidget::viewport() const { return parts_->view().viewport(); }
 
-bool StockbookWidget::Load(int KeyID, int dpID, const QString& dpCode) {
-  return control().Load(KeyID, dpID, FromQString(dpCode));
+bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
+  return control().Load(rKeyID, rdpID, FromQString(rdpCode));
+}
+
+void StockbookWidget::Prompt(const QString& Msg) { control().Prompt(FromQString(Msg)); }
+
+bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
+  return control().Find(FromQString(rSearchString), StartRow);
+}
+
+bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected(); }
+
+void StockbookWidget::DefaultFormat() { control().DefaultFormat(); }
+
+QString StockbookWidget::Statistics() const { return ToQString(control().Statistics()); }
+
+QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& rParas) {
+  std::vector<base::Value> paras;
+  for (const QVariant& para : rParas) paras.push_back(ToValue(para));
+  try {
+    control().DoCommand(FromQString(CmdName), paras);
+  } catch (const std::out_of_range&) {
+    Prompt(QStringLiteral("命令“%1”缺少第一个参数：请给出列的键。").arg(CmdName));
+  }
+  return {};
 }
 
 platform::Colour StockbookWidget::HeaderColor() const {

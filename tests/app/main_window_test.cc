@@ -109,8 +109,7 @@ TEST_F(Window, ReloadsOnceTheControlHasFinishedAsking) {
   Open();
   window_->LoadFirstJournal();
   grid().SetTextMatrix(1, 3, "changed");
-  bool cancel = false;
-  emit window_->stockbook().CommandExecute("Refresh", &cancel);
+  emit window_->stockbook().CommandExecute("Refresh", qt::BooleanReference());
   EXPECT_EQ(grid().TextMatrix(1, 3), "changed");
   QApplication::processEvents();
   EXPECT_NE(grid().TextMatrix(1, 3), "changed");

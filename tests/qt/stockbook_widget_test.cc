@@ -128,7 +128,7 @@ TEST_F(Widget, RaisesTheEventsOfALoadInTheirOrder) {
   QObject::connect(widget_.get(), &StockbookWidget::AfterLoaded, [&] { diary.emplace_back("AfterLoaded"); });
   QObject::connect(widget_.get(), &StockbookWidget::AfterFormatted, [&] { diary.emplace_back("AfterFormatted"); });
   QObject::connect(widget_.get(), &StockbookWidget::CommandExecute,
-                   [&](const QString& name, bool*) { diary.push_back("CommandExecute " + name.toStdString()); });
+                   [&](const QString& name) { diary.push_back("CommandExecute " + name.toStdString()); });
   QObject::connect(widget_.get(), &StockbookWidget::Notify,
                    [&](const QString& text) { diary.push_back(text.left(5).toStdString()); });
   ASSERT_TRUE(widget_->Load(7, 0));
@@ -136,9 +136,9 @@ TEST_F(Widget, RaisesTheEventsOfALoadInTheirOrder) {
                                              "Process", "AfterLoaded", "已读入：商", "Process -1"}));
 }
 
-TEST_F(Widget, LetsAHostCancelTheLoadThroughThePointer) {
+TEST_F(Widget, LetsAHostCancelTheLoad) {
   QObject::connect(widget_.get(), &StockbookWidget::CommandExecute,
-                   [](const QString&, bool* cancel) { *cancel = true; });
+                   [](const QString&, const BooleanReference& cancel) { cancel.SetValue(true); });
   EXPECT_FALSE(widget_->Load(7, 0));
   EXPECT_EQ(sheet().Rows(), 1);
 }

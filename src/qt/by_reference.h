@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMetaType>
+#include <QObject>
+#include <cstdint>
+#include <memory>
+
+namespace stockbook::qt {
+
+// A value that a signal passes by reference: all copies share it, so what a slot writes arrives where the signal was
+// raised, by whatever kind of connection the slot was called. A copy may outlive the signal; writing it then changes
+// nothing but the copies.
+template <typename Type>
+class ByReference {
+ public:
+  explicit ByReference(Type value) : value_(std::make_shared<Type>(value)) {}
+
+  Type Value() const { return *value_; }
+  void SetValue(Type value) const { *value_ = value; }
+
+ private:
+  std::shared_ptr<Type> value_;
+};
+
+// The three that the control's events need. Script and meta-object read and write their `value`.
+class BooleanReference : public ByReference<bool> {
+  Q_GADGET
+  Q_PROPERTY(bool value READ Value WRITE SetValue)
+
+ public:
+  explicit BooleanReference(bool value = false) : ByReference(value) {}
+};
+
+class IntegerReference : public ByReference<int16_t> {
+  Q_GADGET
+  Q_PROPERTY(short value READ Value WRITE SetValue)
+
+ public:
+  explicit IntegerReference(int16_t value = 0) : ByReference(value) {}
+};
+
+class SingleReference : public ByReference<float> {
+  Q_GADGET
+  Q_PROPERTY(float value READ Value WRITE SetValue)
+
+ public:
+  explicit SingleReference(float value = 0) : ByReference(value) {}
+};
+
+}  // namespace stockbook::qt
+
+Q_DECLARE_METATYPE(stockbook::qt::BooleanReference)
+Q_DECLARE_METATYPE(stockbook::qt::IntegerReference)
+Q_DECLARE_METATYPE(stockbook::qt::SingleReference)
