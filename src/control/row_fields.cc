@@ -7,6 +7,8 @@
 #include <limits>
 #include <span>
 
+#include "platform/row_runs.h"
+
 namespace stockbook::control {
 namespace {
 
@@ -59,29 +61,17 @@ class RowSearch {
 
   // -1 when no row has it.
   int First() const {
-    const int rows = grid_.Rows();
-    for (int row = grid_.FixedRows(); row < rows;) {
-      const int64_t record = loaded_ != nullptr ? grid_.RecordOfRow(row) : -1;
-      const int end = record < 0 ? row + 1 : EndOfRun(row, record);
-      const int found = record < 0 ? (grid_.ValueMatrix(row, column_) == value_ ? row : -1) : InRun(row, end, record);
+    for (int row = grid_.FixedRows(); row < grid_.Rows();) {
+      const platform::RowRun run = loaded_ != nullptr ? platform::RowRunAt(grid_, row) : platform::RowRun{row, 1, -1};
+      const int found = run.record >= 0 ? InRun(row, run.End(), run.record) : (HasValue(row) ? row : -1);
       if (found >= 0) return found;
-      row = end;
+      row = run.End();
     }
     return -1;
   }
 
  private:
-  // Rows [row, end) are records one after the other; records keep their order.
-  int EndOfRun(int row, int64_t record) const {
-    const auto follows = [&](int other) { return grid_.RecordOfRow(other) - record == other - row; };
-    int last = row;
-    int beyond = grid_.Rows();
-    while (beyond - last > 1) {
-      const int middle = last + (beyond - last) / 2;
-      (follows(middle) ? last : beyond) = middle;
-    }
-    return last + 1;
-  }
+  bool HasValue(int row) const { return grid_.ValueMatrix(row, column_) == value_; }
 
   int InRun(int row, int end, int64_t record) const {
     std::array<double, 1024> numbers{};

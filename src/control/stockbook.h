@@ -24,6 +24,7 @@
 #include "platform/grid.h"
 #include "platform/images.h"
 #include "platform/menu.h"
+#include "platform/property_bag.h"
 #include "platform/text_metrics.h"
 
 namespace stockbook::control {
@@ -272,6 +273,11 @@ class Stockbook {
   const Container& C1EBody() const { return c1e_body_; }
   const Container& C1EHeader() const { return c1e_header_; }
   platform::PictureRef imgMark() const { return img_mark_; }
+  // The appearance that a host keeps with its form, read from and written to its bag in a fixed order. An error of the
+  // bag goes on to the caller at once: what was read or written before it stays, the rest is not touched. Reading tells
+  // the site of no changed property; an absent key leaves its property as it is.
+  void ReadProperties(platform::PropertyBag& bag);
+  void WriteProperties(platform::PropertyBag& bag) const;
   // Every field of the rows, for code that is composed with the control; amounts are masked as AccRestrict stands now.
   RowFields Fields() const;
   // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
@@ -294,6 +300,7 @@ class Stockbook {
 
  private:
   class LoadSteps;
+  class SavedProperties;
   class HandlerSteps;
 
   void WatchGrid();
