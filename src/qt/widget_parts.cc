@@ -23,6 +23,9 @@ class Remains : public QObject {
   explicit Remains(std::unique_ptr<WidgetParts> parts)
       : QObject(QCoreApplication::instance()), parts_(std::move(parts)) {
     timer_.start(0, this);
+    // The application's children go when it is no application for widgets any more. Once is enough for all.
+    qRemovePostRoutine(&Remains::FreeAll);
+    qAddPostRoutine(&Remains::FreeAll);
   }
 
  protected:
@@ -37,6 +40,13 @@ class Remains : public QObject {
   }
 
  private:
+  static void FreeAll() {
+    const QObjectList children = QCoreApplication::instance()->children();
+    for (QObject* child : children) {
+      if (auto* remains = dynamic_cast<Remains*>(child)) delete remains;
+    }
+  }
+
   std::unique_ptr<WidgetParts> parts_;
   QBasicTimer timer_;
 };
