@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 namespace stockbook::interaction {
 namespace {
@@ -129,8 +130,9 @@ TEST(Events, AreAbandonedByTheOuterEventToo) {
   Listener outer;
   Listener inner;
   events->AddListener(&outer);
+  bool is_inner = false;
   outer.on_notify = [&] {
-    outer.on_notify = nullptr;
+    if (std::exchange(is_inner, true)) return;
     events->AddListener(&inner);
     inner.on_notify = [&] { events.reset(); };
     UnlessAbandoned([&] { events->Notify("inner"); });

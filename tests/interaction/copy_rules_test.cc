@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+// The text that a copied selection becomes, byte by byte.
+#include <gtest/gtest.h>
+
+#include "interaction/copy.h"
+#include "platform/error.h"
+#include "sheet/sheet.h"
+#include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
+
+namespace stockbook::interaction {
+namespace {
+
+// A sheet of one caption row, a fixed column and five columns; the cell of row r and column c is "rc".
+class CopyRules : public ::testing::Test {
+ protected:
+  CopyRules() {
+    sheet_.SetCols(6);
+    sheet_.SetRows(8);
+    for (int row = 0; row < 8; ++row) {
+      for (int column = 0; column < 6; ++column) {
+        sheet_.SetTextMatrix(row, column, (row == 0 ? "C" : std::to_string(row)) + std::to_string(column));
+      }
+    }
+  }
+  std::string Copied() {
+    CopySelection(sheet_, clipboard_);
+    return clipboard_.text;
+  }
+
+  sheet::Sheet sheet_;
+  testing::FakeClipboard clipboard_;
+};
+
+TEST_F(CopyRules, ASingleCellIsItsCaptionALineEndAndItsText) {
+  sheet_.Select(5, 3);
+  EXPECT_EQ(Copied(), "C3\r\n53");
+}
+
+TEST_F(CopyRules, AHiddenLastColumnLeavesATabAtTheEndOfEveryLine) {
+  sheet_.SetColHidden(4, true);
+  sheet_.SelectRange(2, 2, 3, 4);
+  EXPECT_EQ(Copied(), "C2\tC3\t\r\n22\t23\t\r\n32\t33\t");
+}
+
+TEST_F(CopyRules, ACaptionOfTwoLinesIsCopiedAsOne) {
+  sheet_.SetTextMatrix(0, 2, "入库/出库\n数量");
+  sheet_.SetTextMatrix(0, 3, "\r\n库存\r数量\n");
+  sheet_.SelectRange(1, 2, 1, 3);
+  EXPECT_EQ(Copied(), "入库/出库数量\t库存数量\r\n12\t13");
+}
+
+TEST_F(CopyRules, TheCaptionsAreThoseOfTheTopRowAlone) {
+  sheet_.SetFixedRows(2);
+  sheet_.SelectRange(4, 1, 5, 2);
+  EXPECT_EQ(Copied(), "C1\tC2\r\n41\t42\r\n51\t52");
+}
+
+TEST_F(CopyRules, ATotalKeepsItsTwoLines) {
+  sheet_.SetTextMatrix(3, 2, "1.00\n21.00");
+  sheet_.SelectRange(3, 1, 3, 2);
+  EXPECT_EQ(Copied(), "C1\tC2\r\n31\t1.00\n21.00");
+}
+
+TEST_F(CopyRules, NumbersAreCopiedWithTheirFormat) {
+  sheet_.SetColDataType(2, platform::DataType::kDouble);
+  sheet_.SetColFormat(2, "#,##0.00");
+  sheet_.SetTextMatrix(3, 2, "-1234567.891");
+  sheet_.Select(3, 2);
+  EXPECT_EQ(Copied(), "C2\r\n" + sheet_.DisplayText(3, 2));
+  EXPECT_EQ(sheet_.DisplayText(3, 2), "-1,234,567.89");
+}
+
+TEST_F(CopyRules, HiddenRowsAndColumnsAreLeftOut) {
+  sheet_.SetColHidden(2, true);
+  sheet_.SetRowHidden(3, true);
+  sheet_.SelectRange(2, 1, 4, 3);
+  EXPECT_EQ(Copied(), "C1\tC3\r\n21\t23\r\n41\t43");
+}
+
+TEST_F(CopyRules, AHiddenLastRowLeavesTheLineEndOfTheOneBefore) {
+  sheet_.SetRowHidden(4, true);
+  sheet_.SelectRange(2, 1, 4, 1);
+  EXPECT_EQ(Copied(), "C1\r\n21\r\n31\r\n");
+}
+
+TEST_F(CopyRules, TheRangeIsTheSameFromEitherCorner) {
+  sheet_.SelectRange(3, 2, 2, 1);
+  EXPECT_EQ(Copied(), "C1\tC2\r\n21\t22\r\n31\t32");
+}
+
+TEST_F(CopyRules, AGridWithoutDataRowsGivesTheCaptionLine) {
+  sheet_.Select(2, 4);
+  sheet_.SetRows(1);
+  EXPECT_EQ(Copied(), "C4\r\n");
+}
+
+TEST_F(CopyRules, AFailureLeavesTheClipboardEmptyAndThePointerAsUsual) {
+  sheet_.Select(5, 3);
+  int failures = 0;
+  for (int call = 1; call < 10; ++call) {
+    testing::FaultyGrid faulty(sheet_);
+    clipboard_.text = "before";
+    faulty.RefuseCall(call);
+    try {
+      CopySelection(faulty, clipboard_);
+    } catch (const platform::Error&) {
+      ++failures;
+      EXPECT_EQ(clipboard_.text, call == 1 ? "before" : "") << call;
+    }
+  }
+  EXPECT_GE(failures, 2) << "the pointer and the text";
+  EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kDefault);
+}
+
+}  // namespace
+}  // namespace stockbook::interaction
