@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/memory_bag.h"
+#include "scenarios/inventory.h"
+#include "sheet/input/keyboard.h"
+#include "sheet/input/mouse.h"
+#include "support/fake_surroundings.h"
+
+namespace stockbook::scenarios {
+
+// Writes every event down as one line.
+class EventLog : public interaction::EventListener {
+ public:
+  void Process(int16_t indicator) override { Add("Process " + std::to_string(indicator)); }
+  void AfterLoaded() override { Add("AfterLoaded"); }
+  void AfterFormatted() override { Add("AfterFormatted"); }
+  void CommandExecute(const std::string& name, bool& cancel) override;
+  void Notify(const std::string& message) override { Add("Notify " + Visible(message)); }
+  void AfterRowChanged() override { Add("AfterRowChanged"); }
+  void AfterRangeSelected() override { Add("AfterRangeSelected"); }
+  void MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
+  void FindMsg(const std::string& message) override { Add("FindMsg " + Visible(message)); }
+  void Add(std::string line) { lines.push_back(Trimmed(line)); }
+
+  std::vector<std::string> lines;
+  bool cancels_load = false;
+};
+
+// The control over the real sheet and a real database file, used as a scenario tells and looked at as it asks.
+class Desk {
+ public:
+  explicit Desk(const std::string& dialect);
+
+  void Fill(const std::string& name, const Table& table) { inventory_.Fill(name, table); }
+  // Does a "When" step; throws std::runtime_error for one that it does not know.
+  void Do(const std::string& step);
+  // What a "Then" step shows now; `expected` tells which values it asks for.
+  std::vector<std::string> Look(const std::string& what, const std::vector<std::string>& expected);
+
+ private:
+  struct Cell {
+    int row = 0;
+    int column = 0;
+  };
+  using Action = void (Desk::*)(const std::string& rest);
+  static const std::map<std::string, Action>& Actions();
+
+  control::Stockbook& control() { return *fakes_->control; }
+  sheet::Sheet& grid() { return fakes_->fg; }
+  void Compose();
+  Cell CellOf(const std::string& text);
+  sheet::MouseEvent At(const Cell& cell, sheet::MouseButton button, int16_t modifiers);
+  void Click(const std::string& cell, sheet::MouseButton button, int16_t modifiers);
+
+  void DoLoad(const std::string& rest);
+  void DoClick(const std::string& rest) { Click(rest, sheet::MouseButton::kLeft, 0); }
+  void DoShiftClick(const std::string& rest) { Click(rest, sheet::MouseButton::kLeft, sheet::Modifiers::kShift); }
+  void DoControlClick(const std::string& rest) { Click(rest, sheet::MouseButton::kLeft, sheet::Modifiers::kControl); }
+  void DoRightClick(const std::string& rest);
+  void DoDoubleClick(const std::string& rest);
+  void DoDrag(const std::string& rest);
+  void DoDragEdge(const std::string& rest);
+  void DoPress(const std::string& rest);
+  void DoSet(const std::string& rest);
+  void DoWrite(const std::string& rest);
+  void DoFind(const std::string& rest);
+  void DoCommand(const std::string& rest);
+  void DoCancelLoads(const std::string& rest);
+  void DoSave(const std::string& rest);
+  void DoRestore(const std::string& rest);
+
+  std::vector<std::string> LookAtGrid(const std::string& rest);
+  std::vector<std::string> LookAtPictures();
+  std::vector<std::string> LookAtEvents(const std::string& rest);
+  std::vector<std::string> LookAtClipboard();
+  std::vector<std::string> LookAtMenu();
+  std::vector<std::string> LookAtBag();
+  std::vector<std::string> LookAtValues(const std::vector<std::string>& expected);
+  std::string RowKind(int row);
+  std::string ValueOf(const std::string& name);
+
+  std::string dialect_;
+  Inventory inventory_;
+  std::unique_ptr<testing::ControlOverFakes> fakes_;
+  std::unique_ptr<sheet::Mouse> mouse_;
+  std::unique_ptr<sheet::Keyboard> keyboard_;
+  EventLog log_;
+  platform::MemoryBag bag_;
+};
+
+// The public properties by name: texts, numbers and truth values as words.
+void SetProperty(control::Stockbook& control, const std::string& name, const std::string& value);
+// Throws std::runtime_error for a name that nobody knows.
+std::string PropertyText(const control::Stockbook& control, const std::string& name);
+// A field of a row by name.
+std::string FieldText(const control::RowFields& rows, const std::string& name, int row);
+void WriteField(const control::RowFields& rows, const std::string& name, int row, const std::string& value);
+
+}  // namespace stockbook::scenarios
