@@ -2,6 +2,8 @@
 #include "qt/grid_view.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
+#include <QCursor>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -314,6 +316,28 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, sheet_.scale())); }
+
+// The right button is heard when it goes down; here only the keyboard asks, for the current cell or with Ctrl for the
+// caption of its column.
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() != QContextMenuEvent::Keyboard) {
+    event->setAccepted(sheet_.IsObserved());
+    return;
+  }
+  const int16_t control = event->modifiers().testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
+  const bool nested = std::exchange(menu_by_key_, true);
+  event->setAccepted(keyboard_.Press({sheet::Key::kMenu, {control}}));
+  menu_by_key_ = nested;
+}
+
+QPoint GridView::MenuPlace() const {
+  const int row = sheet_.MouseRow();
+  const int column = sheet_.MouseCol();
+  if (!menu_by_key_ || row < 0 || column < 0) return QCursor::pos();
+  const sheet::Geometry geometry = sheet_.geometry();
+  const QRect cell = ToScreen(geometry.CellRect(row, column).Intersected(geometry.PaneOf(row, column)));
+  return {cell.left(), cell.bottom() + 1};
+}
 
 void GridView::KeepAutoScrolling() {
   if (!mouse_.WantsAutoScroll()) {

@@ -33,6 +33,8 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   // Pixels of the sheet on the screen, and back; nothing for points outside of the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
+  // Where on the screen a menu opens: at the mouse, or, where a key asked for it, under its cell.
+  QPoint MenuPlace() const;
   // While it does the view must not be freed.
   bool IsHandlingEvent() const { return handling_ > 0; }
 
@@ -48,6 +50,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
@@ -92,6 +95,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   sheet::Span shown_columns_;    // the scrolled columns in the window
   QPointF wheel_rest_;           // parts of a pixel that the wheel has turned
   int handling_ = 0;             // events under way, one inside of another
+  bool menu_by_key_ = false;
   bool updating_bars_ = false;
   bool elsewhere_ = false;  // painting onto something else than the window
 };

@@ -46,7 +46,7 @@ platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
   std::vector<platform::MenuChoice> choices;
   Fill(*popup, menu.items, choices);
   ++open_;
-  const QAction* chosen = popup->exec(QCursor::pos());
+  const QAction* chosen = popup->exec(place_ ? place_() : QCursor::pos());
   --open_;
   platform::MenuChoice choice;
   if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
