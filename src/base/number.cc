@@ -52,6 +52,24 @@ std::string NumberText(double value) {
   return Compose(value < 0, digits, exponent);
 }
 
+std::optional<QuickNumber> QuickDigits(double value) {
+  constexpr double kLeast = 1;
+  constexpr double kMost = 1e14;
+  // What scaling loses is far less than this.
+  constexpr double kNearMiddle = 0.2;
+  const double size = std::fabs(value);
+  if (!(size >= kLeast && size < kMost)) return std::nullopt;
+  double power = 1e14;
+  int decimals = kSignificantDigits - 1;
+  for (double whole = 10; whole <= size; whole *= 10, --decimals) power /= 10;
+  const double scaled = size * power;
+  auto units = static_cast<int64_t>(scaled);
+  const double rest = scaled - static_cast<double>(units);
+  if (std::fabs(rest - 0.5) < kNearMiddle) return std::nullopt;
+  if (rest > 0.5) ++units;
+  return QuickNumber{value < 0 ? -units : units, decimals};
+}
+
 std::optional<double> ParseNumber(std::string_view text) {
   text = TrimBlanks(text);
   std::string plain;

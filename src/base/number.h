@@ -13,6 +13,15 @@ namespace stockbook::base {
 // have no text and give "".
 std::string NumberText(double value);
 
+// units / 10^decimals, at most 15 digits and decimals.
+struct QuickNumber {
+  int64_t units = 0;
+  int decimals = 0;
+};
+// What NumberText says of a number, zeros at its end included, where a few machine instructions tell; nothing for small
+// and large numbers and some others.
+std::optional<QuickNumber> QuickDigits(double value);
+
 // The number that a text spells: blanks around it, a sign, digits with optional grouping commas, a point, an exponent.
 // Nothing when anything else stands in it, or when it is out of range.
 std::optional<double> ParseNumber(std::string_view text);

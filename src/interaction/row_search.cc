@@ -2,6 +2,7 @@
 #include "interaction/row_search.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace stockbook::interaction {
 namespace {
@@ -41,24 +42,28 @@ void RowSearch::ReadColumns() {
     if (loaded != nullptr || grid_.HasEditedRecords(column)) columns_.push_back({column, loaded});
   }
   for (Matchers& matchers : matchers_) {
-    if (!loaded_stays) matchers.clear();
+    if (!loaded_stays) matchers.columns.clear();
     // The same columns as before keep what was found out about their texts.
-    std::erase_if(matchers, [&](const auto& matcher) {
+    std::erase_if(matchers.columns, [&](const auto& matcher) {
       return std::none_of(columns_.begin(), columns_.end(),
                           [&](const Searched& searched) { return searched.loaded == matcher->column(); });
     });
   }
 }
 
-RowSearch::Matchers& RowSearch::MatchersOf(size_t group) {
-  Matchers& matchers = matchers_[group];
+std::vector<std::unique_ptr<ColumnMatcher>>& RowSearch::MatchersOf(size_t group) {
+  const TermGroup& terms = terms_.groups()[group];
+  std::unique_ptr<NumberMatcher>& numbers = matchers_[group].numbers;
+  if (numbers == nullptr) numbers = std::make_unique<NumberMatcher>(terms);
+  auto& matchers = matchers_[group].columns;
   for (const Searched& searched : columns_) {
     const bool known = std::any_of(matchers.begin(), matchers.end(),
                                    [&](const auto& matcher) { return searched.loaded == matcher->column(); });
     if (searched.loaded != nullptr && !known)
-      matchers.push_back(std::make_unique<ColumnMatcher>(*searched.loaded, terms_.groups()[group]));
+      matchers.push_back(std::make_unique<ColumnMatcher>(*searched.loaded, terms, *numbers));
   }
-  std::stable_partition(matchers.begin(), matchers.end(), [](const auto& matcher) { return matcher->HasCodes(); });
+  std::stable_sort(matchers.begin(), matchers.end(),
+                   [](const auto& left, const auto& right) { return left->Cost() < right->Cost(); });
   return matchers;
 }
 
@@ -96,7 +101,7 @@ void RowSearch::SearchRecords(const platform::RowRun& run, std::vector<int>& hit
 
 void RowSearch::SearchGroup(size_t group, const platform::RowRun& run) {
   const TermGroup& terms = terms_.groups()[group];
-  Matchers& matchers = MatchersOf(group);
+  auto& matchers = MatchersOf(group);
   const bool by_cell = std::any_of(columns_.begin(), columns_.end(),
                                    [](const Searched& searched) { return searched.loaded == nullptr; });
   uint8_t possible = by_cell ? terms.all() : 0;
@@ -105,9 +110,9 @@ void RowSearch::SearchGroup(size_t group, const platform::RowRun& run) {
   if (possible != terms.all()) return;
   for (size_t at = 0; at < alive_.size(); ++at) found_[at] = alive_[at] != 0 ? 0 : terms.all();
   for (auto matcher = matchers.begin(); matcher != matchers.end(); ++matcher) {
-    uint8_t reachable = by_cell ? terms.all() : 0;
-    for (auto rest = matcher; rest != matchers.end(); ++rest) reachable |= (*rest)->possible();
-    (*matcher)->AddFound(static_cast<size_t>(run.record), reachable, found_);
+    uint8_t rest = by_cell ? terms.all() : 0;
+    for (auto later = std::next(matcher); later != matchers.end(); ++later) rest |= (*later)->possible();
+    (*matcher)->AddFound(static_cast<size_t>(run.record), rest, found_);
   }
   if (by_cell) AddFoundByCell(terms, run);
 }

@@ -32,11 +32,14 @@ class RowSearch {
     int column = 0;
     const platform::Column* loaded = nullptr;
   };
-  using Matchers = std::vector<std::unique_ptr<ColumnMatcher>>;
+  struct Matchers {
+    std::unique_ptr<NumberMatcher> numbers;
+    std::vector<std::unique_ptr<ColumnMatcher>> columns;
+  };
 
   void ReadColumns();
-  // The matchers of a group, those that look up by code first.
-  Matchers& MatchersOf(size_t group);
+  // The matchers of a group's columns, the cheapest first.
+  std::vector<std::unique_ptr<ColumnMatcher>>& MatchersOf(size_t group);
   void SearchRecords(const platform::RowRun& run, std::vector<int>& hits);
   void SearchGroup(size_t group, const platform::RowRun& run);
   void AddFoundByCell(const TermGroup& terms, const platform::RowRun& run);
@@ -50,7 +53,7 @@ class RowSearch {
   int64_t loaded_revision_ = -1;
   std::vector<bool> hidden_;  // by column
   std::vector<Searched> columns_;
-  std::vector<Matchers> matchers_;  // by group; none until needed
+  std::vector<Matchers> matchers_;  // by group; empty until needed
   size_t block_rows_ = 0;
   std::vector<uint8_t> found_;  // by row of the block; all terms where the row needs no more looking
   std::vector<uint8_t> alive_;

@@ -20,12 +20,13 @@ class TermGroup {
   void Add(std::string_view term);
   bool IsFull() const { return terms_.size() == kMostTerms; }
   const std::vector<Wildcard>& terms() const { return terms_; }
-  // The bits of all terms, and of those that the text of some number or date could hold.
+  // The bits of all terms, and of those that the text of some number could hold.
   uint8_t all() const { return all_; }
   uint8_t in_numbers() const { return in_numbers_; }
 
-  // The bits of those of the `wanted` terms that are found in the text.
-  uint8_t FoundIn(std::string_view text, uint8_t wanted) const;
+  // The bits of those of the `wanted` terms that are found in the text. The rest may be left out as soon as one of the
+  // `needed` ones is not found.
+  uint8_t FoundIn(std::string_view text, uint8_t wanted, uint8_t needed = 0) const;
 
  private:
   std::vector<Wildcard> terms_;

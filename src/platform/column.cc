@@ -203,9 +203,9 @@ void Column::ReadTextCodes(size_t first, std::span<uint32_t> out) const {
   });
 }
 
-bool Column::MayHoldTexts() const {
-  return std::any_of(chunks_.begin(), chunks_.end(), [](const ColumnChunk& chunk) {
-    return chunk.type == ChunkType::kText || chunk.type == ChunkType::kMixed;
+bool Column::HoldsNumbersOnly() const {
+  return std::none_of(chunks_.begin(), chunks_.end(), [](const ColumnChunk& chunk) {
+    return chunk.type == ChunkType::kText || chunk.type == ChunkType::kMixed || chunk.type == ChunkType::kDate;
   });
 }
 

@@ -63,8 +63,8 @@ class Column {
   void MarkTextsContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const {
     if (pool_) pool_->MarkContaining(part, bits, marks);
   }
-  // False when every row is a number, a date or null. O(chunks).
-  bool MayHoldTexts() const;
+  // Whether every row is a number or null. O(chunks).
+  bool HoldsNumbersOnly() const;
 
   // Rows from `first` on as whole numbers, as many as fit and are of one kind; none from size() on. Equal numbers mean
   // equal values: text codes, units of a power of ten, the bits of doubles, or whatever tells other values apart. The
