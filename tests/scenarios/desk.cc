@@ -51,6 +51,9 @@ void Desk::Compose() {
   keyboard_.reset();
   mouse_.reset();
   fakes_ = std::make_unique<testing::ControlOverFakes>();
+  // No half twips, so that every rounding is plain.
+  fakes_->metrics.line_height_twips = 210.7;
+  control().DefaultFormat();
   grid().SetView({4000, 1500}, 1.0);
   mouse_ = std::make_unique<sheet::Mouse>(grid());
   keyboard_ = std::make_unique<sheet::Keyboard>(grid());

@@ -81,7 +81,7 @@ class Desk {
   std::vector<std::string> LookAtEvents(const std::string& rest);
   std::vector<std::string> LookAtClipboard();
   std::vector<std::string> LookAtMenu();
-  std::vector<std::string> LookAtBag();
+  std::vector<std::string> LookAtBag(const std::string& rest);
   std::vector<std::string> LookAtValues(const std::vector<std::string>& expected);
   std::string RowKind(int row);
   std::string ValueOf(const std::string& name);

@@ -40,7 +40,7 @@ Lines Desk::Look(const std::string& what, const Lines& expected) {
   if (word == "events") return LookAtEvents(rest);
   if (word == "clipboard") return LookAtClipboard();
   if (word == "menu") return LookAtMenu();
-  if (word == "bag") return LookAtBag();
+  if (word == "bag") return LookAtBag(rest);
   if (word == "values") return LookAtValues(expected);
   throw std::runtime_error("Nobody knows how to look at: " + what);
 }
@@ -116,9 +116,14 @@ Lines Desk::LookAtMenu() {
   return lines;
 }
 
-Lines Desk::LookAtBag() {
+// Of all keys, or of those that the step names.
+Lines Desk::LookAtBag(const std::string& rest) {
+  const auto wanted = base::Split(rest, ' ');
   Table table{{"key", "value"}};
-  for (const auto& [key, value] : bag_.entries()) table.push_back({key, BagText(value)});
+  for (const auto& [key, value] : bag_.entries()) {
+    if (rest.empty() || std::find(wanted.begin(), wanted.end(), key) != wanted.end())
+      table.push_back({key, BagText(value)});
+  }
   return TableLines(table);
 }
 
