@@ -154,6 +154,7 @@ std::string Desk::ValueOf(const std::string& name) {
     return FieldText(control().Fields(), what, std::stoi(which));
   }
   if (name == "Cols") return std::to_string(grid().Cols());
+  if (name == "OutlineCol") return std::to_string(grid().OutlineCol());
   if (name == "TopRow") return std::to_string(grid().TopRow());
   if (name == "FrozenCols") return std::to_string(grid().FrozenCols());
   if (name == "busy marker") return grid().Tag();
