@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMenuBar>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <utility>
@@ -46,6 +45,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent),
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
+      find_bar_(new FindBar(*stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -56,6 +56,7 @@ MainWindow::MainWindow(QWidget* parent)
   rows->setSpacing(0);
   rows->addWidget(bar_);
   rows->addWidget(stockbook_, 1);
+  rows->addWidget(find_bar_);
   setCentralWidget(desk);
   BuildMenus();
   BuildStatusLine();
@@ -68,18 +69,6 @@ MainWindow::MainWindow(QWidget* parent)
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
-}
-
-void MainWindow::BuildMenus() {
-  QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
-  QAction* open = file->addAction(QStringLiteral("打开数据库(&O)..."), this, &MainWindow::ChooseDatabase);
-  open->setShortcut(QKeySequence::Open);
-  file->addSeparator();
-  QAction* quit = file->addAction(QStringLiteral("退出(&X)"), this, &QWidget::close);
-  quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-  QMenu* journal = menuBar()->addMenu(QStringLiteral("台账(&J)"));
-  QAction* load = journal->addAction(QStringLiteral("载入(&L)"), this, &MainWindow::Reload);
-  load->setShortcut(QKeySequence(Qt::Key_F5));
 }
 
 void MainWindow::BuildStatusLine() {
@@ -98,18 +87,20 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
-  connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::ShowMessage);
+  connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
+  connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
+  connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
 }
 
 // A layout outside of a load is the default one, which the user asked for.
 void MainWindow::TakeLayout() {
-  WidenColumns(stockbook_->control().Grid());
+  WidenColumns(stockbook_->Grid());
   if (loading_) {
     laid_out_ = true;
   } else {
-    columns_.StartFrom(stockbook_->control().Grid());
+    columns_.StartFrom(stockbook_->Grid());
   }
 }
 
@@ -150,7 +141,7 @@ void MainWindow::Reload() { Load(bar_->Options()); }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
-  platform::Grid& grid = stockbook_->control().Grid();
+  platform::Grid& grid = stockbook_->Grid();
   const ReadingPlace place(stockbook_->sheet());
   const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
   columns_.Learn(grid);
@@ -162,7 +153,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   loading_ = false;
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  if (laid_out_) columns_.PutBack(grid);
+  if (laid_out_) columns_.PutBack(grid, stockbook_->control().ColsFilter());
   shown_ = report.loaded ? std::optional(options) : std::nullopt;
   if (!same || !report.loaded || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
@@ -174,7 +165,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
 
 // The keys start from a cell that can be seen.
 void MainWindow::GoToFirstCell() {
-  platform::Grid& grid = stockbook_->control().Grid();
+  platform::Grid& grid = stockbook_->Grid();
   if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
 }
 
@@ -195,14 +186,15 @@ void MainWindow::ShowMessage(const QString& message) {
   if (loading_ && isVisible()) message_->repaint();
 }
 
-// What only the host can do. The control is in the middle of something when it asks, so a reload waits until it is
-// done.
-void MainWindow::ObeyCommand(const QString& command) {
-  if (command == QLatin1String("Refresh")) {
-    QMetaObject::invokeMethod(this, &MainWindow::Reload, Qt::QueuedConnection);
-  } else if (command == QLatin1String("Bill")) {
-    const control::Stockbook& control = stockbook_->control();
-    ShowMessage(QStringLiteral("查看单据：%1，BillID %2").arg(qt::ToQString(control.BillName())).arg(control.BillID()));
+// The control describes the row that the user has come to, mostly by no words at all. That does not take away what it
+// said before.
+void MainWindow::TakeNotice(const QString& message) {
+  const bool is_description =
+      std::exchange(row_changed_, false) || message.isEmpty() || message == message_->Description();
+  if (is_description && !loading_) {
+    message_->Describe(message);
+  } else {
+    ShowMessage(message);
   }
 }
 

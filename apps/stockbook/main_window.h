@@ -11,6 +11,7 @@
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
 #include "stockbook/column_memory.h"
+#include "stockbook/find_bar.h"
 #include "stockbook/journal_bar.h"
 #include "stockbook/journal_desk.h"
 #include "stockbook/message_line.h"
@@ -18,8 +19,9 @@
 
 namespace stockbook::app {
 
-// The reference host: a bar to choose a journal, the journal, a line with its messages and a progress bar. It is light
-// or dark as the desktop is. It keeps nothing from one run to the next.
+// The reference host: a bar to choose a journal, the journal, a bar to find in it, a line with its messages and a
+// progress bar. It does what the control asks its host for: it finds, loads again and shows bills. It is light or dark
+// as the desktop is. It keeps nothing from one run to the next.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
@@ -35,12 +37,16 @@ class MainWindow : public QMainWindow {
 
   qt::StockbookWidget& stockbook() { return *stockbook_; }
   JournalBar& bar() { return *bar_; }
+  FindBar& find_bar() { return *find_bar_; }
+  const MessageLine& message() const { return *message_; }
 
  protected:
   void changeEvent(QEvent* event) override;
 
  private:
   void BuildMenus();
+  void BuildFileMenu();
+  void BuildJournalMenu();
   void BuildStatusLine();
   void ConnectControl();
   void TakeLayout();
@@ -50,6 +56,9 @@ class MainWindow : public QMainWindow {
   void GoToFirstCell();
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);
+  void TakeNotice(const QString& message);
+  void ShowBill();
+  void ShowStatistics();
   void ObeyCommand(const QString& command);
   void UpdateTitle();
 
@@ -57,10 +66,12 @@ class MainWindow : public QMainWindow {
   std::shared_ptr<platform::Connection> connection_;
   bool loading_ = false;
   bool laid_out_ = false;                // by the load
+  bool row_changed_ = false;             // and its description comes next
   std::optional<JournalOptions> shown_;  // what the last load brought
   ColumnMemory columns_;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
+  FindBar* find_bar_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
   QLabel* row_count_;

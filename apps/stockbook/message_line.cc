@@ -13,7 +13,17 @@ MessageLine::MessageLine(QWidget* parent) : QWidget(parent) { setMinimumWidth(1)
 
 void MessageLine::Show(const QString& message) {
   message_ = message;
-  setAccessibleName(message);
+  description_.clear();
+  TextChanged();
+}
+
+void MessageLine::Describe(const QString& description) {
+  description_ = description;
+  TextChanged();
+}
+
+void MessageLine::TextChanged() {
+  setAccessibleName(Text());
   UpdateToolTip();
   update();
 }
@@ -35,8 +45,8 @@ void MessageLine::changeEvent(QEvent* event) {
   UpdateToolTip();
 }
 
-QString MessageLine::Shown() const { return fontMetrics().elidedText(message_, Qt::ElideRight, width()); }
+QString MessageLine::Shown() const { return fontMetrics().elidedText(Text(), Qt::ElideRight, width()); }
 
-void MessageLine::UpdateToolTip() { setToolTip(Shown() == message_ ? QString() : qt::PlainToolTip(message_)); }
+void MessageLine::UpdateToolTip() { setToolTip(Shown() == Text() ? QString() : qt::PlainToolTip(Text())); }
 
 }  // namespace stockbook::app

@@ -6,7 +6,7 @@
 namespace stockbook::app {
 
 // One line of plain text that never asks for room: what does not fit ends in an ellipsis, and the tooltip tells the
-// whole.
+// whole. A message stays until the next one; descriptions of where the user is come over it and go again.
 class MessageLine : public QWidget {
   Q_OBJECT
 
@@ -14,7 +14,12 @@ class MessageLine : public QWidget {
   explicit MessageLine(QWidget* parent = nullptr);
 
   void Show(const QString& message);
+  // An empty one shows the last message again.
+  void Describe(const QString& description);
   const QString& Message() const { return message_; }
+  const QString& Description() const { return description_; }
+  // What the line says now.
+  const QString& Text() const { return description_.isEmpty() ? message_ : description_; }
   QSize sizeHint() const override;
 
  protected:
@@ -25,8 +30,10 @@ class MessageLine : public QWidget {
  private:
   QString Shown() const;
   void UpdateToolTip();
+  void TextChanged();
 
   QString message_;
+  QString description_;
 };
 
 }  // namespace stockbook::app

@@ -9,6 +9,7 @@
 
 #include "qt/colour.h"
 #include "qt/grid_printer.h"
+#include "qt/settings_bag.h"
 #include "qt/text.h"
 #include "qt/widget_parts.h"
 
@@ -85,6 +86,17 @@ QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& 
   return {};
 }
 
+void StockbookWidget::SaveProperties(QSettings& settings, const QString& group) const {
+  SettingsBag bag(settings, group);
+  control().WriteProperties(bag);
+  bag.Flush();
+}
+
+void StockbookWidget::RestoreProperties(QSettings& settings, const QString& group) {
+  SettingsBag bag(settings, group);
+  control().ReadProperties(bag);
+}
+
 platform::Colour StockbookWidget::HeaderColor() const {
   return parts_->header_colour().value_or(control().C1EHeader().back_color);
 }
@@ -95,6 +107,7 @@ void StockbookWidget::SetHeaderColor(platform::Colour colour) {
 }
 
 bool StockbookWidget::Print(QPagedPaintDevice& device) {
+  const control::Stockbook::HotRowAside aside(control());
   return PrintSheet(sheet(), ToQString(control().Caption()), device);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPagedPaintDevice>
+#include <QSettings>
 #include <QString>
 #include <QVariant>
 #include <memory>
@@ -50,6 +51,11 @@ class StockbookWidget : public AppearanceProperties {
   sheet::Sheet& sheet();
   // The part of the widget that shows the cells; the sheet's origin is its left top corner.
   QWidget* viewport() const;
+
+  // Keep the looks in the settings, each under its key in the group, and bring them back; what was never saved stays as
+  // it is. Throw platform::Error, with a message for the user, where the settings fail.
+  void SaveProperties(QSettings& settings, const QString& group) const;
+  void RestoreProperties(QSettings& settings, const QString& group);
 
   // The colour of the band over the grid, for which the control has no property.
   platform::Colour HeaderColor() const;

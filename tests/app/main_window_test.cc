@@ -12,38 +12,18 @@
 #include <memory>
 #include <vector>
 
-#include "app/inventory_fixture.h"
+#include "app/window_fixture.h"
 #include "platform/error.h"
 #include "sheet/sheet.h"
-#include "stockbook/gui_session.h"
 #include "stockbook/inventory_catalog.h"
 #include "stockbook/message_line.h"
-#include "stockbook/sample_inventory.h"
 #include "stockbook/subject_chooser.h"
 #include "stockbook/window_colours.h"
 
 namespace stockbook::app {
 namespace {
 
-// The window on the sample inventory, shown nowhere.
-class Window : public InventoryTest {
- protected:
-  Window() : session_(GuiNeed::kPicture) {
-    WriteSampleInventory(PathOf("sample.db"), {});
-    window_ = std::make_unique<MainWindow>();
-  }
-
-  void Open() {
-    window_->OpenDatabase(PathOf("sample.db"));
-    window_->show();
-    QApplication::processEvents();
-  }
-  platform::Grid& grid() { return window_->stockbook().control().Grid(); }
-  std::string Title() const { return window_->windowTitle().toStdString(); }
-
-  GuiSession session_;
-  std::unique_ptr<MainWindow> window_;
-};
+using Window = WindowTest;
 
 TEST_F(Window, ShowsTheFirstProductsJournalAndSaysSo) {
   Open();

@@ -16,6 +16,7 @@
 #include "qt/images.h"
 #include "qt/picture.h"
 #include "qt/picture_file.h"
+#include "qt/stockbook_widget.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -177,6 +178,62 @@ TEST_F(Bag, WithoutAGroupWritesAtTheTop) {
   SettingsBag bag(*settings_, QString());
   bag.Write("GridLines", int32_t{2});
   EXPECT_EQ(settings_->value(QStringLiteral("GridLines")).toInt(), 2);
+}
+
+TEST_F(Bag, CarriesAllLooksOfAWidgetToAnother) {
+  StockbookWidget first;
+  first.SetBorderWidth(4);
+  first.SetBackColor(QColor(1, 2, 3));
+  first.SetGridLines(AppearanceProperties::GridRaised);
+  first.SetRevPicture(PixmapOf(SomePicture()));
+  first.SetMarkBackPicture(PixmapOf(SomePicture(2)));
+  first.SetIssPicture(QPixmap());
+  first.SetRowHeightMin(120.75F);
+  first.SaveProperties(*settings_, QStringLiteral("台账/外观"));
+  Open();
+  settings_->beginGroup(QStringLiteral("台账/外观"));
+  EXPECT_EQ(settings_->childKeys().size(), 35);
+  settings_->endGroup();
+  StockbookWidget second;
+  second.RestoreProperties(*settings_, QStringLiteral("台账/外观"));
+  EXPECT_EQ(second.BorderWidth(), 4);
+  EXPECT_EQ(second.BackColor(), QColor(1, 2, 3));
+  EXPECT_EQ(second.GridLines(), AppearanceProperties::GridRaised);
+  EXPECT_EQ(second.RevPicture().toImage(), first.RevPicture().toImage());
+  EXPECT_EQ(second.MarkBackPicture().deviceIndependentSize(), QSizeF(6, 4));
+  EXPECT_TRUE(second.IssPicture().isNull());
+  EXPECT_EQ(second.RowHeightMin(), 120.0F) << "saved in whole twips";
+  QSettings again(folder_.filePath(QStringLiteral("again.ini")), QSettings::IniFormat);
+  second.SaveProperties(again, QStringLiteral("台账/外观"));
+  for (const QString& key : settings_->allKeys())
+    EXPECT_EQ(again.value(key), settings_->value(key)) << key.toStdString();
+}
+
+TEST_F(Bag, LeavesAWidgetAsItIsWhenNothingWasSaved) {
+  StockbookWidget widget;
+  const QColor back = widget.BackColor();
+  const platform::PictureRef picture = widget.control().BillPicture();
+  widget.RestoreProperties(*settings_, QStringLiteral("台账/外观"));
+  EXPECT_EQ(widget.BackColor(), back);
+  EXPECT_EQ(widget.control().BillPicture(), picture);
+}
+
+TEST_F(Bag, FrameTheWidgetAsTheyWereSaved) {
+  OpenText("[Look]\nBorderWidth=9\nChildSpacing=5\n");
+  StockbookWidget widget;
+  widget.resize(400, 300);
+  widget.show();
+  widget.RestoreProperties(*settings_, QStringLiteral("Look"));
+  EXPECT_EQ(widget.viewport()->mapTo(&widget, QPoint()).x(), 9);
+}
+
+TEST_F(Bag, StopsARestoreAtTheFirstKeyThatIsWrong) {
+  OpenText("[Look]\nBorderWidth=9\nChildSpacing=much\nBackColor=255\n");
+  StockbookWidget widget;
+  const QColor back = widget.BackColor();
+  EXPECT_THROW(widget.RestoreProperties(*settings_, QStringLiteral("Look")), platform::Error);
+  EXPECT_EQ(widget.BorderWidth(), 9);
+  EXPECT_EQ(widget.BackColor(), back);
 }
 
 }  // namespace

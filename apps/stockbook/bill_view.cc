@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/bill_view.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "base/text.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::array<const char*, 8> kFacts = {"BillDate", "Enterprise", "Project", "Depot",
+                                               "Inputor",  "InputDate",  "Auditor", "AuditDate"};
+// What the bill says above its lines, and the running stock, which is the journal's and not the bill's.
+constexpr std::string_view kNotOfALine = "|BillNo|BillKind|BillName|Period|StoPrice|StoQty|StoQty2|StoAcc|";
+
+std::string OneLine(const std::string& caption) {
+  return base::ReplaceAll(base::ReplaceAll(caption, "\r", ""), "\n", "");
+}
+
+bool IsFact(const std::string& key) {
+  return std::any_of(kFacts.begin(), kFacts.end(), [&](const char* fact) { return key == fact; });
+}
+
+std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, const std::string& kind) {
+  const platform::Grid& grid = control.Grid();
+  std::vector<int> rows;
+  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    if (control.BillID(row) == bill_id && control.BillName(row) == kind) rows.push_back(row);
+  }
+  return rows;
+}
+
+bool IsNumber(const platform::Grid& grid, int column) {
+  const platform::DataType type = grid.ColDataType(column);
+  return type == platform::DataType::kLong || type == platform::DataType::kDouble ||
+         type == platform::DataType::kCurrency;
+}
+
+bool TellsSomething(const platform::Grid& grid, const std::vector<int>& rows, int column) {
+  return std::any_of(rows.begin(), rows.end(), [&](int row) {
+    const std::string text = grid.TextMatrix(row, column);
+    return !text.empty() && !(IsNumber(grid, column) && text == "0");
+  });
+}
+
+// Facts are told once, so only those that all lines share.
+void ReadFacts(const platform::Grid& grid, const std::vector<int>& rows, BillView& bill) {
+  for (const char* key : kFacts) {
+    const int column = grid.ColIndex(key);
+    if (column < 0) continue;
+    const std::string text = grid.DisplayText(rows.front(), column);
+    const bool shared =
+        std::all_of(rows.begin(), rows.end(), [&](int row) { return grid.DisplayText(row, column) == text; });
+    if (shared && !text.empty()) bill.facts.emplace_back(OneLine(grid.TextMatrix(0, column)), text);
+  }
+}
+
+}  // namespace
+
+BillView ReadBill(const control::Stockbook& control, int row) {
+  const platform::Grid& grid = control.Grid();
+  BillView bill;
+  bill.bill_id = control.BillID(row);
+  bill.kind = control.BillName(row);
+  if (bill.bill_id <= 0) return bill;
+  const std::vector<int> rows = RowsOfBill(control, bill.bill_id, bill.kind);
+  if (rows.empty()) return bill;
+  if (const int column = grid.ColIndex("BillNo"); column >= 0) bill.number = grid.TextMatrix(rows.front(), column);
+  ReadFacts(grid, rows, bill);
+  bill.lines.resize(rows.size());
+  for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
+    const std::string key = grid.ColKey(column);
+    if (grid.ColHidden(column) || IsFact(key) || kNotOfALine.find("|" + key + "|") != std::string_view::npos) continue;
+    if (!TellsSomething(grid, rows, column)) continue;
+    bill.columns.push_back({OneLine(grid.TextMatrix(0, column)), IsNumber(grid, column)});
+    for (size_t line = 0; line < rows.size(); ++line) bill.lines[line].push_back(grid.DisplayText(rows[line], column));
+  }
+  return bill;
+}
+
+}  // namespace stockbook::app

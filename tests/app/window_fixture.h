@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QApplication>
+#include <memory>
+#include <string>
+
+#include "app/inventory_fixture.h"
+#include "stockbook/gui_session.h"
+#include "stockbook/main_window.h"
+#include "stockbook/sample_inventory.h"
+
+namespace stockbook::app {
+
+// The window on the sample inventory, shown nowhere.
+class WindowTest : public InventoryTest {
+ protected:
+  WindowTest() : session_(GuiNeed::kPicture) {
+    WriteSampleInventory(PathOf("sample.db"), {});
+    window_ = std::make_unique<MainWindow>();
+  }
+
+  void Open() {
+    window_->OpenDatabase(PathOf("sample.db"));
+    window_->show();
+    QApplication::processEvents();
+  }
+  qt::StockbookWidget& stockbook() { return window_->stockbook(); }
+  platform::Grid& grid() { return stockbook().Grid(); }
+  std::string Title() const { return window_->windowTitle().toStdString(); }
+
+  GuiSession session_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+}  // namespace stockbook::app

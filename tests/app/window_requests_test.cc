@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: MIT
+// What the window does when the control asks its host.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/window_fixture.h"
+#include "sheet/sheet.h"
+#include "stockbook/bill_dialog.h"
+#include "stockbook/bill_view.h"
+#include "stockbook/find_bar.h"
+
+namespace stockbook::app {
+namespace {
+
+class Requests : public WindowTest {
+ protected:
+  void OpenFirst() {
+    Open();
+    ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+    window_->activateWindow();
+  }
+  FindBar& bar() { return window_->find_bar(); }
+
+  static void Press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    QApplication::sendEvent(widget, &press);
+  }
+  void Type(const QString& text) {
+    bar().words().selectAll();
+    for (const QChar character : text) {
+      QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+      QApplication::sendEvent(&bar().words(), &press);
+    }
+  }
+  // The item of the menu bar with the shortcut.
+  QAction* Item(const QKeySequence& shortcut) {
+    for (QAction* menu : window_->menuBar()->actions()) {
+      for (QAction* item : menu->menu()->actions()) {
+        if (item->shortcut() == shortcut) return item;
+      }
+    }
+    return nullptr;
+  }
+  int Bills(const QString& text) {
+    int hits = 0;
+    for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
+      if (grid().TextMatrix(row, grid().ColIndex("BillNo")).find(text.toStdString()) != std::string::npos) ++hits;
+    }
+    return hits;
+  }
+  template <typename Widget>
+  Widget* Shown() {
+    QApplication::processEvents();
+    const QList<Widget*> all = window_->findChildren<Widget*>();
+    for (Widget* widget : all) {
+      if (widget->isVisible()) return widget;
+    }
+    return nullptr;
+  }
+  int FirstLine() {
+    for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
+      if (stockbook().BillID(row) > 0) return row;
+    }
+    return -1;
+  }
+
+  QString FirstBillNo() { return QString::fromStdString(grid().TextMatrix(FirstLine(), grid().ColIndex("BillNo"))); }
+};
+
+TEST_F(Requests, FindOpensTheBarWithTheKeysInIt) {
+  OpenFirst();
+  EXPECT_FALSE(bar().isVisible());
+  emit stockbook().CommandExecute("Find", qt::BooleanReference());
+  EXPECT_FALSE(bar().isVisible()) << "the control is in the middle of its menu";
+  QApplication::processEvents();
+  EXPECT_TRUE(bar().isVisible());
+  EXPECT_EQ(window_->focusWidget(), &bar().words());
+  Press(&bar().words(), Qt::Key_Escape);
+  EXPECT_FALSE(bar().isVisible());
+  EXPECT_EQ(window_->focusWidget(), stockbook().focusProxy());
+}
+
+TEST_F(Requests, FindGoesFromHitToHitAndAround) {
+  OpenFirst();
+  Item(QKeySequence::Find)->trigger();
+  Type(QStringLiteral("入库"));
+  std::vector<int> hits;
+  QObject::connect(&stockbook(), &qt::StockbookWidget::FindMsg, [&](const QString& message) {
+    if (!message.startsWith(QLatin1Char('#'))) hits.push_back(message.section(QLatin1Char('|'), -1).toInt());
+  });
+  Press(&bar().words(), Qt::Key_Return);
+  ASSERT_GT(hits.size(), 2U);
+  EXPECT_EQ(stockbook().Row(), hits[0]);
+  EXPECT_EQ(bar().Count().toStdString(), "第 1 条，共 " + std::to_string(hits.size()) + " 条");
+  Press(&bar().words(), Qt::Key_Return);
+  EXPECT_EQ(stockbook().Row(), hits[1]);
+  Item(QKeySequence(Qt::Key_F3))->trigger();
+  EXPECT_EQ(stockbook().Row(), hits[2]);
+  Item(QKeySequence(Qt::SHIFT | Qt::Key_F3))->trigger();
+  Press(&bar().words(), Qt::Key_Enter, Qt::ShiftModifier);
+  EXPECT_EQ(stockbook().Row(), hits[0]);
+  Press(&bar().words(), Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(stockbook().Row(), hits.back());
+  EXPECT_TRUE(stockbook().sheet().RowIsVisible(hits.back()));
+  Press(&bar().words(), Qt::Key_Return);
+  EXPECT_EQ(stockbook().Row(), hits[0]);
+}
+
+TEST_F(Requests, FindSaysHowManyRecordsThereAreAndKeepsSayingIt) {
+  OpenFirst();
+  Item(QKeySequence::Find)->trigger();
+  Type(FirstBillNo());
+  Press(&bar().words(), Qt::Key_Return);
+  const int hits = Bills(FirstBillNo());
+  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 " + std::to_string(hits) + " 条。");
+  Press(stockbook().focusProxy(), Qt::Key_Down);
+  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 " + std::to_string(hits) + " 条。");
+}
+
+TEST_F(Requests, FindsWhileOneTypes) {
+  OpenFirst();
+  Item(QKeySequence::Find)->trigger();
+  Type(FirstBillNo());
+  EXPECT_EQ(bar().Count().toStdString(), "");
+  QSignalSpy found(&stockbook(), &qt::StockbookWidget::FindMsg);
+  ASSERT_TRUE(found.wait(2000));
+  EXPECT_EQ(stockbook().Row(), FirstLine());
+  EXPECT_TRUE(bar().Count().startsWith(QStringLiteral("第 1 条")));
+  EXPECT_EQ(window_->focusWidget(), &bar().words());
+}
+
+TEST_F(Requests, FindSaysThatThereIsNothing) {
+  OpenFirst();
+  const int row = stockbook().Row();
+  Item(QKeySequence::Find)->trigger();
+  Type(QStringLiteral("没有这样的字"));
+  Press(&bar().words(), Qt::Key_Return);
+  EXPECT_EQ(bar().Count().toStdString(), "没有找到");
+  EXPECT_EQ(stockbook().Row(), row);
+  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 0 条。");
+}
+
+TEST_F(Requests, FindOpensThePeriodOfAHit) {
+  OpenFirst();
+  grid().CollapseAll(true);
+  Item(QKeySequence::Find)->trigger();
+  Type(FirstBillNo());
+  Press(&bar().words(), Qt::Key_Return);
+  EXPECT_EQ(stockbook().Row(), FirstLine());
+  EXPECT_GT(stockbook().sheet().geometry().CellRect(FirstLine(), grid().ColIndex("BillNo")).height, 0);
+  int closed = 0;
+  for (int node = grid().NextSubtotal(1); node >= 0; node = grid().NextSubtotal(node + 1))
+    closed += grid().IsCollapsed(node) ? 1 : 0;
+  EXPECT_GT(closed, 0) << "the other periods stay closed";
+}
+
+TEST_F(Requests, FindLooksAnewInAJournalThatWasLoadedAgain) {
+  OpenFirst();
+  Item(QKeySequence::Find)->trigger();
+  Type(QStringLiteral("入库"));
+  Press(&bar().words(), Qt::Key_Return);
+  JournalOptions other = window_->bar().Options();
+  other.key_id += 1;
+  window_->LoadJournal(other);
+  EXPECT_EQ(bar().Count().toStdString(), "");
+  QSignalSpy found(&stockbook(), &qt::StockbookWidget::FindMsg);
+  Item(QKeySequence(Qt::Key_F3))->trigger();
+  EXPECT_GT(found.size(), 0);
+  EXPECT_LT(stockbook().Row(), grid().Rows());
+}
+
+TEST_F(Requests, TheNextHitOfNoWordsAsksForThem) {
+  OpenFirst();
+  Item(QKeySequence(Qt::Key_F3))->trigger();
+  EXPECT_TRUE(bar().isVisible());
+  EXPECT_EQ(window_->focusWidget(), &bar().words());
+}
+
+TEST_F(Requests, EnterOnABillNumberShowsTheBill) {
+  OpenFirst();
+  const int row = FirstLine();
+  grid().Select(row, grid().ColIndex("BillNo"));
+  Press(stockbook().focusProxy(), Qt::Key_Return);
+  auto* dialog = Shown<BillDialog>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_TRUE(
+      dialog->windowTitle().contains(QString::fromStdString(grid().TextMatrix(row, grid().ColIndex("BillName")))));
+  EXPECT_GE(dialog->lines().rowCount(), 1);
+  Press(dialog, Qt::Key_Escape);
+  QApplication::processEvents();
+  EXPECT_EQ(Shown<BillDialog>(), nullptr);
+}
+
+TEST_F(Requests, ABillIsMadeOfAllLinesThatTheJournalHasOfIt) {
+  Open();
+  JournalOptions options;
+  options.journal_type = 1;
+  ASSERT_TRUE(window_->LoadJournal(options).loaded);
+  // The bill with the most lines here.
+  std::map<std::pair<int, QString>, int> lines;
+  for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
+    if (stockbook().BillID(row) > 0) ++lines[{stockbook().BillID(row), stockbook().BillName(row)}];
+  }
+  const auto most = std::max_element(lines.begin(), lines.end(),
+                                     [](const auto& left, const auto& right) { return left.second < right.second; });
+  ASSERT_GT(most->second, 1);
+  int row = grid().FixedRows();
+  while (stockbook().BillID(row) != most->first.first || stockbook().BillName(row) != most->first.second) ++row;
+  const BillView bill = ReadBill(stockbook().control(), row);
+  EXPECT_EQ(static_cast<int>(bill.lines.size()), most->second);
+  EXPECT_EQ(bill.kind, most->first.second.toStdString());
+  EXPECT_EQ(bill.number, grid().TextMatrix(row, grid().ColIndex("BillNo")));
+  ASSERT_FALSE(bill.facts.empty());
+  EXPECT_EQ(bill.facts[0].second, grid().DisplayText(row, grid().ColIndex("BillDate")));
+  std::set<std::string> captions;
+  for (const BillView::Column& column : bill.columns) {
+    captions.insert(column.caption);
+    EXPECT_EQ(column.caption.find('\n'), std::string::npos);
+  }
+  EXPECT_EQ(captions.size(), bill.columns.size());
+  for (const auto& line : bill.lines) EXPECT_EQ(line.size(), bill.columns.size());
+}
+
+TEST_F(Requests, ABillHidesTheAmountsThatTheJournalHides) {
+  Open();
+  JournalOptions options = window_->bar().Options();
+  options.key_id = 1;
+  options.acc_restrict = true;
+  ASSERT_TRUE(window_->LoadJournal(options).loaded);
+  const BillView bill = ReadBill(stockbook().control(), FirstLine());
+  ASSERT_EQ(bill.lines.size(), 1U);
+  const std::string amount = grid().DisplayText(FirstLine(), grid().ColIndex("Account"));
+  EXPECT_EQ(amount, "-");
+  for (size_t column = 0; column < bill.columns.size(); ++column) {
+    if (bill.columns[column].caption.find("金额") == std::string::npos) continue;
+    EXPECT_EQ(bill.lines[0][column], "-");
+  }
+}
+
+TEST_F(Requests, ARowWithoutABillSaysSo) {
+  OpenFirst();
+  grid().Select(grid().FixedRows(), grid().ColIndex("BillNo"));
+  ASSERT_EQ(stockbook().BillID(), 0);
+  Item(QKeySequence(Qt::CTRL | Qt::Key_B))->trigger();
+  EXPECT_EQ(Shown<BillDialog>(), nullptr);
+  EXPECT_EQ(window_->message().Message().toStdString(), "这一行不属于任何单据。");
+}
+
+TEST_F(Requests, StatisticsShowWhatTheControlCounts) {
+  OpenFirst();
+  Item(QKeySequence(Qt::CTRL | Qt::Key_T))->trigger();
+  auto* box = Shown<QMessageBox>();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->text(), stockbook().Statistics());
+  Press(box, Qt::Key_Escape);
+  QApplication::processEvents();
+  EXPECT_EQ(Shown<QMessageBox>(), nullptr);
+}
+
+TEST_F(Requests, ColumnsThatTheUserHidOrShowedStaySoInTheNextJournal) {
+  OpenFirst();
+  const int explain = grid().ColIndex("Explain");
+  ASSERT_FALSE(grid().ColHidden(explain));
+  grid().SetColHidden(explain, true);
+  const std::string kept = stockbook().control().ColsFilter();
+  std::string shown;
+  for (int column = grid().FixedCols(); column < grid().Cols(); ++column) {
+    const std::string key = grid().ColKey(column);
+    if (grid().ColHidden(column) && kept.find("|" + key + "|") == std::string::npos && key != "Explain") shown = key;
+  }
+  ASSERT_FALSE(shown.empty());
+  grid().SetColHidden(grid().ColIndex(shown), false);
+  emit window_->bar().LoadWanted();
+  EXPECT_TRUE(grid().ColHidden(grid().ColIndex("Explain")));
+  EXPECT_FALSE(grid().ColHidden(grid().ColIndex(shown)));
+  stockbook().DefaultFormat();
+  emit window_->bar().LoadWanted();
+  EXPECT_FALSE(grid().ColHidden(grid().ColIndex("Explain")));
+  EXPECT_TRUE(grid().ColHidden(grid().ColIndex(shown)));
+}
+
+TEST_F(Requests, ColumnsThatAreNotAllowedAnyMoreAreNotBroughtBack) {
+  Open();
+  JournalOptions options;
+  options.journal_type = 2;
+  options.dp_id = 3;
+  options.allow_qty2 = true;
+  window_->LoadJournal(options);
+  ASSERT_FALSE(grid().ColHidden(grid().ColIndex("IssQty2")));
+  grid().SetColHidden(grid().ColIndex("IssQty2"), true);
+  window_->LoadJournal(options);
+  EXPECT_TRUE(grid().ColHidden(grid().ColIndex("IssQty2")));
+  grid().SetColHidden(grid().ColIndex("IssQty2"), false);
+  window_->LoadJournal(options);
+  EXPECT_FALSE(grid().ColHidden(grid().ColIndex("IssQty2")));
+  options.allow_qty2 = false;
+  window_->LoadJournal(options);
+  EXPECT_TRUE(grid().ColHidden(grid().ColIndex("IssQty2")));
+}
+
+TEST_F(Requests, TheDescriptionOfARowComesOverTheLastMessageAndGoesAgain) {
+  OpenFirst();
+  stockbook().Prompt(QStringLiteral("重要的消息"));
+  EXPECT_EQ(window_->message().Text().toStdString(), "重要的消息");
+  emit stockbook().AfterRowChanged();
+  stockbook().Prompt(QStringLiteral("来源：期初"));
+  EXPECT_EQ(window_->message().Text().toStdString(), "来源：期初");
+  emit stockbook().AfterRowChanged();
+  stockbook().Prompt(QString());
+  EXPECT_EQ(window_->message().Text().toStdString(), "重要的消息");
+}
+
+}  // namespace
+}  // namespace stockbook::app
