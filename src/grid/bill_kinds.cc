@@ -5,7 +5,6 @@
 #include <array>
 
 #include "platform/column.h"
-#include "platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {
@@ -152,11 +151,6 @@ void BillKinds::DecorateRecords() {
                kPicturePlace);
 }
 
-void SetAllCollapsed(platform::Grid& grid, OutlineState state) {
-  const platform::RedrawOff redraw(grid);
-  for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1)) {
-    grid.SetIsCollapsed(row, state == OutlineState::kCollapsed);
-  }
-}
+void SetAllCollapsed(platform::Grid& grid, OutlineState state) { grid.CollapseAll(state == OutlineState::kCollapsed); }
 
 }  // namespace stockbook::grid

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/grid_handlers.h"
 
+#include "grid/bill_kinds.h"
 #include "interaction/copy.h"
 #include "interaction/menus.h"
 
@@ -188,7 +189,7 @@ void GridHandlers::OpenFastMenu(int row, int column) {
   const platform::MenuChoice choice =
       Choose(FastMenu(kind, steps_.BillID(row) > 0 ? Offer::kEnabled : Offer::kDisabled));
   if (choice.name == "mnuCollapse")
-    grid.CollapseAll(choice.index == 1);
+    grid::SetAllCollapsed(grid, choice.index == 1 ? grid::OutlineState::kCollapsed : grid::OutlineState::kExpanded);
   else if (choice.name == "mnuBill")
     Command("Bill");
   else if (choice.name == "mnuCopy")

@@ -39,11 +39,15 @@ class Ear : public interaction::EventListener {
   void AfterLoaded() override {
     if (on_loaded) on_loaded();
   }
-  void Notify(const std::string& message) override { messages.push_back(message); }
+  void Notify(const std::string& message) override {
+    messages.push_back(message);
+    if (on_message) on_message(message);
+  }
 
   std::vector<int> indicators;
   std::vector<std::string> messages;
   std::function<void(const std::string&)> on_command;
+  std::function<void(const std::string&)> on_message;
   std::function<void()> on_formatted;
   std::function<void()> on_loaded;
   bool cancels = false;
@@ -143,6 +147,16 @@ TEST_F(LoadRules, TheCommandIsRaisedWithTheMarkerSetAndRedrawOffBeforeAnyStateme
   EXPECT_TRUE(control().Load(7, 0));
 }
 
+TEST_F(LoadRules, TheGridIsDownToItsFixedRowsAndColumnsWhenReadingBegins) {
+  control().Load(7, 0);
+  std::string size;
+  ear_.on_message = [&](const std::string& message) {
+    if (message.starts_with("正在读入：")) size = std::to_string(grid().Rows()) + " " + std::to_string(grid().Cols());
+  };
+  control().Load(7, 0);
+  EXPECT_EQ(size, "1 1");
+}
+
 TEST_F(LoadRules, TagAndRedrawComeBackAsTheyWere) {
   grid().SetTag("mine");
   grid().SetRedraw(false);
@@ -166,6 +180,20 @@ TEST_F(LoadRules, ACancelledLoadStillAppliesTheBackgroundPictures) {
   EXPECT_EQ(grid().CellPicture(0, 0), nullptr);
   EXPECT_EQ(grid().CellPicture(1, 1), nullptr);
   EXPECT_EQ(control().OutlineColKey(), "BillNo");
+}
+
+TEST_F(LoadRules, AZeroAmountOfAnIssueIsEmptied) {
+  AnswerJournal(*connection_, {{.flag = 1, .quantity = 2, .amount = "0"}});
+  control().Load(7, 0);
+  EXPECT_EQ(Cell(3, "IssQty"), "2");
+  EXPECT_EQ(Cell(3, "IssAcc"), "");
+  EXPECT_EQ(Cell(3, "RevAcc"), "0") << "the other side stays";
+}
+
+TEST_F(LoadRules, TheOpeningRowHasItsAmountAndPriceBehindTheTextsToo) {
+  control().Load(7, 0);
+  EXPECT_EQ(control().Fields().Get(fields::StoAcc, 1), base::Money::FromInteger(25));
+  EXPECT_EQ(control().Fields().Get(fields::StoPrice, 1), 2.5);
 }
 
 TEST_F(LoadRules, RowsThatWereLoadedBeforeAnErrorStay) {

@@ -86,6 +86,15 @@ TEST_F(GridRules, OptionalColumnsAreMadeHiddenWhateverTheListSays) {
   EXPECT_TRUE(Hidden("Field0") && Hidden("AuditDate"));
 }
 
+TEST(HiddenKeys, StandBetweenBarsFromTheFirstOnAndGoHoweverOftenTheyStand) {
+  HiddenKeys keys;
+  keys.HideKey("Tax");
+  EXPECT_EQ(keys.Text(), "|Tax|");
+  keys.Assign("|Tax|Tax|Price|Tax|");
+  keys.ShowKey("Tax");
+  EXPECT_EQ(keys.Text(), "|Price|");
+}
+
 TEST_F(GridRules, AColumnWithoutCaptionShowsItsKeyUnlessItIsTheFirst) {
   ColumnLayout layout(sheet_, settings_, hidden_);
   layout.AddColumn(0, {"SeqNo", "", "", false, platform::DataType::kLong, platform::Alignment::kCenterCenter, 200});
@@ -197,6 +206,21 @@ TEST_F(GridRules, ThePictureOfABillFollowsKindAndAudit) {
     Put(1, "Auditor", " ");
     EXPECT_EQ(NameOf(kinds.BillKindPicture(1)), picture + " audited") << "a single blank counts as audited";
   }
+}
+
+TEST_F(GridRules, TheRowBehindTheLastStandsForTheCurrentOne) {
+  Pictures pictures;
+  pictures.rev = MakePicture("rev");
+  pictures.bill = MakePicture("bill");
+  const FakeImages images;
+  sheet_.SetRows(4);
+  Put(2, "BillName", "入库单");
+  sheet_.Select(2, 3);
+  const BillKinds kinds(sheet_, pictures, images, nullptr, "BillNo");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(4)), "rev");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(-1)), "rev");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(3)), "bill");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(1)), "bill");
 }
 
 TEST_F(GridRules, TheImageOfABillStandsInTheColumnOfTheOutlineKey) {

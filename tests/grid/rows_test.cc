@@ -231,10 +231,8 @@ TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
 TEST_F(Rows, GetTagAndRedrawBackWhenTheGridRefuses) {
   testing::FaultyGrid faulty(sheet_);
   Put(1, "pdID", "7");
-  sheet_.SetIsSubtotal(2, true);
   sheet_.SetTag("before");
   const std::function<void()> operations[] = {[&] { RefreshProductNames(faulty); },
-                                              [&] { SetAllCollapsed(faulty, OutlineState::kCollapsed); },
                                               [&] { SetColumnsFont(faulty, "|Price|", "Arial"); }};
   for (const auto& operation : operations) {
     for (const int call : {3, 4}) {

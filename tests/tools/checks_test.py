@@ -171,7 +171,7 @@ class Conformance(Tree):
         self.refuses("check-conformance", "docs/conformance/loading.md:5: " + message)
 
     def test_rows_whose_code_and_test_are_there_are_accepted(self):
-        self.write("tests/scenarios/opening.txt", "scenario: Opening a journal\n")
+        self.write("tests/scenarios/opening.txt", "Title: Opening a journal\n# a remark\n")
         self.write_rows(self.ROW + "| A bar \\| ends it | `src/journal/loader.cc` | `Loader.Ends`, `Opening a journal`, "
                         "`tests/scenarios/opening.txt` |\n\n| Key | Width |\n|---|---|\n| a | 2 |\n")
         self.accepts("check-conformance")
