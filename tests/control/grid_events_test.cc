@@ -19,7 +19,7 @@ TEST_F(GridEvents, TellOfTheNewRowAndDescribeIt) {
 }
 
 TEST_F(GridEvents, DescribeTheRowOnlyWhenAnotherColumnOfItIsReached) {
-  grid().Select(5, ColumnOf("RevQty"));
+  grid().Select(5, ColumnOf("Quantity"));
   heard_.Take();
   EXPECT_TRUE(Key(sheet::Key::kRight));
   EXPECT_EQ(heard_.Take(), (Lines{"Notify 出库自“总库”：2005年1月期初库存"}));
@@ -167,7 +167,7 @@ TEST_F(GridEvents, OpenTheBillOnADoubleClickOnItsNumberOnly) {
   DoubleClick(5, "BillNo");
   Lines heard = heard_.Take();
   EXPECT_EQ(std::count(heard.begin(), heard.end(), "CommandExecute Bill"), 1);
-  for (const char* key : {"RevQty", "Explain"}) {
+  for (const char* key : {"Quantity", "Explain"}) {
     DoubleClick(5, key);
     heard = heard_.Take();
     EXPECT_EQ(std::count(heard.begin(), heard.end(), "CommandExecute Bill"), 0) << key;
@@ -190,7 +190,7 @@ TEST_F(GridEvents, OpenTheBillByTheEnterKey) {
   heard_.Take();
   EXPECT_TRUE(Key(sheet::Key::kEnter));
   EXPECT_EQ(heard_.Take(), (Lines{"CommandExecute Bill"}));
-  grid().Select(5, ColumnOf("RevQty"));
+  grid().Select(5, ColumnOf("Quantity"));
   heard_.Take();
   Key(sheet::Key::kEnter);
   EXPECT_TRUE(heard_.Take().empty());

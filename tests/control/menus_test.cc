@@ -121,7 +121,7 @@ TEST_F(Menus, OfferFreezingHidingTheDefaultAndTheFieldsOnACaption) {
 TEST_F(Menus, OfferEveryColumnThatIsNotOnTheListOfHiddenKeys) {
   const int explain = ColumnOf("Explain");
   grid().SetColHidden(explain, true);
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   const std::vector<platform::MenuItem>& fields = menu().shown[0].items[5].items;
   EXPECT_GE(fields.size(), 35u);
   size_t at = 0;
@@ -156,11 +156,11 @@ TEST_F(Menus, ShowAndHideAFieldAndRewriteTheNames) {
   };
   bool hidden_when_told = false;
   heard_.on_hearing = [&](const std::string&) { hidden_when_told = grid().ColHidden(ColumnOf("Explain")); };
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   EXPECT_TRUE(grid().ColHidden(ColumnOf("Explain")));
   EXPECT_TRUE(hidden_when_told);
   EXPECT_EQ(heard_.Take(), (Lines{"CommandExecute AfterFieldShow"}));
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   EXPECT_FALSE(grid().ColHidden(ColumnOf("Explain")));
   EXPECT_EQ(heard_.Take(), (Lines{"CommandExecute AfterFieldShow"}));
 }
@@ -169,7 +169,7 @@ TEST_F(Menus, LeaveTheOutlineColumnAndRaiseAnEmptyMessage) {
   menu().choose = [](const platform::MenuItem& header) {
     return platform::MenuChoice{"mnuField", IndexOf(header, "BillNo")};
   };
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   EXPECT_FALSE(grid().ColHidden(ColumnOf("BillNo")));
   EXPECT_EQ(heard_.Take(), (Lines{"Notify "}));
 }
@@ -215,7 +215,7 @@ TEST_F(Menus, FreezeUpToTheColumnUnderTheMouse) {
 TEST_F(Menus, PutTheDefaultLayoutBack) {
   grid().SetColHidden(ColumnOf("Explain"), true);
   menu().Choose("mnuDefault");
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   EXPECT_FALSE(grid().ColHidden(ColumnOf("Explain")));
   EXPECT_EQ(heard_.Take(), (Lines{"AfterFormatted", "CommandExecute SetDefaultFormat"}));
 }
@@ -274,7 +274,7 @@ TEST_F(Menus, ActOnTheColumnThatWasMeantWhenOthersCameMeanwhile) {
     grid().SetCols(1);
     return platform::MenuChoice{"mnuFrozen", 0};
   };
-  RightClick(0, "RevQty");
+  RightClick(0, "Quantity");
   EXPECT_EQ(grid().FrozenCols(), 0);
   EXPECT_TRUE(grid().CheckInvariants());
 }

@@ -11,7 +11,7 @@
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "support/fake_surroundings.h"
-#include "support/journal_rows.h"
+#include "support/small_journal.h"
 
 namespace stockbook::control {
 
@@ -49,42 +49,14 @@ class Journalist : public interaction::EventListener {
   std::vector<std::string> heard_;
 };
 
-// A control with a journal of ten receipts and issues in two periods, used by mouse and keys. Row 1 is the opening row,
-// row 2 the node of 2004-03, rows 3 to 8 its lines, row 9 their total, row 10 the node of 2004-04, rows 11 to 14 its
-// lines and row 15 their total. Line at row r has the bill 1000 + r and the record 80 + r; the line at row 5 is an
-// issue from the opening stock, the one at row 6 from a receipt, the one at row 7 has no bill.
+// A control with the small journal, used by mouse and keys.
 class WorkingControl : public ::testing::Test {
  protected:
-  WorkingControl() : connection_(std::make_shared<testing::FakeConnection>()) {
-    AnswerLines();
+  WorkingControl() : connection_(testing::SmallJournal()) {
     fakes_.control->SetConn(connection_);
     fakes_.fg.SetView({900, 700}, 1.0);
     fakes_.control->Load(7, 0);
     fakes_.control->AddListener(&heard_);
-  }
-
-  void AnswerLines() {
-    std::vector<testing::JournalLine> lines;
-    for (int row = 3; row <= 14; ++row) {
-      if (row == 9 || row == 10) continue;
-      testing::JournalLine line;
-      line.period = row < 9 ? "2004-03" : "2004-04";
-      line.bill_no = (row % 2 == 0 ? "出库单 " : "入库单 ") + std::to_string(row);
-      line.flag = row % 2 == 0 ? 1 : 0;
-      line.quantity = row;
-      line.amount = std::to_string(row * 10);
-      line.bill_name = row % 2 == 0 ? "出库单" : "入库单";
-      line.bill_id = row == 7 ? 0 : 1000 + row;
-      line.rec_id = 80 + row;
-      line.other_id = row == 5 ? -3 : row == 6 ? 83 : 0;
-      lines.push_back(line);
-    }
-    testing::AnswerJournal(*connection_, lines);
-    connection_->Answer("SELECT 仓库余额表.*", {"仓库名称", "年份", "月份"},
-                        {{testing::Text("总库"), testing::Whole(2005), testing::Whole(1)}});
-    connection_->Answer("SELECT d.BillID", {"BillID", "BillDate", "BillName", "BillNo", "DepotName"},
-                        {{testing::Whole(1), base::Value(*base::Date::Parse("2005-03-08")), testing::Text("采购入库"),
-                          testing::Text("12"), testing::Text("总库")}});
   }
 
   int ColumnOf(const char* key) const { return fakes_.fg.ColIndex(key); }

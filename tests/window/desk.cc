@@ -77,7 +77,7 @@ void Desk::Do(const std::vector<std::string>& words) {
   }
 }
 
-void Desk::StartAnew() {
+void Desk::StartAnew(const std::string& command) {
   // Whatever the last test left pressed. The host begins anew when it has seen the last of these events: the mouse on a
   // place over the upper field where it was not before.
   Do({"windowfocus", Ask("state")["window"], "mouseup", "1", "keyup", "shift", "keyup", "ctrl"});
@@ -88,7 +88,7 @@ void Desk::StartAnew() {
     if (Clock::now() > until) throw std::runtime_error("the host does not see the mouse");
     std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
-  Ask("reset");
+  Ask(command);
 }
 
 void WindowTest::SetUpTestSuite() {
@@ -98,7 +98,7 @@ void WindowTest::SetUpTestSuite() {
 void WindowTest::SetUp() {
   if (const std::string missing = Desk::WhatIsMissing(); !missing.empty()) GTEST_SKIP() << missing;
   ASSERT_NE(SharedDesk(), nullptr);
-  SharedDesk()->StartAnew();
+  SharedDesk()->StartAnew(Scene());
   ASSERT_TRUE(Becomes("active", "1"));
   ASSERT_TRUE(Becomes("focus", "grid"));
 }

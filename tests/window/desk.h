@@ -41,8 +41,9 @@ class Desk {
   std::map<std::string, std::string> Ask(const std::string& command);
   // Real events: the words are arguments of xdotool.
   void Do(const std::vector<std::string>& words);
-  // Brings the keyboard into the window, with nothing pressed and the ledger as it is in the beginning.
-  void StartAnew();
+  // Brings the keyboard into the window, with nothing pressed and what the host shows at this command as it is in the
+  // beginning.
+  void StartAnew(const std::string& command);
 
  private:
   static std::string StartServer(std::unique_ptr<Process>& server);
@@ -57,6 +58,8 @@ class Desk {
 class WindowTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite();
+  // The host's command for what the window shows.
+  virtual std::string Scene() const { return "reset"; }
   void SetUp() override;
   void TearDown() override;
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-// A window with a field, a grid over the sample ledger and another field, for tests that use real keys and a real
-// mouse. It obeys lines on its standard input and answers each with lines of its state and a line with a full stop.
+// A window with a field, a grid over the sample ledger or a whole journal, and another field, for tests that use real
+// keys and a real mouse. It obeys lines on its standard input and answers each with lines of its state and a line with
+// a full stop.
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QSocketNotifier>
@@ -17,8 +19,10 @@
 
 #include "qt/clipboard.h"
 #include "qt/grid_view.h"
+#include "qt/stockbook_widget.h"
 #include "sheet/sheet.h"
 #include "support/sample_ledger.h"
+#include "support/small_journal.h"
 
 namespace stockbook::testing {
 namespace {
@@ -43,6 +47,38 @@ class Listener : public sheet::SheetObserver {
 
   std::string heard_;
 };
+
+// Keeps what a host hears of the control.
+class Journalist : public interaction::EventListener {
+ public:
+  void CommandExecute(const std::string& name, bool& /*cancel*/) override { heard_ += "command " + name + " | "; }
+  void Notify(const std::string& message) override { heard_ += "notify " + message + " | "; }
+  void AfterRowChanged() override { heard_ += "row | "; }
+  void AfterRangeSelected() override { heard_ += "range | "; }
+  void MouseUp(int16_t& button, int16_t& shift, float& /*x*/, float& /*y*/) override {
+    heard_ += "up " + std::to_string(button) + " " + std::to_string(shift) + " | ";
+  }
+  const std::string& heard() const { return heard_; }
+  void Forget() { heard_.clear(); }
+
+ private:
+  std::string heard_;
+};
+
+// What of the menus is open: captions, "x" checked, "-" disabled.
+std::string OpenMenus() {
+  std::string menus;
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    const auto* menu = qobject_cast<const QMenu*>(window);
+    if (menu == nullptr || !menu->isVisible()) continue;
+    for (const QAction* action : menu->actions()) {
+      if (action->isSeparator() || !action->isVisible()) continue;
+      menus +=
+          action->text().toStdString() + (action->isChecked() ? " x" : "") + (action->isEnabled() ? "" : " -") + "|";
+    }
+  }
+  return menus;
+}
 
 const char* NameOf(Qt::CursorShape shape) {
   switch (shape) {
@@ -98,17 +134,23 @@ class Host {
     Reset();
     window_->show();
   }
-  ~Host() { view_.reset(); }
+  ~Host() { Clear(); }
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
   void Obey(const std::string& line) {
     std::istringstream words(line);
     std::string what;
+    words >> what >> std::ws;
+    std::string rest;
+    std::getline(words, rest);
     int first = 0;
     int second = 0;
-    words >> what >> first >> second;
+    std::istringstream(rest) >> first >> second;
     if (what == "reset") Reset();
+    if (what == "journal") ShowJournal();
+    if (what == "column") std::cout << "index=" << sheet_->ColIndex(rest) << "\n";
+    if (what == "item") TellItem(QString::fromStdString(rest));
     if (what == "double_clicks") QApplication::setDoubleClickInterval(first);
     if (what == "freeze") sheet_->SetFrozenCols(first);
     if (what == "state") TellState();
@@ -119,21 +161,44 @@ class Host {
   }
 
  private:
-  void Reset() {
-    view_.reset();
-    sheet_ = std::make_unique<sheet::Sheet>();
+  void Clear() {
+    while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+    journal_.reset();
+    own_view_.reset();
+    own_sheet_.reset();
     listener_ = Listener();
     watch_.Forget();
-    SampleLedger().Fill(*sheet_);
-    sheet_->SetObserver(&listener_);
-    sheet_->SetClipboard(&clipboard_);
-    view_ = std::make_unique<qt::GridView>(*sheet_);
-    view_->setParent(window_.get());
-    layout_->insertWidget(1, view_.get());
-    QWidget::setTabOrder(before_, view_.get());
-    QWidget::setTabOrder(view_.get(), after_);
-    view_->show();
-    view_->setFocus();
+  }
+
+  void Reset() {
+    Clear();
+    own_sheet_ = std::make_unique<sheet::Sheet>();
+    SampleLedger().Fill(*own_sheet_);
+    own_sheet_->SetObserver(&listener_);
+    own_sheet_->SetClipboard(&clipboard_);
+    own_view_ = std::make_unique<qt::GridView>(*own_sheet_);
+    own_view_->setParent(window_.get());
+    Show(*own_view_, *own_view_, *own_sheet_);
+  }
+
+  void ShowJournal() {
+    Clear();
+    journal_ = std::make_unique<qt::StockbookWidget>(window_.get());
+    journal_->control().SetConn(SmallJournal());
+    journal_->Load(7, 0);
+    journal_->control().AddListener(&journalist_);
+    journalist_.Forget();
+    Show(*journal_, *journal_->findChild<qt::GridView*>(), journal_->sheet());
+  }
+
+  void Show(QWidget& widget, qt::GridView& view, sheet::Sheet& sheet) {
+    view_ = &view;
+    sheet_ = &sheet;
+    layout_->insertWidget(1, &widget);
+    QWidget::setTabOrder(before_, &view);
+    QWidget::setTabOrder(&view, after_);
+    widget.show();
+    view.setFocus();
     QApplication::setDoubleClickInterval(kNoDoubleClicks);
     QApplication::clipboard()->clear();
     QToolTip::hideText();
@@ -164,7 +229,9 @@ class Host {
               << "\nclosed=" << closed.str() << "\ndrop=" << sheet_->drop_column()
               << "\ncursor=" << NameOf(view_->viewport()->cursor().shape())
               << "\nclipboard=" << OneLine(QApplication::clipboard()->text())
-              << "\ntip=" << (QToolTip::isVisible() ? OneLine(QToolTip::text()) : "") << "\nheard=" << listener_.heard()
+              << "\ntip=" << (QToolTip::isVisible() ? OneLine(QToolTip::text()) : "")
+              << "\nheard=" << (journal_ ? journalist_.heard() : listener_.heard()) << "\nmenu=" << OpenMenus()
+              << "\nfrozen=" << sheet_->FrozenCols() << "\nhidden=" << HiddenColumns()
               << "\nsound=" << sheet_->CheckInvariants() << "\n";
   }
 
@@ -173,6 +240,27 @@ class Host {
     const sheet::Rect cell = sheet_->geometry().VisibleCellRect(row, column);
     const QPoint corner = view_->viewport()->mapToGlobal(QPoint(cell.x, cell.y));
     std::cout << "rect=" << corner.x() << " " << corner.y() << " " << cell.width << " " << cell.height << "\n";
+  }
+
+  // Where the item of an open menu is on the screen.
+  static void TellItem(const QString& caption) {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      const auto* menu = qobject_cast<const QMenu*>(window);
+      if (menu == nullptr || !menu->isVisible()) continue;
+      for (QAction* action : menu->actions()) {
+        if (action->text() != caption) continue;
+        const QRect area = menu->actionGeometry(action);
+        const QPoint corner = menu->mapToGlobal(area.topLeft());
+        std::cout << "rect=" << corner.x() << " " << corner.y() << " " << area.width() << " " << area.height() << "\n";
+      }
+    }
+  }
+
+  std::string HiddenColumns() const {
+    std::string keys;
+    for (int column = 1; column < sheet_->Cols(); ++column)
+      if (sheet_->ColHidden(column)) keys += sheet_->ColKey(column) + " ";
+    return keys;
   }
 
   static void TellPixel(QPoint at) {
@@ -187,8 +275,12 @@ class Host {
   QLineEdit* after_ = nullptr;
   Listener listener_;
   qt::QtClipboard clipboard_;
-  std::unique_ptr<sheet::Sheet> sheet_;
-  std::unique_ptr<qt::GridView> view_;
+  std::unique_ptr<sheet::Sheet> own_sheet_;
+  std::unique_ptr<qt::GridView> own_view_;
+  Journalist journalist_;
+  std::unique_ptr<qt::StockbookWidget> journal_;
+  sheet::Sheet* sheet_ = nullptr;  // of the ledger or the journal
+  qt::GridView* view_ = nullptr;
 };
 
 int Run(int count, char** arguments) {
