@@ -19,7 +19,8 @@ namespace {
 constexpr int kMargin = 16;
 constexpr int kSpacing = 10;
 constexpr int kFactsInARow = 4;
-constexpr int kMostRows = 16;  // that the dialog makes room for
+constexpr int kLeastRows = 3;  // that the dialog makes room for
+constexpr int kMostRows = 16;
 constexpr int kLeastWidth = 520;
 constexpr int kCellPadding = 18;
 
@@ -30,7 +31,10 @@ QLabel* MakeLabel(const QString& text) {
 }
 
 QLabel* MakeTitle(const BillView& bill) {
-  QLabel* title = MakeLabel(qt::ToQString(bill.kind) + QStringLiteral("　") + qt::ToQString(bill.number));
+  // The number mostly names the kind already.
+  const bool named = bill.number.find(bill.kind) != std::string::npos;
+  const QString kind = named ? QString() : qt::ToQString(bill.kind) + QStringLiteral("　");
+  QLabel* title = MakeLabel(kind + qt::ToQString(bill.number));
   QFont font = title->font();
   font.setPointSizeF(font.pointSizeF() * 1.3);
   font.setBold(true);
@@ -109,18 +113,26 @@ void BillDialog::FillLines(const BillView& bill) {
   lines_->resizeColumnsToContents();
   for (int column = 0; column < lines_->columnCount(); ++column)
     lines_->setColumnWidth(column, lines_->columnWidth(column) + kCellPadding);
-  lines_->horizontalHeader()->setStretchLastSection(true);
+  columns_width_ = lines_->horizontalHeader()->length();
+  // Texts take the room that is left over; numbers stay together.
+  const auto text =
+      std::find_if(bill.columns.begin(), bill.columns.end(), [](const auto& told) { return !told.is_number; });
+  if (text != bill.columns.end()) {
+    lines_->horizontalHeader()->setSectionResizeMode(static_cast<int>(text - bill.columns.begin()),
+                                                     QHeaderView::Stretch);
+  }
 }
 
 void BillDialog::FitSize() {
   const int frame = 2 * lines_->frameWidth();
-  const int rows = std::min(lines_->rowCount(), kMostRows);
-  lines_->setMinimumHeight(lines_->horizontalHeader()->sizeHint().height() +
-                           rows * lines_->verticalHeader()->defaultSectionSize() + frame);
-  const int wanted = lines_->horizontalHeader()->length() + frame + 2 * kMargin +
-                     (lines_->rowCount() > kMostRows ? lines_->verticalScrollBar()->sizeHint().width() : 0);
+  const int rows = std::clamp(lines_->rowCount(), kLeastRows, kMostRows);
+  const int height =
+      lines_->horizontalHeader()->sizeHint().height() + rows * lines_->verticalHeader()->defaultSectionSize() + frame;
+  const int rest = sizeHint().height() - lines_->sizeHint().height();
+  const int bar = lines_->rowCount() > kMostRows ? lines_->verticalScrollBar()->sizeHint().width() : 0;
+  const int wanted = std::max(columns_width_ + frame + 2 * kMargin + bar, sizeHint().width());
   const int most = screen()->availableGeometry().width() * 9 / 10;
-  resize(std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most)), sizeHint().height());
+  resize(std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most)), rest + height);
 }
 
 }  // namespace stockbook::app

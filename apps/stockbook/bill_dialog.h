@@ -22,6 +22,7 @@ class BillDialog : public QDialog {
   void FitSize();
 
   QTableWidget* lines_;
+  int columns_width_ = 0;
 };
 
 }  // namespace stockbook::app

@@ -10,8 +10,18 @@
 namespace stockbook::app {
 namespace {
 
-constexpr std::array<const char*, 8> kFacts = {"BillDate", "Enterprise", "Project", "Depot",
-                                               "Inputor",  "InputDate",  "Auditor", "AuditDate"};
+struct Fact {
+  const char* key;
+  const char* label;
+};
+constexpr std::array<Fact, 8> kFacts = {{{"BillDate", "日期"},
+                                         {"Enterprise", "往来单位"},
+                                         {"Project", "项目"},
+                                         {"Depot", "仓库"},
+                                         {"Inputor", "录入员"},
+                                         {"InputDate", "录入日期"},
+                                         {"Auditor", "审核员"},
+                                         {"AuditDate", "审核日期"}}};
 // What the bill says above its lines, and the running stock, which is the journal's and not the bill's.
 constexpr std::string_view kNotOfALine = "|BillNo|BillKind|BillName|Period|StoPrice|StoQty|StoQty2|StoAcc|";
 
@@ -20,7 +30,7 @@ std::string OneLine(const std::string& caption) {
 }
 
 bool IsFact(const std::string& key) {
-  return std::any_of(kFacts.begin(), kFacts.end(), [&](const char* fact) { return key == fact; });
+  return std::any_of(kFacts.begin(), kFacts.end(), [&](const Fact& fact) { return key == fact.key; });
 }
 
 std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, const std::string& kind) {
@@ -45,15 +55,18 @@ bool TellsSomething(const platform::Grid& grid, const std::vector<int>& rows, in
   });
 }
 
-// Facts are told once, so only those that all lines share.
+// What all lines share is told once; else it is a column, as the depots of a transfer are.
 void ReadFacts(const platform::Grid& grid, const std::vector<int>& rows, BillView& bill) {
-  for (const char* key : kFacts) {
-    const int column = grid.ColIndex(key);
+  for (const Fact& fact : kFacts) {
+    const int column = grid.ColIndex(fact.key);
     if (column < 0) continue;
     const std::string text = grid.DisplayText(rows.front(), column);
     const bool shared =
         std::all_of(rows.begin(), rows.end(), [&](int row) { return grid.DisplayText(row, column) == text; });
-    if (shared && !text.empty()) bill.facts.emplace_back(OneLine(grid.TextMatrix(0, column)), text);
+    if (shared && !text.empty()) bill.facts.emplace_back(fact.label, text);
+    if (shared) continue;
+    bill.columns.push_back({fact.label, false});
+    for (size_t line = 0; line < rows.size(); ++line) bill.lines[line].push_back(grid.DisplayText(rows[line], column));
   }
 }
 
@@ -68,8 +81,8 @@ BillView ReadBill(const control::Stockbook& control, int row) {
   const std::vector<int> rows = RowsOfBill(control, bill.bill_id, bill.kind);
   if (rows.empty()) return bill;
   if (const int column = grid.ColIndex("BillNo"); column >= 0) bill.number = grid.TextMatrix(rows.front(), column);
-  ReadFacts(grid, rows, bill);
   bill.lines.resize(rows.size());
+  ReadFacts(grid, rows, bill);
   for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
     const std::string key = grid.ColKey(column);
     if (grid.ColHidden(column) || IsFact(key) || kNotOfALine.find("|" + key + "|") != std::string_view::npos) continue;

@@ -21,7 +21,7 @@ struct BillView {
   int32_t bill_id = 0;
   std::string kind;
   std::string number;
-  // Date, partner, depot, who entered and who audited it, with the captions of their columns.
+  // Date, partner, depot, who entered and who audited it, each with its label.
   std::vector<std::pair<std::string, std::string>> facts;
   std::vector<Column> columns;
   std::vector<std::vector<std::string>> lines;

@@ -233,6 +233,25 @@ TEST_F(Requests, ABillIsMadeOfAllLinesThatTheJournalHasOfIt) {
   for (const auto& line : bill.lines) EXPECT_EQ(line.size(), bill.columns.size());
 }
 
+TEST_F(Requests, ABillTellsInItsLinesWhatTheyDoNotShare) {
+  OpenFirst();
+  int row = FirstLine();
+  while (row < grid().Rows() && stockbook().BillName(row) != QStringLiteral("调拨单")) ++row;
+  ASSERT_LT(row, grid().Rows());
+  const int depot = grid().ColIndex("Depot");
+  BillView bill = ReadBill(stockbook().control(), row);
+  ASSERT_EQ(bill.lines.size(), 2U);
+  for (int line = grid().FixedRows(), count = 0; line < grid().Rows(); ++line) {
+    if (stockbook().BillID(line) == bill.bill_id && stockbook().BillName(line) == QStringLiteral("调拨单"))
+      grid().SetTextMatrix(line, depot, count++ == 0 ? "一号库" : "二号库");
+  }
+  bill = ReadBill(stockbook().control(), row);
+  ASSERT_EQ(bill.columns[0].caption, "仓库");
+  EXPECT_EQ(bill.lines[0][0], "一号库");
+  EXPECT_EQ(bill.lines[1][0], "二号库");
+  for (const auto& [label, text] : bill.facts) EXPECT_NE(label, "仓库") << text;
+}
+
 TEST_F(Requests, ABillHidesTheAmountsThatTheJournalHides) {
   Open();
   JournalOptions options = window_->bar().Options();
