@@ -295,6 +295,8 @@ class Stockbook {
     HotRowAside& operator=(const HotRowAside&) = delete;
 
    private:
+    void ShowAgain() noexcept;
+
     Stockbook& control_;
   };
 

@@ -6,6 +6,7 @@
 #include "platform/error.h"
 #include "platform/memory_bag.h"
 #include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
 
 namespace stockbook::control {
 namespace {
@@ -340,6 +341,40 @@ TEST(SavedProperties, RefuseAValueOfAnotherType) {
     void Write(std::string_view, const BagValue&) override {}
   } bag;
   EXPECT_THROW(fakes.control->ReadProperties(bag), platform::Error);
+}
+
+TEST(SavedProperties, PassTheGridsErrorsOnWhereverItRefuses) {
+  int refused = 0;
+  for (int call = 1; call <= 150; ++call) {
+    ControlOverFakes fakes;
+    testing::FaultyGrid faulty(fakes.fg);
+    Stockbook control({faulty, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
+    fakes.fg.SetRows(4);
+    fakes.fg.Select(2, 3);
+    platform::MemoryBag bag = OtherBag();
+    fakes.site.frames = 0;
+    faulty.RefuseCall(call);
+    bool failed = false;
+    try {
+      control.ReadProperties(bag);
+    } catch (const platform::Error&) {
+      failed = true;
+    }
+    EXPECT_EQ(fakes.site.frames, 1);
+    refused += faulty.HasRefused() ? 1 : 0;
+    // Behind the last key only the current row's colours are left to be shown again.
+    if (!failed) {
+      EXPECT_EQ(control.ForeColorHot(), 234U) << call;
+      EXPECT_EQ(testing::NameOf(fakes.fg.CellPicture(3, 0)), "MarkBackPicture") << call;
+    }
+    faulty.RefuseCall(0);
+    control.ReadProperties(bag);
+    // A row that the grid refused to paint hot again stays as it is until the next move.
+    if (failed) {
+      EXPECT_EQ(fakes.fg.CellBackColor(2, 3), 233U) << "the current row is hot, call " << call;
+    }
+  }
+  EXPECT_GT(refused, 60);
 }
 
 TEST(SavedProperties, AreTheHostsToSaveAfterEveryPublicWriter) {
