@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "support/fake_surroundings.h"
+#include "support/faulty_grid.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::control {
@@ -128,6 +129,17 @@ TEST_F(LoadRules, TheJournalIsReadOnceWithTheProvidersChoiceAndTheBalanceBehindI
   ASSERT_GE(journal, 0);
   EXPECT_GT(balance, journal);
   EXPECT_EQ(connection_->options[static_cast<size_t>(journal)], -1);
+}
+
+TEST_F(LoadRules, RowsComeIntoTheGridTogetherAndNotOneByOne) {
+  testing::FaultyGrid counting(grid());
+  Stockbook other({counting, fakes_.fg1, fakes_.metrics, fakes_.images, fakes_.menu, fakes_.clipboard, fakes_.site});
+  other.SetConn(connection_);
+  AnswerJournal(*connection_, std::vector<testing::JournalLine>(5000));
+  counting.RefuseCall(4000);
+  EXPECT_TRUE(other.Load(7, 0)) << "fewer calls than there are rows";
+  counting.RefuseCall(0);
+  EXPECT_EQ(other.Rows(), 5004);
 }
 
 TEST_F(LoadRules, ProgressOfARowIsAWholeNumber) {
