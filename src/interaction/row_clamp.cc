@@ -17,12 +17,12 @@ constexpr int kMostLines = 3;
 
 ClampedHeight ClampRowHeight(platform::Grid& grid, const platform::TextMetrics& metrics, int row) {
   const auto line = static_cast<int>(
-      std::lround(metrics.TextHeightTwips(kSampleText, grid.GridFont()) + kMarginPixels * metrics.TwipsPerPixelY()));
+      std::nearbyint(metrics.TextHeightTwips(kSampleText, grid.GridFont()) + kMarginPixels * metrics.TwipsPerPixelY()));
   ClampedHeight clamped;
   int least = line;
   if (row == 0) {
     clamped.kind = ResizedRow::kCaption;
-    least = static_cast<int>(std::lround(kLeastCaptionLines * line));
+    least = static_cast<int>(std::nearbyint(kLeastCaptionLines * line));
   } else if (grid.IsSubtotal(row)) {
     clamped.kind = ResizedRow::kNode;
     least = kLeastNodeLines * line;

@@ -196,38 +196,38 @@ TEST_F(GridEvents, OpenTheBillByTheEnterKey) {
   EXPECT_TRUE(heard_.Take().empty());
 }
 
-// A text line is 240.5 twips here: 210.5 and two pixels, rounded to 241.
+// A text line is 240.5 twips here, 210.5 and two pixels: rounded half to even, 240.
 TEST_F(GridEvents, ClampALineAndGiveItsHeightToAllLines) {
   DragRowEdge(4, 200);
-  EXPECT_EQ(grid().RowHeight(4), 3 * 241);
-  EXPECT_EQ(control().RowHeight(), 3 * 241);
-  EXPECT_EQ(grid().RowHeight(11), 3 * 241);
+  EXPECT_EQ(grid().RowHeight(4), 3 * 240);
+  EXPECT_EQ(control().RowHeight(), 3 * 240);
+  EXPECT_EQ(grid().RowHeight(11), 3 * 240);
   DragRowEdge(4, -200);
-  EXPECT_EQ(grid().RowHeight(4), 241);
-  EXPECT_EQ(control().RowHeight(), 241);
+  EXPECT_EQ(grid().RowHeight(4), 240);
+  EXPECT_EQ(control().RowHeight(), 240);
   DragRowEdge(4, 5);
-  EXPECT_EQ(grid().RowHeight(12), 241 + 5 * 15);
+  EXPECT_EQ(grid().RowHeight(12), 240 + 5 * 15);
 }
 
 TEST_F(GridEvents, ClampATotalRowAndGiveItsHeightToAllNodes) {
   DragRowEdge(9, 300);
-  EXPECT_EQ(grid().RowHeight(9), 3 * 241);
-  EXPECT_EQ(control().RowHeightSum(), 3 * 241);
-  EXPECT_EQ(grid().RowHeight(15), 3 * 241);
-  EXPECT_NE(grid().RowHeight(4), 3 * 241);
+  EXPECT_EQ(grid().RowHeight(9), 3 * 240);
+  EXPECT_EQ(control().RowHeightSum(), 3 * 240);
+  EXPECT_EQ(grid().RowHeight(15), 3 * 240);
+  EXPECT_NE(grid().RowHeight(4), 3 * 240);
   DragRowEdge(9, -300);
-  EXPECT_EQ(grid().RowHeight(9), 2 * 241);
-  EXPECT_EQ(control().RowHeightSum(), 2 * 241);
+  EXPECT_EQ(grid().RowHeight(9), 2 * 240);
+  EXPECT_EQ(control().RowHeightSum(), 2 * 240);
 }
 
 TEST_F(GridEvents, ClampTheCaptionRow) {
   const int line = grid().RowHeight(4);
   DragRowEdge(0, 300);
-  EXPECT_EQ(grid().RowHeight(0), 3 * 241);
-  EXPECT_EQ(control().RowHeightTitle(), 3 * 241);
+  EXPECT_EQ(grid().RowHeight(0), 3 * 240);
+  EXPECT_EQ(control().RowHeightTitle(), 3 * 240);
   DragRowEdge(0, -300);
-  EXPECT_EQ(grid().RowHeight(0), 362) << "one and a half lines, 361.5 twips, rounded";
-  EXPECT_EQ(control().RowHeightTitle(), 362);
+  EXPECT_EQ(grid().RowHeight(0), 360) << "one and a half lines";
+  EXPECT_EQ(control().RowHeightTitle(), 360);
   EXPECT_EQ(grid().RowHeight(4), line);
 }
 
