@@ -94,6 +94,16 @@ TEST_F(MenuRules, AFieldThatIsShownOrHiddenRewritesTheNames) {
   EXPECT_EQ(grid().TextMatrix(4, name), "螺栓 M8");
 }
 
+TEST_F(MenuRules, AFixedColumnIsNotHidden) {
+  grid().SetFixedCols(ColumnOf("Explain") + 1);
+  heard_.Take();
+  menu().Choose("mnuHiddenCol");
+  RightClick(0, "Explain");
+  ASSERT_EQ(menu().shown.size(), 1U);
+  EXPECT_FALSE(grid().ColHidden(ColumnOf("Explain")));
+  EXPECT_TRUE(heard_.Take().empty());
+}
+
 TEST_F(MenuRules, MoreFieldsThanItemsAreAllOffered) {
   grid().SetCols(56 + 30);
   for (int column = 56; column < grid().Cols(); ++column) {
