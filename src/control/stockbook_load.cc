@@ -19,7 +19,6 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   }
 
   void StoreArguments() override {
-    control_.ForgetHotRow();
     connection_ = control_.connection_;
     if (key_ >= 0) control_.SetKeyID(key_);
     if (second_key_ >= 0) control_.SetdpID(second_key_);
@@ -28,6 +27,8 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
       const interaction::SubjectHeader header(control_.connection_.get(), control_.layout_.journal_type);
       control_.keys_.dpCode = header.SecondKeyClassCode(0, control_.keys_);
     }
+    // Arguments that were refused leave the rows, and the hot one hot.
+    control_.ForgetHotRow();
   }
 
   void RefreshCaption() override { control_.RefreshCaption(); }

@@ -12,11 +12,14 @@ int HotRow::row() const {
 void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
   Leave();
   if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
-  is_hot_ = true;
+  frozen_cols_ = grid_.FrozenCols();
+  // Where all columns are frozen no scrolling cell is there to be read, and nothing is captured.
+  own_ = {grid_.ColourOf(platform::GridColour::kBackColor), grid_.ColourOf(platform::GridColour::kForeColor),
+          grid_.CellBackColor(row, frozen_cols_), grid_.CellForeColor(row, frozen_cols_)};
+  grid::CaptureRowColours(grid_, row, own_);
   row_ = row;
   record_ = grid_.RecordOfRow(row);
-  frozen_cols_ = grid_.FrozenCols();
-  grid::CaptureRowColours(grid_, row, own_);
+  is_hot_ = true;
   grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back, fore);
 }
 

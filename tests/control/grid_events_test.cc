@@ -94,6 +94,26 @@ TEST_F(GridEvents, GiveColumnsThatWereFrozenMeanwhileTheFrozenColours) {
   EXPECT_EQ(grid().CellBackColor(5, 3), grid().CellBackColor(3, 3));
 }
 
+TEST_F(GridEvents, GiveTheRowItsColoursBackWhereAllColumnsAreFrozen) {
+  grid().SetFrozenCols(grid().Cols() - 1);
+  const platform::Colour back = grid().CellBackColor(4, 2);
+  const platform::Colour fore = grid().CellForeColor(4, 2);
+  control().SetRow(4);
+  ASSERT_EQ(grid().CellBackColor(4, 2), kHotBack);
+  control().SetRow(5);
+  EXPECT_EQ(grid().CellBackColor(4, 2), back);
+  EXPECT_EQ(grid().CellForeColor(4, 2), fore);
+}
+
+TEST_F(GridEvents, GiveTheRowItsColoursBackBehindALoadWhoseArgumentsWereRefused) {
+  const platform::Colour back = grid().CellBackColor(4, 2);
+  control().SetRow(4);
+  ASSERT_FALSE(control().Load(-1, 40000));
+  ASSERT_EQ(grid().CellBackColor(4, 2), kHotBack) << "the rows are the same";
+  control().SetRow(5);
+  EXPECT_EQ(grid().CellBackColor(4, 2), back);
+}
+
 TEST_F(GridEvents, ShowNewHotColoursAtOnceAndSetTheRowAsideWhenAsked) {
   control().SetRow(5);
   control().SetBackColorHot(0x00010203);
