@@ -269,7 +269,7 @@ bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
   return false;
 }
 
-bool Stockbook::IsRangeSelected() const { return fg_.Col() != fg_.ColSel() || fg_.Row() != fg_.RowSel(); }
+bool Stockbook::IsRangeSelected() const { return handlers_->IsRangeSelected(); }
 
 std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
 

@@ -289,15 +289,10 @@ class Stockbook {
   // While one lives, the current row is not in its hot colours: for printed pages, and for other colours of the grid.
   class HotRowAside {
    public:
-    explicit HotRowAside(Stockbook& control);
-    ~HotRowAside();
-    HotRowAside(const HotRowAside&) = delete;
-    HotRowAside& operator=(const HotRowAside&) = delete;
+    explicit HotRowAside(Stockbook& control) : aside_(*control.handlers_) {}
 
    private:
-    void ShowAgain() noexcept;
-
-    Stockbook& control_;
+    interaction::GridHandlers::HotRowAside aside_;
   };
 
  private:

@@ -49,25 +49,6 @@ void Stockbook::WatchGrid() {
 
 Stockbook::~Stockbook() { fg_.SetGridObserver(nullptr); }
 
-Stockbook::HotRowAside::HotRowAside(Stockbook& control) : control_(control) {
-  try {
-    control_.handlers_->SetHotRowAside();
-  } catch (...) {
-    ShowAgain();
-    throw;
-  }
-}
-
-Stockbook::HotRowAside::~HotRowAside() { ShowAgain(); }
-
-void Stockbook::HotRowAside::ShowAgain() noexcept {
-  try {
-    control_.handlers_->ShowHotRowAgain();
-  } catch (const std::exception&) {
-    // A grid that refuses leaves the row in its own colours.
-  }
-}
-
 void Stockbook::ForgetHotRow() { handlers_->ForgetHotRow(); }
 
 void Stockbook::Prompt(const std::string& Msg) {

@@ -57,7 +57,9 @@ platform::Verdict GridHandlers::BeforeRowColChange(int old_row, int /*old_column
 
 void GridHandlers::AfterRowColChange(int old_row, int /*old_column*/, int new_row, int /*new_column*/) {
   UnlessAbandoned([&] {
-    if (IsBusy()) return;
+    bool busy = true;
+    Try([&] { busy = IsBusy(); });
+    if (busy) return;
     Try([&] {
       if (set_aside_ > 0)
         row_set_aside_ = new_row;
@@ -67,6 +69,25 @@ void GridHandlers::AfterRowColChange(int old_row, int /*old_column*/, int new_ro
     if (old_row != new_row) Try([&] { events_.AfterRowChanged(); });
     Try([&] { events_.Notify(steps_.DescribeRow(new_row)); });
   });
+}
+
+GridHandlers::HotRowAside::HotRowAside(GridHandlers& handlers) : handlers_(handlers) {
+  try {
+    handlers_.SetHotRowAside();
+  } catch (...) {
+    ShowAgain();
+    throw;
+  }
+}
+
+GridHandlers::HotRowAside::~HotRowAside() { ShowAgain(); }
+
+void GridHandlers::HotRowAside::ShowAgain() noexcept {
+  try {
+    handlers_.ShowHotRowAgain();
+  } catch (const std::exception&) {
+    // A grid that refuses leaves the row in its own colours.
+  }
 }
 
 void GridHandlers::SetHotRowAside() {
@@ -81,38 +102,40 @@ void GridHandlers::ShowHotRowAgain() {
 }
 
 void GridHandlers::MouseDown(int16_t button, int16_t shift, float /*x*/, float /*y*/) {
-  UnlessAbandoned([&] {
+  const auto answer = [&] {
     if (steps_.RecordCount() < 1) return;
     const int row = ports_.grid.MouseRow();
     const int column = ports_.grid.MouseCol();
     if (button == kLeft && shift >= 1) {
       // For those who help users: which bill and which line this is.
-      Try([&] {
-        events_.Notify("BillID:" + std::to_string(steps_.BillID(-1)) + " RecID:" + std::to_string(steps_.RecID(-1)));
-      });
+      events_.Notify("BillID:" + std::to_string(steps_.BillID(-1)) + " RecID:" + std::to_string(steps_.RecID(-1)));
     } else if (button == kRight && shift == 0) {
       if (row == 0 && column >= 1)
-        Try([&] { OpenHeaderMenu(column); });
+        OpenHeaderMenu(column);
       else
-        Try([&] { OpenFastMenu(row, column); });
+        OpenFastMenu(row, column);
     }
-  });
+  };
+  UnlessAbandoned([&] { Try(answer); });
 }
 
 void GridHandlers::MouseUp(int16_t button, int16_t shift, float x, float y) {
   UnlessAbandoned([&] {
-    if (IsRangeSelected()) Try([&] { events_.AfterRangeSelected(); });
+    Try([&] {
+      if (IsRangeSelected()) events_.AfterRangeSelected();
+    });
     Try([&] { events_.MouseUp(button, shift, x, y); });
   });
 }
 
 void GridHandlers::DoubleClick() {
-  UnlessAbandoned([&] {
+  const auto answer = [&] {
     const platform::Grid& grid = ports_.grid;
     const int row = grid.MouseRow();
     const bool on_bill = row >= 0 && grid.MouseCol() >= 1 && steps_.BillID(row) > 0;
     if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(kBillColumn)) Command("Bill");
-  });
+  };
+  UnlessAbandoned([&] { Try(answer); });
 }
 
 platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
@@ -121,8 +144,8 @@ platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
 
 void GridHandlers::AfterUserResize(int row, int /*column*/) {
   UnlessAbandoned([&] {
-    if (row < 0 || row >= ports_.grid.Rows()) return;
     Try([&] {
+      if (row < 0 || row >= ports_.grid.Rows()) return;
       const ClampedHeight clamped = ClampRowHeight(ports_.grid, ports_.text_metrics, row);
       steps_.StoreRowHeight(clamped.kind, clamped.twips);
     });
@@ -203,9 +226,8 @@ void GridHandlers::OpenFastMenu(int row, int column) {
 void GridHandlers::Freeze(int column) {
   if (column < 0) return;
   // The frozen columns of the hot row have other colours than the ones that scroll.
-  SetHotRowAside();
+  const HotRowAside aside(*this);
   ports_.grid.SetFrozenCols(column);
-  ShowHotRowAgain();
 }
 
 void GridHandlers::HideColumn(int column) {

@@ -65,15 +65,29 @@ class GridHandlers final : public platform::GridObserver {
 
   // The rows are others now: none is hot.
   void ForgetHotRow() { hot_row_.Forget(); }
-  // For what the hot row is not to be seen in, or changes its looks: a printed page, other colours. The row gets its
-  // own colours and afterwards, if it is there still, the hot ones of then.
-  void SetHotRowAside();
-  void ShowHotRowAgain();
+  // Whether more than the current cell is selected.
+  bool IsRangeSelected() const;
+
+  // While one lives the hot row has its own colours, and afterwards, if it is there still, the hot ones of then: for
+  // what it is not to be seen in, or changes its looks (a printed page, other colours).
+  class HotRowAside {
+   public:
+    explicit HotRowAside(GridHandlers& handlers);
+    ~HotRowAside();
+    HotRowAside(const HotRowAside&) = delete;
+    HotRowAside& operator=(const HotRowAside&) = delete;
+
+   private:
+    void ShowAgain() noexcept;
+
+    GridHandlers& handlers_;
+  };
 
  private:
+  void SetHotRowAside();
+  void ShowHotRowAgain();
   bool IsBusy() const { return !ports_.grid.Tag().empty(); }
   bool IsDataRow(int row) const { return row >= ports_.grid.FixedRows() && row < ports_.grid.Rows(); }
-  bool IsRangeSelected() const;
   // Runs a step that may raise an event; what a listener throws is told, and the next step follows.
   template <typename Call>
   void Try(Call call);

@@ -3,6 +3,7 @@
 #include "control/working_control.h"
 
 #include "interaction/copy.h"
+#include "support/faulty_grid.h"
 
 namespace stockbook::control {
 namespace {
@@ -277,6 +278,27 @@ TEST_F(Menus, ActOnTheColumnThatWasMeantWhenOthersCameMeanwhile) {
   RightClick(0, "Quantity");
   EXPECT_EQ(grid().FrozenCols(), 0);
   EXPECT_TRUE(grid().CheckInvariants());
+}
+
+TEST_F(Menus, KeepTheHotRowWhereverTheGridRefuses) {
+  int refused = 0;
+  for (int call = 1; call <= 150; ++call) {
+    testing::ControlOverFakes fakes;
+    testing::FaultyGrid faulty(fakes.fg);
+    Stockbook control({faulty, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
+    control.SetConn(testing::SmallJournal());
+    fakes.fg.SetView({900, 700}, 1.0);
+    ASSERT_TRUE(control.Load(7, 0));
+    fakes.fg.Select(5, 2);
+    fakes.menu.Choose("mnuFrozen");
+    faulty.RefuseCall(call);
+    sheet::Mouse(fakes.fg).Press({sheet::MouseButton::kRight, {}, {fakes.fg.geometry().CellRect(0, 3).x + 2, 2}});
+    refused += faulty.HasRefused() ? 1 : 0;
+    faulty.RefuseCall(0);
+    fakes.fg.Select(6, 2);
+    EXPECT_EQ(fakes.fg.CellBackColor(6, 2), control.BackColorHot()) << "call " << call;
+  }
+  EXPECT_GT(refused, 30);
 }
 
 TEST_F(Menus, TellTheErrorOfAMenuThatCannotOpen) {
