@@ -64,8 +64,11 @@ void MainWindow::ShowBill() {
 }
 
 void MainWindow::ShowStatistics() {
-  auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("统计"), stockbook_->Statistics(),
-                              QMessageBox::NoButton, this);
+  const QString statistics = stockbook_->Statistics();
+  // Then the control has said why there are none.
+  if (statistics.isEmpty()) return;
+  auto* box =
+      new QMessageBox(QMessageBox::Information, QStringLiteral("统计"), statistics, QMessageBox::NoButton, this);
   box->setTextFormat(Qt::PlainText);
   box->addButton(QStringLiteral("关闭(&C)"), QMessageBox::AcceptRole);
   box->setAttribute(Qt::WA_DeleteOnClose);

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <algorithm>
+#include <exception>
 #include <stdexcept>
 #include <vector>
 
@@ -73,7 +74,14 @@ bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected
 
 void StockbookWidget::DefaultFormat() { control().DefaultFormat(); }
 
-QString StockbookWidget::Statistics() const { return ToQString(control().Statistics()); }
+QString StockbookWidget::Statistics() {
+  try {
+    return ToQString(control().Statistics());
+  } catch (const std::exception& error) {
+    Prompt(QString::fromUtf8(error.what()));
+  }
+  return {};
+}
 
 QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& rParas) {
   std::vector<base::Value> paras;

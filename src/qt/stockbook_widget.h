@@ -80,7 +80,8 @@ class StockbookWidget : public AppearanceProperties {
   // Whether the selection is more than the current cell.
   bool IsRangeSelected() const;
   void DefaultFormat();
-  QString Statistics() const;
+  // Empty, and Notify says why, where there are too many bills to count.
+  QString Statistics();
   // "ColChanged" with a column key as the first element, "SetColFont"; others do nothing. The result is always invalid.
   // Where the element is missing, Notify says so.
   QVariant DoCommand(const QString& CmdName, const QVariantList& rParas = {});

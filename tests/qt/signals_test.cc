@@ -185,6 +185,20 @@ TEST_F(Methods, MayBeCalledByNameWithoutTheirOptionalArguments) {
   EXPECT_EQ(formatted.size(), 1);
 }
 
+TEST_F(Methods, StatisticsOfTooManyBillsSayWhyTheyAreEmpty) {
+  sheet::Sheet& sheet = widget_.sheet();
+  const int bills = 32768;
+  sheet.SetRows(1 + bills);
+  for (int row = 1; row <= bills; ++row) {
+    sheet.SetTextMatrix(row, sheet.ColIndex("BillID"), "1");
+    sheet.SetTextMatrix(row, sheet.ColIndex("BillName"), "入库单");
+  }
+  QSignalSpy said(&widget_, &StockbookWidget::Notify);
+  EXPECT_EQ(widget_.Statistics(), QString());
+  ASSERT_EQ(said.size(), 1);
+  EXPECT_NE(said[0][0].toString().indexOf(QStringLiteral("32767")), -1);
+}
+
 TEST_F(Methods, ACommandHasNoResult) {
   QVariant result = 5;
   ASSERT_TRUE(QMetaObject::invokeMethod(&widget_, "DoCommand", Q_RETURN_ARG(QVariant, result),
