@@ -55,8 +55,8 @@ std::string NumberText(double value) {
 std::optional<QuickNumber> QuickDigits(double value) {
   constexpr double kLeast = 1;
   constexpr double kMost = 1e14;
-  // What scaling loses is far less than this.
-  constexpr double kNearMiddle = 0.2;
+  // Scaling loses up to 1/16: half of the last bit of a number below 2^50.
+  constexpr double kNearMiddle = 0.07;
   const double size = std::fabs(value);
   if (!(size >= kLeast && size < kMost)) return std::nullopt;
   double power = 1e14;

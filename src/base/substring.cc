@@ -73,7 +73,10 @@ size_t Substring::FindIn(std::string_view text, size_t from) const {
       }
     }
     for (size_t place = 0; place < count; ++place) {
-      if (firsts[place] != first || seconds[place] != second) continue;
+      const void* const found = std::memchr(firsts + place, first, count - place);
+      if (found == nullptr) break;
+      place = static_cast<size_t>(static_cast<const char*>(found) - firsts);
+      if (seconds[place] != second) continue;
       if (std::memcmp(text.data() + at + place, text_.data(), size) == 0) return at + place;
       compared += size;
     }

@@ -13,30 +13,31 @@
 
 namespace stockbook::interaction {
 
-// Tells in which records of a loaded column the terms of a group are found. Every distinct text is tested once, when
-// the matcher is made, and records are looked up by code; numbers and dates are made texts only where that can decide
-// about a record, repeated ones once. Borrows the column, the
-// group and its matcher of numbers.
+// Tells in which records of a loaded column the terms of a group are found. Texts are searched once each, when the
+// matcher is made, and records looked up by code; of many texts only for the rarest term, the others are looked for in
+// the records that are asked for. Numbers are tested by their digits; dates and the like are made texts, repeated ones
+// once. Borrows the column, the group and its matcher of numbers.
 class ColumnMatcher {
  public:
   ColumnMatcher(const platform::Column& column, const TermGroup& terms, const NumberMatcher& numbers);
 
-  // The terms that may be found in it at all.
-  uint8_t possible() const { return possible_; }
-  // Whether records are looked up by code, which is cheap.
-  bool HasCodes() const { return column_->HasTextCodes(); }
-  // What a record costs, to begin with the cheapest column.
-  int Cost() const { return !HasCodes() ? 2 : found_by_code_.size() < kManyTexts ? 0 : 1; }
+  // The terms that some record is known to hold, and those that must still be looked for record by record.
+  uint8_t known() const { return known_; }
+  uint8_t open() const { return open_; }
+  // Whether looking for the open terms reads texts, which costs more than numbers.
+  bool HasManyTexts() const { return found_by_code_.size() >= kManyTexts; }
   const platform::Column* column() const { return column_; }
 
-  // Adds the terms found in the records from `first` on to those already found in each of them. A record that has all
-  // terms is left alone, and so may be one that would not have them all even if it had all of `rest`.
-  void AddFound(size_t first, uint8_t rest, std::span<uint8_t> found);
+  // Adds the known terms to those already found in each of the records from `first` on.
+  void AddKnown(size_t first, std::span<uint8_t> found) const;
+  // Adds the open terms found in the records first + at[0], first + at[1], ... (ascending) to found[at[0]],
+  // found[at[1]], ... A record that would not have all terms even if it had all of `rest` may be left alone.
+  void AddOpen(size_t first, std::span<const uint16_t> at, uint8_t rest, std::span<uint8_t> found);
 
  private:
-  static constexpr size_t kKnown = 1024;
   static constexpr size_t kManyTexts = 8192;
-  struct Known {
+  // What was found in a value.
+  struct Tested {
     int64_t raw = 0;
     uint8_t found = 0;
     bool is_set = false;
@@ -44,25 +45,28 @@ class ColumnMatcher {
 
   // Looks for a term in all texts.
   void FindInTexts(uint8_t bit);
-  // Of the terms not looked for yet, the one that is found in the fewest texts of a sample.
+  // The same for all open terms.
+  void FindInAllTexts();
+  // The one that is found in the fewest texts of a sample, among those that can be in no number if there are any.
   uint8_t RarestTerm() const;
-  void AddFoundByCode(size_t first, uint8_t rest, std::span<uint8_t> found);
   uint8_t FoundInText(uint32_t code, uint8_t found, uint8_t rest);
-  void AddFoundByValue(size_t first, const platform::RawRows& rows, std::span<const int64_t> raw, uint8_t rest,
-                       std::span<uint8_t> found);
-  uint8_t FoundInValue(size_t record, int64_t raw, const platform::RawRows& rows, uint8_t wanted);
+  uint8_t FoundInValue(size_t record, int64_t raw, const platform::RawRows& rows);
+  // Makes room to keep what is found in the values of rows, if values can be expected to come again.
+  void Prepare(const platform::RawRows& rows, size_t chunk);
+  // As FoundInValue, but kept.
+  uint8_t FoundInRepeated(size_t record, int64_t raw, const platform::RawRows& rows);
 
   const platform::Column* column_;
   const TermGroup* terms_;
   const NumberMatcher* numbers_;
-  uint8_t possible_ = 0;
-  uint8_t any_by_code_ = 0;
-  uint8_t open_ = 0;  // terms that have not been looked for in all texts
-  size_t tried_ = 0;  // texts in which they have been looked for one by one
+  uint8_t known_ = 0;
+  uint8_t open_ = 0;
+  size_t tried_ = 0;  // texts in which the open terms have been looked for one by one
   std::vector<uint8_t> found_by_code_;
-  std::vector<Known> known_;  // by hash of the value
-  platform::RawRows known_kind_;
-  size_t known_chunk_ = 0;
+  platform::RawRows prepared_;
+  size_t prepared_chunk_ = SIZE_MAX;
+  std::vector<uint16_t> tested_by_distance_;  // from the least value: what was found, and kTested; of narrow ranges
+  std::vector<Tested> tested_by_hash_;
   std::string text_;
 };
 

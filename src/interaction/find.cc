@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/find.h"
 
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <exception>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/text.h"
@@ -45,23 +48,52 @@ std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view 
   }
 }
 
-std::string HitMessage(const platform::Grid& grid, const std::string& outline_key, int row) {
-  const std::string text = grid.TextMatrix(row, grid.ColIndex(outline_key));
-  const std::string_view name = base::TrimBlanks(text);
-  return std::string(name.empty() ? std::string_view("[无名称]") : name) + " |" + std::to_string(row);
-}
+// The messages of hits in a block of rows, while nothing changes. Borrows all it is given.
+class HitMessages {
+ public:
+  HitMessages(const platform::Grid& grid, const platform::RowRun& block, const std::string& outline_key)
+      : grid_(grid), block_(block), column_(grid.ColIndex(outline_key)) {
+    if (!block.IsInserted() && !grid.HasEditedRecords(column_)) loaded_ = grid.LoadedText(column_);
+  }
+
+  // Puts the message of a row into a buffer.
+  void Write(int row, std::string& message) const {
+    message.clear();
+    if (loaded_ != nullptr)
+      loaded_->AppendText(static_cast<size_t>(block_.record + (row - block_.row)), message);
+    else
+      message = grid_.TextMatrix(row, column_);
+    const std::string_view name = base::TrimBlanks(message);
+    if (name.size() < message.size()) message = std::string(name);
+    if (message.empty()) message = "[无名称]";
+    std::array<char, 16> number;
+    const auto end = std::to_chars(number.data(), number.data() + number.size(), row).ptr;
+    message += " |";
+    message.append(number.data(), end);
+  }
+
+ private:
+  const platform::Grid& grid_;
+  const platform::RowRun& block_;
+  int column_;
+  const platform::Column* loaded_ = nullptr;
+};
 
 // Announces the hits and counts them.
 int64_t AnnounceHits(const platform::Grid& grid, Events& events, const std::string& outline_key,
                      const SearchTerms& terms) {
   RowSearch search(grid, terms);
   std::vector<int> hits;
+  std::string message;
   int64_t count = 0;
   for (int row = grid.FixedRows(); row < grid.Rows();) {
     row = search.SearchBlock(row, hits);
+    if (hits.empty()) continue;
+    const HitMessages messages(grid, search.block(), outline_key);
     for (const int hit : hits) {
       ++count;
-      events.FindMsg(HitMessage(grid, outline_key, hit));
+      messages.Write(hit, message);
+      events.FindMsg(message);
       if (search.IsOutdated()) {
         row = hit + 1;
         break;

@@ -19,24 +19,20 @@ RowSearch::RowSearch(const platform::Grid& grid, const SearchTerms& terms) : gri
 }
 
 bool RowSearch::IsOutdated() const {
-  if (grid_.Revision() != revision_ || grid_.TextRevision() != text_revision_) return true;
-  for (size_t column = 0; column < hidden_.size(); ++column) {
-    if (grid_.ColHidden(static_cast<int>(column)) != hidden_[column]) return true;
-  }
-  return false;
+  return grid_.Revision() != revision_ || grid_.TextRevision() != text_revision_ ||
+         grid_.ColRevision() != column_revision_;
 }
 
 void RowSearch::ReadColumns() {
   const bool loaded_stays = grid_.LoadedRevision() == loaded_revision_;
   revision_ = grid_.Revision();
   text_revision_ = grid_.TextRevision();
+  column_revision_ = grid_.ColRevision();
   loaded_revision_ = grid_.LoadedRevision();
   block_rows_ = kLeastBlock;
-  hidden_.clear();
   columns_.clear();
-  for (int column = 0; column < grid_.Cols(); ++column) {
-    hidden_.push_back(grid_.ColHidden(column));
-    if (column < grid_.FixedCols() || hidden_.back()) continue;
+  for (int column = grid_.FixedCols(); column < grid_.Cols(); ++column) {
+    if (grid_.ColHidden(column)) continue;
     const platform::Column* loaded = grid_.HasEditedRecords(column) ? nullptr : grid_.LoadedText(column);
     // Nothing loaded and nothing written: all records are blank there.
     if (loaded != nullptr || grid_.HasEditedRecords(column)) columns_.push_back({column, loaded});
@@ -63,14 +59,15 @@ std::vector<std::unique_ptr<ColumnMatcher>>& RowSearch::MatchersOf(size_t group)
       matchers.push_back(std::make_unique<ColumnMatcher>(*searched.loaded, terms, *numbers));
   }
   std::stable_sort(matchers.begin(), matchers.end(),
-                   [](const auto& left, const auto& right) { return left->Cost() < right->Cost(); });
+                   [](const auto& left, const auto& right) { return left->HasManyTexts() < right->HasManyTexts(); });
   return matchers;
 }
 
 int RowSearch::SearchBlock(int row, std::vector<int>& hits) {
   hits.clear();
   if (IsOutdated()) ReadColumns();
-  platform::RowRun run = platform::RowRunAt(grid_, row);
+  platform::RowRun& run = block_;
+  run = platform::RowRunAt(grid_, row);
   if (run.count == 0) return grid_.Rows();
   if (run.IsInserted()) {
     if (RowMatches(row)) hits.push_back(row);
@@ -101,27 +98,47 @@ void RowSearch::SearchRecords(const platform::RowRun& run, std::vector<int>& hit
 
 void RowSearch::SearchGroup(size_t group, const platform::RowRun& run) {
   const TermGroup& terms = terms_.groups()[group];
-  auto& matchers = MatchersOf(group);
+  const auto& matchers = MatchersOf(group);
   const bool by_cell = std::any_of(columns_.begin(), columns_.end(),
                                    [](const Searched& searched) { return searched.loaded == nullptr; });
-  uint8_t possible = by_cell ? terms.all() : 0;
-  for (const auto& matcher : matchers) possible |= matcher->possible();
+  uint8_t known = 0;
+  uint8_t open = by_cell ? terms.all() : 0;
+  for (const auto& matcher : matchers) {
+    known |= matcher->known();
+    open |= matcher->open();
+  }
   found_.assign(alive_.size(), 0);
-  if (possible != terms.all()) return;
+  if ((known | open) != terms.all()) return;
   for (size_t at = 0; at < alive_.size(); ++at) found_[at] = alive_[at] != 0 ? 0 : terms.all();
-  for (auto matcher = matchers.begin(); matcher != matchers.end(); ++matcher) {
+  const auto record = static_cast<size_t>(run.record);
+  for (const auto& matcher : matchers) matcher->AddKnown(record, found_);
+  ListUndecided(terms.all(), open);
+  for (auto matcher = matchers.begin(); matcher != matchers.end() && !undecided_.empty(); ++matcher) {
+    if ((*matcher)->open() == 0) continue;
     uint8_t rest = by_cell ? terms.all() : 0;
-    for (auto later = std::next(matcher); later != matchers.end(); ++later) rest |= (*later)->possible();
-    (*matcher)->AddFound(static_cast<size_t>(run.record), rest, found_);
+    for (auto later = std::next(matcher); later != matchers.end(); ++later) rest |= (*later)->open();
+    (*matcher)->AddOpen(record, undecided_, rest, found_);
+    std::erase_if(undecided_,
+                  [&](uint16_t at) { return found_[at] == terms.all() || (found_[at] | rest) != terms.all(); });
   }
   if (by_cell) AddFoundByCell(terms, run);
 }
 
-void RowSearch::AddFoundByCell(const TermGroup& terms, const platform::RowRun& run) {
+void RowSearch::ListUndecided(uint8_t all, uint8_t reachable) {
+  undecided_.resize(found_.size());
+  size_t count = 0;
   for (size_t at = 0; at < found_.size(); ++at) {
+    undecided_[count] = static_cast<uint16_t>(at);
+    count += static_cast<size_t>((found_[at] != all) & ((found_[at] | reachable) == all));
+  }
+  undecided_.resize(count);
+}
+
+void RowSearch::AddFoundByCell(const TermGroup& terms, const platform::RowRun& run) {
+  for (const uint16_t at : undecided_) {
     for (auto searched = columns_.begin(); searched != columns_.end() && found_[at] != terms.all(); ++searched) {
       if (searched->loaded != nullptr) continue;
-      const std::string text = grid_.TextMatrix(run.row + static_cast<int>(at), searched->column);
+      const std::string text = grid_.TextMatrix(run.row + at, searched->column);
       found_[at] |= terms.FoundIn(text, static_cast<uint8_t>(terms.all() & ~found_[at]));
     }
   }
@@ -135,7 +152,7 @@ bool RowSearch::RowMatches(int row) const {
 bool RowSearch::GroupMatches(int row, const TermGroup& terms) const {
   uint8_t found = 0;
   for (int column = grid_.FixedCols(); column < grid_.Cols() && found != terms.all(); ++column) {
-    if (hidden_[static_cast<size_t>(column)]) continue;
+    if (grid_.ColHidden(column)) continue;
     found |= terms.FoundIn(grid_.TextMatrix(row, column), static_cast<uint8_t>(terms.all() & ~found));
   }
   return found == terms.all();

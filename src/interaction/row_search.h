@@ -23,6 +23,8 @@ class RowSearch {
   // Searches some rows from `row` on, puts those found into `hits` in ascending order and returns the row behind the
   // block.
   int SearchBlock(int row, std::vector<int>& hits);
+  // The rows that were searched last.
+  const platform::RowRun& block() const { return block_; }
   // Whether the grid has changed since the last block, so that what was found in it may no longer be so.
   bool IsOutdated() const;
 
@@ -38,10 +40,12 @@ class RowSearch {
   };
 
   void ReadColumns();
-  // The matchers of a group's columns, the cheapest first.
+  // The matchers of a group's columns, those that read texts one by one last.
   std::vector<std::unique_ptr<ColumnMatcher>>& MatchersOf(size_t group);
   void SearchRecords(const platform::RowRun& run, std::vector<int>& hits);
   void SearchGroup(size_t group, const platform::RowRun& run);
+  // Lists the rows that lack terms but would have all with the reachable ones.
+  void ListUndecided(uint8_t all, uint8_t reachable);
   void AddFoundByCell(const TermGroup& terms, const platform::RowRun& run);
   bool RowMatches(int row) const;
   bool GroupMatches(int row, const TermGroup& terms) const;
@@ -50,13 +54,16 @@ class RowSearch {
   const SearchTerms& terms_;
   int64_t revision_ = -1;
   int64_t text_revision_ = -1;
+  int64_t column_revision_ = -1;
   int64_t loaded_revision_ = -1;
-  std::vector<bool> hidden_;  // by column
   std::vector<Searched> columns_;
   std::vector<Matchers> matchers_;  // by group; empty until needed
   size_t block_rows_ = 0;
-  std::vector<uint8_t> found_;  // by row of the block; all terms where the row needs no more looking
+  platform::RowRun block_;
+  // By row of the block:
   std::vector<uint8_t> alive_;
+  std::vector<uint8_t> found_;       // all terms where the row needs no more looking
+  std::vector<uint16_t> undecided_;  // rows, ascending
 };
 
 }  // namespace stockbook::interaction

@@ -198,7 +198,7 @@ void Column::ReadTextCodes(size_t first, std::span<uint32_t> out) const {
       std::fill(part.begin(), part.end(), 0U);
       return;
     }
-    ReadCounted(chunk, at, part, [](int64_t code) { return static_cast<uint32_t>(code); });
+    chunk.packed.ReadCodes(at, part);
     ClearNulls(chunk, at, part);
   });
 }
@@ -209,17 +209,12 @@ bool Column::HoldsNumbersOnly() const {
   });
 }
 
-RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
-  if (first >= size_ || out.empty()) return {};
-  const ColumnChunk& chunk = ChunkOf(first);
-  const size_t at = first % kChunkRows;
-  out = out.first(std::min<size_t>(out.size(), chunk.rows - at));
-  RawRows rows{RawKind::kOther, 0, out.size()};
+RawRows Column::KindOf(const ColumnChunk& chunk, std::span<int64_t> numbers) {
+  RawRows rows{RawKind::kOther, 0, numbers.size()};
+  int64_t unit = 1;
   if (chunk.raw_doubles) {
     rows.kind = RawKind::kDouble;
-    for (size_t row = 0; row < out.size(); ++row) out[row] = std::bit_cast<int64_t>(chunk.doubles[at + row]);
-  } else {
-    chunk.packed.Read(at, out);
+    return rows;
   }
   switch (chunk.type) {
     case ChunkType::kText:
@@ -230,21 +225,63 @@ RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
       rows.kind = RawKind::kDecimal;
       rows.decimals = chunk.type == ChunkType::kMoney ? kMoneyDecimals : 0;
       // Hundredths stay hundredths, instead of ten-thousandths that end in zeros.
-      int64_t unit = chunk.unit;
+      unit = chunk.unit;
       for (; unit % 10 == 0 && rows.decimals > 0; unit /= 10) --rows.decimals;
       if (unit == 1) break;
-      for (int64_t& number : out) number *= unit;
+      for (int64_t& number : numbers) number *= unit;
       break;
     }
     case ChunkType::kDouble:
-      if (chunk.raw_doubles) break;
       rows.kind = RawKind::kDecimal;
-      for (int64_t unit = chunk.unit; unit > 1; unit /= 10) ++rows.decimals;
+      for (int64_t rest = chunk.unit; rest > 1; rest /= 10) ++rows.decimals;
       break;
     default:
       break;
   }
+  if (unit == 1) {
+    rows.least = chunk.packed.least();
+    rows.range = chunk.packed.range();
+  }
+  return rows;
+}
+
+RawRows Column::ReadRaw(size_t first, std::span<int64_t> out) const {
+  if (first >= size_ || out.empty()) return {};
+  const ColumnChunk& chunk = ChunkOf(first);
+  const size_t at = first % kChunkRows;
+  out = out.first(std::min<size_t>(out.size(), chunk.rows - at));
+  if (chunk.raw_doubles) {
+    for (size_t row = 0; row < out.size(); ++row) out[row] = std::bit_cast<int64_t>(chunk.doubles[at + row]);
+  } else {
+    chunk.packed.Read(at, out);
+  }
+  const RawRows rows = KindOf(chunk, out);
   ClearNulls(chunk, at, out);
+  return rows;
+}
+
+RawRows Column::ReadRawAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const {
+  if (at.empty() || out.empty() || first + at.front() >= size_) return {};
+  const size_t in_chunk = (first + at.front()) % kChunkRows;
+  const ColumnChunk& chunk = ChunkOf(first + at.front());
+  // Where the chunk's first row is, seen from `first`: before it or behind it.
+  const size_t begin = first + at.front() - in_chunk;
+  size_t count = std::min(at.size(), out.size());
+  while (first + at[count - 1] >= begin + chunk.rows) --count;
+  out = out.first(count);
+  at = at.first(count);
+  // What is added to a place to get the row in the chunk; the sum is never below 0.
+  const size_t shift = first - begin;
+  if (chunk.raw_doubles) {
+    for (size_t row = 0; row < count; ++row) out[row] = std::bit_cast<int64_t>(chunk.doubles[shift + at[row]]);
+  } else {
+    chunk.packed.ReadAt(shift, at, out);
+  }
+  const RawRows rows = KindOf(chunk, out);
+  if (!chunk.has_nulls) return rows;
+  for (size_t row = 0; row < count; ++row) {
+    if (chunk.IsNull(shift + at[row])) out[row] = 0;
+  }
   return rows;
 }
 

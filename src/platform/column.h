@@ -16,12 +16,15 @@
 
 namespace stockbook::platform {
 
-// What Column::ReadRaw says of the rows it read. `decimals` is of kDecimal alone: the value is raw / 10^decimals.
+// What Column::ReadRaw says of the rows it read. `decimals` is of kDecimal alone: the value is raw / 10^decimals. The
+// number of a row that is not null lies between `least` and `least + range`.
 enum class RawKind : uint8_t { kText, kDecimal, kDouble, kOther };
 struct RawRows {
   RawKind kind = RawKind::kOther;
   int decimals = 0;
   size_t count = 0;
+  int64_t least = INT64_MIN;
+  uint64_t range = UINT64_MAX;
 };
 
 // One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
@@ -56,6 +59,9 @@ class Column {
   bool HasTextCodes() const { return text_codes_; }
   void ReadTextCodes(size_t first, std::span<uint32_t> out) const;
   std::string_view TextOfCode(uint32_t code) const { return pool_ ? pool_->TextOf(code) : std::string_view(); }
+  void PrefetchTexts(std::span<const int64_t> codes) const {
+    if (pool_) pool_->Prefetch(codes);
+  }
   // One above the highest code.
   uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
 
@@ -70,6 +76,8 @@ class Column {
   // equal values: text codes, units of a power of ten, the bits of doubles, or whatever tells other values apart. The
   // number of a null row is 0 and means nothing else: ask IsNull where it is 0.
   RawRows ReadRaw(size_t first, std::span<int64_t> out) const;
+  // The same of the rows first + at[0], first + at[1], ..., which ascend.
+  RawRows ReadRawAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const;
 
   // The value that every row has, or nothing when they differ or there are no rows. O(chunks).
   std::optional<base::Value> ConstantValue() const;
@@ -84,6 +92,8 @@ class Column {
 
  private:
   friend class ColumnBuilder;
+  // What kind the numbers of a chunk are; those read from it are multiplied by its unit where that needs be.
+  static RawRows KindOf(const ColumnChunk& chunk, std::span<int64_t> numbers);
   const ColumnChunk& ChunkOf(size_t row) const { return chunks_[row / kChunkRows]; }
   size_t size_ = 0;
   bool text_codes_ = true;

@@ -32,11 +32,20 @@ void PackInto(unsigned char* bytes, std::span<const int64_t> numbers, int64_t ba
   }
 }
 
-template <typename Narrow>
-void UnpackFrom(const unsigned char* bytes, size_t first, std::span<int64_t> out, int64_t base) {
+template <typename Narrow, typename Out>
+void UnpackFrom(const unsigned char* bytes, size_t first, std::span<Out> out, int64_t base) {
   const auto* in = reinterpret_cast<const Narrow*>(bytes) + first;
   for (size_t row = 0; row < out.size(); ++row) {
-    out[row] = static_cast<int64_t>(static_cast<uint64_t>(base) + static_cast<uint64_t>(in[row]));
+    out[row] = static_cast<Out>(static_cast<uint64_t>(base) + static_cast<uint64_t>(in[row]));
+  }
+}
+
+template <typename Narrow>
+void UnpackAt(const unsigned char* bytes, size_t first, std::span<const uint16_t> at, std::span<int64_t> out,
+              int64_t base) {
+  const auto* in = reinterpret_cast<const Narrow*>(bytes);
+  for (size_t row = 0; row < at.size(); ++row) {
+    out[row] = static_cast<int64_t>(static_cast<uint64_t>(base) + static_cast<uint64_t>(in[first + at[row]]));
   }
 }
 
@@ -141,6 +150,36 @@ void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {
       break;
     default:
       UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+  }
+}
+
+void PackedIntegers::ReadCodes(size_t first, std::span<uint32_t> out) const {
+  switch (width_) {
+    case 0:
+      return std::fill(out.begin(), out.end(), static_cast<uint32_t>(base_));
+    case 1:
+      return UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
+    case 2:
+      return UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+    case 4:
+      return UnpackFrom<uint32_t>(bytes_.get(), first, out, base_);
+    default:
+      return UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+  }
+}
+
+void PackedIntegers::ReadAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const {
+  switch (width_) {
+    case 0:
+      return std::fill(out.begin(), out.begin() + static_cast<std::ptrdiff_t>(at.size()), base_);
+    case 1:
+      return UnpackAt<uint8_t>(bytes_.get(), first, at, out, base_);
+    case 2:
+      return UnpackAt<uint16_t>(bytes_.get(), first, at, out, base_);
+    case 4:
+      return UnpackAt<uint32_t>(bytes_.get(), first, at, out, base_);
+    default:
+      return UnpackAt<uint64_t>(bytes_.get(), first, at, out, base_);
   }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,9 @@ class GridColumns {
   virtual void SetColKey(int column, std::string_view key) = 0;
   // Moves a column, with everything of it, to another position; the ones between move up.
   virtual void SetColPosition(int column, int position) = 0;
+
+  // Another number whenever a column got another key, was hidden or shown.
+  virtual int64_t ColRevision() const = 0;
 
   virtual bool ColHidden(int column) const = 0;
   virtual void SetColHidden(int column, bool hidden) = 0;

@@ -28,6 +28,15 @@ std::string_view TextPool::TextOf(uint32_t code) const {
   return {data + sizeof(length), length};
 }
 
+void TextPool::Prefetch(std::span<const int64_t> codes) const {
+  for (const int64_t code : codes) {
+    const char* data = texts_[static_cast<size_t>(code)];
+    if (data == nullptr) continue;
+    __builtin_prefetch(data);
+    __builtin_prefetch(data + kSlack);
+  }
+}
+
 const char* TextPool::Store(std::string_view text) {
   const size_t needed = sizeof(uint32_t) + text.size();
   if (block_size_ - block_used_ < needed) {

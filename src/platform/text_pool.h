@@ -26,6 +26,8 @@ class TextPool {
 
   uint32_t Add(std::string_view text);
   std::string_view TextOf(uint32_t code) const;
+  // Makes reading these texts soon, here and there in memory, several times as fast.
+  void Prefetch(std::span<const int64_t> codes) const;
   // Sets the bits in marks[code] for every text that the part stands in; one pass over all texts in memory order, which
   // is several times as fast as reading them one by one. The part is not empty and holds no NUL.
   void MarkContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const;

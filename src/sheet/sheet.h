@@ -71,6 +71,7 @@ class Sheet final : public platform::Grid {
   std::string ColKey(int column) const override;
   void SetColKey(int column, std::string_view key) override;
   void SetColPosition(int column, int position) override;
+  int64_t ColRevision() const override { return column_revision_; }
   bool ColHidden(int column) const override;
   void SetColHidden(int column, bool hidden) override;
   platform::DataType ColDataType(int column) const override;
@@ -276,6 +277,7 @@ class Sheet final : public platform::Grid {
   int64_t revision_ = 0;
   int64_t loaded_revision_ = 0;
   int64_t text_revision_ = 0;
+  int64_t column_revision_ = 0;
   bool redraw_ = true;
   bool focused_ = true;
   std::string tag_;

@@ -55,6 +55,7 @@ std::string Sheet::ColKey(int column) const {
 
 void Sheet::SetColKey(int column, std::string_view key) {
   CheckColumn("ColKey", column);
+  ++column_revision_;
   store_.columns().SetKey(column, key);
 }
 
@@ -75,6 +76,7 @@ bool Sheet::ColHidden(int column) const {
 void Sheet::SetColHidden(int column, bool hidden) {
   CheckColumn("ColHidden", column);
   if (store_.columns().At(column).hidden == hidden) return;
+  ++column_revision_;
   store_.columns().At(column).hidden = hidden;
   ColumnsChanged();
 }

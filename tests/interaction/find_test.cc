@@ -391,6 +391,16 @@ TEST_F(FindingMeanwhile, SeesColumnsThatAreHiddenShownMovedAndDropped) {
   EXPECT_EQ(Hits("M3"), (Rows{1, 2}));
 }
 
+TEST_F(FindingMeanwhile, NamesHitsByTheColumnThatHasTheKeyThen) {
+  Load(kParts);
+  OnFirstHit([&] {
+    sheet_.SetColKey(1, "Other");
+    sheet_.SetColKey(2, "Name");
+  });
+  EXPECT_EQ(FindText("M3"), (Lines{"#BEGIN#", "螺丝 M3 |1", sheet_.TextMatrix(2, 2) + " |2",
+                                   sheet_.TextMatrix(4, 2) + " |4", "#END#", Summary(3)}));
+}
+
 TEST_F(FindingMeanwhile, SearchesWithinASearch) {
   Load(kParts);
   OnFirstHit([&] { Find(sheet_, events_, "Name", "垫"); });
@@ -466,8 +476,10 @@ class FindingAnything : public Finding {
     }
   }
   std::string Word() {
-    static const Lines kWords{"1", "12", "0",   "-1", ".5",     "号", "母", "第1", "#号", "1?3",     "[1-3]号", "2004",
-                              "E", "E+", "00:", "-0", "[!0-9]", "*",  "9",  "99",  "1*1", "1900-01", "x"};
+    static const Lines kWords{"1",   "12",      "0",    "-1",      ".5",  "号",   "母",  "第1",       "#号",
+                              "1?3", "[1-3]号", "2004", "E",       "E+",  "00:",  "-0",  "[!0-9]",    "*",
+                              "9",   "99",      "1*1",  "1900-01", "x",   ".",    "3.1", "00.",       "1.",
+                              ".25", "0.0",     "05.5", "-3.",     "123", "1234", "1.#", "7.14285714"};
     return kWords[random_() % kWords.size()];
   }
   void Shuffle() {

@@ -58,6 +58,40 @@ TEST(Column, GivesBackEveryMixtureOfValuesAcrossChunks) {
   }
 }
 
+TEST(Column, ReadsRawNumbersOfRowsHereAndThereAsInARun) {
+  std::mt19937 random(23);
+  for (int kinds = 1; kinds <= 7; ++kinds) {
+    ColumnBuilder builder;
+    for (size_t row = 0; row < Column::kChunkRows + 3000; ++row) builder.Append(RandomValue(random, kinds));
+    const Column column = builder.Finish();
+    // Over the end of a chunk, and over the end of the column.
+    for (const size_t first : {Column::kChunkRows - 1000, column.size() - 1000}) {
+      std::vector<uint16_t> places;
+      for (unsigned place = random() % 3; place < 2000; place += 1 + random() % 40)
+        places.push_back(static_cast<uint16_t>(place));
+      std::span<const uint16_t> left(places);
+      while (!left.empty() && first + left.front() < column.size()) {
+        std::vector<int64_t> raw(left.size());
+        const RawRows rows = column.ReadRawAt(first, left, raw);
+        ASSERT_GT(rows.count, 0U);
+        for (size_t row = 0; row < rows.count; ++row) {
+          int64_t expected = 0;
+          const RawRows one = column.ReadRaw(first + left[row], std::span(&expected, 1));
+          ASSERT_EQ(raw[row], expected);
+          ASSERT_EQ(rows.kind, one.kind);
+          ASSERT_EQ(rows.decimals, one.decimals);
+          if (column.IsNull(first + left[row])) continue;
+          ASSERT_GE(raw[row], rows.least);
+          ASSERT_LE(static_cast<uint64_t>(raw[row]) - static_cast<uint64_t>(rows.least), rows.range);
+        }
+        left = left.subspan(rows.count);
+      }
+      int64_t none = 0;
+      EXPECT_EQ(left.empty() ? 0U : column.ReadRawAt(first, left, std::span(&none, 1)).count, 0U);
+    }
+  }
+}
+
 TEST(Column, GathersRowsInAnyOrder) {
   std::mt19937 random(11);
   for (int kinds = 1; kinds <= 7; ++kinds) {

@@ -128,6 +128,10 @@ class FaultyGrid : public platform::Grid {
     Count();
     real_.SetColPosition(column, position);
   }
+  int64_t ColRevision() const override {
+    Count();
+    return real_.ColRevision();
+  }
   bool ColHidden(int column) const override {
     Count();
     return real_.ColHidden(column);
