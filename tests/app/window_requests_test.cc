@@ -288,6 +288,19 @@ TEST_F(Requests, StatisticsShowWhatTheControlCounts) {
   EXPECT_EQ(Shown<QMessageBox>(), nullptr);
 }
 
+TEST_F(Requests, StatisticsOfTooManyBillsSayWhyThereAreNone) {
+  OpenFirst();
+  const int first = grid().Rows();
+  grid().SetRows(first + 32768);
+  for (int row = first; row < grid().Rows(); ++row) {
+    grid().SetTextMatrix(row, grid().ColIndex("BillID"), "1");
+    grid().SetTextMatrix(row, grid().ColIndex("BillName"), "入库单");
+  }
+  Item(QKeySequence(Qt::CTRL | Qt::Key_T))->trigger();
+  EXPECT_EQ(Shown<QMessageBox>(), nullptr);
+  EXPECT_NE(window_->message().Message().toStdString().find("32767"), std::string::npos);
+}
+
 TEST_F(Requests, ColumnsThatTheUserHidOrShowedStaySoInTheNextJournal) {
   OpenFirst();
   const int explain = grid().ColIndex("Explain");
