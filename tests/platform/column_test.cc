@@ -67,7 +67,7 @@ TEST(Column, ReadsRawNumbersOfRowsHereAndThereAsInARun) {
     // Over the end of a chunk, and over the end of the column.
     for (const size_t first : {Column::kChunkRows - 1000, column.size() - 1000}) {
       std::vector<uint16_t> places;
-      for (unsigned place = random() % 3; place < 2000; place += 1 + random() % 40)
+      for (size_t place = random() % 3; place < 2000; place += 1 + random() % 40)
         places.push_back(static_cast<uint16_t>(place));
       std::span<const uint16_t> left(places);
       while (!left.empty() && first + left.front() < column.size()) {
