@@ -93,10 +93,14 @@ void ColumnMatcher::AddOpen(size_t first, std::span<const uint16_t> at, uint8_t 
       }
     } else {
       Prepare(rows, (first + at.front()) / Column::kChunkRows);
+      const bool by_digits = rows.kind == RawKind::kDecimal && tested_by_distance_.empty();
       for (size_t row = 0; row < rows.count; ++row) {
+        const int64_t number = raw[row];
         // 0 stands for null too.
-        if (raw[row] == 0 && column_->IsNull(first + at[row])) continue;
-        found[at[row]] |= FoundInRepeated(first + at[row], raw[row], rows);
+        if (number == 0 && column_->IsNull(first + at[row])) continue;
+        const bool shows_digits = number < NumberMatcher::kMostUnits && number > -NumberMatcher::kMostUnits;
+        found[at[row]] |= by_digits && shows_digits ? numbers_->FoundIn(number, rows.decimals)
+                                                    : FoundInRepeated(first + at[row], number, rows);
       }
     }
     at = at.subspan(rows.count);

@@ -106,6 +106,7 @@ void NumberMatcher::AddTerm(uint8_t bit, const Wildcard& term) {
   }
   if (digits.size() == text.size()) exact_ |= bit;
   longest_ = std::max(longest_, digits.size());
+  has_digits_ = true;
   AddDigits({digits, bit});
 }
 
@@ -179,14 +180,17 @@ uint8_t NumberMatcher::FoundIn(int64_t units, int decimals) const {
   const uint64_t whole = DividedByPower(size, decimals);
   uint64_t fraction = size - whole * kPowers[static_cast<size_t>(decimals)];
   uint8_t found = always_;
-  if (decimals <= static_cast<int>(kWindow)) {
-    // The usual case: zeros at the end are known to the table.
-    found |= FoundInDigits(whole, 0, 0);
-    found |= trimmed_[fraction * kPowers[kWindow - static_cast<size_t>(decimals)]];
+  const bool few_places = decimals <= static_cast<int>(kWindow);
+  if (few_places) {
+    // Zeros at the end are known to the table.
+    if (has_digits_) {
+      found |= FoundInDigits(whole, 0, 0);
+      found |= trimmed_[fraction * kPowers[kWindow - static_cast<size_t>(decimals)]];
+    }
     if (points_.empty() && (found & ~exact_) == 0) return found;
   }
   for (; decimals > 0 && fraction % 10 == 0; --decimals, fraction /= 10) size /= 10;
-  found |= FoundInDigits(whole, fraction, decimals);
+  if (has_digits_ && !few_places) found |= FoundInDigits(whole, fraction, decimals);
   if (!points_.empty()) found |= FoundAroundPoint(whole, fraction, decimals);
   const auto unsure = static_cast<uint8_t>(found & ~exact_);
   if (unsure == 0) return found;

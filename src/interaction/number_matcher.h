@@ -59,6 +59,7 @@ class NumberMatcher {
   const TermGroup& terms_;
   uint8_t exact_ = 0;   // terms that are digits and nothing else, and few
   uint8_t always_ = 0;  // terms of which no digits are known
+  bool has_digits_ = false;
   size_t longest_ = 1;  // digits looked for
   std::vector<Point> points_;
   // By how many digits: the terms whose digits stand in a number of so many digits, zeros in front.
