@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "platform/row_runs.h"
 
 namespace stockbook::app {
 namespace {
@@ -34,10 +35,26 @@ bool IsFact(const std::string& key) {
 }
 
 std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, const std::string& kind) {
+  constexpr size_t kBlock = 4096;
   const platform::Grid& grid = control.Grid();
+  const int column = grid.ColIndex("BillID");
+  // Cells that were written are read one by one.
+  const platform::Column* keys = grid.HasEditedRecords(column) ? nullptr : grid.LoadedText(column);
   std::vector<int> rows;
-  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+  std::vector<double> numbers(kBlock);
+  const auto add = [&](int row) {
     if (control.BillID(row) == bill_id && control.BillName(row) == kind) rows.push_back(row);
+  };
+  for (platform::RowRun run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = platform::RowRunAt(grid, run.End())) {
+    for (int at = 0; at < run.count; ++at) {
+      if (keys == nullptr || run.record < 0) {
+        add(run.row + at);
+        continue;
+      }
+      if (at % static_cast<int>(kBlock) == 0) keys->ReadNumbers(static_cast<size_t>(run.record + at), numbers);
+      if (numbers[static_cast<size_t>(at) % kBlock] == bill_id) add(run.row + at);
+    }
   }
   return rows;
 }

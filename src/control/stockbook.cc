@@ -174,9 +174,9 @@ int16_t Stockbook::Flag(int32_t row) const { return Fields().Get(fields::Flag, r
 std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出库"; }
 
 void Stockbook::SetRow(int32_t row) {
-  if (row < fg_.FixedRows() || row >= fg_.Rows()) return;
+  if (row < fg_.FixedRows() || row >= fg_.Rows() || fg_.Cols() <= fg_.FixedCols()) return;
   const std::weak_ptr<const void> life = events_.Life();
-  fg_.Select(row, fg_.Col());
+  fg_.Select(row, fg_.Col() < 0 ? fg_.FixedCols() : fg_.Col());
   // A listener may have destroyed the control, or loaded fewer rows.
   if (life.expired() || row >= fg_.Rows()) return;
   if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);

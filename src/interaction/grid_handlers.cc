@@ -138,6 +138,11 @@ void GridHandlers::DoubleClick() {
   UnlessAbandoned([&] { Try(answer); });
 }
 
+bool GridHandlers::Copy() {
+  UnlessAbandoned([&] { Try([&] { CopySelection(ports_.grid, ports_.clipboard); }); });
+  return true;
+}
+
 platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
   return column == 0 ? platform::Verdict::kRefuse : platform::Verdict::kAllow;
 }

@@ -59,6 +59,7 @@ class GridHandlers final : public platform::GridObserver {
   void MouseDown(int16_t button, int16_t shift, float x, float y) override;
   void MouseUp(int16_t button, int16_t shift, float x, float y) override;
   void DoubleClick() override;
+  bool Copy() override;
   platform::Verdict BeforeUserResize(int row, int column) override;
   void AfterUserResize(int row, int column) override;
   void AfterMoveColumn(int column, int position) override;

@@ -5,8 +5,26 @@ namespace stockbook::interaction {
 
 int HotRow::row() const {
   if (!is_hot_) return -1;
-  const int row = record_ >= 0 ? grid_.RowOfRecord(static_cast<size_t>(record_)) : row_;
+  int row = row_;
+  if (record_ >= 0) {
+    const int anchor = grid_.RowOfRecord(static_cast<size_t>(record_));
+    if (anchor < 0) return -1;
+    row = anchor + behind_record_;
+  }
   return row >= grid_.FixedRows() && row < grid_.Rows() ? row : -1;
+}
+
+// A total stands behind its last line, a node before its first one, and the opening row before that node.
+void HotRow::Remember(int row) {
+  row_ = row;
+  record_ = -1;
+  for (const int behind : {0, 1, -1, -2}) {
+    const int anchor = row - behind;
+    if (anchor < grid_.FixedRows() || anchor >= grid_.Rows()) continue;
+    record_ = grid_.RecordOfRow(anchor);
+    behind_record_ = behind;
+    if (record_ >= 0) return;
+  }
 }
 
 void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
@@ -17,8 +35,7 @@ void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
   own_ = {grid_.ColourOf(platform::GridColour::kBackColor), grid_.ColourOf(platform::GridColour::kForeColor),
           grid_.CellBackColor(row, frozen_cols_), grid_.CellForeColor(row, frozen_cols_)};
   grid::CaptureRowColours(grid_, row, own_);
-  row_ = row;
-  record_ = grid_.RecordOfRow(row);
+  Remember(row);
   is_hot_ = true;
   grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back, fore);
 }

@@ -33,6 +33,8 @@ class GridObserver {
   }
   // By the mouse, or by the key that stands for it, on the cell under the mouse.
   virtual void DoubleClick() {}
+  // The key that copies. True when it was done: the grid then copies nothing by itself.
+  virtual bool Copy() { return false; }
   // The row or the column is -1: the other one is resized.
   virtual Verdict BeforeUserResize(int row, int column) {
     static_cast<void>(row), static_cast<void>(column);

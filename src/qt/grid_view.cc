@@ -16,6 +16,7 @@
 
 #include "qt/accessible_grid.h"
 #include "qt/colour.h"
+#include "qt/counting.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
 #include "qt/scroll_bar.h"
@@ -45,18 +46,6 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
   return {left, top, static_cast<int>(std::ceil((rect.right() + 1) * scale)) - left,
           static_cast<int>(std::ceil((rect.bottom() + 1) * scale)) - top};
 }
-
-// Counts for its life, however it ends.
-class Counting {
- public:
-  explicit Counting(int& count) : count_(count) { ++count_; }
-  ~Counting() { --count_; }
-  Counting(const Counting&) = delete;
-  Counting& operator=(const Counting&) = delete;
-
- private:
-  int& count_;
-};
 
 }  // namespace
 

@@ -160,4 +160,11 @@ void JournalProperties::SetRowHeightSum(float twips) {
 }
 float JournalProperties::RowHeightSum() const { return control().RowHeightSum(); }
 
+void JournalProperties::Say(const char* message) {
+  try {
+    control().Prompt(message);
+  } catch (const std::exception&) {
+  }
+}
+
 }  // namespace stockbook::qt

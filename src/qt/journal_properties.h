@@ -166,16 +166,20 @@ class JournalProperties : public QWidget {
   float RowHeightSum() const;
 
  protected:
-  // Writes to the control, and says through Notify what it refuses.
-  template <typename Write>
-  void Attempt(Write write) {
+  // Does something with the control, and says through Notify what it, or who listens to it, refuses.
+  template <typename Call>
+  void Attempt(Call call) {
     const QPointer<JournalProperties> alive(this);
     try {
-      write();
+      call();
     } catch (const std::exception& error) {
-      if (alive != nullptr) control().Prompt(error.what());
+      if (alive != nullptr) Say(error.what());
     }
   }
+
+ private:
+  // A listener that refuses this too is not told again.
+  void Say(const char* message);
 };
 
 }  // namespace stockbook::qt

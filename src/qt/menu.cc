@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <vector>
 
+#include "qt/counting.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -45,9 +46,11 @@ platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
   const QPointer<QMenu> popup = new QMenu(parent_);
   std::vector<platform::MenuChoice> choices;
   Fill(*popup, menu.items, choices);
-  ++open_;
-  const QAction* chosen = popup->exec(place_ ? place_() : QCursor::pos());
-  --open_;
+  const QAction* chosen = nullptr;
+  {
+    const Counting open(open_);
+    chosen = popup->exec(place_ ? place_() : QCursor::pos());
+  }
   platform::MenuChoice choice;
   if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
   delete popup;

@@ -64,33 +64,38 @@ bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   return control().Load(rKeyID, rdpID, FromQString(rdpCode));
 }
 
-void StockbookWidget::Prompt(const QString& Msg) { control().Prompt(FromQString(Msg)); }
+void StockbookWidget::Prompt(const QString& Msg) {
+  Attempt([&] { control().Prompt(FromQString(Msg)); });
+}
 
 bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
-  return control().Find(FromQString(rSearchString), StartRow);
+  bool found = false;
+  Attempt([&] { found = control().Find(FromQString(rSearchString), StartRow); });
+  return found;
 }
 
 bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected(); }
 
-void StockbookWidget::DefaultFormat() { control().DefaultFormat(); }
+void StockbookWidget::DefaultFormat() {
+  Attempt([&] { control().DefaultFormat(); });
+}
 
 QString StockbookWidget::Statistics() {
-  try {
-    return ToQString(control().Statistics());
-  } catch (const std::exception& error) {
-    Prompt(QString::fromUtf8(error.what()));
-  }
-  return {};
+  QString text;
+  Attempt([&] { text = ToQString(control().Statistics()); });
+  return text;
 }
 
 QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& rParas) {
   std::vector<base::Value> paras;
   for (const QVariant& para : rParas) paras.push_back(ToValue(para));
-  try {
-    control().DoCommand(FromQString(CmdName), paras);
-  } catch (const std::out_of_range&) {
-    Prompt(QStringLiteral("命令“%1”缺少第一个参数：请给出列的键。").arg(CmdName));
-  }
+  Attempt([&] {
+    try {
+      control().DoCommand(FromQString(CmdName), paras);
+    } catch (const std::out_of_range&) {
+      control().Prompt(FromQString(QStringLiteral("命令“%1”缺少第一个参数：请给出列的键。").arg(CmdName)));
+    }
+  });
   return {};
 }
 

@@ -6,6 +6,7 @@
 #include <QTimerEvent>
 #include <utility>
 
+#include "qt/counting.h"
 #include "qt/fonts.h"
 #include "qt/stockbook_widget.h"
 #include "qt/text.h"
@@ -137,9 +138,8 @@ bool WidgetParts::IsInUse() const {
 void WidgetParts::PropertyChanged(std::string_view key) {
   FrameChanged();
   if (widget_ == nullptr) return;
-  ++telling_;
+  const Counting telling(telling_);
   emit widget_->PropertyChanged(ToQString(key));
-  --telling_;
 }
 
 // The control speaks up while it is being made already.

@@ -86,6 +86,18 @@ TEST_F(GridEvents, FindTheHotRowAgainWhenRowsCameBeforeIt) {
   EXPECT_EQ(grid().CellBackColor(8, 2), kHotBack);
 }
 
+TEST_F(GridEvents, FindAHotNodeAndTotalAgainToo) {
+  for (const int row : {1, 2, 9, 10, 15}) {
+    control().Load(7, 0);
+    control().SetRow(4);
+    control().SetRow(row);
+    grid().AddItem("", 1);
+    ASSERT_EQ(grid().CellBackColor(row + 1, 2), kHotBack) << row;
+    control().SetRow(6);
+    EXPECT_NE(grid().CellBackColor(row + 1, 2), kHotBack) << row;
+  }
+}
+
 TEST_F(GridEvents, GiveColumnsThatWereFrozenMeanwhileTheFrozenColours) {
   control().SetRow(5);
   grid().SetFrozenCols(2);

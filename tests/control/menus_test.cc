@@ -238,6 +238,27 @@ TEST_F(Menus, CopyTheSelectionUnderABusyPointer) {
   EXPECT_TRUE(heard_.Take().empty());
 }
 
+TEST_F(Menus, CopyByTheKeysWhatTheItemCopies) {
+  grid().SelectRange(4, ColumnOf("BillNo"), 6, ColumnOf("BillNo"));
+  menu().Choose("mnuCopy");
+  RightClick(4, "BillNo");
+  const std::string copied = std::exchange(fakes_.clipboard.text, "");
+  platform::MousePointer pointer = platform::MousePointer::kDefault;
+  fakes_.clipboard.on_clear = [&] { pointer = grid().Pointer(); };
+  for (const sheet::Key key : {sheet::Key::kC, sheet::Key::kInsert}) {
+    EXPECT_TRUE(Key(key, sheet::Modifiers::kControl));
+    EXPECT_EQ(fakes_.clipboard.text, copied);
+    EXPECT_EQ(pointer, platform::MousePointer::kArrowHourglass);
+  }
+  EXPECT_EQ(fakes_.clipboard.cleared, 3);
+  Key(sheet::Key::kC);  // a letter alone
+  EXPECT_EQ(fakes_.clipboard.cleared, 3);
+  heard_.Take();
+  fakes_.clipboard.on_clear = [] { throw platform::Error("clipboard", "剪贴板被占用，请稍后再复制。"); };
+  EXPECT_TRUE(Key(sheet::Key::kC, sheet::Modifiers::kControl));
+  EXPECT_EQ(heard_.Take(), (Lines{"Notify 剪贴板被占用，请稍后再复制。"}));
+}
+
 TEST_F(Menus, LeaveTheClipboardEmptyWhenCopyingFails) {
   class Refusing : public testing::FakeClipboard {
    public:

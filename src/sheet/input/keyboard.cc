@@ -9,6 +9,8 @@ namespace stockbook::sheet {
 
 bool Keyboard::Press(const KeyEvent& event) {
   if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
+  // Who copies may have something to copy where nothing is selected.
+  if (IsCopying(event) && sheet_.observer().Copy()) return true;
   const Selection& selection = sheet_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
   if (IsCommand(event.key)) return Command(event);
@@ -17,6 +19,10 @@ bool Keyboard::Press(const KeyEvent& event) {
   const CellPosition target = Target(event, extends ? selection.end : selection.current);
   MoveTo(extends ? Selection{selection.current, target} : Selection::Of(target));
   return true;
+}
+
+bool Keyboard::IsCopying(const KeyEvent& event) {
+  return event.modifiers.Control() && (event.key == Key::kC || event.key == Key::kInsert);
 }
 
 bool Keyboard::IsCommand(Key key) {

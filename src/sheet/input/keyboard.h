@@ -26,6 +26,7 @@ class Keyboard {
   int EdgeColumn(int direction) const;
   int PageRow(int row, int direction) const;
   static bool IsCommand(Key key);
+  static bool IsCopying(const KeyEvent& event);
   bool Command(const KeyEvent& event);
   bool SelectWhole(Modifiers modifiers);
   void FoldAll(bool collapsed);

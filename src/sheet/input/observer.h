@@ -29,6 +29,8 @@ class SheetObserver {
   virtual void MouseDown(const MouseEvent& event) { static_cast<void>(event); }
   virtual void MouseUp(const MouseEvent& event) { static_cast<void>(event); }
   virtual void DoubleClick() {}
+  // The key that copies. True when it was done: the sheet then copies nothing by itself.
+  virtual bool Copy() { return false; }
   // The row or the column is -1: the other one is resized.
   virtual Verdict BeforeUserResize(int row, int column) {
     static_cast<void>(row);

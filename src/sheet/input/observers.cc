@@ -44,6 +44,11 @@ void Observers::DoubleClick() {
   if (own_ != nullptr) own_->DoubleClick();
 }
 
+bool Observers::Copy() {
+  if (grid_ != nullptr && grid_->Copy()) return true;
+  return own_ != nullptr && own_->Copy();
+}
+
 Verdict Observers::BeforeUserResize(int row, int column) {
   if (grid_ != nullptr && grid_->BeforeUserResize(row, column) == Verdict::kRefuse) return Verdict::kRefuse;
   return own_ != nullptr ? own_->BeforeUserResize(row, column) : Verdict::kAllow;

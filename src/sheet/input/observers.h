@@ -23,6 +23,7 @@ class Observers final : public SheetObserver {
   void MouseDown(const MouseEvent& event) override;
   void MouseUp(const MouseEvent& event) override;
   void DoubleClick() override;
+  bool Copy() override;
   Verdict BeforeUserResize(int row, int column) override;
   void AfterUserResize(int row, int column) override;
   void AfterMoveColumn(int column, int position) override;
