@@ -44,7 +44,10 @@ uint8_t ColumnMatcher::RarestTerm() const {
     for (size_t at = 0; at < counts.size(); ++at) counts[at] += (found >> at) & 1U;
   }
   // What could be in a number too excludes no record before all numbers have been looked at.
-  for (size_t at = 0; at < counts.size(); ++at) counts[at] += ((terms_->in_numbers() >> at) & 1U) * kSamples * 2;
+  const unsigned in_numbers = terms_->in_numbers();
+  for (size_t at = 0; at < counts.size(); ++at) {
+    if (((in_numbers >> at) & 1U) != 0) counts[at] += kSamples * 2;
+  }
   const auto end = counts.begin() + static_cast<std::ptrdiff_t>(terms_->terms().size());
   return static_cast<uint8_t>(1U << (std::min_element(counts.begin(), end) - counts.begin()));
 }

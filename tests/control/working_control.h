@@ -61,6 +61,8 @@ class WorkingControl : public ::testing::Test {
 
   int ColumnOf(const char* key) const { return fakes_.fg.ColIndex(key); }
   sheet::Point CellPoint(int row, int column) const {
+    // Of an emptied grid no cell is left, but there is a place to click at.
+    if (column < 0 || column >= fakes_.fg.Cols() || row >= fakes_.fg.Rows()) return {200, 200};
     const sheet::Rect rect = fakes_.fg.geometry().CellRect(row, column);
     return {rect.x + rect.width / 2, rect.y + rect.height / 2};
   }

@@ -472,7 +472,7 @@ class FindingAnything : public Finding {
       case 5:
         return column.AppendDate(base::Date::FromSeconds(static_cast<int64_t>(random_() % 4000) * 43200));
       default:
-        return column.AppendInteger(static_cast<int64_t>(random_()) * static_cast<int64_t>(random_()) * 977);
+        return column.AppendInteger(static_cast<int64_t>(uint64_t{random_()} * uint64_t{random_()} * 977));
     }
   }
   std::string Word() {
