@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QPixmap>
+#include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "qt/application.h"
+#include "qt/icons.h"
 #include "qt/picture.h"
 
 namespace stockbook::qt {
@@ -40,6 +43,41 @@ TEST_F(Images, HasADifferentPictureForEveryKey) {
     seen.push_back(image);
   }
   EXPECT_NE(images.Find("Mark"), nullptr);
+}
+
+TEST_F(Images, HasTheDrawingOfItsKindUnderEachKey) {
+  const QtImages images;
+  const auto drawn = [](const std::function<void(QPainter&)>& draw) {
+    return ImageOf(QtPicture(QSize(16, 16), [&](QPainter& painter, QSizeF) { draw(painter); }), {16, 16});
+  };
+  const std::pair<std::string, BillIcon> bills[] = {
+      {"RevBill", BillIcon::kReceipt}, {"BuyBill", BillIcon::kPurchase},   {"IssBill", BillIcon::kIssue},
+      {"SaleBill", BillIcon::kSale},   {"ShiftBill", BillIcon::kTransfer}, {"Bill", BillIcon::kOther}};
+  for (const auto& [key, kind] : bills) {
+    EXPECT_EQ(ImageOf(*images.Find(key), {16, 16}),
+              drawn([kind = kind](QPainter& painter) { DrawBill(painter, kind, Audit::kOpen); }))
+        << key;
+    EXPECT_EQ(ImageOf(*images.Find(key + "1"), {16, 16}),
+              drawn([kind = kind](QPainter& painter) { DrawBill(painter, kind, Audit::kAudited); }))
+        << key;
+  }
+  const std::pair<const char*, SubjectIcon> subjects[] = {{"Mtr", SubjectIcon::kProduct},
+                                                          {"Depot", SubjectIcon::kDepot},
+                                                          {"Supplier", SubjectIcon::kSupplier},
+                                                          {"Customer", SubjectIcon::kCustomer},
+                                                          {"Project", SubjectIcon::kProject}};
+  for (const auto& [key, subject] : subjects) {
+    EXPECT_EQ(ImageOf(*images.Find(key), {16, 16}),
+              drawn([subject = subject](QPainter& painter) { DrawSubject(painter, subject); }))
+        << key;
+  }
+  const std::pair<const char*, SubjectIcon> journals[] = {
+      {"SuppJnl", SubjectIcon::kSupplier}, {"CustJnl", SubjectIcon::kCustomer}, {"ProjJnl", SubjectIcon::kProject}};
+  for (const auto& [key, subject] : journals) {
+    EXPECT_EQ(ImageOf(*images.Find(key), {16, 16}),
+              drawn([subject = subject](QPainter& painter) { DrawJournal(painter, subject); }))
+        << key;
+  }
 }
 
 TEST_F(Images, HasNoPictureForOtherKeys) {
