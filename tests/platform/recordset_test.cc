@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "platform/recordset.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/error.h"
+
+namespace stockbook::platform {
+namespace {
+
+Recordset TwoRows() {
+  ColumnBuilder builder;
+  builder.AppendText("总库");
+  builder.AppendText("分库");
+  std::vector<Field> fields;
+  fields.push_back({"仓库名称", builder.Finish()});
+  ColumnBuilder years;
+  years.AppendInteger(2005);
+  years.AppendInteger(2006);
+  fields.push_back({"Year", years.Finish()});
+  return Recordset(std::move(fields));
+}
+
+TEST(Recordset, ReadsTheCurrentRecordByNameWhateverItsCase) {
+  Recordset rows = TwoRows();
+  EXPECT_EQ(rows.RecordCount(), 2u);
+  EXPECT_EQ(rows.FieldValue("仓库名称").Text(), "总库");
+  EXPECT_EQ(rows.FieldValue("YEAR").Text(), "2005");
+  rows.MoveNext();
+  EXPECT_EQ(rows.FieldValue("Year").Text(), "2006");
+  EXPECT_EQ(rows.FieldValue(size_t{0}).Text(), "分库");
+  rows.MoveNext();
+  EXPECT_TRUE(rows.AtEnd());
+}
+
+TEST(Recordset, SaysWhichFieldItDoesNotHaveAndWhatToDo) {
+  const Recordset rows = TwoRows();
+  try {
+    rows.FieldValue("年份");
+    FAIL() << "nothing was thrown";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.operation(), "read field");
+    EXPECT_STREQ(error.what(), "查询结果中没有字段“年份”，请检查数据库的表结构。");
+  }
+}
+
+TEST(Recordset, RefusesToReadBehindTheLastRecord) {
+  Recordset rows = TwoRows();
+  rows.MoveNext();
+  rows.MoveNext();
+  EXPECT_THROW(rows.FieldValue("Year"), Error);
+}
+
+}  // namespace
+}  // namespace stockbook::platform
