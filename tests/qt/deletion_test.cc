@@ -173,6 +173,7 @@ TEST_P(DeletingInALoad, WithTheWindowAroundItIsHarmless) {
   EXPECT_EQ(widget_, nullptr);
   deleted_ = 1;
   ExpectGone();
+  delete window;  // where an earlier event took the widget alone
 }
 
 TEST_F(Deleting, InAnEventLoopOfTheProgramIsHarmless) {
