@@ -11,7 +11,7 @@ help:
 	echo 'make test    build, and run every test'
 	echo 'make bench   build, and run the benchmarks'
 	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
-	echo 'make check   the checks of the tree, formatting and commit messages among them'
+	echo 'make check   the checks of the tree, formatting among them'
 	echo 'make clean   remove build/'
 	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
 

@@ -13,7 +13,8 @@
 
 #include "base/text.h"
 #include "child_process.h"
-#include "interaction/find.h"
+#include "columns/column_builder.h"
+#include "interaction/find/find.h"
 #include "sheet/sheet.h"
 
 namespace {
@@ -49,8 +50,8 @@ class Journal {
                                         "IssAcc",   "StoPrice", "StoQty",  "StoAcc",      "Period"};
     sheet.SetCols(kShown + 2);
     for (int column = 0; column <= kShown; ++column) sheet.SetColKey(column + 1, kKeys[column]);
-    std::vector<platform::Column> columns;
-    for (platform::ColumnBuilder& column : columns_) columns.push_back(column.Finish());
+    std::vector<columns::Column> columns;
+    for (columns::ColumnBuilder& column : columns_) columns.push_back(column.Finish());
     sheet.LoadColumns(std::move(columns), 1);
     sheet.SetColHidden(kShown + 1, true);
     sheet.GroupBy(kShown + 1, 1, "%s");
@@ -98,7 +99,7 @@ class Journal {
     columns_[column + 1].AppendMoney(base::Money::FromUnits(filled ? amount : 0));
   }
 
-  std::vector<platform::ColumnBuilder> columns_{kShown + 1};
+  std::vector<columns::ColumnBuilder> columns_{kShown + 1};
   uint64_t seed_ = 20250101;
   int64_t stock_ = 0;  // hundredths
   int64_t value_ = 0;  // ten-thousandths
@@ -211,7 +212,7 @@ void AgainstPlain(sheet::Sheet& sheet, const PlainTexts& texts, int rounds) {
 // So many rows get a mark of their own in a column that is written anew.
 void MarkRows(sheet::Sheet& sheet, size_t few, size_t many) {
   const int column = sheet.ColIndex("Explain");
-  platform::ColumnBuilder texts;
+  columns::ColumnBuilder texts;
   const size_t records = sheet.RecordCount();
   for (size_t record = 0; record < records; ++record) {
     const bool is_few = record % (records / few) == 0;

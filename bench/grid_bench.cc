@@ -13,12 +13,12 @@
 #include <limits>
 #include <numeric>
 
+#include "columns/column.h"
 #include "journal_window.h"
-#include "platform/column.h"
 #include "qt/clipboard.h"
 #include "qt/grid_view.h"
 #include "rival_models.h"
-#include "stockbook/gui_session.h"
+#include "stockbook/command/gui_session.h"
 
 namespace {
 
@@ -40,14 +40,14 @@ void Print(const char* what, double grid, const char* rival, double other, doubl
 }
 
 // The loaded columns that the sheet shows, once more.
-std::vector<platform::Column> CopiesOf(const sheet::Sheet& sheet, const std::vector<int>& columns) {
+std::vector<columns::Column> CopiesOf(const sheet::Sheet& sheet, const std::vector<int>& columns) {
   std::vector<uint32_t> order(sheet.RecordCount());
   std::iota(order.begin(), order.end(), 0U);
-  std::vector<platform::Column> copies;
+  std::vector<columns::Column> copies;
   for (const int column : columns) {
-    const platform::Column* loaded = sheet.LoadedText(column);
+    const columns::Column* loaded = sheet.LoadedText(column);
     copies.push_back(loaded != nullptr ? loaded->Gather(order)
-                                       : platform::Column::Constant(base::Value(), order.size()));
+                                       : columns::Column::Constant(base::Value(), order.size()));
   }
   return copies;
 }
@@ -74,7 +74,7 @@ void FirstFrame(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
     Prepare(sheet, journal, texts.columns());
     qt::GridView view(sheet);
     bench::Show(view);
-    std::vector<platform::Column> columns = CopiesOf(journal, texts.columns());
+    std::vector<columns::Column> columns = CopiesOf(journal, texts.columns());
     return SecondsOf([&] {
       sheet.LoadColumns(std::move(columns), 1);
       view.viewport()->repaint();
@@ -176,7 +176,7 @@ void Memory(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
   // The shown columns, and the periods to group by.
   std::vector<int> which = texts.columns();
   which.push_back(journal.ColIndex("Period"));
-  std::vector<platform::Column> columns = CopiesOf(journal, which);
+  std::vector<columns::Column> columns = CopiesOf(journal, which);
   const size_t rows = columns.front().size();
   const auto in_use = [] {
     const struct mallinfo2 info = mallinfo2();

@@ -16,8 +16,8 @@
 #include "qt/fonts.h"
 #include "qt/stockbook_widget.h"
 #include "sheet/sheet.h"
-#include "stockbook/journal_desk.h"
-#include "stockbook/sample_inventory.h"
+#include "stockbook/sample/sample_inventory.h"
+#include "stockbook/window/journal_desk.h"
 
 namespace stockbook::bench {
 

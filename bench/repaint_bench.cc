@@ -12,7 +12,7 @@
 
 #include "journal_window.h"
 #include "rival_models.h"
-#include "stockbook/gui_session.h"
+#include "stockbook/command/gui_session.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "stockbook/command_line_dispatch.h"
-#include "stockbook/import_command.h"
-#include "stockbook/journal_commands.h"
-#include "stockbook/sample_command.h"
-#include "stockbook/window_commands.h"
+#include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/import_command.h"
+#include "stockbook/command/journal_commands.h"
+#include "stockbook/command/sample_command.h"
+#include "stockbook/window/window_commands.h"
 
 int main(int argc, char** argv) {
   using namespace stockbook::app;

@@ -7,7 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/column.h"
+#include "columns/column.h"
+#include "columns/column_builder.h"
 #include "qt/clipboard.h"
 #include "qt/fonts.h"
 #include "qt/grid_view.h"
@@ -17,9 +18,9 @@ namespace sb = stockbook;
 
 enum { kLine, kMonth, kDate, kText, kIn, kOut, kBalance, kColumns };
 
-std::vector<sb::platform::Column> MakeCashBook(int lines) {
+std::vector<sb::columns::Column> MakeCashBook(int lines) {
   static const char* const kTexts[] = {"Sales over the counter", "Rent", "Wages", "Screws and bolts", "Postage"};
-  std::vector<sb::platform::ColumnBuilder> book(kColumns);
+  std::vector<sb::columns::ColumnBuilder> book(kColumns);
   int64_t balance = 500 * 10000;  // money is counted in ten-thousandths
   for (int line = 0; line < lines; ++line) {
     const int day = static_cast<int>(int64_t{line} * 36 * 28 / lines);
@@ -36,8 +37,8 @@ std::vector<sb::platform::Column> MakeCashBook(int lines) {
     amount < 0 ? book[kOut].AppendMoney(sb::base::Money::FromUnits(-amount)) : book[kOut].AppendNull();
     book[kBalance].AppendMoney(sb::base::Money::FromUnits(balance));
   }
-  std::vector<sb::platform::Column> columns;
-  for (sb::platform::ColumnBuilder& column : book) columns.push_back(column.Finish());
+  std::vector<sb::columns::Column> columns;
+  for (sb::columns::ColumnBuilder& column : book) columns.push_back(column.Finish());
   return columns;
 }
 

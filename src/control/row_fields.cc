@@ -90,7 +90,7 @@ class RowSearch {
   const platform::Grid& grid_;
   int column_;
   double value_;
-  const platform::Column* loaded_;
+  const columns::Column* loaded_;
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <type_traits>
 
+#include "base/column_keys.h"
 #include "base/value.h"
 #include "platform/connection.h"
 #include "platform/grid.h"
@@ -35,52 +36,52 @@ using Counted = Field<double, FieldPlace::kNumber, FieldWriter::kText>;
 using Texts = Field<std::string, FieldPlace::kText, FieldWriter::kNone>;
 using Key = Field<int32_t, FieldPlace::kNumber, FieldWriter::kNone>;
 
-inline constexpr Masked<double> Price{"Price"};
-inline constexpr Counted Quantity{"Quantity"};
-inline constexpr Masked<base::Money> Account{"Account"};
-inline constexpr Counted RevQty{"RevQty"};
-inline constexpr Masked<base::Money> RevAcc{"RevAcc"};
-inline constexpr Counted IssQty{"IssQty"};
-inline constexpr Masked<base::Money> IssAcc{"IssAcc"};
-inline constexpr Masked<double> StoPrice{"StoPrice"};
-inline constexpr Counted StoQty{"StoQty"};
-inline constexpr Masked<base::Money> StoAcc{"StoAcc"};
+inline constexpr Masked<double> Price{base::keys::kPrice};
+inline constexpr Counted Quantity{base::keys::kQuantity};
+inline constexpr Masked<base::Money> Account{base::keys::kAccount};
+inline constexpr Counted RevQty{base::keys::kRevQty};
+inline constexpr Masked<base::Money> RevAcc{base::keys::kRevAcc};
+inline constexpr Counted IssQty{base::keys::kIssQty};
+inline constexpr Masked<base::Money> IssAcc{base::keys::kIssAcc};
+inline constexpr Masked<double> StoPrice{base::keys::kStoPrice};
+inline constexpr Counted StoQty{base::keys::kStoQty};
+inline constexpr Masked<base::Money> StoAcc{base::keys::kStoAcc};
 // An amount of money like the others, whatever its name says.
-inline constexpr Masked<base::Money> TaxRate{"TaxRate"};
-inline constexpr Masked<base::Money> Tax{"Tax"};
-inline constexpr Masked<double> TaxPrice{"TaxPrice"};
-inline constexpr Masked<base::Money> TaxAccount{"TaxAccount"};
+inline constexpr Masked<base::Money> TaxRate{base::keys::kTaxRate};
+inline constexpr Masked<base::Money> Tax{base::keys::kTax};
+inline constexpr Masked<double> TaxPrice{base::keys::kTaxPrice};
+inline constexpr Masked<base::Money> TaxAccount{base::keys::kTaxAccount};
 
-inline constexpr Texts AccPeriod{"AccPeriod"};
-inline constexpr Field<base::Date, FieldPlace::kText, FieldWriter::kNone> BillDate{"BillDate"};
-inline constexpr Texts BillNo{"BillNo"};
-inline constexpr Texts BillKind{"BillKind"};
-inline constexpr Texts Explain{"Explain"};
-inline constexpr Texts Field0{"Field0"};
-inline constexpr Texts Field1{"Field1"};
-inline constexpr Texts Field2{"Field2"};
-inline constexpr Texts Field3{"Field3"};
-inline constexpr Texts Deadline{"Deadline"};
-inline constexpr Texts ProductDate{"ProductDate"};
-inline constexpr Texts SerialNo{"SerialNo"};
-inline constexpr Texts Depot{"Depot"};
-inline constexpr Texts Enterprise{"Enterprise"};
-inline constexpr Texts Project{"Project"};
-inline constexpr Texts ProjNo{"ProjNo"};
-inline constexpr Texts Inputor{"Inputor"};
-inline constexpr Texts InputDate{"InputDate"};
-inline constexpr Texts Auditor{"Auditor"};
-inline constexpr Texts AuditDate{"AuditDate"};
+inline constexpr Texts AccPeriod{base::keys::kAccPeriod};
+inline constexpr Field<base::Date, FieldPlace::kText, FieldWriter::kNone> BillDate{base::keys::kBillDate};
+inline constexpr Texts BillNo{base::keys::kBillNo};
+inline constexpr Texts BillKind{base::keys::kBillKind};
+inline constexpr Texts Explain{base::keys::kExplain};
+inline constexpr Texts Field0{base::keys::kField0};
+inline constexpr Texts Field1{base::keys::kField1};
+inline constexpr Texts Field2{base::keys::kField2};
+inline constexpr Texts Field3{base::keys::kField3};
+inline constexpr Texts Deadline{base::keys::kDeadline};
+inline constexpr Texts ProductDate{base::keys::kProductDate};
+inline constexpr Texts SerialNo{base::keys::kSerialNo};
+inline constexpr Texts Depot{base::keys::kDepot};
+inline constexpr Texts Enterprise{base::keys::kEnterprise};
+inline constexpr Texts Project{base::keys::kProject};
+inline constexpr Texts ProjNo{base::keys::kProjNo};
+inline constexpr Texts Inputor{base::keys::kInputor};
+inline constexpr Texts InputDate{base::keys::kInputDate};
+inline constexpr Texts Auditor{base::keys::kAuditor};
+inline constexpr Texts AuditDate{base::keys::kAuditDate};
 
-inline constexpr Key RecID{"RecID"};
-inline constexpr Key dpID{"dpID"};
-inline constexpr Key ksID{"ksID"};
-inline constexpr Key pjID{"pjID"};
-inline constexpr Key OtherID{"OtherID"};
-inline constexpr Field<int32_t, FieldPlace::kNumber, FieldWriter::kSelectsRow> pdID{"pdID"};
-inline constexpr Key BillID{"BillID"};
-inline constexpr Texts BillName{"BillName"};
-inline constexpr Field<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{"Flag"};
+inline constexpr Key RecID{base::keys::kRecID};
+inline constexpr Key dpID{base::keys::kDpID};
+inline constexpr Key ksID{base::keys::kKsID};
+inline constexpr Key pjID{base::keys::kPjID};
+inline constexpr Key OtherID{base::keys::kOtherID};
+inline constexpr Field<int32_t, FieldPlace::kNumber, FieldWriter::kSelectsRow> pdID{base::keys::kPdID};
+inline constexpr Key BillID{base::keys::kBillID};
+inline constexpr Texts BillName{base::keys::kBillName};
+inline constexpr Field<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{base::keys::kFlag};
 
 }  // namespace fields
 

@@ -3,16 +3,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 #include <vector>
 
+#include "base/column_keys.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "grid/column_layout.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
-#include "interaction/find.h"
+#include "interaction/find/find.h"
 #include "journal/vocabulary.h"
 #include "platform/error.h"
 #include "platform/grid_guards.h"
@@ -20,13 +22,9 @@
 namespace stockbook::control {
 namespace {
 
-constexpr const char* kOutlineKey = "BillNo";
-constexpr const char* kNumericColumns =
-    "|Price|Quantity|Quantity2|Account|RevQty|RevQty2|RevAcc|IssQty|IssQty2|IssAcc|StoPrice|StoQty|StoQty2|StoAcc|"
-    "Ratio|Tax|"
-    "TaxPrice|TaxAccount|";
+namespace keys = base::keys;
+
 constexpr const char* kNumericFont = "Arial";
-constexpr const char* kNameColumns = "Model|Standard|Measure";
 
 // A fixed row for the captions and a fixed column for the row marks.
 void StartUp(platform::Grid& grid) {
@@ -94,8 +92,8 @@ std::string Stockbook::FmtName() const { return std::string(journal::FmtName(lay
 namespace {
 
 // Takes keys off the hidden-key list, or puts them on it and hides the columns that the layout would hide.
-void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allow, const std::vector<const char*>& keys,
-                  const std::vector<const char*>& hidden_at_once) {
+void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allow, std::span<const char* const> keys,
+                  std::span<const char* const> hidden_at_once) {
   for (const char* key : keys) {
     if (allow)
       hidden_keys.ShowKey(key);
@@ -112,14 +110,15 @@ void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allo
 
 void Stockbook::SetAllowQty2(bool allow) {
   layout_.allow_qty2 = allow;
-  AllowColumns(fg_, hidden_keys_, allow, {"Quantity2", "Qty2", "RevQty2", "IssQty2", "StoQty2"},
-               {"Quantity2", "RevQty2", "IssQty2", "StoQty2"});
+  // The key of the statement's own second quantity goes on the list too; no layout has a column of it.
+  static constexpr const char* kListed[] = {keys::kQuantity2, keys::kQty2, keys::kRevQty2, keys::kIssQty2,
+                                            keys::kStoQty2};
+  AllowColumns(fg_, hidden_keys_, allow, kListed, keys::kSecondUnit);
 }
 
 void Stockbook::SetAllowInv(bool allow) {
   layout_.allow_inv = allow;
-  AllowColumns(fg_, hidden_keys_, allow, {"Ratio", "Tax", "TaxPrice", "TaxAccount"},
-               {"Ratio", "Tax", "TaxPrice", "TaxAccount"});
+  AllowColumns(fg_, hidden_keys_, allow, keys::kTaxes, keys::kTaxes);
 }
 
 void Stockbook::SetdpID(int32_t id) {
@@ -209,7 +208,7 @@ void Stockbook::FormatGrid() {
   {
     const platform::BusyTag tag(fg_, "Format");
     const platform::PointerKept pointer(fg_);
-    outline_col_key_ = kOutlineKey;
+    outline_col_key_ = keys::kBillNo;
     grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
     SizeRows();
   }
@@ -276,9 +275,10 @@ std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
 base::Value Stockbook::DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas) {
   if (CmdName == "ColChanged") {
     // Any piece of the list counts, the empty text included.
-    if (std::string_view(kNameColumns).find(rParas.at(0).Text()) != std::string_view::npos) RefreshProductNames();
+    if (std::string_view(keys::kNamePartsText).find(rParas.at(0).Text()) != std::string_view::npos)
+      RefreshProductNames();
   } else if (CmdName == "SetColFont") {
-    grid::SetColumnsFont(fg_, kNumericColumns, kNumericFont);
+    grid::SetColumnsFont(fg_, keys::kNumericText, kNumericFont);
   }
   return {};
 }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "base/column_keys.h"
 #include "control/stockbook.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
 #include "journal/loader.h"
 
 namespace stockbook::control {
+
+namespace keys = base::keys;
 
 // The control's side of a load: what the loader asks for between its own steps.
 class Stockbook::LoadSteps : public journal::LoadSteps {
@@ -55,15 +58,15 @@ class Stockbook::LoadSteps : public journal::LoadSteps {
   }
 
   void CloseLoad() override {
-    control_.outline_col_key_ = "BillNo";
+    control_.outline_col_key_ = keys::kBillNo;
     control_.ApplyBackPictures();
   }
 
  private:
   bool ShowsNameParts() const {
     const auto shown = [&](const char* key) { return !control_.fg_.ColHidden(control_.fg_.ColIndex(key)); };
-    const bool shows_model = control_.layout_.journal_type != base::MaterialJournal && shown("Model");
-    return shows_model || shown("Standard") || shown("Measure");
+    const bool shows_model = control_.layout_.journal_type != base::MaterialJournal && shown(keys::kModel);
+    return shows_model || shown(keys::kStandard) || shown(keys::kMeasure);
   }
 
   Stockbook& control_;

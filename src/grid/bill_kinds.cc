@@ -4,10 +4,13 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/column.h"
+#include "base/column_keys.h"
+#include "columns/column.h"
 
 namespace stockbook::grid {
 namespace {
+
+namespace keys = base::keys;
 
 constexpr auto kPicturePlace = platform::PictureAlignment::kLeftCenter;
 constexpr auto kMarkPlace = platform::PictureAlignment::kRightTop;
@@ -42,7 +45,7 @@ bool IsSupplierBill(std::string_view bill_name) {
 
 // A class for every record, found once for every distinct text.
 template <typename Classify>
-std::vector<uint8_t> ClassifyTexts(const platform::Column* column, size_t records, Classify classify) {
+std::vector<uint8_t> ClassifyTexts(const columns::Column* column, size_t records, Classify classify) {
   if (column == nullptr) return std::vector<uint8_t>(records, classify(std::string_view()));
   std::vector<uint8_t> classes(records);
   if (!column->HasTextCodes()) {
@@ -61,7 +64,7 @@ std::vector<uint8_t> ClassifyTexts(const platform::Column* column, size_t record
 }
 
 template <typename Classify>
-std::vector<uint8_t> ClassifyNumbers(const platform::Column* column, size_t records, Classify classify) {
+std::vector<uint8_t> ClassifyNumbers(const columns::Column* column, size_t records, Classify classify) {
   std::vector<uint8_t> classes(records);
   if (column == nullptr) return classes;
   std::vector<double> numbers(kBlockRows);
@@ -79,11 +82,11 @@ uint8_t IsFilled(std::string_view text) { return text.empty() ? 0 : 1; }
 
 std::string BillKinds::Text(int row, std::string_view key) const { return grid_.TextMatrix(row, grid_.ColIndex(key)); }
 
-bool BillKinds::IsAudited(int row) const { return !Text(row, "Auditor").empty(); }
+bool BillKinds::IsAudited(int row) const { return !Text(row, keys::kAuditor).empty(); }
 
 platform::PictureRef BillKinds::BillKindPicture(int row) const {
   if (row < grid_.FixedRows() || row >= grid_.Rows()) row = grid_.Row();
-  const Kind& kind = kKinds[KindOf(Text(row, "BillName"))];
+  const Kind& kind = kKinds[KindOf(Text(row, keys::kBillName))];
   return pictures_.*(IsAudited(row) ? kind.host_audited_picture : kind.host_picture);
 }
 
@@ -94,19 +97,20 @@ void BillKinds::Place(int row, std::string_view key, const platform::PictureRef&
 }
 
 void BillKinds::DecorateRow(int row) {
-  const std::string bill_name = Text(row, "BillName");
+  const std::string bill_name = Text(row, keys::kBillName);
   const std::string image = std::string(kKinds[KindOf(bill_name)].image) + (IsAudited(row) ? "1" : "");
   Place(row, outline_key_, images_.Find(image), kPicturePlace);
-  if (grid_.ValueMatrix(row, grid_.ColIndex("pdID")) > 0) Place(row, "ProductName", images_.Find("Mtr"), kPicturePlace);
-  if (grid_.ValueMatrix(row, grid_.ColIndex("OtherID")) != 0) {
-    Place(row, "Quantity", mark_, kMarkPlace);
-    Place(row, "IssQty", mark_, kMarkPlace);
+  if (grid_.ValueMatrix(row, grid_.ColIndex(keys::kPdID)) > 0)
+    Place(row, keys::kProductName, images_.Find("Mtr"), kPicturePlace);
+  if (grid_.ValueMatrix(row, grid_.ColIndex(keys::kOtherID)) != 0) {
+    Place(row, keys::kQuantity, mark_, kMarkPlace);
+    Place(row, keys::kIssQty, mark_, kMarkPlace);
   }
-  if (!Text(row, "Depot").empty()) Place(row, "Depot", images_.Find("Depot"), kPicturePlace);
-  if (!Text(row, "Enterprise").empty()) {
-    Place(row, "Enterprise", images_.Find(IsSupplierBill(bill_name) ? "Supplier" : "Customer"), kPicturePlace);
+  if (!Text(row, keys::kDepot).empty()) Place(row, keys::kDepot, images_.Find("Depot"), kPicturePlace);
+  if (!Text(row, keys::kEnterprise).empty()) {
+    Place(row, keys::kEnterprise, images_.Find(IsSupplierBill(bill_name) ? "Supplier" : "Customer"), kPicturePlace);
   }
-  if (!Text(row, "Project").empty()) Place(row, "Project", images_.Find("Project"), kPicturePlace);
+  if (!Text(row, keys::kProject).empty()) Place(row, keys::kProject, images_.Find("Project"), kPicturePlace);
 }
 
 void BillKinds::PlaceRecords(std::string_view key, std::vector<uint8_t> codes,
@@ -120,10 +124,10 @@ void BillKinds::PlaceRecords(std::string_view key, std::vector<uint8_t> codes,
 
 void BillKinds::DecorateRecords() {
   const size_t records = grid_.RecordCount();
-  std::vector<uint8_t> kinds = ClassifyTexts(Loaded("BillName"), records, KindOf);
-  const std::vector<uint8_t> audited = ClassifyTexts(Loaded("Auditor"), records, IsFilled);
-  const std::vector<uint8_t> from_supplier = ClassifyTexts(Loaded("BillName"), records, IsSupplierBill);
-  std::vector<uint8_t> partners = ClassifyTexts(Loaded("Enterprise"), records, IsFilled);
+  std::vector<uint8_t> kinds = ClassifyTexts(Loaded(keys::kBillName), records, KindOf);
+  const std::vector<uint8_t> audited = ClassifyTexts(Loaded(keys::kAuditor), records, IsFilled);
+  const std::vector<uint8_t> from_supplier = ClassifyTexts(Loaded(keys::kBillName), records, IsSupplierBill);
+  std::vector<uint8_t> partners = ClassifyTexts(Loaded(keys::kEnterprise), records, IsFilled);
   for (size_t record = 0; record < records; ++record) {
     kinds[record] = static_cast<uint8_t>(1 + 2 * kinds[record] + audited[record]);
     if (partners[record] != 0 && from_supplier[record] == 0) partners[record] = 2;
@@ -134,21 +138,21 @@ void BillKinds::DecorateRecords() {
     host_pictures.insert(host_pictures.end(), {pictures_.*kind.host_picture, pictures_.*kind.host_audited_picture});
     images.insert(images.end(), {images_.Find(kind.image), images_.Find(std::string(kind.image) + "1")});
   }
-  PlaceRecords("BillKind", kinds, std::move(host_pictures), kPicturePlace);
+  PlaceRecords(keys::kBillKind, kinds, std::move(host_pictures), kPicturePlace);
   PlaceRecords(outline_key_, std::move(kinds), std::move(images), kPicturePlace);
   const auto positive = [](double number) -> uint8_t { return number > 0 ? 1 : 0; };
-  PlaceRecords("ProductName", ClassifyNumbers(Loaded("pdID"), records, positive), {nullptr, images_.Find("Mtr")},
-               kPicturePlace);
+  PlaceRecords(keys::kProductName, ClassifyNumbers(Loaded(keys::kPdID), records, positive),
+               {nullptr, images_.Find("Mtr")}, kPicturePlace);
   const auto not_zero = [](double number) -> uint8_t { return number != 0 ? 1 : 0; };
-  const std::vector<uint8_t> marked = ClassifyNumbers(Loaded("OtherID"), records, not_zero);
-  PlaceRecords("Quantity", marked, {nullptr, mark_}, kMarkPlace);
-  PlaceRecords("IssQty", marked, {nullptr, mark_}, kMarkPlace);
-  PlaceRecords("Depot", ClassifyTexts(Loaded("Depot"), records, IsFilled), {nullptr, images_.Find("Depot")},
+  const std::vector<uint8_t> marked = ClassifyNumbers(Loaded(keys::kOtherID), records, not_zero);
+  PlaceRecords(keys::kQuantity, marked, {nullptr, mark_}, kMarkPlace);
+  PlaceRecords(keys::kIssQty, marked, {nullptr, mark_}, kMarkPlace);
+  PlaceRecords(keys::kDepot, ClassifyTexts(Loaded(keys::kDepot), records, IsFilled), {nullptr, images_.Find("Depot")},
                kPicturePlace);
-  PlaceRecords("Enterprise", std::move(partners), {nullptr, images_.Find("Supplier"), images_.Find("Customer")},
+  PlaceRecords(keys::kEnterprise, std::move(partners), {nullptr, images_.Find("Supplier"), images_.Find("Customer")},
                kPicturePlace);
-  PlaceRecords("Project", ClassifyTexts(Loaded("Project"), records, IsFilled), {nullptr, images_.Find("Project")},
-               kPicturePlace);
+  PlaceRecords(keys::kProject, ClassifyTexts(Loaded(keys::kProject), records, IsFilled),
+               {nullptr, images_.Find("Project")}, kPicturePlace);
 }
 
 void SetAllCollapsed(platform::Grid& grid, OutlineState state) { grid.CollapseAll(state == OutlineState::kCollapsed); }

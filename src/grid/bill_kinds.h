@@ -35,7 +35,7 @@ class BillKinds {
   void Place(int row, std::string_view key, const platform::PictureRef& picture, platform::PictureAlignment alignment);
   void PlaceRecords(std::string_view key, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
                     platform::PictureAlignment alignment);
-  const platform::Column* Loaded(std::string_view key) const { return grid_.LoadedText(grid_.ColIndex(key)); }
+  const columns::Column* Loaded(std::string_view key) const { return grid_.LoadedText(grid_.ColIndex(key)); }
 
   platform::Grid& grid_;
   const Pictures& pictures_;

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "grid/column_layout.h"
 
+#include "base/column_keys.h"
 #include "base/text.h"
 #include "grid/field_captions.h"
 
 namespace stockbook::grid {
 namespace {
 
-constexpr const char* kAlwaysHidden =
-    "|Period|BillDate|RecID|BillID|dpID|ksID|pjID|pdID|OtherID|Flag|DQty|DStoQty|BillName|Measure2|";
-constexpr const char* kTaxKeys = "Ratio|Tax|TaxPrice|TaxAccount|";
+namespace keys = base::keys;
+
+constexpr const char* kAlwaysHidden[] = {keys::kPeriod, keys::kBillDate, keys::kRecID,    keys::kBillID,  keys::kDpID,
+                                         keys::kKsID,   keys::kPjID,     keys::kPdID,     keys::kOtherID, keys::kFlag,
+                                         keys::kDQty,   keys::kDStoQty,  keys::kBillName, keys::kMeasure2};
 constexpr int kScratchColumns = 100;
 constexpr auto kText = platform::DataType::kString;
 constexpr auto kLong = platform::DataType::kLong;
@@ -54,62 +57,64 @@ struct ColumnLayout::Definition {
 
 const ColumnLayout::Definition* ColumnLayout::Definitions() {
   static constexpr Definition kDefinitions[kColumnCount] = {
-      {"SeqNo", "", Hide::kNo, kLong, Format::kNone, 200, kCenter},
-      {"Period", "Period", Hide::kYes, kText, Format::kNone, 900, kLeft},
-      {"BillDate", "Period", Hide::kYes, kText, Format::kNone, 900, kLeft},  // captioned like Period, and stays so
-      {"BillNo", "单据", Hide::kNo, kText, Format::kNone, 2800, kLeft},
-      {"BillKind", "类型", Hide::kNo, kText, Format::kNone, 600, kLeft},
-      {"Explain", "摘要", Hide::kNo, kText, Format::kNone, 1000, kLeft},
-      {"ProductName", "名称", Hide::kInList, kText, Format::kNone, 1200, kLeft, Caption::kMaterielTitle},
-      {"ProductNo", "编号", Hide::kYes, kText, Format::kNone, 1000, kLeft, Caption::kMaterielTitle},
-      {"Model", "规格", Hide::kYes, kText, Format::kNone, 600, kLeft},
-      {"Standard", "型号", Hide::kYes, kText, Format::kNone, 600, kLeft},
-      {"Measure", "单位", Hide::kYes, kText, Format::kNone, 500, kCenter},
-      {"Measure2", "单位2", Hide::kYes, kText, Format::kNone, 500, kCenter},
-      {"Price", "单价", Hide::kInList, kDouble, Format::kPrice, 1200, kRight},
-      {"Quantity", "入库/出库|数量", Hide::kInList, kDouble, Format::kQuantity, 1400, kRight},
-      {"Quantity2", "入库/出库|数量2", Hide::kInList, kDouble, Format::kNone, 1400, kRight},
-      {"Account", "入库/出库|金额", Hide::kInList, kCurrency, Format::kAccount, 1400, kRight},
-      {"RevQty", "入库数量", Hide::kUnlessSupplier, kDouble, Format::kQuantity, 1400, kRight},
-      {"RevQty2", "入库数量2", Hide::kUnlessSupplierQty2, kDouble, Format::kNone, 1400, kRight},
-      {"RevAcc", "入库金额", Hide::kUnlessSupplier, kCurrency, Format::kAccount, 1400, kRight},
-      {"IssQty", "出库数量", Hide::kUnlessCustomer, kDouble, Format::kQuantity, 1400, kRight},
-      {"IssQty2", "出库数量2", Hide::kUnlessCustomerQty2, kDouble, Format::kNone, 1400, kRight},
-      {"IssAcc", "出库金额", Hide::kUnlessCustomer, kCurrency, Format::kAccount, 1400, kRight},
-      {"StoPrice", "库存单价", Hide::kNo, kDouble, Format::kPrice, 1200, kRight, Caption::kStock, "累计均价"},
-      {"StoQty", "库存数量", Hide::kNo, kDouble, Format::kQuantity, 1400, kRight, Caption::kStock, "累计数量"},
-      {"StoQty2", "库存数量2", Hide::kUnlessQty2, kDouble, Format::kNone, 1400, kRight, Caption::kStock, "累计数量2"},
-      {"StoAcc", "库存金额", Hide::kNo, kCurrency, Format::kAccount, 1400, kRight, Caption::kStock, "累计金额"},
-      {"Ratio", "税率", Hide::kUnlessInv, kDouble, Format::kPercent, 900, kRight},
-      {"Tax", "税额", Hide::kUnlessInv, kDouble, Format::kAccount, 1000, kRight},
-      {"TaxPrice", "含税单价", Hide::kUnlessInv, kDouble, Format::kPrice, 1200, kRight},
-      {"TaxAccount", "含税金额", Hide::kUnlessInv, kDouble, Format::kAccount, 1400, kRight},
-      {"Field0", "0", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field1", "1", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field2", "2", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field3", "3", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field4", "4", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field5", "5", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
-      {"Field6", "6", Hide::kYes, kText, Format::kDay, 1400, kLeft, Caption::kField},
-      {"Depot", "仓库名称", Hide::kYes, kText, Format::kNone, 1400, kLeft},
-      {"Enterprise", "单位名称", Hide::kYes, kText, Format::kNone, 1400, kLeft},
-      {"Project", "名称", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kProjectTitle},
-      {"ProjNo", "编号", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kProjectTitle},
-      {"Inputor", "录入员", Hide::kYes, kText, Format::kNone, 1400, kLeft},
-      {"InputDate", "录入日期", Hide::kYes, kDate, Format::kDay, 1400, kLeft},
-      {"Auditor", "审核员", Hide::kYes, kText, Format::kNone, 1400, kLeft},
-      {"AuditDate", "审核日期", Hide::kYes, kDate, Format::kDay, 1400, kLeft},
-      {"DQty", "D库存数量", Hide::kYes, kDouble, Format::kQuantity, 1400, kRight},
-      {"DStoQty", "D库存数量", Hide::kYes, kDouble, Format::kQuantity, 1400, kRight},
-      {"BillID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"RecID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"dpID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"ksID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"pjID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"OtherID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"pdID", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"Flag", "", Hide::kYes, kLong, Format::kNone, 400, kRight},
-      {"BillName", "单据名称", Hide::kYes, kText, Format::kNone, 400, kRight},
+      {keys::kSeqNo, "", Hide::kNo, kLong, Format::kNone, 200, kCenter},
+      {keys::kPeriod, keys::kPeriod, Hide::kYes, kText, Format::kNone, 900, kLeft},
+      {keys::kBillDate, keys::kPeriod, Hide::kYes, kText, Format::kNone, 900,
+       kLeft},  // captioned like Period, and stays so
+      {keys::kBillNo, "单据", Hide::kNo, kText, Format::kNone, 2800, kLeft},
+      {keys::kBillKind, "类型", Hide::kNo, kText, Format::kNone, 600, kLeft},
+      {keys::kExplain, "摘要", Hide::kNo, kText, Format::kNone, 1000, kLeft},
+      {keys::kProductName, "名称", Hide::kInList, kText, Format::kNone, 1200, kLeft, Caption::kMaterielTitle},
+      {keys::kProductNo, "编号", Hide::kYes, kText, Format::kNone, 1000, kLeft, Caption::kMaterielTitle},
+      {keys::kModel, "规格", Hide::kYes, kText, Format::kNone, 600, kLeft},
+      {keys::kStandard, "型号", Hide::kYes, kText, Format::kNone, 600, kLeft},
+      {keys::kMeasure, "单位", Hide::kYes, kText, Format::kNone, 500, kCenter},
+      {keys::kMeasure2, "单位2", Hide::kYes, kText, Format::kNone, 500, kCenter},
+      {keys::kPrice, "单价", Hide::kInList, kDouble, Format::kPrice, 1200, kRight},
+      {keys::kQuantity, "入库/出库|数量", Hide::kInList, kDouble, Format::kQuantity, 1400, kRight},
+      {keys::kQuantity2, "入库/出库|数量2", Hide::kInList, kDouble, Format::kNone, 1400, kRight},
+      {keys::kAccount, "入库/出库|金额", Hide::kInList, kCurrency, Format::kAccount, 1400, kRight},
+      {keys::kRevQty, "入库数量", Hide::kUnlessSupplier, kDouble, Format::kQuantity, 1400, kRight},
+      {keys::kRevQty2, "入库数量2", Hide::kUnlessSupplierQty2, kDouble, Format::kNone, 1400, kRight},
+      {keys::kRevAcc, "入库金额", Hide::kUnlessSupplier, kCurrency, Format::kAccount, 1400, kRight},
+      {keys::kIssQty, "出库数量", Hide::kUnlessCustomer, kDouble, Format::kQuantity, 1400, kRight},
+      {keys::kIssQty2, "出库数量2", Hide::kUnlessCustomerQty2, kDouble, Format::kNone, 1400, kRight},
+      {keys::kIssAcc, "出库金额", Hide::kUnlessCustomer, kCurrency, Format::kAccount, 1400, kRight},
+      {keys::kStoPrice, "库存单价", Hide::kNo, kDouble, Format::kPrice, 1200, kRight, Caption::kStock, "累计均价"},
+      {keys::kStoQty, "库存数量", Hide::kNo, kDouble, Format::kQuantity, 1400, kRight, Caption::kStock, "累计数量"},
+      {keys::kStoQty2, "库存数量2", Hide::kUnlessQty2, kDouble, Format::kNone, 1400, kRight, Caption::kStock,
+       "累计数量2"},
+      {keys::kStoAcc, "库存金额", Hide::kNo, kCurrency, Format::kAccount, 1400, kRight, Caption::kStock, "累计金额"},
+      {keys::kRatio, "税率", Hide::kUnlessInv, kDouble, Format::kPercent, 900, kRight},
+      {keys::kTax, "税额", Hide::kUnlessInv, kDouble, Format::kAccount, 1000, kRight},
+      {keys::kTaxPrice, "含税单价", Hide::kUnlessInv, kDouble, Format::kPrice, 1200, kRight},
+      {keys::kTaxAccount, "含税金额", Hide::kUnlessInv, kDouble, Format::kAccount, 1400, kRight},
+      {keys::kField0, "0", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField1, "1", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField2, "2", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField3, "3", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField4, "4", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField5, "5", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kField},
+      {keys::kField6, "6", Hide::kYes, kText, Format::kDay, 1400, kLeft, Caption::kField},
+      {keys::kDepot, "仓库名称", Hide::kYes, kText, Format::kNone, 1400, kLeft},
+      {keys::kEnterprise, "单位名称", Hide::kYes, kText, Format::kNone, 1400, kLeft},
+      {keys::kProject, "名称", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kProjectTitle},
+      {keys::kProjNo, "编号", Hide::kYes, kText, Format::kNone, 1400, kLeft, Caption::kProjectTitle},
+      {keys::kInputor, "录入员", Hide::kYes, kText, Format::kNone, 1400, kLeft},
+      {keys::kInputDate, "录入日期", Hide::kYes, kDate, Format::kDay, 1400, kLeft},
+      {keys::kAuditor, "审核员", Hide::kYes, kText, Format::kNone, 1400, kLeft},
+      {keys::kAuditDate, "审核日期", Hide::kYes, kDate, Format::kDay, 1400, kLeft},
+      {keys::kDQty, "D库存数量", Hide::kYes, kDouble, Format::kQuantity, 1400, kRight},
+      {keys::kDStoQty, "D库存数量", Hide::kYes, kDouble, Format::kQuantity, 1400, kRight},
+      {keys::kBillID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kRecID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kDpID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kKsID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kPjID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kOtherID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kPdID, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kFlag, "", Hide::kYes, kLong, Format::kNone, 400, kRight},
+      {keys::kBillName, "单据名称", Hide::kYes, kText, Format::kNone, 400, kRight},
   };
   return kDefinitions;
 }
@@ -119,26 +124,27 @@ bool ColumnLayout::ShowsStock() const {
 }
 
 void ColumnLayout::BuildHiddenKeys() {
-  hidden_keys_.Assign(kAlwaysHidden);
-  if (!settings_.allow_inv) hidden_keys_.Append(kTaxKeys);
+  hidden_keys_.Assign("|");
+  hidden_keys_.AppendKeys(kAlwaysHidden);
+  if (!settings_.allow_inv) hidden_keys_.AppendKeys(keys::kTaxes);
   switch (settings_.journal_type) {
     case base::MaterialJournal:
     case base::ProjectJournal:
-      hidden_keys_.Append("ProductName|ProductNo|Model|Standard|Measure|");
+      hidden_keys_.AppendKeys({keys::kProductName, keys::kProductNo, keys::kModel, keys::kStandard, keys::kMeasure});
       break;
     case base::SupplierJournal:
-      hidden_keys_.Append("Quantity|Quantity2|Account|IssQty|IssAcc|");
+      hidden_keys_.AppendKeys({keys::kQuantity, keys::kQuantity2, keys::kAccount, keys::kIssQty, keys::kIssAcc});
       break;
     case base::CustomerJournal:
-      hidden_keys_.Append("Quantity|Quantity2|Account|RevQty|RevAcc|");
+      hidden_keys_.AppendKeys({keys::kQuantity, keys::kQuantity2, keys::kAccount, keys::kRevQty, keys::kRevAcc});
       break;
   }
   hidden_keys_.Append(settings_.fields_filter);
   if (!settings_.allow_qty2) {
-    for (const char* key : {"Quantity2", "RevQty2", "IssQty2", "StoQty2"}) hidden_keys_.HideKey(key);
+    for (const char* key : keys::kSecondUnit) hidden_keys_.HideKey(key);
   }
   if (!settings_.allow_inv) {
-    for (const char* key : {"Ratio", "Tax", "TaxPrice", "TaxAccount"}) hidden_keys_.HideKey(key);
+    for (const char* key : keys::kTaxes) hidden_keys_.HideKey(key);
   }
 }
 

@@ -12,6 +12,10 @@ std::string Barred(std::string_view key) { return "|" + std::string(key) + "|"; 
 
 bool HiddenKeys::IsHiddenKey(std::string_view key) const { return text_.find(Barred(key)) != std::string::npos; }
 
+void HiddenKeys::AppendKeys(std::span<const char* const> keys) {
+  for (const char* key : keys) text_.append(key).append("|");
+}
+
 void HiddenKeys::HideKey(std::string_view key) {
   if (IsHiddenKey(key)) return;
   // Keys put on an empty list before the first layout still stand between bars.

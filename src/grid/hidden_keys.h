@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,6 +16,9 @@ class HiddenKeys {
   void Assign(std::string_view text) { text_ = text; }
   // Appends as it stands, bars or not.
   void Append(std::string_view text) { text_ += text; }
+  // Appends the keys, each with a bar after it.
+  void AppendKeys(std::span<const char* const> keys);
+  void AppendKeys(std::initializer_list<const char*> keys) { AppendKeys(std::span(keys.begin(), keys.size())); }
   bool IsHiddenKey(std::string_view key) const;
   // Puts the key on the list unless it is there.
   void HideKey(std::string_view key);

@@ -4,19 +4,24 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/column.h"
+#include "base/column_keys.h"
+#include "columns/column.h"
+#include "columns/column_builder.h"
 #include "platform/grid_guards.h"
 #include "platform/row_runs.h"
 
 namespace stockbook::grid {
 namespace {
 
+namespace keys = base::keys;
+
 struct Part {
   const char* key;
   const char* before;
   const char* after;
 };
-constexpr std::array<Part, 3> kParts = {{{"Model", "", ""}, {"Standard", "[", "]"}, {"Measure", "(", ")"}}};
+constexpr std::array<Part, 3> kParts = {
+    {{keys::kModel, "", ""}, {keys::kStandard, "[", "]"}, {keys::kMeasure, "(", ")"}}};
 constexpr size_t kBlockRows = 2048;
 
 std::string Compose(const std::string& bare_name, const std::string& parts) {
@@ -25,15 +30,15 @@ std::string Compose(const std::string& bare_name, const std::string& parts) {
 
 // The loaded columns that names are composed of; nullptr where a column is visible, or nothing was loaded there.
 struct Sources {
-  const platform::Column* name = nullptr;
-  const platform::Column* product = nullptr;
-  const platform::Column* shown = nullptr;
-  std::array<const platform::Column*, kParts.size()> parts{};
+  const columns::Column* name = nullptr;
+  const columns::Column* product = nullptr;
+  const columns::Column* shown = nullptr;
+  std::array<const columns::Column*, kParts.size()> parts{};
 };
 
 Sources SourcesOf(const platform::Grid& grid) {
-  const int name = grid.ColIndex("ProductName");
-  Sources sources = {grid.LoadedData(name), grid.LoadedText(grid.ColIndex("pdID")), grid.LoadedText(name), {}};
+  const int name = grid.ColIndex(keys::kProductName);
+  Sources sources = {grid.LoadedData(name), grid.LoadedText(grid.ColIndex(keys::kPdID)), grid.LoadedText(name), {}};
   for (size_t index = 0; index < kParts.size(); ++index) {
     const int column = grid.ColIndex(kParts[index].key);
     if (column >= 0 && grid.ColHidden(column)) sources.parts[index] = grid.LoadedText(column);
@@ -51,14 +56,14 @@ std::string ComposeRecord(const Sources& sources, size_t record) {
 }
 
 bool SameTexts(const Sources& sources, size_t left, size_t right) {
-  const auto same = [&](const platform::Column* column) {
+  const auto same = [&](const columns::Column* column) {
     return column == nullptr || column->At(left) == column->At(right);
   };
   return same(sources.name) && std::all_of(sources.parts.begin(), sources.parts.end(), same);
 }
 
-platform::Column ComposeRecords(const Sources& sources, size_t records) {
-  platform::ColumnBuilder builder;
+columns::Column ComposeRecords(const Sources& sources, size_t records) {
+  columns::ColumnBuilder builder;
   std::vector<uint32_t> pool_codes;
   std::vector<double> products(kBlockRows);
   size_t composed_from = records;
@@ -83,15 +88,15 @@ platform::Column ComposeRecords(const Sources& sources, size_t records) {
 // Whether the host wrote into cells that names are composed of.
 bool HasEditedSources(const platform::Grid& grid) {
   const auto edited = [&](const char* key) { return grid.HasEditedRecords(grid.ColIndex(key)); };
-  return edited("ProductName") || edited("pdID") ||
+  return edited(keys::kProductName) || edited(keys::kPdID) ||
          std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
 }
 
 // What the records show after a refresh, composed of the cells as they stand.
-platform::Column ComposeRowsOfRecords(const platform::Grid& grid) {
-  const int name = grid.ColIndex("ProductName");
-  const int product = grid.ColIndex("pdID");
-  platform::ColumnBuilder builder;
+columns::Column ComposeRowsOfRecords(const platform::Grid& grid) {
+  const int name = grid.ColIndex(keys::kProductName);
+  const int product = grid.ColIndex(keys::kPdID);
+  columns::ColumnBuilder builder;
   for (size_t record = 0; record < grid.RecordCount(); ++record) {
     const int row = grid.RowOfRecord(record);
     builder.AppendText(grid.ValueMatrix(row, product) > 0 ? ComposeProductName(grid, row) : grid.TextMatrix(row, name));
@@ -108,14 +113,14 @@ std::string ComposeProductName(const platform::Grid& grid, int row) {
     const std::string text = column >= 0 && grid.ColHidden(column) ? grid.TextMatrix(row, column) : std::string();
     if (!text.empty()) parts += part.before + text + part.after;
   }
-  return Compose(grid.CellData(row, grid.ColIndex("ProductName")).Text(), parts);
+  return Compose(grid.CellData(row, grid.ColIndex(keys::kProductName)).Text(), parts);
 }
 
 void RefreshProductNames(platform::Grid& grid) {
   const platform::BusyTag tag(grid, "Refresh_ProductNames");
   const platform::RedrawOff redraw(grid);
-  const int name = grid.ColIndex("ProductName");
-  const int product = grid.ColIndex("pdID");
+  const int name = grid.ColIndex(keys::kProductName);
+  const int product = grid.ColIndex(keys::kPdID);
   if (name < 0 || product < 0) return;
   if (grid.RecordCount() > 0) {
     const Sources sources = SourcesOf(grid);

@@ -6,12 +6,15 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/column_keys.h"
 #include "base/money.h"
-#include "platform/column.h"
+#include "columns/column.h"
 #include "platform/row_runs.h"
 
 namespace stockbook::grid {
 namespace {
+
+namespace keys = base::keys;
 
 constexpr std::array<const char*, 3> kCounted = {"入库单", "出库单", "调拨单"};
 constexpr size_t kBlockRows = 2048;
@@ -30,7 +33,7 @@ int16_t Counted(int64_t number) {
 class BillCounts {
  public:
   explicit BillCounts(const platform::Grid& grid)
-      : grid_(grid), bill_id_(grid.ColIndex("BillID")), bill_name_(grid.ColIndex("BillName")) {
+      : grid_(grid), bill_id_(grid.ColIndex(keys::kBillID)), bill_name_(grid.ColIndex(keys::kBillName)) {
     if (grid.HasEditedRecords(bill_id_) || grid.HasEditedRecords(bill_name_)) return;
     ids_ = grid.LoadedText(bill_id_);
     names_ = grid.LoadedText(bill_name_);
@@ -66,8 +69,8 @@ class BillCounts {
   const platform::Grid& grid_;
   int bill_id_;
   int bill_name_;
-  const platform::Column* ids_ = nullptr;
-  const platform::Column* names_ = nullptr;
+  const columns::Column* ids_ = nullptr;
+  const columns::Column* names_ = nullptr;
   std::vector<uint8_t> kinds_;  // by text code
   std::array<int64_t, kCounted.size() + 1> counts_{};
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/grid_handlers.h"
 
+#include "base/column_keys.h"
 #include "grid/bill_kinds.h"
 #include "interaction/copy.h"
 #include "interaction/menus.h"
@@ -8,9 +9,10 @@
 namespace stockbook::interaction {
 namespace {
 
+namespace keys = base::keys;
+
 constexpr int16_t kLeft = 1;
 constexpr int16_t kRight = 2;
-constexpr const char* kBillColumn = "BillNo";
 
 }  // namespace
 
@@ -133,7 +135,7 @@ void GridHandlers::DoubleClick() {
     const platform::Grid& grid = ports_.grid;
     const int row = grid.MouseRow();
     const bool on_bill = row >= 0 && grid.MouseCol() >= 1 && steps_.BillID(row) > 0;
-    if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(kBillColumn)) Command("Bill");
+    if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(keys::kBillNo)) Command("Bill");
   };
   UnlessAbandoned([&] { Try(answer); });
 }

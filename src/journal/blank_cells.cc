@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "columns/column_builder.h"
+
 namespace stockbook::journal {
 namespace {
 
@@ -11,11 +13,11 @@ constexpr size_t kBlockRows = 2048;
 
 // The column without the rows for which `blank(row)` holds, from the first such row on.
 template <typename Blank>
-std::optional<platform::Column> Without(const platform::Column& column, Blank blank) {
+std::optional<columns::Column> Without(const columns::Column& column, Blank blank) {
   size_t first = 0;
   while (first < column.size() && !blank(first)) ++first;
   if (first == column.size()) return std::nullopt;
-  platform::ColumnBuilder builder;
+  columns::ColumnBuilder builder;
   std::vector<uint32_t> pool_codes;
   for (size_t row = 0; row < column.size(); ++row) {
     if (row >= first && blank(row))
@@ -34,7 +36,7 @@ bool IsZeroDate(const base::Value& value) {
 }
 
 // Whether any row of the column reads as the number 0; block by block, since a whole column has none as a rule.
-bool HasZeros(const platform::Column& column) {
+bool HasZeros(const columns::Column& column) {
   std::vector<double> block(kBlockRows);
   for (size_t first = 0; first < column.size(); first += kBlockRows) {
     const auto rows = std::span(block).first(std::min(kBlockRows, column.size() - first));
@@ -46,8 +48,8 @@ bool HasZeros(const platform::Column& column) {
 
 }  // namespace
 
-std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags,
-                                               double flag) {
+std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags,
+                                              double flag) {
   if (!HasZeros(column)) return std::nullopt;
   std::vector<double> numbers(column.size());
   std::vector<double> row_flags(column.size());
@@ -58,7 +60,7 @@ std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, c
   });
 }
 
-std::optional<platform::Column> WithoutZeroDates(const platform::Column& column) {
+std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
   if (column.HasTextCodes()) {
     std::vector<char> zero(column.TextCodeCount());
     bool any = false;

@@ -3,16 +3,15 @@
 
 #include <optional>
 
-#include "platform/column.h"
+#include "columns/column.h"
 
 namespace stockbook::journal {
 
 // The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. `flags` nullptr
 // reads as all 0.
-std::optional<platform::Column> WithoutZerosOf(const platform::Column& column, const platform::Column* flags,
-                                               double flag);
+std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags, double flag);
 
 // The column with its zero dates (1899-12-30, a number 0, or a text of either) emptied; nothing when there are none.
-std::optional<platform::Column> WithoutZeroDates(const platform::Column& column);
+std::optional<columns::Column> WithoutZeroDates(const columns::Column& column);
 
 }  // namespace stockbook::journal

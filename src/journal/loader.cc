@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/column_keys.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "journal/blank_cells.h"
@@ -13,6 +14,8 @@
 
 namespace stockbook::journal {
 namespace {
+
+namespace keys = base::keys;
 
 constexpr const char* kOpeningWord = "期初";
 constexpr const char* kTotalWord = "合计";
@@ -116,7 +119,7 @@ void Loader::FillGrid() {
   steps_.Process(30);
   if (journal.AtEnd()) return;
   std::vector<platform::Field> fields = journal.TakeAll();
-  std::vector<platform::Column> columns;
+  std::vector<columns::Column> columns;
   columns.reserve(fields.size());
   for (platform::Field& field : fields) columns.push_back(std::move(field.column));
   const int first_column = grid_.FixedCols();
@@ -125,7 +128,7 @@ void Loader::FillGrid() {
   for (size_t index = 0; index < fields.size(); ++index) {
     grid_.SetColKey(first_column + static_cast<int>(index), fields[index].name);
   }
-  grid_.GroupBy(Column("Period"), Column("BillNo"), "%s");
+  grid_.GroupBy(Column(keys::kPeriod), Column(keys::kBillNo), "%s");
 }
 
 void Loader::SetText(int row, std::string_view key, std::string_view text) {
@@ -144,9 +147,9 @@ void Loader::WriteOpeningRow() {
     return;
   }
   // Nothing was ever carried forward: the journal opens with zero.
-  SetText(row, "Period", balance.first_period);
-  SetText(row, "BillNo", PeriodCaption(balance.first_period, kOpeningWord));
-  for (const char* key : {"StoPrice", "StoQty", "StoQty2", "StoAcc"}) SetText(row, key, "0");
+  SetText(row, keys::kPeriod, balance.first_period);
+  SetText(row, keys::kBillNo, PeriodCaption(balance.first_period, kOpeningWord));
+  for (const char* key : keys::kRunning) SetText(row, key, "0");
 }
 
 void Loader::WriteOpeningValues(int row, const platform::Recordset& balance) {
@@ -154,28 +157,28 @@ void Loader::WriteOpeningValues(int row, const platform::Recordset& balance) {
   const char* quantity2 = "LastQty2";
   const char* amount = "LastAcc";
   if (steps_.JournalType() == base::SupplierJournal) {
-    quantity = "RevQty", quantity2 = "RevQty2", amount = "RevAcc";
+    quantity = keys::kRevQty, quantity2 = keys::kRevQty2, amount = keys::kRevAcc;
   } else if (steps_.JournalType() == base::CustomerJournal) {
-    quantity = "IssQty", quantity2 = "IssQty2", amount = "IssAcc";
+    quantity = keys::kIssQty, quantity2 = keys::kIssQty2, amount = keys::kIssAcc;
   }
   const std::string period = balance.FieldValue("Period").Text();
   const base::Value opening_quantity = NumberOrZero(balance.FieldValue(quantity));
   const base::Value opening_quantity2 = NumberOrZero(balance.FieldValue(quantity2));
   opening_ = {*opening_quantity.Number(), *opening_quantity2.Number(), MoneyOrZero(balance.FieldValue(amount))};
-  SetText(row, "Period", period);
-  SetText(row, "BillNo", PeriodCaption(period, kOpeningWord));
-  SetText(row, "StoQty", base::NumberText(opening_.quantity));
-  SetText(row, "StoQty2", base::NumberText(opening_.quantity2));
-  SetText(row, "StoAcc", opening_.amount.Text());
+  SetText(row, keys::kPeriod, period);
+  SetText(row, keys::kBillNo, PeriodCaption(period, kOpeningWord));
+  SetText(row, keys::kStoQty, base::NumberText(opening_.quantity));
+  SetText(row, keys::kStoQty2, base::NumberText(opening_.quantity2));
+  SetText(row, keys::kStoAcc, opening_.amount.Text());
   const double price = base::SafeDivide(opening_.amount.ToDouble(), opening_.quantity);
-  SetText(row, "StoPrice", base::NumberText(price));
-  grid_.SetCellData(row, Column("StoAcc"), base::Value(opening_.amount));
-  grid_.SetCellData(row, Column("StoPrice"), base::Value(price));
+  SetText(row, keys::kStoPrice, base::NumberText(price));
+  grid_.SetCellData(row, Column(keys::kStoAcc), base::Value(opening_.amount));
+  grid_.SetCellData(row, Column(keys::kStoPrice), base::Value(price));
 }
 
 std::vector<Loader::PeriodRun> Loader::FindPeriods() const {
   std::vector<PeriodRun> runs;
-  const platform::Column* periods = grid_.LoadedText(Column("Period"));
+  const columns::Column* periods = grid_.LoadedText(Column(keys::kPeriod));
   const size_t records = grid_.RecordCount();
   if (periods == nullptr || !periods->HasTextCodes()) {
     for (size_t record = 0; record < records; ++record) {
@@ -216,8 +219,9 @@ void Loader::ComputeRows() {
 
 std::vector<Loader::PeriodTotals> Loader::RunBalance() {
   RunningBalance balance(BalanceKindOf(steps_.JournalType()), opening_);
-  RunningPass pass(balance, SourceOf(grid_, "Quantity", "Quantity2", "Account"),
-                   SourceOf(grid_, "RevQty", "RevQty2", "RevAcc"), SourceOf(grid_, "IssQty", "IssQty2", "IssAcc"));
+  RunningPass pass(balance, SourceOf(grid_, keys::kQuantity, keys::kQuantity2, keys::kAccount),
+                   SourceOf(grid_, keys::kRevQty, keys::kRevQty2, keys::kRevAcc),
+                   SourceOf(grid_, keys::kIssQty, keys::kIssQty2, keys::kIssAcc));
   RunningBuilder running;
   std::vector<PeriodTotals> periods;
   for (PeriodRun& run : FindPeriods()) {
@@ -225,10 +229,10 @@ std::vector<Loader::PeriodTotals> Loader::RunBalance() {
     pass.Run(run.begin, run.end, running);
     periods.push_back({std::move(run), balance.Period(), balance.Cumulative()});
   }
-  grid_.ReplaceLoaded(Column("StoQty"), running.quantity.Finish());
-  grid_.ReplaceLoaded(Column("StoQty2"), running.quantity2.Finish());
-  grid_.ReplaceLoaded(Column("StoAcc"), running.amount.Finish());
-  grid_.ReplaceLoaded(Column("StoPrice"), running.price.Finish());
+  grid_.ReplaceLoaded(Column(keys::kStoQty), running.quantity.Finish());
+  grid_.ReplaceLoaded(Column(keys::kStoQty2), running.quantity2.Finish());
+  grid_.ReplaceLoaded(Column(keys::kStoAcc), running.amount.Finish());
+  grid_.ReplaceLoaded(Column(keys::kStoPrice), running.price.Finish());
   return periods;
 }
 
@@ -243,7 +247,7 @@ void Loader::InsertTotalRow(const PeriodTotals& period) {
   grid_.SetIsSubtotal(row, true);
   grid_.SetRowOutlineLevel(row, 0);
   grid_.SetRowHeight(row, steps_.SumRowHeight());
-  SetText(row, "BillNo", PeriodCaption(period.run.period, kTotalWord));
+  SetText(row, keys::kBillNo, PeriodCaption(period.run.period, kTotalWord));
   const auto write = [&](const char* key, const base::Value& in_period, const base::Value& in_all) {
     const int column = Column(key);
     grid_.SetTextMatrix(row, column, grid_.FormatValue(column, in_period) + "\n" + grid_.FormatValue(column, in_all));
@@ -254,30 +258,30 @@ void Loader::InsertTotalRow(const PeriodTotals& period) {
     write(quantity2, base::Value(in_period.quantity2), base::Value(in_all.quantity2));
     write(amount, base::Value(in_period.amount), base::Value(in_all.amount));
   };
-  write_totals("Quantity", "Quantity2", "Account", period.in_period.movement, period.in_all.movement);
-  write_totals("RevQty", "RevQty2", "RevAcc", period.in_period.receipts, period.in_all.receipts);
-  write_totals("IssQty", "IssQty2", "IssAcc", period.in_period.issues, period.in_all.issues);
+  write_totals(keys::kQuantity, keys::kQuantity2, keys::kAccount, period.in_period.movement, period.in_all.movement);
+  write_totals(keys::kRevQty, keys::kRevQty2, keys::kRevAcc, period.in_period.receipts, period.in_all.receipts);
+  write_totals(keys::kIssQty, keys::kIssQty2, keys::kIssAcc, period.in_period.issues, period.in_all.issues);
 }
 
 void Loader::BlankZeroCells() {
-  const platform::Column* flags = grid_.LoadedText(Column("Flag"));
+  const columns::Column* flags = grid_.LoadedText(Column(keys::kFlag));
   const auto blank = [&](const char* key, auto without) {
-    const platform::Column* column = grid_.LoadedText(Column(key));
+    const columns::Column* column = grid_.LoadedText(Column(key));
     if (column == nullptr) return;
     if (auto blanked = without(*column)) grid_.ReplaceLoadedText(Column(key), std::move(*blanked));
   };
   const auto of_flag = [flags](double flag) {
-    return [flags, flag](const platform::Column& column) { return WithoutZerosOf(column, flags, flag); };
+    return [flags, flag](const columns::Column& column) { return WithoutZerosOf(column, flags, flag); };
   };
-  for (const char* key : {"RevQty", "RevAcc"}) blank(key, of_flag(0));
-  for (const char* key : {"IssQty", "IssAcc"}) blank(key, of_flag(1));
-  for (const char* key : {"InputDate", "AuditDate", "Field6"}) blank(key, WithoutZeroDates);
+  for (const char* key : {keys::kRevQty, keys::kRevAcc}) blank(key, of_flag(0));
+  for (const char* key : {keys::kIssQty, keys::kIssAcc}) blank(key, of_flag(1));
+  for (const char* key : {keys::kInputDate, keys::kAuditDate, keys::kField6}) blank(key, WithoutZeroDates);
 }
 
 void Loader::MaskAmounts() {
-  for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) {
+  for (const char* key : keys::kRestricted) {
     grid_.ReplaceLoadedText(Column(key),
-                            platform::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
+                            columns::Column::Constant(base::Value(std::string(kMask)), grid_.RecordCount()));
   }
 }
 
@@ -286,9 +290,9 @@ void Loader::HideUncomputed(bool mask_amounts) noexcept {
   if (!rows_are_raw_) return;
   rows_are_raw_ = false;
   try {
-    for (const char* key : {"StoPrice", "StoQty", "StoQty2", "StoAcc"}) {
+    for (const char* key : keys::kRunning) {
       if (Column(key) >= 0)
-        grid_.ReplaceLoaded(Column(key), platform::Column::Constant(base::Value(), grid_.RecordCount()));
+        grid_.ReplaceLoaded(Column(key), columns::Column::Constant(base::Value(), grid_.RecordCount()));
     }
     if (mask_amounts) MaskAmounts();
   } catch (...) {

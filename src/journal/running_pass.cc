@@ -7,7 +7,7 @@ namespace stockbook::journal {
 namespace {
 
 // A column that is zero, or nothing, in every row need not be decoded.
-const platform::Column* UnlessZero(const platform::Column* column) {
+const columns::Column* UnlessZero(const columns::Column* column) {
   if (column == nullptr) return nullptr;
   const auto constant = column->ConstantValue();
   if (!constant) return column;
@@ -16,7 +16,7 @@ const platform::Column* UnlessZero(const platform::Column* column) {
 }
 
 template <typename Number>
-std::vector<Number> BufferFor(const platform::Column* column, size_t rows) {
+std::vector<Number> BufferFor(const columns::Column* column, size_t rows) {
   return column == nullptr ? std::vector<Number>() : std::vector<Number>(rows);
 }
 

@@ -4,24 +4,25 @@
 #include <algorithm>
 #include <vector>
 
+#include "columns/column.h"
+#include "columns/column_builder.h"
 #include "journal/running_balance.h"
-#include "platform/column.h"
 
 namespace stockbook::journal {
 
 // The columns that a running balance reads; nullptr is a column of zeros.
 struct MovementSource {
-  const platform::Column* quantity = nullptr;
-  const platform::Column* quantity2 = nullptr;
-  const platform::Column* amount = nullptr;
+  const columns::Column* quantity = nullptr;
+  const columns::Column* quantity2 = nullptr;
+  const columns::Column* amount = nullptr;
 };
 
 // Keeps the running columns of a journal as it grows.
 struct RunningBuilder {
-  platform::ColumnBuilder quantity;
-  platform::ColumnBuilder quantity2;
-  platform::ColumnBuilder amount;
-  platform::ColumnBuilder price;
+  columns::ColumnBuilder quantity;
+  columns::ColumnBuilder quantity2;
+  columns::ColumnBuilder amount;
+  columns::ColumnBuilder price;
 
   void operator()(const RunningColumns& rows);
 };

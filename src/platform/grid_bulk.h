@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/column.h"
+#include "columns/column.h"
 #include "platform/grid_types.h"
 #include "platform/picture.h"
 
@@ -22,7 +22,7 @@ class GridBulk {
 
   // Replaces all data rows by the columns' rows; column i goes into grid column first_column + i. All columns have the
   // same size. The grid gets the columns that it lacks.
-  virtual void LoadColumns(std::vector<Column> columns, int first_column) = 0;
+  virtual void LoadColumns(std::vector<columns::Column> columns, int first_column) = 0;
   virtual size_t RecordCount() const = 0;
   // The grid row of a record, and the record of a grid row (-1 for other rows); O(log inserted rows).
   virtual int RowOfRecord(size_t record) const = 0;
@@ -34,15 +34,15 @@ class GridBulk {
   virtual int64_t LoadedRevision() const = 0;
 
   // What the records show in a grid column, or nullptr when nothing was loaded there. Valid until the column changes.
-  virtual const Column* LoadedText(int column) const = 0;
+  virtual const columns::Column* LoadedText(int column) const = 0;
   // The hidden data of the records, or nullptr.
-  virtual const Column* LoadedData(int column) const = 0;
+  virtual const columns::Column* LoadedData(int column) const = 0;
   // Whether a record shows, or holds as hidden data, something else than was loaded there; false for an unknown column.
   virtual bool HasEditedRecords(int column) const = 0;
   // Gives the records of a grid column other contents: shown text and hidden data alike.
-  virtual void ReplaceLoaded(int column, Column values) = 0;
+  virtual void ReplaceLoaded(int column, columns::Column values) = 0;
   // Other shown texts; the hidden data stays what it was.
-  virtual void ReplaceLoadedText(int column, Column texts) = 0;
+  virtual void ReplaceLoadedText(int column, columns::Column texts) = 0;
   // A picture for every record: pictures[codes[record]]; code 0 must be no picture. Costs a byte a row at the most.
   virtual void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures,
                                  PictureAlignment alignment) = 0;

@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "base/value.h"
-#include "platform/column.h"
+#include "columns/column.h"
 
 namespace stockbook::platform {
 
 // A named field of a result.
 struct Field {
   std::string name;
-  Column column;
+  columns::Column column;
 };
 
 // The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and

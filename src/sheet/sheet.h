@@ -120,17 +120,17 @@ class Sheet final : public platform::Grid {
   void SetNodeClosedPicture(const platform::PictureRef& picture) override;
 
   // GridBulk
-  void LoadColumns(std::vector<platform::Column> columns, int first_column) override;
+  void LoadColumns(std::vector<columns::Column> columns, int first_column) override;
   size_t RecordCount() const override { return store_.RecordCount(); }
   int RowOfRecord(size_t record) const override;
   int64_t RecordOfRow(int row) const override;
   int RecordsFrom(int row) const override;
   int64_t LoadedRevision() const override { return loaded_revision_; }
-  const platform::Column* LoadedText(int column) const override;
-  const platform::Column* LoadedData(int column) const override;
+  const columns::Column* LoadedText(int column) const override;
+  const columns::Column* LoadedData(int column) const override;
   bool HasEditedRecords(int column) const override;
-  void ReplaceLoaded(int column, platform::Column values) override;
-  void ReplaceLoadedText(int column, platform::Column texts) override;
+  void ReplaceLoaded(int column, columns::Column values) override;
+  void ReplaceLoadedText(int column, columns::Column texts) override;
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
                          platform::PictureAlignment alignment) override;
 

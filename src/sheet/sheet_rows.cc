@@ -15,7 +15,7 @@ constexpr int kMostHeight = 1440 * 100;  // twips: 100 inches
 
 }  // namespace
 
-using platform::Column;
+using columns::Column;
 using platform::Error;
 using platform::PictureAlignment;
 using platform::PictureRef;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/command_line.h"
+#include "stockbook/command/command_line.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "stockbook/command_line_dispatch.h"
+#include "stockbook/command/command_line_dispatch.h"
 
 namespace stockbook::app {
 namespace {

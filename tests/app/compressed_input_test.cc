@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/compressed_input.h"
+#include "stockbook/import/compressed_input.h"
 
 #include <lzma.h>
 #include <zlib.h>
@@ -8,7 +8,7 @@
 
 #include "app/inventory_fixture.h"
 #include "platform/error.h"
-#include "stockbook/sample_random.h"
+#include "stockbook/sample/sample_random.h"
 
 namespace stockbook::app {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/csv_reader.h"
+#include "stockbook/import/csv_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <functional>
 
 #include "platform/error.h"
-#include "stockbook/sample_random.h"
+#include "stockbook/sample/sample_random.h"
 
 namespace stockbook::app {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/import_command.h"
+#include "stockbook/command/import_command.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/inventory_balances.h"
+#include "stockbook/inventory/inventory_balances.h"
 
 #include <gtest/gtest.h>
 

@@ -10,9 +10,9 @@
 #include <sstream>
 
 #include "base/number.h"
-#include "stockbook/command_line_dispatch.h"
-#include "stockbook/import_command.h"
-#include "stockbook/sample_command.h"
+#include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/import_command.h"
+#include "stockbook/command/sample_command.h"
 
 namespace stockbook::app {
 

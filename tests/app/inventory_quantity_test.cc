@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/inventory_quantity.h"
+#include "stockbook/inventory/inventory_quantity.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "stockbook/import_decimal.h"
+#include "stockbook/import/import_decimal.h"
 
 namespace stockbook::app {
 namespace {

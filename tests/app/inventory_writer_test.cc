@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/inventory_writer.h"
+#include "stockbook/inventory/inventory_writer.h"
 
 #include "app/inventory_fixture.h"
 #include "platform/error.h"

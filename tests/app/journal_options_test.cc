@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/journal_options.h"
+#include "stockbook/command/journal_options.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/main_window.h"
+#include "stockbook/window/main_window.h"
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,10 @@
 #include "app/window_fixture.h"
 #include "platform/error.h"
 #include "sheet/sheet.h"
-#include "stockbook/inventory_catalog.h"
-#include "stockbook/message_line.h"
-#include "stockbook/subject_chooser.h"
-#include "stockbook/window_colours.h"
+#include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/window/message_line.h"
+#include "stockbook/window/subject_chooser.h"
+#include "stockbook/window/window_colours.h"
 
 namespace stockbook::app {
 namespace {

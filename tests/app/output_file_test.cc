@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/output_file.h"
+#include "stockbook/command/output_file.h"
 
 #include <sstream>
 

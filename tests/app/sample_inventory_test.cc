@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/sample_inventory.h"
+#include "stockbook/sample/sample_inventory.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/window_commands.h"
+#include "stockbook/window/window_commands.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <string>
 
 #include "app/inventory_fixture.h"
-#include "stockbook/sample_inventory.h"
+#include "stockbook/sample/sample_inventory.h"
 
 #include <sys/wait.h>
 

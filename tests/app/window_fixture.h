@@ -6,9 +6,9 @@
 #include <string>
 
 #include "app/inventory_fixture.h"
-#include "stockbook/gui_session.h"
-#include "stockbook/main_window.h"
-#include "stockbook/sample_inventory.h"
+#include "stockbook/command/gui_session.h"
+#include "stockbook/sample/sample_inventory.h"
+#include "stockbook/window/main_window.h"
 
 namespace stockbook::app {
 

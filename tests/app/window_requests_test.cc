@@ -17,9 +17,9 @@
 
 #include "app/window_fixture.h"
 #include "sheet/sheet.h"
-#include "stockbook/bill_dialog.h"
-#include "stockbook/bill_view.h"
-#include "stockbook/find_bar.h"
+#include "stockbook/window/bill_dialog.h"
+#include "stockbook/window/bill_view.h"
+#include "stockbook/window/find_bar.h"
 
 namespace stockbook::app {
 namespace {

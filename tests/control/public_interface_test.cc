@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "columns/column_builder.h"
 #include "platform/error.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
@@ -182,9 +183,9 @@ TEST(Control, BringsARowBehindManyFoldedOnesIntoViewInFewSteps) {
   testing::FaultyGrid counting(fakes.fg);
   Stockbook control({counting, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
   constexpr int kLines = 300000;
-  platform::ColumnBuilder lines;
+  columns::ColumnBuilder lines;
   for (int line = 0; line < 2 * kLines; ++line) lines.AppendText(line < kLines ? "a" : "b");
-  std::vector<platform::Column> columns;
+  std::vector<columns::Column> columns;
   columns.push_back(lines.Finish());
   fakes.fg.LoadColumns(std::move(columns), 1);
   fakes.fg.GroupBy(1, 3, "%s");

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <type_traits>
 
+#include "columns/column_builder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"
@@ -237,9 +238,9 @@ TEST(RowFields, ReadAmountsOfARestrictedJournalAllTheSame) {
 class ProductRows : public ::testing::Test {
  protected:
   void Load(const std::vector<int64_t>& products) {
-    platform::ColumnBuilder builder;
+    columns::ColumnBuilder builder;
     for (const int64_t product : products) builder.AppendInteger(product);
-    std::vector<platform::Column> columns;
+    std::vector<columns::Column> columns;
     columns.push_back(builder.Finish());
     grid_.SetFixedRows(1);
     grid_.SetCols(2);

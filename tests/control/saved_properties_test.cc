@@ -4,9 +4,9 @@
 #include <functional>
 
 #include "platform/error.h"
-#include "platform/memory_bag.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
+#include "support/memory_bag.h"
 
 namespace stockbook::control {
 namespace {
@@ -103,8 +103,8 @@ BagValue OtherValue(size_t index) {
   return static_cast<int32_t>(200 + index);
 }
 
-platform::MemoryBag OtherBag() {
-  platform::MemoryBag bag;
+testing::MemoryBag OtherBag() {
+  testing::MemoryBag bag;
   for (size_t index = 0; index < SavedKeys().size(); ++index) bag.Write(SavedKeys()[index].key, OtherValue(index));
   return bag;
 }
@@ -112,7 +112,7 @@ platform::MemoryBag OtherBag() {
 // Writes down what it is asked, and fails at a key.
 class Watched : public platform::PropertyBag {
  public:
-  explicit Watched(platform::MemoryBag bag = {}) : inner(std::move(bag)) {}
+  explicit Watched(testing::MemoryBag bag = {}) : inner(std::move(bag)) {}
   BagValue Read(std::string_view key, const BagValue& fallback) override {
     Note(key, fallback);
     return inner.Read(key, fallback);
@@ -122,8 +122,8 @@ class Watched : public platform::PropertyBag {
     inner.Write(key, value);
   }
 
-  platform::MemoryBag inner;
-  std::vector<platform::MemoryBag::Entry> calls;
+  testing::MemoryBag inner;
+  std::vector<testing::MemoryBag::Entry> calls;
   std::string failing;
   std::function<void(std::string_view)> on_call;
 
@@ -135,7 +135,7 @@ class Watched : public platform::PropertyBag {
   }
 };
 
-std::vector<std::string> KeysOf(const std::vector<platform::MemoryBag::Entry>& entries) {
+std::vector<std::string> KeysOf(const std::vector<testing::MemoryBag::Entry>& entries) {
   std::vector<std::string> keys;
   for (const auto& entry : entries) keys.push_back(entry.first);
   return keys;
@@ -171,20 +171,20 @@ TEST(SavedProperties, AreReadInTheSameOrderWithTheirValuesAsFallbacks) {
 
 TEST(SavedProperties, GoWhereTheyLiveAndComeBackFromThere) {
   ControlOverFakes fakes;
-  platform::MemoryBag bag = OtherBag();
+  testing::MemoryBag bag = OtherBag();
   fakes.control->ReadProperties(bag);
   for (size_t index = 0; index < SavedKeys().size(); ++index) {
     EXPECT_EQ(SavedKeys()[index].target(fakes), bag.entries()[index].second) << SavedKeys()[index].key;
   }
-  platform::MemoryBag again;
+  testing::MemoryBag again;
   fakes.control->WriteProperties(again);
   EXPECT_EQ(again.entries(), bag.entries());
 }
 
 TEST(SavedProperties, AreTheSameWhenSavedTwice) {
   ControlOverFakes fakes;
-  platform::MemoryBag first;
-  platform::MemoryBag second;
+  testing::MemoryBag first;
+  testing::MemoryBag second;
   fakes.control->WriteProperties(first);
   fakes.control->WriteProperties(second);
   EXPECT_EQ(first.entries().size(), 35U);
@@ -193,12 +193,12 @@ TEST(SavedProperties, AreTheSameWhenSavedTwice) {
 
 TEST(SavedProperties, StayAsTheyAreWithAnEmptyBagButForTheBodysBorder) {
   ControlOverFakes fakes;
-  platform::MemoryBag other = OtherBag();
+  testing::MemoryBag other = OtherBag();
   fakes.control->ReadProperties(other);
   fakes.control->SetBorderWidth(-1);
   ASSERT_EQ(fakes.control->C1EBody().border_width, 0) << "the writer looks at 0 alone";
   const std::vector<BagValue> before = TargetsOf(fakes);
-  platform::MemoryBag empty;
+  testing::MemoryBag empty;
   fakes.control->ReadProperties(empty);
   EXPECT_EQ(TargetsOf(fakes), before);
   EXPECT_EQ(fakes.control->C1EBody().border_width, 1) << "reading looks at 0 and below";
@@ -208,7 +208,7 @@ TEST(SavedProperties, DeriveTheBodysBorderFromTheDesks) {
   for (const auto& [desk, body] : {std::pair<int16_t, int16_t>{0, 1}, {2, 0}, {1, 0}, {-3, 1}}) {
     ControlOverFakes saved;
     saved.control->SetBorderWidth(desk);
-    platform::MemoryBag bag;
+    testing::MemoryBag bag;
     saved.control->WriteProperties(bag);
     ControlOverFakes read;
     read.control->SetBorderWidth(body);
@@ -220,7 +220,7 @@ TEST(SavedProperties, DeriveTheBodysBorderFromTheDesks) {
 TEST(SavedProperties, DeriveTheBodysBorderBetweenTheFramesAndThePictures) {
   ControlOverFakes fakes;
   fakes.control->SetBorderWidth(4);
-  platform::MemoryBag inner;
+  testing::MemoryBag inner;
   inner.Write("BorderWidth", int16_t{0});
   Watched bag(inner);
   std::string seen;
@@ -238,7 +238,7 @@ TEST(SavedProperties, LeaveTheGridsNodePicturesAlone) {
   const PictureRef open = MakePicture("grid open");
   fakes.fg.SetNodeClosedPicture(closed);
   fakes.fg.SetNodeOpenPicture(open);
-  platform::MemoryBag bag = OtherBag();
+  testing::MemoryBag bag = OtherBag();
   fakes.control->ReadProperties(bag);
   EXPECT_EQ(testing::NameOf(fakes.control->NodeClosedPicture()), "NodeClosedPicture");
   EXPECT_EQ(testing::NameOf(fakes.control->NodeOpenPicture()), "NodeOpenPicture");
@@ -266,7 +266,7 @@ TEST(SavedProperties, AreNoChangesWhenReadButHaveTheFramesDrawnOnce) {
   ControlOverFakes fakes;
   fakes.site.frames = 0;
   fakes.site.changed.clear();
-  platform::MemoryBag bag = OtherBag();
+  testing::MemoryBag bag = OtherBag();
   fakes.control->ReadProperties(bag);
   EXPECT_TRUE(fakes.site.changed.empty());
   EXPECT_EQ(fakes.site.frames, 1);
@@ -308,11 +308,11 @@ TEST(SavedProperties, DropTheFractionOfRowHeightsWhenSaved) {
   ControlOverFakes fakes;
   fakes.control->SetRowHeightMin(150.75F);
   fakes.control->SetRowHeightMax(900.25F);
-  platform::MemoryBag bag;
+  testing::MemoryBag bag;
   fakes.control->WriteProperties(bag);
   EXPECT_EQ(bag.Read("RowHeightMin", int32_t{0}), BagValue(int32_t{150}));
   EXPECT_EQ(bag.Read("RowHeightMax", int32_t{0}), BagValue(int32_t{900}));
-  platform::MemoryBag empty;
+  testing::MemoryBag empty;
   fakes.control->ReadProperties(empty);
   EXPECT_EQ(fakes.control->RowHeightMin(), 150.75F) << "an absent key leaves it";
   fakes.control->ReadProperties(bag);
@@ -323,7 +323,7 @@ TEST(SavedProperties, DropTheFractionOfRowHeightsWhenSaved) {
 TEST(SavedProperties, KeepAllBitsOfAColour) {
   ControlOverFakes fakes;
   fakes.control->SetBackColor(0x80000005);
-  platform::MemoryBag bag;
+  testing::MemoryBag bag;
   fakes.control->WriteProperties(bag);
   EXPECT_EQ(bag.Read("BackColor", int32_t{0}), BagValue(static_cast<int32_t>(0x80000005)));
   ControlOverFakes other;
@@ -351,7 +351,7 @@ TEST(SavedProperties, PassTheGridsErrorsOnWhereverItRefuses) {
     Stockbook control({faulty, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
     fakes.fg.SetRows(4);
     fakes.fg.Select(2, 3);
-    platform::MemoryBag bag = OtherBag();
+    testing::MemoryBag bag = OtherBag();
     fakes.site.frames = 0;
     faulty.RefuseCall(call);
     bool failed = false;

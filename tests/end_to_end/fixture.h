@@ -10,8 +10,8 @@
 
 #include "end_to_end/base_tables.h"
 #include "end_to_end/shown_journal.h"
-#include "stockbook/gui_session.h"
-#include "stockbook/journal_desk.h"
+#include "stockbook/command/gui_session.h"
+#include "stockbook/window/journal_desk.h"
 
 namespace stockbook::end_to_end {
 

@@ -7,7 +7,7 @@
 #include "end_to_end/fixture.h"
 #include "end_to_end/inventory_maker.h"
 #include "end_to_end/journal_comparison.h"
-#include "stockbook/journal_export.h"
+#include "stockbook/command/journal_export.h"
 
 namespace stockbook::end_to_end {
 namespace {

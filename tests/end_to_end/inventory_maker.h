@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "stockbook/inventory_schema.h"
+#include "stockbook/inventory/inventory_schema.h"
 
 struct sqlite3;
 

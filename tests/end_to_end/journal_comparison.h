@@ -8,7 +8,7 @@
 #include "end_to_end/base_tables.h"
 #include "end_to_end/recomputed_journal.h"
 #include "end_to_end/shown_journal.h"
-#include "stockbook/journal_options.h"
+#include "stockbook/command/journal_options.h"
 
 namespace stockbook::end_to_end {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "end_to_end/inventory_maker.h"
-#include "stockbook/journal_options.h"
+#include "stockbook/command/journal_options.h"
 
 namespace stockbook::end_to_end {
 

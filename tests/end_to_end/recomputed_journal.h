@@ -9,7 +9,7 @@
 
 #include "end_to_end/base_tables.h"
 #include "end_to_end/journal_columns.h"
-#include "stockbook/journal_options.h"
+#include "stockbook/command/journal_options.h"
 
 namespace stockbook::end_to_end {
 

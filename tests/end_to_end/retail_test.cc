@@ -7,7 +7,7 @@
 
 #include "end_to_end/fixture.h"
 #include "end_to_end/journal_comparison.h"
-#include "stockbook/import_command.h"
+#include "stockbook/command/import_command.h"
 
 namespace stockbook::end_to_end {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "end_to_end/fixture.h"
 #include "end_to_end/journal_comparison.h"
-#include "stockbook/journal_export.h"
-#include "stockbook/sample_inventory.h"
+#include "stockbook/command/journal_export.h"
+#include "stockbook/sample/sample_inventory.h"
 
 namespace stockbook::end_to_end {
 namespace {

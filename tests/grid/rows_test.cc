@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "columns/column_builder.h"
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
 #include "grid/product_names.h"
@@ -171,14 +172,14 @@ TEST_F(Rows, KeepTheirTextWithoutAProduct) {
   EXPECT_TRUE(sheet_.Redraw());
 }
 
-platform::Column Texts(const std::vector<std::string>& texts) {
-  platform::ColumnBuilder builder;
+columns::Column Texts(const std::vector<std::string>& texts) {
+  columns::ColumnBuilder builder;
   for (const std::string& text : texts) builder.AppendText(text);
   return builder.Finish();
 }
 
 TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
-  std::vector<platform::Column> loaded;
+  std::vector<columns::Column> loaded;
   loaded.push_back(Texts({"螺栓", "螺栓", "垫圈", "垫圈"}));
   loaded.push_back(Texts({"M8", "M8", "", "D8"}));
   loaded.push_back(Texts({"GB1", "GB1", "GB2", ""}));
@@ -203,7 +204,7 @@ TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
 }
 
 TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
-  std::vector<platform::Column> loaded;
+  std::vector<columns::Column> loaded;
   loaded.push_back(Texts({"螺栓", "螺栓", "垫圈", "垫圈"}));
   loaded.push_back(Texts({"M8", "M8", "D6", "D8"}));
   loaded.push_back(Texts({"7", "7", "8", "0"}));
@@ -258,7 +259,7 @@ TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
     columns[6].push_back(row % 6 == 0 ? "一号楼" : "");
   }
   const char* keys[] = {"BillName", "Auditor", "pdID", "OtherID", "Depot", "Enterprise", "Project"};
-  std::vector<platform::Column> loaded;
+  std::vector<columns::Column> loaded;
   for (const auto& column : columns) loaded.push_back(Texts(column));
   sheet_.LoadColumns(std::move(loaded), 1);
   for (int at = 0; at < 7; ++at) sheet_.SetColKey(at + 1, keys[at]);

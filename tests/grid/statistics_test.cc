@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/money.h"
+#include "columns/column_builder.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::grid {
@@ -26,13 +27,13 @@ class Bills : public ::testing::Test {
     sheet_.SetColKey(2, "BillName");
   }
   void Load(const std::vector<Bill>& bills) {
-    platform::ColumnBuilder ids;
-    platform::ColumnBuilder names;
+    columns::ColumnBuilder ids;
+    columns::ColumnBuilder names;
     for (const Bill& bill : bills) {
       ids.AppendInteger(bill.id);
       names.AppendText(bill.name);
     }
-    std::vector<platform::Column> columns;
+    std::vector<columns::Column> columns;
     columns.push_back(ids.Finish());
     columns.push_back(names.Finish());
     sheet_.LoadColumns(std::move(columns), 1);

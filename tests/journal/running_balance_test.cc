@@ -6,6 +6,7 @@
 #include <random>
 
 #include "base/number.h"
+#include "columns/column_builder.h"
 #include "journal/running_pass.h"
 
 namespace stockbook::journal {
@@ -148,18 +149,18 @@ TEST(RunningBalance, EqualsTheRuleRowByRowOnRandomLines) {
   EXPECT_EQ(balance.Cumulative().receipts.quantity, receipts);
 }
 
-platform::Column ColumnOf(size_t rows, double (*value)(size_t)) {
-  platform::ColumnBuilder builder;
+columns::Column ColumnOf(size_t rows, double (*value)(size_t)) {
+  columns::ColumnBuilder builder;
   for (size_t row = 0; row < rows; ++row) builder.AppendDouble(value(row));
   return builder.Finish();
 }
 
 TEST(RunningPass, WalksColumnsOverBlocksAndPeriodsAndSkipsZeroColumns) {
   constexpr size_t kRows = 70000;
-  const platform::Column receipts = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 2.5 : 0.0; });
-  const platform::Column issues = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 0.0 : 1.0; });
-  const platform::Column movement = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 2.5 : -1.0; });
-  const platform::Column zeros = platform::Column::Constant(base::Value(int64_t{0}), kRows);
+  const columns::Column receipts = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 2.5 : 0.0; });
+  const columns::Column issues = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 0.0 : 1.0; });
+  const columns::Column movement = ColumnOf(kRows, [](size_t row) { return row % 3 == 0 ? 2.5 : -1.0; });
+  const columns::Column zeros = columns::Column::Constant(base::Value(int64_t{0}), kRows);
   RunningBalance balance(BalanceKind::kStock, {});
   RunningPass pass(balance, {&movement, &zeros, &movement}, {&receipts, nullptr, &receipts},
                    {&issues, &zeros, &issues});
@@ -168,10 +169,10 @@ TEST(RunningPass, WalksColumnsOverBlocksAndPeriodsAndSkipsZeroColumns) {
   EXPECT_EQ(balance.Period().receipts.quantity, 2500);
   balance.StartPeriod();
   pass.Run(3000, kRows, running);
-  const platform::Column quantity = running.quantity.Finish();
-  const platform::Column amount = running.amount.Finish();
-  const platform::Column price = running.price.Finish();
-  const platform::Column quantity2 = running.quantity2.Finish();
+  const columns::Column quantity = running.quantity.Finish();
+  const columns::Column amount = running.amount.Finish();
+  const columns::Column price = running.price.Finish();
+  const columns::Column quantity2 = running.quantity2.Finish();
   ASSERT_EQ(quantity.size(), kRows);
   EXPECT_EQ(quantity2.ConstantValue(), base::Value(0.0));
   double stock = 0;

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "platform/memory_bag.h"
+#include "support/memory_bag.h"
 
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
 
-namespace stockbook::platform {
+namespace stockbook::testing {
 namespace {
 
-class AnyPicture : public Picture {
+class AnyPicture : public platform::Picture {
  public:
   int WidthPx() const override { return 1; }
   int HeightPx() const override { return 1; }
@@ -41,12 +41,12 @@ TEST(MemoryBag, ReadsAsTheFallbacksTypeOrFails) {
   bag.Write("picture", PictureRef(std::make_shared<AnyPicture>()));
   EXPECT_EQ(bag.Read("small", int32_t{0}), BagValue(int32_t{-7}));
   EXPECT_EQ(bag.Read("low", int16_t{0}), BagValue(int16_t{-32768}));
-  EXPECT_THROW(bag.Read("large", int16_t{0}), Error);
-  EXPECT_THROW(bag.Read("picture", int32_t{0}), Error);
-  EXPECT_THROW(bag.Read("small", PictureRef()), Error);
+  EXPECT_THROW(bag.Read("large", int16_t{0}), platform::Error);
+  EXPECT_THROW(bag.Read("picture", int32_t{0}), platform::Error);
+  EXPECT_THROW(bag.Read("small", PictureRef()), platform::Error);
   const auto fallback = std::make_shared<AnyPicture>();
   EXPECT_EQ(bag.Read("none", PictureRef(fallback)), BagValue(PictureRef())) << "a picture that is none";
 }
 
 }  // namespace
-}  // namespace stockbook::platform
+}  // namespace stockbook::testing

@@ -3,18 +3,19 @@
 
 #include <gtest/gtest.h>
 
+#include "columns/column_builder.h"
 #include "platform/error.h"
 
 namespace stockbook::platform {
 namespace {
 
 Recordset TwoRows() {
-  ColumnBuilder builder;
+  columns::ColumnBuilder builder;
   builder.AppendText("总库");
   builder.AppendText("分库");
   std::vector<Field> fields;
   fields.push_back({"仓库名称", builder.Finish()});
-  ColumnBuilder years;
+  columns::ColumnBuilder years;
   years.AppendInteger(2005);
   years.AppendInteger(2006);
   fields.push_back({"Year", years.Finish()});

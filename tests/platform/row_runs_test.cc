@@ -7,15 +7,16 @@
 #include <string>
 #include <vector>
 
+#include "columns/column_builder.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::platform {
 namespace {
 
 void LoadRecords(sheet::Sheet& sheet, int count) {
-  ColumnBuilder column;
+  columns::ColumnBuilder column;
   for (int record = 0; record < count; ++record) column.AppendInteger(record);
-  std::vector<Column> columns;
+  std::vector<columns::Column> columns;
   columns.push_back(column.Finish());
   sheet.LoadColumns(std::move(columns), 1);
 }

@@ -243,9 +243,9 @@ TEST_F(AccessibleTable, HitsEveryCellThatIsInSightAtItsPlaceOnTheScreen) {
 }
 
 TEST_F(AccessibleTable, MakesFewObjectsForAMillionRows) {
-  std::vector<platform::Column> columns;
+  std::vector<columns::Column> columns;
   for (int column = 0; column < testing::kLedgerColumns; ++column) {
-    columns.push_back(platform::Column::Constant(base::Value(std::string("库")), 1'000'000));
+    columns.push_back(columns::Column::Constant(base::Value(std::string("库")), 1'000'000));
   }
   sheet_.LoadColumns(std::move(columns), 0);
   EXPECT_EQ(Table()->rowCount(), 1'000'000);

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/memory_bag.h"
 #include "scenarios/inventory.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "support/fake_surroundings.h"
+#include "support/memory_bag.h"
 
 namespace stockbook::scenarios {
 
@@ -92,7 +92,7 @@ class Desk {
   std::unique_ptr<sheet::Mouse> mouse_;
   std::unique_ptr<sheet::Keyboard> keyboard_;
   EventLog log_;
-  platform::MemoryBag bag_;
+  testing::MemoryBag bag_;
 };
 
 // The public properties by name: texts, numbers and truth values as words.

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "base/number.h"
+#include "columns/column_builder.h"
 #include "sheet/columns.h"
 #include "sheet/format/number_format.h"
 #include "sheet/selection/selection_text.h"
@@ -105,9 +106,9 @@ std::string CellByCell(const Sheet& sheet) {
 }
 
 // A column of each encoding, and one of all mixed.
-std::vector<platform::Column> AllKinds(int64_t rows) {
+std::vector<columns::Column> AllKinds(int64_t rows) {
   std::mt19937_64 random(3);
-  std::vector<platform::ColumnBuilder> builders(9);
+  std::vector<columns::ColumnBuilder> builders(9);
   double sum = 0;
   for (int64_t row = 0; row < rows; ++row) {
     const auto some = static_cast<int64_t>(random() % 1000);
@@ -125,8 +126,8 @@ std::vector<platform::Column> AllKinds(int64_t rows) {
                        : some % 4 == 2 ? base::Value(std::string("混"))
                                        : base::Value(some));
   }
-  std::vector<platform::Column> columns;
-  for (platform::ColumnBuilder& builder : builders) columns.push_back(builder.Finish());
+  std::vector<columns::Column> columns;
+  for (columns::ColumnBuilder& builder : builders) columns.push_back(builder.Finish());
   return columns;
 }
 

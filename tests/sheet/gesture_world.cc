@@ -18,11 +18,11 @@ class Mark : public platform::Picture {
   int HeightPx() const override { return 16; }
 };
 
-std::vector<platform::Column> Result(int records, int periods) {
+std::vector<columns::Column> Result(int records, int periods) {
   const auto rows = static_cast<size_t>(records);
   return Together(Periods(records, periods), Numbers(records), Numbers(records),
-                  platform::Column::Constant(base::Value(-1.5), rows),
-                  platform::Column::Constant(base::Value(std::string("same")), rows));
+                  columns::Column::Constant(base::Value(-1.5), rows),
+                  columns::Column::Constant(base::Value(std::string("same")), rows));
 }
 
 constexpr int kMostColumns = 12;
@@ -279,7 +279,7 @@ void GestureWorld::ChangeCells() {
       sheet_.SetCellAlignment(range, static_cast<platform::Alignment>(Below(9)));
       break;
     case 5:
-      if (Below(20) == 0) sheet_.ReplaceLoadedText(column, platform::Column::Constant({}, sheet_.RecordCount()));
+      if (Below(20) == 0) sheet_.ReplaceLoadedText(column, columns::Column::Constant({}, sheet_.RecordCount()));
       break;
     default:
       sheet_.SetTextMatrix(row, column, Below(2) == 0 ? "-12,345.67" : "two\nlines");

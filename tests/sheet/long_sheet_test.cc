@@ -6,7 +6,8 @@
 #include <map>
 #include <random>
 
-#include "platform/column.h"
+#include "columns/column.h"
+#include "columns/column_builder.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {
@@ -21,8 +22,8 @@ constexpr int kRows = kGroups * kLines;
 class LongSheet : public ::testing::TestWithParam<double> {
  protected:
   // The column is built once for all scales.
-  static platform::Column Groups() {
-    platform::ColumnBuilder builder;
+  static columns::Column Groups() {
+    columns::ColumnBuilder builder;
     for (int group = 0; group < kGroups; ++group) {
       const std::string text = std::to_string(200001 + group);
       for (int line = 0; line < kLines; ++line) builder.AppendText(text);
@@ -31,7 +32,7 @@ class LongSheet : public ::testing::TestWithParam<double> {
   }
 
   LongSheet() {
-    std::vector<platform::Column> columns;
+    std::vector<columns::Column> columns;
     columns.push_back(Groups());
     sheet_.LoadColumns(std::move(columns), 1);
     sheet_.GroupBy(1, 1, "%s");
@@ -140,8 +141,8 @@ INSTANTIATE_TEST_SUITE_P(Scales, LongSheet, ::testing::Values(1, 1.25, 1.75, 3))
 
 TEST(LongSheet, CostsRunsAndNotRows) {
   Sheet sheet;
-  std::vector<platform::Column> columns;
-  columns.push_back(platform::Column::Constant(base::Value(int64_t{7}), kRows));
+  std::vector<columns::Column> columns;
+  columns.push_back(columns::Column::Constant(base::Value(int64_t{7}), kRows));
   sheet.LoadColumns(std::move(columns), 1);
   sheet.SetRowHeight(-1, 250);
   sheet.SetView({800, 600}, 1.25);

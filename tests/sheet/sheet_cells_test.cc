@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "columns/column_builder.h"
 #include "platform/error.h"
 #include "sheet/columns.h"
 #include "sheet/sheet.h"
@@ -170,7 +171,7 @@ TEST(Sheet, ShowsFormattedNumbersAndLeavesOtherTextsAlone) {
 }
 
 TEST(Sheet, ShowsLoadedMoneyExactly) {
-  platform::ColumnBuilder builder;
+  columns::ColumnBuilder builder;
   builder.AppendMoney(Money::FromUnits(INT64_MAX));
   builder.AppendNull();
   Sheet sheet;

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "columns/column_builder.h"
 #include "platform/connection.h"
 #include "platform/error.h"
 
@@ -17,7 +18,7 @@ inline platform::Recordset MakeRecordset(const std::vector<std::string>& names,
                                          const std::vector<std::vector<base::Value>>& rows) {
   std::vector<platform::Field> fields;
   for (size_t index = 0; index < names.size(); ++index) {
-    platform::ColumnBuilder builder;
+    columns::ColumnBuilder builder;
     for (const auto& row : rows) builder.Append(row[index]);
     fields.push_back({names[index], builder.Finish()});
   }

@@ -292,7 +292,7 @@ class FaultyGrid : public platform::Grid {
     Count();
     real_.SetNodeClosedPicture(picture);
   }
-  void LoadColumns(std::vector<platform::Column> columns, int first_column) override {
+  void LoadColumns(std::vector<columns::Column> columns, int first_column) override {
     Count();
     real_.LoadColumns(std::move(columns), first_column);
   }
@@ -316,11 +316,11 @@ class FaultyGrid : public platform::Grid {
     Count();
     return real_.LoadedRevision();
   }
-  const platform::Column* LoadedText(int column) const override {
+  const columns::Column* LoadedText(int column) const override {
     Count();
     return real_.LoadedText(column);
   }
-  const platform::Column* LoadedData(int column) const override {
+  const columns::Column* LoadedData(int column) const override {
     Count();
     return real_.LoadedData(column);
   }
@@ -328,11 +328,11 @@ class FaultyGrid : public platform::Grid {
     Count();
     return real_.HasEditedRecords(column);
   }
-  void ReplaceLoaded(int column, platform::Column values) override {
+  void ReplaceLoaded(int column, columns::Column values) override {
     Count();
     real_.ReplaceLoaded(column, std::move(values));
   }
-  void ReplaceLoadedText(int column, platform::Column texts) override {
+  void ReplaceLoadedText(int column, columns::Column texts) override {
     Count();
     real_.ReplaceLoadedText(column, std::move(texts));
   }

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "base/money.h"
-#include "platform/column.h"
+#include "columns/column.h"
+#include "columns/column_builder.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::testing {
@@ -44,8 +45,8 @@ class SampleLedger {
 
   void Fill(sheet::Sheet& sheet) {
     MakeLines();
-    std::vector<platform::Column> columns;
-    for (platform::ColumnBuilder& column : columns_) columns.push_back(column.Finish());
+    std::vector<columns::Column> columns;
+    for (columns::ColumnBuilder& column : columns_) columns.push_back(column.Finish());
     sheet.SetCols(kLedgerColumns);
     sheet.LoadColumns(std::move(columns), 0);
     Describe(sheet);
@@ -109,8 +110,8 @@ class SampleLedger {
   }
 
   void AppendPair(int column, bool filled, int64_t quantity, int64_t amount) {
-    platform::ColumnBuilder& quantities = columns_[static_cast<size_t>(column)];
-    platform::ColumnBuilder& amounts = columns_[static_cast<size_t>(column) + 1];
+    columns::ColumnBuilder& quantities = columns_[static_cast<size_t>(column)];
+    columns::ColumnBuilder& amounts = columns_[static_cast<size_t>(column) + 1];
     if (filled) {
       quantities.AppendDouble(static_cast<double>(quantity) / 100);
       amounts.AppendMoney(base::Money::FromUnits(amount * 100));
@@ -190,7 +191,7 @@ class SampleLedger {
   }
 
   SampleLedgerSize size_;
-  std::vector<platform::ColumnBuilder> columns_;
+  std::vector<columns::ColumnBuilder> columns_;
   std::vector<Sums> sums_;  // up to the end of each period
   uint64_t seed_ = 20040305;
   int lines_ = 0;

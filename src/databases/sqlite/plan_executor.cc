@@ -80,7 +80,7 @@ class PlanRun {
       const std::vector<uint32_t>& at = places.Of(index);
       std::transform(sorter.order().begin(), sorter.order().end(), order.begin(),
                      [&](uint32_t row) { return at[row]; });
-      platform::Column source = std::move(columns_[index]);
+      columns::Column source = std::move(columns_[index]);
       fields.push_back({columns[index].name, source.Gather(order)});
     }
     return fields;
@@ -99,7 +99,7 @@ class PlanRun {
   const StatementPlan& plan_;
   std::vector<ColumnSink> sinks_;
   std::vector<ArmRows> arms_;
-  std::vector<platform::Column> columns_;
+  std::vector<columns::Column> columns_;
 };
 
 }  // namespace

@@ -38,7 +38,7 @@ uint64_t KeyOfDouble(double number) {
 
 class RowSorter::CodeReader {
  public:
-  CodeReader(const platform::Column& column, bool bulk) : column_(column) {
+  CodeReader(const columns::Column& column, bool bulk) : column_(column) {
     if (!bulk) return;
     codes_.resize(column.size());
     column.ReadTextCodes(0, codes_);
@@ -52,14 +52,14 @@ class RowSorter::CodeReader {
   std::string_view TextAt(uint32_t cell) const { return column_.TextOfCode(CodeAt(cell)); }
 
  private:
-  const platform::Column& column_;
+  const columns::Column& column_;
   std::vector<uint32_t> codes_;
 };
 
 // Keys of numbers, money or dates; one kind for the whole column.
 class RowSorter::NumberReader {
  public:
-  explicit NumberReader(const platform::Column& column) : column_(column) {}
+  explicit NumberReader(const columns::Column& column) : column_(column) {}
   uint64_t KeyAt(uint32_t cell) {
     const base::Value value = column_.At(cell);
     const size_t kind = value.variant().index();
@@ -74,7 +74,7 @@ class RowSorter::NumberReader {
   }
 
  private:
-  const platform::Column& column_;
+  const columns::Column& column_;
   size_t kind_ = 0;
 };
 

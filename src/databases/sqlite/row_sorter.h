@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/column.h"
+#include "columns/column.h"
 
 namespace stockbook::databases {
 
@@ -18,7 +18,7 @@ struct NotCovered {
 
 // A column of rows that lies in another column: row r has the value at[r] of `column`.
 struct Cells {
-  const platform::Column* column = nullptr;
+  const columns::Column* column = nullptr;
   std::span<const uint32_t> at;
 };
 

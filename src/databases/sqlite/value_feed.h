@@ -9,16 +9,16 @@
 #include <string_view>
 #include <vector>
 
+#include "columns/column_builder.h"
 #include "databases/dialect/typed_sql.h"
 #include "databases/sqlite/database.h"
-#include "platform/column.h"
 
 namespace stockbook::databases {
 
 // A column under construction, and whether a text in it had to be mended: then its order among the others is no longer
 // the stored one.
 struct ColumnSink {
-  platform::ColumnBuilder builder;
+  columns::ColumnBuilder builder;
   bool mended = false;
 };
 

@@ -93,7 +93,7 @@ class SelectionWriter {
 
   // Short texts are copied with what stands behind them; the next text, or the slack at the end, takes its place.
   void AddBlock(int row, size_t rows) {
-    constexpr size_t kSlack = platform::TextPool::kSlack;
+    constexpr size_t kSlack = columns::TextPool::kSlack;
     const size_t begin = text_.size();
     size_t most = kSlack + rows * (columns_.size() + 2);
     for (const auto& texts : blocks_) {

@@ -7,9 +7,9 @@
 namespace stockbook::sheet {
 namespace {
 
-using platform::RawKind;
-using platform::RawRows;
-using platform::TextPool;
+using columns::RawKind;
+using columns::RawRows;
+using columns::TextPool;
 
 // Beyond, the digits of a double's shortest text are fewer than its integer has.
 constexpr int64_t kMostDoubleUnits = 1'000'000'000'000'000;

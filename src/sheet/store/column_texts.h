@@ -24,7 +24,7 @@ class ColumnTexts {
   ColumnTexts& operator=(const ColumnTexts&) = delete;
 
   // The shown texts of the records from `first` on; at most kMostRecords, valid until the next call. Each may be read
-  // platform::TextPool::kSlack bytes beyond its end.
+  // columns::TextPool::kSlack bytes beyond its end.
   std::span<const std::string_view> Read(int64_t first, size_t count);
 
  private:
@@ -37,21 +37,21 @@ class ColumnTexts {
 
   // Reads at least one record and at most `count`; returns how many.
   size_t ReadSome(size_t record, size_t place, size_t count);
-  void ReadRows(size_t first, std::span<const int64_t> raw, const platform::RawRows& rows, size_t place);
+  void ReadRows(size_t first, std::span<const int64_t> raw, const columns::RawRows& rows, size_t place);
   // Where the number's text begins in the slot that ends at `end`; nullptr where it is not of the common shape.
-  char* WriteNumber(int64_t raw, const platform::RawRows& rows, char* end) const;
+  char* WriteNumber(int64_t raw, const columns::RawRows& rows, char* end) const;
   // Any value's text, by itself.
   void MakeShown(size_t record, size_t place);
 
   const Store& store_;
   const SheetColumn& column_;
-  const platform::Column* loaded_;
+  const columns::Column* loaded_;
   bool formatted_ = false;
   bool formats_numbers_ = false;
   std::optional<PlainNumber> plain_;  // how numbers are shown, where that is of the common shape
   bool one_by_one_ = false;
   std::array<std::string_view, kMostRecords> texts_;
-  std::array<char, kMostRecords * PlainNumber::kMostBytes + platform::TextPool::kSlack> numbers_{};
+  std::array<char, kMostRecords * PlainNumber::kMostBytes + columns::TextPool::kSlack> numbers_{};
   std::vector<Made> made_at_;
   std::string made_;
 };

@@ -12,7 +12,7 @@
 namespace stockbook::sheet {
 namespace {
 
-using platform::Column;
+using columns::Column;
 
 constexpr int64_t kExactDoubles = int64_t{1} << 53;
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/value.h"
-#include "platform/column.h"
+#include "columns/column.h"
 #include "platform/grid_types.h"
 #include "platform/picture.h"
 #include "sheet/format/cell_format.h"
@@ -33,7 +33,7 @@ struct LoadedPictures {
 
 // What a cell holds, without making a text of it: a value of a loaded column, or the text that was set on the cell.
 struct CellContent {
-  const platform::Column* column = nullptr;  // set when the value comes from a loaded column
+  const columns::Column* column = nullptr;  // set when the value comes from a loaded column
   size_t record = 0;
   std::string_view text;  // else this
 };
@@ -62,10 +62,10 @@ class SheetColumn {
   void SetData(RowId id, base::Value data);
 
   // The loaded column replaces what was set on records.
-  void Load(std::shared_ptr<const platform::Column> values);
-  void LoadText(std::shared_ptr<const platform::Column> texts);
-  const platform::Column* LoadedText() const { return loaded_text_.get(); }
-  const platform::Column* LoadedData() const { return loaded_data_.get(); }
+  void Load(std::shared_ptr<const columns::Column> values);
+  void LoadText(std::shared_ptr<const columns::Column> texts);
+  const columns::Column* LoadedText() const { return loaded_text_.get(); }
+  const columns::Column* LoadedData() const { return loaded_data_.get(); }
   bool HasRecordTexts() const;
   // Texts or hidden data set on records.
   bool HasEditedRecords() const;
@@ -85,8 +85,8 @@ class SheetColumn {
   size_t MemoryBytes() const;
 
  private:
-  std::shared_ptr<const platform::Column> loaded_text_;
-  std::shared_ptr<const platform::Column> loaded_data_;
+  std::shared_ptr<const columns::Column> loaded_text_;
+  std::shared_ptr<const columns::Column> loaded_data_;
   std::unordered_map<RowId, std::string> texts_;
   std::unordered_map<RowId, base::Value> data_;
 };

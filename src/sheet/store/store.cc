@@ -12,7 +12,7 @@
 namespace stockbook::sheet {
 namespace {
 
-using platform::Column;
+using columns::Column;
 
 size_t CommonSize(const std::vector<Column>& columns) {
   const size_t rows = columns.empty() ? 0 : columns.front().size();

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/value.h"
-#include "platform/column.h"
+#include "columns/column.h"
 #include "platform/grid_types.h"
 #include "sheet/store/cell_style.h"
 #include "sheet/store/column_set.h"
@@ -34,7 +34,7 @@ class Store {
   void RemoveRows(int row, int count);
 
   // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
-  void Load(std::vector<platform::Column> columns, int first_column, int fixed_rows);
+  void Load(std::vector<columns::Column> columns, int first_column, int fixed_rows);
   size_t RecordCount() const { return records_; }
   // Lets the loaded columns go; rows of theirs that are left (as fixed ones) keep what they show.
   void ForgetRecords();

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <ostream>
+
+#include "platform/error.h"
+#include "stockbook/command/gui_session.h"
+#include "stockbook/command/journal_commands.h"
+#include "stockbook/command/journal_export.h"
+#include "stockbook/command/journal_options.h"
+#include "stockbook/command/output_file.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::string_view kUsage = R"(Writes the rows of a journal as the window shows them. It needs no display.
+
+Usage: stockbook export DB JOURNAL [--format csv|tsv|ndjson] [--columns visible|all] [-o FILE]
+
+  DB               the inventory
+  --format NAME    csv (as usual) or tsv: captions, then shown texts; ndjson: one JSON object a line, the first one with
+                   the caption, the columns and what the load said, then one a row with stored and shown texts
+  --columns NAME   visible (as usual for csv and tsv) or all (as usual for ndjson)
+  -o FILE          where to; - (as usual) for standard output; an existing file is replaced when all has gone well
+
+)";
+
+constexpr std::array<Option, 3> kOptions{{
+    {"format", OptionKind::Value},
+    {"columns", OptionKind::Value},
+    {"output", OptionKind::Value, 'o'},
+}};
+constexpr std::array<std::string_view, 3> kFormats{"csv", "tsv", "ndjson"};
+constexpr std::array<std::string_view, 2> kColumnChoices{"visible", "all"};
+
+const std::string& Usage() {
+  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
+  return usage;
+}
+
+int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
+  const std::string path = line.Positional(0, "DB, the inventory");
+  const JournalOptions options = RequireJournalOptions(line);
+  const std::string format = line.Choice("format", kFormats).value_or("csv");
+  const std::string usual_columns = format == "ndjson" ? "all" : "visible";
+  const bool all = line.Choice("columns", kColumnChoices).value_or(usual_columns) == "all";
+  const auto columns = all ? ExportColumns::kAll : ExportColumns::kVisible;
+
+  const GuiSession session(GuiNeed::kPicture);
+  JournalDesk desk;
+  const LoadReport report = LoadJournal(desk.control(), OpenInventory(path), options);
+  if (!report.loaded) throw platform::Error("export", LoadError(report));
+  OutputFile output(line.Value("output").value_or("-"), terminal.out);
+  if (format == "ndjson") {
+    WriteNdjson(desk.sheet(), columns, desk.control().Caption(), report, output.stream());
+  } else {
+    WriteSeparated(desk.sheet(), columns, format == "tsv" ? '\t' : ',', output.stream());
+  }
+  output.Commit();
+  return kExitDone;
+}
+
+}  // namespace
+
+Command ExportCommand() { return {"export", "Write the rows of a journal as text", Usage(), RunExport}; }
+
+}  // namespace stockbook::app

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/command/gui_session.h"
+
+#include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QString>
+#include <cstdio>
+#include <cstdlib>
+
+#include "qt/fonts.h"
+#include "qt/text.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr const char* kNoDisplay =
+    "There is no display to open a window on; set DISPLAY, or use 'stockbook render' for a picture of it.";
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+bool NamesADisplay() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+  return IsSet("QT_QPA_PLATFORM") || IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY");
+#else
+  return true;
+#endif
+}
+
+// A display that is named and does not answer ends the program inside of the toolkit; this is the last place to speak.
+void SayFatalOnly(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
+  if (type != QtFatalMsg) return;
+  std::fprintf(stderr, "stockbook: %s\n", kNoDisplay);
+  std::_Exit(1);
+}
+
+}  // namespace
+
+GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(), nullptr} {
+  if (QCoreApplication::instance() != nullptr) return;
+  if (need == GuiNeed::kWindow && !NamesADisplay()) throw NoDisplay(kNoDisplay);
+  if (need == GuiNeed::kPicture) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+  }
+  qInstallMessageHandler(SayFatalOnly);
+  application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
+  qInstallMessageHandler(need == GuiNeed::kPicture ? SayFatalOnly : nullptr);
+  QApplication::setApplicationName(QStringLiteral("stockbook"));
+  QApplication::setApplicationDisplayName(QStringLiteral("库存台账"));
+  const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+  if (translator_.load(QLocale(QLocale::Chinese, QLocale::China), QStringLiteral("qtbase"), QStringLiteral("_"),
+                       translations)) {
+    QCoreApplication::installTranslator(&translator_);
+  }
+  QFont font = QApplication::font();
+  font.setFamily(qt::ToQString(qt::DefaultGridFont().name));
+  QApplication::setFont(font);
+}
+
+GuiSession::~GuiSession() {
+  if (application_ == nullptr) return;
+  application_.reset();
+  qInstallMessageHandler(nullptr);
+}
+
+int GuiSession::Run() { return QApplication::exec(); }
+
+}  // namespace stockbook::app

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/command/journal_export.h"
+
+#include <array>
+#include <ostream>
+
+namespace stockbook::app {
+namespace {
+
+constexpr size_t kBufferBytes = size_t{1} << 16;
+
+std::vector<int> ColumnsOf(const platform::Grid& grid, ExportColumns columns) {
+  std::vector<int> chosen;
+  for (int column = 0; column < grid.Cols(); ++column) {
+    if (columns == ExportColumns::kAll || !grid.ColHidden(column)) chosen.push_back(column);
+  }
+  return chosen;
+}
+
+void AppendField(std::string_view text, char separator, std::string& out) {
+  const std::array<char, 4> special{separator, '"', '\n', '\r'};
+  if (text.find_first_of(std::string_view(special.data(), special.size())) == std::string_view::npos) {
+    out += text;
+    return;
+  }
+  out += '"';
+  for (const char c : text) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  out += '"';
+}
+
+void FlushWhenFull(std::string& buffer, std::ostream& out) {
+  if (buffer.size() < kBufferBytes) return;
+  out << buffer;
+  buffer.clear();
+}
+
+void AppendMember(std::string_view name, std::string_view text, std::string& out) {
+  if (out.back() != '{') out += ',';
+  AppendJson(name, out);
+  out += ':';
+  AppendJson(text, out);
+}
+
+const char* TruthText(bool truth) { return truth ? "true" : "false"; }
+
+void AppendColumns(const platform::Grid& grid, const std::vector<int>& columns, std::string& out) {
+  for (const int column : columns) {
+    out += out.back() == '[' ? "{" : ",{";
+    AppendMember("key", grid.ColKey(column), out);
+    AppendMember("caption", grid.TextMatrix(0, column), out);
+    out += std::string(",\"hidden\":") + TruthText(grid.ColHidden(column)) +
+           ",\"type\":" + std::to_string(static_cast<int>(grid.ColDataType(column)));
+    AppendMember("format", grid.ColFormat(column), out);
+    out += ",\"width\":" + std::to_string(grid.ColWidth(column)) + "}";
+  }
+}
+
+void AppendRow(const platform::Grid& grid, const std::vector<int>& columns, const std::vector<std::string>& keys,
+               int row, std::string& out) {
+  out += "{\"row\":" + std::to_string(row) + ",\"node\":" + TruthText(grid.IsSubtotal(row)) +
+         ",\"level\":" + std::to_string(grid.RowOutlineLevel(row)) + ",\"hidden\":" + TruthText(grid.RowHidden(row)) +
+         ",\"height\":" + std::to_string(grid.RowHeight(row)) + ",\"text\":{";
+  std::string display = "{";
+  for (size_t at = 0; at < columns.size(); ++at) {
+    const std::string text = grid.TextMatrix(row, columns[at]);
+    if (text.empty()) continue;
+    AppendMember(keys[at], text, out);
+    AppendMember(keys[at], grid.DisplayText(row, columns[at]), display);
+  }
+  out += "},\"display\":" + display + "}}\n";
+}
+
+}  // namespace
+
+void AppendJson(std::string_view text, std::string& out) {
+  constexpr const char* kHex = "0123456789abcdef";
+  out += '"';
+  for (const char c : text) {
+    switch (c) {
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      default:
+        if (static_cast<unsigned char>(c) < 0x20) {
+          out += "\\u00";
+          out += kHex[c >> 4];
+          out += kHex[c & 15];
+        } else {
+          out += c;
+        }
+    }
+  }
+  out += '"';
+}
+
+void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out) {
+  const std::vector<int> chosen = ColumnsOf(grid, columns);
+  std::string buffer;
+  const auto write_row = [&](auto text_of) {
+    for (size_t at = 0; at < chosen.size(); ++at) {
+      if (at > 0) buffer += separator;
+      AppendField(text_of(chosen[at]), separator, buffer);
+    }
+    buffer += '\n';
+    FlushWhenFull(buffer, out);
+  };
+  write_row([&](int column) { return grid.TextMatrix(0, column); });
+  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    write_row([&](int column) { return grid.DisplayText(row, column); });
+  }
+  out << buffer;
+}
+
+void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+                 const LoadReport& report, std::ostream& out) {
+  const std::vector<int> chosen = ColumnsOf(grid, columns);
+  std::vector<std::string> keys;
+  for (const int column : chosen) keys.push_back(grid.ColKey(column));
+  std::string buffer = "{";
+  AppendMember("caption", caption, buffer);
+  buffer += ",\"columns\":[";
+  AppendColumns(grid, chosen, buffer);
+  buffer += "],\"notify\":[";
+  for (const std::string& message : report.notify) {
+    if (buffer.back() != '[') buffer += ',';
+    AppendJson(message, buffer);
+  }
+  buffer += "],\"process\":[";
+  for (const int indicator : report.process) buffer += (buffer.back() == '[' ? "" : ",") + std::to_string(indicator);
+  buffer += "]}\n";
+  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    AppendRow(grid, chosen, keys, row, buffer);
+    FlushWhenFull(buffer, out);
+  }
+  out << buffer;
+}
+
+}  // namespace stockbook::app

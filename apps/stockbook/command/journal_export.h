@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/grid.h"
+#include "stockbook/window/journal_desk.h"
+
+namespace stockbook::app {
+
+enum class ExportColumns { kVisible, kAll };
+
+// Captions and then the shown texts of all data rows, separated by `separator`; a field with the separator, a quote or
+// a line break in it stands in quotes, quotes doubled. Lines end in "\n".
+void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out);
+
+// One line a JSON object: first the caption, the columns and what the load said, then every data row with its outline
+// state, height in twips, stored and shown texts by column key. Empty cells are left out.
+void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+                 const LoadReport& report, std::ostream& out);
+
+// Appends a JSON string with its quotes.
+void AppendJson(std::string_view text, std::string& out);
+
+}  // namespace stockbook::app

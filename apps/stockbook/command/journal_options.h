@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "stockbook/command/command_line.h"
+
+namespace stockbook::app {
+
+// The journal that a command line names, in the words of the control's interface.
+struct JournalOptions {
+  int journal_type = 0;  // JournalType: 0 material, 1 supplier, 2 customer, 3 project
+  int32_t key_id = 0;    // KeyID: the product; 0 is every product, in the partner journals
+  int32_t dp_id = 0;     // dpID: depot, supplier, customer or project; below 1 is all of them
+  std::string dp_code;   // dpCode: class code of the second key
+  bool allow_qty2 = false;
+  bool allow_inv = false;  // shows the tax columns
+  bool acc_restrict = false;
+};
+
+// The options of JOURNAL, to be put in front of a command's own ones.
+std::span<const Option> JournalOptionList();
+
+// The lines that explain JOURNAL in a command's help.
+extern const std::string_view kJournalUsage;
+
+// The arguments of a command of the form `DB JOURNAL` and `own` options, taken apart. Throws UsageError as CommandLine.
+CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own);
+
+// The journal given, or nothing when no option of JOURNAL was. Throws UsageError when it is not complete: the material
+// and project journals need a product.
+std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line);
+
+// The same for commands that cannot do without a journal.
+JournalOptions RequireJournalOptions(const CommandLine& line);
+
+}  // namespace stockbook::app

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include <QStandardPaths>
+#include <filesystem>
+#include <ostream>
+
+#include "platform/error.h"
+#include "qt/text.h"
+#include "stockbook/command/gui_session.h"
+#include "stockbook/sample/sample_inventory.h"
+#include "stockbook/window/main_window.h"
+#include "stockbook/window/window_commands.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::string_view kUsage = R"(Opens the window.
+
+Usage: stockbook [open] [DB] [JOURNAL]
+
+  DB   the inventory; without it the sample inventory, made on first use in the user's data folder
+
+Without JOURNAL it is the material journal of product 1, or of the first product that has lines.
+
+)";
+
+const std::string& Usage() {
+  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
+  return usage;
+}
+
+// The sample inventory in the user's data folder, made now when it is not there.
+std::string SampleDatabase() {
+  const std::string folder = qt::FromQString(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+  if (folder.empty())
+    throw platform::Error("open", "There is no folder for the user's data; name an inventory to open.");
+  const std::filesystem::path path = std::filesystem::path(folder) / "sample.db";
+  std::error_code error;
+  if (std::filesystem::exists(path, error)) return path.string();
+  std::filesystem::create_directories(path.parent_path(), error);
+  if (error) throw platform::Error("open", "The folder '" + folder + "' cannot be made: " + error.message() + ".");
+  WriteSampleInventory(path.string(), {});
+  return path.string();
+}
+
+int RunOpen(const std::vector<std::string>& arguments, Terminal& /*terminal*/) {
+  const CommandLine line(arguments, JournalOptionList());
+  line.ExpectAtMost(1);
+  const auto options = ReadJournalOptions(line);
+  GuiSession session(GuiNeed::kWindow);
+  MainWindow window;
+  window.OpenDatabase(line.positionals().empty() ? SampleDatabase() : line.positionals().front());
+  window.show();
+  // The window is there before a long load begins, and shows how far it is.
+  QApplication::processEvents();
+  if (options) {
+    window.LoadJournal(*options);
+  } else {
+    window.LoadFirstJournal();
+  }
+  return session.Run();
+}
+
+}  // namespace
+
+Command OpenCommand() { return {"open", "Open the window on an inventory", Usage(), RunOpen}; }
+
+}  // namespace stockbook::app

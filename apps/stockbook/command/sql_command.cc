@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include <array>
+#include <ostream>
+
+#include "databases/sqlite/embedded_connection.h"
+#include "interaction/subject_header.h"
+#include "journal/opening_balance.h"
+#include "journal/query_builder.h"
+#include "stockbook/command/journal_commands.h"
+#include "stockbook/command/journal_options.h"
+#include "stockbook/window/journal_desk.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr std::string_view kUsage =
+    R"(Prints the statement of a journal, a line "--", and the statement of its opening balance, as they are sent.
+
+Usage: stockbook sql DB JOURNAL [--dialect desktop|server]
+
+  DB               the inventory
+  --dialect NAME   the language of the statements: desktop (as usual) or server
+
+)";
+
+constexpr std::array<Option, 1> kOptions{{{"dialect", OptionKind::Value}}};
+constexpr std::array<std::string_view, 2> kDialects{"desktop", "server"};
+
+const std::string& Usage() {
+  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
+  return usage;
+}
+
+// The keys as a load completes them: a missing class code is that of the second key.
+journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection,
+                            base::tqJournalTypeContants type) {
+  journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
+  if (keys.dpCode.empty() && keys.KeyID >= 1) {
+    keys.dpCode = interaction::SubjectHeader(&connection, type).SecondKeyClassCode(0, keys);
+  }
+  return keys;
+}
+
+int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
+  const CommandLine line = ReadJournalCommand(arguments, kOptions);
+  const std::string path = line.Positional(0, "DB, the inventory");
+  const JournalOptions options = RequireJournalOptions(line);
+  const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
+  const auto connection = OpenInventory(path, server ? SqlDialect::kServer : SqlDialect::kDesktop);
+  const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
+  const journal::SubjectKeys keys = KeysOf(options, *connection, type);
+  // Both or none: an inventory without periods has no statement of its balance.
+  const std::string statement = journal::QueryBuilder(connection.get(), type, keys).Build();
+  const std::string balance =
+      journal::BuildBalanceStatement(connection.get(), type, keys, journal::EarliestAccPeriod(connection.get()));
+  terminal.out << statement << "\n--\n" << balance << "\n";
+  return kExitDone;
+}
+
+}  // namespace
+
+Command SqlCommand() { return {"sql", "Print the statements of a journal as they are sent", Usage(), RunSql}; }
+
+}  // namespace stockbook::app

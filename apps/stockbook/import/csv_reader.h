@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "stockbook/import/compressed_input.h"
+
+namespace stockbook::app {
+
+enum class CsvFault {
+  None,
+  TextAfterQuote,  // something other than a separator stands behind a closing quote
+  UnclosedQuote,   // the input ends within a quoted field
+  TooLong,         // a record of more than kLongestRecord bytes, mostly a quote that is never closed
+};
+
+// One record. The fields are views into the reader and live until the next record is read.
+struct CsvRecord {
+  int64_t line = 0;  // where it begins, counted from 1; a quoted line break counts
+  CsvFault fault = CsvFault::None;
+  std::vector<std::string_view> fields;
+
+  // An empty line reads as one empty field.
+  bool IsBlank() const { return fault == CsvFault::None && fields.size() == 1 && fields.front().empty(); }
+};
+
+// Reads separated values record by record, as RFC 4180 has them: quoted fields may hold separators, line breaks and
+// doubled quotes; lines end with LF, CRLF or CR; the last one needs no end; a byte-order mark at the front is passed
+// over. A quote inside an unquoted field is text. A faulty record is given up at its line's end, and reading goes on.
+// Memory: one record. Throws what its source throws, and platform::Error for UTF-16 text.
+class CsvReader {
+ public:
+  static constexpr size_t kLongestRecord = size_t{1} << 20;
+
+  // The source must outlive the reader.
+  explicit CsvReader(ByteSource& source, char delimiter = ',');
+  // False at the end of the input.
+  bool Next(CsvRecord& record);
+
+ private:
+  static constexpr int kEnd = -1;
+
+  int Peek();
+  void Skip() { ++at_; }
+  void SkipByteOrderMark();
+  void EndLine();
+  void EndField() { ends_.push_back(text_.size()); }
+  CsvFault ReadRecord();
+  CsvFault ReadQuoted();
+  CsvFault ReadPlain();
+  void GiveUpLine();
+  bool AtFieldEnd(int next) const { return next == kEnd || next == '\n' || next == '\r' || next == delimiter_; }
+
+  ByteSource& source_;
+  int delimiter_;
+  std::vector<char> buffer_;
+  size_t at_ = 0;
+  size_t end_ = 0;
+  bool begun_ = false;
+  int64_t line_ = 1;
+  std::string text_;          // the fields of the record, one behind the other
+  std::vector<size_t> ends_;  // where each field ends in it
+};
+
+}  // namespace stockbook::app

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/date.h"
+#include "base/money.h"
+#include "stockbook/import/csv_reader.h"
+#include "stockbook/import/import_mapping.h"
+#include "stockbook/inventory/inventory_records.h"
+
+namespace stockbook::app {
+
+// Why a line of the table is not imported.
+enum class SkipReason {
+  EmptyLine,
+  BadQuotes,
+  TooLong,
+  FieldCount,
+  NoProduct,
+  NoDate,
+  NoQuantity,
+  NoPrice,
+  AmountOutOfRange
+};
+inline constexpr size_t kSkipReasonCount = 9;
+
+// The reason in a few words, as the closing line counts it: "no date".
+std::string_view SkipReasonText(SkipReason reason);
+
+// One line of the table, read and judged. Texts are clean UTF-8.
+struct Movement {
+  Direction direction = Direction::Issue;
+  bool returned = false;  // the quantity was negative, so that the direction is the other one
+  std::string product;
+  std::string name;
+  std::string bill;
+  std::string partner;
+  std::string project;
+  base::Date date;
+  Quantity quantity;  // never negative
+  double price = 0;
+  base::Money amount;
+};
+
+// Reads records as movements of one direction. A quantity of 0 is a movement of nothing and is imported as one, with
+// the amount 0; an empty partner or project is none; without a price column the price is 0.
+class MovementReader {
+ public:
+  MovementReader(const ImportMapping& mapping, Direction direction) : mapping_(mapping), direction_(direction) {}
+
+  // Fills `movement` and returns nothing, or returns why not; `explanation` then says it of this line.
+  std::optional<SkipReason> Read(const CsvRecord& record, Movement& movement, std::string& explanation) const;
+
+ private:
+  std::optional<SkipReason> CheckShape(const CsvRecord& record, std::string& explanation) const;
+  std::optional<SkipReason> ReadNumbers(const CsvRecord& record, Movement& movement, std::string& explanation) const;
+
+  const ImportMapping& mapping_;
+  Direction direction_;
+};
+
+}  // namespace stockbook::app

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/inventory/inventory_balances.h"
+
+#include <algorithm>
+
+namespace stockbook::app {
+
+int MonthOf(base::Date date) {
+  const base::DateParts parts = date.parts();
+  return parts.year * 12 + parts.month - 1;
+}
+
+std::string PeriodText(int month) {
+  const std::string year = std::to_string(month / 12);
+  const std::string number = std::to_string(month % 12 + 1);
+  return std::string(year.size() < 4 ? 4 - year.size() : 0, '0') + year + (number.size() < 2 ? "-0" : "-") + number;
+}
+
+size_t BalanceBook::KeyHash::operator()(const Key& key) const {
+  const auto mixed = static_cast<uint64_t>(key.owner_id) * 0x9E3779B97F4A7C15u + static_cast<uint64_t>(key.product_id);
+  return static_cast<size_t>((mixed ^ (mixed >> 32)) * 0xD6E8FEB86659FD93u);
+}
+
+int64_t BalanceBook::Open(int64_t owner_id, int64_t product_id, const StockSums& stock) {
+  Account& account = accounts_[{owner_id, product_id}];
+  account.opening += stock;
+  if (account.opening_id == 0) account.opening_id = ++openings_;
+  return account.opening_id;
+}
+
+BalanceBook::Month& BalanceBook::MonthIn(Account& account, int month) {
+  auto& months = account.months;
+  if (!months.empty() && months.back().month == month) return months.back();
+  const auto at = std::lower_bound(months.begin(), months.end(), month,
+                                   [](const Month& entry, int wanted) { return entry.month < wanted; });
+  if (at != months.end() && at->month == month) return *at;
+  return *months.insert(at, Month{month, {}, {}});
+}
+
+void BalanceBook::Enter(Direction direction, int64_t owner_id, int64_t product_id, int month, const StockSums& sums) {
+  Month& entry = MonthIn(accounts_[{owner_id, product_id}], month);
+  (direction == Direction::Receipt ? entry.received : entry.issued) += sums;
+}
+
+void BalanceBook::ForEachRow(const std::vector<int>& months, FirstPeriodRows first,
+                             const std::function<void(const BalanceRecord&)>& take) const {
+  std::vector<std::pair<Key, const Account*>> sorted;
+  sorted.reserve(accounts_.size());
+  for (const auto& [key, account] : accounts_) sorted.emplace_back(key, &account);
+  std::sort(sorted.begin(), sorted.end());
+  int64_t next_id = openings_ + 1;
+  for (const auto& [key, account] : sorted) {
+    const bool opened = account->opening_id != 0;
+    const bool row_in_first = opened || first == FirstPeriodRows::EveryAccount;
+    BalanceRecord row{0, key.owner_id, key.product_id, 0, account->opening, {}, {}};
+    auto entry = account->months.begin();
+    for (size_t index = 0; index < months.size(); ++index) {
+      const bool moved = entry != account->months.end() && entry->month == months[index];
+      const bool begun = opened || entry != account->months.begin();
+      if (!moved && !begun && !(index == 0 && row_in_first)) continue;
+      row.month = months[index];
+      row.received = moved ? entry->received : StockSums();
+      row.issued = moved ? entry->issued : StockSums();
+      if (moved) ++entry;
+      row.id = opened && index == 0 ? account->opening_id : next_id++;
+      take(row);
+      row.carried_forward += row.received;
+      row.carried_forward -= row.issued;
+    }
+  }
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/inventory/inventory_writer.h"
+
+#include <sqlite3.h>
+
+#include <filesystem>
+
+#include "base/number.h"
+#include "platform/error.h"
+#include "stockbook/inventory/inventory_insert.h"
+
+namespace stockbook::app {
+namespace {
+
+double PriceOf(const StockSums& stock) { return base::SafeDivide(stock.amount.ToDouble(), stock.quantity.ToDouble()); }
+
+TableName BalanceTable(BalanceOwner owner) {
+  switch (owner) {
+    case BalanceOwner::Suppliers:
+      return TableName::SupplierBalances;
+    case BalanceOwner::Customers:
+      return TableName::CustomerBalances;
+    case BalanceOwner::Projects:
+      return TableName::ProjectBalances;
+    case BalanceOwner::Depots:
+      break;
+  }
+  return TableName::DepotBalances;
+}
+
+TableName ClassTable(ClassTree tree) {
+  switch (tree) {
+    case ClassTree::Suppliers:
+      return TableName::SupplierClasses;
+    case ClassTree::Customers:
+      return TableName::CustomerClasses;
+    case ClassTree::Projects:
+      return TableName::ProjectClasses;
+    case ClassTree::Products:
+      break;
+  }
+  return TableName::ProductClasses;
+}
+
+}  // namespace
+
+void InventoryWriter::CloseDatabase::operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+
+InventoryWriter::InventoryWriter(const std::string& path) : file_(path) {
+  sqlite3* database = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  const int code = sqlite3_open_v2(file_.path().c_str(), &database, flags, nullptr);
+  database_.reset(database);
+  if (code != SQLITE_OK) {
+    throw platform::Error("write an inventory", "Cannot write '" + path + "': " + sqlite3_errstr(code) + ".", code);
+  }
+  // Nobody else knows the file, and an interrupted one is thrown away: no journal, no waiting for the disk.
+  Execute(
+      "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; "
+      "BEGIN");
+  for (size_t index = 0; index < kTableCount; ++index)
+    Execute(CreateStatement(InventoryTableOf(static_cast<TableName>(index))));
+}
+
+InventoryWriter::~InventoryWriter() {
+  // Statements and the database go before the file they are of is removed.
+  for (auto& cursor : cursors_) cursor.reset();
+  database_.reset();
+}
+
+void InventoryWriter::Execute(std::string_view sql) {
+  const int code = sqlite3_exec(database_.get(), std::string(sql).c_str(), nullptr, nullptr, nullptr);
+  if (code == SQLITE_OK) return;
+  throw platform::Error("write an inventory",
+                        "Cannot write '" + file_.target() + "': " + sqlite3_errmsg(database_.get()) + ".", code);
+}
+
+InsertCursor& InventoryWriter::Into(TableName table) {
+  auto& cursor = cursors_[static_cast<size_t>(table)];
+  if (!cursor) cursor = std::make_unique<InsertCursor>(database_.get(), InventoryTableOf(table), file_.target());
+  return *cursor;
+}
+
+void InventoryWriter::AddBill(Direction direction, const BillRecord& bill) {
+  const base::DateParts day = bill.date.parts();
+  Into(direction == Direction::Receipt ? TableName::ReceiptBills : TableName::IssueBills)
+      .Row(bill.bill_id, bill.period, bill.date, day.year, day.month, day.day, bill.type_name, bill.number, bill.kind,
+           bill.explain, bill.depot_id, bill.partner_id, bill.project_id, bill.entered_by, bill.entered_on,
+           bill.audited_by, bill.audited_on);
+}
+
+void InventoryWriter::AddLine(Direction direction, const LineRecord& line) {
+  Into(direction == Direction::Receipt ? TableName::ReceiptLines : TableName::IssueLines)
+      .Row(line.record_id, line.bill_id, line.product_id, line.depot_id, line.partner_id, line.project_id,
+           line.other_id, line.quantity, line.quantity2, line.price, line.amount, line.tax_rate, line.tax,
+           line.tax_price, line.tax_amount, line.handler, line.counterpart, line.packing, line.place, line.term,
+           line.serial_number, line.produced_on);
+}
+
+void InventoryWriter::AddDepot(int64_t depot_id, std::string_view name) { Into(TableName::Depots).Row(depot_id, name); }
+
+void InventoryWriter::AddPartner(Partners partners, int64_t partner_id, std::string_view name,
+                                 std::string_view class_code) {
+  Into(partners == Partners::Suppliers ? TableName::Suppliers : TableName::Customers).Row(partner_id, name, class_code);
+}
+
+void InventoryWriter::AddProject(int64_t project_id, std::string_view name, std::string_view number,
+                                 std::string_view class_code) {
+  Into(TableName::Projects).Row(project_id, name, number, class_code);
+}
+
+void InventoryWriter::AddProduct(const ProductRecord& product) {
+  Into(TableName::Products)
+      .Row(product.product_id, product.name, product.number, product.specification, product.model, product.unit,
+           product.unit2, product.costing, product.rounding, product.least_stock, product.most_stock,
+           product.short_code, product.supplier_id, product.price, product.ordinary_tax_rate, product.vat_rate,
+           product.purchase_price, product.ordinary_purchase_tax_rate, product.purchase_vat_rate, product.class_code,
+           product.per_package, product.place, product.barcode, product.maker, product.remark, product.alias,
+           product.colour, product.weight, product.definition);
+}
+
+void InventoryWriter::AddClass(ClassTree tree, std::string_view code, std::string_view name) {
+  Into(ClassTable(tree)).Row(code, name);
+}
+
+void InventoryWriter::AddPeriod(int month) {
+  const std::string period = PeriodText(month);
+  Into(TableName::Periods).Row(std::string_view(period));
+}
+
+void InventoryWriter::AddBalance(BalanceOwner owner, const BalanceRecord& row) {
+  const std::string text = PeriodText(row.month);
+  const std::string_view period = text;
+  const StockSums& last = row.carried_forward;
+  InsertCursor& table = Into(BalanceTable(owner));
+  if (owner == BalanceOwner::Depots) {
+    table.Row(row.id, row.owner_id, row.product_id, period, row.month / 12, row.month % 12 + 1, PriceOf(last),
+              last.quantity, last.quantity2, last.amount, row.received.quantity, row.received.quantity2,
+              row.received.amount, row.issued.quantity, row.issued.quantity2, row.issued.amount);
+  } else {
+    table.Row(period, row.owner_id, row.product_id, PriceOf(last), last.quantity, last.quantity2, last.amount,
+              row.received.quantity, row.received.quantity2, row.received.amount, row.issued.quantity,
+              row.issued.quantity2, row.issued.amount);
+  }
+}
+
+void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months,
+                                  FirstPeriodRows first) {
+  book.ForEachRow(months, first, [&](const BalanceRecord& row) { AddBalance(owner, row); });
+}
+
+void InventoryWriter::Finish() {
+  for (auto& cursor : cursors_) cursor.reset();
+  for (const std::string_view index : InventoryIndexes()) Execute(index);
+  // So that the planner knows an index which selects everything, as that of a product with all the lines.
+  Execute("PRAGMA analysis_limit=2000; ANALYZE; COMMIT");
+  const int code = sqlite3_close(database_.release());
+  if (code != SQLITE_OK) {
+    throw platform::Error("write an inventory", "Cannot write '" + file_.target() + "': " + sqlite3_errstr(code) + ".",
+                          code);
+  }
+  file_.Commit();
+  // What a replaced inventory left beside it must not be taken for a part of the new one.
+  for (const char* suffix : {"-journal", "-wal", "-shm"}) {
+    std::error_code ignored;
+    std::filesystem::remove(file_.target() + suffix, ignored);
+  }
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/main_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStatusBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "base/column_keys.h"
+#include "platform/error.h"
+#include "qt/text.h"
+#include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/window/reading_place.h"
+
+namespace stockbook::app {
+namespace {
+
+namespace keys = base::keys;
+
+constexpr QSize kUsualSize(1280, 800);
+constexpr int kProgressWidth = 180;
+constexpr int kMostProgress = 100;
+
+// This host has the room to show bill numbers and remarks whole, where the control's own layout has to be narrow.
+struct HostWidth {
+  const char* key;
+  int twips;
+};
+constexpr HostWidth kHostWidths[] = {
+    {keys::kBillNo, 3900}, {keys::kBillKind, 1050}, {keys::kExplain, 1800}, {keys::kProductName, 2700}};
+
+void WidenColumns(platform::Grid& grid) {
+  for (const HostWidth& width : kHostWidths) {
+    if (const int column = grid.ColIndex(width.key); column >= 0) grid.SetColWidth(column, width.twips);
+  }
+}
+
+bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
+  return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
+         left.dp_code == right.dp_code;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent),
+      bar_(new JournalBar),
+      stockbook_(new qt::StockbookWidget),
+      find_bar_(new FindBar(*stockbook_)),
+      colours_(std::make_unique<WindowColours>(*stockbook_)),
+      message_(new MessageLine),
+      row_count_(new QLabel),
+      progress_(new QProgressBar) {
+  auto* desk = new QWidget;
+  auto* rows = new QVBoxLayout(desk);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(bar_);
+  rows->addWidget(stockbook_, 1);
+  rows->addWidget(find_bar_);
+  setCentralWidget(desk);
+  BuildMenus();
+  BuildStatusLine();
+  ConnectControl();
+  resize(kUsualSize);
+  UpdateTitle();
+  colours_->Follow(palette());
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
+}
+
+void MainWindow::BuildStatusLine() {
+  row_count_->setTextFormat(Qt::PlainText);
+  progress_->setRange(0, kMostProgress);
+  progress_->setFixedWidth(kProgressWidth);
+  progress_->setMaximumHeight(message_->sizeHint().height() + 2);
+  progress_->hide();
+  statusBar()->addWidget(message_, 1);
+  statusBar()->addPermanentWidget(progress_);
+  statusBar()->addPermanentWidget(row_count_);
+}
+
+void MainWindow::ConnectControl() {
+  connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
+  connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
+  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
+  connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
+  connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
+  connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
+  connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
+          [this](const QString& command) { ObeyCommand(command); });
+}
+
+// A layout outside of a load is the default one, which the user asked for.
+void MainWindow::TakeLayout() {
+  WidenColumns(stockbook_->Grid());
+  if (loading_) {
+    laid_out_ = true;
+  } else {
+    columns_.StartFrom(stockbook_->Grid());
+  }
+}
+
+void MainWindow::OpenDatabase(const std::string& path) {
+  std::shared_ptr<platform::Connection> connection = OpenInventory(path);
+  bar_->SetInventory(connection);
+  connection_ = std::move(connection);
+  shown_.reset();
+  path_ = path;
+  UpdateTitle();
+}
+
+void MainWindow::ChooseDatabase() {
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(path_)).path(),
+                                   QStringLiteral("库存数据库 (*.db);;所有文件 (*)"));
+  if (path.isEmpty()) return;
+  try {
+    OpenDatabase(qt::FromQString(path));
+    LoadFirstJournal();
+  } catch (const platform::Error& error) {
+    ShowMessage(qt::ToQString(error.what()));
+  }
+}
+
+LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
+  bar_->SetOptions(options);
+  return Load(options);
+}
+
+LoadReport MainWindow::LoadFirstJournal() {
+  JournalOptions options;
+  options.key_id = connection_ == nullptr ? 0 : InventoryCatalog(*connection_).FirstProductWithLines();
+  return LoadJournal(options);
+}
+
+void MainWindow::Reload() { Load(bar_->Options()); }
+
+LoadReport MainWindow::Load(const JournalOptions& options) {
+  if (connection_ == nullptr || loading_) return {};
+  platform::Grid& grid = stockbook_->Grid();
+  const ReadingPlace place(stockbook_->sheet());
+  const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
+  columns_.Learn(grid);
+  laid_out_ = false;
+  loading_ = true;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
+  QApplication::restoreOverrideCursor();
+  loading_ = false;
+  if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
+  progress_->hide();
+  if (laid_out_) columns_.PutBack(grid, stockbook_->control().ColsFilter());
+  shown_ = report.loaded ? std::optional(options) : std::nullopt;
+  if (!same || !report.loaded || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
+  const size_t records = stockbook_->sheet().RecordCount();
+  row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  UpdateTitle();
+  stockbook_->setFocus();
+  return report;
+}
+
+// The keys start from a cell that can be seen.
+void MainWindow::GoToFirstCell() {
+  platform::Grid& grid = stockbook_->Grid();
+  if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
+}
+
+// Load does not come back to the event loop; what is to be seen meanwhile is painted here.
+void MainWindow::ShowProgress(int indicator) {
+  if (indicator < 0) {
+    progress_->hide();
+    return;
+  }
+  if (progress_->isVisible() && progress_->value() == indicator) return;
+  progress_->setValue(indicator);
+  progress_->show();
+  if (isVisible()) progress_->repaint();
+}
+
+void MainWindow::ShowMessage(const QString& message) {
+  message_->Show(message);
+  if (loading_ && isVisible()) message_->repaint();
+}
+
+// The control describes the row that the user has come to, mostly by no words at all. That does not take away what it
+// said before.
+void MainWindow::TakeNotice(const QString& message) {
+  const bool is_description =
+      std::exchange(row_changed_, false) || message.isEmpty() || message == message_->Description();
+  if (is_description && !loading_) {
+    message_->Describe(message);
+  } else {
+    ShowMessage(message);
+  }
+}
+
+void MainWindow::UpdateTitle() {
+  QString title = QStringLiteral("库存台账");
+  if (!path_.empty()) title = QFileInfo(qt::ToQString(path_)).fileName();
+  const QString caption = qt::ToQString(stockbook_->control().Caption());
+  if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
+  setWindowTitle(title);
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/connection.h"
+#include "qt/stockbook_widget.h"
+#include "stockbook/window/column_memory.h"
+#include "stockbook/window/find_bar.h"
+#include "stockbook/window/journal_bar.h"
+#include "stockbook/window/journal_desk.h"
+#include "stockbook/window/message_line.h"
+#include "stockbook/window/window_colours.h"
+
+namespace stockbook::app {
+
+// The reference host: a bar to choose a journal, the journal, a bar to find in it, a line with its messages and a
+// progress bar. It does what the control asks its host for: it finds, loads again and shows bills. It is light or dark
+// as the desktop is. It keeps nothing from one run to the next.
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit MainWindow(QWidget* parent = nullptr);
+
+  // Throws platform::Error, with the window as it was, when the file is no inventory.
+  void OpenDatabase(const std::string& path);
+  // Loads what the options say, and shows them on the bar.
+  LoadReport LoadJournal(const JournalOptions& options);
+  // The material journal of the first product that has lines.
+  LoadReport LoadFirstJournal();
+
+  qt::StockbookWidget& stockbook() { return *stockbook_; }
+  JournalBar& bar() { return *bar_; }
+  FindBar& find_bar() { return *find_bar_; }
+  const MessageLine& message() const { return *message_; }
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void BuildMenus();
+  void BuildFileMenu();
+  void BuildJournalMenu();
+  void BuildStatusLine();
+  void ConnectControl();
+  void TakeLayout();
+  void ChooseDatabase();
+  void Reload();
+  LoadReport Load(const JournalOptions& options);
+  void GoToFirstCell();
+  void ShowProgress(int indicator);
+  void ShowMessage(const QString& message);
+  void TakeNotice(const QString& message);
+  void ShowBill();
+  void ShowStatistics();
+  void ObeyCommand(const QString& command);
+  void UpdateTitle();
+
+  std::string path_;
+  std::shared_ptr<platform::Connection> connection_;
+  bool loading_ = false;
+  bool laid_out_ = false;                // by the load
+  bool row_changed_ = false;             // and its description comes next
+  std::optional<JournalOptions> shown_;  // what the last load brought
+  ColumnMemory columns_;
+  JournalBar* bar_;
+  qt::StockbookWidget* stockbook_;
+  FindBar* find_bar_;
+  std::unique_ptr<WindowColours> colours_;
+  MessageLine* message_;
+  QLabel* row_count_;
+  QProgressBar* progress_;
+};
+
+}  // namespace stockbook::app

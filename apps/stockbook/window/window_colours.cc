@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/window_colours.h"
+
+#include "qt/colour.h"
+#include "sheet/sheet.h"
+
+namespace stockbook::app {
+namespace {
+
+using sheet::Appearance;
+
+// What is as it was in the scheme that goes becomes as it is in the one that comes.
+template <typename Value>
+bool Turn(Value& value, const Value& from, const Value& to) {
+  if (value != from || from == to) return false;
+  value = to;
+  return true;
+}
+
+Appearance Turned(Appearance looks, const Appearance& from, const Appearance& to) {
+  for (size_t index = 0; index < Appearance::kColours; ++index) {
+    Turn(looks.colours[index], from.colours[index], to.colours[index]);
+  }
+  Turn(looks.node_back, from.node_back, to.node_back);
+  Turn(looks.negative_fore, from.negative_fore, to.negative_fore);
+  Turn(looks.light, from.light, to.light);
+  Turn(looks.accent, from.accent, to.accent);
+  return looks;
+}
+
+}  // namespace
+
+WindowColours::WindowColours(qt::StockbookWidget& stockbook) : stockbook_(stockbook), light_(Now()) {}
+
+WindowColours::Scheme WindowColours::DarkScheme() {
+  const Appearance dark = Appearance::Dark();
+  return {dark, 0x00604A36, dark.Of(platform::GridColour::kForeColorSel), dark.Of(platform::GridColour::kSheetBorder),
+          dark.Of(platform::GridColour::kBackColorFrozen)};
+}
+
+WindowColours::Scheme WindowColours::Now() const {
+  const control::Stockbook& control = stockbook_.control();
+  return {stockbook_.sheet().appearance(), control.BackColorHot(), control.ForeColorHot(), control.BorderColor(),
+          stockbook_.HeaderColor()};
+}
+
+void WindowColours::Follow(const QPalette& palette) {
+  const bool dark = qt::IsDark(palette.color(QPalette::Window));
+  if (dark == dark_) return;
+  dark_ = dark;
+  const Scheme dark_scheme = DarkScheme();
+  Change(dark ? light_ : dark_scheme, dark ? dark_scheme : light_);
+}
+
+void WindowColours::Change(const Scheme& from, const Scheme& to) {
+  const control::Stockbook::HotRowAside aside(stockbook_.control());
+  stockbook_.sheet().SetAppearance(Turned(stockbook_.sheet().appearance(), from.sheet, to.sheet));
+  control::Stockbook& control = stockbook_.control();
+  Scheme now = Now();
+  if (Turn(now.back_hot, from.back_hot, to.back_hot)) control.SetBackColorHot(now.back_hot);
+  if (Turn(now.fore_hot, from.fore_hot, to.fore_hot)) control.SetForeColorHot(now.fore_hot);
+  if (Turn(now.border, from.border, to.border)) control.SetBorderColor(now.border);
+  if (Turn(now.header, from.header, to.header)) stockbook_.SetHeaderColor(now.header);
+}
+
+QPalette DarkPalette() {
+  QPalette palette(QColor(0x46, 0x4A, 0x4F), QColor(0x34, 0x37, 0x3B));
+  const QColor text(0xE6, 0xE8, 0xEA);
+  for (const QPalette::ColorRole role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText, QPalette::BrightText}) {
+    palette.setColor(role, text);
+    palette.setColor(QPalette::Disabled, role, QColor(0x84, 0x88, 0x8C));
+  }
+  palette.setColor(QPalette::Base, QColor(0x1E, 0x1F, 0x22));
+  palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2B));
+  palette.setColor(QPalette::ToolTipBase, QColor(0x32, 0x35, 0x39));
+  palette.setColor(QPalette::PlaceholderText, QColor(0x90, 0x94, 0x98));
+  palette.setColor(QPalette::Highlight, QColor(0x3A, 0x6E, 0xA5));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, QColor(0x7A, 0xB4, 0xF0));
+  return palette;
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "base/value.h"
+#include "columns/chunk_builder.h"
+#include "columns/column.h"
+#include "columns/text_pool.h"
+
+namespace stockbook::columns {
+
+// Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to
+// the one before it costs a comparison.
+class ColumnBuilder {
+ public:
+  ColumnBuilder();
+  ~ColumnBuilder();
+  ColumnBuilder(ColumnBuilder&&) noexcept;
+  ColumnBuilder& operator=(ColumnBuilder&&) noexcept;
+
+  void AppendNull();
+  void AppendInteger(int64_t number);
+  void AppendDouble(double number);
+  void AppendMoney(base::Money money);
+  void AppendDate(base::Date date);
+  // Clean UTF-8 (base::CleanUtf8); an empty text is kept apart from null but reads the same.
+  void AppendText(std::string_view text);
+  void Append(const base::Value& value);
+  size_t size() const;
+
+  // Hands the column over and leaves the builder empty.
+  Column Finish();
+
+  void AppendDoubles(std::span<const double> numbers);
+  void AppendMoneyUnits(std::span<const int64_t> units);
+  // Appends a row of another column; `pool_codes` translates its text codes and is filled on the way (start it empty).
+  void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
+
+ private:
+  void Roll() {
+    if (chunk_.size() == Column::kChunkRows) Flush();
+  }
+  void Flush();
+  uint32_t CodeOf(std::string_view text);
+
+  Column column_;
+  std::shared_ptr<TextPool> pool_;
+  uint32_t last_code_ = 0;
+  ChunkBuilder chunk_;
+};
+
+}  // namespace stockbook::columns

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "columns/text_pool.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+namespace stockbook::columns {
+namespace {
+
+constexpr size_t kFirstBlock = 256;
+constexpr size_t kLargestBlock = size_t{1} << 20;
+
+uint32_t HashOf(std::string_view text) {
+  const size_t hash = std::hash<std::string_view>()(text);
+  return static_cast<uint32_t>(hash ^ (hash >> 32));
+}
+
+}  // namespace
+
+TextPool::TextPool() { texts_.push_back(nullptr); }
+
+std::string_view TextPool::TextOf(uint32_t code) const {
+  if (code == 0 || code >= texts_.size()) return {};
+  const char* data = texts_[code];
+  uint32_t length = 0;
+  std::memcpy(&length, data, sizeof(length));
+  return {data + sizeof(length), length};
+}
+
+void TextPool::Prefetch(std::span<const int64_t> codes) const {
+  for (const int64_t code : codes) {
+    const char* data = texts_[static_cast<size_t>(code)];
+    if (data == nullptr) continue;
+    __builtin_prefetch(data);
+    __builtin_prefetch(data + kSlack);
+  }
+}
+
+const char* TextPool::Store(std::string_view text) {
+  const size_t needed = sizeof(uint32_t) + text.size();
+  if (block_size_ - block_used_ < needed) {
+    block_size_ = std::max(needed, std::clamp(block_size_ * 2, kFirstBlock, kLargestBlock));
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_ + kSlack));
+    block_codes_.push_back(CodeCount());
+    block_used_ = 0;
+    stored_bytes_ += block_size_ + kSlack;
+  }
+  char* data = blocks_.back().get() + block_used_;
+  const auto length = static_cast<uint32_t>(text.size());
+  std::memcpy(data, &length, sizeof(length));
+  if (!text.empty()) std::memcpy(data + sizeof(length), text.data(), text.size());
+  block_used_ += needed;
+  return data;
+}
+
+void TextPool::Grow() {
+  std::vector<Bucket> buckets(std::max<size_t>(16, buckets_.size() * 2));
+  const size_t mask = buckets.size() - 1;
+  for (const Bucket& bucket : buckets_) {
+    if (bucket.code == 0) continue;
+    size_t at = bucket.hash & mask;
+    while (buckets[at].code != 0) at = (at + 1) & mask;
+    buckets[at] = bucket;
+  }
+  buckets_ = std::move(buckets);
+}
+
+uint32_t TextPool::Add(std::string_view text) {
+  if (texts_.size() * 2 > buckets_.size()) Grow();
+  const size_t mask = buckets_.size() - 1;
+  const uint32_t hash = HashOf(text);
+  size_t at = hash & mask;
+  for (; buckets_[at].code != 0; at = (at + 1) & mask) {
+    if (buckets_[at].hash == hash && TextOf(buckets_[at].code) == text) return buckets_[at].code;
+  }
+  const auto code = static_cast<uint32_t>(texts_.size());
+  texts_.push_back(Store(text));
+  buckets_[at] = {hash, code};
+  return code;
+}
+
+void TextPool::MarkContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const {
+  for (size_t block = 0; block < block_codes_.size(); ++block) {
+    uint32_t code = block_codes_[block];
+    const uint32_t end_code = block + 1 < block_codes_.size() ? block_codes_[block + 1] : CodeCount();
+    const char* const begin = texts_[code];
+    const std::string_view last = TextOf(end_code - 1);
+    const std::string_view all(begin, static_cast<size_t>(last.data() + last.size() - begin));
+    for (size_t at = part.FindIn(all, 0); at != base::Substring::kNone;) {
+      // The text that it stands in is mostly a near one.
+      uint32_t step = 1;
+      while (code + step < end_code && texts_[code + step] <= begin + at) {
+        code += step;
+        step *= 2;
+      }
+      for (; step > 0; step /= 2) {
+        if (code + step < end_code && texts_[code + step] <= begin + at) code += step;
+      }
+      // Bytes of a length may look like a part of a text.
+      const std::string_view text = TextOf(code);
+      const auto text_at = static_cast<size_t>(text.data() - begin);
+      const bool inside = at >= text_at && at + part.text().size() <= text_at + text.size();
+      if (inside) marks[code] |= bits;
+      at = part.FindIn(all, inside ? text_at + text.size() : at + 1);
+    }
+  }
+}
+
+void TextPool::Seal() {
+  std::vector<Bucket>().swap(buckets_);
+  texts_.shrink_to_fit();
+  block_codes_.shrink_to_fit();
+}
+
+size_t TextPool::MemoryBytes() const {
+  return stored_bytes_ + texts_.capacity() * sizeof(texts_[0]) + buckets_.capacity() * sizeof(buckets_[0]);
+}
+
+}  // namespace stockbook::columns

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "interaction/find/find.h"
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/text.h"
+#include "interaction/find/row_search.h"
+#include "interaction/find/search_terms.h"
+#include "platform/error.h"
+
+namespace stockbook::interaction {
+namespace {
+
+constexpr const char* kSeparators[] = {" ", ";", ",", "；", "，"};
+constexpr const char* kAnyText = "*";
+
+// The words of a search text with bars between them; one separator at the end is dropped.
+std::string Normalised(std::string_view search) {
+  std::string words = base::CleanUtf8(search);
+  for (const char* separator : kSeparators) words = base::ReplaceAll(words, separator, "|");
+  words = base::TrimBlanks(words);
+  if (words.ends_with('|')) words.pop_back();
+  return words;
+}
+
+bool HasTextToSearch(const platform::Grid& grid) {
+  const SearchTerms any(kAnyText);
+  RowSearch search(grid, any);
+  std::vector<int> hits;
+  for (int row = grid.FixedRows(); row < grid.Rows() && hits.empty();) row = search.SearchBlock(row, hits);
+  return !hits.empty();
+}
+
+// The terms, or none where one of them is no pattern: that is an error from the first text on that it is compared with.
+std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view words) {
+  try {
+    return SearchTerms(words);
+  } catch (const platform::Error&) {
+    if (HasTextToSearch(grid)) throw;
+    return std::nullopt;
+  }
+}
+
+// The messages of hits in a block of rows, while nothing changes. Borrows all it is given.
+class HitMessages {
+ public:
+  HitMessages(const platform::Grid& grid, const platform::RowRun& block, const std::string& outline_key)
+      : grid_(grid), block_(block), column_(grid.ColIndex(outline_key)) {
+    if (!block.IsInserted() && !grid.HasEditedRecords(column_)) loaded_ = grid.LoadedText(column_);
+  }
+
+  // Puts the message of a row into a buffer.
+  void Write(int row, std::string& message) const {
+    message.clear();
+    if (loaded_ != nullptr)
+      loaded_->AppendText(static_cast<size_t>(block_.record + (row - block_.row)), message);
+    else
+      message = grid_.TextMatrix(row, column_);
+    const std::string_view name = base::TrimBlanks(message);
+    if (name.size() < message.size()) message = std::string(name);
+    if (message.empty()) message = "[无名称]";
+    std::array<char, 16> number;
+    const auto end = std::to_chars(number.data(), number.data() + number.size(), row).ptr;
+    message += " |";
+    message.append(number.data(), end);
+  }
+
+ private:
+  const platform::Grid& grid_;
+  const platform::RowRun& block_;
+  int column_;
+  const columns::Column* loaded_ = nullptr;
+};
+
+// Announces the hits and counts them.
+int64_t AnnounceHits(const platform::Grid& grid, Events& events, const std::string& outline_key,
+                     const SearchTerms& terms) {
+  RowSearch search(grid, terms);
+  std::vector<int> hits;
+  std::string message;
+  int64_t count = 0;
+  for (int row = grid.FixedRows(); row < grid.Rows();) {
+    row = search.SearchBlock(row, hits);
+    if (hits.empty()) continue;
+    const HitMessages messages(grid, search.block(), outline_key);
+    for (const int hit : hits) {
+      ++count;
+      messages.Write(hit, message);
+      events.FindMsg(message);
+      if (search.IsOutdated()) {
+        row = hit + 1;
+        break;
+      }
+    }
+  }
+  return count;
+}
+
+void SearchAndTell(const platform::Grid& grid, Events& events, const std::string& outline_key,
+                   const std::string& words) {
+  if (words.empty()) {
+    events.Notify("请输入要查找的文字;");
+    return;
+  }
+  events.FindMsg("#BEGIN#");
+  const std::optional<SearchTerms> terms = TermsOf(grid, words);
+  const int64_t count = terms ? AnnounceHits(grid, events, outline_key, *terms) : 0;
+  events.FindMsg("#END#");
+  events.Notify("找到记录共 " + std::to_string(count) + " 条。");
+}
+
+void ResetView(platform::Grid& grid) {
+  try {
+    grid.SetRedraw(true);
+    grid.SetPointer(platform::MousePointer::kDefault);
+  } catch (const std::exception&) {
+    // A grid that cannot be told stays as it is.
+  }
+}
+
+}  // namespace
+
+void Find(platform::Grid& grid, Events& events, std::string_view outline_key, std::string_view search) {
+  const std::string words = Normalised(search);
+  // Several separators and nothing else leave bars.
+  if (words.find_first_not_of("| ") == std::string::npos) return;
+  // A listener may change the key.
+  const std::string key(outline_key);
+  std::optional<std::string> error;
+  try {
+    SearchAndTell(grid, events, key, words);
+  } catch (const std::exception& caught) {
+    error = caught.what();
+  }
+  ResetView(grid);
+  if (error) events.Notify(*error);
+}
+
+}  // namespace stockbook::interaction
