@@ -81,10 +81,8 @@ Stockbook::Stockbook(const Surroundings& surroundings)
 void Stockbook::SetJournalType(tqJournalTypeContants type) {
   layout_.journal_type = type;
   c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(type));
-  interaction::UnlessAbandoned([&] {
-    FormatGrid();
-    site_.FrameChanged();
-  });
+  FormatGrid();
+  site_.FrameChanged();
 }
 
 std::string Stockbook::FmtName() const { return std::string(journal::FmtName(layout_.journal_type)); }
@@ -174,10 +172,9 @@ std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出
 
 void Stockbook::SetRow(int32_t row) {
   if (row < fg_.FixedRows() || row >= fg_.Rows() || fg_.Cols() <= fg_.FixedCols()) return;
-  const std::weak_ptr<const void> life = events_.Life();
   fg_.Select(row, fg_.Col() < 0 ? fg_.FixedCols() : fg_.Col());
-  // A listener may have destroyed the control, or loaded fewer rows.
-  if (life.expired() || row >= fg_.Rows()) return;
+  // A listener may have loaded fewer rows.
+  if (row >= fg_.Rows()) return;
   if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);
   if (fg_.RowIsVisible(row)) return;
   if (row < fg_.TopRow()) {
@@ -244,9 +241,7 @@ void Stockbook::FollowFont(const platform::Font& font) {
   row_height_sum_ = followed(whole) == whole ? sum : static_cast<float>(followed(whole));
 }
 
-void Stockbook::DefaultFormat() {
-  interaction::UnlessAbandoned([&] { FormatGrid(); });
-}
+void Stockbook::DefaultFormat() { FormatGrid(); }
 
 void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_); }
 
@@ -264,7 +259,7 @@ void Stockbook::ApplyBackPictures() {
 }
 
 bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
-  interaction::UnlessAbandoned([&] { interaction::Find(fg_, events_, outline_col_key_, rSearchString); });
+  interaction::Find(fg_, events_, outline_col_key_, rSearchString);
   return false;
 }
 

@@ -46,8 +46,8 @@ struct Surroundings {
 // interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
 // everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never
 // fail: what is missing reads as 0 or "". Errors of Load go out through Notify. A listener may call back into the
-// control while it hears an event, and destroy it, too: what was under way then ends without it. What a listener throws
-// is told through Notify where Load, Find or the user's doing raised the event, and goes to the caller of other
+// control while it hears an event; whoever owns the control keeps it alive until the event is over. What a listener
+// throws is told through Notify where Load, Find or the user's doing raised the event, and goes to the caller of other
 // members.
 class Stockbook {
  public:

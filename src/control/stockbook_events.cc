@@ -51,8 +51,6 @@ Stockbook::~Stockbook() { fg_.SetGridObserver(nullptr); }
 
 void Stockbook::ForgetHotRow() { handlers_->ForgetHotRow(); }
 
-void Stockbook::Prompt(const std::string& Msg) {
-  interaction::UnlessAbandoned([&] { events_.Notify(Msg); });
-}
+void Stockbook::Prompt(const std::string& Msg) { events_.Notify(Msg); }
 
 }  // namespace stockbook::control

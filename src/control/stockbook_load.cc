@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/column_keys.h"
+#include "base/scope_exit.h"
 #include "control/stockbook.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
@@ -87,11 +88,9 @@ void Stockbook::RefreshCaption() {
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
   if (loading_) return false;
   LoadSteps steps(*this, rKeyID, rdpID, rdpCode);
-  const std::weak_ptr<const void> life = events_.Life();
   loading_ = true;
-  const bool loaded = interaction::UnlessAbandoned([&] { return journal::Loader(fg_, steps).Load(); });
-  if (!life.expired()) loading_ = false;
-  return loaded;
+  const base::ScopeExit loaded([this] { loading_ = false; });
+  return journal::Loader(fg_, steps).Load();
 }
 
 }  // namespace stockbook::control

@@ -6,19 +6,12 @@
 namespace stockbook::interaction {
 
 void Events::AddListener(EventListener* listener) {
-  std::vector<EventListener*>& listeners = state_->listeners;
-  if (std::find(listeners.begin(), listeners.end(), listener) == listeners.end()) listeners.push_back(listener);
+  if (std::find(listeners_.begin(), listeners_.end(), listener) == listeners_.end()) listeners_.push_back(listener);
 }
 
 void Events::RemoveListener(EventListener* listener) {
-  std::replace(state_->listeners.begin(), state_->listeners.end(), listener, static_cast<EventListener*>(nullptr));
-  state_->removed = true;
-  if (!IsRaising()) state_->Compact();
-}
-
-void Events::State::Compact() {
-  std::erase(listeners, nullptr);
-  removed = false;
+  std::replace(listeners_.begin(), listeners_.end(), listener, static_cast<EventListener*>(nullptr));
+  if (!IsRaising()) std::erase(listeners_, nullptr);
 }
 
 void Events::Process(int16_t indicator) {

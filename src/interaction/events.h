@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <exception>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "platform/error.h"
+#include "base/scope_exit.h"
 
 namespace stockbook::interaction {
 
@@ -30,13 +30,14 @@ class EventListener {
   virtual void FindMsg(const std::string& /*rMsg*/) {}
 };
 
-// Delivers events to every listener in the order in which they were added. A listener may add or remove listeners, and
-// call back into the control, while an event is delivered; one that is removed hears no more of the same event. What a
-// listener throws goes on to who raised the event, after the others have heard of it too; of several the first. Where a
-// listener destroyed the control, and with it the events, the others hear no more and platform::Abandoned goes on.
+// Delivers events to every listener in the order in which they were added. While an event is delivered a listener may
+// add or remove listeners and call back into the control; one that is removed hears no more of the same event. What a
+// listener throws reaches the caller once the others have heard the event too; of several exceptions, the first. Who
+// owns the events keeps them alive until the delivery is over.
 class Events {
  public:
-  Events() : state_(std::make_shared<State>()), life_(std::make_shared<char>()) {}
+  Events() = default;
+  ~Events() { assert(!IsRaising() && "a listener destroyed the events it was hearing one of"); }
   Events(const Events&) = delete;
   Events& operator=(const Events&) = delete;
 
@@ -54,67 +55,31 @@ class Events {
   void FindMsg(const std::string& message);
 
   // Whether an event is being delivered.
-  bool IsRaising() const { return state_->delivering > 0; }
-  // Expires when the events are destroyed: for who lets others run without raising an event, as a menu does.
-  std::weak_ptr<const void> Life() const { return life_; }
+  bool IsRaising() const { return deliveries_ > 0; }
 
  private:
-  // Outlives the events while one is delivered.
-  struct State {
-    std::vector<EventListener*> listeners;
-    int delivering = 0;
-    bool removed = false;
-
-    void Compact();
-  };
-
-  // Counts the deliveries under way, also when a listener throws.
-  class Delivery {
-   public:
-    explicit Delivery(State& state) : state_(state) { ++state_.delivering; }
-    ~Delivery() {
-      if (--state_.delivering == 0 && state_.removed) state_.Compact();
-    }
-    Delivery(const Delivery&) = delete;
-    Delivery& operator=(const Delivery&) = delete;
-
-   private:
-    State& state_;
-  };
-
   template <typename Call>
   void Deliver(Call call) {
-    const std::shared_ptr<State> state = state_;
-    const std::weak_ptr<const void> life = life_;
-    const Delivery delivery(*state);
+    ++deliveries_;
+    const base::ScopeExit delivered([this] {
+      if (--deliveries_ == 0) std::erase(listeners_, nullptr);
+    });
     std::exception_ptr thrown;
     // Listeners added meanwhile hear the next event; removed ones leave an empty place until the delivery is over.
-    const size_t count = state->listeners.size();
+    const size_t count = listeners_.size();
     for (size_t index = 0; index < count; ++index) {
-      if (state->listeners[index] == nullptr) continue;
+      if (listeners_[index] == nullptr) continue;
       try {
-        call(*state->listeners[index]);
+        call(*listeners_[index]);
       } catch (...) {
         if (thrown == nullptr) thrown = std::current_exception();
       }
-      if (life.expired()) throw platform::Abandoned();
     }
     if (thrown != nullptr) std::rethrow_exception(thrown);
   }
 
-  std::shared_ptr<State> state_;
-  std::shared_ptr<const void> life_;
+  std::vector<EventListener*> listeners_;
+  int deliveries_ = 0;  // under way, one inside another
 };
-
-// Runs what may raise events, for an object that they may destroy: gives its result, or an empty one where the object
-// is gone. Nothing of the object may be touched behind it then.
-template <typename Call>
-auto UnlessAbandoned(Call call) -> decltype(call()) {
-  try {
-    return call();
-  } catch (const platform::Abandoned&) {
-    return decltype(call())();
-  }
-}
 
 }  // namespace stockbook::interaction

@@ -25,8 +25,6 @@ void GridHandlers::Try(Call call) {
     call();
   } catch (const std::exception& error) {
     Tell(error.what());
-  } catch (const platform::Abandoned&) {
-    throw;
   } catch (...) {
     Tell("处理表格操作的事件时发生未知错误。");
   }
@@ -36,8 +34,6 @@ void GridHandlers::Try(Call call) {
 void GridHandlers::Tell(const char* message) {
   try {
     events_.Notify(message);
-  } catch (const platform::Abandoned&) {
-    throw;
   } catch (...) {
   }
 }
@@ -49,28 +45,24 @@ bool GridHandlers::IsRangeSelected() const {
 
 platform::Verdict GridHandlers::BeforeRowColChange(int old_row, int /*old_column*/, int /*new_row*/,
                                                    int /*new_column*/) {
-  UnlessAbandoned([&] {
-    Try([&] {
-      if (!IsBusy() && IsDataRow(old_row)) hot_row_.Leave();
-    });
+  Try([&] {
+    if (!IsBusy() && IsDataRow(old_row)) hot_row_.Leave();
   });
   return platform::Verdict::kAllow;
 }
 
 void GridHandlers::AfterRowColChange(int old_row, int /*old_column*/, int new_row, int /*new_column*/) {
-  UnlessAbandoned([&] {
-    bool busy = true;
-    Try([&] { busy = IsBusy(); });
-    if (busy) return;
-    Try([&] {
-      if (set_aside_ > 0)
-        row_set_aside_ = new_row;
-      else
-        hot_row_.Enter(new_row, steps_.BackColorHot(), steps_.ForeColorHot());
-    });
-    if (old_row != new_row) Try([&] { events_.AfterRowChanged(); });
-    Try([&] { events_.Notify(steps_.DescribeRow(new_row)); });
+  bool busy = true;
+  Try([&] { busy = IsBusy(); });
+  if (busy) return;
+  Try([&] {
+    if (set_aside_ > 0)
+      row_set_aside_ = new_row;
+    else
+      hot_row_.Enter(new_row, steps_.BackColorHot(), steps_.ForeColorHot());
   });
+  if (old_row != new_row) Try([&] { events_.AfterRowChanged(); });
+  Try([&] { events_.Notify(steps_.DescribeRow(new_row)); });
 }
 
 GridHandlers::HotRowAside::HotRowAside(GridHandlers& handlers) : handlers_(handlers) {
@@ -104,7 +96,7 @@ void GridHandlers::ShowHotRowAgain() {
 }
 
 void GridHandlers::MouseDown(int16_t button, int16_t shift, float /*x*/, float /*y*/) {
-  const auto answer = [&] {
+  Try([&] {
     if (steps_.RecordCount() < 1) return;
     const int row = ports_.grid.MouseRow();
     const int column = ports_.grid.MouseCol();
@@ -117,31 +109,27 @@ void GridHandlers::MouseDown(int16_t button, int16_t shift, float /*x*/, float /
       else
         OpenFastMenu(row, column);
     }
-  };
-  UnlessAbandoned([&] { Try(answer); });
-}
-
-void GridHandlers::MouseUp(int16_t button, int16_t shift, float x, float y) {
-  UnlessAbandoned([&] {
-    Try([&] {
-      if (IsRangeSelected()) events_.AfterRangeSelected();
-    });
-    Try([&] { events_.MouseUp(button, shift, x, y); });
   });
 }
 
+void GridHandlers::MouseUp(int16_t button, int16_t shift, float x, float y) {
+  Try([&] {
+    if (IsRangeSelected()) events_.AfterRangeSelected();
+  });
+  Try([&] { events_.MouseUp(button, shift, x, y); });
+}
+
 void GridHandlers::DoubleClick() {
-  const auto answer = [&] {
+  Try([&] {
     const platform::Grid& grid = ports_.grid;
     const int row = grid.MouseRow();
     const bool on_bill = row >= 0 && grid.MouseCol() >= 1 && steps_.BillID(row) > 0;
     if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(keys::kBillNo)) Command("Bill");
-  };
-  UnlessAbandoned([&] { Try(answer); });
+  });
 }
 
 bool GridHandlers::Copy() {
-  UnlessAbandoned([&] { Try([&] { CopySelection(ports_.grid, ports_.clipboard); }); });
+  Try([&] { CopySelection(ports_.grid, ports_.clipboard); });
   return true;
 }
 
@@ -150,17 +138,15 @@ platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
 }
 
 void GridHandlers::AfterUserResize(int row, int /*column*/) {
-  UnlessAbandoned([&] {
-    Try([&] {
-      if (row < 0 || row >= ports_.grid.Rows()) return;
-      const ClampedHeight clamped = ClampRowHeight(ports_.grid, ports_.text_metrics, row);
-      steps_.StoreRowHeight(clamped.kind, clamped.twips);
-    });
+  Try([&] {
+    if (row < 0 || row >= ports_.grid.Rows()) return;
+    const ClampedHeight clamped = ClampRowHeight(ports_.grid, ports_.text_metrics, row);
+    steps_.StoreRowHeight(clamped.kind, clamped.twips);
   });
 }
 
 void GridHandlers::AfterMoveColumn(int /*column*/, int /*position*/) {
-  UnlessAbandoned([&] { Try([&] { ports_.grid.SetOutlineCol(ports_.grid.ColIndex(steps_.OutlineColKey())); }); });
+  Try([&] { ports_.grid.SetOutlineCol(ports_.grid.ColIndex(steps_.OutlineColKey())); });
 }
 
 // For every command but "Load" the event tells, and nobody reads what is written into Cancel.
@@ -176,21 +162,13 @@ void GridHandlers::CommandAndNames(const char* name) {
   Try([&] { steps_.RefreshProductNames(); });
 }
 
-platform::MenuChoice GridHandlers::Choose(const platform::MenuItem& menu) {
-  // Others run while the menu is open.
-  const std::weak_ptr<const void> life = events_.Life();
-  platform::MenuChoice choice = ports_.menu.PopUp(menu);
-  if (life.expired()) throw platform::Abandoned();
-  return choice;
-}
-
 void GridHandlers::OpenHeaderMenu(int column) {
   const platform::Grid& grid = ports_.grid;
   const std::string key = grid.ColKey(column);
   const int64_t revision = grid.Revision();
   const Offer hiding = column == grid.OutlineCol() ? Offer::kDisabled : Offer::kEnabled;
   const platform::MenuItem menu = HeaderMenu(grid, steps_.HiddenKeys(), hiding);
-  const platform::MenuChoice choice = Choose(menu);
+  const platform::MenuChoice choice = ports_.menu.PopUp(menu);
   // Should the columns be others now, the one that was meant is found again by its key.
   if (grid.Revision() != revision) column = grid.ColIndex(key);
   if (choice.name == "mnuFrozen") {
@@ -209,15 +187,11 @@ void GridHandlers::OpenFastMenu(int row, int column) {
   platform::Grid& grid = ports_.grid;
   if (!IsRangeSelected() && IsDataRow(row)) {
     const int current = column >= grid.FixedCols() ? column : grid.Col();
-    if (current >= 0 && (row != grid.Row() || current != grid.Col())) {
-      const std::weak_ptr<const void> life = events_.Life();
-      grid.Select(row, current);
-      if (life.expired()) throw platform::Abandoned();
-    }
+    if (current >= 0 && (row != grid.Row() || current != grid.Col())) grid.Select(row, current);
   }
   const RowKind kind = row >= 0 && row < grid.Rows() && grid.IsSubtotal(row) ? RowKind::kNode : RowKind::kLine;
   const platform::MenuChoice choice =
-      Choose(FastMenu(kind, steps_.BillID(row) > 0 ? Offer::kEnabled : Offer::kDisabled));
+      ports_.menu.PopUp(FastMenu(kind, steps_.BillID(row) > 0 ? Offer::kEnabled : Offer::kDisabled));
   if (choice.name == "mnuCollapse")
     grid::SetAllCollapsed(grid, choice.index == 1 ? grid::OutlineState::kCollapsed : grid::OutlineState::kExpanded);
   else if (choice.name == "mnuBill")

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "grid/hidden_keys.h"
@@ -41,7 +40,6 @@ class HandlerSteps {
 // What the control does with the events of its grid: the hot row, the menus and their items, the range that was
 // selected, the double click on a bill, the heights of rows. While the grid's tag marks a bulk operation the row may
 // change unnoticed. Nothing is thrown at the grid: what a listener throws is told through Notify, and the rest is done.
-// A listener may destroy the control, and these handlers with it.
 class GridHandlers final : public platform::GridObserver {
  public:
   struct Ports {
@@ -95,8 +93,6 @@ class GridHandlers final : public platform::GridObserver {
   void Tell(const char* message);
   void Command(const char* name);
   void CommandAndNames(const char* name);
-  // Shows the menu; throws platform::Abandoned where the control is gone when it closes.
-  platform::MenuChoice Choose(const platform::MenuItem& menu);
   void OpenHeaderMenu(int column);
   void OpenFastMenu(int row, int column);
   void Freeze(int column);

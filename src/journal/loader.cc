@@ -58,10 +58,6 @@ bool Loader::LoadMarked() {
     return LoadUnguarded();
   } catch (const std::exception& error) {
     TellError(error.what());
-  } catch (const platform::Abandoned&) {
-    // Nobody can be asked whether amounts are restricted.
-    HideUncomputed(/*mask_amounts=*/true);
-    throw;
   } catch (...) {
     TellError("读入时发生未知错误，读入已停止。");
   }
@@ -74,8 +70,6 @@ void Loader::TellError(const std::string& message) {
   const auto tell = [](auto call) {
     try {
       call();
-    } catch (const platform::Abandoned&) {
-      throw;
     } catch (...) {
     }
   };

@@ -49,9 +49,9 @@ class Loader {
   Loader(platform::Grid& grid, LoadSteps& steps) : grid_(grid), steps_(steps) {}
 
   // True when the journal was loaded; false when it was cancelled or an error stopped it, be it the grid's, the
-  // connection's or a listener's. Throws platform::Abandoned alone, where its steps raised it and are gone. Tag and
-  // redraw come back as they were in any case. Rows that were loaded before an
-  // error stay; their stock cells are empty until they are computed, and restricted amounts are hidden all the same.
+  // connection's or a listener's. It throws nothing; tag and redraw come back as they were in any case. Rows that were
+  // loaded before an error stay; their stock cells are empty until they are computed, and restricted amounts are hidden
+  // all the same.
   bool Load();
 
  private:

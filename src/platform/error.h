@@ -26,8 +26,4 @@ class Error : public std::runtime_error {
   std::string sql_state_;
 };
 
-// Ends an operation of an object that has been destroyed on the way, by the one whom it told of something: nobody is
-// left to be answered. The object catches it at its own edge; it is no error to be told, and so no std::exception.
-struct Abandoned {};
-
 }  // namespace stockbook::platform

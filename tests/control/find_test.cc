@@ -96,15 +96,5 @@ TEST_F(FindInJournal, GoesOnWhenAListenerLoadsClearsOrFindsMeanwhile) {
   EXPECT_EQ(Find("入库单").back(), "Notify 找到记录共 1 条。");
 }
 
-TEST_F(FindInJournal, EndsWithoutTheControlThatAListenerDestroys) {
-  heard_.on_hearing = [&](const std::string& line) {
-    if (line == "FindMsg 入库单 5 |5") fakes_.control.reset();
-  };
-  heard_.Take();
-  EXPECT_FALSE(control().Find("入库单"));
-  EXPECT_EQ(heard_.Take(), (Lines{"FindMsg #BEGIN#", "FindMsg 入库单 3 |3", "FindMsg 入库单 5 |5"}));
-  EXPECT_TRUE(grid().CheckInvariants());
-}
-
 }  // namespace
 }  // namespace stockbook::control
