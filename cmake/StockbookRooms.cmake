@@ -26,6 +26,8 @@ if(STOCKBOOK_SANITIZE)
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# The target all_verify_interface_header_sets compiles every header alone; nothing else builds it.
+set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
 
 # stockbook_room(NAME [DEPENDS room...] [LINK target...]): the library `stockbook_NAME` of src/NAME.
 function(stockbook_room name)
@@ -33,12 +35,13 @@ function(stockbook_room name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cc)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
   if(sources)
-    add_library(stockbook_${name} STATIC ${sources} ${headers})
+    add_library(stockbook_${name} STATIC ${sources})
     set(scope PUBLIC)
   else()
     add_library(stockbook_${name} INTERFACE)
     set(scope INTERFACE)
   endif()
+  target_sources(stockbook_${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${headers})
   target_link_libraries(stockbook_${name} ${scope} stockbook_switches ${ROOM_LINK})
   foreach(room IN LISTS ROOM_DEPENDS)
     target_link_libraries(stockbook_${name} ${scope} stockbook_${room})
@@ -46,6 +49,18 @@ function(stockbook_room name)
   if(name STREQUAL "qt" AND sources)
     # A header that is new by itself does not set off moc; named as what it depends on, it does.
     set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${headers}")
+  endif()
+endfunction()
+
+# stockbook_check_headers(TARGET FOLDER BASE LINK target...): the headers of a folder that is no library, included from
+# BASE, compile alone as well.
+function(stockbook_check_headers target folder base)
+  cmake_parse_arguments(CHECKED "" "" "LINK" ${ARGN})
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${folder}/*.h)
+  if(headers)
+    add_library(${target} INTERFACE)
+    target_sources(${target} INTERFACE FILE_SET HEADERS BASE_DIRS ${base} FILES ${headers})
+    target_link_libraries(${target} INTERFACE stockbook_switches ${CHECKED_LINK})
   endif()
 endfunction()
 

@@ -135,7 +135,7 @@ TEST_F(Requests, FindsWhileOneTypes) {
   Type(FirstBillNo());
   EXPECT_EQ(bar().Count().toStdString(), "");
   QSignalSpy found(&stockbook(), &qt::StockbookWidget::FindMsg);
-  ASSERT_TRUE(found.wait(2000));
+  ASSERT_TRUE(found.wait(300000));
   EXPECT_EQ(stockbook().Row(), FirstLine());
   EXPECT_TRUE(bar().Count().startsWith(QStringLiteral("第 1 条")));
   EXPECT_EQ(window_->focusWidget(), &bar().words());

@@ -173,34 +173,5 @@ class Conformance(Tree):
         self.refuses("check-conformance", "no row anywhere")
 
 
-class Headers(Tree):
-    def setUp(self):
-        super().setUp()
-        source = self.root / "src" / "base" / "a.cc"
-        self.write("src/base/a.cc", SOURCE)
-        self.write("build/CMakeCache.txt", "")
-        self.write("build/compile_commands.json",
-                   '[{"directory": "%s", "file": "%s", "command": "c++ -std=c++20 -Isrc -O2 -o a.o -c %s"}]'
-                   % (self.root, source, source))
-        self.arguments = ("--build", self.root / "build")
-
-    def test_a_header_that_brings_what_it_needs_is_accepted(self):
-        self.write("src/base/a.h", HEADER + "#include <string>\nstd::string Name();\n")
-        self.accepts("check-headers", *self.arguments)
-
-    def test_a_header_that_leans_on_another_is_refused(self):
-        self.write("src/base/a.h", HEADER + "std::string Name();\n")
-        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
-        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
-
-    def test_a_header_is_compiled_again_when_what_it_includes_has_changed(self):
-        self.write("src/base/a.h", HEADER + '#include "base/b.h"\nB Make();\n')
-        self.write("src/base/b.h", HEADER + "struct B {};\n")
-        self.accepts("check-headers", *self.arguments)
-        self.accepts("check-headers", *self.arguments)
-        self.write("src/base/b.h", HEADER)
-        self.refuses("check-headers", "src/base/a.h does not compile alone", *self.arguments)
-
-
 if __name__ == "__main__":
     unittest.main()

@@ -8,8 +8,6 @@
 namespace stockbook::window {
 namespace {
 
-constexpr auto kPatience = std::chrono::seconds(20);
-
 std::unique_ptr<Desk>& SharedDesk() {
   static std::unique_ptr<Desk> desk;
   return desk;
