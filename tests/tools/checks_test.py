@@ -173,5 +173,34 @@ class Conformance(Tree):
         self.refuses("check-conformance", "no row anywhere")
 
 
+class Rooms(Tree):
+    def setUp(self):
+        super().setUp()
+        self.write("src/base/money.h", HEADER)
+        self.write("src/journal/loader.cc", SOURCE + '#include "base/money.h"\n#include "journal/loader.h"\n')
+        self.write("apps/host/main.cc", SOURCE + '#include "journal/loader.h"\n')
+        self.write("docs/architecture.md", "# Rooms\n<!-- rooms: drawn by tools/draw-rooms -->\n<!-- rooms: end -->\nEnd\n")
+
+    def test_the_drawing_has_a_row_and_a_mark_for_what_a_room_includes(self):
+        self.accepts("draw-rooms")
+        self.accepts("draw-rooms", "--check")
+        page = (self.root / "docs" / "architecture.md").read_text(encoding="utf-8")
+        self.assertIn("           base journal\nbase        .      .\njournal     x      .\napps/host   .      x\n", page)
+        self.assertTrue(page.startswith("# Rooms\n<!-- rooms") and page.endswith("-->\nEnd\n"), page)
+
+    def test_a_drawing_of_another_tree_is_refused(self):
+        self.accepts("draw-rooms")
+        self.write("apps/host/main.cc", SOURCE + '#include "base/money.h"\n')
+        self.refuses("draw-rooms", "is not the one of the tree", "--check")
+
+    def test_a_circle_is_refused(self):
+        self.write("src/base/date.cc", SOURCE + '#include "journal/loader.h"\n')
+        self.refuses("draw-rooms", "form a circle")
+
+    def test_a_page_without_the_marks_is_refused(self):
+        self.write("docs/architecture.md", "# Rooms\n")
+        self.refuses("draw-rooms", "lacks the lines")
+
+
 if __name__ == "__main__":
     unittest.main()
