@@ -18,7 +18,7 @@ constexpr const char* kSupplierBills = "|入库单|采购单|";
 constexpr size_t kBlockRows = 2048;
 
 struct Kind {
-  const char* bill_name;  // nullptr: any other
+  const char* bill_name;  // nullptr matches any other name
   const char* image;
   platform::PictureRef Pictures::*host_picture;
   platform::PictureRef Pictures::*host_audited_picture;
@@ -43,7 +43,7 @@ bool IsSupplierBill(std::string_view bill_name) {
   return std::string_view(kSupplierBills).find(bill_name) != std::string_view::npos;
 }
 
-// A class for every record, found once for every distinct text.
+// A class for every record; each distinct text is classified only once.
 template <typename Classify>
 std::vector<uint8_t> ClassifyTexts(const columns::Column* column, size_t records, Classify classify) {
   if (column == nullptr) return std::vector<uint8_t>(records, classify(std::string_view()));

@@ -12,21 +12,21 @@
 
 namespace stockbook::grid {
 
-// Chooses and places the pictures of bill rows. A row's kind is decided by the exact text of its BillName cell, whether
-// it is audited by its Auditor cell not being empty. The two rules disagree on purpose: BillKindPicture knows three
-// special kinds, DecorateRow five.
+// Chooses and places the pictures of bill rows. The exact text of the BillName cell decides a row's kind; a row whose
+// Auditor cell is not empty is audited. The two rules differ on purpose: BillKindPicture knows three special kinds,
+// DecorateRow five.
 class BillKinds {
  public:
   BillKinds(platform::Grid& grid, const Pictures& pictures, const platform::Images& images, platform::PictureRef mark,
             std::string_view outline_key)
       : grid_(grid), pictures_(pictures), images_(images), mark_(std::move(mark)), outline_key_(outline_key) {}
 
-  // The host's picture for the row's kind, possibly none. A row that is no data row means the current row.
+  // The host's picture for the row's kind, possibly none. Any row that is not a data row stands for the current row.
   platform::PictureRef BillKindPicture(int row) const;
   // Places the row's images: its kind in the outline column, product, mark, depot, partner and project.
   void DecorateRow(int row);
-  // What both do for a row, with BillKindPicture in the BillKind cell, for all loaded records: one pass over the
-  // columns that decide, a byte a row for each column that shows pictures.
+  // Does for all loaded records what DecorateRow does for one, and puts BillKindPicture into the BillKind cells. Takes
+  // one pass over the deciding columns, and one byte per row for each column that shows pictures.
   void DecorateRecords();
 
  private:
@@ -44,7 +44,7 @@ class BillKinds {
   std::string_view outline_key_;
 };
 
-// Collapses or expands every outline node; other rows, the current row and the scroll position stay.
+// Collapses or expands every outline node. The other rows, the current row and the scroll position stay as they are.
 enum class OutlineState { kExpanded, kCollapsed };
 void SetAllCollapsed(platform::Grid& grid, OutlineState state);
 

@@ -35,8 +35,8 @@ enum class Hide {
   kUnlessInv,
 };
 
-// How the caption text of a definition is used: as it stands, behind a subject title, as the number of an optional
-// field, or with another one for the journals that accumulate.
+// How the caption text of a definition is used: unchanged, after a subject title, as the number of an optional field,
+// or replaced by another text in the journals that accumulate.
 enum class Caption { kPlain, kMaterielTitle, kProjectTitle, kField, kStock };
 
 enum class Format { kNone, kPrice, kQuantity, kAccount, kPercent, kDay };
@@ -60,7 +60,7 @@ const ColumnLayout::Definition* ColumnLayout::Definitions() {
       {keys::kSeqNo, "", Hide::kNo, kLong, Format::kNone, 200, kCenter},
       {keys::kPeriod, keys::kPeriod, Hide::kYes, kText, Format::kNone, 900, kLeft},
       {keys::kBillDate, keys::kPeriod, Hide::kYes, kText, Format::kNone, 900,
-       kLeft},  // captioned like Period, and stays so
+       kLeft},  // the same caption as Period, on purpose
       {keys::kBillNo, "单据", Hide::kNo, kText, Format::kNone, 2800, kLeft},
       {keys::kBillKind, "类型", Hide::kNo, kText, Format::kNone, 600, kLeft},
       {keys::kExplain, "摘要", Hide::kNo, kText, Format::kNone, 1000, kLeft},

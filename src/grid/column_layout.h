@@ -12,7 +12,7 @@ namespace stockbook::grid {
 
 inline constexpr int kColumnCount = 56;
 
-// What AddColumn gives a column.
+// The properties of a column that AddColumn sets.
 struct ColumnAttributes {
   std::string_view key;
   std::string caption;
@@ -23,15 +23,15 @@ struct ColumnAttributes {
   float width_twips = 0;
 };
 
-// Lays the journal grid out: the one place where column keys, their order, captions, types, formats, widths and default
-// visibility stand. Columns are found by key before they are made, so laying out again moves every known column back
-// and resets it; columns beyond the last one are dropped. Rebuilds the hidden-key list. Does not touch rows.
+// Lays the journal grid out: the one place that defines the order, captions, types, formats, widths and default
+// visibility of the columns. A column is looked up by key before it is created, so laying out again moves every known
+// column back and resets it; surplus columns are dropped. Rebuilds the hidden-key list. Does not touch rows.
 class ColumnLayout {
  public:
   ColumnLayout(platform::Grid& grid, const LayoutSettings& settings, HiddenKeys& hidden_keys)
       : grid_(grid), settings_(settings), hidden_keys_(hidden_keys) {}
 
-  // Builds the list and the columns, and makes the column of `outline_key` the outline column.
+  // Builds the hidden-key list and the columns, and makes the column of `outline_key` the outline column.
   void FormatColumns(std::string_view outline_key);
   void BuildHiddenKeys();
   void AddColumn(int position, const ColumnAttributes& attributes);

@@ -7,9 +7,9 @@
 
 namespace stockbook::grid {
 
-// Caption of the optional field 0..6: in the journals of receipts and issues both sides, "receipt|issue", where they
-// differ; the receipt side in the supplier journal, the issue side in the customer journal, "" for any other type. An
-// index outside of 0..6 throws std::out_of_range.
+// The caption of an optional field. Journals with both receipts and issues show both captions as "receipt|issue" where
+// they differ; the supplier journal shows that of the receipts, the customer journal that of the issues, and any other
+// type "". An index outside 0..6 throws std::out_of_range.
 std::string FieldCaption(const LayoutSettings& settings, int index);
 
 }  // namespace stockbook::grid

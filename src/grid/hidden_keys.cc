@@ -18,7 +18,7 @@ void HiddenKeys::AppendKeys(std::span<const char* const> keys) {
 
 void HiddenKeys::HideKey(std::string_view key) {
   if (IsHiddenKey(key)) return;
-  // Keys put on an empty list before the first layout still stand between bars.
+  // Keys put on an empty list before the first layout still need a bar in front of them.
   if (text_.empty()) text_ = "|";
   text_.append(key).append("|");
 }

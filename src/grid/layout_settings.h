@@ -11,7 +11,7 @@ namespace stockbook::grid {
 
 inline constexpr int kFieldCount = 7;
 
-// Everything that the host sets and the column layout depends on.
+// Every host setting that the column layout depends on.
 struct LayoutSettings {
   base::tqJournalTypeContants journal_type = base::MaterialJournal;
   bool allow_qty2 = false;
@@ -19,7 +19,7 @@ struct LayoutSettings {
   std::string fields_filter;
   // Subject titles by journal type.
   std::array<std::string, 4> titles = {"商品", "发货单位", "收货单位", "项目"};
-  // Captions of the optional fields; of each the receipt side and the issue side.
+  // Captions of the optional fields, one for the receipt side and one for the issue side of each.
   std::array<std::array<std::string, 2>, kFieldCount> field_captions = {{{"经手人", "经手人"},
                                                                          {"交接人", "交接人"},
                                                                          {"包装", "包装"},

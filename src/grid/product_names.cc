@@ -28,7 +28,7 @@ std::string Compose(const std::string& bare_name, const std::string& parts) {
   return parts.empty() ? bare_name : bare_name + " " + parts;
 }
 
-// The loaded columns that names are composed of; nullptr where a column is visible, or nothing was loaded there.
+// The loaded columns that names are composed from; nullptr where a column is visible or nothing was loaded into it.
 struct Sources {
   const columns::Column* name = nullptr;
   const columns::Column* product = nullptr;
@@ -85,14 +85,14 @@ columns::Column ComposeRecords(const Sources& sources, size_t records) {
   return builder.Finish();
 }
 
-// Whether the host wrote into cells that names are composed of.
+// Whether the host has edited cells that names are composed from.
 bool HasEditedSources(const platform::Grid& grid) {
   const auto edited = [&](const char* key) { return grid.HasEditedRecords(grid.ColIndex(key)); };
   return edited(keys::kProductName) || edited(keys::kPdID) ||
          std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
 }
 
-// What the records show after a refresh, composed of the cells as they stand.
+// What the records show after a refresh, composed from the cells as they are now.
 columns::Column ComposeRowsOfRecords(const platform::Grid& grid) {
   const int name = grid.ColIndex(keys::kProductName);
   const int product = grid.ColIndex(keys::kPdID);

@@ -5,8 +5,8 @@
 
 namespace stockbook::grid {
 
-// The colours that a row has by itself: of its scrolling cells and of its frozen ones. They are what a row painted hot
-// gets back.
+// The colours of a row before it was highlighted as the hot row: those of its scrolling cells and of its frozen ones.
+// The row gets them back when it is no longer hot.
 struct RowColours {
   platform::Colour normal_back = 0;
   platform::Colour normal_fore = 0;
@@ -16,8 +16,8 @@ struct RowColours {
   bool operator==(const RowColours&) const = default;
 };
 
-// Reads the colours of a row (below 0: the current row) from the last frozen column and the one behind it. Changes
-// nothing else; an error, or a row or column that is not there, leaves the colours as they were.
+// Reads the colours of a row (below 0: the current row) from the last frozen column and the column after it. Changes
+// nothing else; an error, or a row or column that does not exist, leaves the colours as they were.
 void CaptureRowColours(const platform::Grid& grid, int row, RowColours& colours);
 
 }  // namespace stockbook::grid

@@ -19,7 +19,7 @@ namespace keys = base::keys;
 constexpr std::array<const char*, 3> kCounted = {"入库单", "出库单", "调拨单"};
 constexpr size_t kBlockRows = 2048;
 
-// Which kind of bill a name is; kCounted.size() for any other.
+// The index in kCounted of a bill name; kCounted.size() for a name that is not counted.
 size_t KindOf(std::string_view bill_name) {
   return static_cast<size_t>(std::find(kCounted.begin(), kCounted.end(), bill_name) - kCounted.begin());
 }
@@ -29,7 +29,7 @@ int16_t Counted(int64_t number) {
   return static_cast<int16_t>(number);
 }
 
-// Counts rows by kind: records as they were loaded many at once, all others cell by cell.
+// Counts rows by kind: unedited records in blocks, all other rows cell by cell.
 class BillCounts {
  public:
   explicit BillCounts(const platform::Grid& grid)

@@ -7,8 +7,8 @@
 
 namespace stockbook::grid {
 
-// Counts the rows with a positive bill key by the exact bill name: receipts, issues and transfers, and nothing else.
-// Five lines, or one sentence where there are none. A count beyond 32767 throws base::ArithmeticError.
+// Counts the rows that have a positive bill key by exact bill name: receipts, issues and transfers only. Returns five
+// lines, or one sentence when there are no bills. A count beyond 32767 throws base::ArithmeticError.
 std::string Statistics(const platform::Grid& grid);
 
 }  // namespace stockbook::grid

@@ -9,8 +9,8 @@ namespace stockbook::qt {
 
 class AccessibleGrid;
 
-// A cell by the sheet's own row and column; the caption of the column where the row is -1. It means that cell as long
-// as the sheet's revision is the same.
+// A cell by the sheet's own row and column; row -1 is the column's caption. Valid while the sheet's revision is the
+// same.
 struct CellPlace {
   int64_t revision = 0;
   int row = -1;
@@ -20,9 +20,9 @@ struct CellPlace {
   auto operator<=>(const CellPlace&) const = default;
 };
 
-// A cell or a caption of an AccessibleGrid, which owns it. It holds its place and reads the sheet at every question.
-// Once rows or columns came, went or moved it is not valid any more and answers with nothing; while its row is folded
-// away, or its column hidden, it is invisible and has no index.
+// A cell or a caption of an AccessibleGrid, which owns it. It stores its place and reads the sheet for every question.
+// Once rows or columns are added, removed or moved it is invalid and has no content; while its row is folded away or
+// its column hidden, it is invisible and has no index.
 class AccessibleCell final : public QAccessibleInterface,
                              public QAccessibleTableCellInterface,
                              public QAccessibleActionInterface {
@@ -57,8 +57,8 @@ class AccessibleCell final : public QAccessibleInterface,
   int rowExtent() const override { return 1; }
   QAccessibleInterface* table() const override { return parent(); }
 
-  // QAccessibleActionInterface: to become the current cell; of a node's row to fold it or unfold it; of a caption to
-  // select the column.
+  // QAccessibleActionInterface: a cell becomes the current one, a node's cell folds or unfolds its row, a caption
+  // selects its column.
   QStringList actionNames() const override;
   QString localizedActionName(const QString& name) const override;
   void doAction(const QString& name) override;

@@ -11,14 +11,14 @@
 namespace stockbook::qt {
 namespace {
 
-// More than a reader asks for between two changes of the window; lists stay well below, so that none of their own cells
-// leaves while they are made.
+// More than a screen reader asks for between two changes of the window. Lists stay well below, so that building one
+// does not drop its own cells.
 constexpr size_t kMostCells = 4096;
 constexpr int kMostListed = 512;
 
 int Clamped(int64_t count) { return static_cast<int>(std::min<int64_t>(count, std::numeric_limits<int>::max())); }
 
-// A new interface for the toolkit's cache, which takes it over.
+// A new interface for the toolkit's cache, which owns it.
 QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) {
   if (class_name != QLatin1String(GridView::staticMetaObject.className())) return nullptr;
   auto* view = qobject_cast<GridView*>(object);

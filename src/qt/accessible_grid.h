@@ -12,25 +12,25 @@ namespace stockbook::qt {
 
 class GridView;
 
-// A GridView as screen readers have it: a table of the shown data rows and the shown columns that are not fixed, both
-// counted from 0 (see sheet::TableAccess). Its children are the captions, one for each column, and behind them the
-// cells row by row. A node's row is folded by the toggle action of its cells. Nothing is made before somebody asks for
-// it, and of the cells the latest asked for are kept, some thousands at most; one that must be kept longer is to be
-// held by its id, as everywhere in the toolkit.
+// A GridView for screen readers: a table of the shown data rows and the shown columns that are not fixed, both counted
+// from 0 (see sheet::TableAccess). Its children are the captions, one for each column, and after them the cells row by
+// row. The toggle action of a node's cells folds its row. Cells are created when asked for, and a few thousand of the
+// most recently used are kept; hold a cell by its id, as everywhere in the toolkit, to use it for longer.
 class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableInterface {
  public:
   explicit AccessibleGrid(GridView* view);
   ~AccessibleGrid() override;
 
-  // Makes QAccessible::queryAccessibleInterface answer with one for every GridView. Calling it again changes nothing.
+  // Makes QAccessible::queryAccessibleInterface return an AccessibleGrid for every GridView. Further calls change
+  // nothing.
   static void Install();
 
   GridView* view() const;
-  // The sheet as a table. Only while the view is there.
+  // The sheet as a table. Valid only while the view exists.
   sheet::TableAccess Table() const;
-  // The cell, or the caption of the column for row -1; nullptr where the sheet has none.
+  // The cell, or for row -1 the column's caption; nullptr if the sheet has no such cell.
   QAccessibleInterface* CellOf(int row, int column) const;
-  // The child that it is; -1 when it is not among them.
+  // The cell's child index; -1 if it is not a child.
   int ChildIndex(int row, int column) const;
 
   // QAccessibleInterface
@@ -51,7 +51,7 @@ class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableIn
   int rowCount() const override;
   QString columnDescription(int column) const override;
   QString rowDescription(int row) const override;
-  // The counts tell all that is selected, the lists the first some hundreds of it.
+  // The counts cover the whole selection, the lists only its first few hundred entries.
   int selectedCellCount() const override;
   int selectedColumnCount() const override;
   int selectedRowCount() const override;
@@ -62,10 +62,10 @@ class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableIn
   bool isRowSelected(int row) const override;
   bool selectRow(int row) override;
   bool selectColumn(int column) override;
-  // Of a selection the rest can be given up, never a part: only the single selected row or column can.
+  // A selection is one rectangle, so a row or column can be deselected only if it is the only one selected.
   bool unselectRow(int row) override;
   bool unselectColumn(int column) override;
-  // The cells know by themselves which change of the sheet they have outlived.
+  // Cells detect by themselves whether a change of the sheet made them invalid.
   void modelChange(QAccessibleTableModelChangeEvent* /*event*/) override {}
 
  private:
@@ -75,10 +75,10 @@ class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableIn
   };
   using Recent = std::list<Known>;
 
-  // Cells of before the sheet's last change of rows or columns are not found any more; they leave as the others do.
+  // Cells from before the last change of rows or columns are no longer found; they are dropped like the others.
   void ForgetOutlived() const;
 
-  // The latest asked for first.
+  // The most recently used first.
   mutable Recent recent_;
   mutable std::map<CellPlace, Recent::iterator> cells_;
 };

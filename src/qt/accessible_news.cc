@@ -11,7 +11,7 @@ namespace {
 
 using ModelChange = QAccessibleTableModelChangeEvent;
 
-// The child of the view that the cell is; -1, which is the view itself, when it is not in the table.
+// The cell's child index in the view; -1, which stands for the view itself, if it is not in the table.
 int ChildOf(GridView& view, const sheet::CellPosition& cell) {
   const auto* grid = dynamic_cast<AccessibleGrid*>(QAccessible::queryAccessibleInterface(&view));
   return grid == nullptr || cell.row < 0 ? -1 : grid->ChildIndex(cell.row, cell.column);

@@ -10,12 +10,12 @@ namespace stockbook::qt {
 
 class GridView;
 
-// Tells screen readers what has changed in a GridView: another current cell, another selection, a node opened or
-// closed, other rows or columns. It compares with what it told last, so it may be asked at any time; while nobody
-// listens it tells nothing and costs nothing.
+// Reports changes in a GridView to screen readers: of the current cell, the selection, a node opened or closed, rows or
+// columns. It compares with what it reported last, so it may be called at any time; without a screen reader it does
+// nothing and costs nothing.
 class AccessibleNews : private QAccessible::ActivationObserver {
  public:
-  // `hand_over` gets every event.
+  // `hand_over` receives every event.
   AccessibleNews(GridView& view, QAccessible::UpdateHandler hand_over);
   ~AccessibleNews() override;
   AccessibleNews(const AccessibleNews&) = delete;
@@ -23,9 +23,9 @@ class AccessibleNews : private QAccessible::ActivationObserver {
 
   // Something may have changed.
   void Tell();
-  // The node was opened or closed, and that alone.
+  // The node was opened or closed, and nothing else changed.
   void TellNode(int row);
-  // The view got the keys: the current cell is where they go.
+  // The view got the keyboard focus, which is at the current cell.
   void TellFocus();
 
  private:
@@ -40,7 +40,7 @@ class AccessibleNews : private QAccessible::ActivationObserver {
   void accessibilityActiveChanged(bool active) override;
   Table Now() const;
   void TellSelection();
-  // About a child of the view; -1 is the view itself.
+  // An event about a child of the view; -1 is the view itself.
   void Send(QAccessibleEvent& event, int child);
   void Send(QAccessible::Event type, int child);
 

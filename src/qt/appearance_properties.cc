@@ -19,7 +19,7 @@ int16_t ToInteger(int number, const std::string& property) {
   return static_cast<int16_t>(number);
 }
 
-// What was read and is written back stays the picture that it is, drawn sharply at every scale.
+// A picture that was read and is written back keeps its identity, so that it stays sharp at every scale.
 platform::PictureRef PictureOf(const QPixmap& pixmap, const platform::PictureRef& now) {
   if (now != nullptr && PixmapOf(now).cacheKey() == pixmap.cacheKey()) return now;
   return MakePicture(pixmap);

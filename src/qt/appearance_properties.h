@@ -10,9 +10,9 @@
 
 namespace stockbook::qt {
 
-// The looks of the control as properties of the toolkit, under their names and in the order of the interface. All of
-// them are saved; each write raises PropertyChanged. Heights are in twips. A picture reads back as the one that was
-// written; one that the control drew itself reads as what it looks like at its usual size.
+// The control's appearance as properties of the toolkit, with the names and in the order of the interface. All of them
+// are saved; each write raises PropertyChanged. Heights are in twips. A picture that was set reads back unchanged; one
+// that the control drew itself reads back as an image of its usual size.
 class AppearanceProperties : public JournalProperties {
   Q_OBJECT
   Q_PROPERTY(QColor BackColor READ BackColor WRITE SetBackColor)

@@ -6,8 +6,8 @@
 
 namespace stockbook::qt {
 
-// Positions of 64 bits on a scroll bar of 31: as they are while they fit, in coarser steps beyond. The ends of the two
-// scales meet exactly. A plain value.
+// Maps 64-bit positions to a scroll bar of 31 bits: one to one while they fit, in coarser steps beyond. The ends of
+// both scales map to each other exactly. A plain value.
 class BarScale {
  public:
   BarScale() = default;
@@ -19,7 +19,7 @@ class BarScale {
     return static_cast<int>(std::max<int64_t>(position, 0) / step_);
   }
   int64_t FromBar(int value) const { return value >= MostOnBar() ? most_ : value * step_; }
-  // A length of the contents on the bar, at least one step of it.
+  // Converts a length of the contents to steps of the bar, at least one.
   int Length(int64_t length) const { return static_cast<int>(std::max<int64_t>(length / step_, 1)); }
 
  private:

@@ -8,9 +8,8 @@
 
 namespace stockbook::qt {
 
-// A value that a signal passes by reference: all copies share it, so what a slot writes arrives where the signal was
-// raised, by whatever kind of connection the slot was called. A copy may outlive the signal; writing it then changes
-// nothing but the copies.
+// A value that a signal passes by reference. All copies share it, so a value written by a slot reaches the sender
+// whatever the kind of connection. A copy may outlive the signal; writing it then affects only the copies.
 template <typename Type>
 class ByReference {
  public:
@@ -23,7 +22,7 @@ class ByReference {
   std::shared_ptr<Type> value_;
 };
 
-// The three that the control's events need. Script and meta-object read and write their `value`.
+// The three types that the control's events need. Scripts and the meta-object system read and write `value`.
 class BooleanReference : public ByReference<bool> {
   Q_GADGET
   Q_PROPERTY(bool value READ Value WRITE SetValue)

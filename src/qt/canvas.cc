@@ -39,7 +39,7 @@ bool IsUpright(const QTransform& transform) {
   return transform.type() <= QTransform::TxScale && transform.m11() > 0 && transform.m22() > 0;
 }
 
-// Whether the painter's own pixels are those of a sheet of the scale.
+// Whether the painter's device pixels coincide with those of a sheet laid out at the scale.
 bool MeetsPixels(const QPainter& painter, double scale) {
   const QTransform transform = painter.deviceTransform();
   return !WantsVectors(painter.paintEngine()) && IsUpright(transform) && transform.m11() == scale &&
@@ -83,7 +83,7 @@ QtCanvas::QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale)
     : painter_(painter), fonts_(fonts), scale_(scale), shaped_(!MeetsPixels(painter, scale)) {
   painter_.save();
   if (!shaped_) {
-    // From here on the painter's unit is the device pixel, and its origin a whole one.
+    // From here on the painter's unit is the device pixel, and its origin is on a whole one.
     const QPointF corner = painter_.deviceTransform().map(QPointF());
     const QPoint origin(static_cast<int>(std::lround(corner.x())), static_cast<int>(std::lround(corner.y())));
     painter_.translate(QPointF(origin - corner) / scale);
@@ -131,7 +131,7 @@ void QtCanvas::DrawTexts(const platform::Font& font, platform::Colour colour, st
   }
 }
 
-// Texts reach over their rectangle's height unless they say otherwise, and never over its width.
+// Texts may extend beyond the height of their rectangle unless they are clipped, but never beyond its width.
 sheet::Rect QtCanvas::ClipOf(const sheet::TextItem& item) const {
   const sheet::Rect& clip = clips_.back();
   if (item.clip) return clip.Intersected(item.rect);
@@ -175,7 +175,7 @@ void QtCanvas::DrawGlyphs(const PixelTarget& target, const GlyphFont& font, QRgb
   }
 }
 
-// For devices whose pixels cannot be reached: the line as a picture.
+// For devices whose pixels are out of reach: draws the line as an image.
 void QtCanvas::DrawGlyphImage(const GlyphFont& font, QRgb colour, const Line& line, int width) {
   constexpr int kMargin = 4;
   const sheet::Rect ink{line.x - kMargin, line.baseline - font.ascent() - kMargin, width + 2 * kMargin,
@@ -188,8 +188,8 @@ void QtCanvas::DrawGlyphImage(const GlyphFont& font, QRgb colour, const Line& li
   painter_.drawImage(QPoint(box.x, box.y), image);
 }
 
-// Texts whose characters change with their neighbours, and all texts of printers and turned painters: the toolkit
-// shapes and draws them.
+// The toolkit shapes and draws texts whose characters depend on their neighbours, and all texts on printers and rotated
+// painters.
 void QtCanvas::DrawShaped(const GlyphFont& font, QRgb colour, const sheet::TextItem& item) {
   const QFontMetrics metrics(font.qfont());
   QString text = ToQString(item.text);
@@ -199,7 +199,7 @@ void QtCanvas::DrawShaped(const GlyphFont& font, QRgb colour, const sheet::TextI
     width = metrics.horizontalAdvance(text);
   }
   painter_.save();
-  // Where all of it has room nothing is cut, so that no printer's own rounding shaves a digit.
+  // Do not clip a text that fits, so that a printer's rounding cannot shave off a digit.
   if (item.clip || width > item.rect.width) painter_.setClipRect(ToQRect(ClipOf(item)), Qt::IntersectClip);
   painter_.setFont(font.qfont());
   painter_.setPen(QColor(colour));

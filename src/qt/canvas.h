@@ -12,34 +12,34 @@
 
 namespace stockbook::qt {
 
-// The fonts that were painted with, at their sizes; shared by the frames of a view. A few at a time: a change of scale
-// or of fonts makes the others leave.
+// The glyph fonts in use, by size, shared by the frames of a view. Only a few are kept: changing the scale or the fonts
+// drops the others.
 class GlyphFonts {
  public:
   GlyphFont& Find(const platform::Font& font, double scale);
-  // After the desktop's fonts changed.
+  // To be called after the desktop's fonts have changed.
   void Clear() { fonts_.clear(); }
 
  private:
   std::vector<std::unique_ptr<GlyphFont>> fonts_;
 };
 
-// The scale at which a sheet is laid out best for the painter: the device's pixels for each of the painter's units
-// where those stand upright, a fine one where there are no pixels to meet (printers, turned painters).
+// The best scale to lay a sheet out for the painter: device pixels per painter unit for an unrotated painter, and a
+// fine one where there are no pixels to align with (printers, rotated painters).
 double PaintingScale(const QPainter& painter);
 
-// The sheet's canvas over a painter: fills and pictures through the painter, text by cached glyphs straight onto its
-// pixels where they can be reached, as images or as text where not. It lives as long as one painting; the painter is
-// left as it was found.
+// The sheet's canvas over a painter: fills and pictures through the painter, text as cached glyphs straight onto its
+// pixels if they are accessible, otherwise as images or as text. It lives for one painting and restores the painter's
+// state.
 class QtCanvas : public sheet::Canvas {
  public:
-  // The sheet's left top corner stands at the painter's origin, and `scale` of its pixels are one unit of the painter.
+  // The sheet's top left corner is at the painter's origin, and `scale` of its pixels make one unit of the painter.
   QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale);
   ~QtCanvas() override;
   QtCanvas(const QtCanvas&) = delete;
   QtCanvas& operator=(const QtCanvas&) = delete;
 
-  // From here on everything is painted half way to the colour: the sheet cannot be used just now.
+  // From here on all colours are blended halfway to this one: the sheet is disabled.
   void DimToward(platform::Colour colour) { dim_toward_ = colour; }
 
   void PushClip(const sheet::Rect& rect) override;
@@ -69,10 +69,10 @@ class QtCanvas : public sheet::Canvas {
   GlyphFonts& fonts_;
   double scale_;
   std::optional<PixelTarget> target_;
-  bool shaped_ = false;  // the painter draws the texts: printers want text, turned painters turn it
+  bool shaped_ = false;  // the painter draws the texts: on printers, and when rotated
   std::optional<platform::Colour> dim_toward_;
   std::vector<sheet::Rect> clips_;
-  std::vector<const Glyph*> glyphs_;  // of the line being drawn
+  std::vector<const Glyph*> glyphs_;  // the line being drawn
 };
 
 }  // namespace stockbook::qt

@@ -12,8 +12,8 @@
 namespace stockbook::qt {
 namespace {
 
-// A text as UTF-8, made the toolkit's when somebody pastes it: nobody does with most that is copied, and a large
-// selection takes longer to convert than to gather.
+// A text kept as UTF-8 and converted for the toolkit only when it is pasted: most copies never are, and converting a
+// large selection takes longer than collecting it.
 class Utf8Text : public QMimeData {
  public:
   explicit Utf8Text(std::string text) : text_(std::move(text)) {}
@@ -39,7 +39,7 @@ void QtClipboard::Clear() { QGuiApplication::clipboard()->clear(); }
 void QtClipboard::SetText(std::string_view text) { TakeText(std::string(text)); }
 
 void QtClipboard::TakeText(std::string text) {
-  QGuiApplication::clipboard()->setMimeData(new Utf8Text(std::move(text)));  // the clipboard takes it over
+  QGuiApplication::clipboard()->setMimeData(new Utf8Text(std::move(text)));  // the clipboard owns it
 }
 
 }  // namespace stockbook::qt

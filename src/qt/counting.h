@@ -3,7 +3,7 @@
 
 namespace stockbook::qt {
 
-// One more of something for its life, however that ends.
+// Increments a counter for its lifetime, however that ends.
 class Counting {
  public:
   explicit Counting(int& count) : count_(count) { ++count_; }

@@ -18,7 +18,7 @@ namespace {
 constexpr double kPixelsPerPoint = 96.0 / 72.0;
 constexpr char32_t kSampleCharacter = U'库';
 
-// Faces made for Simplified Chinese, the ones people expect first.
+// Faces made for Simplified Chinese, the most expected ones first.
 constexpr std::array kPreferredFamilies{
     "Microsoft YaHei UI", "Microsoft YaHei",    "PingFang SC",         "Noto Sans CJK SC",
     "Noto Sans SC",       "Source Han Sans SC", "WenQuanYi Micro Hei", "SimSun",

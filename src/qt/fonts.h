@@ -10,14 +10,14 @@ namespace stockbook::qt {
 // A logical pixel is 15 twips (1440 / 96); the toolkit scales it to device pixels.
 inline constexpr double kTwipsPerPixel = 15.0;
 
-// The font in pixels of the scale: 1 for logical pixels, the device pixel ratio for device pixels. An empty name is the
+// The font for a scale: 1 for logical pixels, the device pixel ratio for device pixels. An empty name stands for the
 // application's font.
 QFont ToQFont(const platform::Font& font, double scale);
 
-// A grid's font for a widget of the font: the same, unless it has no Chinese characters of its own and a face which has
-// them is installed. One face for digits and characters keeps the lines even.
+// The grid's font for a widget with this font: the same one, unless it has no Chinese characters and a face with them
+// is installed. One face for digits and characters keeps the lines even.
 platform::Font GridFontFor(const QFont& wanted);
-// The font that a grid starts with: that for the application's.
+// The font that a grid starts with: GridFontFor the application's font.
 platform::Font DefaultGridFont();
 
 }  // namespace stockbook::qt

@@ -16,11 +16,11 @@ namespace stockbook::qt {
 namespace {
 
 constexpr size_t kPageSize = 256;
-constexpr size_t kCharacters = 0x40000;  // beyond are symbols and tags that the toolkit draws
-constexpr int kMostPixels = 400;         // of a glyph's side; larger ones are not worth keeping
+constexpr size_t kCharacters = 0x40000;  // the toolkit draws the symbols and tags beyond
+constexpr int kMostPixels = 400;         // side of a glyph; larger ones are not worth keeping
 constexpr char32_t kReplacement = U'\uFFFD';
 
-// The next character of well-formed UTF-8; U+FFFD for a byte that begins none.
+// The next character of well-formed UTF-8; U+FFFD for a byte that cannot start one.
 char32_t NextCharacter(std::string_view text, size_t& at) {
   const auto byte = [&](size_t index) { return static_cast<unsigned char>(text[index]); };
   const unsigned char first = byte(at);
@@ -39,7 +39,7 @@ char32_t NextCharacter(std::string_view text, size_t& at) {
   return character;
 }
 
-// Whether a character looks the same whatever stands beside it.
+// Whether a character looks the same whatever its neighbours.
 bool StandsAlone(char32_t character) {
   if (character < 0x300) return true;
   if (character > 0xFFFF) return character >= 0x20000 && character < 0x40000;
@@ -72,7 +72,7 @@ bool StandsAlone(char32_t character) {
 
 bool IsBlank(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
 
-// The face and the glyph that the toolkit shows a character with.
+// The face and the glyph with which the toolkit shows a character.
 QGlyphRun RunOf(char32_t character, const QFont& font, const QRawFont& raw_font) {
   const QString text = QString::fromUcs4(&character, 1);
   QList<quint32> indexes = raw_font.glyphIndexesForString(text);
@@ -142,7 +142,7 @@ const Glyph* GlyphFont::Rasterise(char32_t character) {
   const int advance = static_cast<int>(std::lround(face.advancesForGlyphIndexes(indexes).front().x()));
   const QRectF box = face.boundingRect(indexes.front());
   if (!box.isValid() || box.isEmpty()) return Store({}, {}, advance);
-  // The hinted shape may reach a little over the box that the face tells.
+  // A hinted shape may extend slightly beyond the box that the face reports.
   const QRect area = box.toAlignedRect().adjusted(-2, -2, 2, 2);
   if (area.width() > kMostPixels || area.height() > kMostPixels) return nullptr;
   QImage image(area.size(), QImage::Format_ARGB32_Premultiplied);
@@ -154,7 +154,7 @@ const Glyph* GlyphFont::Rasterise(char32_t character) {
   return Store(image, -area.topLeft(), advance);
 }
 
-// Keeps the part of the image that has any coverage.
+// Crops the image to the part with coverage.
 const Glyph* GlyphFont::Store(const QImage& image, QPoint origin, int advance) {
   QRect ink;
   for (int y = 0; y < image.height(); ++y) {

@@ -15,20 +15,20 @@
 
 namespace stockbook::qt {
 
-// The picture of one character: its coverage, 0..255 a pixel, and where that stands. Device pixels.
+// The image of one character: its coverage, 0..255 per pixel, and the position of the coverage. In device pixels.
 struct Glyph {
-  int16_t left = 0;  // of the coverage, from the pen position
-  int16_t top = 0;   // of the coverage, from the baseline; negative is above
+  int16_t left = 0;  // left edge of the coverage, from the pen position
+  int16_t top = 0;   // top edge of the coverage, from the baseline; negative is above
   int16_t width = 0;
   int16_t height = 0;
   int16_t advance = 0;
   uint32_t coverage = 0;  // offset of width * height bytes
 };
 
-// One font at one size, character by character: every character is rasterised once, by the toolkit, with its own choice
-// of another face where the font has none. Advances are whole pixels, so equal digits stand under each other and every
-// line is as sharp as the first. Characters that change with their neighbours (marks, scripts that join or run from
-// right to left) are not in it; such texts the toolkit has to draw itself.
+// One font at one size, character by character: the toolkit rasterises each character once and chooses another face
+// where the font lacks it. Advances are whole pixels, so digits line up in columns and every line is equally sharp.
+// Characters whose shape depends on their neighbours (combining marks, joining and right-to-left scripts) are not
+// covered; the toolkit has to draw such texts itself.
 class GlyphFont {
  public:
   // `scale` is device pixels per logical pixel.
@@ -40,11 +40,11 @@ class GlyphFont {
   int ascent() const { return ascent_; }
   int line_height() const { return line_height_; }
 
-  // Puts the glyphs of the text into `glyphs` and returns the width; -1 when the toolkit must draw the text.
+  // Puts the glyphs of the text into `glyphs` and returns their width, or -1 if the toolkit must draw the text.
   int Lay(std::string_view text, std::vector<const Glyph*>& glyphs);
-  // Of one line, however it is drawn.
+  // The width of one line, whoever draws it.
   int Width(std::string_view line);
-  // nullptr when the toolkit must draw it. Valid as long as the font.
+  // nullptr if the toolkit must draw the character. Valid as long as the font.
   const Glyph* Find(char32_t character);
   // Valid until the next call of Lay or Find.
   const uint8_t* Coverage(const Glyph& glyph) const { return coverage_.data() + glyph.coverage; }

@@ -13,9 +13,9 @@
 namespace stockbook::qt {
 namespace {
 
-// Pixels of the sheet for one of 96 to the inch: fine enough for every printer, whatever the painter's own units are.
+// Pixels of the sheet per pixel of 1/96 inch: fine enough for every printer, whatever the painter's units are.
 constexpr double kScale = 8;
-// The lines above and below the cells, in pixels of 96 to the inch, and how large their texts are.
+// The heights of the header and footer lines in pixels of 1/96 inch, and their text sizes.
 constexpr double kHeadingHeight = 30;
 constexpr double kFooterHeight = 24;
 constexpr double kHeadingSize = 1.2;
@@ -67,7 +67,7 @@ void GridPrinter::PaintPage(QPainter& painter, int page) {
   painter.scale(Unit(), Unit());
   PaintFrame(painter, page);
   painter.translate(0, kHeadingHeight);
-  // A row higher than the page leaves the line below it as it is.
+  // A row higher than the page does not reach into the footer line.
   const sheet::PageRoom room = Room();
   painter.setClipRect(QRectF(0, 0, room.width / kScale, room.height / kScale), Qt::IntersectClip);
   painter.scale(plan_.zoom(), plan_.zoom());

@@ -13,24 +13,24 @@
 
 namespace stockbook::qt {
 
-// Where a page stands on a painter, in the painter's units, and how many of those are an inch.
+// Where a page is on a painter, in the painter's units, and how many units make an inch.
 struct Paper {
   QRectF area;
   double dpi = 96;
 };
 
-// Prints a sheet page by page onto any painter: a printer's, a PDF's, a picture's, one that is turned or scaled. Every
-// page has the heading, the captions, as many rows as it holds (see sheet::PagePlan) and its number. The rows are those
-// that are shown, folded periods and hidden columns are not; what is selected is not told. A dark sheet is printed in
-// light colours. A view of the sheet does not notice. A printer holds until the next change of the sheet.
+// Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. Each page has the
+// heading, the column captions, as many rows as fit (see sheet::PagePlan) and its page number. Folded periods and
+// hidden columns are left out, and the selection is not shown. A dark sheet is printed in light colours. Views of the
+// sheet are not affected. A GridPrinter is valid until the sheet changes.
 class GridPrinter {
  public:
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading);
 
   int PageCount() const { return plan_.PageCount(); }
-  // The rows and columns that the page, from 0, shows.
+  // The rows and columns on the page; pages count from 0.
   sheet::PagePlan::Page PageAt(int page) const { return plan_.At(page); }
-  // The painter is left as it was found.
+  // Restores the painter's state afterwards.
   void PaintPage(QPainter& painter, int page);
 
  private:
@@ -50,8 +50,8 @@ class GridPrinter {
   sheet::PagePlan plan_;
 };
 
-// All pages onto a printer or a PDF, from its present page on. False, with what it has printed so far, where it does
-// not take more.
+// Prints all pages to a printer or a PDF, starting on its current page. Returns false as soon as the device accepts no
+// more; the pages before that stay printed.
 bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device);
 
 }  // namespace stockbook::qt

@@ -30,8 +30,8 @@
 namespace stockbook::qt {
 namespace {
 
-constexpr double kWheelStep = 120.0;  // of a wheel's angle, in eighths of a degree
-// More pieces of damage than this are painted as one.
+constexpr double kWheelStep = 120.0;  // the wheel's angle for one notch, in eighths of a degree
+// If there are more damaged pieces than this, their bounding rectangle is painted.
 constexpr int kMostPieces = 8;
 constexpr int kAutoScrollMs = 50;
 
@@ -57,7 +57,7 @@ GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHand
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setMouseTracking(true);
-  // A window that reads from right to left puts the bar of the rows at its left; the ledger in it stays as it is.
+  // A right-to-left window has the vertical scroll bar on the left; the ledger in it is not mirrored.
   viewport()->setLayoutDirection(Qt::LeftToRight);
   horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
   AccessibleGrid::Install();
@@ -108,7 +108,7 @@ bool GridView::event(QEvent* event) {
 
 bool GridView::viewportEvent(QEvent* event) {
   const Counting handling(handling_);
-  // The window may have come to another screen.
+  // The window may have moved to another screen.
   if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
   if (event->type() == QEvent::ToolTip) {
     ShowTip(*static_cast<QHelpEvent*>(event));
@@ -120,7 +120,7 @@ bool GridView::viewportEvent(QEvent* event) {
 void GridView::ShowTip(const QHelpEvent& event) {
   const QPointF at = QPointF(event.pos()) * sheet_.scale();
   const sheet::CellTip tip = sheet::CellTip::At(sheet_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
-  // An empty text takes the last tip away.
+  // An empty text hides the last tooltip.
   QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
 }
 
@@ -152,7 +152,7 @@ void GridView::LetGo() {
 }
 
 void GridView::paintEvent(QPaintEvent* event) {
-  // The last frame stays on the opaque window while nobody is to see what is going on.
+  // While redraw is off, the opaque window keeps the last frame.
   if (!sheet_.Redraw()) return;
   QPainter painter(viewport());
   const double scale = PaintingScale(painter);
@@ -160,7 +160,7 @@ void GridView::paintEvent(QPaintEvent* event) {
     PaintSheet(painter, event->region());
   } else {
     PaintAtScale(painter, event->region(), scale);
-    // Not something else than the window after all: its screen has got another scale.
+    // This is the window after all: its screen's scale has changed.
     if (scale == Scale())
       QMetaObject::invokeMethod(
           this, [this] { FitSheet(Scale()); }, Qt::QueuedConnection);
@@ -194,7 +194,7 @@ void GridView::PaintAtScale(QPainter& painter, const QRegion& region, double sca
 
 void GridView::ScrollChanged() {
   if (elsewhere_) return;
-  if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is not under the mouse any more
+  if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is no longer under the mouse
   if (sheet_.Redraw()) MovePixels();
   UpdateBars();
 }
@@ -225,8 +225,8 @@ void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
   sheet_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
 }
 
-// Pixels that only change their place are moved, and what comes into view is damaged. Of both directions at once each
-// part moves in turn. The frame of the sheet stays at the far edges of the view and is painted anew with what comes in.
+// Moves the pixels that remain visible and damages what comes into view. When scrolling in both directions, each
+// direction moves in turn. The sheet's frame at the far edges of the view is repainted with the parts that come in.
 void GridView::MovePixels() {
   const sheet::Geometry geometry = sheet_.geometry();
   const sheet::ScrollPosition now = geometry.scroll();
@@ -236,7 +236,7 @@ void GridView::MovePixels() {
   const int pinned_width = geometry.PinnedWidth();
   const int frame = static_cast<int>(std::ceil(sheet_.scale()));
   if (before.y != now.y) {
-    // Nothing moves in the background beside the cells.
+    // The background beside the cells does not move.
     const int width = std::min(view.width, geometry.CellsRect().width + frame);
     MovePart({0, pinned_height, width, view.height - pinned_height - frame}, 0, before.y - now.y);
     Damaged({0, view.height - frame, width, frame});
@@ -244,7 +244,7 @@ void GridView::MovePixels() {
   if (before.x != now.x) {
     MovePart({pinned_width, 0, view.width - pinned_width - frame, view.height}, before.x - now.x, 0);
     Damaged({view.width - frame, 0, frame, view.height});
-    // Numbers in the columns at the sides look otherwise when they are cut off.
+    // Numbers in partly visible columns look different when cut off.
     const sheet::Span columns = geometry.ColumnsWithin(0, view.width);
     for (const int column : {shown_columns_.first, shown_columns_.last - 1, columns.first, columns.last - 1}) {
       if (column < columns.first || column >= columns.last) continue;
@@ -287,7 +287,7 @@ void GridView::CursorChanged(sheet::Cursor cursor) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
-  // What ends a drag is not to close the dialog around the grid too.
+  // The key that ends a drag must not also close a dialog around the grid.
   if (event->key() == Qt::Key_Escape && mouse_.Cancel()) return;
   if (!keyboard_.Press(ToSheet(*event))) event->ignore();
 }
@@ -306,8 +306,8 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, sheet_.scale())); }
 
-// The right button is heard when it goes down; here only the keyboard asks, for the current cell or with Ctrl for the
-// caption of its column.
+// The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
+// with Ctrl for the caption of its column.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard) {
     event->setAccepted(sheet_.IsObserved());
@@ -353,7 +353,7 @@ void GridView::focusInEvent(QFocusEvent* event) {
 
 void GridView::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
-  // The keys come back when the menu closes.
+  // The focus comes back when the menu closes.
   if (event->reason() != Qt::PopupFocusReason) sheet_.SetFocused(false);
 }
 
@@ -362,8 +362,8 @@ void GridView::hideEvent(QHideEvent* event) {
   QAbstractScrollArea::hideEvent(event);
 }
 
-// A touchpad tells pixels, a wheel notches of as many rows as the desktop says; both scroll by pixels, and nothing of
-// slow turning is lost.
+// A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
+// fractions are kept for slow turning.
 void GridView::wheelEvent(QWheelEvent* event) {
   const double scale = sheet_.scale();
   QPointF turned;
@@ -372,7 +372,7 @@ void GridView::wheelEvent(QWheelEvent* event) {
   } else {
     turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(sheet_);
   }
-  // The wheel of a plain mouse goes sideways with Shift.
+  // With Shift the wheel of a plain mouse scrolls sideways.
   if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);
   wheel_rest_ += turned;
   const auto dx = static_cast<int64_t>(wheel_rest_.x());

@@ -18,22 +18,22 @@
 
 namespace stockbook::qt {
 
-// Shows a sheet: paints it where it was damaged, moves pixels that scroll, keeps the scroll bars and forwards keys,
-// mouse and wheel. While the sheet's redraw is off the last frame stays. The sheet outlives the view.
+// Shows a sheet: repaints its damaged parts, moves pixels when it scrolls, maintains the scroll bars and forwards keys,
+// mouse and wheel. While the sheet's redraw is off, the last frame stays. The sheet outlives the view.
 class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
   Q_OBJECT
 
  public:
-  // What screen readers are to hear goes to the toolkit, unless somebody else takes it.
+  // Events for screen readers go to the toolkit unless another receiver is set.
   explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr,
                     QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
   ~GridView() override;
 
   sheet::Sheet& sheet() const { return sheet_; }
-  // Pixels of the sheet on the screen, and back; nothing for points outside of the view.
+  // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
-  // Where on the screen a menu opens: at the mouse, or, where a key asked for it, under its cell.
+  // Where on the screen a menu opens: at the mouse, or below the cell if a key asked for it.
   QPoint MenuPlace() const;
   // While it does the view must not be freed.
   bool IsHandlingEvent() const { return handling_ > 0; }
@@ -72,11 +72,11 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   double Scale() const { return viewport()->devicePixelRatioF(); }
   void PaintSheet(QPainter& painter, const QRegion& region);
   void PaintAtScale(QPainter& painter, const QRegion& region, double scale);
-  // Tells the sheet the size of the viewport in pixels of the scale.
+  // Tells the sheet the viewport's size in device pixels.
   void FitSheet(double scale);
   void UpdateBars();
   void ShowTip(const QHelpEvent& event);
-  // Ends what the mouse is at.
+  // Ends the current mouse drag.
   void LetGo();
   void KeepAutoScrolling();
   void MovePixels();
@@ -91,13 +91,13 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   GlyphFonts fonts_;
   BarScale x_scale_;
   BarScale y_scale_;
-  sheet::ScrollPosition shown_;  // where the pixels in the window are scrolled to
-  sheet::Span shown_columns_;    // the scrolled columns in the window
-  QPointF wheel_rest_;           // parts of a pixel that the wheel has turned
-  int handling_ = 0;             // events under way, one inside of another
+  sheet::ScrollPosition shown_;  // the scroll position of the pixels in the window
+  sheet::Span shown_columns_;    // the scrolling columns in the window
+  QPointF wheel_rest_;           // fractions of a pixel left over from the wheel
+  int handling_ = 0;             // nesting depth of the events being handled
   bool menu_by_key_ = false;
   bool updating_bars_ = false;
-  bool elsewhere_ = false;  // painting onto something else than the window
+  bool elsewhere_ = false;  // painting on something other than the window
 };
 
 }  // namespace stockbook::qt

@@ -17,10 +17,10 @@ namespace {
 constexpr int kMargin = 8;
 constexpr int kPicturePx = 20;
 constexpr int kLeastHeight = 32;
-constexpr double kCaptionSize = 1.1;  // of the widget's font
-constexpr double kDimmed = 0.5;       // what is seen of picture and caption while they cannot be used
+constexpr double kCaptionSize = 1.1;  // relative to the widget's font
+constexpr double kDimmed = 0.5;       // opacity of picture and caption while disabled
 
-// Reads on the colour, which a host may have set to anything.
+// A text colour that is readable on the background, which a host may set to anything.
 QColor TextOn(const QColor& back) { return IsDark(back) ? QColor(0xF2, 0xF4, 0xF6) : QColor(0x1F, 0x23, 0x28); }
 
 void DrawPicture(QPainter& painter, const platform::Picture& picture, const QRect& rect) {
@@ -62,7 +62,7 @@ QRect HeaderBand::CaptionRect() const {
   return Placed(rect().adjusted(left, 0, -right, 0));
 }
 
-// The band is the window's, so it turns round with it.
+// The band belongs to the window, so it is mirrored with it.
 QRect HeaderBand::Placed(const QRect& place) const { return QStyle::visualRect(layoutDirection(), rect(), place); }
 
 void HeaderBand::paintEvent(QPaintEvent* /*event*/) {

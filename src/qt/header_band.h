@@ -8,8 +8,8 @@
 
 namespace stockbook::qt {
 
-// The band over the grid: the picture of the journal type, the caption, the mark at the right end. A caption that is
-// too long for it ends in an ellipsis and is told whole by the tool tip.
+// The band above the grid: the picture of the journal type, the caption, and the mark at the right end. A caption that
+// is too long ends in an ellipsis, and the tooltip shows all of it.
 class HeaderBand : public QWidget {
   Q_OBJECT
 

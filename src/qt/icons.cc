@@ -64,7 +64,7 @@ QPainterPath Line(std::initializer_list<QPointF> points) {
   return path;
 }
 
-// A sheet of paper with its corner turned down.
+// A sheet of paper with a folded corner.
 void DrawSheet(QPainter& painter, const BillColours& colours, bool band) {
   const QPainterPath outline = Polygon({{2.5, 0.5}, {9.5, 0.5}, {13.5, 4.5}, {13.5, 15.5}, {2.5, 15.5}});
   Fill(painter, colours.sheet, outline);
@@ -145,7 +145,7 @@ void DrawPerson(QPainter& painter) {
   Fill(painter, 0xFFFFFFFF, Polygon({{6.3, 9.6}, {9.7, 9.6}, {8, 12.4}}));
 }
 
-// Bars along a time line.
+// Bars along a timeline.
 void DrawPlan(QPainter& painter) {
   Fill(painter, 0xFFFBF6EA, Rounded({0.5, 1, 15, 14}, 1.5));
   Stroke(painter, 0xFF8A6D3B, 1.0, Rounded({0.5, 1.5, 15, 13}, 1.5));

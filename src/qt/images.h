@@ -8,7 +8,7 @@
 
 namespace stockbook::qt {
 
-// The control's own icons (qt/icons.h) under their keys, 16 logical pixels square, the mark 6.
+// The control's own icons (qt/icons.h) by key, 16 logical pixels square; the mark has 6.
 class QtImages : public platform::Images {
  public:
   QtImages();

@@ -8,9 +8,9 @@
 
 namespace stockbook::qt {
 
-// The toolkit's input in the sheet's words. `scale` is device pixels per logical pixel.
+// Converts the toolkit's input events into the sheet's. `scale` is device pixels per logical pixel.
 sheet::KeyEvent ToSheet(const QKeyEvent& event);
-// Presses, double clicks and releases name their button; moves the one that is held.
+// Presses, double clicks and releases carry their button, moves the button that is held.
 sheet::MouseEvent ToSheet(const QMouseEvent& event, double scale);
 
 }  // namespace stockbook::qt

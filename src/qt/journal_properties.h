@@ -10,10 +10,10 @@
 
 namespace stockbook::qt {
 
-// The control's values of journal, captions, filters and rows as properties of the toolkit, under the names and in the
-// order of its interface. Numbers of 16 bits are int here. None of the writers throws: what the control refuses (a dpID
-// beyond 16 bits, an AccRestrict that is no truth value) leaves the old value and goes out through Notify, because
-// errors must not pass through the toolkit's calls. Who wants the error itself writes to control().
+// The control's journal, captions, filters and rows as properties of the toolkit, with the names and in the order of
+// its interface. 16-bit numbers are int here. No setter throws, because exceptions must not pass through the toolkit:
+// if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value), the old value stays
+// and Notify reports the error. Call control() to get the exception itself.
 class JournalProperties : public QWidget {
   Q_OBJECT
   Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType)
@@ -64,7 +64,7 @@ class JournalProperties : public QWidget {
   Q_PROPERTY(float RowHeightSum READ RowHeightSum WRITE SetRowHeightSum)
 
  public:
-  // The spelling is the interface's own.
+  // The interface spells it like this.
   enum tqJournalTypeContants : int32_t {
     MaterialJournal = base::MaterialJournal,
     SupplierJournal = base::SupplierJournal,
@@ -149,7 +149,7 @@ class JournalProperties : public QWidget {
   void SetAccountFormat(const QString& text);
   QString AccountFormat() const;
 
-  // Of a row of the grid; one below 0 is the current one.
+  // Properties of a row of the grid; a row below 0 means the current one.
   Q_INVOKABLE int BillID(int Row = -1) const;
   Q_INVOKABLE QString BillName(int Row = -1) const;
   Q_INVOKABLE int Flag(int Row = -1) const;
@@ -166,7 +166,7 @@ class JournalProperties : public QWidget {
   float RowHeightSum() const;
 
  protected:
-  // Does something with the control, and says through Notify what it, or who listens to it, refuses.
+  // Performs an action on the control and reports its errors, and those of its listeners, through Notify.
   template <typename Call>
   void Attempt(Call call) {
     const QPointer<JournalProperties> alive(this);
@@ -178,7 +178,7 @@ class JournalProperties : public QWidget {
   }
 
  private:
-  // A listener that refuses this too is not told again.
+  // Errors of a listener of Notify are not reported again.
   void Say(const char* message);
 };
 

@@ -12,12 +12,12 @@
 namespace stockbook::qt {
 namespace {
 
-// A caption may be of two lines, as a column's is; a menu item has one.
+// A column caption may have two lines; a menu item has one.
 QString OneLine(const std::string& caption) {
   return ToQString(caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
 }
 
-// Every action that can be chosen carries its place in `choices`.
+// Every action that can be chosen carries its index in `choices`.
 void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, std::vector<platform::MenuChoice>& choices) {
   for (const platform::MenuItem& item : items) {
     if (!item.visible) continue;
@@ -42,7 +42,7 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, std::vector
 }  // namespace
 
 platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
-  // On the heap: a parent that goes away while the menu is open takes the menu with it.
+  // On the heap, because a parent deleted while the menu is open deletes the menu too.
   const QPointer<QMenu> popup = new QMenu(parent_);
   std::vector<platform::MenuChoice> choices;
   Fill(*popup, menu.items, choices);

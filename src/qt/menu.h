@@ -10,13 +10,13 @@
 
 namespace stockbook::qt {
 
-// Pop-up menus at the mouse, or where a view says. PopUp waits for the choice in an event loop of its own, as menus do;
-// should the widget go away meanwhile, nothing was chosen.
+// Pop-up menus at the mouse, or where a view says. PopUp waits for the choice in its own event loop, as menus do; if
+// the widget is deleted meanwhile, nothing was chosen.
 class QtMenu : public platform::Menu {
  public:
   explicit QtMenu(QWidget* parent) : parent_(parent) {}
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
-  // Of the menus to come, on the screen.
+  // The position of the following menus, in screen coordinates.
   void SetPlace(std::function<QPoint()> place) { place_ = std::move(place); }
   bool IsOpen() const { return open_ > 0; }
 

@@ -7,7 +7,7 @@
 namespace stockbook::qt {
 namespace {
 
-// Sizes kept of one picture: those of a grid, a header and a second screen.
+// How many sizes of one picture are kept: those of the grid, the header and a second screen.
 constexpr size_t kMostDrawn = 6;
 constexpr int kMostPixels = 8192;
 
@@ -40,7 +40,7 @@ platform::PictureRef MakePicture(const QPixmap& pixmap) {
                       std::max(1, static_cast<int>(std::lround(size.height()))));
   auto picture = std::make_shared<QtPicture>(logical, [pixmap](QPainter& painter, QSizeF device_size) {
     const QSize device = device_size.toSize();
-    // A painter that makes a picture smaller leaves pixels out; this takes their means.
+    // A painter scales down by skipping pixels; this averages them.
     if (device.width() < pixmap.width() && device.height() < pixmap.height()) {
       painter.drawImage(QRectF(QPointF(), device_size),
                         pixmap.toImage().scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));

@@ -13,11 +13,11 @@
 
 namespace stockbook::qt {
 
-// A picture of the toolkit. It draws itself anew for every size it is asked for and keeps the last few, so it is sharp
-// at every scale.
+// A picture drawn by the toolkit. It is redrawn for every requested size, so it is sharp at every scale; the last few
+// sizes are kept.
 class QtPicture : public platform::Picture {
  public:
-  // Draws the picture into the square or rectangle from (0, 0) of the size, in device pixels.
+  // Draws the picture into a rectangle of the size at (0, 0), in device pixels.
   using Painting = std::function<void(QPainter& painter, QSizeF size)>;
 
   QtPicture(QSize size, Painting painting) : size_(size), painting_(std::move(painting)) {}
@@ -27,9 +27,9 @@ class QtPicture : public platform::Picture {
 
   // The picture at a size in device pixels, premultiplied.
   const QImage& At(QSize device_size) const;
-  // The pixmap that the picture was made of, else one of it at its own size; always the same.
+  // The pixmap that the picture was made from, or one of its own size; always the same one.
   QPixmap Pixmap() const;
-  // Whether it was made of a pixmap, and has no more to show than that.
+  // Whether it was made from a pixmap, and so has no more detail than that.
   bool IsPixmap() const { return is_pixmap_; }
 
  private:
@@ -42,15 +42,15 @@ class QtPicture : public platform::Picture {
   mutable std::vector<QImage> drawn_;
 };
 
-// Pictures of a host: a pixmap (its device pixel ratio is heeded), or an icon at a logical size. Empty ones give no
-// picture.
+// Pictures given by a host: a pixmap, whose device pixel ratio is respected, or an icon with a logical size. An empty
+// one gives no picture.
 platform::PictureRef MakePicture(const QPixmap& pixmap);
 platform::PictureRef MakePicture(const QIcon& icon, QSize size);
 
-// The picture at a size in device pixels; a null image for pictures that another toolkit made.
+// The picture at a size in device pixels; a null image for pictures of another toolkit.
 QImage ImageOf(const platform::Picture& picture, QSize device_size);
 
-// The picture as a host's; a null pixmap for none and for pictures that another toolkit made.
+// The picture as a pixmap for the host; a null pixmap for no picture and for pictures of another toolkit.
 QPixmap PixmapOf(const platform::PictureRef& picture);
 
 }  // namespace stockbook::qt

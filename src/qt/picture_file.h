@@ -8,11 +8,11 @@
 
 namespace stockbook::qt {
 
-// A picture as the bytes of a PNG file, with its scale as the text "Scale" in it; nothing for a picture that another
-// toolkit made. One that is drawn anew for every size is written large enough for the sharpest screens.
+// A picture as the bytes of a PNG file, with its scale in the text chunk "Scale"; nothing for a picture of another
+// toolkit. A picture that is redrawn for every size is written large enough for the sharpest screens.
 std::optional<QByteArray> ToPng(const platform::Picture& picture);
 
-// Back from such bytes; nothing when they are no picture.
+// Reads such bytes back; nothing if they are not a picture.
 platform::PictureRef FromPng(const QByteArray& bytes);
 
 }  // namespace stockbook::qt

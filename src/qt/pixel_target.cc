@@ -7,7 +7,7 @@
 namespace stockbook::qt {
 namespace {
 
-// below * (1 - alpha) + above * alpha for the two channels of a mask at a time; alpha is 1..256.
+// below * (1 - alpha) + above * alpha for two channels of a mask at a time; alpha is 1..256.
 uint32_t Mix(uint32_t below, uint32_t above, uint32_t alpha) {
   const uint32_t keep = 256 - alpha;
   const uint32_t odd = ((below & 0x00FF00FFu) * keep + (above & 0x00FF00FFu) * alpha) >> 8 & 0x00FF00FFu;
@@ -22,7 +22,7 @@ QRect ToQRect(const sheet::Rect& rect) { return {rect.x, rect.y, rect.width, rec
 std::optional<PixelTarget> PixelTarget::Of(QPainter& painter, QPoint origin) {
   QPaintEngine* engine = painter.paintEngine();
   if (engine == nullptr || engine->type() != QPaintEngine::Raster) return std::nullopt;
-  // Not bits(): the engine paints on the image as it is, a copy made now would be lost.
+  // Not bits(): the engine paints on the image itself, and changes to a detached copy would be lost.
   const auto* image = dynamic_cast<const QImage*>(engine->paintDevice());
   if (image == nullptr || image->isNull()) return std::nullopt;
   if (image->format() != QImage::Format_RGB32 && image->format() != QImage::Format_ARGB32_Premultiplied)

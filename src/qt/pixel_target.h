@@ -16,17 +16,18 @@
 
 namespace stockbook::qt {
 
-// The pixels that a painter paints on, where they lie in memory as 32 bits each: windows, images and pixmaps of the
-// raster engine do. Glyphs are laid straight onto them, which costs a fraction of a call of the painter for each one.
-// It never leaves the painter's system clip. Valid while the painter is active.
+// Direct access to the pixels under a painter, if they are 32-bit values in memory, as those of windows, images and
+// pixmaps of the raster engine are. Glyphs are blended straight onto them, at a fraction of the cost of a painter call
+// each. Never writes outside the painter's system clip. Valid while the painter is active.
 class PixelTarget {
  public:
-  // Nothing for devices whose pixels cannot be reached: printers, vector formats, other pixel formats.
+  // Nothing for devices without such pixels: printers, vector formats, other pixel formats.
   static std::optional<PixelTarget> Of(QPainter& painter, QPoint origin);
-  // The image's own pixels, premultiplied; `origin` stands on it.
+  // The pixels of the image, premultiplied; `origin` is the sheet's origin on the image.
   static PixelTarget Of(QImage& image, QPoint origin);
 
-  // Blends the glyph in the colour with its pen at (x, baseline), cut at `clip`; all in the sheet's pixels.
+  // Blends the glyph in the colour with its pen position at (x, baseline), clipped to `clip`; all in the sheet's
+  // pixels.
   void BlendGlyph(const GlyphFont& font, const Glyph& glyph, int x, int baseline, QRgb colour,
                   const sheet::Rect& clip) const;
 
@@ -35,8 +36,8 @@ class PixelTarget {
 
   uint8_t* pixels_ = nullptr;
   ptrdiff_t stride_ = 0;        // bytes
-  QPoint origin_;               // of the sheet on the device
-  std::vector<QRect> visible_;  // what may be painted, on the device
+  QPoint origin_;               // the sheet's origin on the device
+  std::vector<QRect> visible_;  // where painting is allowed, on the device
 };
 
 }  // namespace stockbook::qt

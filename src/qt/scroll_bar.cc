@@ -15,7 +15,7 @@ QRect QuietScrollBar::SliderRect() const {
 }
 
 void QuietScrollBar::sliderChange(SliderChange change) {
-  // At either end the style may show a button as having nothing left to do.
+  // At either end the style may show an arrow button as disabled.
   const bool at_end = value() == minimum() || value() == maximum();
   if (change == SliderValueChange && !at_end && !isSliderDown() && SliderRect() == painted_) return;
   QScrollBar::sliderChange(change);

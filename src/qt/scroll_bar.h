@@ -6,8 +6,8 @@
 
 namespace stockbook::qt {
 
-// The style's scroll bar, painted again only when its slider is seen to move: a few rows of a million move it by less
-// than a pixel, and painting it can cost more than the rows do.
+// The style's scroll bar, repainted only when its slider moves visibly: scrolling by a few rows of a million moves it
+// by less than a pixel, and painting it can cost more than painting the rows.
 class QuietScrollBar : public QScrollBar {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class QuietScrollBar : public QScrollBar {
  private:
   QRect SliderRect() const;
 
-  QRect painted_;  // where the slider was when it was painted last
+  QRect painted_;  // the slider's place when last painted
 };
 
 }  // namespace stockbook::qt

@@ -41,7 +41,7 @@ template <typename Integer>
 Integer SettingsBag::ReadInteger(std::string_view key) const {
   const QVariant stored = settings_.value(Place(key));
   bool whole = false;
-  // By its text, which rounds nothing.
+  // Through its text, which does not round.
   const qlonglong number = stored.toString().toLongLong(&whole);
   if (!whole) FailToRead(key, QStringLiteral("“%1”不是整数").arg(stored.toString()));
   if (number < std::numeric_limits<Integer>::min() || number > std::numeric_limits<Integer>::max()) {

@@ -8,18 +8,18 @@
 
 namespace stockbook::qt {
 
-// A property bag in a store of the toolkit's settings (an ini file, the registry), each key under the group. Numbers
-// are numbers there, pictures the bytes of PNG files, no picture no bytes. What cannot be read as it should, a number
-// beyond its 16 or 32 bits included, and a store that cannot be written throw platform::Error with a message for the
-// user. The settings are the host's and outlive the bag.
+// A property bag in the toolkit's settings (an ini file or the registry), with all keys in one group. Numbers are
+// stored as numbers, pictures as the bytes of a PNG file, and an empty picture as no bytes. A value that cannot be
+// read, a number beyond 16 or 32 bits, and settings that cannot be written throw platform::Error with a message for the
+// user. The host owns the settings, which outlive the bag.
 class SettingsBag : public platform::PropertyBag {
  public:
   SettingsBag(QSettings& settings, const QString& group) : settings_(settings), group_(group) {}
 
   platform::BagValue Read(std::string_view key, const platform::BagValue& fallback) override;
   void Write(std::string_view key, const platform::BagValue& value) override;
-  // Takes what was written to the store now, where it may fail too; else the settings do it in their own time,
-  // silently.
+  // Writes the values to the store now and reports failures; otherwise the settings are written later and failures are
+  // silent.
   void Flush();
 
  private:

@@ -37,7 +37,7 @@ base::Value ToValue(const QVariant& variant) {
 }  // namespace
 
 StockbookWidget::StockbookWidget(QWidget* parent) : AppearanceProperties(parent) {
-  // For connections by name; those by pointer need none.
+  // Needed for connections by name only.
   qRegisterMetaType<BooleanReference>();
   qRegisterMetaType<IntegerReference>();
   qRegisterMetaType<SingleReference>();

@@ -23,9 +23,9 @@ class WidgetParts;
 // The stock journal as a widget: create it, give it a connection by SetConn, set JournalType, call Load. It composes
 // the control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
 // events as signals; its properties are those of the control (qt/journal_properties.h, qt/appearance_properties.h). It
-// holds no logic of either. Everything runs on the thread of the user interface; Load does not come back to the event
-// loop, so a host that shows progress repaints its bar when Process tells of a new value. A slot may call anything of
-// the widget, and may delete it.
+// has no logic of its own for either. Everything runs on the user-interface thread. Load does not return to the event
+// loop, so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
+// function of the widget, and may delete it.
 class StockbookWidget : public AppearanceProperties {
   Q_OBJECT
   // Plain flags for the host's use.
@@ -49,45 +49,46 @@ class StockbookWidget : public AppearanceProperties {
 
   // The grid engine, for looks beyond the control's properties.
   sheet::Sheet& sheet();
-  // The part of the widget that shows the cells; the sheet's origin is its left top corner.
+  // The part of the widget that shows the cells; its top left corner is the sheet's origin.
   QWidget* viewport() const;
 
-  // Keep the looks in the settings, each under its key in the group, and bring them back; what was never saved stays as
-  // it is. Throw platform::Error, with a message for the user, where the settings fail.
+  // Save the appearance in the settings, each property by its key in the group, and restore it; properties that were
+  // never saved keep their values. If the settings fail, they throw platform::Error with a message for the user.
   void SaveProperties(QSettings& settings, const QString& group) const;
   void RestoreProperties(QSettings& settings, const QString& group);
 
-  // The colour of the band over the grid, for which the control has no property.
+  // The colour of the band above the grid, for which the control has no property.
   platform::Colour HeaderColor() const;
   void SetHeaderColor(platform::Colour colour);
 
-  // Prints the journal as it is shown, folded periods and hidden columns left out, onto a printer or a PDF, page by
-  // page with its caption and the captions of the columns on each. False where the device does not take it. For other
-  // painters, or single pages, use GridPrinter with sheet().
+  // Prints the journal as shown, without folded periods and hidden columns, to a printer or a PDF. Each page has the
+  // caption and the column captions. Returns false if the device does not accept it. For other painters, or single
+  // pages, use GridPrinter with sheet().
   bool Print(QPagedPaintDevice& device);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  public slots:
-  // The methods of the control, in their order.
-  // Loads the journal; -1 or no code keeps what is set. True when it was loaded.
+  // The methods of the control, in their order. Loads the journal; -1 or an empty code keeps the current setting.
+  // Returns true if it was loaded.
   bool Load(int rKeyID = -1, int rdpID = -1, const QString& rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const QString& Msg);
-  // Tells of every hit and the count through FindMsg; always false, and StartRow is not used.
+  // Reports every hit and the count through FindMsg. Always returns false; StartRow is not used.
   bool Find(const QString& rSearchString, int StartRow = -1);
   // Whether the selection is more than the current cell.
   bool IsRangeSelected() const;
   void DefaultFormat();
-  // Empty, and Notify says why, where there are too many bills to count.
+  // Empty if there are too many bills to count; Notify says so.
   QString Statistics();
   // "ColChanged" with a column key as the first element, "SetColFont"; others do nothing. The result is always invalid.
   // Where the element is missing, Notify says so.
   QVariant DoCommand(const QString& CmdName, const QVariantList& rParas = {});
 
  signals:
-  // The events of the control, in their order and with their arguments. What is passed by reference may be written.
+  // The events of the control, in their order and with their arguments. Slots may write the arguments passed by
+  // reference.
   void Process(int Indicator);
   void AfterLoaded();
   void AfterFormatted();
@@ -99,7 +100,7 @@ class StockbookWidget : public AppearanceProperties {
                const stockbook::qt::SingleReference& X, const stockbook::qt::SingleReference& Y);
   void FindMsg(const QString& rMsg);
 
-  // A saved property was changed; named by its key in the property bag.
+  // A saved property has changed, given by its key in the property bag.
   void PropertyChanged(const QString& Key);
 
  protected:
@@ -110,7 +111,7 @@ class StockbookWidget : public AppearanceProperties {
  private:
   friend class WidgetParts;
 
-  // Brings the band and the frames to what the control says of them.
+  // Updates the band and the frames from the control's properties.
   void UpdateFrames();
   QRect BodyRect() const;
 

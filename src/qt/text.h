@@ -7,7 +7,8 @@
 
 namespace stockbook::qt {
 
-// Inside texts are UTF-8, the toolkit's are UTF-16; they change here and nowhere else. Malformed bytes become U+FFFD.
+// Texts are UTF-8 inside and UTF-16 in the toolkit; they are converted here and nowhere else. Malformed bytes become
+// U+FFFD.
 inline QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

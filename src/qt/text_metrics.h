@@ -5,7 +5,7 @@
 
 namespace stockbook::qt {
 
-// Measures in logical pixels of 15 twips, whole ones, so that a row that fits one line does so at every scale.
+// Measures in whole logical pixels of 15 twips, so that a row that fits one line fits it at every scale.
 class QtTextMetrics : public platform::TextMetrics {
  public:
   double TextHeightTwips(std::string_view text, const platform::Font& font) const override;

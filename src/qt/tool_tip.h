@@ -5,8 +5,8 @@
 
 namespace stockbook::qt {
 
-// What to give a tooltip so that it shows the text as it is, whatever marks stand in it. Its own line breaks are kept;
-// lines are broken only where they are wider than one reads in a tooltip.
+// The rich text that makes a tooltip show the text literally, whatever markup it contains. Line breaks are kept; only
+// lines too wide for a tooltip are wrapped.
 QString PlainToolTip(const QString& text);
 
 }  // namespace stockbook::qt

@@ -14,7 +14,7 @@ using columns::RawKind;
 using columns::RawRows;
 
 constexpr size_t kBlock = 1024;
-// Values of so narrow a range are looked up by their distance from the least.
+// Up to this range, values are looked up by their distance from the least.
 constexpr uint64_t kNarrow = UINT16_MAX;
 constexpr uint16_t kTested = 0x100;
 constexpr int kHashBits = 10;
@@ -43,7 +43,7 @@ uint8_t ColumnMatcher::RarestTerm() const {
     const uint8_t found = terms_->FoundIn(column_->TextOfCode(static_cast<uint32_t>(code)), terms_->all());
     for (size_t at = 0; at < counts.size(); ++at) counts[at] += (found >> at) & 1U;
   }
-  // What could be in a number too excludes no record before all numbers have been looked at.
+  // A term that could also occur in a number excludes no record before all numbers have been tested.
   const unsigned in_numbers = terms_->in_numbers();
   for (size_t at = 0; at < counts.size(); ++at) {
     if (((in_numbers >> at) & 1U) != 0) counts[at] += kSamples * 2;
@@ -84,7 +84,7 @@ void ColumnMatcher::AddKnown(size_t first, std::span<uint8_t> found) const {
 void ColumnMatcher::AddOpen(size_t first, std::span<const uint16_t> at, uint8_t rest, std::span<uint8_t> found) {
   std::array<int64_t, kBlock> raw;
   if (open_ == 0) return;
-  // There may be no open terms any more on the way, which FoundInText knows.
+  // The open terms may run out on the way; FoundInText handles that.
   while (!at.empty()) {
     const RawRows rows = column_->ReadRawAt(first, at, raw);
     if (rows.count == 0) return;
@@ -112,7 +112,7 @@ void ColumnMatcher::AddOpen(size_t first, std::span<const uint16_t> at, uint8_t 
 
 uint8_t ColumnMatcher::FoundInText(uint32_t code, uint8_t found, uint8_t rest) {
   if (open_ == 0) return found_by_code_[code];
-  // Looking for a term in all texts in memory order costs about as much as in so many here and there.
+  // Searching all texts in memory order for a term costs about as much as searching this many texts at random.
   if (++tried_ > found_by_code_.size() / 16) {
     FindInAllTexts();
     return found_by_code_[code];

@@ -21,7 +21,7 @@ namespace {
 constexpr const char* kSeparators[] = {" ", ";", ",", "；", "，"};
 constexpr const char* kAnyText = "*";
 
-// The words of a search text with bars between them; one separator at the end is dropped.
+// The words of a search text, joined by bars; one trailing separator is dropped.
 std::string Normalised(std::string_view search) {
   std::string words = base::CleanUtf8(search);
   for (const char* separator : kSeparators) words = base::ReplaceAll(words, separator, "|");
@@ -38,7 +38,7 @@ bool HasTextToSearch(const platform::Grid& grid) {
   return !hits.empty();
 }
 
-// The terms, or none where one of them is no pattern: that is an error from the first text on that it is compared with.
+// The terms, or none if one of them is malformed, which is an error as soon as it is compared with a text.
 std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view words) {
   try {
     return SearchTerms(words);
@@ -48,7 +48,7 @@ std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view 
   }
 }
 
-// The messages of hits in a block of rows, while nothing changes. Borrows all it is given.
+// Writes the messages of the hits in a block of rows while nothing changes. Borrows its arguments.
 class HitMessages {
  public:
   HitMessages(const platform::Grid& grid, const platform::RowRun& block, const std::string& outline_key)
@@ -56,7 +56,7 @@ class HitMessages {
     if (!block.IsInserted() && !grid.HasEditedRecords(column_)) loaded_ = grid.LoadedText(column_);
   }
 
-  // Puts the message of a row into a buffer.
+  // Writes the message of a row into a buffer.
   void Write(int row, std::string& message) const {
     message.clear();
     if (loaded_ != nullptr)
@@ -121,7 +121,7 @@ void ResetView(platform::Grid& grid) {
     grid.SetRedraw(true);
     grid.SetPointer(platform::MousePointer::kDefault);
   } catch (const std::exception&) {
-    // A grid that cannot be told stays as it is.
+    // A grid that refuses the change stays as it is.
   }
 }
 
@@ -129,9 +129,9 @@ void ResetView(platform::Grid& grid) {
 
 void Find(platform::Grid& grid, Events& events, std::string_view outline_key, std::string_view search) {
   const std::string words = Normalised(search);
-  // Several separators and nothing else leave bars.
+  // A text of nothing but separators leaves only bars.
   if (words.find_first_not_of("| ") == std::string::npos) return;
-  // A listener may change the key.
+  // A copy, because a listener may change the key.
   const std::string key(outline_key);
   std::optional<std::string> error;
   try {

@@ -9,13 +9,14 @@
 namespace stockbook::interaction {
 
 // Searches all rows of the grid for those that hold every word of the search text, each in at least one column that is
-// not hidden; rows that are hidden or in collapsed periods count. Words stand between blanks, semicolons and commas,
-// also full-width ones, and may hold wildcards (see Wildcard); case matters. Announces by FindMsg "#BEGIN#", then for
-// each hit the text under the outline column and the row number, "#END#" at last, and the count by Notify. A text
-// without words is ignored. Errors, those of listeners included, end the search and are told by Notify.
+// not hidden; rows that are hidden or in collapsed periods count. Words are separated by blanks, semicolons and commas,
+// full-width ones included, and may contain wildcards (see Wildcard); case matters. Raises FindMsg with "#BEGIN#", then
+// for each hit with its text in the outline column and its row number, and finally with "#END#", and reports the count
+// through Notify. A text without words is ignored. Errors, including those of listeners, end the search and are
+// reported through Notify.
 //
-// Listeners may do anything to the grid meanwhile: the search goes on with the next row number on the grid as it is
-// then. What is thrown that is no std::exception goes through, and the grid is not touched any more.
+// Listeners may change the grid in any way during the search, which continues with the next row number on the grid as
+// it is then. An exception that is not a std::exception passes through, and the grid is not touched any more.
 void Find(platform::Grid& grid, Events& events, std::string_view outline_key, std::string_view search);
 
 }  // namespace stockbook::interaction

@@ -6,8 +6,8 @@
 namespace stockbook::interaction {
 namespace {
 
-constexpr size_t kMostDigits = 3;   // of a term that are looked for in windows
-constexpr size_t kMostAtPoint = 9;  // digits before and behind a point that are compared as numbers
+constexpr size_t kMostDigits = 3;   // digits of a term that are looked up in windows
+constexpr size_t kMostAtPoint = 9;  // digits before and after a point that are compared as numbers
 constexpr size_t kMostText = 40;
 
 constexpr auto PowersOfTen() {
@@ -33,7 +33,7 @@ uint64_t ValueOf(std::string_view digits) {
   return value;
 }
 
-// Dividing by what the compiler knows is several times as fast.
+// Division by a constant that the compiler knows is several times as fast.
 uint64_t DividedByPower(uint64_t number, int decimals) {
   switch (decimals) {
     case 0:
@@ -51,7 +51,7 @@ uint64_t DividedByPower(uint64_t number, int decimals) {
   }
 }
 
-// The first digits of the term, as many as are looked for.
+// The leading digits of the term, as many as are looked up.
 std::string_view DigitsIn(std::string_view term) {
   constexpr std::string_view kDigits = "0123456789";
   const size_t begin = std::min(term.find_first_of(kDigits), term.size());
@@ -127,7 +127,7 @@ bool NumberMatcher::AddPoint(uint8_t bit, std::string_view term) {
 void NumberMatcher::AddDigits(const Digits& digits) {
   const uint64_t value = ValueOf(digits.text);
   for (size_t places = digits.text.size(); places <= kWindow; ++places) {
-    // So many digits stand behind them and before them.
+    // The number of digits after and before them.
     for (size_t behind = 0; behind + digits.text.size() <= places; ++behind) {
       const uint64_t unit = kPowers[behind + digits.text.size()];
       for (uint64_t before = 0; before < kPowers[places]; before += unit) {
@@ -166,7 +166,7 @@ uint8_t NumberMatcher::FoundInDigits(uint64_t whole, uint64_t fraction, int plac
 
 uint8_t NumberMatcher::FoundAroundPoint(uint64_t whole, uint64_t fraction, int places) const {
   uint8_t found = 0;
-  // A whole number shows no point.
+  // An integer is shown without a point.
   if (places == 0) return found;
   for (const Point& point : points_) {
     if (places < point.places || whole < point.whole_least || whole % point.whole_unit != point.whole) continue;
@@ -182,7 +182,7 @@ uint8_t NumberMatcher::FoundIn(int64_t units, int decimals) const {
   uint8_t found = always_;
   const bool few_places = decimals <= static_cast<int>(kWindow);
   if (few_places) {
-    // Zeros at the end are known to the table.
+    // The table already covers trailing zeros.
     if (has_digits_) {
       found |= FoundInDigits(whole, 0, 0);
       found |= trimmed_[fraction * kPowers[kWindow - static_cast<size_t>(decimals)]];

@@ -7,7 +7,7 @@
 namespace stockbook::interaction {
 namespace {
 
-// A block grows while nothing changes, so that little is searched twice where every hit changes the grid.
+// Blocks grow while nothing changes, so that little is searched twice if every hit changes the grid.
 constexpr size_t kLeastBlock = 64;
 constexpr size_t kMostBlock = 4096;
 
@@ -34,12 +34,12 @@ void RowSearch::ReadColumns() {
   for (int column = grid_.FixedCols(); column < grid_.Cols(); ++column) {
     if (grid_.ColHidden(column)) continue;
     const columns::Column* loaded = grid_.HasEditedRecords(column) ? nullptr : grid_.LoadedText(column);
-    // Nothing loaded and nothing written: all records are blank there.
+    // Neither loaded nor edited: blank in all records.
     if (loaded != nullptr || grid_.HasEditedRecords(column)) columns_.push_back({column, loaded});
   }
   for (Matchers& matchers : matchers_) {
     if (!loaded_stays) matchers.columns.clear();
-    // The same columns as before keep what was found out about their texts.
+    // Unchanged columns keep the results of searching their texts.
     std::erase_if(matchers.columns, [&](const auto& matcher) {
       return std::none_of(columns_.begin(), columns_.end(),
                           [&](const Searched& searched) { return searched.loaded == matcher->column(); });

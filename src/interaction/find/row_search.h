@@ -12,24 +12,24 @@
 
 namespace stockbook::interaction {
 
-// Finds the rows of a grid that hold every term, each in at least one of the columns that are not hidden, block by
-// block. Records are searched column by column as they were loaded; inserted rows, and columns in which cells were
-// written, are read cell by cell. Between two blocks anything may happen to the grid: a block is searched as the grid
-// is then. Borrows the grid and the terms; changes neither.
+// Finds, block by block, the rows of a grid that contain every term, each in at least one visible column. Loaded
+// records are searched column by column; inserted rows, and columns with edited cells, are read cell by cell. The grid
+// may change in any way between two blocks; each block searches the grid as it is then. Borrows the grid and the terms
+// and changes neither.
 class RowSearch {
  public:
   RowSearch(const platform::Grid& grid, const SearchTerms& terms);
 
-  // Searches some rows from `row` on, puts those found into `hits` in ascending order and returns the row behind the
-  // block.
+  // Searches a block of rows from `row` on, puts the rows found into `hits` in ascending order and returns the row
+  // after the block.
   int SearchBlock(int row, std::vector<int>& hits);
-  // The rows that were searched last.
+  // The rows of the last block.
   const platform::RowRun& block() const { return block_; }
-  // Whether the grid has changed since the last block, so that what was found in it may no longer be so.
+  // Whether the grid has changed since the last block, so that its results may be out of date.
   bool IsOutdated() const;
 
  private:
-  // A column that is searched; by cell where `loaded` is nullptr.
+  // A searched column; read cell by cell if `loaded` is nullptr.
   struct Searched {
     int column = 0;
     const columns::Column* loaded = nullptr;
@@ -40,11 +40,11 @@ class RowSearch {
   };
 
   void ReadColumns();
-  // The matchers of a group's columns, those that read texts one by one last.
+  // The matchers of a group's columns; those that read texts one by one come last.
   std::vector<std::unique_ptr<ColumnMatcher>>& MatchersOf(size_t group);
   void SearchRecords(const platform::RowRun& run, std::vector<int>& hits);
   void SearchGroup(size_t group, const platform::RowRun& run);
-  // Lists the rows that lack terms but would have all with the reachable ones.
+  // Lists the rows that lack terms but would have them all together with the reachable ones.
   void ListUndecided(uint8_t all, uint8_t reachable);
   void AddFoundByCell(const TermGroup& terms, const platform::RowRun& run);
   bool RowMatches(int row) const;
@@ -62,7 +62,7 @@ class RowSearch {
   platform::RowRun block_;
   // By row of the block:
   std::vector<uint8_t> alive_;
-  std::vector<uint8_t> found_;       // all terms where the row needs no more looking
+  std::vector<uint8_t> found_;       // the terms found; all of them if the row is settled
   std::vector<uint16_t> undecided_;  // rows, ascending
 };
 

@@ -8,10 +8,10 @@
 namespace stockbook::interaction {
 namespace {
 
-// What the default texts of numbers are made of.
+// The characters that occur in the default texts of numbers.
 constexpr std::string_view kNumberCharacters = "0123456789-.E+";
 
-// A sign stands at the beginning of a number and of its exponent.
+// A sign occurs at the start of a number and of its exponent.
 bool MayStandInNumbers(const Wildcard& term) {
   if (!term.CanMatchTextsOf(kNumberCharacters)) return false;
   if (term.Contained() == nullptr) return true;

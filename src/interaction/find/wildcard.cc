@@ -15,7 +15,7 @@ constexpr char32_t kAsciiEnd = 0x80;
 
 [[noreturn]] void Refuse(const std::string& message) { throw platform::Error("match", message, kInvalidPattern); }
 
-// The character at the front, which is taken off. A byte that begins none is one by itself, above all others.
+// Removes the first character from the text and returns it. A malformed byte counts as one character above all others.
 char32_t TakeCharacter(std::string_view& text) {
   const auto byte = [&](size_t at) { return static_cast<unsigned char>(text[at]); };
   const unsigned char lead = byte(0);
@@ -161,7 +161,7 @@ bool Wildcard::Matches(std::string_view text) const {
 bool Wildcard::MatchesShort(std::string_view text) const {
   const uint64_t loops = loop_mask_[0];
   const uint64_t all_matched = uint64_t{1} << places_.size();
-  const uint64_t settled = loops & all_matched;  // once there, whatever follows matches
+  const uint64_t settled = loops & all_matched;  // once reached, any rest of the text matches
   uint64_t states = 1;
   while (!text.empty() && states != 0 && (states & settled) == 0) {
     const uint64_t mask = *MaskOf(TakeCharacter(text));

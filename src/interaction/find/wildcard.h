@@ -12,24 +12,23 @@
 
 namespace stockbook::interaction {
 
-// A pattern that a whole text matches or does not: `*` stands for any run of characters, `?` for one, `#` for one of
-// the digits 0 to 9, `[abc]`, `[a-z]` for one of a list, `[!...]` for one that is not in it, `[]` for nothing, and
-// everything else for itself, case included. A `-` at either end of a list, a `!` that is alone in it and a `]` outside
-// of one are themselves. Characters are code points of UTF-8. Matching takes time linear in the text: all places of
-// the pattern that the text read so far can have led to are kept as bits and moved together.
+// A pattern that is matched against a whole text: `*` stands for any run of characters, `?` for one character, `#` for
+// one digit 0 to 9, `[abc]` or `[a-z]` for one character of a list, `[!...]` for one not in the list, `[]` for nothing,
+// and every other character for itself, case included. A `-` at either end of a list, a `!` alone in a list and a `]`
+// outside a list are literal. Characters are UTF-8 code points. Matching takes time linear in the length of the text:
+// the set of pattern positions reachable after the text read so far is kept as bits, which all advance together.
 class Wildcard {
  public:
-  // Patterns with wildcards have at most so many characters.
+  // The maximum length of a pattern with wildcards, in characters.
   static constexpr size_t kMostCharacters = 4096;
 
-  // A list that is not closed, a range whose end is below its beginning and a pattern that is too long throw
-  // platform::Error.
+  // Throws platform::Error for an unclosed list, a range whose end is below its start, or a pattern that is too long.
   explicit Wildcard(std::string_view pattern);
 
   bool Matches(std::string_view text) const;
-  // Whether some text of these ASCII characters alone could match.
+  // Whether a text made only of these ASCII characters could match.
   bool CanMatchTextsOf(std::string_view characters) const;
-  // Where the pattern asks for nothing but that a text stands somewhere: that text.
+  // If the pattern only requires that the text contains a literal: that literal.
   const base::Substring* Contained() const { return contained_ ? &*contained_ : nullptr; }
 
  private:
@@ -37,16 +36,16 @@ class Wildcard {
     char32_t first = 0;
     char32_t last = 0;
   };
-  // One character that is asked for.
+  // One required character.
   struct Place {
     std::vector<Range> ranges;
     bool accepts_others = false;
     bool Accepts(char32_t character) const;
   };
 
-  // Reads the pattern into places_ and loops_; true when no wildcard but `*` stands in it.
+  // Parses the pattern into places_ and loops_; true when `*` is the only wildcard in it.
   bool Parse(std::string_view pattern);
-  // Reads the list behind '['; gives the text behind its ']'.
+  // Parses the list after '['; returns the text after its ']'.
   std::string_view ParseList(std::string_view rest, std::string_view pattern);
   void MakeMasks();
   const uint64_t* MaskOf(char32_t character) const;
@@ -55,10 +54,10 @@ class Wildcard {
 
   std::optional<base::Substring> contained_;
   std::vector<Place> places_;
-  std::vector<size_t> loops_;  // how many places stand before each `*`
-  size_t words_ = 1;           // of a set of states; state i: the first i places are matched
+  std::vector<size_t> loops_;  // the number of places before each `*`
+  size_t words_ = 1;           // size of a set of states; state i: the first i places are matched
   std::vector<uint64_t> loop_mask_;
-  // Characters that no place tells apart have one mask: bit i, whether place i accepts them.
+  // Characters that no place distinguishes share a mask: bit i says whether place i accepts them.
   std::vector<char32_t> class_begins_;
   std::vector<uint64_t> masks_;
   std::vector<uint32_t> ascii_classes_;
