@@ -12,7 +12,7 @@
 
 namespace stockbook::bench {
 
-// Processor time of this process, so that other programs on the machine do not show.
+// Processor time of this process, so that other programs on the machine do not matter.
 inline double CpuSeconds() {
   timespec now{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
@@ -28,8 +28,8 @@ inline double ResidentBytes() {
   return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
-// Runs `work` in a process of its own and brings its plain result back: settings that hold for a whole process, and
-// memory that one measurement leaves behind, stay out of the next.
+// Runs `work` in a process of its own and returns its plain result, so that process-wide settings and leftover memory
+// of one measurement do not affect the next.
 template <typename Work>
 auto InChild(Work work) {
   using Result = decltype(work());

@@ -1,9 +1,8 @@
-// SPDX-License-Identifier: MIT
-// Find over a stock journal with 14 columns shown, as ratios of processor time measured in one run: against a plain
-// loop of std::string::find over the same texts held as std::string, which looks for every word in a row up to the
-// first column that holds it, as the rule for a row is told; against the same loop when it leaves a row at the first
-// word that is missing; and against itself with a tenth of the hits. Every hit's message is made and handed to a
-// listener. `find_bench [LINES [ROUNDS]]`, 1,000,000 and 5 as usual; the least of the rounds counts.
+// SPDX-License-Identifier: MIT Find over a stock journal with 14 columns shown, as ratios of processor time measured in
+// one run: compared with a plain loop of std::string::find over the same texts held as std::string, which looks for
+// every word of a row up to the first column with it, as the rule for a row says; with the same loop when it leaves a
+// row at the first missing word; and with itself on a tenth of the hits. Every hit's message is produced and passed to
+// a listener. `find_bench [LINES [ROUNDS]]`, by default 1,000,000 and 5; the least of the rounds counts.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -26,7 +25,7 @@ constexpr int kShown = 14;
 constexpr int kPeriods = 36;
 constexpr const char* kOutlineKey = "BillNo";
 
-// A host that counts what it hears.
+// A host that counts its messages.
 class Host : public interaction::EventListener {
  public:
   void FindMsg(const std::string& /*message*/) override { ++messages; }
@@ -38,9 +37,8 @@ std::string Padded(int64_t number, size_t digits) {
   return std::string(digits - std::min(digits, text.size()), '0') + text;
 }
 
-// A journal as a load leaves it, the same at every call: bill numbers of their own, kinds and remarks of a few,
-// quantities with two decimals, money, average prices of 15 digits, zeros where a line has nothing; a node for each
-// period.
+// A journal as after a load, the same at every call: distinct bill numbers, a few kinds and remarks, quantities with
+// two decimals, money, average prices of 15 digits, zeros where a line has no value; a node for each period.
 class Journal {
  public:
   void Fill(sheet::Sheet& sheet, int64_t lines) {
@@ -105,9 +103,8 @@ class Journal {
   int64_t value_ = 0;  // ten-thousandths
 };
 
-// The stored texts of the shown columns, a vector of std::string for each, and the search as one would write it over
-// them: rows from the first to the last, the words in order, the columns up to the first that holds the word; a message
-// for each hit.
+// The stored texts of the shown columns as vectors of std::string, and the straightforward search over them: rows from
+// first to last, words in order, columns up to the first with the word; a message for each hit.
 class PlainTexts {
  public:
   enum class Stop { kBehindAllWords, kAtMissingWord };
@@ -209,7 +206,7 @@ void AgainstPlain(sheet::Sheet& sheet, const PlainTexts& texts, int rounds) {
   }
 }
 
-// So many rows get a mark of their own in a column that is written anew.
+// Gives that many rows a distinct mark in a newly written column.
 void MarkRows(sheet::Sheet& sheet, size_t few, size_t many) {
   const int column = sheet.ColIndex("Explain");
   columns::ColumnBuilder texts;

@@ -1,8 +1,7 @@
-// SPDX-License-Identifier: MIT
-// What the grid engine does beside painting, against the toolkit's own views over the same rows, in the same run:
-// taking data over up to the first frame, folding, copying, and the memory it needs beyond the data's own columns. The
-// numbers printed are ratios of processor time, copying's of elapsed time, the least of some rounds. An argument is the
-// number of lines, 1,000,000 without one.
+// SPDX-License-Identifier: MIT The work of the grid engine other than painting, compared with the toolkit's own views
+// over the same rows in the same run: from taking over the data to the first frame, folding, copying, and the memory
+// beyond the data's own columns. It prints ratios of processor time (elapsed time for copying), the least of several
+// rounds. The optional argument is the number of lines, by default 1,000,000.
 #include <malloc.h>
 
 #include <QScrollBar>
@@ -39,7 +38,7 @@ void Print(const char* what, double grid, const char* rival, double other, doubl
   std::fflush(stdout);
 }
 
-// The loaded columns that the sheet shows, once more.
+// A second copy of the loaded columns that the sheet shows.
 std::vector<columns::Column> CopiesOf(const sheet::Sheet& sheet, const std::vector<int>& columns) {
   std::vector<uint32_t> order(sheet.RecordCount());
   std::iota(order.begin(), order.end(), 0U);
@@ -52,7 +51,7 @@ std::vector<columns::Column> CopiesOf(const sheet::Sheet& sheet, const std::vect
   return copies;
 }
 
-// A sheet of the same columns and looks, waiting for data.
+// A sheet with the same columns and appearance, but without data.
 void Prepare(sheet::Sheet& to, const sheet::Sheet& from, const std::vector<int>& columns) {
   to.SetGridFont(from.GridFont());
   to.SetRowHeight(-1, from.RowHeight(from.Rows() - 2));
@@ -107,8 +106,8 @@ void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
     collapse = std::min(collapse, fold(true));
     expand = std::min(expand, fold(false));
   }
-  // expandAll() grows with the square of the lines: over all of them it takes minutes, so it is asked for a tenth.
-  // Group by group is the tree's fastest way.
+  // expandAll() is quadratic in the number of lines and takes minutes for all of them, so it gets a tenth. Group by
+  // group is the tree's fastest way.
   const double hundredth = [&] {
     bench::TreeModel model(texts, bench::kPeriods, texts.rows() / 100);
     QTreeView tree;
@@ -139,8 +138,8 @@ void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
   Print("both", expand + collapse, "both", tree_expand + tree_collapse, 0.05);
 }
 
-// With what the toolkit's way leaves to do: the texts are there, but not in one piece, and not on the clipboard. Time
-// by the clock, because several processors share the work.
+// The toolkit's side does less: it has the texts, but not joined, and not on the clipboard. Measured in elapsed time,
+// because several processors share the work.
 void Copying() {
   const std::unique_ptr<qt::StockbookWidget> widget = bench::LoadedWidget(kCopiedLines);
   bench::Show(*widget);
@@ -171,7 +170,7 @@ void Copying() {
   Print("select all and copy 100,000 x 14", grid, "QTableView selectAll, selectedIndexes, data", toolkit, 0.20);
 }
 
-// Grouped, with a total row and a picture for each line: what a journal asks for.
+// Grouped, with total rows and a picture for each line, as a journal needs it.
 void Memory(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
   // The shown columns, and the periods to group by.
   std::vector<int> which = texts.columns();

@@ -25,7 +25,7 @@ inline constexpr QSize kView(1920, 1080);
 inline constexpr int kColumns = 14;
 inline constexpr int kPeriods = 36;
 
-// A widget with a journal of so many lines of one product, 14 columns of it shown.
+// A widget with a journal of that many lines of one product, with 14 columns shown.
 inline std::unique_ptr<qt::StockbookWidget> LoadedWidget(int lines) {
   const std::string path = (std::filesystem::temp_directory_path() / "stockbook-grid-bench.db").string();
   app::SampleOptions sample;
@@ -54,7 +54,7 @@ inline void Show(QWidget& window) {
   QApplication::processEvents();
 }
 
-// Makes a table view, or one of its kind, look as the sheet does: font, row height, column widths.
+// Makes a table or tree view look like the sheet: font, row height, column widths.
 inline void Match(QTableView& table, const sheet::Sheet& sheet, const std::vector<int>& columns) {
   table.setFont(qt::ToQFont(sheet.GridFont(), 1.0));
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

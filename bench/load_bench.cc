@@ -1,8 +1,7 @@
-// SPDX-License-Identifier: MIT
-// The whole Load of a stock journal of one product, as ratios measured in one run: against SQLite's own interface with
-// its default settings stepping the same statement once and reading every value, against QSqlQueryModel's memory,
-// against memcpy, and against itself with fewer lines or more periods. `load_bench [LINES [ROUNDS]]`, 1,000,000 and 3
-// as usual; the least of the rounds counts.
+// SPDX-License-Identifier: MIT The whole Load of a stock journal of one product, as ratios measured in one run,
+// compared with SQLite's own interface and default settings stepping the same statement once and reading every value,
+// with QSqlQueryModel's memory, with memcpy, and with itself on fewer lines or more periods. `load_bench [LINES
+// [ROUNDS]]`, by default 1,000,000 and 3; the least of the rounds counts.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -49,7 +48,7 @@ std::string PlainStatement(const std::string& path) {
   return bench::PlainSql(journal::QueryBuilder(&connection, base::MaterialJournal, {1, 0, ""}).Build());
 }
 
-// Passes statements on and counts the time that they take.
+// Passes statements on and adds up the time they take.
 class TimedConnection : public platform::Connection {
  public:
   explicit TimedConnection(std::unique_ptr<platform::Connection> inner) : inner_(std::move(inner)) {}
@@ -113,7 +112,7 @@ double ModelBytes(const std::string& path, const std::string& sql) {
     if (!query.exec(QString::fromStdString(sql))) std::exit(1);
     model.setQuery(std::move(query));
     while (model.canFetchMore()) model.fetchMore();
-    // The driver keeps the rows that have been visited.
+    // The driver keeps the visited rows.
     for (int row = 0; row < model.rowCount(); ++row) benchmark::DoNotOptimize(model.data(model.index(row, 0)));
     return ResidentBytes() - bytes;
   });
@@ -125,11 +124,11 @@ struct PassCost {
   double overwrite_seconds = 1e9;
 };
 
-// The pass with a total per period, against memcpy of three columns of eight bytes (quantity, second quantity, amount):
-// into new memory, as a copy of them is taken, and over an old copy.
+// The pass with a total per period, compared with memcpy of three columns of eight bytes (quantity, second quantity,
+// amount): into new memory, as for a fresh copy, and over an old copy.
 PassCost MeasurePass(const std::string& path, int periods) {
   return InChild([&] {
-    // New memory is new each time.
+    // Allocate anew each time.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
     const auto connection = databases::OpenEmbedded(ConnectionTo(path));
     std::vector<platform::Field> fields =

@@ -1,8 +1,7 @@
-// SPDX-License-Identifier: MIT
-// The grid against the toolkit's own table view over the same rows, columns, widths, heights and font, in turns in the
-// same run: a full repaint, scrolling and jumping in a view of 1920 x 1080. Ratios of medians of processor time, not
-// seconds: the counter `of_table_view` (grid / table view), and `p99_of_table_view`. An argument is the number of
-// lines, 1,000,000 without one.
+// SPDX-License-Identifier: MIT The grid compared with the toolkit's own table view over the same rows, columns, widths,
+// heights and font, alternating in the same run: a full repaint, scrolling and jumping in a view of 1920 x 1080. The
+// results are ratios of median processor time: the counters `of_table_view` (grid / table view) and
+// `p99_of_table_view`. The optional argument is the number of lines, by default 1,000,000.
 #include <benchmark/benchmark.h>
 
 #include <QScrollBar>
@@ -48,7 +47,7 @@ class Windows {
   std::unique_ptr<QTableView> table_;
 };
 
-// Does all of them in turns and tells how the first compares with each of the others.
+// Runs all of them alternately and compares the first with each of the others.
 class Race {
  public:
   explicit Race(benchmark::State& state) : state_(state) {}
@@ -92,9 +91,9 @@ void ScrollBy(QAbstractScrollArea& area, int steps) {
   QApplication::processEvents();
 }
 
-// Both keep the pixels that only move. The others in the race: a table view that has to paint everything again, as one
-// does that keeps its first columns in view (the toolkit has no other way than a second view on top of it); and moving
-// the pixels of the scrolled part by memmove, which nobody who keeps pixels comes below.
+// Both reuse the pixels that only move. Compared as well: a table view that repaints everything, as it must when its
+// first columns stay in view (the toolkit's only way is a second view on top); and a memmove of the scrolled part's
+// pixels, the lower limit for everyone who reuses pixels.
 void ScrollByThreeRows(benchmark::State& state, Windows& windows) {
   const int64_t pixels = 3 * windows.RowPixels();
   QTableView frozen_base;

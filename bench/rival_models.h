@@ -11,7 +11,7 @@
 
 namespace stockbook::bench {
 
-// The shown texts of a sheet's lines, made beforehand: as light a model for the toolkit's views as there can be. Equal
+// The shown texts of a sheet's lines, produced in advance: the lightest possible model for the toolkit's views. Equal
 // texts share their memory.
 class ShownTexts {
  public:
@@ -70,7 +70,7 @@ class TableModel : public QAbstractTableModel {
   const ShownTexts& texts_;
 };
 
-// The first `rows` of them in so many groups of equal size.
+// The first `rows` lines in the given number of groups of equal size.
 class TreeModel : public QAbstractItemModel {
  public:
   TreeModel(const ShownTexts& texts, int groups, int rows)

@@ -12,13 +12,13 @@
 
 namespace stockbook::bench {
 
-// The desktop text as SQLite itself would have it written.
+// The desktop statement translated into SQLite's own language.
 inline std::string PlainSql(std::string sql) {
   for (size_t at = sql.find(" & "); at != std::string::npos; at = sql.find(" & ", at)) sql.replace(at, 3, " || ");
   return sql;
 }
 
-// Reads every value of the row as what it is stored as.
+// Reads every value of the row in its stored type.
 inline size_t ReadRow(sqlite3_stmt* row) {
   size_t sum = 0;
   const int columns = sqlite3_column_count(row);
@@ -40,8 +40,8 @@ inline size_t ReadRow(sqlite3_stmt* row) {
   return sum;
 }
 
-// Processor time of stepping the statement once over SQLite's own interface with its default settings, in a process of
-// its own, because the embedded connection's settings of SQLite hold for a whole process.
+// Processor time of stepping the statement once through SQLite's own interface with its default settings. Runs in a
+// process of its own, because the embedded connection's SQLite settings apply to a whole process.
 inline double StepSeconds(const std::string& path, const std::string& sql) {
   return InChild([&] {
     sqlite3* database = nullptr;

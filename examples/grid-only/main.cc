@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: MIT
-// The grid engine alone, without the stock journal and without a database: a cash book of 100,000 lines in months.
-// `grid_only` opens it in a window; `grid_only --picture FILE` paints one picture of it and ends.
+// SPDX-License-Identifier: MIT The grid engine on its own, without the stock journal and without a database: a cash
+// book of 100,000 lines grouped by month. `grid_only` opens it in a window; `grid_only --picture FILE` writes one
+// picture of it and exits.
 #include <QApplication>
 #include <cstdio>
 #include <string>
@@ -59,7 +59,7 @@ void Fill(sb::sheet::Sheet& sheet) {
   sheet.SetColHidden(kMonth, true);
   sheet.SetOutlineCol(kDate);
   sheet.GroupBy(kMonth, kDate, "%s");
-  sheet.SetFrozenCols(kDate);  // up to and with this column
+  sheet.SetFrozenCols(kDate);  // up to and including this column
   sheet.Select(1, kDate);
 }
 

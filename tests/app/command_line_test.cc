@@ -82,7 +82,7 @@ TEST(CommandLine, RefusesAnArgumentTooManyAndOneTooFew) {
   EXPECT_THROW(Parsed({""}).Positional(0, "DB"), UsageError);
 }
 
-// Commands that say how they were called.
+// Commands that record how they were called.
 int PrintArguments(const Words& arguments, Terminal& terminal) {
   for (const std::string& argument : arguments) terminal.out << "<" << argument << ">";
   return kExitDone;

@@ -38,7 +38,7 @@ std::string Gzip(const std::string& text) {
   return packed;
 }
 
-// Text that does not pack well, so that it spans several blocks.
+// Text that compresses badly, so that it spans several blocks.
 std::string LongText() {
   SampleRandom random(3);
   std::string text;

@@ -27,7 +27,7 @@ class ImportTest : public InventoryTest {
   Lines Query(const std::string& sql) const { return OpenedInventory(Database()).Lines(sql); }
   std::string One(const std::string& sql) const { return OpenedInventory(Database()).One(sql); }
 
-  // Imports one line beside a good one and expects it to be skipped for the reason.
+  // Imports one line together with a valid one and expects it to be skipped for the reason.
   void ExpectSkipped(const std::string& line, const std::string& reason) const {
     const Outcome outcome = Import(kHeader + line + "\nB1,P1,Bolt,1,2026-01-01,1,,\n");
     EXPECT_EQ(outcome.code, 0);
@@ -72,7 +72,7 @@ TEST_F(ImportTest, TurnsANegativeQuantityIntoTheOtherDirection) {
   EXPECT_EQ(
       Query("SELECT d.单据类型, d.ksID, r.数量, r.除税金额 FROM 出库记录 r JOIN 出库目录 d ON r.BillID = d.BillID"),
       Lines{"销售单|1|5|10"});
-  // Who occurs on both sides has one number in both tables.
+  // A partner on both sides has the same number in both tables.
   EXPECT_EQ(Query("SELECT KSID, 企业名称 FROM 厂商资料"), Lines{"1|17850"});
   EXPECT_EQ(Query("SELECT KSID, 企业名称 FROM 客户资料"), Lines{"1|17850"});
 }

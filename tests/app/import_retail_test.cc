@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// The real invoice lines that lie beside the sources, where they do: all of them must come in, and add up.
+// SPDX-License-Identifier: MIT The real invoice lines kept beside the sources, if they are there: all must be imported,
+// and the sums must agree.
 #include <lzma.h>
 
 #include <array>
@@ -31,7 +31,7 @@ std::string UnpackXz(const std::string& path) {
   return text;
 }
 
-// Splits the whole text in one pass, a second reading of the format beside the one that is tested.
+// Splits the whole text in one pass: a second implementation of the format, independent of the tested one.
 std::vector<std::vector<std::string>> SplitTable(const std::string& text) {
   std::vector<std::vector<std::string>> records(1, std::vector<std::string>(1));
   bool quoted = false;

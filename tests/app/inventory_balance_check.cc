@@ -32,7 +32,7 @@ struct BalanceTable {
   std::string owner;   // its column, which the lines have too
   std::string period;  // the period's column
   std::string values;  // price, carried forward, received, issued
-  bool receipts;       // whose lines count
+  bool receipts;       // whether receipts count, or issues
   bool issues;
 };
 
@@ -51,7 +51,7 @@ const std::array<BalanceTable, 4> kTables{
 
 int64_t Millionths(const std::string& text) {
   const int64_t millionths = std::llround(std::strtod(text.c_str(), nullptr) * kMillion);
-  // What is stored must be the nearest number to the decimal, not one with a rest.
+  // The stored number must be the one nearest to the decimal, without accumulated errors.
   EXPECT_EQ(static_cast<double>(millionths) / kMillion, std::strtod(text.c_str(), nullptr)) << text;
   return millionths;
 }
@@ -111,7 +111,7 @@ class TableCheck {
     if (key != key_) {
       EndAccount();
       key_ = key;
-      // Only the first period is opened with what the lines do not know.
+      // Only the first period has an opening balance that does not come from the lines.
       running_ = period == 0 ? carried : Sums{};
     } else {
       EXPECT_TRUE(period == period_ + 1 || (period_ == 0 && running_ == Sums{})) << where;
@@ -131,7 +131,7 @@ class TableCheck {
     Add(running_, expected.issued, -1);
   }
 
-  // An account goes on to the last period.
+  // An account continues to the last period.
   void EndAccount() {
     if (key_.first == 0) return;
     EXPECT_EQ(period_ + 1, periods_.size()) << table_.name << " " << key_.first << "/" << key_.second;

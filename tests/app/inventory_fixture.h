@@ -12,7 +12,7 @@ struct sqlite3;
 
 namespace stockbook::app {
 
-// What a run of the program left: its exit code and its two outputs.
+// The result of running the program: its exit code and its two outputs.
 struct Outcome {
   int code = -1;
   std::string out;
@@ -36,7 +36,7 @@ class InventoryTest : public ::testing::Test {
   std::filesystem::path folder_;
 };
 
-// An inventory opened for looking at, with rows as texts: a null is "NULL".
+// An inventory opened for reading, with rows as texts; a null is "NULL".
 class OpenedInventory {
  public:
   explicit OpenedInventory(const std::string& path);

@@ -165,7 +165,7 @@ TEST_F(Window, CanBeClosedWhileItLoads) {
   EXPECT_FALSE(window_->isVisible());
 }
 
-// The light colours are the defaults; both desktops are tried, whatever the machine's own is.
+// The light colours are the defaults; both kinds of desktop are tested, whichever the machine has.
 class WindowOnADesktop : public Window {
  protected:
   WindowOnADesktop() { QApplication::setPalette(light_); }

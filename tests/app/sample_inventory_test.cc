@@ -29,7 +29,7 @@ class SampleTest : public InventoryTest {
   int count_ = 0;
 };
 
-// All lines with their bills' columns, whichever way they go.
+// All lines of receipts and issues with the columns of their bills.
 const std::string kAllLines =
     "(SELECT r.*, d.AccPeriod, d.BillDate, d.单据类型, d.单据编号, 0 AS Flag FROM 入库记录 r JOIN 入库目录 d ON "
     "r.BillID = d.BillID UNION ALL "

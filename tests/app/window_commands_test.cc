@@ -17,7 +17,7 @@
 namespace stockbook::app {
 namespace {
 
-// The real program, since the toolkit allows one scale a process.
+// The real program, because the toolkit allows only one scale per process.
 class WindowCommand : public InventoryTest {
  protected:
   WindowCommand() { WriteSampleInventory(PathOf("sample.db"), {}); }

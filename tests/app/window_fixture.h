@@ -12,7 +12,7 @@
 
 namespace stockbook::app {
 
-// The window on the sample inventory, shown nowhere.
+// The window on the sample inventory, without a screen.
 class WindowTest : public InventoryTest {
  protected:
   WindowTest() : session_(GuiNeed::kPicture) {

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What the window does when the control asks its host.
+// SPDX-License-Identifier: MIT What the window does when the control asks its host for something.
 #include <gtest/gtest.h>
 
 #include <QAction>

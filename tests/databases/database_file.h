@@ -12,7 +12,7 @@
 
 namespace stockbook::testing {
 
-// A database file of its own, open for writing, that goes when the test ends.
+// A database file for one test, open for writing and deleted at its end.
 class DatabaseFile {
  public:
   explicit DatabaseFile(std::string_view file_name = "inventory.db");
@@ -20,7 +20,7 @@ class DatabaseFile {
   DatabaseFile(const DatabaseFile&) = delete;
   DatabaseFile& operator=(const DatabaseFile&) = delete;
 
-  // Runs SQLite's own language; fails the test when it cannot.
+  // Runs a statement in SQLite's own language; the test fails if it does.
   void Run(const std::string& sql);
   sqlite3* handle() const { return handle_; }
   const std::string& path() const { return path_; }
@@ -50,7 +50,7 @@ std::string RowText(const platform::Recordset& rows);
 // All rows of a recordset as RowText, one line each; null is "~".
 std::vector<std::string> AllRows(platform::Recordset rows);
 
-// Values with their types, exactly: "int:5", "text:…"; whole numbers and equal doubles are the same.
+// Values with their types: "int:5", "text:…"; a double equal to a whole number counts as the same.
 std::vector<std::string> ExactRows(platform::Recordset rows);
 
 }  // namespace stockbook::testing

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Rows found table by table must be the rows that SQLite finds for the whole statement: the same, in the same order.
+// SPDX-License-Identifier: MIT The rows found table by table must equal those that SQLite finds for the whole
+// statement, in the same order.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -20,7 +20,7 @@ using databases::Dialect;
 using databases::EmbeddedConnection;
 using databases::Strategy;
 
-// How bad the data are.
+// How malformed the data are.
 enum class Data { kPlain, kHoles, kHostile };
 
 class RandomInventory {
@@ -79,7 +79,7 @@ class RandomInventory {
   }
 
   void Masters() {
-    // In bad files a key may stand twice, or be no number.
+    // In malformed files a key may occur twice or not be a number.
     const int most = data_ == Data::kHostile ? 3 : 0;
     for (int key = 1; key <= 4; ++key) {
       file_.Run("INSERT INTO 仓库设置 VALUES (" + std::to_string(key) + "," + Word() + ")");
@@ -127,7 +127,7 @@ std::vector<std::string> Statements() {
       SupplierJournal(Dialect::kDesktop, " Where Recs.ksID in (3,1)", "2005-03"),
       SupplierJournal(Dialect::kDesktop, " Where (Recs.ksID = 2) And Recs.pdID=1", "2005-03"),
       CustomerJournal(Dialect::kDesktop, " Where Recs.pdID>0", "2005-09"),
-      // Whole rows twice, ties everywhere, keys in falling order, money and texts as keys.
+      // Duplicate rows, ties everywhere, keys in descending order, money and texts as keys.
       "SELECT dpID, 除税金额, 经手人 FROM 入库记录 UNION SELECT dpID, 除税金额, 经手人 FROM 出库记录",
       "SELECT * FROM (SELECT dpID, 除税金额, 经手人 FROM 入库记录 UNION SELECT ksID, 0, 货位 FROM 出库记录) AS u ORDER "
       "BY u.除税金额 DESC, 经手人",
@@ -165,7 +165,7 @@ void ExpectTheSameRows(unsigned first_seed, unsigned seeds, Data data, const Inv
       const std::string connection = inventory.file().DesktopString();
       const std::string reference = Outcome(connection, Strategy::kStatement, statement);
       bytes += reference.size();
-      // Only a sum may fail, and only over an amount that money cannot hold.
+      // Only a sum may fail, and only for an amount that Money cannot hold.
       const bool beyond_money =
           reference.starts_with("error: 金额超出范围") && statement.find("Sum(") != std::string::npos;
       failures += reference.starts_with("error") && !beyond_money ? 1U : 0U;
@@ -219,7 +219,7 @@ TEST(Equivalence, HoldsInAFileOfSixteenBitTexts) {
   }
 }
 
-// Both arms of the journal are read table by table, not merely by one of the slower ways.
+// Both arms of the journal are read table by table and not in one of the slower ways.
 TEST(JoinedReading, CoversTheArmsOfEveryJournal) {
   DatabaseFile file;
   CreateInventory(file);
@@ -254,14 +254,14 @@ TEST(JoinedReading, RefusesAMasterTableWithAKeyTwice) {
       TranslateStatement(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), Dialect::kDesktop, catalog);
   std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
   EXPECT_THROW(JoinArm(database, translation.plan->arms[0], sinks), databases::NotCovered);
-  // The line in that depot is then listed once for each of its rows, as a join gives it.
+  // The line in that depot is then listed once for each of its rows, as by a join.
   EXPECT_EQ(EmbeddedConnection(file.DesktopString())
                 .Execute(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"))
                 .RecordCount(),
             8U);
 }
 
-// Every order key, at sizes where the sorter changes its ways.
+// Every order key, at the sizes where the sorter switches algorithms.
 TEST(RowSorter, OrdersManyRowsAsSqliteDoes) {
   DatabaseFile file;
   CreateInventory(file);

@@ -8,7 +8,7 @@
 namespace stockbook::testing {
 namespace {
 
-// The journals that the control itself asks for, on the small inventory.
+// The journals that the control asks for, on the small inventory.
 class JournalLines : public ::testing::Test {
  protected:
   JournalLines() {

@@ -7,7 +7,7 @@
 
 namespace stockbook::testing {
 
-// The statements that the control sends, as it sends them.
+// The statements exactly as the control sends them.
 std::string MaterialJournal(databases::Dialect dialect, const std::string& where_product, const std::string& period);
 // `where` follows the source: " Where (Recs.ksID = 5)" or, without it, what makes the statement malformed.
 std::string SupplierJournal(databases::Dialect dialect, const std::string& where, const std::string& period);

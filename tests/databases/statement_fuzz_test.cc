@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Statements cut up, doubled and shuffled: each gives rows or an Error, and nothing else ever happens.
+// SPDX-License-Identifier: MIT Statements cut up, doubled and shuffled: each gives rows or an Error, and never anything
+// else.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -106,7 +106,7 @@ TEST(StatementFuzz, EveryStatementGivesRowsOrAnError) {
       ++executed;
     } catch (const platform::Error& error) {
       EXPECT_NE(std::string(error.what()), "") << statement;
-      // What the parser lets through must be fit for SQLite.
+      // Whatever the parser accepts, SQLite must accept.
       EXPECT_EQ(std::string(error.what()).find("syntax error"), std::string::npos) << statement << "\n" << error.what();
       EXPECT_EQ(std::string(error.what()).find("no such"), std::string::npos) << statement << "\n" << error.what();
       ++refused;

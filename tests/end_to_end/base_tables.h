@@ -13,7 +13,7 @@ struct sqlite3;
 
 namespace stockbook::end_to_end {
 
-// A value as it lies in the file.
+// A value as stored in the file.
 struct Stored {
   enum class Kind { kNull, kInteger, kReal, kText, kBlob };
   Kind kind = Kind::kNull;
@@ -26,23 +26,23 @@ struct Stored {
   std::string Plain() const;
   std::string Money() const;
   std::string Date() const;
-  // What spells no number counts as 0.
+  // A text that is not a number counts as 0.
   double Number() const;
   Amount MoneyAmount() const;
   bool Is(int64_t key) const { return kind == Kind::kInteger && integer == key; }
 };
 
-// The rows of a table in their stored order, found by the names of their columns.
+// The rows of a table in their stored order; columns are found by name.
 class BaseTable {
  public:
   BaseTable(sqlite3* database, const std::string& name, const std::string& condition);
 
   size_t size() const { return rows_.size(); }
-  // The column's index; a failure of the test when there is none.
+  // The column's index; the test fails if there is none.
   size_t Column(std::string_view name) const;
   const Stored& At(size_t row, size_t column) const { return rows_[row][column]; }
   const Stored& At(size_t row, std::string_view name) const { return rows_[row][Column(name)]; }
-  // The rows whose column holds the whole number.
+  // The rows with the whole number in the column.
   std::vector<size_t> Where(std::string_view name, int64_t key) const;
 
  private:
@@ -56,7 +56,7 @@ class BaseTable {
 // All tables of an inventory, read once through the database's own interface.
 class BaseTables {
  public:
-  // `conditions` narrow the tables that they name to rows of interest.
+  // `conditions` restrict the tables that they name to rows of interest.
   explicit BaseTables(const std::string& path, const std::map<std::string, std::string>& conditions = {});
 
   const BaseTable& operator[](std::string_view name) const;

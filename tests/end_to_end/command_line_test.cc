@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The program as a person types it.
+// SPDX-License-Identifier: MIT The program as called from a shell.
 #include <QImage>
 #include <algorithm>
 #include <filesystem>
@@ -27,7 +26,7 @@ class CommandLine : public EndToEnd {
     arguments.insert(arguments.end(), more.begin(), more.end());
     return Program(arguments);
   }
-  // One line on stderr, nothing on stdout, no file more or less.
+  // One line on stderr, nothing on stdout, and the same files as before.
   void ExpectError(int code, const Arguments& arguments) const {
     const std::vector<std::string> before = Files();
     const Outcome outcome = Program(arguments);
@@ -41,8 +40,8 @@ class CommandLine : public EndToEnd {
   std::string database_ = PathOf("inventory.db");
 };
 
-// The statements kept with the journal's tests, of the periods 2004-01 to 2004-06, product 7, second key 3 and a class
-// "01" of the members 12, 15 and 31.
+// The statements stored with the tests of the journal room, for the periods 2004-01 to 2004-06, product 7, second key 3
+// and a class "01" with the members 12, 15 and 31.
 class Statements : public CommandLine {
  protected:
   void MakeInventory(const char* class_code) {
@@ -68,8 +67,7 @@ class Statements : public CommandLine {
           arguments.insert(arguments.end(), typed.begin(), typed.end());
           std::string kept = Kept(std::string(kTypes[type]) + "_" + dialect +
                                   (product[0] == '7' ? "_product_" : "_no_product_") + scope);
-          // Asked for a class, the customer journal takes the second key's number, 0, for its code: here "01" begins
-          // so.
+          // For a class, the customer journal uses the second key's number, 0, as the code, and "01" begins with it.
           if (type == 2 && scope == "class") kept.insert(kept.find("pd.pdID ") + 8, " Where Recs.ksID in (12,15,31)");
           const Outcome outcome = Program(arguments);
           EXPECT_EQ(outcome.out, kept) << ::testing::PrintToString(arguments);

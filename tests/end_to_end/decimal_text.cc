@@ -38,7 +38,7 @@ std::optional<Digits> Split(std::string_view text) {
 
 enum class Half { kToEven, kAway };
 
-// The digits of the number times 10^decimals as a whole number, "0" at least.
+// The digits of the number times 10^decimals as a whole number, at least "0".
 std::string Whole(const Digits& number, int decimals, Half half) {
   const int kept = number.point + decimals;
   if (kept < 0 || number.digits.empty()) return "0";

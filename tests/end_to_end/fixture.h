@@ -15,7 +15,7 @@
 
 namespace stockbook::end_to_end {
 
-// What a run of the program left: its exit code and its two outputs.
+// The result of running the program: its exit code and its two outputs.
 struct Outcome {
   int code = -1;
   std::string out;
@@ -34,9 +34,10 @@ class EndToEnd : public ::testing::Test {
   // The names in the folder, sorted.
   std::vector<std::string> Files() const;
 
-  // Loads into `desk_`, which every load of the test uses again.
+  // Loads into `desk_`, which all loads of the test share.
   app::LoadReport Load(const std::string& database, const app::JournalOptions& options);
-  // Loads and compares with what the tables give; a journal whose statement cannot run must fail with a message.
+  // Loads and compares with the journal recomputed from the tables; a journal whose statement cannot run must fail with
+  // a message.
   ::testing::AssertionResult ShowsWhatTheTablesGive(const std::string& database, const BaseTables& tables,
                                                     const app::JournalOptions& options);
   // The real program; the arguments are quoted for the shell.

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Files that are no inventory, or not quite one, through the library and as a process.
+// SPDX-License-Identifier: MIT Files that are not an inventory, or not quite one, opened by the library and by the
+// program.
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ class HostileFiles : public EndToEnd {
     maker.Run(sql);
   }
   app::JournalOptions JournalOf(int type) const { return {type, 1, 1, "", true, true, false}; }
-  // The error of a load, one line of text; "" when it loaded.
+  // The error of a load as one line of text; "" if it succeeded.
   std::string ErrorOf(int type) {
     try {
       const app::LoadReport report = Load(database_, JournalOf(type));

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Tables full of what no clerk would enter. Nothing of it may crash, and no number may be wrong: what cannot be read is
-// empty, shown as it stands, or a message.
+// SPDX-License-Identifier: MIT Tables full of values that no clerk would enter. None may cause a crash or a wrong
+// number: an unreadable value becomes an empty cell, is shown unchanged, or causes a message.
 #include <filesystem>
 #include <sstream>
 
@@ -32,7 +31,7 @@ class HostileTables : public EndToEnd {
     EXPECT_EQ(desk().sheet().Tag(), "");
     EXPECT_TRUE(desk().sheet().Redraw());
   }
-  // What a person would read as the stock of a row is empty in all rows.
+  // The cells that show the stock are empty in all rows.
   void ExpectNoStock() {
     const sheet::Sheet& grid = desk().sheet();
     for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
@@ -185,7 +184,7 @@ TEST_F(HostileTables, MayHoldNulsAndMalformedUtf8) {
   ASSERT_TRUE(report.loaded) << app::LoadError(report);
   std::ostringstream text;
   app::WriteNdjson(desk().sheet(), app::ExportColumns::kAll, desk().control().Caption(), report, text);
-  const ShownJournal shown = FromNdjson(text.str());  // every line is JSON, which malformed texts would not be
+  const ShownJournal shown = FromNdjson(text.str());  // every line is valid JSON, so no malformed text got through
   ASSERT_EQ(shown.rows.size(), 4U);
   const Cells& line = shown.rows[2].text;
   EXPECT_EQ(line[PlaceOf("Field0")],
@@ -207,7 +206,7 @@ TEST_F(HostileTables, MayHoldTheLargestAmounts) {
     maker.AddIssue(3, "2025-01-07", {{"数量", "1"}, {"除税金额", "'0.0001'"}}, {{"AccPeriod", "'2025-02'"}});
   }
   const BaseTables tables(database_);
-  // The issues alone sum to more than money holds.
+  // The issues alone add up to more than Money can hold.
   EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {1, 1, 1, "", false, false, false}));
   ExpectRefusal({0, 1, 0, "", false, false, false}, "金额超出范围");
   ExpectRefusal({2, 1, 1, "", false, false, false}, "金额超出范围");

@@ -23,7 +23,7 @@ enum class Declared {
 // Column names and their values as SQL literals.
 using Literals = std::map<std::string, std::string>;
 
-// An inventory made by hand, statement by statement. The file is complete when the maker is gone.
+// An inventory built by hand, statement by statement. The file is complete once the maker is destroyed.
 class InventoryMaker {
  public:
   explicit InventoryMaker(const std::string& path, Declared declared = Declared::kUsual);
@@ -32,11 +32,11 @@ class InventoryMaker {
   InventoryMaker& operator=(const InventoryMaker&) = delete;
 
   void Run(const std::string& sql);
-  // What is not given stays null.
+  // Values that are not given stay null.
   void Insert(std::string_view table, const Literals& values);
-  // One depot, supplier, customer, project and product, each of the number 1, and the periods 2025-01 to 2025-03.
+  // One depot, supplier, customer, project and product, each with the number 1, and the periods 2025-01 to 2025-03.
   void AddMasters();
-  // A bill of one line, of product and partner 1; both get the same number.
+  // A bill with one line, for product and partner 1; bill and line get the same number.
   void AddReceipt(int number, const std::string& date, const Literals& line, const Literals& bill = {});
   void AddIssue(int number, const std::string& date, const Literals& line, const Literals& bill = {});
 

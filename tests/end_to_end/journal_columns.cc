@@ -6,7 +6,7 @@
 namespace stockbook::end_to_end {
 namespace {
 
-// In which journals a column is seen.
+// The journals in which a column is shown.
 enum class Seen {
   kShown,
   kHidden,
@@ -14,7 +14,7 @@ enum class Seen {
   kPartner,  // supplier and customer
   kSupplier,
   kCustomer,
-  kStockQty2,  // these with the second unit only
+  kStockQty2,  // the same, but only with the second unit
   kSupplierQty2,
   kCustomerQty2,
   kQty2,
@@ -23,7 +23,7 @@ enum class Seen {
 
 struct Column {
   const char* key;
-  const char* caption;  // stock|cumulative where the two differ
+  const char* caption;  // stock|cumulative if they differ
   Seen seen;
   int type;
   const char* format;

@@ -28,7 +28,7 @@ using Cells = std::array<std::string, kColumnCount>;
 // The columns of a journal of the type (0 material, 1 supplier, 2 customer, 3 project), written down by hand.
 std::array<ColumnDescription, kColumnCount> ColumnsOf(int journal_type, bool qty2, bool tax);
 
-// The column's place; a failure of the test when there is none of the key.
+// The index of the column with the key; the test fails if there is none.
 size_t PlaceOf(std::string_view key);
 
 }  // namespace stockbook::end_to_end

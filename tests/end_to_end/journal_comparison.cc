@@ -25,7 +25,7 @@ std::string Differences(const Cells& expected, const Cells& shown, const char* w
   return text;
 }
 
-// Whether the line's own cells, all but the running ones, are those of the shown row.
+// Whether all cells of the line except the running values equal those of the shown row.
 bool IsSameLine(const MovementLine& line, const ShownRow& row, bool restricted) {
   static const auto columns = ColumnsOf(0, true, true);
   for (size_t place = 0; place < kColumnCount; ++place) {
@@ -36,7 +36,7 @@ bool IsSameLine(const MovementLine& line, const ShownRow& row, bool restricted) 
   return true;
 }
 
-// Finds the order in which the lines are shown; fails when a tied set is not the same.
+// Finds the order in which the lines are shown; fails if a set of tied lines differs.
 AssertionResult OrderOf(const RecomputedJournal& journal, const std::vector<const ShownRow*>& shown, bool restricted,
                         std::vector<size_t>& order) {
   const auto& lines = journal.lines();

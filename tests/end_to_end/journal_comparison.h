@@ -12,13 +12,13 @@
 
 namespace stockbook::end_to_end {
 
-// Whether the shown journal is, text by text, the one that the tables give: columns, rows, their order, running values,
-// totals, nodes, levels and heights. Among lines that the journal's order does not tell apart, the shown order counts,
-// as long as the lines are the same. The failure names the first row and the cells that differ.
+// Whether the shown journal equals the one recomputed from the tables, text by text: columns, rows and their order,
+// running values, totals, nodes, levels and heights. Lines that tie in the journal's order may be shown in any order.
+// The failure names the first row and the cells that differ.
 ::testing::AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options,
                                           const ShownJournal& shown);
 
-// Captions and messages of a whole load, and its progress: rising to 100, then -1.
+// Checks the captions and messages of a whole load, and that its progress rises to 100 and then ends with -1.
 ::testing::AssertionResult SaysWhatALoadSays(const ShownJournal& shown, const app::JournalOptions& options,
                                              size_t line_count);
 

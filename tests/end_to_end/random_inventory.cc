@@ -55,7 +55,7 @@ std::string RandomInventory::AmountLiteral() {
       text = Decimals(1 + Below(10000000), Below(5));
       break;
   }
-  // In a text the last digit counts; in a number it is a double's.
+  // In a text the last digit matters; in a number it is that of a double.
   return declared_ == Declared::kUsual || declared_ == Declared::kWithoutKeys ? Quoted(text) : text;
 }
 
@@ -69,7 +69,7 @@ std::string RandomInventory::DateLiteral() {
 }
 
 void RandomInventory::AddMasters(InventoryMaker& maker) {
-  // Keys from 1 on; those in between that are left out have been deleted.
+  // Keys from 1 on; gaps are deleted records.
   for (int key = 1; key <= 4; ++key) {
     const std::string number = std::to_string(key);
     const auto code = [&] { return std::string(kCodes[static_cast<size_t>(Below(kCodes.size()))]); };

@@ -10,9 +10,9 @@
 
 namespace stockbook::end_to_end {
 
-// A small inventory full of what is rare in real ones: bills of one day and number, red-letter entries, zero
-// quantities, missing masters, lines of other partners than their bill's, bills of past and future periods. The same
-// seed gives the same inventory and the same journals.
+// A small inventory full of cases that are rare in real ones: bills with the same day and number, red-letter entries
+// (negative corrections), zero quantities, missing master records, lines with another partner than their bill, bills in
+// past and future periods. The same seed gives the same inventory and the same journals.
 class RandomInventory {
  public:
   explicit RandomInventory(uint64_t seed) : random_(seed) {}

@@ -22,7 +22,7 @@ std::vector<std::string> Periods(const BaseTables& tables) {
   return periods;
 }
 
-// Members of a class: the code is the whole of theirs, or its beginning.
+// Members of a class: the code equals theirs or is a prefix of it.
 enum class Match { kWhole, kBeginning };
 
 std::vector<int64_t> Members(const BaseTable& masters, std::string_view key, const std::string& code, Match match) {
@@ -40,7 +40,7 @@ bool Contains(const std::vector<int64_t>& keys, const Stored& key) {
   return std::any_of(keys.begin(), keys.end(), [&](int64_t one) { return key.Is(one); });
 }
 
-// The rows that a left join gives, one of them "none" where nothing matches.
+// The matching rows of a left join; a single "none" if nothing matches.
 std::vector<std::optional<size_t>> LeftJoin(const BaseTable& masters, std::string_view column, const Stored& key) {
   std::vector<std::optional<size_t>> matches;
   if (key.kind == Stored::Kind::kInteger) {
@@ -54,7 +54,7 @@ std::string NameIn(const BaseTable& masters, std::optional<size_t> row, std::str
   return row ? masters.At(*row, column).Plain() : std::string();
 }
 
-// What is no number has no negative.
+// A value that is not a number is not negated.
 std::string Negative(const std::string& text) {
   if (!NumberOf(text)) return {};
   if (text == "0") return text;
@@ -302,7 +302,7 @@ std::vector<int64_t> RecomputedJournal::BalanceOwners(bool& all) const {
 
 void RecomputedJournal::SumBalance(const BaseTable& table, const std::vector<size_t>& rows,
                                    const std::array<std::string, 3>& columns) {
-  // A sum over balances is the nearest double to the true one, whatever the order they are added in.
+  // A sum of balances is the double nearest to the exact sum, whatever the order of addition.
   long double quantity = 0;
   long double quantity2 = 0;
   for (const size_t row : rows) {
@@ -312,7 +312,7 @@ void RecomputedJournal::SumBalance(const BaseTable& table, const std::vector<siz
   Measures& sum = opening_->measures;
   sum.quantity = static_cast<double>(quantity);
   sum.quantity2 = static_cast<double>(quantity2);
-  // The customers' opening amount is a quantity.
+  // In the customer journal the opening amount is a quantity.
   const bool quantity_as_amount = columns[2] == columns[0];
   if (quantity_as_amount) {
     sum.amount = AmountOf(NumberText(sum.quantity)).value_or(0);
@@ -329,7 +329,7 @@ void RecomputedJournal::ReadOpening() {
   bool all_owners = options_.dp_id <= 0;
   std::vector<int64_t> owners{options_.dp_id};
   if (type != kMaterial) owners = BalanceOwners(all_owners);
-  // Without owners the partners' statement has lost its condition and does not run: no opening row.
+  // Without owners the statement of the partner journals lacks its condition and fails, so there is no opening row.
   if (IsPartner(type) && all_owners) return;
   opening_ = OpeningRow{first, {}};
   const char* owner_column = type == kMaterial ? "DpID" : IsPartner(type) ? "ksID" : "pjID";

@@ -43,16 +43,17 @@ struct JournalRow {
   Cells cells;
 };
 
-// A journal worked out from the base tables of an inventory, without the program: own joins, own order, own arithmetic.
+// A journal computed from the base tables of an inventory independently of the program, with its own joins, order and
+// arithmetic.
 class RecomputedJournal {
  public:
   RecomputedJournal(const BaseTables& tables, const app::JournalOptions& options);
 
-  // Whether the journal's statement cannot run: a class without members leaves a partner journal without its condition.
+  // Whether the journal's statement fails: a class without members leaves a partner journal without its condition.
   bool cannot_run() const { return cannot_run_; }
-  // Sorted; lines that the journal's order does not tell apart stand next to each other.
+  // Sorted; lines that tie in the journal's order are adjacent.
   const std::vector<MovementLine>& lines() const { return lines_; }
-  // All rows with their running values, given the order of the lines; nothing when an amount leaves the range of money.
+  // All rows with their running values, given the order of the lines; nothing if an amount exceeds the range of Money.
   std::optional<std::vector<JournalRow>> Rows(const std::vector<size_t>& order) const;
 
  private:
@@ -73,7 +74,7 @@ class RecomputedJournal {
   const BaseTables& tables_;
   const app::JournalOptions& options_;
   std::string latest_;
-  std::optional<std::vector<int64_t>> second_keys_;  // nothing for all of them
+  std::optional<std::vector<int64_t>> second_keys_;  // nothing stands for all
   bool cannot_run_ = false;
   std::optional<OpeningRow> opening_;
   std::vector<MovementLine> lines_;

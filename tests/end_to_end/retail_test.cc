@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The real invoice lines that lie beside the sources, where they do.
+// SPDX-License-Identifier: MIT The real invoice lines kept beside the sources, if they are there.
 #include <sqlite3.h>
 
 #include <filesystem>
@@ -44,7 +43,7 @@ class Retail : public EndToEnd {
     return number;
   }
 
-  // The tables, of the lines and balances only those that meet the condition on the column.
+  // The tables; lines and balances only if they meet the condition on the column.
   BaseTables TablesWhere(const std::string& column, int32_t key) const {
     const std::string condition = column + " = " + std::to_string(key);
     std::map<std::string, std::string> conditions{

@@ -18,7 +18,7 @@ class RunningValues : public EndToEnd {
     app::WriteSampleInventory(database_, {lines, periods, seed, app::SampleProductRange::Many});
     return BaseTables(database_);
   }
-  // Every choice of the second key that the type has, with and without a product.
+  // Every kind of second key that the type has, with and without a product.
   std::vector<app::JournalOptions> Choices(int type) const {
     std::vector<app::JournalOptions> choices;
     const std::vector<std::string> classes = type == 0   ? std::vector<std::string>{""}
@@ -77,7 +77,7 @@ TEST_F(RunningValues, AgreeOverManyPeriodsOfOneProduct) {
     EXPECT_TRUE(ShowsWhatTheTablesGive(database_, tables, {0, 1, depot, "", true, true, false}));
 }
 
-// The comparison itself: whatever is changed in what is shown, it must see it.
+// Tests the comparison itself: it must notice every change of a shown text.
 TEST_F(RunningValues, ThatAreChangedAnywhereAreFound) {
   const BaseTables tables = Sample(300, 2, 41);
   const app::JournalOptions options = BusiestOf(tables, 0);

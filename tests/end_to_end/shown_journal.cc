@@ -46,7 +46,7 @@ void ReadHead(const QJsonObject& head, ShownJournal& journal) {
   for (const auto& value : head["process"].toArray()) journal.process.push_back(value.toInt(-99));
 }
 
-// An empty cell is left out of both objects.
+// Empty cells are omitted from both objects.
 void ReadCells(const QJsonObject& from, Cells& cells) {
   for (auto cell = from.begin(); cell != from.end(); ++cell) {
     cells[PlaceOf(cell.key().toStdString())] = TextOf(cell.value());

@@ -20,7 +20,7 @@ struct ShownRow {
   Cells display;
 };
 
-// A journal as the program gives it away.
+// A journal as the program outputs it.
 struct ShownJournal {
   std::string caption;
   std::vector<ColumnDescription> columns;
@@ -31,7 +31,7 @@ struct ShownJournal {
 
 // Columns and rows of a loaded grid.
 ShownJournal FromGrid(const sheet::Sheet& grid);
-// The lines of an export in NDJSON; every line must be an object with the promised members and no other.
+// The lines of an export in NDJSON; every line must be an object with exactly the documented members.
 ShownJournal FromNdjson(std::string_view lines);
 
 }  // namespace stockbook::end_to_end

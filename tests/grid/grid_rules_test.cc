@@ -31,7 +31,7 @@ class GridRules : public ::testing::Test {
   void Format() { ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo"); }
   void Put(int row, const char* key, const char* text) { sheet_.SetTextMatrix(row, sheet_.ColIndex(key), text); }
   bool Hidden(const char* key) { return sheet_.ColHidden(sheet_.ColIndex(key)); }
-  // `counts` rows of each bill name, one after the other, every one with a bill key.
+  // `counts` rows of each bill name, one after the other, all with a bill key.
   void Bills(const std::vector<std::pair<const char*, int>>& counts) {
     int rows = 1;
     for (const auto& [name, count] : counts) rows += count;

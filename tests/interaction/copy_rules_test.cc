@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The text that a copied selection becomes, byte by byte.
+// SPDX-License-Identifier: MIT The text of a copied selection, byte by byte.
 #include <gtest/gtest.h>
 
 #include "interaction/copy.h"

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// What the header asks the database for, type by type, and how the events hand their arguments on.
+// SPDX-License-Identifier: MIT What the header asks the database for, by journal type, and how the events pass on their
+// arguments.
 #include <gtest/gtest.h>
 
 #include "interaction/events.h"

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// How the statements are sent, and the conditions that depend on which side of a limit a key lies.
+// SPDX-License-Identifier: MIT How the statements are sent, and the conditions that depend on a key being above or
+// below a limit.
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -18,7 +18,7 @@ using testing::FakeConnection;
 using testing::Text;
 using testing::Whole;
 
-// Keeps the option of every statement, and may change its connection string.
+// Records the option of every statement, and can change its connection string.
 class OptionsConnection : public FakeConnection {
  public:
   std::string ConnectionString() const override { return connection_string; }

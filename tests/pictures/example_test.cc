@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The example that embeds the grid alone keeps what docs/grid.md promises of it.
+// SPDX-License-Identifier: MIT The example that embeds the grid alone does what docs/grid.md promises.
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>

@@ -20,7 +20,7 @@ namespace {
 
 constexpr const char* kFont = "Noto Sans CJK SC";
 
-// The toolkit keeps the pointers of its command line.
+// The toolkit keeps pointers to its command line.
 struct Application {
   int count = 1;
   char name[16] = "pictures_tests";
@@ -41,7 +41,7 @@ bool IsToBeWritten() { return qEnvironmentVariableIntValue("STOCKBOOK_WRITE_PICT
 
 using ColourCounts = std::map<QRgb, int>;
 
-// For every colour the most frequent one of its cube of the side; colours that are frequent themselves stay.
+// Maps every colour to the most frequent one in its cube of that side length; frequent colours stay.
 std::map<QRgb, QRgb> MergeColours(const ColourCounts& counts, int side) {
   constexpr int kFrequent = 50;
   const auto cube_of = [side](QRgb colour) {
@@ -61,8 +61,8 @@ std::map<QRgb, QRgb> MergeColours(const ColourCounts& counts, int side) {
   return merged;
 }
 
-// With 256 colours at the most the file is a third as large: at the edges of pictures, colours that are hardly to be
-// told from each other become one.
+// With at most 256 colours the file is a third as large; at the edges of pictures, colours that are barely
+// distinguishable are merged.
 QImage WithFewColours(const QImage& image) {
   constexpr int kMostColours = 256;
   ColourCounts counts;

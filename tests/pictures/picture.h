@@ -15,7 +15,7 @@ inline constexpr QSize kUsualSize{660, 300};
 
 enum class View { kEnabled, kDisabled };
 
-// A test that looks at a grid, with the font of the reference pictures. Skipped where that is not installed.
+// A test that looks at a grid with the font of the reference pictures. Skipped if that is not installed.
 class PictureTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite();
@@ -24,10 +24,9 @@ class PictureTest : public ::testing::Test {
 
   // The sample ledger, with its pictures of bills, in the light colours.
   void FillLedger(int periods = 3, int lines = 6);
-  // The grid as a window of the size shows it.
+  // The grid as shown in a window of the size.
   QImage Seen(QSize size = kUsualSize, double scale = 1, View state = View::kEnabled);
-  // Compares what is seen with docs/grid/NAME.png. With STOCKBOOK_WRITE_PICTURES=1 in the environment that is made
-  // anew instead.
+  // Compares the view with docs/grid/NAME.png, or writes that file if STOCKBOOK_WRITE_PICTURES=1 is in the environment.
   void ExpectPicture(const std::string& name, const QImage& seen);
   void ExpectPicture(const std::string& name) { ExpectPicture(name, Seen()); }
 

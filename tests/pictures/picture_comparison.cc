@@ -10,16 +10,16 @@ namespace stockbook::pictures {
 namespace {
 
 constexpr int kSameColour = 1;      // steps of a channel that do not count
-constexpr int kEdgeShare = 4;       // of the contrast around an edge
+constexpr int kEdgeShare = 4;       // one part in so many of the contrast around an edge
 constexpr int kMostUnlike = 12;     // pixels
-constexpr int kMuchOfAColour = 60;  // pixels, from which on it is counted
-constexpr int kRun = 24;            // pixels of one colour in a row that no text has
+constexpr int kMuchOfAColour = 60;  // pixels; rarer colours are not counted
+constexpr int kRun = 24;            // pixels of one colour in a row; longer than in any text
 constexpr double kMostChange = 0.35;
 
 using Channel = int (*)(QRgb);
 constexpr Channel kChannels[] = {qRed, qGreen, qBlue};
 
-// How far the channel reaches in the reference around a pixel.
+// The range of the channel in the reference around a pixel.
 int ContrastAround(const QImage& image, int x, int y, Channel channel) {
   int least = 255;
   int most = 0;
@@ -53,7 +53,7 @@ ColourCounts CountColours(const QImage& image) {
   return counts;
 }
 
-// Between two others, as the smoothed edges of texts are between their ink and what they stand on.
+// Between two other colours, as the antialiased edges of texts are between the text colour and the background.
 bool IsMixture(QRgb colour, QRgb first, QRgb second) {
   if (colour == first || colour == second) return false;
   const double ink = qGreen(second) - qGreen(first);
@@ -65,7 +65,7 @@ bool IsMixture(QRgb colour, QRgb first, QRgb second) {
          });
 }
 
-// The inks of texts: frequent colours that are no mixtures.
+// The colours of texts: frequent colours that are not mixtures.
 ColourCounts Inks(const ColourCounts& all) {
   ColourCounts frequent = all;
   std::erase_if(frequent, [](const auto& counted) { return counted.second < kMuchOfAColour; });
@@ -80,7 +80,7 @@ ColourCounts Inks(const ColourCounts& all) {
   return inks;
 }
 
-// The colours of lines and grounds, by the pixels that stand in long runs of them across or down.
+// The colours of lines and backgrounds, by the pixels in long horizontal or vertical runs of them.
 ColourCounts CountRuns(const QImage& image) {
   ColourCounts counts;
   const auto scan = [&](int lines, int length, auto colour_at) {

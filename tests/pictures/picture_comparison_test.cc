@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The comparison lets nothing pass that somebody would see.
+// SPDX-License-Identifier: MIT The comparison misses no difference that a person would see.
 #include "pictures/picture_comparison.h"
 
 #include <QPainter>
@@ -46,7 +45,7 @@ TEST_F(Comparison, OneGridLineShiftedByOnePixelIsUnlike) {
   sheet_.SetColWidth(testing::kLedgerExplain, sheet_.ColWidth(testing::kLedgerExplain) + 15);
   sheet_.SetColWidth(testing::kLedgerPrice, sheet_.ColWidth(testing::kLedgerPrice) - 15);
   EXPECT_FALSE(DifferenceOf(Seen()).IsSmall());
-  // A single faint line of a small cell, where nothing else changes.
+  // A single faint line of a small cell, and no other change.
   QImage image = reference_;
   const sheet::Rect cell = sheet_.geometry().CellRect(sheet_.RowOfRecord(0), testing::kLedgerRevQty);
   const QRect line(cell.x, cell.bottom() - 1, 20, 1);
@@ -86,7 +85,7 @@ TEST_F(Comparison, AnotherDigitIsUnlike) {
 
 TEST_F(Comparison, AnotherSizeIsUnlike) { EXPECT_FALSE(DifferenceOf(reference_.copy(0, 0, 660, 299)).IsSmall()); }
 
-// Fonts smoothed a little differently: every pixel on the edge of a glyph is off by up to an eighth of its contrast.
+// Fonts antialiased slightly differently: every pixel on the edge of a glyph is off by up to an eighth of its contrast.
 TEST_F(Comparison, ALittleSmoothingIsAlike) {
   QImage image = reference_;
   std::mt19937 random(1);

@@ -24,12 +24,12 @@ constexpr int kLines = 10;
 constexpr int kGroup = kLines + 2;  // with the node above and the total below
 constexpr int kFirstNode = 1;
 constexpr int kFirstLine = 2;
-// Of the ledger's columns one is fixed and one hidden.
+// One column of the ledger is fixed and one hidden.
 constexpr int kColumns = testing::kLedgerColumns - 2;
 constexpr int kBill = 0;
 constexpr int kRevQty = 3;
 
-// A ledger in a window, asked through the interface alone as a screen reader does.
+// A ledger in a window, examined only through the interface that a screen reader uses.
 class AccessibleTable : public WithApplication {
  protected:
   explicit AccessibleTable(QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility) {

@@ -4,7 +4,7 @@
 namespace stockbook::qt {
 namespace {
 
-// The toolkit keeps the pointers of its command line, and allows one application at a time.
+// The toolkit keeps pointers to its command line, and allows one application at a time.
 struct Application {
   int count = 1;
   char name[8] = "tests";

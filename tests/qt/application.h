@@ -9,11 +9,11 @@
 
 namespace stockbook::qt {
 
-// A test with a running toolkit that shows its windows nowhere.
+// A test with a running toolkit, without a screen.
 class WithApplication : public ::testing::Test {
  protected:
   static void SetUpTestSuite();
-  // With a platform other than one plain screen.
+  // Starts the toolkit with a platform other than one plain screen.
   static void StartOn(const QByteArray& platform);
   static void TearDownTestSuite();
 };

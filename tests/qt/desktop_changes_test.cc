@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What a desktop or a host may change while the journal is shown.
+// SPDX-License-Identifier: MIT Changes by the desktop or the host while the journal is shown.
 #include <gtest/gtest.h>
 
 #include <QAbstractScrollArea>
@@ -24,12 +23,12 @@ namespace {
 
 using testing::SampleLedger;
 
-// The ledger in a window, and what is to be seen of it.
+// The ledger in a window, and what is visible of it.
 class Desktop : public WithApplication {
  protected:
   Desktop() {
     SampleLedger({4, 12}).Fill(sheet());
-    // The control's own layout had hidden columns at the same places.
+    // The control's own layout has hidden columns at the same positions.
     for (int column = 0; column < sheet().Cols(); ++column)
       sheet().SetColHidden(column, column == testing::kLedgerPeriod);
     widget_.resize(760, 360);
@@ -65,7 +64,7 @@ class Desktop : public WithApplication {
     QApplication::sendEvent(widget_.viewport(), &event);
   }
 
-  // How far the darkest and the lightest pixel are from each other.
+  // The difference between the darkest and the lightest pixel.
   static int Contrast(const QImage& image) {
     int least = 255;
     int most = 0;
@@ -89,7 +88,7 @@ TEST_F(Desktop, ShowsADisabledJournalDimmedAndAnEnabledOneAsBefore) {
   EXPECT_GT(Contrast(dimmed), Contrast(before) * 3 / 10) << "it can still be read";
   EXPECT_LT(Contrast(Band().grab().toImage()), 200);
   widget_.setEnabled(true);
-  // Who is disabled loses the keys.
+  // A disabled widget loses the keyboard focus.
   EXPECT_NE(Whole(), before);
   widget_.setFocus();
   EXPECT_EQ(Whole(), before);
@@ -219,7 +218,7 @@ TEST_F(Desktop, PaintsTheSameOntoAPainterThatIsTurned) {
   painter.end();
   const QImage back = turned.transformed(QTransform().rotate(-90));
   ASSERT_EQ(back.size(), upright.size());
-  // The frame of the current cell, a caption's ground, a node's ground: where they are, to the pixel.
+  // The frame of the current cell and the backgrounds of a caption and a node: their positions to the pixel.
   for (const QPoint& at : {QPoint(150, 40), QPoint(5, 5), QPoint(600, 50), QPoint(400, 80)}) {
     EXPECT_EQ(back.pixel(at), upright.pixel(at)) << at.x() << " " << at.y();
   }

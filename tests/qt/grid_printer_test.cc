@@ -24,7 +24,7 @@ using testing::SampleLedger;
 constexpr int kPeriods = 6;
 constexpr int kLines = 40;
 
-// Keeps the texts that are drawn, one after the other, and where they begin.
+// Records the drawn texts in order, and where they begin.
 class TextEngine : public QPaintEngine {
  public:
   TextEngine() : QPaintEngine(AllFeatures) {}
@@ -279,7 +279,7 @@ TEST_F(Printing, PlaysAPictureBack) {
   EXPECT_GT(PixelsUnlike(image, {0, 100, 720, 800}, 0xFFFFFFFF), 10000) << "the rows";
 }
 
-// A widget whose window must not notice that it is printed.
+// A widget whose window must not change while it is printed.
 class PrintingWidget : public WithApplication {};
 
 TEST_F(PrintingWidget, WritesAPdfAndDoesNotNotice) {

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// The keyboard's way to the menus of the grid.
+// SPDX-License-Identifier: MIT Opening the grid's menus by the keyboard.
 #include <gtest/gtest.h>
 
 #include <QApplication>

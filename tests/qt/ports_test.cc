@@ -45,7 +45,7 @@ platform::MenuItem SomeMenu() {
   return menu;
 }
 
-// Lets the menu pop up, and gives it to `act`.
+// Opens the menu and passes it to `act`.
 platform::MenuChoice PopUp(const std::function<void(QMenu&)>& act) {
   QtMenu menu(nullptr);
   QTimer::singleShot(0, [&] { act(*qobject_cast<QMenu*>(QApplication::activePopupWidget())); });

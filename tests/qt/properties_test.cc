@@ -125,7 +125,7 @@ QPixmap SomePixmap(QRgb colour) {
   return pixmap;
 }
 
-// A value of the property's type that is another one for every property.
+// A value of the property's type, different for every property.
 QVariant SomeValue(const QMetaProperty& property, int index) {
   const QString type = QString::fromLatin1(property.typeName());
   if (property.isEnumType()) return property.enumerator().value(2);
@@ -164,7 +164,7 @@ TEST_F(Properties, AreThoseOfTheInterfaceInItsOrderWithItsTypesAndAccess) {
   }
 }
 
-// What a write of one of them says of another one: these read as something else than what was written.
+// Properties that read back differently from the value written.
 const std::set<std::string>& Exceptions() {
   static const std::set<std::string> kExceptions = {"AccRestrict", "Row"};
   return kExceptions;

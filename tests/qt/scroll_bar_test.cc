@@ -31,7 +31,7 @@ class QuietBar : public WithApplication {
     bar_.show();
     bar_.setValue(412'345);
     bar_.installEventFilter(&painted_);
-    // Until the window has settled.
+    // Wait until the window has settled.
     do {
       painted_.times = 0;
       QApplication::processEvents();

@@ -29,7 +29,7 @@ class Bag : public WithApplication {
  protected:
   Bag() { Open(); }
 
-  // As another run of the program finds it.
+  // As the next run of the program finds it.
   void Open() {
     settings_ = std::make_unique<QSettings>(Path(), QSettings::IniFormat);
     bag_ = std::make_unique<SettingsBag>(*settings_, QStringLiteral("台账/外观"));
@@ -152,7 +152,7 @@ TEST_F(Bag, SaysThatAStoreIsNone) {
 
 TEST_F(Bag, SaysThatAStoreCannotBeWritten) {
   OpenText("[Look]\n");
-  // A file is no folder.
+  // A file cannot be used as a folder.
   QSettings settings(Path() + QStringLiteral("/below.ini"), QSettings::IniFormat);
   SettingsBag bag(settings, QStringLiteral("Look"));
   EXPECT_EQ(bag.Read("BackColor", int32_t{5}), BagValue(int32_t{5}));

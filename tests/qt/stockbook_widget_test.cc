@@ -43,7 +43,7 @@ std::vector<JournalLine> ManyLines() {
   return lines;
 }
 
-// A widget in a window, with a journal of 200 lines at hand.
+// A widget in a window, with a journal of 200 lines to load.
 class Widget : public WithApplication {
  protected:
   Widget() : connection_(std::make_shared<FakeConnection>()), widget_(std::make_unique<StockbookWidget>()) {
@@ -63,7 +63,7 @@ class Widget : public WithApplication {
     return qobject_cast<QAbstractScrollArea*>(widget_->viewport()->parentWidget())->verticalScrollBar();
   }
 
-  // What is in the window, not what painting it anew would give.
+  // The pixels in the window, not the result of repainting it.
   QImage Window() {
     const auto* pixels = dynamic_cast<QImage*>(widget_->backingStore()->paintDevice());
     if (pixels == nullptr) return {};

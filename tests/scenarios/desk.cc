@@ -40,7 +40,7 @@ void EventLog::CommandExecute(const std::string& name, bool& cancel) {
   if (cancels_load && name == "Load") cancel = true;
 }
 
-// Where exactly the mouse is depends on widths and fonts; the scenario has told the cell.
+// The exact mouse position depends on widths and fonts; the scenario has named the cell.
 void EventLog::MouseUp(int16_t& button, int16_t& shift, float& /*x*/, float& /*y*/) {
   Add("MouseUp button " + std::to_string(button) + " shift " + std::to_string(shift));
 }
@@ -51,7 +51,7 @@ void Desk::Compose() {
   keyboard_.reset();
   mouse_.reset();
   fakes_ = std::make_unique<testing::ControlOverFakes>();
-  // No half twips, so that every rounding is plain.
+  // No half twips, so that there is nothing to round.
   fakes_->metrics.line_height_twips = 210.7;
   control().DefaultFormat();
   grid().SetView({4000, 1500}, 1.0);
@@ -222,7 +222,7 @@ void Desk::DoSave(const std::string& /*rest*/) {
   control().WriteProperties(bag_);
 }
 
-// Into another control, as when a form is opened again.
+// Into a new control, as if a form were opened again.
 void Desk::DoRestore(const std::string& /*rest*/) {
   Compose();
   control().ReadProperties(bag_);

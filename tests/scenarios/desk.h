@@ -15,7 +15,7 @@
 
 namespace stockbook::scenarios {
 
-// Writes every event down as one line.
+// Records every event as one line.
 class EventLog : public interaction::EventListener {
  public:
   void Process(int16_t indicator) override { Add("Process " + std::to_string(indicator)); }
@@ -33,15 +33,15 @@ class EventLog : public interaction::EventListener {
   bool cancels_load = false;
 };
 
-// The control over the real sheet and a real database file, used as a scenario tells and looked at as it asks.
+// The control over the real sheet and a real database file, operated and examined by the steps of a scenario.
 class Desk {
  public:
   explicit Desk(const std::string& dialect);
 
   void Fill(const std::string& name, const Table& table) { inventory_.Fill(name, table); }
-  // Does a "When" step; throws std::runtime_error for one that it does not know.
+  // Performs a "When" step; throws std::runtime_error for an unknown one.
   void Do(const std::string& step);
-  // What a "Then" step shows now; `expected` tells which values it asks for.
+  // What a "Then" step sees now; `expected` names the values it asks for.
   std::vector<std::string> Look(const std::string& what, const std::vector<std::string>& expected);
 
  private:
@@ -97,7 +97,7 @@ class Desk {
 
 // The public properties by name: texts, numbers and truth values as words.
 void SetProperty(control::Stockbook& control, const std::string& name, const std::string& value);
-// Throws std::runtime_error for a name that nobody knows.
+// Throws std::runtime_error for an unknown name.
 std::string PropertyText(const control::Stockbook& control, const std::string& name);
 // A field of a row by name.
 std::string FieldText(const control::RowFields& rows, const std::string& name, int row);

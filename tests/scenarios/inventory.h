@@ -12,7 +12,7 @@ namespace stockbook::scenarios {
 class Inventory {
  public:
   Inventory();
-  // Throws std::runtime_error for tables and columns that nobody knows.
+  // Throws std::runtime_error for unknown tables and columns.
   void Fill(const std::string& name, const Table& table);
   // "desktop" or "server".
   std::string ConnectionString(const std::string& dialect) const;

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// What a scenario sees of the control: its grid, pictures, events, clipboard, menus and values.
+// SPDX-License-Identifier: MIT What a scenario can look at: the control's grid, pictures, events, clipboard, menus and
+// values.
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -94,14 +94,14 @@ Lines Desk::LookAtPictures() {
   return lines;
 }
 
-// What happened since the events were looked at last.
+// The events since the last look at them.
 Lines Desk::LookAtEvents(const std::string& rest) {
   Lines lines = std::exchange(log_.lines, {});
   if (rest == "but progress") std::erase_if(lines, [](const std::string& line) { return line.starts_with("Process"); });
   return lines;
 }
 
-// One line for every line on the clipboard, with its end.
+// One line for every line on the clipboard, with its line end.
 Lines Desk::LookAtClipboard() {
   Lines lines;
   for (const std::string_view line : base::Split(fakes_->clipboard.text, '\n')) lines.push_back(Visible(line) + "\\n");
@@ -136,7 +136,7 @@ Lines Desk::LookAtValues(const Lines& expected) {
   return lines;
 }
 
-// A property of the control, "FIELD of ROW", or what the grid alone knows.
+// A property of the control, "FIELD of ROW", or a value of the grid.
 std::string Desk::ValueOf(const std::string& name) {
   const size_t of = name.find(" of ");
   if (of != std::string::npos) {

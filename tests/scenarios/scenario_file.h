@@ -7,17 +7,17 @@
 
 namespace stockbook::scenarios {
 
-// One step of a scenario: its first line, without the colon at its end, and the indented lines below it. Comments and
-// blank lines before it are kept for writing the file anew.
+// One step of a scenario: its first line without the trailing colon, and the indented lines below it. Comments and
+// blank lines before it are kept for rewriting the file.
 struct Step {
   enum class Kind { kTitle, kDialect, kGiven, kWhen, kThen };
   Kind kind = Kind::kWhen;
-  std::string head;  // behind the first word
+  std::string head;  // after the first word
   std::vector<std::string> body;
   std::vector<std::string> leading;
 };
 
-// A scenario as its text file tells it. README.md in the folder describes the format.
+// A scenario read from its text file. README.md in the folder describes the format.
 class ScenarioFile {
  public:
   // Throws std::runtime_error that names file and line.
@@ -25,7 +25,7 @@ class ScenarioFile {
 
   const std::string& path() const { return path_; }
   std::string Title() const;
-  // "desktop" without a line that says so.
+  // "desktop" by default.
   std::string Dialect() const;
   std::vector<Step>& steps() { return steps_; }
   void Write() const;
@@ -42,7 +42,7 @@ Table ParseTable(const std::vector<std::string>& lines);
 // With the columns aligned; wide characters take two places.
 std::vector<std::string> TableLines(const Table& table);
 
-// Whether the lines say the same; blanks around the cells of tables do not count.
+// Whether the lines are equal, ignoring blanks around the cells of tables.
 bool SameLines(const std::vector<std::string>& left, const std::vector<std::string>& right);
 // Both side by side, differing lines marked.
 std::string SideBySide(const std::vector<std::string>& expected, const std::vector<std::string>& actual);

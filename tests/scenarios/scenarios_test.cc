@@ -33,7 +33,7 @@ class Scenario : public ::testing::Test {
   }
 
  private:
-  // True when the step was written anew.
+  // True if the step was rewritten.
   static bool Take(Desk& desk, Step& step) {
     if (step.kind == Step::Kind::kGiven) desk.Fill(step.head, ParseTable(step.body));
     if (step.kind == Step::Kind::kWhen) desk.Do(step.head);

@@ -14,7 +14,7 @@ namespace {
 using platform::Colour;
 using platform::GridColour;
 
-// Relative luminance and contrast as the accessibility guidelines for web contents (WCAG 2.1) reckon them.
+// Relative luminance and contrast as defined by the web content accessibility guidelines (WCAG 2.1).
 double Luminance(Colour colour) {
   const auto part = [&](int shift) {
     const double value = static_cast<double>(colour >> shift & 0xFFU) / 255.0;

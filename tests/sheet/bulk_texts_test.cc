@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// Texts made many at once are the texts that are made one by one.
+// SPDX-License-Identifier: MIT Texts produced in bulk equal those produced one by one.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -89,7 +88,7 @@ TEST(PlainNumber, ShowsNumbersWithoutAFormatAsTheirDefaultText) {
   EXPECT_GT(written, 100'000U);
 }
 
-// The text that SelectionText promises, cell by cell.
+// What SelectionText must return, built cell by cell.
 std::string CellByCell(const Sheet& sheet) {
   const platform::CellRange range = sheet.selection().Range();
   std::string text;
@@ -134,7 +133,7 @@ std::vector<columns::Column> AllKinds(int64_t rows) {
 class BulkTexts : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(BulkTexts, CopyEveryKindOfColumnAsItIsShown) {
-  constexpr int kRows = 150'000;  // over two chunks of a column, and enough for several workers
+  constexpr int kRows = 150'000;  // more than two chunks of a column, and enough for several workers
   Sheet sheet;
   sheet.LoadColumns(AllKinds(kRows), 1);
   for (int column = 0; column < sheet.Cols(); ++column) {

@@ -28,7 +28,7 @@ inline columns::Column Numbers(int64_t count) {
   return builder.Finish();
 }
 
-// `rows` texts in runs of equal ones: 200001, 200002, ... as many as `periods`.
+// `rows` texts in `periods` runs of equal ones: 200001, 200002, ...
 inline columns::Column Periods(int64_t rows, int64_t periods) {
   columns::ColumnBuilder builder;
   for (int64_t row = 0; row < rows; ++row) builder.AppendText(std::to_string(200001 + row * periods / rows));

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Nothing on the screen is ever out of date: what looks different after a change was to be painted again, and painting
-// a part alone gives what painting everything gives there.
+// SPDX-License-Identifier: MIT Nothing on the screen is ever out of date: whatever looks different after a change was
+// reported as damaged, and painting only a part gives the same pixels as painting everything.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,7 +18,7 @@ using test::RecordingCanvas;
 
 using SeenText = std::tuple<std::string, int, int, int, int, int, std::string, platform::Colour>;
 
-// A picture of a sheet, or of a part of it, as far as tests can tell: the colours of some pixels, and the texts.
+// What a test sees of a painted sheet or a part of it: the colours of some pixels, and the texts.
 class Picture {
  public:
   static constexpr int kStep = 3;
@@ -39,7 +38,7 @@ class Picture {
   bool IsOfTheSamePlaceAs(const Picture& other) const { return size_ == other.size_ && scroll_ == other.scroll_; }
   const std::set<SeenText>& texts() const { return texts_; }
   platform::Colour At(int x, int y) const { return colours_[Index(x / kStep, y / kStep)]; }
-  // Calls visit for every point that is remembered.
+  // Calls `visit` for every recorded point.
   template <typename Visit>
   void ForEachPoint(Visit visit) const {
     for (int y = 0; y < size_.height; y += kStep) {
@@ -83,7 +82,7 @@ TEST_P(Damage, CoversAllThatLooksDifferentAfterAChange) {
     const std::vector<Rect> damage = world.TakeDamage();
     const bool on = world.sheet().Redraw();
     Picture after(world.sheet(), Everything(world.sheet()));
-    // Scrolling moves pixels; while redraw is off nobody looks.
+    // Scrolling moves pixels, and nothing is painted while redraw is off.
     if (on && was_on && after.IsOfTheSamePlaceAs(before)) {
       const auto repainted = [&](Point point) {
         return std::any_of(damage.begin(), damage.end(), [&](const Rect& area) { return area.Contains(point); });

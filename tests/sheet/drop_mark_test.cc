@@ -17,7 +17,7 @@ using test::Numbers;
 using test::RecordingCanvas;
 using test::Together;
 
-// Four columns of 100 pixels behind a fixed one of 30; the cells are 220 pixels high.
+// Four columns of 100 pixels after a fixed one of 30; the cells are 220 pixels high.
 class DropMark : public ::testing::Test {
  protected:
   DropMark() {

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What the engine takes is counted, not timed: runs and bytes.
+// SPDX-License-Identifier: MIT The cost of the engine in runs and bytes, which are counted; nothing is timed.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -17,7 +16,7 @@ using test::Together;
 constexpr int kRows = 1000000;
 constexpr int kPeriods = 36;
 
-// A million lines under 36 nodes, a total row behind each group, a picture code for every line.
+// A million lines under 36 nodes, a total row after each group, a picture code for every line.
 class EngineCost : public ::testing::Test {
  protected:
   EngineCost() {
@@ -44,7 +43,7 @@ class EngineCost : public ::testing::Test {
 TEST_F(EngineCost, StaysWithinTwentyFourBytesARow) {
   EXPECT_EQ(sheet.Rows(), 1 + kRows + 2 * kPeriods);
   EXPECT_LE(sheet.EngineBytes(), size_t{24} * kRows);
-  // The picture codes are a byte a line, and all else together is nearly nothing.
+  // The picture codes take a byte per line, and everything else takes almost nothing.
   EXPECT_GE(sheet.EngineBytes(), size_t{kRows});
   EXPECT_LE(sheet.EngineBytes(), size_t{kRows} + 300000U);
 }
@@ -80,7 +79,7 @@ TEST_F(EngineCost, FoldingUnfoldingAndResizingComeBackToTheRunsThereWere) {
     sheet.CollapseAll(false);
     for (int row = 100; row < 200; ++row) sheet.SetRowHeight(row, 20 * row);
     EXPECT_GE(sheet.states().RunCount(), runs + 100);
-    // Lines that had heights of their own are one run again with the same one, between those before and behind.
+    // Lines that had different heights form one run again once they share one, between the runs before and after.
     for (int row = 100; row < 200; ++row) sheet.SetRowHeight(row, 400);
     EXPECT_EQ(sheet.states().RunCount(), runs + 2);
     if (round == 0) bytes = sheet.EngineBytes();

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Whose pixel is it: every pixel of the view against a walk over all rows and columns, and every cell at its own place.
+// SPDX-License-Identifier: MIT The owner of every pixel of the view, compared with a walk over all rows and columns,
+// and every cell at its place.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ struct Axis {
   }
   int Count() const { return static_cast<int>(sizes.size()); }
   int64_t Pinned() const { return Sum(0, pinned); }
-  // Which row or column has the pixel: -1 for none.
+  // The row or column at the pixel; -1 for none.
   int At(int64_t pixel) const {
     const bool in_pinned = pixel < Pinned();
     int64_t edge = in_pinned ? 0 : Pinned() - scroll;
@@ -80,8 +80,8 @@ void ExpectEveryPixelToBelongToItsCell(const Sheet& sheet) {
   }
 }
 
-// Every cell, in view or not: what is seen of it belongs to it, and all that is seen makes up the cells' part of the
-// view.
+// Every cell, in view or not: its visible part belongs to it, and all visible parts together fill the cells' part of
+// the view.
 void ExpectEveryCellToBeHit(const Sheet& sheet) {
   const Geometry geometry = sheet.geometry();
   int64_t seen_pixels = 0;
@@ -154,7 +154,7 @@ TEST_P(EveryPixel, BelongsToTheCellThatAWalkOverTheSheetFindsThere) {
     for (int changes = Below(4); changes > 0; --changes) Change();
     sheet_.SetView({Below(4) == 0 ? Below(12) : Below(170), Below(4) == 0 ? Below(12) : Below(130)}, GetParam());
     const ScrollPosition most = sheet_.geometry().max_scroll();
-    // The ends are worth a look of their own.
+    // Look at the ends in particular.
     const auto somewhere = [&](int64_t end) { return Below(4) == 0 ? end : Below(static_cast<int>(end) + 2); };
     sheet_.ScrollTo({somewhere(most.x), somewhere(most.y)});
     ExpectEveryPixelToBelongToItsCell(sheet_);

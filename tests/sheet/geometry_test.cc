@@ -15,7 +15,7 @@ using test::Numbers;
 using test::Periods;
 using test::Together;
 
-// Every cell that is seen is found at the corners of what is seen of it.
+// Every visible cell is found at the corners of its visible part.
 void ExpectCellsToBeHit(const Sheet& sheet) {
   const Geometry geometry = sheet.geometry();
   ASSERT_TRUE(geometry.CheckInvariants());

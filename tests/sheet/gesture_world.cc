@@ -57,7 +57,7 @@ MouseEvent GestureWorld::AnyMouse() {
                                       MouseButton::kRight, MouseButton::kMiddle, MouseButton::kNone};
   const Size view = sheet_.view();
   Point at{Below(view.width + 80) - 40, Below(view.height + 80) - 40};
-  // Captions, fixed columns and their edges are met more often than chance would have it.
+  // Captions, fixed columns and their edges are hit more often than by pure chance.
   if (Below(4) == 0) at.y = Below(sheet_.geometry().PinnedHeight());
   if (Below(4) == 0) at.x = Below(sheet_.geometry().PinnedWidth());
   if (Below(3) == 0 && sheet_.Cols() > 0) at.x = sheet_.geometry().CellRect(0, AnyColumn()).right() + Below(5) - 2;
@@ -113,7 +113,7 @@ void GestureWorld::Drag() {
   mouse_.Press(event);
   for (int steps = 1 + Below(6); steps > 0; --steps) {
     const Point at = AnyMouse().at;
-    // Along one axis as often as across.
+    // Mostly along one axis.
     if (Below(3) > 0) event.at.x = at.x;
     if (Below(3) == 0) event.at.y = at.y;
     mouse_.Move(event);
@@ -246,7 +246,7 @@ void GestureWorld::ChangeOutline() {
       sheet_.CollapseAll(Below(2) == 0);
       break;
     case 6:
-      // Not by a column whose texts all differ: that would be a node for each row.
+      // Not by a column whose texts all differ, which would make a node for each row.
       if (sheet_.states().NodeCount() < 100 && (sheet_.Rows() < 5000 || column < 1))
         sheet_.GroupBy(column, AnyColumn(), "[%s]");
       break;

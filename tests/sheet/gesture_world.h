@@ -15,21 +15,21 @@
 
 namespace stockbook::sheet::test {
 
-// A sheet with keyboard, mouse, and a host around it that does anything at any time, inside of the sheet's own calls
-// too: everything from one seed. No call it makes is one that the sheet may refuse by an error.
+// A sheet with a keyboard, a mouse and a host that may do anything at any time, even inside the sheet's own calls.
+// Everything follows from one seed. It makes no call that the sheet may reject with an error.
 class GestureWorld final : public SheetObserver, public SheetViewer {
  public:
   GestureWorld(unsigned seed, int records, int periods);
   ~GestureWorld() override;
 
-  // One gesture or call of the host.
+  // Performs one gesture or one call of the host.
   void Act();
   const Sheet& sheet() const { return sheet_; }
-  // What was to be painted again since this was asked last.
+  // The damage since the last call.
   std::vector<Rect> TakeDamage() { return std::exchange(damaged_, {}); }
-  // The parts hold after it.
+  // The invariants hold afterwards.
   ::testing::AssertionResult Holds() const;
-  // What is painted of the view lies within it.
+  // Everything painted lies within the view.
   ::testing::AssertionResult PaintsWithinTheView() const;
 
   Verdict BeforeRowColChange(const CellPosition& old_cell, const CellPosition& new_cell) override;
@@ -70,7 +70,7 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   void ChangeSizes();
   void ChangeView();
   void Load();
-  // Now and then the host does something inside of a call of the sheet.
+  // Now and then the host does something inside a call of the sheet.
   Verdict React();
 
   std::mt19937 random_;

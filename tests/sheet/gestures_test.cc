@@ -9,7 +9,7 @@ namespace {
 
 using test::GestureWorld;
 
-// `check_every`: how many gestures between two looks at everything.
+// `check_every`: the number of gestures between two full checks.
 void Perform(GestureWorld& world, int gestures, int check_every, int paint_every) {
   for (int gesture = 1; gesture <= gestures; ++gesture) {
     ASSERT_NO_THROW(world.Act()) << "gesture " << gesture;

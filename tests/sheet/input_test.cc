@@ -428,7 +428,7 @@ TEST_F(Input, ADragWithinFrozenColumnsLeavesTheOthersWhereTheyAreScrolledTo) {
   EXPECT_EQ(sheet.geometry().scroll().x, 60);
   EXPECT_EQ(Selected(), (CellRange{3, 1, 7, 2}));
   mouse.Cancel();
-  // From the part that scrolls the frozen columns are beyond its edge.
+  // Seen from the scrolling part, the frozen columns are beyond its edge.
   DragTo(Middle(3, 3), Middle(3, 1));
   EXPECT_TRUE(mouse.WantsAutoScroll());
   for (int tick = 0; tick < 10; ++tick) mouse.AutoScroll();

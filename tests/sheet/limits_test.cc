@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What is at the edge of what can be: sizes, positions, scales, and gestures that are taken back.
+// SPDX-License-Identifier: MIT Extreme sizes, positions and scales, and gestures that are cancelled.
 #include <gtest/gtest.h>
 
 #include <climits>

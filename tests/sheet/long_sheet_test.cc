@@ -17,8 +17,8 @@ constexpr int kGroups = 20;
 constexpr int kLines = 1000000;  // of each group
 constexpr int kRows = kGroups * kLines;
 
-// Captions, then a node and its lines twenty times over; some rows of other heights, some groups folded. Where a row
-// stands is reckoned from these alone.
+// Captions, then a node and its lines twenty times over; some rows of other heights, some groups folded. The position
+// of a row is computed from these alone.
 class LongSheet : public ::testing::TestWithParam<double> {
  protected:
   // The column is built once for all scales.

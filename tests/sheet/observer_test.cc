@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// An observer that changes the sheet inside of its calls.
+// SPDX-License-Identifier: MIT An observer that changes the sheet while it is being called.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -16,7 +15,7 @@ namespace {
 using test::Numbers;
 using test::Together;
 
-// Does once what it is told when it is asked or told of something.
+// Performs its action once, in the next call it receives.
 class Meddler : public SheetObserver, public SheetViewer {
  public:
   Verdict BeforeRowColChange(const CellPosition&, const CellPosition&) override {
@@ -47,7 +46,7 @@ class Meddler : public SheetObserver, public SheetViewer {
   }
 };
 
-// Four columns of 100 pixels behind a fixed one of 30, a hundred rows of 20 below the captions.
+// Four columns of 100 pixels after a fixed one of 30, a hundred rows of 20 below the captions.
 class Observer : public ::testing::Test {
  protected:
   Observer() {

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// Levels, nodes and folding under random changes, against loops over a list of rows.
+// SPDX-License-Identifier: MIT Levels, nodes and folding under random changes, compared with loops over a list of rows.
 #include <gtest/gtest.h>
 
 #include <random>

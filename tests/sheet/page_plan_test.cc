@@ -12,7 +12,7 @@ namespace {
 using test::Numbers;
 using test::Together;
 
-// Thirty rows of 20 pixels below a caption as high, two columns of 100 behind a fixed one of 30.
+// Thirty rows of 20 pixels below a caption of the same height, two columns of 100 after a fixed one of 30.
 class Pages : public ::testing::Test {
  protected:
   Pages() {
@@ -22,12 +22,12 @@ class Pages : public ::testing::Test {
     for (int column = 1; column < 3; ++column) sheet.SetColWidth(column, 1500);
   }
 
-  // Of a page with room for so many rows below the caption.
+  // A plan for pages with room for that many rows below the caption.
   PagePlan PlanOf(int rows, double width = 1000) {
     PaperLayout paper(sheet, 1, sheet.appearance());
     return {paper, {width, 20.0 + 20.0 * rows}};
   }
-  // Every seen row on one page, in order, and no page without one.
+  // Every visible row is on exactly one page, in order, and no page is empty.
   void ExpectEveryRowOnce(const PagePlan& plan) const {
     int next = sheet.FixedRows();
     for (int page = 0; page < plan.PageCount(); ++page) {

@@ -189,7 +189,7 @@ TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
     sheet.SetTextMatrix(1, column, "372.65");
   }
   sheet.SetFrozenCols(1);
-  // The fixed column and the first one end at 130. The second stands from 60 to 160, the fourth from 260 to 360.
+  // The fixed column and the first one end at 130. The second extends from 60 to 160, the fourth from 260 to 360.
   sheet.SetView({330, 200}, 1.0);
   sheet.ScrollTo({70, 0});
   const RecordingCanvas canvas = Painted(sheet);
@@ -202,7 +202,7 @@ TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
     EXPECT_TRUE(text.clip.Contains(text.rect)) << text.rect.x << ' ' << text.rect.width;
   }
   EXPECT_EQ(whole, 1U);
-  // Both of the numbers that are cut, and in the fourth column the short ones of the other rows too.
+  // Both numbers that are cut off, and the short ones of the other rows in the fourth column.
   EXPECT_EQ(hashes, 6U);
 }
 

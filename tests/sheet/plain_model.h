@@ -33,8 +33,8 @@ struct ModelColumn {
   int width = SheetColumn::kDefaultWidth;
 };
 
-// A sheet as lists of rows and columns, without any thought of cost: each answer is a loop that is obviously right.
-// Every row and column that is shown takes at least a pixel.
+// A sheet as lists of rows and columns that ignores cost: each answer is a loop that is obviously right. Every shown
+// row and column takes at least a pixel.
 struct PlainModel {
   std::vector<ModelRow> rows;
   std::vector<ModelColumn> columns;
@@ -56,7 +56,7 @@ struct PlainModel {
   std::string& Text(int row, int column) { return Row(row).texts[Column(column).identity]; }
   platform::Colour& Back(int row, int column) { return Row(row).backs[Column(column).identity]; }
 
-  // A row is covered when a collapsed node stands before it and all rows in between are deeper than that node.
+  // A row is covered if a collapsed node precedes it and all rows in between are deeper than that node.
   bool Covered(int row) const {
     int deepest = Row(row).level;
     for (int at = row; at-- > 0;) {
@@ -90,7 +90,7 @@ struct PlainModel {
     return std::min(Columns(), frozen_cols > 0 && frozen_cols >= fixed_cols ? frozen_cols + 1 : fixed_cols);
   }
 
-  // The first row of the scrolling part that reaches below the fixed ones, scrolled so far.
+  // The first scrolling row that extends below the fixed rows at this scroll position.
   int TopRow(int64_t scroll) const {
     const std::vector<int64_t> tops = Tops();
     if (fixed_rows >= Rows()) return fixed_rows;
@@ -119,7 +119,7 @@ struct PlainModel {
     columns.erase(columns.begin() + from);
     columns.insert(columns.begin() + to, moved);
   }
-  // Rows that stay behind when the records go are ordinary ones.
+  // Rows that remain when the records are removed are ordinary ones.
   void ForgetRecords() {
     for (ModelRow& row : rows) row.record = -1;
   }

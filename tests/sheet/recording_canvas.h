@@ -8,8 +8,8 @@
 
 namespace stockbook::sheet::test {
 
-// A canvas that keeps what was drawn, with the clip that was in force. Every character is `kCharacterWidth` wide and
-// every line `kLineHeight` high, so that tests can reckon.
+// A canvas that records what is drawn, together with the clip in effect. Every character is `kCharacterWidth` wide and
+// every line `kLineHeight` high, so that tests can compute positions.
 class RecordingCanvas : public Canvas {
  public:
   static constexpr int kCharacterWidth = 7;
@@ -63,7 +63,7 @@ class RecordingCanvas : public Canvas {
   int LineHeight(const platform::Font&) override { return kLineHeight; }
 
   bool IsBalanced() const { return clips_.empty(); }
-  // The colour that a pixel has after all fills.
+  // The colour of a pixel after all fills.
   platform::Colour ColourAt(int x, int y) const {
     platform::Colour colour = 0xFFFFFFFF;
     for (const Fill& fill : fills) {

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What is left of the rows of one result when the next one comes.
+// SPDX-License-Identifier: MIT What remains of the rows of one result when the next one is loaded.
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
@@ -45,7 +44,7 @@ TEST(Reload, GivesNewRecordsNoColoursOfRemovedOnes) {
   Sheet sheet;
   sheet.LoadColumns(Together(Numbers(5)), 1);
   sheet.RemoveItem(4);
-  // Reaches over the record that went.
+  // Spans the record that was removed.
   sheet.SetCellColors({3, 1, 5, 2}, kRed, 0);
   sheet.RemoveItem(4);
   sheet.LoadColumns(Together(Numbers(5)), 1);

@@ -17,7 +17,7 @@ struct ColourTraits {
   using Value = int;
   struct Summary {
     int64_t sum = 0;
-    int values = 0;  // a bit for each value there is
+    int values = 0;  // one bit per existing value
     bool operator==(const Summary&) const = default;
   };
   Summary Of(int value, int64_t count) const { return {value * count, count > 0 ? 1 << value : 0}; }

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// A sheet under random edits against a model of a few lines that is obviously right.
+// SPDX-License-Identifier: MIT A sheet under random edits, compared with a model so short that it is obviously right.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -187,7 +186,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
 
   void HideRow() {
     const int row = Below(model_.Rows());
-    // Showing a row unfolds what covers it; the model leaves such rows alone.
+    // Showing a row unfolds the nodes above it, so the model leaves such rows alone.
     if (model_.Row(row).hidden && model_.Covered(row)) return;
     model_.Row(row).hidden = !model_.Row(row).hidden;
     sheet_.SetRowHidden(row, model_.Row(row).hidden);
@@ -212,7 +211,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
       case 2: {
         const int row = Below(model_.Rows());
         sheet_.SelectRange(row, AnyColumn(), Below(model_.Rows()), 0);
-        // There is no current cell where there are no data rows.
+        // Without data rows there is no current cell.
         ASSERT_EQ(sheet_.Row(), HasDataRows() ? row : -1);
         break;
       }

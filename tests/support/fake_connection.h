@@ -28,8 +28,7 @@ inline platform::Recordset MakeRecordset(const std::vector<std::string>& names,
 inline base::Value Text(const char* text) { return base::Value(std::string(text)); }
 inline base::Value Whole(int64_t number) { return base::Value(number); }
 
-// A connection that answers statements from a table and keeps what it was sent. A statement that it does not know
-// fails.
+// A connection that answers statements from a table and records them. Unknown statements fail.
 class FakeConnection : public platform::Connection {
  public:
   explicit FakeConnection(std::string connection_string = "Provider=Stockbook.Embedded;Data Source=fake")

@@ -16,8 +16,8 @@ using platform::BagValue;
 using platform::PictureRef;
 
 // A property bag in memory, which keeps its values in the order in which they were first written. Keys compare exactly.
-// Numbers are read as the fallback's kind when they fit it; a number read as a picture, a picture read as a number and
-// a number too large throw platform::Error. O(values) a call.
+// Numbers are read as the type of the fallback if they fit; reading a number as a picture or the reverse, or a number
+// that is too large, throws platform::Error. O(values) per call.
 class MemoryBag : public platform::PropertyBag {
  public:
   using Entry = std::pair<std::string, BagValue>;

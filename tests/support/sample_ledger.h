@@ -33,12 +33,12 @@ enum LedgerColumn : int {
 
 struct SampleLedgerSize {
   int periods = 12;
-  int lines = 84;  // a period
+  int lines = 84;  // per period
 };
 
-// A stock journal made by hand for a bare sheet, the same at every call: two-line captions, line numbers in the fixed
-// column, a node above each period and a two-line total (of the period, over all so far) behind it. The stock goes
-// below zero now and then.
+// A made-up stock journal for a bare sheet, the same at every call: two-line captions, line numbers in the fixed
+// column, a node above each period and a two-line total after it (of the period, over that of all so far). The stock
+// goes below zero now and then.
 class SampleLedger {
  public:
   explicit SampleLedger(SampleLedgerSize size = {}) : size_(size), columns_(kLedgerColumns) {}
@@ -181,7 +181,7 @@ class SampleLedger {
     }
   }
 
-  // Hundredths with separators of thousands.
+  // Formats hundredths with thousands separators.
   static std::string Amount(int64_t hundredths) {
     const bool negative = hundredths < 0;
     const int64_t size = negative ? -hundredths : hundredths;

@@ -13,7 +13,7 @@ std::unique_ptr<Desk>& SharedDesk() {
   return desk;
 }
 
-// The desk goes before the program ends, whatever the tests did.
+// Removes the desk before the program ends, whatever the tests did.
 class ClearsTheDesk : public ::testing::Environment {
  public:
   void TearDown() override { SharedDesk().reset(); }
@@ -41,7 +41,7 @@ Desk::Desk() {
   host_ = std::make_unique<Process>(std::vector<std::string>{STOCKBOOK_WINDOW_HOST}, display_);
 }
 
-// The server itself looks for a free display and tells which.
+// The server itself finds a free display and prints its number.
 std::string Desk::StartServer(std::unique_ptr<Process>& server) {
   server = std::make_unique<Process>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1000x800x24",
                                                               "-nolisten", "tcp", "-noreset"},
@@ -76,8 +76,8 @@ void Desk::Do(const std::vector<std::string>& words) {
 }
 
 void Desk::StartAnew(const std::string& command) {
-  // Whatever the last test left pressed. The host begins anew when it has seen the last of these events: the mouse on a
-  // place over the upper field where it was not before.
+  // Releases whatever the last test left pressed. The host is reset once it has seen the last of these events, the
+  // mouse at a new place over the upper field.
   Do({"windowfocus", Ask("state")["window"], "mouseup", "1", "keyup", "shift", "keyup", "ctrl"});
   rest_ = {rest_.x == 20 ? 30 : 20, 12};
   Do(At(rest_));
@@ -129,7 +129,7 @@ void WindowTest::ClickWith(const std::string& modifier, Place at) {
   Do(words);
 }
 
-// Single clicks never count as a double one in the host, because tests click at the same place one after the other.
+// By default two clicks never count as a double click in the host, because tests click repeatedly at the same place.
 void WindowTest::DoubleClick(Place at) {
   Ask("double_clicks 10000");
   std::vector<std::string> words = At(at);

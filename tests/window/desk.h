@@ -20,7 +20,7 @@ struct Place {
   int y = 0;
 };
 
-// A part of the screen.
+// A rectangle on the screen.
 struct Area {
   int x = 0;
   int y = 0;
@@ -32,20 +32,19 @@ struct Area {
   Place BottomEdge() const { return {x + width / 2, y + height - 1}; }
 };
 
-// An X server without a screen on a free display, and the window of the test host on it.
+// An X server without a physical screen on a free display, and the window of the test host on it.
 class Desk {
  public:
-  // Why there can be no desk here; empty when there can.
+  // The reason why this machine cannot have a desk; empty if it can.
   static std::string WhatIsMissing();
 
   Desk();
 
-  // The host's answer to a command: names and values.
+  // Sends the host a command and returns its answer as names and values.
   std::map<std::string, std::string> Ask(const std::string& command);
-  // Real events: the words are arguments of xdotool.
+  // Sends real events; the words are arguments of xdotool.
   void Do(const std::vector<std::string>& words);
-  // Brings the keyboard into the window, with nothing pressed and what the host shows at this command as it is in the
-  // beginning.
+  // Gives the window the keyboard focus, releases all keys and buttons, and resets the host with the command.
   void StartAnew(const std::string& command);
 
  private:
@@ -73,14 +72,14 @@ class WindowTest : public ::testing::Test {
   void DoubleClick(Place at);
   void Press(Place at);
   void Release() { Do({"mouseup", "1"}); }
-  // Presses at `from` and pulls to `to` over the middle between them, and holds.
+  // Presses at `from`, drags to `to` through the middle between them, and keeps holding.
   void Pull(Place from, Place to);
   void Drag(Place from, Place to);
 
   Area Cell(int row, int column);
   std::string Now(const std::string& what) { return Ask("state")[what]; }
   std::string ColourAt(Place at);
-  // Waits until the state is as told.
+  // Waits until the state has the value.
   ::testing::AssertionResult Becomes(const std::string& what, const std::string& value);
   template <typename Holds>
   ::testing::AssertionResult BecomesSo(const std::string& what, Holds holds) {

@@ -109,7 +109,7 @@ TEST_F(JournalInAWindow, TheMenuOfATotalFoldsAndUnfoldsAllPeriods) {
   Choose("折叠全部(&L)");
   EXPECT_TRUE(Becomes("closed", "2 10 "));
   RightClick(Cell(2, "BillNo"));
-  // By its access key.
+  // By its mnemonic key.
   EXPECT_TRUE(BecomesSo("menu", [](const std::string& menu) { return !menu.empty(); }));
   Key("e");
   EXPECT_TRUE(Becomes("closed", ""));

@@ -13,13 +13,13 @@ namespace stockbook::window {
 
 using Clock = std::chrono::steady_clock;
 
-// A program that runs beside the test, with a pipe into its standard input and one out of its standard output. It is
-// ended by its own process number when the object goes.
+// A program that runs beside the test, with a pipe into its standard input and one out of its standard output. The
+// destructor ends it by its process id.
 class Process {
  public:
   using Variables = std::vector<std::pair<std::string, std::string>>;
 
-  // The program is looked for in PATH; what it says on standard error is dropped.
+  // The program is looked up in PATH; its standard error is discarded.
   Process(const std::vector<std::string>& command, const Variables& variables);
   ~Process();
   Process(const Process&) = delete;
@@ -27,9 +27,9 @@ class Process {
 
   // False when the program has gone.
   bool WriteLine(const std::string& line);
-  // The next line, or nothing when none came until then.
+  // The next line, or nothing if none arrives before the deadline.
   std::optional<std::string> ReadLine(Clock::time_point until);
-  // Waits for its end: its exit code, or -1 when it was ended.
+  // Waits for the program to end; returns its exit code, or -1 if it was killed or is still running.
   int Wait(Clock::time_point until);
 
  private:
@@ -41,7 +41,7 @@ class Process {
   std::string unread_;
 };
 
-// True when a program of the name stands in PATH.
+// Whether PATH has a program of the name.
 bool IsInstalled(const std::string& program);
 
 }  // namespace stockbook::window

@@ -39,7 +39,7 @@ TEST_F(SelectionInAWindow, ADragBelowTheLowerEdgeScrollsAsLongAsItIsHeld) {
   Pull(Cell(3, 3).Middle(), {last.Middle().x, 560});
   EXPECT_TRUE(BecomesSo("end", [&](const std::string& end) { return std::stoi(end) > bottom + 20; }));
   EXPECT_EQ(Now("current"), "3 3");
-  // Back into the cells the scrolling ends.
+  // Scrolling ends when the mouse is back over the cells.
   MoveTo(last.Middle());
   const std::string row = Now("bottom");
   EXPECT_TRUE(BecomesSo("end", [&](const std::string& end) { return std::stoi(end) <= std::stoi(row); }));

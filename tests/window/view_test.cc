@@ -60,7 +60,7 @@ TEST_F(ViewInAWindow, ADragWithinFrozenColumnsDoesNotScrollTheOthersBack) {
   EXPECT_TRUE(Becomes("scroll", scroll));
   Pull(Cell(3, 2).Middle(), Cell(6, 2).Middle());
   EXPECT_TRUE(Becomes("end", "6 2"));
-  // For longer than the timer of the scrolling needs.
+  // For longer than the interval of the scroll timer; a slower machine only looks less often.
   for (const Clock::time_point until = Clock::now() + std::chrono::milliseconds(200); Clock::now() < until;)
     ASSERT_EQ(Now("scroll"), scroll);
   Release();
@@ -105,7 +105,7 @@ TEST_F(ViewInAWindow, ATooltipGoesWhenTheCellScrollsAway) {
 TEST_F(ViewInAWindow, TheScrollBarScrollsTheRows) {
   const Area wide = Cell(3, 6);
   ASSERT_GT(wide.width, 0);
-  // The bar stands at the right edge of the window, half a dozen pixels in.
+  // The scroll bar is half a dozen pixels inside the right edge of the window.
   const Place bar{760 - 4 - 6, 250};
   Click(bar);
   EXPECT_TRUE(BecomesSo("top", [](const std::string& top) { return std::stoi(top) > 10; }));

@@ -1,7 +1,6 @@
-// SPDX-License-Identifier: MIT
-// A window with a field, a grid over the sample ledger or a whole journal, and another field, for tests that use real
-// keys and a real mouse. It obeys lines on its standard input and answers each with lines of its state and a line with
-// a full stop.
+// SPDX-License-Identifier: MIT A window with a field, a grid over the sample ledger or a whole journal, and another
+// field, for tests that use real keys and a real mouse. It executes commands from its standard input, one per line, and
+// answers each with lines of state followed by a line with a full stop.
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
@@ -29,7 +28,7 @@ namespace {
 
 constexpr int kNoDoubleClicks = 1;  // milliseconds
 
-// Keeps what a host would hear of the mouse.
+// Records what a host hears about the mouse.
 class Listener : public sheet::SheetObserver {
  public:
   void MouseDown(const sheet::MouseEvent& event) override { Hear("down", static_cast<int>(event.button)); }
@@ -48,7 +47,7 @@ class Listener : public sheet::SheetObserver {
   std::string heard_;
 };
 
-// Keeps what a host hears of the control.
+// Records what a host hears from the control.
 class Journalist : public interaction::EventListener {
  public:
   void CommandExecute(const std::string& name, bool& /*cancel*/) override { heard_ += "command " + name + " | "; }
@@ -65,7 +64,7 @@ class Journalist : public interaction::EventListener {
   std::string heard_;
 };
 
-// What of the menus is open: captions, "x" checked, "-" disabled.
+// The open menus: captions, "x" for checked, "-" for disabled.
 std::string OpenMenus() {
   std::string menus;
   for (const QWidget* window : QApplication::topLevelWidgets()) {
@@ -101,7 +100,7 @@ std::string OneLine(const QString& text) {
   return line.toStdString();
 }
 
-// Where the mouse was last seen to move, and how often Escape came to the window, as it does to close a dialog.
+// Where the mouse last moved, and how often the window received Escape, which would close a dialog.
 class Watch : public QObject {
  public:
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -235,14 +234,14 @@ class Host {
               << "\nsound=" << sheet_->CheckInvariants() << "\n";
   }
 
-  // What is seen of the cell, on the screen.
+  // The visible part of the cell, in screen coordinates.
   void TellCell(int row, int column) const {
     const sheet::Rect cell = sheet_->geometry().VisibleCellRect(row, column);
     const QPoint corner = view_->viewport()->mapToGlobal(QPoint(cell.x, cell.y));
     std::cout << "rect=" << corner.x() << " " << corner.y() << " " << cell.width << " " << cell.height << "\n";
   }
 
-  // Where the item of an open menu is on the screen.
+  // The place of the item of an open menu, in screen coordinates.
   static void TellItem(const QString& caption) {
     for (const QWidget* window : QApplication::topLevelWidgets()) {
       const auto* menu = qobject_cast<const QMenu*>(window);

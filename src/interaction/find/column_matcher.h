@@ -66,8 +66,8 @@ class ColumnMatcher {
   std::vector<uint8_t> found_by_code_;
   columns::RawRows prepared_;
   size_t prepared_chunk_ = SIZE_MAX;
-  std::vector<uint16_t>
-      tested_by_distance_;  // for narrow ranges, by distance from the least value: the terms found, and kTested
+  // For narrow ranges, by distance from the least value: the terms found, and kTested.
+  std::vector<uint16_t> tested_by_distance_;
   std::vector<Tested> tested_by_hash_;
   std::string text_;
 };

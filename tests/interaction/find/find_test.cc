@@ -24,7 +24,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// Writes FindMsg and Notify down, and does what it is told on hearing one.
+// Records FindMsg and Notify, and performs an action on receiving one.
 class Listener : public EventListener {
  public:
   void FindMsg(const std::string& message) override { Hear(message); }
@@ -51,7 +51,7 @@ class Finding : public ::testing::Test {
     sheet_.SetCols(4);
     sheet_.SetColKey(1, "Name");
   }
-  // Rows written cell by cell: name, kind, remark.
+  // Appends rows cell by cell: name, kind, remark.
   void Write(const std::vector<Lines>& rows) {
     for (const Lines& row : rows) {
       std::string tabbed;
@@ -326,7 +326,7 @@ TEST_F(Finding, TakesBrokenUtf8ForTheSignOfIt) {
   EXPECT_EQ(Hits("\x9E\xBA"), Rows());
 }
 
-// What a listener does on the first hit, and what is told then.
+// What a listener does on the first hit, and the messages that follow.
 class FindingMeanwhile : public Finding {
  protected:
   void OnFirstHit(std::function<void()> action) {
@@ -416,7 +416,7 @@ TEST_F(FindingMeanwhile, StopsTellingAListenerThatLeaves) {
   EXPECT_EQ(FindText("M3"), (Lines{"#BEGIN#", "螺丝 M3 |1"}));
 }
 
-// The rows that a search finds when every cell is read as the rule says.
+// The rows that a search must find, by reading every cell according to the rule.
 std::vector<int> SlowHits(const sheet::Sheet& sheet, const std::string& search) {
   std::vector<int> rows;
   for (int row = sheet.FixedRows(); row < sheet.Rows(); ++row) {
@@ -504,7 +504,7 @@ TEST_F(FindingAnything, AgreesWithReadingEveryCell) {
   size_t hits = 0;
   for (int round = 0; round < 30; ++round) {
     std::vector<columns::Column> columns;
-    // Once more rows than a chunk holds.
+    // One run with more rows than a chunk holds.
     const int rows = round == 0 ? 70000 : 300;
     for (int kind = 0; kind < 8; ++kind) {
       columns::ColumnBuilder column;

@@ -148,7 +148,7 @@ TEST(Wildcard, SaysWhetherTextsOfSomeCharactersCanMatch) {
     EXPECT_FALSE(Wildcard(cannot).CanMatchTextsOf(digits)) << cannot;
 }
 
-// Matches by trying everything, over patterns and texts of one byte a character.
+// Matches by brute force, for patterns and texts with one byte per character.
 bool SlowMatch(std::string_view pattern, std::string_view text) {
   if (pattern.empty()) return text.empty();
   if (pattern.front() == '*') {
@@ -200,7 +200,7 @@ TEST(Wildcard, AgreesWithTryingEverythingOnRandomPatterns) {
     const bool expected = SlowMatch(pattern, text);
     matched += expected ? 1 : 0;
     ASSERT_EQ(Match(pattern, text), expected) << pattern << " / " << text;
-    // Long patterns take several words of states.
+    // The states of long patterns take several words.
     const std::string before(70, 'x');
     ASSERT_EQ(Match(before + pattern, before + text), expected) << pattern << " / " << text;
   }
@@ -236,7 +236,7 @@ TEST(Wildcard, FinishesPatternsThatTryingEverythingNeverWould) {
   std::string long_stars;
   for (int star = 0; star < 300; ++star) long_stars += "*?a";
   EXPECT_FALSE(Match(long_stars + "b", text));
-  // A plain piece that nearly stands everywhere.
+  // A literal that almost occurs everywhere.
   EXPECT_FALSE(Match("*" + std::string(100000, 'a') + "b*", text));
   EXPECT_FALSE(Match("*b" + std::string(100000, 'a') + "*", text));
   EXPECT_TRUE(Match("*" + std::string(100000, 'a') + "b*", text + "b"));
