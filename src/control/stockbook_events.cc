@@ -44,10 +44,10 @@ void Stockbook::WatchGrid() {
   handler_steps_ = std::make_unique<HandlerSteps>(*this);
   handlers_ = std::make_unique<interaction::GridHandlers>(
       interaction::GridHandlers::Ports{fg_, menu_, clipboard_, text_metrics_}, events_, *handler_steps_);
-  fg_.SetGridObserver(handlers_.get());
+  fg_.SetObserver(handlers_.get());
 }
 
-Stockbook::~Stockbook() { fg_.SetGridObserver(nullptr); }
+Stockbook::~Stockbook() { fg_.SetObserver(nullptr); }
 
 void Stockbook::ForgetHotRow() { handlers_->ForgetHotRow(); }
 

@@ -3,16 +3,14 @@
 
 #include "base/column_keys.h"
 #include "grid/bill_kinds.h"
-#include "interaction/copy.h"
 #include "interaction/menus.h"
 
 namespace stockbook::interaction {
 namespace {
 
 namespace keys = base::keys;
-
-constexpr int16_t kLeft = 1;
-constexpr int16_t kRight = 2;
+using platform::CellPosition;
+using platform::MouseButton;
 
 }  // namespace
 
@@ -43,26 +41,25 @@ bool GridHandlers::IsRangeSelected() const {
   return grid.Col() != grid.ColSel() || grid.Row() != grid.RowSel();
 }
 
-platform::Verdict GridHandlers::BeforeRowColChange(int old_row, int /*old_column*/, int /*new_row*/,
-                                                   int /*new_column*/) {
+platform::Verdict GridHandlers::BeforeRowColChange(CellPosition old_cell, CellPosition /*new_cell*/) {
   Try([&] {
-    if (!IsBusy() && IsDataRow(old_row)) hot_row_.Leave();
+    if (!IsBusy() && IsDataRow(old_cell.row)) hot_row_.Leave();
   });
   return platform::Verdict::kAllow;
 }
 
-void GridHandlers::AfterRowColChange(int old_row, int /*old_column*/, int new_row, int /*new_column*/) {
+void GridHandlers::AfterRowColChange(CellPosition old_cell, CellPosition new_cell) {
   bool busy = true;
   Try([&] { busy = IsBusy(); });
   if (busy) return;
   Try([&] {
     if (set_aside_ > 0)
-      row_set_aside_ = new_row;
+      row_set_aside_ = new_cell.row;
     else
-      hot_row_.Enter(new_row, steps_.BackColorHot(), steps_.ForeColorHot());
+      hot_row_.Enter(new_cell.row, steps_.BackColorHot(), steps_.ForeColorHot());
   });
-  if (old_row != new_row) Try([&] { events_.AfterRowChanged(); });
-  Try([&] { events_.Notify(steps_.DescribeRow(new_row)); });
+  if (old_cell.row != new_cell.row) Try([&] { events_.AfterRowChanged(); });
+  Try([&] { events_.Notify(steps_.DescribeRow(new_cell.row)); });
 }
 
 GridHandlers::HotRowAside::HotRowAside(GridHandlers& handlers) : handlers_(handlers) {
@@ -95,15 +92,15 @@ void GridHandlers::ShowHotRowAgain() {
   hot_row_.Enter(row_set_aside_, steps_.BackColorHot(), steps_.ForeColorHot());
 }
 
-void GridHandlers::MouseDown(int16_t button, int16_t shift, float /*x*/, float /*y*/) {
+void GridHandlers::MouseDown(const platform::GridMouseEvent& event) {
   Try([&] {
     if (steps_.RecordCount() < 1) return;
     const int row = ports_.grid.MouseRow();
     const int column = ports_.grid.MouseCol();
-    if (button == kLeft && shift >= 1) {
+    if (event.button == MouseButton::kLeft && event.modifiers.Any()) {
       // For those who help users: which bill and which line this is.
       events_.Notify("BillID:" + std::to_string(steps_.BillID(-1)) + " RecID:" + std::to_string(steps_.RecID(-1)));
-    } else if (button == kRight && shift == 0) {
+    } else if (event.button == MouseButton::kRight && !event.modifiers.Any()) {
       if (row == 0 && column >= 1)
         OpenHeaderMenu(column);
       else
@@ -112,7 +109,12 @@ void GridHandlers::MouseDown(int16_t button, int16_t shift, float /*x*/, float /
   });
 }
 
-void GridHandlers::MouseUp(int16_t button, int16_t shift, float x, float y) {
+void GridHandlers::MouseUp(const platform::GridMouseEvent& event) {
+  // The control's event tells codes, and its listeners may write into them.
+  auto button = static_cast<int16_t>(event.button);
+  int16_t shift = event.modifiers.bits;
+  float x = event.x_twips;
+  float y = event.y_twips;
   Try([&] {
     if (IsRangeSelected()) events_.AfterRangeSelected();
   });
@@ -129,7 +131,7 @@ void GridHandlers::DoubleClick() {
 }
 
 bool GridHandlers::Copy() {
-  Try([&] { CopySelection(ports_.grid, ports_.clipboard); });
+  Try([&] { ports_.grid.CopySelection(ports_.clipboard); });
   return true;
 }
 
@@ -197,7 +199,7 @@ void GridHandlers::OpenFastMenu(int row, int column) {
   else if (choice.name == "mnuBill")
     Command("Bill");
   else if (choice.name == "mnuCopy")
-    CopySelection(grid, ports_.clipboard);
+    grid.CopySelection(ports_.clipboard);
   else if (choice.name == "mnuFind")
     Command("Find");
   else if (choice.name == "mnuRefresh")

@@ -52,10 +52,10 @@ class GridHandlers final : public platform::GridObserver {
   // Borrows all of it.
   GridHandlers(const Ports& ports, Events& events, HandlerSteps& steps);
 
-  platform::Verdict BeforeRowColChange(int old_row, int old_column, int new_row, int new_column) override;
-  void AfterRowColChange(int old_row, int old_column, int new_row, int new_column) override;
-  void MouseDown(int16_t button, int16_t shift, float x, float y) override;
-  void MouseUp(int16_t button, int16_t shift, float x, float y) override;
+  platform::Verdict BeforeRowColChange(platform::CellPosition old_cell, platform::CellPosition new_cell) override;
+  void AfterRowColChange(platform::CellPosition old_cell, platform::CellPosition new_cell) override;
+  void MouseDown(const platform::GridMouseEvent& event) override;
+  void MouseUp(const platform::GridMouseEvent& event) override;
   void DoubleClick() override;
   bool Copy() override;
   platform::Verdict BeforeUserResize(int row, int column) override;

@@ -30,11 +30,8 @@ class GridCells {
   // A value as the column's format shows it; its default text where the column has none.
   virtual std::string FormatValue(int column, const base::Value& value) const = 0;
 
-  virtual PictureRef CellPicture(int row, int column) const = 0;
-  virtual PictureAlignment CellPictureAlignment(int row, int column) const = 0;
   virtual void SetCellPicture(const CellRange& range, const PictureRef& picture, PictureAlignment alignment) = 0;
   virtual void SetCellAlignment(const CellRange& range, Alignment alignment) = 0;
-  virtual std::string CellFontName(int row, int column) const = 0;
   virtual void SetCellFontName(const CellRange& range, std::string_view name) = 0;
   virtual Colour CellBackColor(int row, int column) const = 0;
   virtual Colour CellForeColor(int row, int column) const = 0;

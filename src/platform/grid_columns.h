@@ -41,7 +41,6 @@ class GridColumns {
   virtual void SetColFormat(int column, std::string_view format) = 0;
   virtual int ColWidth(int column) const = 0;
   virtual void SetColWidth(int column, int twips) = 0;
-  virtual Alignment ColAlignment(int column) const = 0;
   // Column -1 means all columns.
   virtual void SetColAlignment(int column, Alignment alignment) = 0;
 };

@@ -3,46 +3,57 @@
 
 #include <cstdint>
 
+#include "platform/grid_types.h"
+
 namespace stockbook::platform {
+
+enum class MouseButton : int16_t { kNone = 0, kLeft = 1, kRight = 2, kMiddle = 4 };
+
+// The modifier keys that are held: the sum of their bits.
+struct Modifiers {
+  static constexpr int16_t kShift = 1;
+  static constexpr int16_t kControl = 2;
+  static constexpr int16_t kAlt = 4;
+
+  int16_t bits = 0;
+
+  bool Any() const { return bits != 0; }
+  bool Shift() const { return (bits & kShift) != 0; }
+  bool Control() const { return (bits & kControl) != 0; }
+  bool Alt() const { return (bits & kAlt) != 0; }
+};
+
+// A button that was pressed or released, in twips from the grid's left top corner.
+struct GridMouseEvent {
+  MouseButton button = MouseButton::kNone;
+  Modifiers modifiers;
+  float x_twips = 0;
+  float y_twips = 0;
+};
 
 enum class Verdict { kAllow, kRefuse };
 
-// What the user does to a grid, for the one who gives it a meaning. Rows and columns are the grid's, -1 where there is
-// none. Every call may change the grid, and may take the observer away. Calls do not throw.
+// What the user does to a grid, for the one who gives it a meaning. Every call may change the grid and may take the
+// observer away. Calls do not throw.
 class GridObserver {
  public:
   virtual ~GridObserver() = default;
 
   // The current cell is about to be another one; a refusal leaves it.
-  virtual Verdict BeforeRowColChange(int old_row, int old_column, int new_row, int new_column) {
-    static_cast<void>(old_row), static_cast<void>(old_column), static_cast<void>(new_row);
-    static_cast<void>(new_column);
-    return Verdict::kAllow;
-  }
-  virtual void AfterRowColChange(int old_row, int old_column, int new_row, int new_column) {
-    static_cast<void>(old_row), static_cast<void>(old_column), static_cast<void>(new_row);
-    static_cast<void>(new_column);
-  }
-  // Button 1 left, 2 right, 4 middle; shift is the sum of 1 Shift, 2 Ctrl, 4 Alt; x and y in twips from the grid's left
-  // top corner. The grid has done its own part (selection, folding) already.
-  virtual void MouseDown(int16_t button, int16_t shift, float x, float y) {
-    static_cast<void>(button), static_cast<void>(shift), static_cast<void>(x), static_cast<void>(y);
-  }
-  virtual void MouseUp(int16_t button, int16_t shift, float x, float y) {
-    static_cast<void>(button), static_cast<void>(shift), static_cast<void>(x), static_cast<void>(y);
-  }
+  virtual Verdict BeforeRowColChange(CellPosition /*old_cell*/, CellPosition /*new_cell*/) { return Verdict::kAllow; }
+  virtual void AfterRowColChange(CellPosition /*old_cell*/, CellPosition /*new_cell*/) {}
+  // The grid has already done its own part for the left button (selection, folding).
+  virtual void MouseDown(const GridMouseEvent& /*event*/) {}
+  virtual void MouseUp(const GridMouseEvent& /*event*/) {}
   // By the mouse, or by the key that stands for it, on the cell under the mouse.
   virtual void DoubleClick() {}
-  // The key that copies. True when it was done: the grid then copies nothing by itself.
+  // The copy key was pressed. True when the observer has copied; otherwise the grid does what it can by itself.
   virtual bool Copy() { return false; }
-  // The row or the column is -1: the other one is resized.
-  virtual Verdict BeforeUserResize(int row, int column) {
-    static_cast<void>(row), static_cast<void>(column);
-    return Verdict::kAllow;
-  }
-  virtual void AfterUserResize(int row, int column) { static_cast<void>(row), static_cast<void>(column); }
+  // A row (column -1) or a column (row -1) is about to be resized.
+  virtual Verdict BeforeUserResize(int /*row*/, int /*column*/) { return Verdict::kAllow; }
+  virtual void AfterUserResize(int /*row*/, int /*column*/) {}
   // The column moved to the position.
-  virtual void AfterMoveColumn(int column, int position) { static_cast<void>(column), static_cast<void>(position); }
+  virtual void AfterMoveColumn(int /*column*/, int /*position*/) {}
 };
 
 }  // namespace stockbook::platform

@@ -18,7 +18,7 @@ enum class OutlineBarStyle : int32_t {
   kSymbolsLeaf = 6
 };
 
-// The outline of a grid. A node is a subtotal row; it governs the rows behind it of a deeper level. Level 0 is the top;
+// The outline of a grid. A node is a subtotal row; it governs the deeper rows that follow it. Level 0 is the top;
 // the lines under a top node have level 1.
 class GridOutline {
  public:
@@ -30,7 +30,7 @@ class GridOutline {
   // Makes a row a node of the level, or (level rows stay) an ordinary row again.
   virtual void SetIsSubtotal(int row, bool subtotal) = 0;
   virtual bool IsSubtotal(int row) const = 0;
-  // The first node at or behind `row`, or -1; O(log rows).
+  // The first node at or after `row`, or -1; O(log rows).
   virtual int NextSubtotal(int row) const = 0;
   virtual int RowOutlineLevel(int row) const = 0;
   virtual void SetRowOutlineLevel(int row, int level) = 0;
@@ -43,9 +43,7 @@ class GridOutline {
   virtual void SetOutlineCol(int column) = 0;
   virtual OutlineBarStyle OutlineBar() const = 0;
   virtual void SetOutlineBar(OutlineBarStyle style) = 0;
-  virtual PictureRef NodeOpenPicture() const = 0;
   virtual void SetNodeOpenPicture(const PictureRef& picture) = 0;
-  virtual PictureRef NodeClosedPicture() const = 0;
   virtual void SetNodeClosedPicture(const PictureRef& picture) = 0;
 };
 

@@ -17,9 +17,8 @@ class GridRows {
   virtual int FixedRows() const = 0;
   virtual void SetFixedRows(int count) = 0;
   // Inserts a row before `position` (the row count: at the end) filled from a tab-separated text, at no cost to the
-  // rows behind it. The row is an ordinary one of outline level 0.
+  // rows after it. The row is an ordinary one of outline level 0.
   virtual void AddItem(std::string_view tab_text, int position) = 0;
-  virtual void RemoveItem(int row) = 0;
   // Another number whenever rows or columns came, went or moved, so that a row or a column may mean another one.
   virtual int64_t Revision() const = 0;
 

@@ -8,6 +8,14 @@ namespace stockbook::platform {
 // 0x00BBGGRR.
 using Colour = uint32_t;
 
+// A cell of a grid; -1 where there is none.
+struct CellPosition {
+  int row = -1;
+  int column = -1;
+
+  bool operator==(const CellPosition&) const = default;
+};
+
 // Cells of the rows [row1, row2) and columns [column1, column2).
 struct CellRange {
   int row1 = 0;

@@ -4,13 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "platform/clipboard.h"
 #include "platform/grid_observer.h"
 #include "platform/grid_types.h"
 
 namespace stockbook::platform {
 
-// Where the user is in the grid: current cell, selection, scroll position, mouse; and the redraw switch and tag that
-// bulk operations set and restore.
+// Where the user is in the grid: current cell, selection, scroll position, mouse; and what bulk operations set and
+// restore: the redraw switch, the tag and the pointer.
 class GridView {
  public:
   virtual ~GridView() = default;
@@ -22,26 +23,25 @@ class GridView {
   // The end of the selection; the other corner is the current cell.
   virtual int RowSel() const = 0;
   virtual int ColSel() const = 0;
-  virtual void SelectRange(int row, int column, int row_sel, int col_sel) = 0;
-  // The selected range as text that a spreadsheet pastes: a line of the captions of row 0 with their line breaks taken
-  // out, then a line for each row that is shown, with the cells as they are displayed; hidden columns are left out.
-  // Every cell but that of the last selected column is followed by a tab, every line but that of the last selected row
-  // by "\r\n". Where there is no current cell it is the line of all captions.
-  virtual std::string SelectionText() const = 0;
+  // Puts the selected range on the clipboard as text that a spreadsheet pastes: a line of the captions of row 0 with
+  // their line breaks taken out, then a line for each row that is shown, with the cells as they are displayed; hidden
+  // columns are left out. Every cell but that of the last selected column is followed by a tab, every line but that of
+  // the last selected row by "\r\n". Where there is no current cell it is the line of all captions. The pointer shows
+  // an arrow with an hourglass meanwhile and is the default afterwards. The clipboard is cleared first: if the text
+  // cannot be made it stays empty.
+  virtual void CopySelection(Clipboard& clipboard) = 0;
 
   // First and last row of the scrolling part that are in view.
   virtual int TopRow() const = 0;
   virtual void SetTopRow(int row) = 0;
   virtual int BottomRow() const = 0;
-  virtual int LeftCol() const = 0;
-  virtual void SetLeftCol(int column) = 0;
   virtual bool RowIsVisible(int row) const = 0;
   // The cell under the mouse, -1 where there is none.
   virtual int MouseRow() const = 0;
   virtual int MouseCol() const = 0;
 
   // Who hears what the user does here, or nobody.
-  virtual void SetGridObserver(GridObserver* observer) = 0;
+  virtual void SetObserver(GridObserver* observer) = 0;
 
   virtual bool Redraw() const = 0;
   virtual void SetRedraw(bool on) = 0;

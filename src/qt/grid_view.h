@@ -12,7 +12,7 @@
 #include "qt/canvas.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
-#include "sheet/input/observer.h"
+#include "sheet/input/viewer.h"
 #include "sheet/paint/text_measure.h"
 #include "sheet/sheet.h"
 

@@ -114,7 +114,6 @@ WidgetParts::WidgetParts(StockbookWidget& widget)
       header_band_(std::make_unique<HeaderBand>(&widget)),
       view_(std::make_unique<GridView>(fg_, &widget)),
       control_(Surroundings()) {
-  fg_.SetClipboard(&clipboard_);
   menu_.SetPlace([this] { return view_->MenuPlace(); });
   SetDefaultPictures();
   control_.AddListener(&raiser_);

@@ -10,8 +10,7 @@
 #include "platform/grid.h"
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/geometry.h"
-#include "sheet/input/observer.h"
-#include "sheet/input/observers.h"
+#include "sheet/input/viewer.h"
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
 #include "sheet/paint/appearance.h"
@@ -49,12 +48,12 @@ class Sheet final : public platform::Grid {
   void SetCellData(int row, int column, base::Value data) override;
   std::string DisplayText(int row, int column) const override;
   std::string FormatValue(int column, const base::Value& value) const override;
-  platform::PictureRef CellPicture(int row, int column) const override;
-  platform::PictureAlignment CellPictureAlignment(int row, int column) const override;
+  platform::PictureRef CellPicture(int row, int column) const;
+  platform::PictureAlignment CellPictureAlignment(int row, int column) const;
   void SetCellPicture(const platform::CellRange& range, const platform::PictureRef& picture,
                       platform::PictureAlignment alignment) override;
   void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) override;
-  std::string CellFontName(int row, int column) const override;
+  std::string CellFontName(int row, int column) const;
   void SetCellFontName(const platform::CellRange& range, std::string_view name) override;
   platform::Colour CellBackColor(int row, int column) const override;
   platform::Colour CellForeColor(int row, int column) const override;
@@ -80,7 +79,7 @@ class Sheet final : public platform::Grid {
   void SetColFormat(int column, std::string_view format) override;
   int ColWidth(int column) const override;
   void SetColWidth(int column, int twips) override;
-  platform::Alignment ColAlignment(int column) const override;
+  platform::Alignment ColAlignment(int column) const;
   void SetColAlignment(int column, platform::Alignment alignment) override;
 
   // GridRows
@@ -89,7 +88,7 @@ class Sheet final : public platform::Grid {
   int FixedRows() const override { return fixed_rows_; }
   void SetFixedRows(int count) override;
   void AddItem(std::string_view tab_text, int position) override;
-  void RemoveItem(int row) override;
+  void RemoveItem(int row);
   int64_t Revision() const override { return revision_; }
   bool RowHidden(int row) const override;
   void SetRowHidden(int row, bool hidden) override;
@@ -114,9 +113,9 @@ class Sheet final : public platform::Grid {
   void SetOutlineCol(int column) override;
   platform::OutlineBarStyle OutlineBar() const override { return appearance_.outline_bar; }
   void SetOutlineBar(platform::OutlineBarStyle style) override;
-  platform::PictureRef NodeOpenPicture() const override { return appearance_.node_open; }
+  platform::PictureRef NodeOpenPicture() const { return appearance_.node_open; }
   void SetNodeOpenPicture(const platform::PictureRef& picture) override;
-  platform::PictureRef NodeClosedPicture() const override { return appearance_.node_closed; }
+  platform::PictureRef NodeClosedPicture() const { return appearance_.node_closed; }
   void SetNodeClosedPicture(const platform::PictureRef& picture) override;
 
   // GridBulk
@@ -140,13 +139,13 @@ class Sheet final : public platform::Grid {
   void Select(int row, int column) override;
   int RowSel() const override { return selection_.end.row; }
   int ColSel() const override { return selection_.end.column; }
-  void SelectRange(int row, int column, int row_sel, int col_sel) override;
-  std::string SelectionText() const override;
+  void SelectRange(int row, int column, int row_sel, int col_sel);
+  void CopySelection(platform::Clipboard& clipboard) override;
   int TopRow() const override { return geometry().TopRow(); }
   void SetTopRow(int row) override;
   int BottomRow() const override { return geometry().BottomRow(); }
-  int LeftCol() const override { return geometry().LeftCol(); }
-  void SetLeftCol(int column) override;
+  int LeftCol() const { return geometry().LeftCol(); }
+  void SetLeftCol(int column);
   bool RowIsVisible(int row) const override { return geometry().RowIsVisible(row); }
   // The cell may have gone since the mouse moved.
   int MouseRow() const override { return HasRow(mouse_cell_.row) ? mouse_cell_.row : -1; }
@@ -157,8 +156,7 @@ class Sheet final : public platform::Grid {
   void SetTag(std::string_view tag) override { tag_ = tag; }
   platform::MousePointer Pointer() const override { return pointer_; }
   void SetPointer(platform::MousePointer pointer) override;
-  // Besides the sheet's own observer, and before it.
-  void SetGridObserver(platform::GridObserver* observer) override { observers_.SetGridObserver(observer); }
+  void SetObserver(platform::GridObserver* observer) override { observer_ = observer; }
 
   // GridAppearance
   platform::Colour ColourOf(platform::GridColour which) const override { return appearance_.Of(which); }
@@ -173,7 +171,6 @@ class Sheet final : public platform::Grid {
   void SetGridFont(const platform::Font& font) override;
 
   // For the widget around it.
-  void SetObserver(SheetObserver* observer) { observers_.SetSheetObserver(observer); }
   void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
   // Device pixels of the view, and how many of them are one pixel of 96 to the inch.
   void SetView(Size view_px, double scale);
@@ -190,10 +187,9 @@ class Sheet final : public platform::Grid {
   // Where a column that is being moved would go: before this column, -1 for no mark.
   void SetDropColumn(int column);
   int drop_column() const { return drop_column_; }
-  // Where the selected cells are copied to; nowhere without one.
+  // Where the copy key copies to when no observer does it; nowhere without one.
   void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
-  // Puts the selected range there as text (see SelectionText); false when there is no clipboard or nothing selected.
-  bool CopySelection() const;
+  platform::Clipboard* clipboard() const { return clipboard_; }
   // Whether keys come here: the frame of the current cell tells.
   void SetFocused(bool focused);
   bool focused() const { return focused_; }
@@ -213,9 +209,9 @@ class Sheet final : public platform::Grid {
   int PinnedCols() const;
   // The first column behind the fixed ones that is not hidden; the first behind them where all are.
   int FirstShownColumn() const;
-  // Tells both observers, whether they are set or not.
-  SheetObserver& observer() { return observers_; }
-  bool IsObserved() const { return observers_.IsAny(); }
+  // One that allows everything where nobody is set.
+  platform::GridObserver& observer() { return observer_ != nullptr ? *observer_ : nobody_; }
+  bool IsObserved() const { return observer_ != nullptr; }
   SheetViewer* viewer() const { return viewer_; }
 
   // Every part holds, and the parts agree: O(runs + cells set + columns).
@@ -256,7 +252,8 @@ class Sheet final : public platform::Grid {
   void DamageAll();
   void ScrollChanged();
 
-  Observers observers_{*this};
+  platform::GridObserver nobody_;
+  platform::GridObserver* observer_ = nullptr;
   Store store_;
   RowStates states_;
   Outline outline_{states_};

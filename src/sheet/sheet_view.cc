@@ -14,11 +14,28 @@ using platform::GridColour;
 using platform::GridLineStyle;
 using platform::MousePointer;
 using platform::ScrollBarsSetting;
+using platform::Verdict;
+
+namespace {
+
+// Shows that the program is at work, and that it is no longer, by an error too.
+class BusyPointer {
+ public:
+  explicit BusyPointer(Sheet& sheet) : sheet_(sheet) { sheet_.SetPointer(MousePointer::kArrowHourglass); }
+  ~BusyPointer() { sheet_.SetPointer(MousePointer::kDefault); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+
+ private:
+  Sheet& sheet_;
+};
+
+}  // namespace
 
 bool Sheet::ChangeSelection(const Selection& selection) {
   const CellPosition old_cell = selection_.current;
   const bool moves = selection.current != old_cell;
-  if (moves && observers_.BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse) return false;
+  if (moves && observer().BeforeRowColChange(old_cell, selection.current) == Verdict::kRefuse) return false;
   const CellRange before = selection_.Range();
   selection_ = selection;
   // The observer may have taken rows away.
@@ -26,7 +43,7 @@ bool Sheet::ChangeSelection(const Selection& selection) {
   DamageCells(before);
   DamageCells(selection_.Range());
   if (redraw_ && viewer_ != nullptr) viewer_->SelectionChanged();
-  if (moves) observers_.AfterRowColChange(old_cell, selection_.current);
+  if (moves) observer().AfterRowColChange(old_cell, selection_.current);
   return true;
 }
 
@@ -44,13 +61,11 @@ void Sheet::SetFocused(bool focused) {
   DamageCells(Selection::Of(selection_.current).Range());
 }
 
-bool Sheet::CopySelection() const {
-  if (clipboard_ == nullptr || selection_.current.row < 0 || selection_.current.column < 0) return false;
-  clipboard_->TakeText(SelectionText());
-  return true;
+void Sheet::CopySelection(platform::Clipboard& clipboard) {
+  const BusyPointer pointer(*this);
+  clipboard.Clear();
+  clipboard.TakeText(SelectionText(*this));
 }
-
-std::string Sheet::SelectionText() const { return sheet::SelectionText(*this); }
 
 void Sheet::SetTopRow(int row) {
   CheckRow("TopRow", row);

@@ -2,7 +2,6 @@
 // The two menus of the grid and what their items do.
 #include "control/working_control.h"
 
-#include "interaction/copy.h"
 #include "support/faulty_grid.h"
 
 namespace stockbook::control {
@@ -267,7 +266,7 @@ TEST_F(Menus, LeaveTheClipboardEmptyWhenCopyingFails) {
   Refusing clipboard;
   clipboard.text = "旧";
   grid().SetPointer(platform::MousePointer::kDefault);
-  EXPECT_THROW(interaction::CopySelection(grid(), clipboard), platform::Error);
+  EXPECT_THROW(grid().CopySelection(clipboard), platform::Error);
   EXPECT_EQ(clipboard.text, "");
   EXPECT_EQ(grid().Pointer(), platform::MousePointer::kDefault);
 }

@@ -13,18 +13,18 @@
 namespace stockbook::qt {
 namespace {
 
-class Watcher : public sheet::SheetObserver {
+class Watcher : public platform::GridObserver {
  public:
   explicit Watcher(sheet::Sheet& sheet) : sheet_(sheet) { sheet_.SetObserver(this); }
   ~Watcher() override { sheet_.SetObserver(nullptr); }
-  void MouseDown(const sheet::MouseEvent& event) override {
+  void MouseDown(const platform::GridMouseEvent& event) override {
     pressed = event;
     row = sheet_.MouseRow();
     column = sheet_.MouseCol();
     if (view != nullptr) place = view->MenuPlace();
   }
 
-  sheet::MouseEvent pressed;
+  platform::GridMouseEvent pressed;
   int row = -1;
   int column = -1;
   QPoint place;

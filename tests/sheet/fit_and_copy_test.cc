@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "platform/clipboard.h"
 #include "sheet/columns.h"
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/input/fit.h"
@@ -13,6 +12,7 @@
 #include "sheet/recording_canvas.h"
 #include "sheet/selection/selection_text.h"
 #include "sheet/sheet.h"
+#include "support/fake_ports.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -24,13 +24,6 @@ using test::Together;
 
 constexpr int kPadding = 4;
 constexpr int kLine = 1;
-
-class Desk : public platform::Clipboard {
- public:
-  void Clear() override { text.clear(); }
-  void SetText(std::string_view now) override { text = now; }
-  std::string text = "before";
-};
 
 class Viewer : public SheetViewer {
  public:
@@ -52,6 +45,7 @@ class FitAndCopy : public ::testing::Test {
     sheet.SetView({430, 220}, 1.0);
     sheet.SetViewer(&viewer);
     sheet.SetClipboard(&desk);
+    desk.text = "before";
   }
   ~FitAndCopy() override { sheet.SetViewer(nullptr); }
 
@@ -62,7 +56,7 @@ class FitAndCopy : public ::testing::Test {
   }
 
   Viewer viewer;
-  Desk desk;
+  testing::FakeClipboard desk;
   Sheet sheet;
   Keyboard keyboard{sheet};
   Mouse mouse{sheet};
@@ -101,8 +95,8 @@ TEST_F(FitAndCopy, ARowIsFittedToItsLines) {
 }
 
 TEST_F(FitAndCopy, AnObserverMayRefuseToFit) {
-  class Refuser : public SheetObserver {
-    Verdict BeforeUserResize(int, int) override { return Verdict::kRefuse; }
+  class Refuser : public platform::GridObserver {
+    platform::Verdict BeforeUserResize(int, int) override { return platform::Verdict::kRefuse; }
   } refuser;
   sheet.SetObserver(&refuser);
   mouse.DoubleClick({MouseButton::kLeft, {}, EdgeOf(1)});

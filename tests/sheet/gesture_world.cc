@@ -331,22 +331,22 @@ void GestureWorld::ChangeView() {
   }
 }
 
-Verdict GestureWorld::React() {
-  if (reacting_ || Below(8) > 0) return Verdict::kAllow;
+platform::Verdict GestureWorld::React() {
+  if (reacting_ || Below(8) > 0) return platform::Verdict::kAllow;
   reacting_ = true;
   const int what = Below(3);
   if (what == 0) HostCall();
   if (what == 1) ChangeRows();
   reacting_ = false;
-  return Below(3) == 0 ? Verdict::kRefuse : Verdict::kAllow;
+  return Below(3) == 0 ? platform::Verdict::kRefuse : platform::Verdict::kAllow;
 }
 
-Verdict GestureWorld::BeforeRowColChange(const CellPosition&, const CellPosition&) { return React(); }
-void GestureWorld::AfterRowColChange(const CellPosition&, const CellPosition&) { React(); }
-void GestureWorld::MouseDown(const MouseEvent&) { React(); }
-void GestureWorld::MouseUp(const MouseEvent&) { React(); }
+platform::Verdict GestureWorld::BeforeRowColChange(CellPosition, CellPosition) { return React(); }
+void GestureWorld::AfterRowColChange(CellPosition, CellPosition) { React(); }
+void GestureWorld::MouseDown(const platform::GridMouseEvent&) { React(); }
+void GestureWorld::MouseUp(const platform::GridMouseEvent&) { React(); }
 void GestureWorld::DoubleClick() { React(); }
-Verdict GestureWorld::BeforeUserResize(int, int) { return React(); }
+platform::Verdict GestureWorld::BeforeUserResize(int, int) { return React(); }
 void GestureWorld::AfterUserResize(int, int) { React(); }
 void GestureWorld::AfterMoveColumn(int, int) { React(); }
 

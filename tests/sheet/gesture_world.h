@@ -7,17 +7,17 @@
 #include <utility>
 #include <vector>
 
-#include "platform/clipboard.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/recording_canvas.h"
 #include "sheet/sheet.h"
+#include "support/fake_ports.h"
 
 namespace stockbook::sheet::test {
 
 // A sheet with a keyboard, a mouse and a host that may do anything at any time, even inside the sheet's own calls.
 // Everything follows from one seed. It makes no call that the sheet may reject with an error.
-class GestureWorld final : public SheetObserver, public SheetViewer {
+class GestureWorld final : public platform::GridObserver, public SheetViewer {
  public:
   GestureWorld(unsigned seed, int records, int periods);
   ~GestureWorld() override;
@@ -32,12 +32,12 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   // Everything painted lies within the view.
   ::testing::AssertionResult PaintsWithinTheView() const;
 
-  Verdict BeforeRowColChange(const CellPosition& old_cell, const CellPosition& new_cell) override;
-  void AfterRowColChange(const CellPosition& old_cell, const CellPosition& new_cell) override;
-  void MouseDown(const MouseEvent& event) override;
-  void MouseUp(const MouseEvent& event) override;
+  platform::Verdict BeforeRowColChange(CellPosition old_cell, CellPosition new_cell) override;
+  void AfterRowColChange(CellPosition old_cell, CellPosition new_cell) override;
+  void MouseDown(const platform::GridMouseEvent& event) override;
+  void MouseUp(const platform::GridMouseEvent& event) override;
   void DoubleClick() override;
-  Verdict BeforeUserResize(int row, int column) override;
+  platform::Verdict BeforeUserResize(int row, int column) override;
   void AfterUserResize(int row, int column) override;
   void AfterMoveColumn(int column, int position) override;
   void Damaged(const Rect& area) override;
@@ -46,13 +46,6 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   TextMeasure* Measure() override { return &measure_; }
 
  private:
-  class Clipboard final : public platform::Clipboard {
-   public:
-    void Clear() override { bytes = 0; }
-    void SetText(std::string_view text) override { bytes = text.size(); }
-    size_t bytes = 0;
-  };
-
   int Below(int limit) { return limit <= 1 ? 0 : static_cast<int>(random_() % static_cast<unsigned>(limit)); }
   int AnyRow() { return Below(sheet_.Rows()); }
   int AnyColumn() { return Below(sheet_.Cols()); }
@@ -71,12 +64,12 @@ class GestureWorld final : public SheetObserver, public SheetViewer {
   void ChangeView();
   void Load();
   // Now and then the host does something inside a call of the sheet.
-  Verdict React();
+  platform::Verdict React();
 
   std::mt19937 random_;
   int records_ = 0;
   int periods_ = 1;
-  Clipboard clipboard_;
+  testing::FakeClipboard clipboard_;
   RecordingCanvas measure_;
   Sheet sheet_;
   Keyboard keyboard_{sheet_};

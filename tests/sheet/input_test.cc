@@ -22,23 +22,23 @@ constexpr Modifiers kShift{Modifiers::kShift};
 constexpr Modifiers kControl{Modifiers::kControl};
 
 // Keeps what the sheet told, as words.
-class Listener : public SheetObserver, public SheetViewer {
+class Listener : public platform::GridObserver, public SheetViewer {
  public:
-  Verdict BeforeRowColChange(const CellPosition& from, const CellPosition& to) override {
+  platform::Verdict BeforeRowColChange(CellPosition from, CellPosition to) override {
     Note("before", from.row, from.column, to.row, to.column);
     return verdict;
   }
-  void AfterRowColChange(const CellPosition& from, const CellPosition& to) override {
+  void AfterRowColChange(CellPosition from, CellPosition to) override {
     Note("after", from.row, from.column, to.row, to.column);
   }
-  void MouseDown(const MouseEvent& event) override {
-    Note("down", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y);
+  void MouseDown(const platform::GridMouseEvent& event) override {
+    Note("down", static_cast<int>(event.button), event.modifiers.bits, Pixels(event.x_twips), Pixels(event.y_twips));
   }
-  void MouseUp(const MouseEvent& event) override {
-    Note("up", static_cast<int>(event.button), event.modifiers.bits, event.at.x, event.at.y);
+  void MouseUp(const platform::GridMouseEvent& event) override {
+    Note("up", static_cast<int>(event.button), event.modifiers.bits, Pixels(event.x_twips), Pixels(event.y_twips));
   }
   void DoubleClick() override { told += "double;"; }
-  Verdict BeforeUserResize(int row, int column) override {
+  platform::Verdict BeforeUserResize(int row, int column) override {
     told += "resize? " + std::to_string(row) + " " + std::to_string(column) + ";";
     return verdict;
   }
@@ -57,7 +57,7 @@ class Listener : public SheetObserver, public SheetViewer {
 
   std::string Take() { return std::exchange(told, {}); }
 
-  Verdict verdict = Verdict::kAllow;
+  platform::Verdict verdict = platform::Verdict::kAllow;
   std::string told;
   int damages = 0;
   int scrolls = 0;
@@ -65,6 +65,7 @@ class Listener : public SheetObserver, public SheetViewer {
   Cursor cursor = Cursor::kDefault;
 
  private:
+  static int Pixels(float twips) { return static_cast<int>(twips / 15); }
   void Note(const char* what, int a, int b, int c, int d) {
     told += std::string(what) + " " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c) + " " +
             std::to_string(d) + ";";
@@ -199,11 +200,11 @@ TEST_F(Input, ShiftExtendsTheSelectionAndLeavesTheCurrentCell) {
 TEST_F(Input, ObserverHearsOfMovesAndMayRefuseThem) {
   Press(Key::kDown);
   EXPECT_EQ(listener.Take(), "before 1 1 2 1;after 1 1 2 1;");
-  listener.verdict = Verdict::kRefuse;
+  listener.verdict = platform::Verdict::kRefuse;
   Press(Key::kDown);
   EXPECT_EQ(listener.Take(), "before 2 1 3 1;");
   EXPECT_EQ(Current(), (CellPosition{2, 1}));
-  listener.verdict = Verdict::kAllow;
+  listener.verdict = platform::Verdict::kAllow;
   sheet.Select(5, 3);
   EXPECT_EQ(listener.Take(), "before 2 1 5 3;after 2 1 5 3;");
   sheet.Select(5, 3);
@@ -301,10 +302,10 @@ TEST_F(Input, DraggingAHeaderEdgeResizesItsColumn) {
   Drag({229, 10}, {259, 12});
   EXPECT_EQ(sheet.ColWidth(2), 1950);
   EXPECT_EQ(listener.Take(), "resize? -1 2;down 1 0 229 10;resized -1 2;up 1 0 259 12;");
-  listener.verdict = Verdict::kRefuse;
+  listener.verdict = platform::Verdict::kRefuse;
   Drag({259, 10}, {200, 10});
   EXPECT_EQ(sheet.ColWidth(2), 1950);
-  listener.verdict = Verdict::kAllow;
+  listener.verdict = platform::Verdict::kAllow;
   Drag({259, 10}, {-500, 10});
   EXPECT_EQ(sheet.ColWidth(2), 60);
 }

@@ -16,16 +16,16 @@ using test::Numbers;
 using test::Together;
 
 // Performs its action once, in the next call it receives.
-class Meddler : public SheetObserver, public SheetViewer {
+class Meddler : public platform::GridObserver, public SheetViewer {
  public:
-  Verdict BeforeRowColChange(const CellPosition&, const CellPosition&) override {
+  platform::Verdict BeforeRowColChange(CellPosition, CellPosition) override {
     Do(before_move);
-    return Verdict::kAllow;
+    return platform::Verdict::kAllow;
   }
-  void AfterRowColChange(const CellPosition&, const CellPosition&) override { Do(after_move); }
-  Verdict BeforeUserResize(int, int) override {
+  void AfterRowColChange(CellPosition, CellPosition) override { Do(after_move); }
+  platform::Verdict BeforeUserResize(int, int) override {
     Do(before_resize);
-    return Verdict::kAllow;
+    return platform::Verdict::kAllow;
   }
   void AfterUserResize(int row, int column) override { resized = {row, column}; }
   void AfterMoveColumn(int, int) override { ++moved_columns; }

@@ -8,8 +8,8 @@
 
 namespace stockbook::testing {
 
-// A grid before another one, which refuses the call that it is told to: its n-th from now on. Switching redraw and
-// setting the tag always work.
+// Stands before another grid and refuses its n-th call from when it is told to. What ends an operation (redraw, tag,
+// observer) is never refused.
 class FaultyGrid : public platform::Grid {
  public:
   explicit FaultyGrid(platform::Grid& real) : real_(real) {}
@@ -19,456 +19,138 @@ class FaultyGrid : public platform::Grid {
   // Whether the call came and was refused.
   bool HasRefused() const { return refused_; }
 
-  std::string TextMatrix(int row, int column) const override {
-    Count();
-    return real_.TextMatrix(row, column);
-  }
-  void SetTextMatrix(int row, int column, std::string_view text) override {
-    Count();
-    real_.SetTextMatrix(row, column, text);
-  }
-  int64_t TextRevision() const override {
-    Count();
-    return real_.TextRevision();
-  }
-  double ValueMatrix(int row, int column) const override {
-    Count();
-    return real_.ValueMatrix(row, column);
-  }
-  base::Value CellData(int row, int column) const override {
-    Count();
-    return real_.CellData(row, column);
-  }
+  std::string TextMatrix(int row, int column) const override { return Asked().TextMatrix(row, column); }
+  void SetTextMatrix(int row, int column, std::string_view text) override { Asked().SetTextMatrix(row, column, text); }
+  int64_t TextRevision() const override { return Asked().TextRevision(); }
+  double ValueMatrix(int row, int column) const override { return Asked().ValueMatrix(row, column); }
+  base::Value CellData(int row, int column) const override { return Asked().CellData(row, column); }
   void SetCellData(int row, int column, base::Value data) override {
-    Count();
-    real_.SetCellData(row, column, std::move(data));
+    Asked().SetCellData(row, column, std::move(data));
   }
-  std::string DisplayText(int row, int column) const override {
-    Count();
-    return real_.DisplayText(row, column);
-  }
+  std::string DisplayText(int row, int column) const override { return Asked().DisplayText(row, column); }
   std::string FormatValue(int column, const base::Value& value) const override {
-    Count();
-    return real_.FormatValue(column, value);
-  }
-  platform::PictureRef CellPicture(int row, int column) const override {
-    Count();
-    return real_.CellPicture(row, column);
-  }
-  platform::PictureAlignment CellPictureAlignment(int row, int column) const override {
-    Count();
-    return real_.CellPictureAlignment(row, column);
+    return Asked().FormatValue(column, value);
   }
   void SetCellPicture(const platform::CellRange& range, const platform::PictureRef& picture,
                       platform::PictureAlignment alignment) override {
-    Count();
-    real_.SetCellPicture(range, picture, alignment);
+    Asked().SetCellPicture(range, picture, alignment);
   }
   void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) override {
-    Count();
-    real_.SetCellAlignment(range, alignment);
-  }
-  std::string CellFontName(int row, int column) const override {
-    Count();
-    return real_.CellFontName(row, column);
+    Asked().SetCellAlignment(range, alignment);
   }
   void SetCellFontName(const platform::CellRange& range, std::string_view name) override {
-    Count();
-    real_.SetCellFontName(range, name);
+    Asked().SetCellFontName(range, name);
   }
-  platform::Colour CellBackColor(int row, int column) const override {
-    Count();
-    return real_.CellBackColor(row, column);
-  }
-  platform::Colour CellForeColor(int row, int column) const override {
-    Count();
-    return real_.CellForeColor(row, column);
-  }
+  platform::Colour CellBackColor(int row, int column) const override { return Asked().CellBackColor(row, column); }
+  platform::Colour CellForeColor(int row, int column) const override { return Asked().CellForeColor(row, column); }
   void SetCellColors(const platform::CellRange& range, platform::Colour back, platform::Colour fore) override {
-    Count();
-    real_.SetCellColors(range, back, fore);
+    Asked().SetCellColors(range, back, fore);
   }
-  int Cols() const override {
-    Count();
-    return real_.Cols();
-  }
-  void SetCols(int count) override {
-    Count();
-    real_.SetCols(count);
-  }
-  int FixedCols() const override {
-    Count();
-    return real_.FixedCols();
-  }
-  void SetFixedCols(int count) override {
-    Count();
-    real_.SetFixedCols(count);
-  }
-  int FrozenCols() const override {
-    Count();
-    return real_.FrozenCols();
-  }
-  void SetFrozenCols(int count) override {
-    Count();
-    real_.SetFrozenCols(count);
-  }
-  int ColIndex(std::string_view key) const override {
-    Count();
-    return real_.ColIndex(key);
-  }
-  std::string ColKey(int column) const override {
-    Count();
-    return real_.ColKey(column);
-  }
-  void SetColKey(int column, std::string_view key) override {
-    Count();
-    real_.SetColKey(column, key);
-  }
-  void SetColPosition(int column, int position) override {
-    Count();
-    real_.SetColPosition(column, position);
-  }
-  int64_t ColRevision() const override {
-    Count();
-    return real_.ColRevision();
-  }
-  bool ColHidden(int column) const override {
-    Count();
-    return real_.ColHidden(column);
-  }
-  void SetColHidden(int column, bool hidden) override {
-    Count();
-    real_.SetColHidden(column, hidden);
-  }
-  platform::DataType ColDataType(int column) const override {
-    Count();
-    return real_.ColDataType(column);
-  }
-  void SetColDataType(int column, platform::DataType type) override {
-    Count();
-    real_.SetColDataType(column, type);
-  }
-  std::string ColFormat(int column) const override {
-    Count();
-    return real_.ColFormat(column);
-  }
-  void SetColFormat(int column, std::string_view format) override {
-    Count();
-    real_.SetColFormat(column, format);
-  }
-  int ColWidth(int column) const override {
-    Count();
-    return real_.ColWidth(column);
-  }
-  void SetColWidth(int column, int twips) override {
-    Count();
-    real_.SetColWidth(column, twips);
-  }
-  platform::Alignment ColAlignment(int column) const override {
-    Count();
-    return real_.ColAlignment(column);
-  }
+  int Cols() const override { return Asked().Cols(); }
+  void SetCols(int count) override { Asked().SetCols(count); }
+  int FixedCols() const override { return Asked().FixedCols(); }
+  void SetFixedCols(int count) override { Asked().SetFixedCols(count); }
+  int FrozenCols() const override { return Asked().FrozenCols(); }
+  void SetFrozenCols(int count) override { Asked().SetFrozenCols(count); }
+  int ColIndex(std::string_view key) const override { return Asked().ColIndex(key); }
+  std::string ColKey(int column) const override { return Asked().ColKey(column); }
+  void SetColKey(int column, std::string_view key) override { Asked().SetColKey(column, key); }
+  void SetColPosition(int column, int position) override { Asked().SetColPosition(column, position); }
+  int64_t ColRevision() const override { return Asked().ColRevision(); }
+  bool ColHidden(int column) const override { return Asked().ColHidden(column); }
+  void SetColHidden(int column, bool hidden) override { Asked().SetColHidden(column, hidden); }
+  platform::DataType ColDataType(int column) const override { return Asked().ColDataType(column); }
+  void SetColDataType(int column, platform::DataType type) override { Asked().SetColDataType(column, type); }
+  std::string ColFormat(int column) const override { return Asked().ColFormat(column); }
+  void SetColFormat(int column, std::string_view format) override { Asked().SetColFormat(column, format); }
+  int ColWidth(int column) const override { return Asked().ColWidth(column); }
+  void SetColWidth(int column, int twips) override { Asked().SetColWidth(column, twips); }
   void SetColAlignment(int column, platform::Alignment alignment) override {
-    Count();
-    real_.SetColAlignment(column, alignment);
+    Asked().SetColAlignment(column, alignment);
   }
-  int Rows() const override {
-    Count();
-    return real_.Rows();
-  }
-  void SetRows(int count) override {
-    Count();
-    real_.SetRows(count);
-  }
-  int FixedRows() const override {
-    Count();
-    return real_.FixedRows();
-  }
-  void SetFixedRows(int count) override {
-    Count();
-    real_.SetFixedRows(count);
-  }
-  void AddItem(std::string_view tab_text, int position) override {
-    Count();
-    real_.AddItem(tab_text, position);
-  }
-  void RemoveItem(int row) override {
-    Count();
-    real_.RemoveItem(row);
-  }
-  bool RowHidden(int row) const override {
-    Count();
-    return real_.RowHidden(row);
-  }
-  void SetRowHidden(int row, bool hidden) override {
-    Count();
-    real_.SetRowHidden(row, hidden);
-  }
-  int RowHeight(int row) const override {
-    Count();
-    return real_.RowHeight(row);
-  }
-  void SetRowHeight(int row, int twips) override {
-    Count();
-    real_.SetRowHeight(row, twips);
-  }
-  float RowHeightMin() const override {
-    Count();
-    return real_.RowHeightMin();
-  }
-  void SetRowHeightMin(float twips) override {
-    Count();
-    real_.SetRowHeightMin(twips);
-  }
-  float RowHeightMax() const override {
-    Count();
-    return real_.RowHeightMax();
-  }
-  void SetRowHeightMax(float twips) override {
-    Count();
-    real_.SetRowHeightMax(twips);
-  }
+  int Rows() const override { return Asked().Rows(); }
+  void SetRows(int count) override { Asked().SetRows(count); }
+  int FixedRows() const override { return Asked().FixedRows(); }
+  void SetFixedRows(int count) override { Asked().SetFixedRows(count); }
+  void AddItem(std::string_view tab_text, int position) override { Asked().AddItem(tab_text, position); }
+  bool RowHidden(int row) const override { return Asked().RowHidden(row); }
+  void SetRowHidden(int row, bool hidden) override { Asked().SetRowHidden(row, hidden); }
+  int RowHeight(int row) const override { return Asked().RowHeight(row); }
+  void SetRowHeight(int row, int twips) override { Asked().SetRowHeight(row, twips); }
+  float RowHeightMin() const override { return Asked().RowHeightMin(); }
+  void SetRowHeightMin(float twips) override { Asked().SetRowHeightMin(twips); }
+  float RowHeightMax() const override { return Asked().RowHeightMax(); }
+  void SetRowHeightMax(float twips) override { Asked().SetRowHeightMax(twips); }
   void GroupBy(int column, int caption_column, std::string_view caption_format) override {
-    Count();
-    real_.GroupBy(column, caption_column, caption_format);
+    Asked().GroupBy(column, caption_column, caption_format);
   }
-  void SetIsSubtotal(int row, bool subtotal) override {
-    Count();
-    real_.SetIsSubtotal(row, subtotal);
-  }
-  bool IsSubtotal(int row) const override {
-    Count();
-    return real_.IsSubtotal(row);
-  }
-  int NextSubtotal(int row) const override {
-    Count();
-    return real_.NextSubtotal(row);
-  }
-  int RowOutlineLevel(int row) const override {
-    Count();
-    return real_.RowOutlineLevel(row);
-  }
-  void SetRowOutlineLevel(int row, int level) override {
-    Count();
-    real_.SetRowOutlineLevel(row, level);
-  }
-  bool IsCollapsed(int row) const override {
-    Count();
-    return real_.IsCollapsed(row);
-  }
-  void SetIsCollapsed(int row, bool collapsed) override {
-    Count();
-    real_.SetIsCollapsed(row, collapsed);
-  }
-  int OutlineCol() const override {
-    Count();
-    return real_.OutlineCol();
-  }
-  void SetOutlineCol(int column) override {
-    Count();
-    real_.SetOutlineCol(column);
-  }
-  platform::OutlineBarStyle OutlineBar() const override {
-    Count();
-    return real_.OutlineBar();
-  }
-  void SetOutlineBar(platform::OutlineBarStyle style) override {
-    Count();
-    real_.SetOutlineBar(style);
-  }
-  platform::PictureRef NodeOpenPicture() const override {
-    Count();
-    return real_.NodeOpenPicture();
-  }
-  void SetNodeOpenPicture(const platform::PictureRef& picture) override {
-    Count();
-    real_.SetNodeOpenPicture(picture);
-  }
-  platform::PictureRef NodeClosedPicture() const override {
-    Count();
-    return real_.NodeClosedPicture();
-  }
-  void SetNodeClosedPicture(const platform::PictureRef& picture) override {
-    Count();
-    real_.SetNodeClosedPicture(picture);
-  }
+  void SetIsSubtotal(int row, bool subtotal) override { Asked().SetIsSubtotal(row, subtotal); }
+  bool IsSubtotal(int row) const override { return Asked().IsSubtotal(row); }
+  int NextSubtotal(int row) const override { return Asked().NextSubtotal(row); }
+  int RowOutlineLevel(int row) const override { return Asked().RowOutlineLevel(row); }
+  void SetRowOutlineLevel(int row, int level) override { Asked().SetRowOutlineLevel(row, level); }
+  bool IsCollapsed(int row) const override { return Asked().IsCollapsed(row); }
+  void SetIsCollapsed(int row, bool collapsed) override { Asked().SetIsCollapsed(row, collapsed); }
+  int OutlineCol() const override { return Asked().OutlineCol(); }
+  void SetOutlineCol(int column) override { Asked().SetOutlineCol(column); }
+  platform::OutlineBarStyle OutlineBar() const override { return Asked().OutlineBar(); }
+  void SetOutlineBar(platform::OutlineBarStyle style) override { Asked().SetOutlineBar(style); }
+  void SetNodeOpenPicture(const platform::PictureRef& picture) override { Asked().SetNodeOpenPicture(picture); }
+  void SetNodeClosedPicture(const platform::PictureRef& picture) override { Asked().SetNodeClosedPicture(picture); }
   void LoadColumns(std::vector<columns::Column> columns, int first_column) override {
-    Count();
-    real_.LoadColumns(std::move(columns), first_column);
+    Asked().LoadColumns(std::move(columns), first_column);
   }
-  size_t RecordCount() const override {
-    Count();
-    return real_.RecordCount();
-  }
-  int RowOfRecord(size_t record) const override {
-    Count();
-    return real_.RowOfRecord(record);
-  }
-  int64_t RecordOfRow(int row) const override {
-    Count();
-    return real_.RecordOfRow(row);
-  }
-  int RecordsFrom(int row) const override {
-    Count();
-    return real_.RecordsFrom(row);
-  }
-  int64_t LoadedRevision() const override {
-    Count();
-    return real_.LoadedRevision();
-  }
-  const columns::Column* LoadedText(int column) const override {
-    Count();
-    return real_.LoadedText(column);
-  }
-  const columns::Column* LoadedData(int column) const override {
-    Count();
-    return real_.LoadedData(column);
-  }
-  bool HasEditedRecords(int column) const override {
-    Count();
-    return real_.HasEditedRecords(column);
-  }
-  void ReplaceLoaded(int column, columns::Column values) override {
-    Count();
-    real_.ReplaceLoaded(column, std::move(values));
-  }
+  size_t RecordCount() const override { return Asked().RecordCount(); }
+  int RowOfRecord(size_t record) const override { return Asked().RowOfRecord(record); }
+  int64_t RecordOfRow(int row) const override { return Asked().RecordOfRow(row); }
+  int RecordsFrom(int row) const override { return Asked().RecordsFrom(row); }
+  int64_t LoadedRevision() const override { return Asked().LoadedRevision(); }
+  const columns::Column* LoadedText(int column) const override { return Asked().LoadedText(column); }
+  const columns::Column* LoadedData(int column) const override { return Asked().LoadedData(column); }
+  bool HasEditedRecords(int column) const override { return Asked().HasEditedRecords(column); }
+  void ReplaceLoaded(int column, columns::Column values) override { Asked().ReplaceLoaded(column, std::move(values)); }
   void ReplaceLoadedText(int column, columns::Column texts) override {
-    Count();
-    real_.ReplaceLoadedText(column, std::move(texts));
+    Asked().ReplaceLoadedText(column, std::move(texts));
   }
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
                          platform::PictureAlignment alignment) override {
-    Count();
-    real_.SetLoadedPictures(column, std::move(codes), std::move(pictures), alignment);
+    Asked().SetLoadedPictures(column, std::move(codes), std::move(pictures), alignment);
   }
-  int Row() const override {
-    Count();
-    return real_.Row();
-  }
-  int Col() const override {
-    Count();
-    return real_.Col();
-  }
-  void Select(int row, int column) override {
-    Count();
-    real_.Select(row, column);
-  }
-  int RowSel() const override {
-    Count();
-    return real_.RowSel();
-  }
-  int ColSel() const override {
-    Count();
-    return real_.ColSel();
-  }
-  void SelectRange(int row, int column, int row_sel, int col_sel) override {
-    Count();
-    real_.SelectRange(row, column, row_sel, col_sel);
-  }
-  int TopRow() const override {
-    Count();
-    return real_.TopRow();
-  }
-  void SetTopRow(int row) override {
-    Count();
-    real_.SetTopRow(row);
-  }
-  int BottomRow() const override {
-    Count();
-    return real_.BottomRow();
-  }
-  int LeftCol() const override {
-    Count();
-    return real_.LeftCol();
-  }
-  void SetLeftCol(int column) override {
-    Count();
-    real_.SetLeftCol(column);
-  }
-  bool RowIsVisible(int row) const override {
-    Count();
-    return real_.RowIsVisible(row);
-  }
-  int MouseRow() const override {
-    Count();
-    return real_.MouseRow();
-  }
-  int MouseCol() const override {
-    Count();
-    return real_.MouseCol();
-  }
-  bool Redraw() const override {
-    Count();
-    return real_.Redraw();
-  }
+  int Row() const override { return Asked().Row(); }
+  int Col() const override { return Asked().Col(); }
+  void Select(int row, int column) override { Asked().Select(row, column); }
+  int RowSel() const override { return Asked().RowSel(); }
+  int ColSel() const override { return Asked().ColSel(); }
+  int TopRow() const override { return Asked().TopRow(); }
+  void SetTopRow(int row) override { Asked().SetTopRow(row); }
+  int BottomRow() const override { return Asked().BottomRow(); }
+  bool RowIsVisible(int row) const override { return Asked().RowIsVisible(row); }
+  int MouseRow() const override { return Asked().MouseRow(); }
+  int MouseCol() const override { return Asked().MouseCol(); }
+  bool Redraw() const override { return Asked().Redraw(); }
   void SetRedraw(bool on) override { real_.SetRedraw(on); }
-  std::string Tag() const override {
-    Count();
-    return real_.Tag();
-  }
+  std::string Tag() const override { return Asked().Tag(); }
   void SetTag(std::string_view tag) override { real_.SetTag(tag); }
-  platform::MousePointer Pointer() const override {
-    Count();
-    return real_.Pointer();
-  }
-  void SetPointer(platform::MousePointer pointer) override {
-    Count();
-    real_.SetPointer(pointer);
-  }
-  std::string SelectionText() const override {
-    Count();
-    return real_.SelectionText();
-  }
-  void SetGridObserver(platform::GridObserver* observer) override { real_.SetGridObserver(observer); }
+  platform::MousePointer Pointer() const override { return Asked().Pointer(); }
+  void SetPointer(platform::MousePointer pointer) override { Asked().SetPointer(pointer); }
+  void CopySelection(platform::Clipboard& clipboard) override { Asked().CopySelection(clipboard); }
+  void SetObserver(platform::GridObserver* observer) override { real_.SetObserver(observer); }
   int64_t Revision() const override { return real_.Revision(); }
-  void CollapseAll(bool collapsed) override {
-    Count();
-    real_.CollapseAll(collapsed);
-  }
-  platform::Colour ColourOf(platform::GridColour which) const override {
-    Count();
-    return real_.ColourOf(which);
-  }
-  void SetColour(platform::GridColour which, platform::Colour colour) override {
-    Count();
-    real_.SetColour(which, colour);
-  }
-  platform::GridLineStyle GridLines() const override {
-    Count();
-    return real_.GridLines();
-  }
-  void SetGridLines(platform::GridLineStyle style) override {
-    Count();
-    real_.SetGridLines(style);
-  }
-  platform::GridLineStyle GridLinesFixed() const override {
-    Count();
-    return real_.GridLinesFixed();
-  }
-  void SetGridLinesFixed(platform::GridLineStyle style) override {
-    Count();
-    real_.SetGridLinesFixed(style);
-  }
-  platform::ScrollBarsSetting ScrollBars() const override {
-    Count();
-    return real_.ScrollBars();
-  }
-  void SetScrollBars(platform::ScrollBarsSetting setting) override {
-    Count();
-    real_.SetScrollBars(setting);
-  }
-  platform::Font GridFont() const override {
-    Count();
-    return real_.GridFont();
-  }
-  void SetGridFont(const platform::Font& font) override {
-    Count();
-    real_.SetGridFont(font);
-  }
+  void CollapseAll(bool collapsed) override { Asked().CollapseAll(collapsed); }
+  platform::Colour ColourOf(platform::GridColour which) const override { return Asked().ColourOf(which); }
+  void SetColour(platform::GridColour which, platform::Colour colour) override { Asked().SetColour(which, colour); }
+  platform::GridLineStyle GridLines() const override { return Asked().GridLines(); }
+  void SetGridLines(platform::GridLineStyle style) override { Asked().SetGridLines(style); }
+  platform::GridLineStyle GridLinesFixed() const override { return Asked().GridLinesFixed(); }
+  void SetGridLinesFixed(platform::GridLineStyle style) override { Asked().SetGridLinesFixed(style); }
+  platform::ScrollBarsSetting ScrollBars() const override { return Asked().ScrollBars(); }
+  void SetScrollBars(platform::ScrollBarsSetting setting) override { Asked().SetScrollBars(setting); }
+  platform::Font GridFont() const override { return Asked().GridFont(); }
+  void SetGridFont(const platform::Font& font) override { Asked().SetGridFont(font); }
 
  private:
-  void Count() const {
-    if (left_ == 0 || --left_ > 0) return;
+  platform::Grid& Asked() const {
+    if (left_ == 0 || --left_ > 0) return real_;
     refused_ = true;
     throw platform::Error("grid", "the grid refuses");
   }

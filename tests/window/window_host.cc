@@ -29,10 +29,10 @@ namespace {
 constexpr int kNoDoubleClicks = 1;  // milliseconds
 
 // Records what a host hears about the mouse.
-class Listener : public sheet::SheetObserver {
+class Listener : public platform::GridObserver {
  public:
-  void MouseDown(const sheet::MouseEvent& event) override { Hear("down", static_cast<int>(event.button)); }
-  void MouseUp(const sheet::MouseEvent& event) override { Hear("up", static_cast<int>(event.button)); }
+  void MouseDown(const platform::GridMouseEvent& event) override { Hear("down", static_cast<int>(event.button)); }
+  void MouseUp(const platform::GridMouseEvent& event) override { Hear("up", static_cast<int>(event.button)); }
   void DoubleClick() override { heard_ += "double "; }
   void AfterUserResize(int row, int column) override { Hear(row >= 0 ? "row" : "column", row >= 0 ? row : column); }
   void AfterMoveColumn(int column, int position) override {

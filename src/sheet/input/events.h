@@ -3,24 +3,13 @@
 
 #include <cstdint>
 
+#include "platform/grid_observer.h"
 #include "sheet/paint/rect.h"
 
 namespace stockbook::sheet {
 
-enum class MouseButton : int16_t { kNone = 0, kLeft = 1, kRight = 2, kMiddle = 4 };
-
-// Bits of the modifier keys, as the sheet's mouse events report them.
-struct Modifiers {
-  static constexpr int16_t kShift = 1;
-  static constexpr int16_t kControl = 2;
-  static constexpr int16_t kAlt = 4;
-
-  int16_t bits = 0;
-
-  bool Shift() const { return (bits & kShift) != 0; }
-  bool Control() const { return (bits & kControl) != 0; }
-  bool Alt() const { return (bits & kAlt) != 0; }
-};
+using platform::Modifiers;
+using platform::MouseButton;
 
 // A mouse event at a point of the view in device pixels. `button` is the one pressed or released, or held while moving.
 struct MouseEvent {
@@ -28,6 +17,9 @@ struct MouseEvent {
   Modifiers modifiers;
   Point at;
 };
+
+// The same as the grid's observer hears it, at so many device pixels to a pixel of 96 to the inch.
+platform::GridMouseEvent ToGridEvent(const MouseEvent& event, double scale);
 
 enum class Key : uint8_t {
   kUp,

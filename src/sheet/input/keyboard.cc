@@ -9,7 +9,7 @@ namespace stockbook::sheet {
 
 bool Keyboard::Press(const KeyEvent& event) {
   if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
-  // Who copies may have something to copy where nothing is selected.
+  // The observer may have something to copy even where nothing is selected.
   if (IsCopying(event) && sheet_.observer().Copy()) return true;
   const Selection& selection = sheet_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
@@ -38,7 +38,7 @@ bool Keyboard::Command(const KeyEvent& event) {
       return control;
     case Key::kC:
     case Key::kInsert:
-      return control && sheet_.CopySelection();
+      return control && Copy();
     case Key::kSpace:
       return SelectWhole(event.modifiers);
     case Key::kEnter:
@@ -51,6 +51,12 @@ bool Keyboard::Command(const KeyEvent& event) {
       FoldAll(event.key == Key::kMinus);
       return true;
   }
+}
+
+bool Keyboard::Copy() {
+  if (sheet_.clipboard() == nullptr) return false;
+  sheet_.CopySelection(*sheet_.clipboard());
+  return true;
 }
 
 // With Shift the rows of the selection from the first column to the last, with Control its columns from top to bottom.
@@ -69,7 +75,7 @@ bool Keyboard::SelectWhole(Modifiers modifiers) {
   return true;
 }
 
-// Where nobody watches the sheet the key is left to the dialog around it.
+// Without an observer the key is left to the dialog around the sheet.
 bool Keyboard::DoubleClick() {
   if (!sheet_.IsObserved()) return false;
   sheet_.SetMouseCell(sheet_.selection().current);
@@ -84,7 +90,8 @@ bool Keyboard::PressRight(Modifiers modifiers) {
   if (modifiers.Control()) cell.row = 0;
   const Rect area = sheet_.geometry().CellRect(cell.row, cell.column);
   sheet_.SetMouseCell(cell);
-  sheet_.observer().MouseDown({MouseButton::kRight, {}, {area.x + area.width / 2, area.y + area.height / 2}});
+  const Point middle{area.x + area.width / 2, area.y + area.height / 2};
+  sheet_.observer().MouseDown(ToGridEvent({MouseButton::kRight, {}, middle}, sheet_.scale()));
   return true;
 }
 
@@ -179,7 +186,7 @@ int Keyboard::PageRow(int row, int direction) const {
 
 bool Keyboard::FoldNode(const KeyEvent& event) {
   const CellPosition cell = sheet_.selection().current;
-  if (event.modifiers.bits != 0) return false;
+  if (event.modifiers.Any()) return false;
   if (event.key == Key::kLeft && GoToNode(cell)) return true;
   if (!sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
   const bool collapsed = sheet_.IsCollapsed(cell.row);

@@ -28,6 +28,7 @@ class Keyboard {
   static bool IsCommand(Key key);
   static bool IsCopying(const KeyEvent& event);
   bool Command(const KeyEvent& event);
+  bool Copy();
   bool SelectWhole(Modifiers modifiers);
   void FoldAll(bool collapsed);
   // Selects and brings the end of it into view, where the observer lets it.

@@ -83,7 +83,7 @@ void Mouse::Press(const MouseEvent& event) {
   pressed_ = last_ = event.at;
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
   if (event.button == MouseButton::kLeft) PressLeft(event);
-  sheet_.observer().MouseDown(event);
+  sheet_.observer().MouseDown(ToGridEvent(event, sheet_.scale()));
 }
 
 void Mouse::PressLeft(const MouseEvent& event) {
@@ -174,7 +174,7 @@ void Mouse::Release(const MouseEvent& event) {
       sheet_.observer().AfterUserResize(resized.row, resized.column);
   }
   sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
-  sheet_.observer().MouseUp(event);
+  sheet_.observer().MouseUp(ToGridEvent(event, sheet_.scale()));
 }
 
 void Mouse::DoubleClick(const MouseEvent& event) {
@@ -201,7 +201,7 @@ void Mouse::Fit(const Edge& edge) {
 }
 
 bool Mouse::Refuses(const Edge& edge) const {
-  return sheet_.observer().BeforeUserResize(edge.row, edge.column) == Verdict::kRefuse;
+  return sheet_.observer().BeforeUserResize(edge.row, edge.column) == platform::Verdict::kRefuse;
 }
 
 bool Mouse::Cancel() {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "sheet/input/events.h"
-#include "sheet/input/observer.h"
+#include "sheet/input/viewer.h"
 #include "sheet/paint/rect.h"
 #include "sheet/selection/selection.h"
 

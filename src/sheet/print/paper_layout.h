@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sheet/input/observer.h"
+#include "sheet/input/viewer.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {

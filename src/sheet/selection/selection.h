@@ -7,12 +7,7 @@
 
 namespace stockbook::sheet {
 
-struct CellPosition {
-  int row = -1;
-  int column = -1;
-
-  bool operator==(const CellPosition&) const = default;
-};
+using platform::CellPosition;
 
 // The current cell and the other corner of the selected range. A plain value; -1 where there is no cell.
 struct Selection {

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT The text of a copied selection, byte by byte.
 #include <gtest/gtest.h>
 
-#include "interaction/copy.h"
 #include "platform/error.h"
 #include "sheet/sheet.h"
-#include "support/fake_surroundings.h"
-#include "support/faulty_grid.h"
+#include "support/fake_ports.h"
 
-namespace stockbook::interaction {
+namespace stockbook::sheet {
 namespace {
 
 // A sheet of one caption row, a fixed column and five columns; the cell of row r and column c is "rc".
@@ -23,11 +21,11 @@ class CopyRules : public ::testing::Test {
     }
   }
   std::string Copied() {
-    CopySelection(sheet_, clipboard_);
+    sheet_.CopySelection(clipboard_);
     return clipboard_.text;
   }
 
-  sheet::Sheet sheet_;
+  Sheet sheet_;
   testing::FakeClipboard clipboard_;
 };
 
@@ -95,22 +93,20 @@ TEST_F(CopyRules, AGridWithoutDataRowsGivesTheCaptionLine) {
 }
 
 TEST_F(CopyRules, AFailureLeavesTheClipboardEmptyAndThePointerAsUsual) {
+  class Refusing : public testing::FakeClipboard {
+   public:
+    void SetText(std::string_view) override { throw platform::Error("clipboard", "occupied"); }
+  } refusing;
   sheet_.Select(5, 3);
-  int failures = 0;
-  for (int call = 1; call < 10; ++call) {
-    testing::FaultyGrid faulty(sheet_);
-    clipboard_.text = "before";
-    faulty.RefuseCall(call);
-    try {
-      CopySelection(faulty, clipboard_);
-    } catch (const platform::Error&) {
-      ++failures;
-      EXPECT_EQ(clipboard_.text, call == 1 ? "before" : "") << call;
-    }
-  }
-  EXPECT_GE(failures, 2) << "the pointer and the text";
+  refusing.text = "before";
+  EXPECT_THROW(sheet_.CopySelection(refusing), platform::Error);
+  EXPECT_EQ(refusing.text, "");
+  EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kDefault);
+  refusing.text = "before";
+  refusing.on_clear = [] { throw platform::Error("clipboard", "occupied"); };
+  EXPECT_THROW(sheet_.CopySelection(refusing), platform::Error);
   EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kDefault);
 }
 
 }  // namespace
-}  // namespace stockbook::interaction
+}  // namespace stockbook::sheet
