@@ -32,7 +32,7 @@ std::string ErrorOf(const Words& words) {
   return "no error";
 }
 
-TEST(CommandLine, ReadsValuesBehindABlankOrAnEqualsSign) {
+TEST(CommandLine, ReadsValuesAfterABlankOrAnEqualsSign) {
   EXPECT_EQ(Parsed({"--output", "a.db"}).Value("output"), "a.db");
   EXPECT_EQ(Parsed({"--output=a=b"}).Value("output"), "a=b");
   EXPECT_EQ(Parsed({"--output="}).Value("output"), "");
@@ -45,7 +45,7 @@ TEST(CommandLine, TakesANegativeNumberAsAValueButNoOption) {
   EXPECT_EQ(ErrorOf({"-o"}), "The option -o needs a value behind it.");
 }
 
-TEST(CommandLine, KeepsEverythingBehindADoubleDashAsItIs) {
+TEST(CommandLine, KeepsEverythingAfterADoubleDashAsItIs) {
   const CommandLine line = Parsed({"a", "-s", "--", "--strict", "-o"});
   EXPECT_EQ(line.positionals(), (Words{"a", "--strict", "-o"}));
   EXPECT_TRUE(line.Has("strict"));

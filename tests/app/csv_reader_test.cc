@@ -100,7 +100,7 @@ TEST(CsvReader, RefusesUtf16) {
   EXPECT_THROW(ParseIn(std::string("\xFE\xFF\0a", 4), 100), platform::Error);
 }
 
-TEST(CsvReader, GivesUpALineWithTextBehindAQuoteAndReadsOn) {
+TEST(CsvReader, GivesUpALineWithTextAfterAQuoteAndReadsOn) {
   const Parsed parsed = Parse("\"a\"b,c\nd,e\n");
   EXPECT_EQ(parsed.faults, (std::vector<CsvFault>{CsvFault::TextAfterQuote, CsvFault::None}));
   EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"d", "e"}));

@@ -117,7 +117,7 @@ TEST_F(GridEvents, GiveTheRowItsColoursBackWhereAllColumnsAreFrozen) {
   EXPECT_EQ(grid().CellForeColor(4, 2), fore);
 }
 
-TEST_F(GridEvents, GiveTheRowItsColoursBackBehindALoadWhoseArgumentsWereRefused) {
+TEST_F(GridEvents, GiveTheRowItsColoursBackAfterALoadWhoseArgumentsWereRefused) {
   const platform::Colour back = grid().CellBackColor(4, 2);
   control().SetRow(4);
   ASSERT_FALSE(control().Load(-1, 40000));

@@ -112,7 +112,7 @@ TEST_F(LoadRules, AMissingClassCodeIsLookedUpForAProductFromOneOnOnly) {
   EXPECT_FALSE(WasSent("Select ClassCode From")) << "a code that is given is not looked up";
 }
 
-TEST_F(LoadRules, TheJournalIsReadOnceWithTheProvidersChoiceAndTheBalanceBehindIt) {
+TEST_F(LoadRules, TheJournalIsReadOnceWithTheProvidersChoiceAndTheBalanceAfterIt) {
   connection_->Forget();
   connection_->options.clear();
   control().Load(7, 0);

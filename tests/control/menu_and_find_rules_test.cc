@@ -57,7 +57,7 @@ TEST_F(MenuRules, TheFindItemOnlyAsksTheHost) {
   EXPECT_EQ(heard_.Take(), (Lines{"CommandExecute Find"}));
 }
 
-TEST_F(MenuRules, TheDefaultLayoutComesBeforeItsCommandAndTheNamesBehindIt) {
+TEST_F(MenuRules, TheDefaultLayoutComesBeforeItsCommandAndTheNamesAfterIt) {
   const int name = ColumnOf("ProductName");
   grid().SetCellData(4, name, base::Value(std::string("螺栓")));
   grid().SetTextMatrix(4, name, "old");

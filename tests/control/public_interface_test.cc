@@ -178,7 +178,7 @@ TEST_F(LoadedControl, CountsFixedRowsAmongItsRows) {
   EXPECT_EQ(fakes_.control->Rows(), fakes_.fg.Rows());
 }
 
-TEST(Control, BringsARowBehindManyFoldedOnesIntoViewInFewSteps) {
+TEST(Control, BringsARowAfterManyFoldedOnesIntoViewInFewSteps) {
   ControlOverFakes fakes;
   testing::FaultyGrid counting(fakes.fg);
   Stockbook control({counting, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});

@@ -50,7 +50,7 @@ TEST_F(JournalLines, OfADeletedProductAreStillListedWithoutItsName) {
   EXPECT_EQ(Lines(base::SupplierJournal, 5, "ProductName"), "100=~ 101=~ ");
 }
 
-TEST_F(JournalLines, OfPeriodsBehindTheNewestOneAreNotListed) {
+TEST_F(JournalLines, OfPeriodsAfterTheNewestOneAreNotListed) {
   EXPECT_EQ(Lines(base::MaterialJournal, 0, "Period"), "101=2005-01 100=2005-01 200=2005-01 201=2005-02 102=2005-03 ");
   file_.Run("INSERT INTO tqAccPeriod VALUES ('2005-04')");
   EXPECT_EQ(Lines(base::MaterialJournal, 0, "Period"),

@@ -208,7 +208,7 @@ TEST_F(GridRules, ThePictureOfABillFollowsKindAndAudit) {
   }
 }
 
-TEST_F(GridRules, TheRowBehindTheLastStandsForTheCurrentOne) {
+TEST_F(GridRules, TheRowAfterTheLastStandsForTheCurrentOne) {
   Pictures pictures;
   pictures.rev = MakePicture("rev");
   pictures.bill = MakePicture("bill");

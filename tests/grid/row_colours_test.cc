@@ -24,7 +24,7 @@ class RowColoursOf : public ::testing::Test {
   sheet::Sheet sheet_;
 };
 
-TEST_F(RowColoursOf, AreThoseOfTheLastFrozenColumnAndTheOneBehindIt) {
+TEST_F(RowColoursOf, AreThoseOfTheLastFrozenColumnAndTheOneAfterIt) {
   RowColours colours;
   CaptureRowColours(sheet_, 2, colours);
   EXPECT_EQ(colours, kSet);

@@ -45,7 +45,7 @@ TEST(Recordset, SaysWhichFieldItDoesNotHaveAndWhatToDo) {
   }
 }
 
-TEST(Recordset, RefusesToReadBehindTheLastRecord) {
+TEST(Recordset, RefusesToReadAfterTheLastRecord) {
   Recordset rows = TwoRows();
   rows.MoveNext();
   rows.MoveNext();

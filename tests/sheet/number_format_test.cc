@@ -107,7 +107,7 @@ TEST(NumberFormat, ChoosesTheSectionOfTheSign) {
   EXPECT_EQ(Shown("\";\"0", 3), ";3");
 }
 
-TEST(NumberFormat, DividesByAThousandForEachCommaBehindTheLastDigit) {
+TEST(NumberFormat, DividesByAThousandForEachCommaAfterTheLastDigit) {
   EXPECT_EQ(Shown("#,##0,", 1234567), "1,235");
   EXPECT_EQ(Shown("0,,.0", 12345678), "12.3");
 }
