@@ -12,7 +12,7 @@
 
 int main(int argc, char** argv) {
   using namespace stockbook::app;
-  // A command is one line here; 'stockbook --help' lists them in this order.
+  // One line per command; 'stockbook --help' lists them in this order.
   const std::array commands{
       OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),
   };

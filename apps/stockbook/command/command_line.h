@@ -12,8 +12,8 @@
 
 namespace stockbook::app {
 
-// What was typed cannot be carried out as it stands; the program ends with 2. The message is one sentence: what is
-// wrong, where, and what to do about it.
+// Wrong arguments; the program exits with 2. The message is one sentence: what is wrong, where, and what to do about
+// it.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -21,17 +21,16 @@ class UsageError : public std::runtime_error {
 
 enum class OptionKind { Flag, Value, Values };
 
-// One option a command understands: --name, and -letter where there is one. Values may be given more than once.
+// One option of a command: --name, and -letter if it has one. Repeatable options may be given more than once.
 struct Option {
   std::string_view name;
   OptionKind kind = OptionKind::Flag;
   char letter = 0;
 };
 
-// The arguments of one command, taken apart: long options as `--name value` or `--name=value`, flags, letters as
-// `-o FILE`, and everything else in its order. `--` ends the options; `-` alone is no option. A value may begin with
-// one dash (`--second -1`) but not with two, unless it is written with `=`. Throws UsageError for what it does not
-// know.
+// The parsed arguments of one command: long options as `--name value` or `--name=value`, flags, letters as `-o FILE`,
+// and everything else in order. `--` ends the options; `-` alone is not an option. A value may begin with one dash
+// (`--second -1`), but with two only after `=`. Throws UsageError for unknown options.
 class CommandLine {
  public:
   CommandLine(std::span<const std::string> arguments, std::span<const Option> options);
@@ -40,7 +39,7 @@ class CommandLine {
   std::optional<std::string> Value(std::string_view name) const;
   // Every value of a repeatable option, in order.
   std::vector<std::string> Values(std::string_view name) const;
-  // The option's value as a whole number of least..most; UsageError when it is none.
+  // The option's value as a whole number of least..most; UsageError if it is not.
   std::optional<int64_t> Integer(std::string_view name, int64_t least, int64_t most) const;
   // The option's value, which must be one of the choices.
   std::optional<std::string> Choice(std::string_view name, std::span<const std::string_view> choices) const;

@@ -25,7 +25,7 @@ const Command* FindCommand(std::span<const Command> commands, std::string_view n
 
 bool IsHelp(std::string_view argument) { return argument == "--help" || argument == "-h"; }
 
-// Whether the user asks for help: --help anywhere before a "--".
+// Whether the user asks for help by --help anywhere before a "--".
 bool AsksForHelp(std::span<const std::string> arguments) {
   const auto end = std::find(arguments.begin(), arguments.end(), "--");
   return std::any_of(arguments.begin(), end, IsHelp);

@@ -9,15 +9,15 @@
 
 namespace stockbook::app {
 
-// Where a command reads and writes. Owned by main, or by a test.
+// The streams of a command. Owned by main or by a test.
 struct Terminal {
   std::istream& in;
   std::ostream& out;
   std::ostream& err;
 };
 
-// One command of the program. `run` gets the arguments behind the command word and returns the exit code; it throws
-// UsageError for wrong arguments and any other exception for what went wrong while working.
+// One command of the program. `run` gets the arguments after the command word and returns the exit code. It throws
+// UsageError for wrong arguments and any other exception for later errors.
 struct Command {
   std::string_view name;
   std::string_view summary;
@@ -29,12 +29,11 @@ inline constexpr int kExitDone = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-// Runs the command that the arguments name and returns the exit code. Without a command word it is `open`: when there
-// are no arguments, or the first one is an option, a file that exists, or ends in ".db". Every error is one line on
-// `err`.
+// Runs the command named by the arguments and returns the exit code. The command is `open` if there are no arguments,
+// or the first one is an option, an existing file, or ends in ".db". Every error is one line on `err`.
 int RunProgram(std::span<const Command> commands, const std::vector<std::string>& arguments, Terminal& terminal);
 
-// The text without line breaks and other control characters, so that a message stays one line whatever is quoted in it.
+// The text without line breaks and other control characters, so that a message stays on one line whatever it quotes.
 std::string OneLine(std::string_view text);
 
 }  // namespace stockbook::app

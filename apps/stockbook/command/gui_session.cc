@@ -30,7 +30,7 @@ bool NamesADisplay() {
 #endif
 }
 
-// A display that is named and does not answer ends the program inside of the toolkit; this is the last place to speak.
+// If a display is set but does not respond, the toolkit ends the program; this is the last chance to print an error.
 void SayFatalOnly(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
   if (type != QtFatalMsg) return;
   std::fprintf(stderr, "stockbook: %s\n", kNoDisplay);

@@ -18,12 +18,12 @@ class NoDisplay : public std::runtime_error {
 
 enum class GuiNeed { kWindow, kPicture };
 
-// The toolkit's application for the time of one command. Where one runs already (a test's), it is used. For pictures it
-// needs no display; without one for a window, the constructor throws NoDisplay. The toolkit's own messages, which speak
-// to its developers, stay unsaid.
+// The toolkit's application for the duration of one command. If one is already running (in a test), it is used.
+// Pictures need no display; a window does, and without one the constructor throws NoDisplay. The toolkit's own
+// messages, which are for developers, are suppressed.
 class GuiSession {
  public:
-  // `scale` is device pixels per logical pixel, of pictures only.
+  // `scale` is device pixels per logical pixel, for pictures only.
   explicit GuiSession(GuiNeed need, double scale = 1.0);
   ~GuiSession();
   GuiSession(const GuiSession&) = delete;
@@ -32,12 +32,12 @@ class GuiSession {
   int Run();
 
  private:
-  // What the application reads as its command line; it keeps the pointers.
+  // The application's command line; it keeps pointers to this.
   int argument_count_ = 1;
   std::string program_ = "stockbook";
   std::vector<char*> arguments_;
   std::unique_ptr<QApplication> application_;
-  QTranslator translator_;  // of the toolkit's own dialogs, where its translations are installed
+  QTranslator translator_;  // for the toolkit's own dialogs, if its translations are installed
 };
 
 }  // namespace stockbook::app

@@ -47,7 +47,7 @@ stands. The amount is quantity times price, rounded half to even to four decimal
 reported with its number, counted and skipped. The periods are the months of the dates; all goods lie in one depot, 总库.
 )";
 
-// What became of the lines.
+// How many lines were imported or skipped.
 struct Tally {
   int64_t read = 0;
   int64_t skipped = 0;

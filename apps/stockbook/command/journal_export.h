@@ -13,12 +13,12 @@ namespace stockbook::app {
 
 enum class ExportColumns { kVisible, kAll };
 
-// Captions and then the shown texts of all data rows, separated by `separator`; a field with the separator, a quote or
-// a line break in it stands in quotes, quotes doubled. Lines end in "\n".
+// Captions and then the shown texts of all data rows, separated by `separator`; a field that contains the separator, a
+// quote or a line break is quoted, with quotes doubled. Lines end in "\n".
 void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out);
 
-// One line a JSON object: first the caption, the columns and what the load said, then every data row with its outline
-// state, height in twips, stored and shown texts by column key. Empty cells are left out.
+// One JSON object per line: first the caption, the columns and the messages of the load, then every data row with its
+// outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.
 void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
                  const LoadReport& report, std::ostream& out);
 

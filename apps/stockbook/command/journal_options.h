@@ -11,7 +11,7 @@
 
 namespace stockbook::app {
 
-// The journal that a command line names, in the words of the control's interface.
+// The journal chosen on a command line, in terms of the control's interface.
 struct JournalOptions {
   int journal_type = 0;  // JournalType: 0 material, 1 supplier, 2 customer, 3 project
   int32_t key_id = 0;    // KeyID: the product; 0 is every product, in the partner journals
@@ -22,20 +22,20 @@ struct JournalOptions {
   bool acc_restrict = false;
 };
 
-// The options of JOURNAL, to be put in front of a command's own ones.
+// The options of JOURNAL, which precede a command's own ones.
 std::span<const Option> JournalOptionList();
 
 // The lines that explain JOURNAL in a command's help.
 extern const std::string_view kJournalUsage;
 
-// The arguments of a command of the form `DB JOURNAL` and `own` options, taken apart. Throws UsageError as CommandLine.
+// The parsed arguments of a command with `DB JOURNAL` and `own` options. Throws UsageError like CommandLine.
 CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own);
 
-// The journal given, or nothing when no option of JOURNAL was. Throws UsageError when it is not complete: the material
-// and project journals need a product.
+// The journal, or nothing if no option of JOURNAL was given. Throws UsageError if it is incomplete: the material and
+// project journals need a product.
 std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line);
 
-// The same for commands that cannot do without a journal.
+// The same for commands that require a journal.
 JournalOptions RequireJournalOptions(const CommandLine& line);
 
 }  // namespace stockbook::app

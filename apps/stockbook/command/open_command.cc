@@ -28,7 +28,7 @@ const std::string& Usage() {
   return usage;
 }
 
-// The sample inventory in the user's data folder, made now when it is not there.
+// The sample inventory in the user's data folder, created now if it does not exist.
 std::string SampleDatabase() {
   const std::string folder = qt::FromQString(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
   if (folder.empty())
@@ -50,7 +50,7 @@ int RunOpen(const std::vector<std::string>& arguments, Terminal& /*terminal*/) {
   MainWindow window;
   window.OpenDatabase(line.positionals().empty() ? SampleDatabase() : line.positionals().front());
   window.show();
-  // The window is there before a long load begins, and shows how far it is.
+  // The window appears before a long load begins, and shows its progress.
   QApplication::processEvents();
   if (options) {
     window.LoadJournal(*options);

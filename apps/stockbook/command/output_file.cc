@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 std::string Reason(int code) { return std::generic_category().message(code); }
 
-// Creates a file of a new name beside the target, with the rights that new files get.
+// Creates a file with a new name beside the target, with the permissions of a new file.
 fs::path CreateBeside(const fs::path& target, const std::string& target_name) {
   std::random_device random;
   for (int attempt = 0; attempt < 100; ++attempt) {
@@ -48,7 +48,7 @@ PendingFile::PendingFile(const std::string& target) : target_name_(target), targ
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) Fail(target, "it is a folder; give the name of a file", EISDIR);
   if (fs::exists(status) && !fs::is_regular_file(status)) Fail(target, "it is no file on a disk", EINVAL);
-  // A link keeps pointing to its file, which is what gets replaced.
+  // A link is kept; the file it points to is replaced.
   if (fs::is_symlink(fs::symlink_status(target_, error)) && fs::exists(status)) target_ = fs::canonical(target_);
   temporary_ = CreateBeside(target_, target_name_);
 }

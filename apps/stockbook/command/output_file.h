@@ -8,18 +8,18 @@
 
 namespace stockbook::app {
 
-// A file that is written under a temporary name beside its target and takes the target's place at Commit; without one
-// it is removed. So the target holds what it held before or the whole new content, never a half.
+// A file that is written under a temporary name beside its target and takes the target's place at Commit; without that
+// it is removed. So the target has either its old content or all of the new one.
 class PendingFile {
  public:
-  // Creates the empty temporary file; throws platform::Error when the folder does not let it.
+  // Creates the empty temporary file; throws platform::Error if the folder does not allow it.
   explicit PendingFile(const std::string& target);
   ~PendingFile();
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;
 
   const std::string& target() const { return target_name_; }
-  // Where to write.
+  // The stream to write to.
   std::string path() const { return temporary_.string(); }
   void Commit();
 
@@ -29,17 +29,17 @@ class PendingFile {
   std::filesystem::path temporary_;
 };
 
-// The output of a command: a PendingFile's stream, or standard output for "-". What exists and is no regular file
-// (a pipe, a device) is written straight through, since it cannot be replaced.
+// The output of a command: a PendingFile's stream, or standard output for "-". An existing target that is not a regular
+// file (a pipe, a device) is written directly, because it cannot be replaced.
 class OutputFile {
  public:
-  // `out` is what "-" means; it must live as long.
+  // `out` is the stream for "-" and must outlive this object.
   OutputFile(const std::string& target, std::ostream& out);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
   std::ostream& stream() { return *stream_; }
-  // Writes out everything and puts the file in its place; throws platform::Error when anything could not be written.
+  // Flushes everything and moves the file into place; throws platform::Error if anything could not be written.
   void Commit();
 
  private:

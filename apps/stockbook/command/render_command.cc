@@ -45,8 +45,8 @@ constexpr std::array<Option, 6> kOptions{{
     {"output", OptionKind::Value, 'o'},
 }};
 
-constexpr int kMostSide = 16384;  // of the picture, in its own pixels
-constexpr int kLeastSide = 64;    // of the window
+constexpr int kMostSide = 16384;  // of the picture, in device pixels
+constexpr int kLeastSide = 64;    // of the window, in logical pixels
 constexpr QSize kUsualSize(1280, 800);
 
 const std::string& Usage() {
@@ -114,7 +114,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   if (line.Has("dark")) QApplication::setPalette(DarkPalette());
   MainWindow window;
   window.OpenDatabase(path);
-  // The size that was asked for, even where the bar has no room.
+  // The requested size, even if it is too narrow for the bar.
   window.layout()->setSizeConstraint(QLayout::SetNoConstraint);
   window.setMinimumSize(1, 1);
   window.resize(size);
@@ -125,7 +125,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   sheet::Sheet& sheet = window.stockbook().sheet();
   if (line.Has("collapse")) sheet.CollapseAll(true);
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));
-  // The window settles: bars come and go.
+  // Let the window settle: scroll bars appear and disappear.
   QApplication::processEvents();
   WritePng(PictureOf(window, scale), output.stream());
   output.Commit();

@@ -31,7 +31,7 @@ const std::string& Usage() {
   return usage;
 }
 
-// The keys as a load completes them: a missing class code is that of the second key.
+// Completes the keys as a load does: a missing class code is that of the second key.
 journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection,
                             base::tqJournalTypeContants type) {
   journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
@@ -49,7 +49,7 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
   const auto connection = OpenInventory(path, server ? SqlDialect::kServer : SqlDialect::kDesktop);
   const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
   const journal::SubjectKeys keys = KeysOf(options, *connection, type);
-  // Both or none: an inventory without periods has no statement of its balance.
+  // Both or none: without periods there is no balance statement.
   const std::string statement = journal::QueryBuilder(connection.get(), type, keys).Build();
   const std::string balance =
       journal::BuildBalanceStatement(connection.get(), type, keys, journal::EarliestAccPeriod(connection.get()));

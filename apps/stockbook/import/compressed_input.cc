@@ -33,7 +33,7 @@ constexpr std::string_view kGzipMagic("\x1F\x8B", 2);
   throw platform::Error("read", "Cannot read '" + name + "': " + reason + ".");
 }
 
-// The bytes as they are, from a file or a stream, with a look at the first ones.
+// The unchanged bytes of a file or a stream; the first ones can be peeked at.
 class PlainSource : public ByteSource {
  public:
   PlainSource(std::string name, std::istream& in) : name_(std::move(name)), in_(in) { Fill(); }
@@ -137,7 +137,7 @@ class GzipSource : public ByteSource {
   }
 
  private:
-  // False at the end of the input between two members, which is the end of the data.
+  // False if the input ends between two members, which is the end of the data.
   bool Refill() {
     stream_.next_in = reinterpret_cast<Bytef*>(block_.data());
     stream_.avail_in = static_cast<uInt>(packed_->Read(block_.data(), block_.size()));
@@ -149,7 +149,7 @@ class GzipSource : public ByteSource {
 
   void Inflate() {
     if (between_members_ && members_ > 0) {
-      // Files on tapes are filled up with zeros.
+      // Files from tapes are padded with zeros.
       while (stream_.avail_in > 0 && *stream_.next_in == 0) ++stream_.next_in, --stream_.avail_in;
       if (stream_.avail_in == 0) return;
     }

@@ -76,7 +76,7 @@ CsvFault CsvReader::ReadRecord() {
       return CsvFault::None;
     }
     Skip();
-    // Fields without text count as well, so that a line of separators alone stays within bounds.
+    // Empty fields count as well, so that a line of nothing but separators stays within bounds.
     if (ends_.size() > kLongestRecord) return CsvFault::TooLong;
   }
 }

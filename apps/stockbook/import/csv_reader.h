@@ -12,7 +12,7 @@ namespace stockbook::app {
 
 enum class CsvFault {
   None,
-  TextAfterQuote,  // something other than a separator stands behind a closing quote
+  TextAfterQuote,  // something other than a separator after a closing quote
   UnclosedQuote,   // the input ends within a quoted field
   TooLong,         // a record of more than kLongestRecord bytes, mostly a quote that is never closed
 };
@@ -27,10 +27,10 @@ struct CsvRecord {
   bool IsBlank() const { return fault == CsvFault::None && fields.size() == 1 && fields.front().empty(); }
 };
 
-// Reads separated values record by record, as RFC 4180 has them: quoted fields may hold separators, line breaks and
-// doubled quotes; lines end with LF, CRLF or CR; the last one needs no end; a byte-order mark at the front is passed
-// over. A quote inside an unquoted field is text. A faulty record is given up at its line's end, and reading goes on.
-// Memory: one record. Throws what its source throws, and platform::Error for UTF-16 text.
+// Reads separated values record by record according to RFC 4180: quoted fields may contain separators, line breaks and
+// doubled quotes; lines end with LF, CRLF or CR, the last one optionally; a byte-order mark at the start is skipped. A
+// quote inside an unquoted field is text. A malformed record is abandoned at the end of its line, and reading
+// continues. Memory: one record. Throws what its source throws, and platform::Error for UTF-16 text.
 class CsvReader {
  public:
   static constexpr size_t kLongestRecord = size_t{1} << 20;
@@ -61,7 +61,7 @@ class CsvReader {
   size_t end_ = 0;
   bool begun_ = false;
   int64_t line_ = 1;
-  std::string text_;          // the fields of the record, one behind the other
+  std::string text_;          // the fields of the record, one after the other
   std::vector<size_t> ends_;  // where each field ends in it
 };
 

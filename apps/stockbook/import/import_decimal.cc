@@ -17,7 +17,7 @@ constexpr int64_t kLargestQuantity = 999'999'999;
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Takes digits off the front onto `digits`; their count.
+// Moves leading digits to `digits`; returns their count.
 int TakeDigits(std::string_view& text, std::string& digits) {
   size_t count = 0;
   while (count < text.size() && IsDigit(text[count])) ++count;
@@ -26,7 +26,7 @@ int TakeDigits(std::string_view& text, std::string& digits) {
   return static_cast<int>(count);
 }
 
-// The number behind "e"; nothing when there is none or it is absurdly large.
+// The exponent after "e"; nothing if there is none or it is absurdly large.
 std::optional<int> TakeExponent(std::string_view text) {
   if (text.starts_with('+')) text.remove_prefix(1);
   if (text.empty() || (!IsDigit(text.front()) && text.front() != '-')) return std::nullopt;
@@ -71,7 +71,7 @@ std::optional<ScaledDecimal> ParseDecimal(std::string_view text) {
 
 std::optional<Quantity> QuantityOf(ScaledDecimal decimal) {
   if (decimal.scale > kQuantityDecimals) return std::nullopt;
-  // At most 15 digits times 10^6 would exceed 64 bits, so the size is tested on the way.
+  // 15 digits times 10^6 can exceed 64 bits, so the size is checked on the way.
   int64_t millionths = decimal.digits;
   for (int place = decimal.scale; place < kQuantityDecimals; ++place) {
     if (std::abs(millionths) > kLargestQuantity * Quantity::kScale) return std::nullopt;

@@ -14,7 +14,7 @@ constexpr std::string_view kDepotName = "总库";
 constexpr std::string_view kClassCode = "01";
 constexpr std::string_view kClassName = "导入";
 
-// A table of issues holds sales, and its returns come in as receipts; a table of receipts holds purchases.
+// A table of issues contains sales, with returns as receipts; a table of receipts contains purchases.
 std::string_view BillTypeOf(const Movement& movement) {
   if (movement.direction == Direction::Receipt) return movement.returned ? "入库单" : "采购单";
   return movement.returned ? "出库单" : "销售单";
@@ -26,7 +26,7 @@ std::string Padded(int64_t number, size_t width) {
   return text;
 }
 
-// Masters in the order of their numbers, whatever order the table of keys keeps.
+// The master records in the order of their numbers, whatever the order of the hash table.
 template <typename Map, typename IdOf>
 auto ById(const Map& map, IdOf id_of) {
   std::vector<const typename Map::value_type*> entries;
@@ -75,7 +75,7 @@ int64_t ImportInventory::ProjectOf(const Movement& movement) {
 }
 
 int64_t ImportInventory::BillOf(const Movement& movement, int64_t partner_id, int64_t project_id) {
-  // The parts are numbers but for the last one, so that no two keys run into each other.
+  // All parts but the last are numbers, so different keys cannot collide.
   const std::array parts{movement.direction == Direction::Receipt ? int64_t{0} : int64_t{1}, movement.date.seconds(),
                          partner_id, project_id};
   bill_key_.clear();
@@ -94,7 +94,7 @@ void ImportInventory::WriteBill(const Movement& movement, int64_t bill_id, int64
   months_.insert(month);
   std::string number = movement.bill;
   if (number.empty()) {
-    // Bills without a number get the day and a count.
+    // Bills without a number get one made of the day and a count.
     number = base::ReplaceAll(movement.date.Text().substr(0, 10), "-", "") + "-" +
              Padded(++bills_of_day_[movement.date.days()], 4);
   }
@@ -144,7 +144,7 @@ void ImportInventory::WriteMasters() {
     product.product_id = entry->second.id;
     product.number = entry->first;
     product.name = MostFrequent(entry->second.names);
-    // A product that never has a name goes by its number.
+    // A product without any name is named by its number.
     if (product.name.empty()) product.name = product.number;
     product.class_code = kClassCode;
     writer_.AddProduct(product);

@@ -14,7 +14,8 @@ namespace stockbook::app {
 
 // Builds an inventory from movements: one bill for each bill number, time, partner, project and direction; products,
 // partners and projects as they occur, numbered from 1; one depot, 总库; one period for each month that occurs; the
-// balance tables from the lines. Lines go to the file as they come; masters, bills' keys and balances stay in memory.
+// balance tables from the lines. Lines are written at once; master records, bill keys and balances stay in memory until
+// the end.
 class ImportInventory {
  public:
   explicit ImportInventory(InventoryWriter& writer) : writer_(writer) {}
@@ -30,7 +31,7 @@ class ImportInventory {
   size_t periods() const { return months_.size(); }
 
  private:
-  // A product's names in the table, counted: the most frequent one becomes its name, of equals the first.
+  // The names of a product in the table with their counts; the most frequent one becomes its name, the first of equals.
   struct Product {
     int64_t id = 0;
     std::unordered_map<std::string, std::pair<int64_t, int64_t>> names;  // name: how often, and its place among them

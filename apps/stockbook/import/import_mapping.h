@@ -10,23 +10,23 @@
 
 namespace stockbook::app {
 
-// What a column of the table can mean.
+// The possible meanings of a column.
 enum class ImportField { Product, Name, Bill, Date, Quantity, Price, Partner, Project };
 inline constexpr size_t kImportFieldCount = 8;
 
-// Which column holds which field: first by the names the user gave, then, once the header line is read, by position.
+// Maps fields to columns: first by the names the user gave and, once the header line is read, by position.
 class ImportMapping {
  public:
-  // Reads "product=StockCode,date=InvoiceDate,..."; several texts add up. Throws UsageError for an unknown or repeated
-  // field and when product, date or quantity is missing.
+  // Reads "product=StockCode,date=InvoiceDate,..."; several texts are combined. Throws UsageError for an unknown or
+  // repeated field and if product, date or quantity is missing.
   explicit ImportMapping(const std::vector<std::string>& texts);
 
-  // Finds the named columns in the header line; throws UsageError when one is not there, or there twice.
+  // Finds the named columns in the header line; throws UsageError if one is missing or occurs twice.
   void Locate(const std::vector<std::string_view>& header);
 
   size_t column_count() const { return column_count_; }
   bool Has(ImportField field) const { return Names(field).has_value(); }
-  // The field's text in a record of column_count() fields, without blanks around it; empty when it is not mapped.
+  // The field's text in a record of column_count() fields, trimmed; empty if it is not mapped.
   std::string_view Text(ImportField field, const std::vector<std::string_view>& fields) const;
 
  private:

@@ -9,7 +9,7 @@
 namespace stockbook::app {
 namespace {
 
-// Years outside of these are slips of the pen, and each would make periods of its own.
+// Years outside this range are typing errors, and each would create periods of its own.
 constexpr int kFirstYear = 1900;
 constexpr int kLastYear = 2199;
 
@@ -23,7 +23,7 @@ std::string Shown(std::string_view text) {
   return "'" + std::string(front) + (front.size() < text.size() ? "...'" : "'");
 }
 
-// "17850.0" is how a number column with gaps is often written out; the key is 17850.
+// A number column with gaps is often exported as "17850.0"; the key is 17850.
 std::string_view WithoutZeroFraction(std::string_view text) {
   const size_t point = text.find('.');
   if (point == std::string_view::npos || point == 0 || point + 1 == text.size()) return text;

@@ -28,13 +28,13 @@ enum class SkipReason {
 };
 inline constexpr size_t kSkipReasonCount = 9;
 
-// The reason in a few words, as the closing line counts it: "no date".
+// The reason in a few words for the summary line: "no date".
 std::string_view SkipReasonText(SkipReason reason);
 
-// One line of the table, read and judged. Texts are clean UTF-8.
+// One parsed and validated line of the table. Texts are well-formed UTF-8.
 struct Movement {
   Direction direction = Direction::Issue;
-  bool returned = false;  // the quantity was negative, so that the direction is the other one
+  bool returned = false;  // the quantity was negative, so the direction is reversed
   std::string product;
   std::string name;
   std::string bill;
@@ -46,13 +46,13 @@ struct Movement {
   base::Money amount;
 };
 
-// Reads records as movements of one direction. A quantity of 0 is a movement of nothing and is imported as one, with
-// the amount 0; an empty partner or project is none; without a price column the price is 0.
+// Reads records as movements of one direction. A quantity of 0 is imported as a movement of nothing with the amount 0;
+// an empty partner or project means none; without a price column the price is 0.
 class MovementReader {
  public:
   MovementReader(const ImportMapping& mapping, Direction direction) : mapping_(mapping), direction_(direction) {}
 
-  // Fills `movement` and returns nothing, or returns why not; `explanation` then says it of this line.
+  // Fills `movement` and returns nothing, or returns the reason why not; `explanation` then gives it for this line.
   std::optional<SkipReason> Read(const CsvRecord& record, Movement& movement, std::string& explanation) const;
 
  private:

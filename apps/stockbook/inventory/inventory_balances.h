@@ -21,11 +21,11 @@ std::string PeriodText(int month);
 // Whether an account without an opening balance has a row of zeros in the first period.
 enum class FirstPeriodRows { OpeningsOnly, EveryAccount };
 
-// The balance table of one kind of owner while lines are entered: per owner and product the opening stock and the
-// receipts and issues of each month. It never looks at the database. Entering a line is O(1) for lines in date order.
+// The balances of one kind of owner while lines are entered: for each owner and product the opening stock and the
+// receipts and issues of each month. It never reads the database. Entering a line is O(1) for lines in date order.
 class BalanceBook {
  public:
-  // The stock brought into the first period; returns the record's ID, counted from 1 in the order of the calls.
+  // Sets the stock carried into the first period; returns the record's ID, counted from 1 in the order of the calls.
   int64_t Open(int64_t owner_id, int64_t product_id, const StockSums& stock);
   void Enter(Direction direction, int64_t owner_id, int64_t product_id, int month, const StockSums& sums);
 

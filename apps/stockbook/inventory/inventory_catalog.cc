@@ -11,7 +11,7 @@ namespace {
 
 struct SecondKeyQueries {
   std::string_view all;
-  std::string_view classes;  // "" where a class means nothing
+  std::string_view classes;  // "" if there are no classes
   std::string_view subjects;
 };
 
@@ -34,7 +34,7 @@ SecondKeyQueries QueriesOf(base::tqJournalTypeContants type) {
 
 int32_t KeyOf(const base::Value& value) { return static_cast<int32_t>(value.AsInteger().value_or(0)); }
 
-// A class deeper in the tree stands further in: two characters of the code are a level.
+// Indents by level in the tree; two characters of the code make a level.
 std::string ClassText(const std::string& code, const std::string& name) {
   std::string indent;
   for (size_t level = 2; level < code.size(); level += 2) indent += "　";

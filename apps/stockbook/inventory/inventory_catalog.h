@@ -10,7 +10,7 @@
 
 namespace stockbook::app {
 
-// One entry of a chooser: a subject by its key, or with key 0 the class of the code (all of them without one).
+// One entry of a chooser: a subject by its key, or with key 0 the class of the code, or without a code all subjects.
 struct CatalogEntry {
   int32_t key = 0;
   std::string class_code;
@@ -19,7 +19,7 @@ struct CatalogEntry {
   bool operator==(const CatalogEntry&) const = default;
 };
 
-// What there is to choose from in an inventory, read from its master tables. Errors of the database go through.
+// The choices that an inventory offers, read from its master tables. Database errors are passed on.
 class InventoryCatalog {
  public:
   explicit InventoryCatalog(platform::Connection& connection) : connection_(connection) {}
@@ -28,7 +28,7 @@ class InventoryCatalog {
   std::vector<CatalogEntry> Products() const;
   // The depots, suppliers, customers or projects of a journal type, "all" first, then the classes, then the subjects.
   std::vector<CatalogEntry> SecondKeys(base::tqJournalTypeContants type) const;
-  // Product 1 when it has lines, else the lowest one that has; 0 when there are no lines.
+  // Product 1 if it has lines, otherwise the first product with lines; 0 if there are none.
   int32_t FirstProductWithLines() const;
 
  private:

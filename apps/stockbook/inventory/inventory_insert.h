@@ -49,7 +49,7 @@ class InsertCursor {
   sqlite3* database_;
   const InventoryTable& table_;
   std::string file_;
-  std::vector<std::string> copies_;  // of the columns' texts, where they were made for the row
+  std::vector<std::string> copies_;  // of the columns' texts that were made for the row
   sqlite3_stmt* statement_ = nullptr;
 };
 

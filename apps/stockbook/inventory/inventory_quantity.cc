@@ -56,7 +56,7 @@ Quantity Quantity::operator-(Quantity other) const {
 }
 
 double ScaledDecimal::ToDouble() const {
-  // Through its text, because dividing two doubles rounds twice once the digits need more than 53 bits.
+  // Through its text, because dividing two doubles rounds twice if the digits need more than 53 bits.
   const std::string text = std::to_string(digits) + "e-" + std::to_string(scale);
   double number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);

@@ -7,8 +7,8 @@
 
 namespace stockbook::app {
 
-// An exact quantity while an inventory is made: a signed count of millionths of a unit. Adding is exact or throws
-// base::ArithmeticError. It becomes a double only where it is stored. A plain value.
+// An exact quantity used while an inventory is built: a signed count of millionths of a unit. Addition is exact or
+// throws base::ArithmeticError. It becomes a double only when stored. A plain value.
 class Quantity {
  public:
   static constexpr int64_t kScale = 1'000'000;
@@ -42,7 +42,7 @@ struct ScaledDecimal {
   double ToDouble() const;
 };
 
-// quantity x price, rounded half to even to 1/10,000; throws base::ArithmeticError when no Money can hold it.
+// quantity x price, rounded half to even to 1/10,000; throws base::ArithmeticError if Money cannot hold it.
 base::Money AmountOf(Quantity quantity, ScaledDecimal price);
 // amount x percent / 100, rounded half to even.
 base::Money PercentOf(base::Money amount, int percent);

@@ -10,8 +10,8 @@
 
 namespace stockbook::app {
 
-// The rows an InventoryWriter takes. Texts are borrowed for the call; an empty text and the zero date are stored as
-// null.
+// The rows that an InventoryWriter writes. Texts are borrowed for the call; an empty text and the zero date are stored
+// as null.
 
 enum class Direction { Receipt, Issue };
 enum class Partners { Suppliers, Customers };

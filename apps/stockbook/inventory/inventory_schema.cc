@@ -65,7 +65,7 @@ constexpr InventoryColumn kDepotBalances[] = {
     {"TotalIssAccount", kMoney},
 };
 
-// The partner and project balances differ in their owner's column alone. SumIssAccount is kept for other readers.
+// The partner and project balances differ only in the owner's column. SumIssAccount is kept for other programs.
 constexpr std::array<InventoryColumn, 13> OwnerBalances(std::string_view owner) {
   return {{{"bnPeriod", kText},
            {owner, kWhole},

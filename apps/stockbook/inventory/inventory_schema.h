@@ -8,8 +8,8 @@
 
 namespace stockbook::app {
 
-// A column as it is created. Dates are ISO text and money is exact decimal text; their declared types say so and still
-// have the affinity of text, so that no money becomes a double on its way in or out.
+// A column as it is created. Dates are ISO text and money is exact decimal text; their declared types say so but have
+// text affinity, so that money is never converted to a double.
 struct InventoryColumn {
   std::string_view name;
   std::string_view type;
@@ -20,7 +20,7 @@ struct InventoryTable {
   std::span<const InventoryColumn> columns;
 };
 
-// The tables of an inventory in an embedded database, in an order of their own that InventoryTableOf indexes.
+// The tables of an inventory in an embedded database, in the order that InventoryTableOf indexes.
 enum class TableName {
   ReceiptBills,
   IssueBills,
@@ -49,7 +49,7 @@ const InventoryTable& InventoryTableOf(TableName name);
 std::string CreateStatement(const InventoryTable& table);
 std::string InsertStatement(const InventoryTable& table);
 
-// The CREATE INDEX statements: what journals, balances and header look-ups select by.
+// The CREATE INDEX statements, for the columns that journals, balances and header look-ups select by.
 std::span<const std::string_view> InventoryIndexes();
 
 }  // namespace stockbook::app

@@ -54,7 +54,7 @@ InventoryWriter::InventoryWriter(const std::string& path) : file_(path) {
   if (code != SQLITE_OK) {
     throw platform::Error("write an inventory", "Cannot write '" + path + "': " + sqlite3_errstr(code) + ".", code);
   }
-  // Nobody else knows the file, and an interrupted one is thrown away: no journal, no waiting for the disk.
+  // Nobody else uses the file, and an interrupted one is discarded, so it needs no journal and no waiting for the disk.
   Execute(
       "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; "
       "BEGIN");
@@ -63,7 +63,7 @@ InventoryWriter::InventoryWriter(const std::string& path) : file_(path) {
 }
 
 InventoryWriter::~InventoryWriter() {
-  // Statements and the database go before the file they are of is removed.
+  // Close the statements and the database before their file is removed.
   for (auto& cursor : cursors_) cursor.reset();
   database_.reset();
 }
@@ -152,7 +152,7 @@ void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, c
 void InventoryWriter::Finish() {
   for (auto& cursor : cursors_) cursor.reset();
   for (const std::string_view index : InventoryIndexes()) Execute(index);
-  // So that the planner knows an index which selects everything, as that of a product with all the lines.
+  // Tells the planner about indexes that select everything, such as a product that has all the lines.
   Execute("PRAGMA analysis_limit=2000; ANALYZE; COMMIT");
   const int code = sqlite3_close(database_.release());
   if (code != SQLITE_OK) {
@@ -160,7 +160,7 @@ void InventoryWriter::Finish() {
                           code);
   }
   file_.Commit();
-  // What a replaced inventory left beside it must not be taken for a part of the new one.
+  // Leftover files of a replaced inventory must not be taken for parts of the new one.
   for (const char* suffix : {"-journal", "-wal", "-shm"}) {
     std::error_code ignored;
     std::filesystem::remove(file_.target() + suffix, ignored);

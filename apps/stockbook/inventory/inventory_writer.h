@@ -17,9 +17,9 @@ namespace stockbook::app {
 
 class InsertCursor;
 
-// Writes a new inventory file: all tables, then the rows in any order, then the indexes. The file comes into being
-// under a temporary name and takes its place in Finish; without Finish nothing is left. It never reads or changes an
-// existing inventory. Errors are platform::Error. About 2 us a row.
+// Writes a new inventory file: all tables, then the rows in any order, then the indexes. The file is created under a
+// temporary name and moved into place by Finish; without Finish nothing is left. It never reads or changes an existing
+// inventory. Errors are platform::Error. About 2 us per row.
 class InventoryWriter {
  public:
   explicit InventoryWriter(const std::string& path);
@@ -38,7 +38,7 @@ class InventoryWriter {
   void AddBalance(BalanceOwner owner, const BalanceRecord& balance);
   void AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months, FirstPeriodRows first);
 
-  // Indexes, commits, closes and puts the file in its place.
+  // Creates the indexes, commits, closes and moves the file into place.
   void Finish();
 
  private:

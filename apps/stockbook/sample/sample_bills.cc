@@ -10,10 +10,10 @@ namespace {
 constexpr std::array<std::string_view, kSampleBillKindCount> kNames{"入库单", "采购单", "出库单", "销售单", "调拨单"};
 constexpr std::array<std::string_view, kSampleBillKindCount> kPrefixes{"RK", "CG", "CK", "XS", "DB"};
 
-// Beyond so many usual issues in stock a product is not bought.
+// A product with more than this many usual issues in stock is not bought.
 constexpr int64_t kFull = 60;
-// Of the lines that need more than there is, one of so many is posted before its receipt and drives the stock below
-// zero.
+// Of the lines that need more than is available, one in this many is posted before its receipt and makes the stock
+// negative.
 constexpr int64_t kOverdrawnEvery = 50;
 constexpr int64_t kSecondsPerDay = 86400;
 constexpr int kDecimalsOfMoney = 4;
@@ -67,7 +67,8 @@ SampleBill SampleBillMaker::Make(base::Date date, int64_t most_lines) {
       break;
   }
   if (!bill.lines.empty()) return bill;
-  // Nothing to buy, since all is full, or nothing there to issue: the other way round, then, and at last in any case.
+  // If there is nothing to buy because the stock is full, or nothing to issue, try the other direction, and finally
+  // accept anything.
   bill = SampleBill{SampleBillKind::Sale, 0, 0, {}};
   MakeIssues(bill, count);
   if (!bill.lines.empty()) return bill;
@@ -92,7 +93,7 @@ void SampleBillMaker::MakeReceipts(SampleBill& bill, int64_t count, Limit limit)
   const std::vector<size_t>* products = &stock_.supplied_by(supplier);
   if (purchase || random_.Chance(60)) bill.partner_id = NumberOf(supplier);
   if (purchase && random_.Chance(25)) {
-    // Bought for a project: what the project uses.
+    // A project buys the products it uses.
     const size_t project = IndexBelow(random_, stock_.projects().size());
     bill.project_id = NumberOf(project);
     products = &stock_.used_in(project);
@@ -108,7 +109,7 @@ void SampleBillMaker::MakeReceipts(SampleBill& bill, int64_t count, Limit limit)
     SampleLine line =
         LineOf(Direction::Receipt, *product, depot, MeasureOf(goods, about, SampleMeasure::WholePackages, random_));
     int64_t price = goods.price.units() * random_.Between(9400, 10900) / 10000;
-    // Most prices are agreed in cents, the others come from a total.
+    // Most prices are whole cents; the others result from a total.
     if (random_.Chance(80)) price = (price + 50) / 100 * 100;
     SetAmounts(line.record, base::Money::FromUnits(price), tax);
     Enter(bill, std::move(line));
@@ -155,7 +156,7 @@ void SampleBillMaker::MakeIssues(SampleBill& bill, int64_t count) {
   size_t customer = IndexBelow(random_, stock_.customers().size());
   if (bill.kind == SampleBillKind::StockOut && random_.Chance(70)) {
     project = IndexBelow(random_, stock_.projects().size());
-    // A project has its builder.
+    // Every project has a customer who builds it.
     customer = *project % stock_.customers().size();
     bill.project_id = NumberOf(*project);
   }

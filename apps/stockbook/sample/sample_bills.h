@@ -14,7 +14,7 @@
 
 namespace stockbook::app {
 
-// The five kinds of bills, in the order of the bills' numbers' prefixes.
+// The five kinds of bills, in the order of their number prefixes.
 enum class SampleBillKind { StockIn, Purchase, StockOut, Sale, Transfer };
 inline constexpr size_t kSampleBillKindCount = 5;
 
@@ -35,8 +35,8 @@ struct SampleBill {
   std::vector<SampleLine> lines;
 };
 
-// Makes up bills that the stock bears: goods are issued where they lie, at their average cost, seldom more than there
-// is; receipts fill up what runs low. Every line it makes is entered into the stock at once.
+// Makes up bills consistent with the stock: goods are issued from where they are stored, at their average cost and
+// seldom more than available; receipts replenish what runs low. Every line is entered into the stock at once.
 class SampleBillMaker {
  public:
   SampleBillMaker(SampleStock& stock, SampleRandom& random, SampleProductRange range)

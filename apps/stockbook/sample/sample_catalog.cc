@@ -8,7 +8,7 @@
 namespace stockbook::app {
 namespace {
 
-// Products of one kind: they differ in their size and, step by step, in their price.
+// Products of one kind, which differ in size and, step by step, in price.
 struct Family {
   std::string_view class_code;
   std::string_view name;
@@ -98,7 +98,7 @@ constexpr SampleClass kProjectClasses[] = {
 
 constexpr std::string_view kDepots[] = {"总库", "紧固件库", "管材库", "城东门市部", "城西门市部", "工地周转库"};
 
-// Where parties come from and what they call themselves; put together in turn.
+// The places and names that the names of parties are combined from.
 constexpr std::array<std::string_view, 8> kTowns{"海宁", "永康", "温岭", "丹阳", "兴化", "永年", "沧县", "江北"};
 constexpr std::array<std::string_view, 8> kTownClasses{"010101", "010101", "010101", "010102",
                                                        "010102", "010201", "010201", "0201"};

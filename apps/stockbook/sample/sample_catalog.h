@@ -31,7 +31,7 @@ struct SampleProduct {
   std::string short_code;
   std::string barcode;
   Quantity per_package;     // units in one second unit, or 0
-  bool weighed = false;     // comes by weight, so that a package is only about per_package
+  bool weighed = false;     // sold by weight, so that a package holds only about per_package
   base::Money price;        // purchase price without tax
   int64_t usual_issue = 1;  // units
 };
@@ -43,8 +43,8 @@ struct SampleParty {
   std::string_view class_code;
 };
 
-// What the sample inventory deals with: a hardware wholesaler's masters. They are the same for every seed. All names of
-// firms and people are made up from common words.
+// The master records of the sample inventory, a hardware wholesaler's. They are the same for every seed. All names of
+// companies and people are made up from common words.
 std::vector<SampleProduct> SampleProducts();
 std::vector<SampleParty> SampleSuppliers();
 std::vector<SampleParty> SampleCustomers();

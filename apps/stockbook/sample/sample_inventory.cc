@@ -45,7 +45,7 @@ std::string_view KindCode(SampleBillKind kind, SampleRandom& random) {
   return "移库";
 }
 
-// Writes bills month by month and, at the end, everything they refer to.
+// Writes the bills month by month and finally everything they refer to.
 class SampleWriting {
  public:
   SampleWriting(const std::string& path, const SampleOptions& options)
@@ -116,7 +116,7 @@ class SampleWriting {
     record.project_id = bill.project_id;
     record.entered_by = random_.Pick(SampleClerks());
     record.entered_on = WorkingTime(date, 0);
-    // What came in last is still being worked on.
+    // The last bills are still unfinished work.
     if (random_.Chance(month == months_.back() ? 60 : 92)) {
       record.audited_by = random_.Pick(SampleAuditors());
       record.audited_on = WorkingTime(date, random_.Between(1, 3));
@@ -124,7 +124,7 @@ class SampleWriting {
     for (const Direction direction : {Direction::Receipt, Direction::Issue}) WriteSide(bill, direction, record);
   }
 
-  // The bill's lines of one direction under a header of their own: a transfer has both, under one number.
+  // The bill's lines of one direction get their own header; a transfer has both directions under one number.
   void WriteSide(const SampleBill& bill, Direction direction, BillRecord record) {
     const auto of_side = [&](const SampleLine& line) { return line.direction == direction; };
     const auto first = std::find_if(bill.lines.begin(), bill.lines.end(), of_side);

@@ -26,8 +26,8 @@ struct SampleSummary {
   int last_month = 0;
 };
 
-// Writes the inventory of a hardware wholesaler: the same options give the same file. Throws platform::Error when it
-// cannot be written, and leaves nothing then.
+// Writes the inventory of a hardware wholesaler; the same options give the same file. Throws platform::Error if it
+// cannot be written, and leaves no file then.
 SampleSummary WriteSampleInventory(const std::string& path, const SampleOptions& options);
 
 }  // namespace stockbook::app

@@ -20,7 +20,7 @@ class SampleRandom {
     return mixed ^ (mixed >> 31);
   }
 
-  // A number of 0..count-1; the count is at least 1. Counts are small, so that the remainder's bias does not show.
+  // A number of 0..count-1; the count is at least 1. Counts are small, so the bias of the remainder does not matter.
   int64_t Below(int64_t count) { return static_cast<int64_t>((Next() >> 1) % static_cast<uint64_t>(count)); }
   // A number of least..most.
   int64_t Between(int64_t least, int64_t most) { return least + Below(most - least + 1); }

@@ -7,21 +7,21 @@
 namespace stockbook::app {
 namespace {
 
-// One product of so many is new and has no opening stock.
+// One in this many products is new and has no opening stock.
 constexpr size_t kNewProductEvery = 17;
-// One product of so many, the first one among them, sells all the time: everybody deals in it.
+// One in this many products, including the first, sells all the time: every partner deals in it.
 constexpr size_t kBestSellerEvery = 30;
 
 size_t SizeOf(int64_t number) { return static_cast<size_t>(number); }
 
-// `count` different ones of 0..total-1, ascending.
+// `count` distinct numbers of 0..total-1, ascending.
 std::vector<size_t> Draw(SampleRandom& random, size_t total, size_t count) {
   std::set<size_t> drawn;
   while (drawn.size() < std::min(total, count)) drawn.insert(SizeOf(random.Below(static_cast<int64_t>(total))));
   return {drawn.begin(), drawn.end()};
 }
 
-// A drawn assortment with the best sellers added.
+// A random assortment plus the best sellers.
 std::vector<size_t> DrawAssortment(SampleRandom& random, size_t total, size_t count) {
   std::vector<size_t> drawn = Draw(random, total, count);
   for (size_t product = 0; product < total; product += kBestSellerEvery) drawn.push_back(product);
@@ -85,7 +85,7 @@ void SampleStock::DrawAssortments(SampleRandom& random, SampleProductRange range
   const std::vector<size_t> first{0};
   supplied_.resize(suppliers_.size());
   for (size_t product = 0; product < products_.size(); ++product) {
-    // Every product has two suppliers at least, so that none runs out for good.
+    // Every product has at least two suppliers, so that none runs out for good.
     const size_t suppliers = product % kBestSellerEvery == 0 ? 9 : 2;
     for (const size_t supplier : Draw(random, suppliers_.size(), suppliers)) supplied_[supplier].push_back(product);
   }

@@ -12,18 +12,18 @@ namespace stockbook::app {
 
 enum class SampleProductRange { Many, One };
 
-// What lies in one depot of one product, and where it came from.
+// The stock of one product in one depot, and where it came from.
 struct SampleCell {
   StockSums stock;
-  int64_t opening_id = 0;    // of the balance record it was opened with, or 0
+  int64_t opening_id = 0;    // the balance record of its opening stock, or 0
   int64_t last_receipt = 0;  // RecID, or 0
 };
 
-// The wholesaler's stock while the bills are made: who supplies, buys and uses which products, what lies where, and the
-// balance books, which every entered line goes through. Products, depots and parties are counted from 0 here.
+// The wholesaler's stock while the bills are generated: who supplies, buys and uses which products, what is stored
+// where, and the balances, which every entered line updates. Products, depots and parties count from 0 here.
 class SampleStock {
  public:
-  // Draws assortments and opening stocks; with One, everything is about the first product.
+  // Draws random assortments and opening stocks; with One, everything is about the first product.
   SampleStock(SampleRandom& random, SampleProductRange range, int first_year);
 
   const std::vector<SampleProduct>& products() const { return products_; }
@@ -43,7 +43,7 @@ class SampleStock {
   // The stock of all depots, counted in usual issues.
   int64_t FillOf(size_t product) const;
 
-  // Takes a line into the stock and the books; `line` carries the numbers of the masters.
+  // Enters a line into the stock and the balances; `line` carries the keys of the master records.
   void Enter(Direction direction, const LineRecord& line, int month);
 
   const BalanceBook& book(BalanceOwner owner) const { return books_[static_cast<size_t>(owner)]; }
@@ -67,7 +67,7 @@ class SampleStock {
   BalanceBook books_[4];
 };
 
-// How much of a product moves: about `thousandths` units, as whole packages or as it comes; in both units.
+// The quantity of a product that moves: about `thousandths` units, in whole packages or loose; in both units.
 enum class SampleMeasure { WholePackages, Loose };
 StockSums MeasureOf(const SampleProduct& product, int64_t thousandths, SampleMeasure measure, SampleRandom& random);
 // A quantity in the product's second unit, to the hundredth; 0 without one.

@@ -19,7 +19,7 @@ namespace {
 constexpr int kMargin = 16;
 constexpr int kSpacing = 10;
 constexpr int kFactsInARow = 4;
-constexpr int kLeastRows = 3;  // that the dialog makes room for
+constexpr int kLeastRows = 3;  // the dialog makes room for at least so many
 constexpr int kMostRows = 16;
 constexpr int kLeastWidth = 520;
 constexpr int kCellPadding = 18;
@@ -31,7 +31,7 @@ QLabel* MakeLabel(const QString& text) {
 }
 
 QLabel* MakeTitle(const BillView& bill) {
-  // The number mostly names the kind already.
+  // The number usually contains the kind already.
   const bool named = bill.number.find(bill.kind) != std::string::npos;
   const QString kind = named ? QString() : qt::ToQString(bill.kind) + QStringLiteral("　");
   QLabel* title = MakeLabel(kind + qt::ToQString(bill.number));
@@ -114,7 +114,7 @@ void BillDialog::FillLines(const BillView& bill) {
   for (int column = 0; column < lines_->columnCount(); ++column)
     lines_->setColumnWidth(column, lines_->columnWidth(column) + kCellPadding);
   columns_width_ = lines_->horizontalHeader()->length();
-  // Texts take the room that is left over; numbers stay together.
+  // Text columns share the remaining width; number columns stay together.
   const auto text =
       std::find_if(bill.columns.begin(), bill.columns.end(), [](const auto& told) { return !told.is_number; });
   if (text != bill.columns.end()) {

@@ -8,7 +8,7 @@
 
 namespace stockbook::app {
 
-// Shows one bill, to be read only; Esc and Enter close it.
+// Shows one bill, read-only; Esc and Enter close it.
 class BillDialog : public QDialog {
   Q_OBJECT
 

@@ -26,7 +26,7 @@ constexpr std::array<Fact, 8> kFacts = {{{keys::kBillDate, "日期"},
                                          {keys::kInputDate, "录入日期"},
                                          {keys::kAuditor, "审核员"},
                                          {keys::kAuditDate, "审核日期"}}};
-// What the bill says above its lines, and the running stock, which is the journal's and not the bill's.
+// The columns shown above the lines, and the running stock, which belongs to the journal and not to the bill.
 constexpr std::string_view kNotOfALine = "|BillNo|BillKind|BillName|Period|StoPrice|StoQty|StoQty2|StoAcc|";
 
 std::string OneLine(const std::string& caption) {
@@ -41,7 +41,7 @@ std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, 
   constexpr size_t kBlock = 4096;
   const platform::Grid& grid = control.Grid();
   const int column = grid.ColIndex(keys::kBillID);
-  // Cells that were written are read one by one.
+  // Edited cells are read one by one.
   const columns::Column* keys = grid.HasEditedRecords(column) ? nullptr : grid.LoadedText(column);
   std::vector<int> rows;
   std::vector<double> numbers(kBlock);
@@ -75,7 +75,7 @@ bool TellsSomething(const platform::Grid& grid, const std::vector<int>& rows, in
   });
 }
 
-// What all lines share is told once; else it is a column, as the depots of a transfer are.
+// A value that all lines share is shown once; otherwise it gets a column, like the depots of a transfer.
 void ReadFacts(const platform::Grid& grid, const std::vector<int>& rows, BillView& bill) {
   for (const Fact& fact : kFacts) {
     const int column = grid.ColIndex(fact.key);

@@ -10,8 +10,8 @@
 
 namespace stockbook::app {
 
-// One bill as the journal tells of it: what all its lines share, and the lines with the columns in which they have
-// something to tell. The texts are those that the journal shows, so what is masked there is masked here.
+// One bill as found in the journal: the values that all its lines share, and the lines with the columns that are not
+// empty. The texts are those that the journal shows, so amounts masked there are masked here.
 struct BillView {
   struct Column {
     std::string caption;
@@ -21,13 +21,13 @@ struct BillView {
   int32_t bill_id = 0;
   std::string kind;
   std::string number;
-  // Date, partner, depot, who entered and who audited it, each with its label.
+  // Date, partner, depot, and who entered and audited it, each with its label.
   std::vector<std::pair<std::string, std::string>> facts;
   std::vector<Column> columns;
   std::vector<std::vector<std::string>> lines;
 };
 
-// The bill of a row, of all rows that the journal has of it; without lines where the row belongs to no bill. O(rows).
+// The bill of a row, from all its rows in the journal; without lines if the row belongs to no bill. O(rows).
 BillView ReadBill(const control::Stockbook& control, int row);
 
 }  // namespace stockbook::app

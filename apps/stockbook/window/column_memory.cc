@@ -18,7 +18,7 @@ std::map<std::string, int> HiddenOf(const platform::Grid& grid) {
   return hidden;
 }
 
-// Keeps of the values those that are not as laid out.
+// Keeps the values that differ from the layout.
 void LearnValues(const std::map<std::string, int>& now, const std::map<std::string, int>& laid_out,
                  std::map<std::string, int>& learnt) {
   for (const auto& [key, value] : now) {

@@ -11,9 +11,9 @@ namespace {
 constexpr int kMargin = 8;
 constexpr int kSpacing = 6;
 constexpr int kTypingMs = 200;
-// Longer journals are searched when Enter is pressed, not while one types.
+// Longer journals are searched at Enter, not while the user types.
 constexpr int kMostRowsWhileTyping = 100'000;
-constexpr int kWordsWidth = 24;  // in characters of two columns
+constexpr int kWordsWidth = 24;  // in full-width characters
 
 QToolButton* MakeButton(const QString& text, const QString& tip) {
   auto* button = new QToolButton;

@@ -11,17 +11,18 @@
 
 namespace stockbook::app {
 
-// The bar under the journal to find words in it: Enter and F3 go to the next hit, with Shift to the previous one, Esc
-// closes the bar and gives the keys back to the journal. In a journal that is not too long it finds while one types.
+// The bar below the journal for finding words: Enter and F3 go to the next hit, with Shift to the previous one, and Esc
+// closes the bar and returns the focus to the journal. Unless the journal is too long, it searches while the user
+// types.
 class FindBar : public QWidget {
   Q_OBJECT
 
  public:
   explicit FindBar(qt::StockbookWidget& stockbook, QWidget* parent = nullptr);
 
-  // Shows the bar with the keys in it.
+  // Shows the bar and gives it the focus.
   void Open();
-  // To the next or the previous hit of the words; opens the bar when there are none yet.
+  // Goes to the next or the previous hit; opens the bar if there are no words yet.
   void Next() { Step(FindStep::kNext); }
   void Previous() { Step(FindStep::kPrevious); }
   QLineEdit& words() { return *words_; }
@@ -47,7 +48,7 @@ class FindBar : public QWidget {
   QToolButton* next_;
   QToolButton* close_;
   QLabel* count_;
-  QTimer typed_;  // runs while one types
+  QTimer typed_;  // runs while the user types
 };
 
 }  // namespace stockbook::app

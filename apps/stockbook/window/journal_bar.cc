@@ -27,7 +27,7 @@ QString SecondKeyLabel(base::tqJournalTypeContants type) {
   return {};
 }
 
-// In the partner journals no product means every product.
+// In the partner journals no product stands for every product.
 bool MayBeEveryProduct(base::tqJournalTypeContants type) {
   return type == base::SupplierJournal || type == base::CustomerJournal;
 }
@@ -85,7 +85,7 @@ void JournalBar::BuildRow() {
 
 void JournalBar::SetInventory(std::shared_ptr<platform::Connection> connection) {
   const auto type = static_cast<base::tqJournalTypeContants>(type_->currentIndex());
-  // Both are read before anything is shown, so that a failure leaves the bar as it is.
+  // Both are read before anything is shown, so that a failure leaves the bar unchanged.
   const InventoryCatalog catalog(*connection);
   catalog.Products();
   catalog.SecondKeys(type);

@@ -14,22 +14,22 @@
 
 namespace stockbook::app {
 
-// The bar on which a journal is chosen: its type, the product, the second key or a class of it, and what to show.
+// The bar for choosing a journal: its type, the product, the second key or a class of it, and what to show.
 class JournalBar : public QWidget {
   Q_OBJECT
 
  public:
   explicit JournalBar(QWidget* parent = nullptr);
 
-  // Fills the choosers from the inventory. Throws platform::Error when its master tables cannot be read.
+  // Fills the choosers from the inventory. Throws platform::Error if its master tables cannot be read.
   void SetInventory(std::shared_ptr<platform::Connection> connection);
   JournalOptions Options() const;
-  // Shows the options; keys that the inventory does not have choose nothing else.
+  // Shows the options; a key that the inventory does not have leaves its chooser unchanged.
   void SetOptions(const JournalOptions& options);
 
  signals:
   void LoadWanted();
-  // The inventory could not be asked, or does not have what is looked for; a message for the user.
+  // The inventory could not be read, or lacks the subject; a message for the user.
   void Failed(const QString& message);
 
  private:

@@ -11,7 +11,7 @@
 namespace stockbook::app {
 namespace {
 
-// Hears what the control says during one load.
+// Records the control's messages during one load.
 class Recorder : public interaction::EventListener {
  public:
   Recorder(control::Stockbook& control, LoadReport& report) : control_(control), report_(report) {
@@ -34,7 +34,7 @@ class Recorder : public interaction::EventListener {
 }  // namespace
 
 std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect) {
-  // In quotes, since a path may hold semicolons.
+  // In quotes, because a path may contain semicolons.
   return databases::OpenEmbedded(std::string("Provider=Stockbook.Embedded;") +
                                  (dialect == SqlDialect::kServer ? "Dialect=SQL;" : "") + "Data Source=\"" +
                                  base::ReplaceAll(path, "\"", "\"\"") + "\"");
@@ -47,12 +47,12 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
   control.SetAllowInv(options.allow_inv);
   control.SetAccRestrict(options.acc_restrict ? "True" : "False");
   control.SetJournalType(static_cast<base::tqJournalTypeContants>(options.journal_type));
-  // A load completes a missing code and keeps it; the next one starts from none.
+  // A load completes a missing code and keeps it; clear it so that the next load starts without one.
   control.SetdpCode(options.dp_code);
   LoadReport report;
   const Recorder recorder(control, report);
   try {
-    // A load takes no negative keys; the control's properties do.
+    // Load does not accept negative keys; the control's properties do.
     control.SetdpID(options.dp_id);
     if (options.key_id < 0) control.SetKeyID(options.key_id);
     report.loaded = control.Load(options.key_id, options.dp_id);

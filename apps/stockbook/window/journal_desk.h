@@ -19,25 +19,25 @@ namespace stockbook::app {
 // The SQL that the control sends.
 enum class SqlDialect { kDesktop, kServer };
 
-// Opens the inventory, read only. Throws platform::Error when there is no such file or it is none.
+// Opens the inventory read-only. Throws platform::Error if the file does not exist or is not an inventory.
 std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect = SqlDialect::kDesktop);
 
-// What a load said on its way.
+// The messages and the progress of a load.
 struct LoadReport {
   bool loaded = false;
   std::vector<std::string> notify;
-  std::vector<int> process;  // a value that repeats stands once
+  std::vector<int> process;  // without immediate repetitions
 };
 
-// Sets the control as the options say and loads the journal. `connection` stays with the control.
+// Sets up the control from the options and loads the journal. The control keeps `connection`.
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
                        const JournalOptions& options);
 
-// The error text of a load that failed: the last message that is not one of the load's own; "" for none.
+// The error text of a failed load: the last message that is not a regular message of the load; "" if there is none.
 std::string LoadError(const LoadReport& report);
 
-// The control over a sheet without a window, for commands that only want the rows. It needs a running application of
-// the toolkit (GuiSession) to measure texts.
+// The control over a sheet without a window, for commands that only need the rows. It needs a running toolkit
+// application (GuiSession) to measure texts.
 class JournalDesk : private platform::ControlSite {
  public:
   JournalDesk();

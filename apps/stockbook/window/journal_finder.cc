@@ -9,7 +9,7 @@ JournalFinder::JournalFinder(qt::StockbookWidget& stockbook) : stockbook_(stockb
   connect(&stockbook, &qt::StockbookWidget::FindMsg, this, &JournalFinder::Take);
 }
 
-// A hit is the text of the row, a blank, a bar and the row's number; the text may hold bars itself.
+// A hit is the text of the row, a blank, a bar and the row's number; the text may contain bars itself.
 void JournalFinder::Take(const QString& message) {
   if (message == QLatin1String("#BEGIN#")) {
     rows_.clear();
@@ -47,7 +47,7 @@ size_t JournalFinder::PlaceOf(FindStep step) const {
   return index % rows_.size();
 }
 
-// The nodes over the row are the last ones before it of each higher level.
+// The nodes above the row are the last ones before it on each higher level.
 void JournalFinder::OpenPeriodsOf(int row) {
   platform::Grid& grid = stockbook_.Grid();
   std::vector<int> over;

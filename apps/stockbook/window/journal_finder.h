@@ -10,11 +10,11 @@
 
 namespace stockbook::app {
 
-// Where to look next for the words.
+// Where to go next.
 enum class FindStep { kHere, kNext, kPrevious };
 
-// Asks the control to find words, keeps the rows that it tells of, and goes from one to another, around at the ends.
-// Hits in closed periods open them. When the rows have become others since (a reload), it asks anew. A step costs the
+// Asks the control to find words, keeps the rows that it reports, and steps through them, wrapping around at the ends.
+// A hit in a closed period opens it. If the rows have changed since (a reload), it searches again. A step costs a
 // search, or O(log hits + nodes).
 class JournalFinder : public QObject {
   Q_OBJECT
@@ -22,11 +22,10 @@ class JournalFinder : public QObject {
  public:
   explicit JournalFinder(qt::StockbookWidget& stockbook);
 
-  // Makes the hit at, behind or before the current row the current one; the first and the last follow each other. Of
-  // new words the next hit is the one here, if there is one.
-  // Nothing when the text has no words or no row has them.
+  // Moves to the hit at, after or before the current row, wrapping around at the ends. For new words the next hit may
+  // be the current row itself. Does nothing if the text has no words or no row contains them.
   void Go(const QString& words, FindStep step);
-  // Rows that have the words of the last search, and the place of the current row among them, from 1; 0 for none.
+  // The number of rows found by the last search, and the position of the current row among them, from 1; 0 for none.
   size_t hits() const { return rows_.size(); }
   size_t place() const { return place_; }
 

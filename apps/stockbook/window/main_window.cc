@@ -24,7 +24,7 @@ constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
 
-// This host has the room to show bill numbers and remarks whole, where the control's own layout has to be narrow.
+// This host has room to show bill numbers and remarks in full, while the control's own layout has to be narrow.
 struct HostWidth {
   const char* key;
   int twips;
@@ -98,7 +98,7 @@ void MainWindow::ConnectControl() {
           [this](const QString& command) { ObeyCommand(command); });
 }
 
-// A layout outside of a load is the default one, which the user asked for.
+// A layout outside a load is the default layout that the user asked for.
 void MainWindow::TakeLayout() {
   WidenColumns(stockbook_->Grid());
   if (loading_) {
@@ -167,13 +167,13 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   return report;
 }
 
-// The keys start from a cell that can be seen.
+// Let the keyboard start from a visible cell.
 void MainWindow::GoToFirstCell() {
   platform::Grid& grid = stockbook_->Grid();
   if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
 }
 
-// Load does not come back to the event loop; what is to be seen meanwhile is painted here.
+// Load does not return to the event loop, so whatever should be visible meanwhile is painted here.
 void MainWindow::ShowProgress(int indicator) {
   if (indicator < 0) {
     progress_->hide();
@@ -190,8 +190,7 @@ void MainWindow::ShowMessage(const QString& message) {
   if (loading_ && isVisible()) message_->repaint();
 }
 
-// The control describes the row that the user has come to, mostly by no words at all. That does not take away what it
-// said before.
+// The control describes the new current row, usually with an empty text, which must not clear the previous message.
 void MainWindow::TakeNotice(const QString& message) {
   const bool is_description =
       std::exchange(row_changed_, false) || message.isEmpty() || message == message_->Description();

@@ -20,17 +20,17 @@
 namespace stockbook::app {
 
 // The reference host: a bar to choose a journal, the journal, a bar to find in it, a line with its messages and a
-// progress bar. It does what the control asks its host for: it finds, loads again and shows bills. It is light or dark
-// as the desktop is. It keeps nothing from one run to the next.
+// progress bar. It does what the control asks of its host: it finds, reloads and shows bills. It is light or dark like
+// the desktop, and stores nothing between runs.
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
  public:
   explicit MainWindow(QWidget* parent = nullptr);
 
-  // Throws platform::Error, with the window as it was, when the file is no inventory.
+  // Throws platform::Error and leaves the window unchanged if the file is not an inventory.
   void OpenDatabase(const std::string& path);
-  // Loads what the options say, and shows them on the bar.
+  // Loads the journal of the options and shows them in the bar.
   LoadReport LoadJournal(const JournalOptions& options);
   // The material journal of the first product that has lines.
   LoadReport LoadFirstJournal();
@@ -65,9 +65,9 @@ class MainWindow : public QMainWindow {
   std::string path_;
   std::shared_ptr<platform::Connection> connection_;
   bool loading_ = false;
-  bool laid_out_ = false;                // by the load
-  bool row_changed_ = false;             // and its description comes next
-  std::optional<JournalOptions> shown_;  // what the last load brought
+  bool laid_out_ = false;                // the load laid the columns out
+  bool row_changed_ = false;             // so its description comes next
+  std::optional<JournalOptions> shown_;  // the options of the last load
   ColumnMemory columns_;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;

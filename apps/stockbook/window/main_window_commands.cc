@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// What the window does on a command: of its menus, and of the control, which asks its host.
+// SPDX-License-Identifier: MIT What the window does on commands from its menus and from the control, which asks its
+// host.
 #include <QAction>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -41,7 +41,7 @@ void MainWindow::BuildJournalMenu() {
   statistics->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
 }
 
-// The control is in the middle of something when it asks, so what takes its time waits until it is done.
+// The control is in the middle of an event when it asks, so anything lengthy waits until it has returned.
 void MainWindow::ObeyCommand(const QString& command) {
   if (command == QLatin1String("Refresh")) {
     QMetaObject::invokeMethod(this, &MainWindow::Reload, Qt::QueuedConnection);
@@ -65,7 +65,7 @@ void MainWindow::ShowBill() {
 
 void MainWindow::ShowStatistics() {
   const QString statistics = stockbook_->Statistics();
-  // Then the control has said why there are none.
+  // In that case the control has reported why there are none.
   if (statistics.isEmpty()) return;
   auto* box =
       new QMessageBox(QMessageBox::Information, QStringLiteral("统计"), statistics, QMessageBox::NoButton, this);

@@ -5,8 +5,8 @@
 
 namespace stockbook::app {
 
-// One line of plain text that never asks for room: what does not fit ends in an ellipsis, and the tooltip tells the
-// whole. A message stays until the next one; descriptions of where the user is come over it and go again.
+// One line of plain text that never demands room: a text that does not fit ends in an ellipsis, and the tooltip shows
+// all of it. A message stays until the next one; descriptions of the user's place temporarily cover it.
 class MessageLine : public QWidget {
   Q_OBJECT
 
@@ -14,11 +14,11 @@ class MessageLine : public QWidget {
   explicit MessageLine(QWidget* parent = nullptr);
 
   void Show(const QString& message);
-  // An empty one shows the last message again.
+  // An empty text shows the last message again.
   void Describe(const QString& description);
   const QString& Message() const { return message_; }
   const QString& Description() const { return description_; }
-  // What the line says now.
+  // The text on the line now.
   const QString& Text() const { return description_.isEmpty() ? message_ : description_; }
   QSize sizeHint() const override;
 

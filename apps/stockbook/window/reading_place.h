@@ -8,13 +8,13 @@
 
 namespace stockbook::app {
 
-// Where the user is in a journal, to go back there once the same journal has been loaded again: the current cell,
-// what of the sheet is in view and the nodes that are closed, which are known by their texts. Costs O(nodes).
+// The user's place in a journal, to return to after a reload: the current cell, the scroll position and the closed
+// nodes, which are identified by their texts. Costs O(nodes).
 class ReadingPlace {
  public:
   explicit ReadingPlace(const sheet::Sheet& sheet);
 
-  // False, and nothing is changed, when the cell is not there any more.
+  // Returns false and changes nothing if the cell no longer exists.
   bool GoBack(sheet::Sheet& sheet) const;
 
  private:

@@ -46,7 +46,7 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
     searching->complete();
   });
   connect(searching, qOverload<const QModelIndex&>(&QCompleter::activated), this, [this](const QModelIndex& found) {
-    // The index is of the completer's own model, whose rows are those of the filter.
+    // The index belongs to the completer's own model, whose rows are those of the filter.
     setCurrentIndex(filter_->mapToSource(filter_->index(found.row(), 0)).row());
     ShowCurrent();
     emit Chosen();
@@ -101,7 +101,8 @@ void SubjectChooser::Enter() {
   }
 }
 
-// The first entry that the typed words find; the choice stays when there are no words, or they find none: false.
+// Chooses the first entry with the typed words; returns false and keeps the choice if there are no words or no such
+// entry.
 bool SubjectChooser::TakeTypedText() {
   bool found = true;
   if (currentText() != itemText(currentIndex()) && !currentText().trimmed().isEmpty()) {

@@ -10,7 +10,7 @@
 
 namespace stockbook::app {
 
-// The entries that contain every word that was typed, in any order and letter case.
+// The entries that contain every typed word, in any order and letter case.
 class WordFilter : public QSortFilterProxyModel {
   Q_OBJECT
 
@@ -25,8 +25,8 @@ class WordFilter : public QSortFilterProxyModel {
   QStringList words_;
 };
 
-// A chooser of subjects that can be searched by typing pieces of number, name or model. It always has a choice when it
-// has entries; text that chooses nothing gives way to the choice there was.
+// A chooser of subjects that can be searched by typing parts of number, name or model. If it has entries, one is always
+// chosen; text that matches nothing is replaced by the previous choice.
 class SubjectChooser : public QComboBox {
   Q_OBJECT
 
@@ -34,15 +34,15 @@ class SubjectChooser : public QComboBox {
   explicit SubjectChooser(QWidget* parent = nullptr);
 
   void SetEntries(std::vector<CatalogEntry> entries);
-  // The chosen entry, or one that means nothing when there is none.
+  // The chosen entry, or an empty one if there is none.
   CatalogEntry Current() const;
-  // False when there is no such entry; the choice stays then.
+  // Returns false and keeps the choice if there is no such entry.
   bool Choose(int32_t key, const std::string& class_code);
 
  signals:
-  // The user chose, by list, by search or by Enter.
+  // The user chose an entry from the list, by searching or with Enter.
   void Chosen();
-  // The user pressed Enter, and no entry has these words.
+  // The user pressed Enter, but no entry has these words.
   void NothingFound(const QString& words);
 
  protected:

@@ -9,7 +9,7 @@ namespace {
 
 using sheet::Appearance;
 
-// What is as it was in the scheme that goes becomes as it is in the one that comes.
+// Colours equal to those of the old scheme become those of the new one.
 template <typename Value>
 bool Turn(Value& value, const Value& from, const Value& to) {
   if (value != from || from == to) return false;

@@ -8,18 +8,18 @@
 
 namespace stockbook::app {
 
-// Gives a journal the colours for a light or a dark desktop. The light ones are those that it has to begin with. A
-// colour that somebody else has set meanwhile stays as it is.
+// Gives a journal the colours for a light or a dark desktop. The light ones are its defaults. A colour that somebody
+// else has set in the meantime is kept.
 class WindowColours {
  public:
   explicit WindowColours(qt::StockbookWidget& stockbook);
 
-  // Call it at the start and whenever the window's palette is another one.
+  // To be called at the start and whenever the window's palette changes.
   void Follow(const QPalette& palette);
 
  private:
   struct Scheme {
-    sheet::Appearance sheet;  // of which the colours count
+    sheet::Appearance sheet;  // only the colours are used
     platform::Colour back_hot = 0;
     platform::Colour fore_hot = 0;
     platform::Colour border = 0;
