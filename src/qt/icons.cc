@@ -65,10 +65,10 @@ QPainterPath Line(std::initializer_list<QPointF> points) {
 }
 
 // A sheet of paper with a folded corner.
-void DrawSheet(QPainter& painter, const BillColours& colours, bool band) {
+void DrawSheet(QPainter& painter, const BillColours& colours, BillIcon kind) {
   const QPainterPath outline = Polygon({{2.5, 0.5}, {9.5, 0.5}, {13.5, 4.5}, {13.5, 15.5}, {2.5, 15.5}});
   Fill(painter, colours.sheet, outline);
-  if (band) FillRect(painter, colours.line, {3, 1, 6, 3});
+  if (kind == BillIcon::kPurchase || kind == BillIcon::kSale) FillRect(painter, colours.line, {3, 1, 6, 3});
   Stroke(painter, colours.line, 1.0, outline);
   Fill(painter, colours.line, Polygon({{9, 0.5}, {13.5, 5}, {9, 5}}));
 }
@@ -167,7 +167,7 @@ void DrawBook(QPainter& painter) {
 
 void DrawBill(QPainter& painter, BillIcon kind, Audit audit) {
   const BillColours colours = ColoursOf(kind);
-  DrawSheet(painter, colours, kind == BillIcon::kPurchase || kind == BillIcon::kSale);
+  DrawSheet(painter, colours, kind);
   DrawArrow(painter, kind, colours.line);
   if (audit == Audit::kAudited) DrawStamp(painter);
 }

@@ -43,9 +43,8 @@ bool Contains(const std::vector<int64_t>& keys, const Stored& key) {
 // The matching rows of a left join; a single "none" if nothing matches.
 std::vector<std::optional<size_t>> LeftJoin(const BaseTable& masters, std::string_view column, const Stored& key) {
   std::vector<std::optional<size_t>> matches;
-  if (key.kind == Stored::Kind::kInteger) {
+  if (key.kind == Stored::Kind::kInteger)
     for (const size_t row : masters.Where(column, key.integer)) matches.emplace_back(row);
-  }
   if (matches.empty()) matches.emplace_back(std::nullopt);
   return matches;
 }
