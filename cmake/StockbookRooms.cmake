@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# One static library per room of the house, with its arrows as link dependencies, and the switches that every target shares.
+# One static library per room, with its arrows as link dependencies, and the compiler switches that all targets share.
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
@@ -47,13 +47,13 @@ function(stockbook_room name)
     target_link_libraries(stockbook_${name} ${scope} stockbook_${room})
   endforeach()
   if(name STREQUAL "qt" AND sources)
-    # A header that is new by itself does not set off moc; named as what it depends on, it does.
+    # A new header alone does not trigger moc, unless moc depends on it by name.
     set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${headers}")
   endif()
 endfunction()
 
-# stockbook_check_headers(TARGET FOLDER BASE LINK target...): the headers of a folder that is no library, included from
-# BASE, compile alone as well.
+# stockbook_check_headers(TARGET FOLDER BASE LINK target...): compiles the headers of a folder that is not a library
+# alone as well; they are included from BASE.
 function(stockbook_check_headers target folder base)
   cmake_parse_arguments(CHECKED "" "" "LINK" ${ARGN})
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${folder}/*.h)
@@ -64,8 +64,8 @@ function(stockbook_check_headers target folder base)
   endif()
 endfunction()
 
-# stockbook_program(TARGET): the program lies in the build folder. Of a build inside the tree, whatever its preset,
-# build/<name> is a link to the one built last: a target of its own, because another preset may have set it since.
+# stockbook_program(TARGET): puts the program into the build folder. For a build inside the tree, whatever its preset,
+# build/<name> is a link to the program built last: a target of its own, because another preset may have changed it.
 function(stockbook_program target)
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
   cmake_path(GET CMAKE_BINARY_DIR PARENT_PATH parent)
