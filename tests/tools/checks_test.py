@@ -168,6 +168,13 @@ class Conformance(Tree):
         self.write("docs/conformance.md", "# Rules\n")
         self.refuses("check-conformance", "says nothing of docs/conformance/loading.md")
 
+    def test_a_step_of_the_architecture_that_is_not_there_is_refused(self):
+        steps = "| Step | Code |\n|---|---|\n| A line is added | `src/journal/loader.cc` (`%s`) |\n"
+        self.write("docs/architecture.md", steps % "AddLine")
+        self.accepts("check-conformance")
+        self.write("docs/architecture.md", steps % "DropLine")
+        self.refuses("check-conformance", "docs/architecture.md:3: DropLine does not occur in src/journal/loader.cc")
+
     def test_no_row_at_all_is_refused(self):
         self.write_rows("")
         self.refuses("check-conformance", "no row anywhere")
