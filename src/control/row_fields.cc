@@ -127,7 +127,8 @@ void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& val
   Try([&] {
     const int cell_row = RowOrCurrent(row);
     grid_.SetCellData(cell_row, grid_.ColIndex(key), value);
-    grid_.SetTextMatrix(cell_row, grid_.ColIndex(key), amounts_ == AmountTexts::kMasked ? "-" : value.Text());
+    grid_.SetTextMatrix(cell_row, grid_.ColIndex(key),
+                        amounts_ == AmountTexts::kMasked ? journal::kAmountMask : value.Text());
   });
 }
 

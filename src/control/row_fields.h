@@ -7,6 +7,7 @@
 
 #include "base/column_keys.h"
 #include "base/value.h"
+#include "journal/restricted_amounts.h"
 #include "platform/connection.h"
 #include "platform/grid.h"
 
@@ -85,7 +86,7 @@ inline constexpr Field<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{ba
 
 }  // namespace fields
 
-enum class AmountTexts { kShown, kMasked };
+using journal::AmountTexts;
 
 // Reads and writes the fields of a grid's rows by name: Get(fields::Price, row). A row below 0 is the grid's current
 // one. Nothing fails: what cannot be read is 0, "" or the zero date, and a writer leaves what it has written so far.

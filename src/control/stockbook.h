@@ -296,7 +296,7 @@ class Stockbook {
   };
 
  private:
-  class LoadSteps;
+  class JournalLoad;
   class SavedProperties;
   class HandlerSteps;
 

@@ -4,78 +4,177 @@
 #include "control/stockbook.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
-#include "journal/loader.h"
+#include "journal/blank_cells.h"
+#include "journal/journal_rows.h"
+#include "journal/opening_row.h"
+#include "journal/query_builder.h"
+#include "journal/restricted_amounts.h"
+#include "journal/running_values.h"
+#include "journal/total_row.h"
+#include "platform/grid_guards.h"
 
 namespace stockbook::control {
 
 namespace keys = base::keys;
 
-// The control's side of a load: what the loader asks for between its own steps.
-class Stockbook::LoadSteps : public journal::LoadSteps {
+// One load. TakeSteps is the order of its steps; what a step computes is in journal/ and grid/.
+class Stockbook::JournalLoad {
  public:
-  LoadSteps(Stockbook& control, int32_t key, int32_t second_key, std::string_view class_code)
+  // Keys below 0 and an empty class code keep what is set.
+  JournalLoad(Stockbook& control, int32_t key, int32_t second_key, std::string_view class_code)
       : control_(control), key_(key), second_key_(second_key), class_code_(class_code) {}
 
-  bool IsCancelled() override {
+  // True when the journal was loaded; false when the host cancelled it or an error stopped it, be it the grid's, the
+  // connection's or a listener's. The grid's tag and redraw come back as they were in any case. Rows that were loaded
+  // before an error stay; where they were not computed yet their stock cells are empty, and restricted amounts masked.
+  bool Run() {
+    return ToldOnError([&] {
+      const platform::RedrawOff redraw(grid_);
+      const platform::BusyTag tag(grid_, "Load");
+      return ToldOnError([&] { return TakeSteps(); });
+    });
+  }
+
+ private:
+  // False when the host cancelled the load. Every event is raised here, in BuildStatement (10 and 20), by FormatGrid
+  // (AfterFormatted) or in InsertTotalRows (41 to 100). A listener may do anything to the grid and the control.
+  bool TakeSteps() {
+    const bool cancelled = IsCancelled();
+    if (!cancelled) {
+      StoreArguments();
+      ClearGrid();
+      control_.RefreshCaption();
+      Notify("正在读入：" + control_.Caption() + "...");  // reading
+      Process(0);
+      const std::string statement = BuildStatement();
+      platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
+      control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
+      Process(30);
+      rows_are_raw_ = !rows.AtEnd();
+      journal::LayRows(std::move(rows), grid_);
+      control_.FormatGrid();
+      const journal::Totals opening = WriteOpeningRow();
+      Process(35);
+      Process(40);
+      InsertTotalRows(ComputeRows(opening));
+      control_.events_.AfterLoaded();
+      if (ShowsNameParts()) control_.RefreshProductNames();
+      control_.ReadRowHeightsBack();
+    }
+    Notify("已读入：" + control_.Caption());  // read
+    control_.outline_col_key_ = keys::kBillNo;
+    control_.ApplyBackPictures();
+    Process(-1);
+    return !cancelled;
+  }
+
+  bool IsCancelled() {
     bool cancel = false;
     control_.events_.CommandExecute("Load", cancel);
     return cancel;
   }
 
-  void StoreArguments() override {
+  void StoreArguments() {
     connection_ = control_.connection_;
+    journal::SubjectKeys& stored = control_.keys_;
     if (key_ >= 0) control_.SetKeyID(key_);
     if (second_key_ >= 0) control_.SetdpID(second_key_);
-    if (!class_code_.empty()) control_.keys_.dpCode = class_code_;
-    if (control_.keys_.dpCode.empty() && control_.keys_.KeyID >= 1) {
-      const interaction::SubjectHeader header(control_.connection_.get(), control_.layout_.journal_type);
-      control_.keys_.dpCode = header.SecondKeyClassCode(0, control_.keys_);
+    if (!class_code_.empty()) stored.dpCode = class_code_;
+    if (stored.dpCode.empty() && stored.KeyID >= 1) {
+      const interaction::SubjectHeader header(connection_.get(), type());
+      stored.dpCode = header.SecondKeyClassCode(0, stored);
     }
     // Arguments that were refused leave the rows, and the hot one hot.
     control_.ForgetHotRow();
   }
 
-  void RefreshCaption() override { control_.RefreshCaption(); }
-  std::string Caption() const override { return control_.Caption(); }
-  void Prompt(const std::string& message) override { control_.events_.Notify(message); }
-  void Process(int indicator) override { control_.events_.Process(static_cast<int16_t>(indicator)); }
-  platform::Connection* Connection() const override { return connection_.get(); }
-  base::tqJournalTypeContants JournalType() const override { return control_.layout_.journal_type; }
-  journal::SubjectKeys Keys() const override { return control_.keys_; }
-  void StoreRecordCount(size_t count) override { control_.record_count_ = static_cast<int64_t>(count); }
-  void ApplyLayout() override { control_.FormatGrid(); }
-  bool IsAccRestricted() const override { return control_.acc_restricted_; }
-  int SumRowHeight() const override { return static_cast<int>(control_.row_height_sum_); }
+  void ClearGrid() {
+    grid_.SetRows(grid_.FixedRows());
+    grid_.SetCols(grid_.FixedCols());
+  }
 
-  void DecorateRecords() override {
-    grid::BillKinds(control_.fg_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_)
+  std::string BuildStatement() {
+    const auto progress = [this](int indicator) { Process(indicator); };
+    return journal::QueryBuilder(connection_.get(), type(), control_.keys_, progress).Build();
+  }
+
+  journal::Totals WriteOpeningRow() {
+    const auto balance = journal::OpenOpeningBalance(connection_.get(), type(), control_.keys_);
+    return journal::WriteOpeningRow(balance, type(), grid_);
+  }
+
+  // Finishes all records but for the total rows, whose contents it returns.
+  std::vector<journal::PeriodTotals> ComputeRows(const journal::Totals& opening) {
+    if (grid_.RecordCount() == 0) return {};
+    grid::BillKinds(grid_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_)
         .DecorateRecords();
+    std::vector<journal::PeriodTotals> periods = journal::ComputeRunningValues(opening, type(), grid_);
+    journal::BlankZeroCells(grid_);
+    if (control_.acc_restricted_) journal::MaskAmounts(grid_);
+    rows_are_raw_ = false;
+    return periods;
   }
 
-  void FinishRows() override {
-    control_.events_.AfterLoaded();
-    if (ShowsNameParts()) control_.RefreshProductNames();
-    control_.ReadRowHeightsBack();
+  // Raises the progress of every record, and inserts the total row of a period after that of its last one.
+  void InsertTotalRows(const std::vector<journal::PeriodTotals>& periods) {
+    const size_t records = periods.empty() ? 0 : periods.back().end;
+    for (const journal::PeriodTotals& period : periods) {
+      for (size_t record = period.begin; record < period.end; ++record)
+        Process(40 + static_cast<int>((record + 1) * 60 / records));
+      journal::InsertTotalRow(period, static_cast<int>(control_.row_height_sum_), grid_);
+    }
   }
 
-  void CloseLoad() override {
-    control_.outline_col_key_ = keys::kBillNo;
-    control_.ApplyBackPictures();
-  }
-
- private:
   bool ShowsNameParts() const {
-    const auto shown = [&](const char* key) { return !control_.fg_.ColHidden(control_.fg_.ColIndex(key)); };
-    const bool shows_model = control_.layout_.journal_type != base::MaterialJournal && shown(keys::kModel);
+    const auto shown = [&](const char* key) { return !grid_.ColHidden(grid_.ColIndex(key)); };
+    const bool shows_model = type() != base::MaterialJournal && shown(keys::kModel);
     return shows_model || shown(keys::kStandard) || shown(keys::kMeasure);
   }
 
+  // What `work` gives, or false after an error of any kind, which is told.
+  template <typename Work>
+  bool ToldOnError(Work work) {
+    try {
+      return work();
+    } catch (const std::exception& error) {
+      TellError(error.what());
+    } catch (...) {
+      TellError("读入时发生未知错误，读入已停止。");  // an unknown error
+    }
+    return false;
+  }
+
+  void TellError(const std::string& message) {
+    // A grid or a listener that fails again changes nothing about how the load ends.
+    const auto attempt = [](auto call) {
+      try {
+        call();
+      } catch (...) {
+      }
+    };
+    attempt([&] { HideUncomputed(); });
+    attempt([&] { Notify(message); });
+    attempt([&] { Process(-1); });
+  }
+
+  void HideUncomputed() {
+    if (!rows_are_raw_) return;
+    journal::EmptyRunningValues(grid_);
+    if (control_.acc_restricted_) journal::MaskAmounts(grid_);
+  }
+
+  void Notify(const std::string& message) { control_.events_.Notify(message); }
+  void Process(int indicator) { control_.events_.Process(static_cast<int16_t>(indicator)); }
+  base::tqJournalTypeContants type() const { return control_.layout_.journal_type; }
+
   Stockbook& control_;
+  platform::Grid& grid_ = control_.fg_;
   int32_t key_;
   int32_t second_key_;
   std::string class_code_;
   // The load stays with the connection it began with, whatever a listener sets meanwhile.
   std::shared_ptr<platform::Connection> connection_;
+  bool rows_are_raw_ = false;  // the grid holds rows whose running values are not computed yet
 };
 
 void Stockbook::RefreshCaption() {
@@ -87,10 +186,9 @@ void Stockbook::RefreshCaption() {
 
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
   if (loading_) return false;
-  LoadSteps steps(*this, rKeyID, rdpID, rdpCode);
   loading_ = true;
   const base::ScopeExit loaded([this] { loading_ = false; });
-  return journal::Loader(fg_, steps).Load();
+  return JournalLoad(*this, rKeyID, rdpID, rdpCode).Run();
 }
 
 }  // namespace stockbook::control

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/subject_header.h"
 
-#include "journal/dialect.h"
+#include "journal/periods.h"
 
 namespace stockbook::interaction {
 namespace {

@@ -2,16 +2,20 @@
 #include "journal/blank_cells.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
+#include "base/column_keys.h"
 #include "columns/column_builder.h"
 
 namespace stockbook::journal {
 namespace {
 
+namespace keys = base::keys;
+
 constexpr size_t kBlockRows = 2048;
 
-// The column without the rows for which `blank(row)` holds, from the first such row on.
+// The column with the rows emptied for which `blank(row)` holds; nothing when there are none.
 template <typename Blank>
 std::optional<columns::Column> Without(const columns::Column& column, Blank blank) {
   size_t first = 0;
@@ -46,8 +50,8 @@ bool HasZeros(const columns::Column& column) {
   return false;
 }
 
-}  // namespace
-
+// The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. Without flags
+// they all count as 0.
 std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags,
                                               double flag) {
   if (!HasZeros(column)) return std::nullopt;
@@ -60,6 +64,7 @@ std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, con
   });
 }
 
+// The column with its zero dates emptied; nothing when there are none.
 std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
   if (column.HasTextCodes()) {
     std::vector<char> zero(column.TextCodeCount());
@@ -76,6 +81,24 @@ std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
   }
   if (!HasZeros(column)) return std::nullopt;
   return Without(column, [&](size_t row) { return IsZeroDate(column.At(row)); });
+}
+
+}  // namespace
+
+void BlankZeroCells(platform::Grid& grid) {
+  const columns::Column* flags = grid.LoadedText(grid.ColIndex(keys::kFlag));
+  const auto blank = [&](const char* key, auto without) {
+    const int index = grid.ColIndex(key);
+    const columns::Column* column = grid.LoadedText(index);
+    if (column == nullptr) return;
+    if (auto blanked = without(*column)) grid.ReplaceLoadedText(index, std::move(*blanked));
+  };
+  const auto of_flag = [flags](double flag) {
+    return [flags, flag](const columns::Column& column) { return WithoutZerosOf(column, flags, flag); };
+  };
+  for (const char* key : {keys::kRevQty, keys::kRevAcc}) blank(key, of_flag(0));
+  for (const char* key : {keys::kIssQty, keys::kIssAcc}) blank(key, of_flag(1));
+  for (const char* key : {keys::kInputDate, keys::kAuditDate, keys::kField6}) blank(key, WithoutZeroDates);
 }
 
 }  // namespace stockbook::journal

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
-
-#include "columns/column.h"
+#include "platform/grid.h"
 
 namespace stockbook::journal {
 
-// The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. `flags` nullptr
-// reads as all 0.
-std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags, double flag);
-
-// The column with its zero dates (1899-12-30, a number 0, or a text of either) emptied; nothing when there are none.
-std::optional<columns::Column> WithoutZeroDates(const columns::Column& column);
+// Empties the cells of records that say nothing: a zero receipt on a receipt row, a zero issue on an issue row, and
+// zero dates (1899-12-30, the number 0, or a text of either). The hidden data stays. Columns that have no such cell
+// cost one look at each of their blocks.
+void BlankZeroCells(platform::Grid& grid);
 
 }  // namespace stockbook::journal

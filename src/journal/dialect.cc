@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "journal/dialect.h"
 
-#include "journal/schema.h"
 #include "platform/error.h"
 
 namespace stockbook::journal {
@@ -39,17 +38,6 @@ std::string BillDateExpr(const platform::Connection* connection, std::string_vie
 
 std::string BalancePeriodLabelExpr(const platform::Connection* connection) {
   return IsSqlServerConnection(connection) ? "" : "(bn.年份 & '年' & Format(bn.月份,'00月'))";
-}
-
-std::string NewestAccPeriod(platform::Connection* connection) {
-  if (connection == nullptr) return {};
-  try {
-    return connection->Execute("Select Top 1 * From tqAccPeriod Order by AccPeriod DESC")
-        .FieldValue(schema::kAccPeriod)
-        .Text();
-  } catch (const std::exception&) {
-    return {};
-  }
 }
 
 void RemoveTable(platform::Connection* connection, std::string_view table) {

@@ -23,9 +23,6 @@ std::string BillDateExpr(const platform::Connection* connection, std::string_vie
 // The label of a balance row's period; the server dialect has none.
 std::string BalancePeriodLabelExpr(const platform::Connection* connection);
 
-// The newest accounting period, read anew; "" when it cannot be read.
-std::string NewestAccPeriod(platform::Connection* connection);
-
 // Drops a table of the host's database and ignores every error. Loading a journal never calls it.
 void RemoveTable(platform::Connection* connection, std::string_view table);
 

@@ -2,8 +2,7 @@
 #include "journal/opening_balance.h"
 
 #include "journal/class_filters.h"
-#include "journal/schema.h"
-#include "platform/error.h"
+#include "journal/periods.h"
 
 namespace stockbook::journal {
 namespace {
@@ -76,15 +75,6 @@ std::string BuildBalanceStatement(platform::Connection* connection, base::tqJour
       break;
   }
   return PartnerStatement(connection, false, keys, first_period);
-}
-
-std::string EarliestAccPeriod(platform::Connection* connection) {
-  if (connection == nullptr)
-    throw platform::Error("read the earliest period", "没有数据库连接：请先设置 Conn，再载入。");
-  platform::Recordset periods = connection->Execute("Select * From tqAccPeriod Order by AccPeriod");
-  std::string first_period = periods.FieldValue(schema::kAccPeriod).Text();
-  periods.Close();
-  return first_period;
 }
 
 OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,

@@ -22,9 +22,6 @@ struct OpeningBalance {
 std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys, const std::string& first_period);
 
-// The earliest accounting period; throws platform::Error when there is none.
-std::string EarliestAccPeriod(platform::Connection* connection);
-
 // Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws: an error gives no
 // result.
 OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,

@@ -3,6 +3,7 @@
 
 #include "journal/class_filters.h"
 #include "journal/dialect.h"
+#include "journal/periods.h"
 
 namespace stockbook::journal {
 namespace {

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "journal/opening_balance.h"
+#include "journal/periods.h"
 #include "journal/query_builder.h"
 #include "support/fake_connection.h"
 

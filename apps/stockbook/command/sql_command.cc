@@ -5,6 +5,7 @@
 #include "databases/sqlite/embedded_connection.h"
 #include "interaction/subject_header.h"
 #include "journal/opening_balance.h"
+#include "journal/periods.h"
 #include "journal/query_builder.h"
 #include "stockbook/command/journal_commands.h"
 #include "stockbook/command/journal_options.h"

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/grid.h"
+
+namespace stockbook::journal {
+
+// Whether the texts of amounts show them, or the mask because amounts are restricted.
+enum class AmountTexts { kShown, kMasked };
+inline constexpr const char* kAmountMask = "-";
+
+// Shows the mask in the amount columns of all records. The amounts stay in the cells' hidden data. Other rows are not
+// touched.
+void MaskAmounts(platform::Grid& grid);
+
+}  // namespace stockbook::journal

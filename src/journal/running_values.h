@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "base/journal_type.h"
+#include "journal/running_balance.h"
+#include "platform/grid.h"
+
+namespace stockbook::journal {
+
+// The records [begin, end) of one period, their sums, and the sums of all records up to the last of them.
+struct PeriodTotals {
+  std::string period;
+  size_t begin = 0;
+  size_t end = 0;
+  MovementSums in_period;
+  MovementSums in_all;
+};
+
+// Fills the stock columns of all records with their running values, which start from the opening totals, in place of
+// what the statement delivered there. Returns the totals of each period in order; a new period begins wherever the
+// text of `Period` changes. One pass over the columns. An amount outside the range of Money throws
+// base::ArithmeticError and leaves the columns as they are.
+std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJournalTypeContants type,
+                                               platform::Grid& grid);
+
+// Empties the stock columns of all records. The statement delivers each line's own movement there, which would pass
+// for the stock where the running values are never computed.
+void EmptyRunningValues(platform::Grid& grid);
+
+}  // namespace stockbook::journal
