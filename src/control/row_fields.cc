@@ -7,6 +7,7 @@
 #include <limits>
 #include <span>
 
+#include "journal/issue_source.h"
 #include "platform/row_runs.h"
 
 namespace stockbook::control {
@@ -37,18 +38,6 @@ Integer IntegerOrZero(double number) {
   const double rounded = std::nearbyint(number);
   const bool fits = rounded >= std::numeric_limits<Integer>::min() && rounded <= std::numeric_limits<Integer>::max();
   return fits ? static_cast<Integer>(rounded) : Integer{0};
-}
-
-std::string Padded(int number, size_t digits) {
-  std::string text = std::to_string(number);
-  return std::string(digits - std::min(digits, text.size()), '0') + text;
-}
-
-std::string LongDate(const base::Value& value) {
-  const auto date = value.AsDate();
-  if (!date) return value.Text();
-  const base::DateParts parts = date->parts();
-  return Padded(parts.year, 4) + "年" + Padded(parts.month, 2) + "月" + Padded(parts.day, 2) + "日";
 }
 
 // The first data row of a grid column whose number is the value.
@@ -149,31 +138,7 @@ void RowFields::SelectRowWith(const char* key, int32_t value) const {
 
 std::string RowFields::IssueSource(int32_t row) const {
   if (row < 0) return {};
-  return OrEmpty([&]() -> std::string {
-    const int64_t source = Get(fields::OtherID, row == 0 ? -1 : row);
-    if (source == 0 || connection_ == nullptr) return {};
-    return source < 0 ? OpeningSource(-source) : ReceiptSource(source);
-  });
-}
-
-std::string RowFields::OpeningSource(int64_t balance_id) const {
-  const platform::Recordset rows = connection_->Execute(
-      "SELECT 仓库余额表.*, 仓库设置.仓库名称, * FROM 仓库余额表 LEFT JOIN 仓库设置 ON 仓库余额表.DpID = "
-      "仓库设置.dpID  Where ID=" +
-      std::to_string(balance_id));
-  const auto text = [&](const char* field) { return rows.FieldValue(field).Text(); };
-  return "出库自“" + text("仓库名称") + "”：" + text("年份") + "年" + text("月份") + "月" + "期初库存";
-}
-
-std::string RowFields::ReceiptSource(int64_t record_id) const {
-  const platform::Recordset rows = connection_->Execute(
-      "SELECT d.BillID, CDate(d.年份 & '-' & d.月份 & '-' & d.日子) AS BillDate, d.单据类型 AS BillName, d.单据编号 AS "
-      "BillNo, 仓库设置.仓库名称 AS DepotName FROM (入库目录 AS d INNER JOIN 入库记录 AS r ON d.BillID = r.BillID) "
-      "LEFT JOIN 仓库设置 ON r.dpID = 仓库设置.dpID Where r.RecID=" +
-      std::to_string(record_id));
-  const auto text = [&](const char* field) { return rows.FieldValue(field).Text(); };
-  return "出库自“" + text("DepotName") + "”：" + LongDate(rows.FieldValue("BillDate")) + text("BillName") + "第 " +
-         text("BillNo") + " 号";
+  return OrEmpty([&] { return journal::IssueSource(connection_, Get(fields::OtherID, row == 0 ? -1 : row)); });
 }
 
 }  // namespace stockbook::control

@@ -141,8 +141,6 @@ class RowFields {
   void WriteMasked(const char* key, int32_t row, const base::Value& value) const;
   void WriteText(const char* key, int32_t row, const base::Value& value) const;
   void SelectRowWith(const char* key, int32_t value) const;
-  std::string OpeningSource(int64_t balance_id) const;
-  std::string ReceiptSource(int64_t record_id) const;
 
   platform::Grid& grid_;
   platform::Connection* connection_;

@@ -15,6 +15,7 @@
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
 #include "interaction/find/find.h"
+#include "journal/periods.h"
 #include "journal/vocabulary.h"
 #include "platform/error.h"
 #include "platform/grid_guards.h"
@@ -73,19 +74,19 @@ Stockbook::Stockbook(const Surroundings& surroundings)
   StartUp(fg_);
   fore_color_hot_ = fg_.ColourOf(platform::GridColour::kForeColor);
   img_mark_ = images_.Find("Mark");
-  c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(layout_.journal_type));
+  c1e_header_.picture = images_.Find(journal::WordsOf(layout_.journal_type).journal_picture);
   WatchGrid();
   FormatGrid();
 }
 
 void Stockbook::SetJournalType(tqJournalTypeContants type) {
   layout_.journal_type = type;
-  c1e_header_.picture = images_.Find(interaction::HeaderPictureKey(type));
+  c1e_header_.picture = images_.Find(journal::WordsOf(type).journal_picture);
   FormatGrid();
   site_.FrameChanged();
 }
 
-std::string Stockbook::FmtName() const { return std::string(journal::FmtName(layout_.journal_type)); }
+std::string Stockbook::FmtName() const { return std::string(journal::WordsOf(layout_.journal_type).format_name); }
 
 namespace {
 
@@ -127,17 +128,16 @@ void Stockbook::SetdpID(int32_t id) {
   keys_.dpID = static_cast<int16_t>(id);
 }
 
-std::string Stockbook::AccPeriod() const {
-  return interaction::SubjectHeader(connection_.get(), layout_.journal_type).AccPeriod();
-}
+std::string Stockbook::AccPeriod() const { return journal::NewestAccPeriod(connection_.get()); }
 
 std::string Stockbook::DepotName() const {
-  return interaction::SubjectHeader(connection_.get(), layout_.journal_type).DepotName(keys_);
+  return journal::Subjects(connection_.get(), layout_.journal_type).DepotName(keys_);
 }
 
 void Stockbook::SetKeyID(int32_t id) {
   keys_.KeyID = id;
-  subject_ = interaction::SubjectHeader(connection_.get(), layout_.journal_type).Lookup(id, layout_.allow_qty2);
+  const auto second_unit = layout_.allow_qty2 ? journal::SecondUnit::kShown : journal::SecondUnit::kHidden;
+  subject_ = journal::Subjects(connection_.get(), layout_.journal_type).Read(id, second_unit);
 }
 
 void Stockbook::SetCaption(std::string_view caption) {

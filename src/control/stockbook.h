@@ -16,8 +16,8 @@
 #include "grid/pictures.h"
 #include "interaction/events.h"
 #include "interaction/grid_handlers.h"
-#include "interaction/subject_header.h"
 #include "journal/subject_keys.h"
+#include "journal/subjects.h"
 #include "platform/clipboard.h"
 #include "platform/connection.h"
 #include "platform/control_site.h"
@@ -326,7 +326,7 @@ class Stockbook {
   grid::HiddenKeys hidden_keys_;
   grid::Pictures pictures_;
   journal::SubjectKeys keys_;
-  interaction::SubjectTexts subject_;
+  journal::SubjectTexts subject_;
   Container c1e_desk_;
   Container c1e_body_;
   Container c1e_header_;

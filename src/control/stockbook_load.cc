@@ -76,14 +76,10 @@ class Stockbook::JournalLoad {
 
   void StoreArguments() {
     connection_ = control_.connection_;
-    journal::SubjectKeys& stored = control_.keys_;
     if (key_ >= 0) control_.SetKeyID(key_);
     if (second_key_ >= 0) control_.SetdpID(second_key_);
-    if (!class_code_.empty()) stored.dpCode = class_code_;
-    if (stored.dpCode.empty() && stored.KeyID >= 1) {
-      const interaction::SubjectHeader header(connection_.get(), type());
-      stored.dpCode = header.SecondKeyClassCode(0, stored);
-    }
+    if (!class_code_.empty()) control_.keys_.dpCode = class_code_;
+    journal::Subjects(connection_.get(), type()).CompleteClassCode(control_.keys_);
     // Arguments that were refused leave the rows, and the hot one hot.
     control_.ForgetHotRow();
   }

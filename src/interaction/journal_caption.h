@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "base/journal_type.h"
-#include "interaction/subject_header.h"
 #include "journal/subject_keys.h"
+#include "journal/subjects.h"
 #include "platform/connection.h"
 
 namespace stockbook::interaction {
@@ -24,11 +24,10 @@ struct JournalCaption {
 //   project   项目:基建\一号楼 [商品:六角螺栓[1001]{M8\GB5783} 单位:件]
 // A missing part reads "(无)". `titles` are the four subject titles. Queries that fail leave their part out.
 JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
-                              const journal::SubjectKeys& keys, const SubjectTexts& subject,
+                              const journal::SubjectKeys& keys, const journal::SubjectTexts& subject,
                               const std::array<std::string, 4>& titles);
 
-// The names of a class and the classes above it, "华东\上海": those of the code's prefixes of 2, 4, 6, 8 and 10
-// characters, by one query. "" when none is known.
+// The names of a class and of the classes above it, from the top down: "华东\上海". "" when none is known.
 std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code);
 
 }  // namespace stockbook::interaction

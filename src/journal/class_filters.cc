@@ -2,7 +2,7 @@
 #include "journal/class_filters.h"
 
 #include "base/text.h"
-#include "journal/schema.h"
+#include "journal/vocabulary.h"
 
 namespace stockbook::journal {
 namespace {
@@ -25,8 +25,11 @@ std::string LengthText(std::string_view code) { return std::to_string(base::Char
 }  // namespace
 
 std::string PartnerKeyList(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code) {
-  const std::string table(type == base::SupplierJournal ? schema::kSuppliers : schema::kCustomers);
-  return ReadKeys(connection, "Select * From " + table + " Where ClassCode like '" + std::string(code) + "%'", "ksID");
+  const JournalWords words = WordsOf(type == base::SupplierJournal ? type : base::CustomerJournal);
+  return ReadKeys(
+      connection,
+      "Select * From " + std::string(words.subject_table) + " Where ClassCode like '" + std::string(code) + "%'",
+      "ksID");
 }
 
 std::string ProjectKeyList(platform::Connection* connection, std::string_view code) {

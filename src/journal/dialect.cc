@@ -7,7 +7,7 @@ namespace stockbook::journal {
 
 bool IsSqlServerConnection(const platform::Connection* connection) {
   if (connection == nullptr) throw platform::Error("read connection string", "没有数据库连接：请先设置 Conn，再载入。");
-  return connection->ConnectionString().find("SQL") != std::string::npos;
+  return platform::IsServerDialect(connection->ConnectionString());
 }
 
 std::string BillNoExpr(const platform::Connection* connection) {

@@ -3,35 +3,23 @@
 
 #include <array>
 
-#include "journal/schema.h"
-
 namespace stockbook::journal {
 namespace {
 
-struct Words {
-  std::string_view subject_table;
-  std::string_view class_table;
-  std::string_view subject_key_field;
-  std::string_view format_name;
-};
-
-constexpr std::array<Words, 4> kWords = {{
-    {schema::kProducts, schema::kProductClasses, "pdID", "Stockbook"},
-    {schema::kSuppliers, schema::kSupplierClasses, "ksID", "SupplierJournal"},
-    {schema::kCustomers, schema::kCustomerClasses, "ksID", "CustomerJournal"},
-    {schema::kProjects, schema::kProjectClasses, "项目ID", "ProjectJournal"},
+// Products, suppliers, customers and projects. The class code of a project is asked for by a key that its table calls
+// otherwise, so that it is never found; it stays so.
+constexpr std::array<JournalWords, 4> kWords = {{
+    {"商品资料", "商品分类", "pdID", "商品名称", "", "Stockbook", "StkBk", "Depot"},
+    {"厂商资料", "厂商分类", "ksID", "企业名称", "ksID", "SupplierJournal", "SuppJnl", "Supplier"},
+    {"客户资料", "客户分类", "ksID", "企业名称", "ksID", "CustomerJournal", "CustJnl", "Customer"},
+    {"项目设置", "项目分类", "项目ID", "项目名称", "pjID", "ProjectJournal", "ProjJnl", "Project"},
 }};
-
-Words WordsOf(base::tqJournalTypeContants type) {
-  const auto index = static_cast<size_t>(type);
-  return index < kWords.size() ? kWords[index] : Words{};
-}
 
 }  // namespace
 
-std::string_view SubjectTable(base::tqJournalTypeContants type) { return WordsOf(type).subject_table; }
-std::string_view ClassTable(base::tqJournalTypeContants type) { return WordsOf(type).class_table; }
-std::string_view SubjectKeyField(base::tqJournalTypeContants type) { return WordsOf(type).subject_key_field; }
-std::string_view FmtName(base::tqJournalTypeContants type) { return WordsOf(type).format_name; }
+JournalWords WordsOf(base::tqJournalTypeContants type) {
+  const auto index = static_cast<size_t>(type);
+  return index < kWords.size() ? kWords[index] : JournalWords{};
+}
 
 }  // namespace stockbook::journal

@@ -7,15 +7,19 @@
 
 namespace stockbook::journal {
 
-// The one source of the names that depend on the journal type. A type outside of the four gives "" everywhere.
+// The words that a journal type stands for: names of the host's database, sent as they are spelled, and keys of images.
+struct JournalWords {
+  std::string_view subject_table;
+  std::string_view class_table;        // the class tree of the subjects
+  std::string_view subject_key_field;  // suppliers and customers share one
+  std::string_view subject_name_field;
+  std::string_view class_code_key;  // the key field by which a subject's class code is asked for; "" asks nothing
+  std::string_view format_name;     // the type's long name, for the host's use
+  std::string_view journal_picture = "StkBk";  // in the header of a journal of all of them
+  std::string_view member_picture = "Depot";   // in the header of a journal of one depot, partner or project
+};
 
-// Table of the journal's subjects.
-std::string_view SubjectTable(base::tqJournalTypeContants type);
-// Class tree of the subjects.
-std::string_view ClassTable(base::tqJournalTypeContants type);
-// Key field of the subject table; suppliers and customers share one.
-std::string_view SubjectKeyField(base::tqJournalTypeContants type);
-// The journal type's long name, for the host's use.
-std::string_view FmtName(base::tqJournalTypeContants type);
+// The one source of these words. A type outside of the four has the pictures of the stock journal and "" for the rest.
+JournalWords WordsOf(base::tqJournalTypeContants type);
 
 }  // namespace stockbook::journal

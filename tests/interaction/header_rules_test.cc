@@ -1,10 +1,9 @@
-// SPDX-License-Identifier: MIT What the header asks the database for, by journal type, and how the events pass on their
-// arguments.
+// SPDX-License-Identifier: MIT
+// Rules of the caption at their limits, and how the events pass on their arguments.
 #include <gtest/gtest.h>
 
 #include "interaction/events.h"
 #include "interaction/journal_caption.h"
-#include "interaction/subject_header.h"
 #include "support/fake_connection.h"
 
 namespace stockbook::interaction {
@@ -12,67 +11,6 @@ namespace {
 
 using testing::FakeConnection;
 using testing::Text;
-
-const auto kUnknown = static_cast<base::tqJournalTypeContants>(9);
-
-TEST(HeaderPicture, IsThatOfTheStockForEveryOtherType) {
-  EXPECT_EQ(HeaderPictureKey(base::SupplierJournal), "SuppJnl");
-  EXPECT_EQ(HeaderPictureKey(base::CustomerJournal), "CustJnl");
-  EXPECT_EQ(HeaderPictureKey(base::ProjectJournal), "ProjJnl");
-  EXPECT_EQ(HeaderPictureKey(base::MaterialJournal), "StkBk");
-  EXPECT_EQ(HeaderPictureKey(kUnknown), "StkBk");
-}
-
-TEST(SubjectHeader, LooksAnySubjectUpAsAProductInTheOtherTypes) {
-  for (const auto type : {base::MaterialJournal, base::ProjectJournal, kUnknown}) {
-    FakeConnection connection;
-    SubjectHeader(&connection, type).Lookup(-7, false);
-    ASSERT_EQ(connection.Sent().size(), 1U);
-    EXPECT_TRUE(connection.Sent()[0].ends_with(" FROM 商品设置 AS pd Where pdID=-7"));
-  }
-}
-
-TEST(SubjectHeader, KeepsTheTextsEmptyForAPartnerWithoutARow) {
-  FakeConnection connection;
-  connection.Answer("Select * From 厂商资料 Where ksID=5", {"企业名称", "ClassCode"}, {});
-  const SubjectTexts texts = SubjectHeader(&connection, base::SupplierJournal).Lookup(5, false);
-  EXPECT_EQ(texts.key_name + texts.class_code, "");
-}
-
-TEST(DepotName, IsThatOfAProjectInThePartnerJournalsToo) {
-  for (const auto type : {base::SupplierJournal, base::CustomerJournal, base::ProjectJournal}) {
-    FakeConnection connection;
-    connection.Answer("SELECT * FROM 项目设置 Where 项目ID=5", {"项目名称"}, {{Text("一号楼")}});
-    EXPECT_EQ(SubjectHeader(&connection, type).DepotName({7, 5, "01"}), "一号楼");
-    EXPECT_EQ(SubjectHeader(&connection, type).DepotName({7, 5, ""}), "全部项目");
-    EXPECT_EQ(connection.Sent().size(), 1U);
-  }
-}
-
-TEST(DepotName, IsAllDepotsForANegativeDepotAndAsksForDepotOne) {
-  FakeConnection connection;
-  EXPECT_EQ(SubjectHeader(&connection, base::MaterialJournal).DepotName({7, -3, ""}), "全部仓库");
-  EXPECT_TRUE(connection.Sent().empty());
-  connection.Answer("SELECT * FROM 仓库设置 Where dpID=1", {"仓库名称"}, {{Text("总库")}});
-  EXPECT_EQ(SubjectHeader(&connection, base::MaterialJournal).DepotName({7, 1, ""}), "总库");
-}
-
-TEST(DepotName, IsEmptyWithoutARowAndWhenTheQueryFails) {
-  FakeConnection connection;
-  EXPECT_EQ(SubjectHeader(&connection, base::ProjectJournal).DepotName({7, 0, "0'1"}), "");
-  EXPECT_EQ(connection.Sent(), (std::vector<std::string>{"SELECT * FROM 项目分类 Where ClassCode='0'1'"}))
-      << "the code goes out unescaped";
-  connection.Answer("SELECT * FROM 仓库设置", {"仓库名称"}, {});
-  EXPECT_EQ(SubjectHeader(&connection, base::MaterialJournal).DepotName({7, 3, ""}), "");
-}
-
-TEST(SecondKeyClassCode, IsEmptyWithoutAStatementForAnUnknownTypeAndEmptyWithoutARow) {
-  FakeConnection connection;
-  EXPECT_EQ(SubjectHeader(&connection, kUnknown).SecondKeyClassCode(3, {7, 5, ""}), "");
-  EXPECT_TRUE(connection.Sent().empty());
-  connection.Answer("Select ClassCode From 厂商资料 Where ksID=3", {"ClassCode"}, {});
-  EXPECT_EQ(SubjectHeader(&connection, base::SupplierJournal).SecondKeyClassCode(3, {7, 5, ""}), "");
-}
 
 TEST(JournalCaption, LooksUpThePrefixesOfTwoToTenCharacters) {
   FakeConnection connection;

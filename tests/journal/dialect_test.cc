@@ -45,19 +45,19 @@ TEST(RemoveTable, SendsTheDropAndIgnoresItsError) {
 }
 
 TEST(Vocabulary, NamesTheTablesOfEveryTypeAndNothingForOthers) {
-  EXPECT_EQ(SubjectTable(base::MaterialJournal), "商品资料");
-  EXPECT_EQ(SubjectTable(base::ProjectJournal), "项目设置");
-  EXPECT_EQ(ClassTable(base::SupplierJournal), "厂商分类");
-  EXPECT_EQ(SubjectKeyField(base::SupplierJournal), "ksID");
-  EXPECT_EQ(SubjectKeyField(base::CustomerJournal), "ksID");
-  EXPECT_EQ(FmtName(base::MaterialJournal), "Stockbook");
-  EXPECT_EQ(FmtName(base::CustomerJournal), "CustomerJournal");
+  EXPECT_EQ(WordsOf(base::MaterialJournal).subject_table, "商品资料");
+  EXPECT_EQ(WordsOf(base::ProjectJournal).subject_table, "项目设置");
+  EXPECT_EQ(WordsOf(base::SupplierJournal).class_table, "厂商分类");
+  EXPECT_EQ(WordsOf(base::SupplierJournal).subject_key_field, "ksID");
+  EXPECT_EQ(WordsOf(base::CustomerJournal).subject_key_field, "ksID");
+  EXPECT_EQ(WordsOf(base::MaterialJournal).format_name, "Stockbook");
+  EXPECT_EQ(WordsOf(base::CustomerJournal).format_name, "CustomerJournal");
   for (const int type : {-1, 4, 100}) {
     const auto unknown = static_cast<base::tqJournalTypeContants>(type);
-    EXPECT_EQ(SubjectTable(unknown), "");
-    EXPECT_EQ(ClassTable(unknown), "");
-    EXPECT_EQ(SubjectKeyField(unknown), "");
-    EXPECT_EQ(FmtName(unknown), "");
+    EXPECT_EQ(WordsOf(unknown).subject_table, "");
+    EXPECT_EQ(WordsOf(unknown).class_table, "");
+    EXPECT_EQ(WordsOf(unknown).subject_key_field, "");
+    EXPECT_EQ(WordsOf(unknown).format_name, "");
   }
 }
 

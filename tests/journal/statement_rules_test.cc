@@ -154,9 +154,9 @@ TEST(Vocabulary, OfTheFourTypesIsWholeAndInOrder) {
       {base::CustomerJournal, "客户资料 客户分类 ksID CustomerJournal"},
       {base::ProjectJournal, "项目设置 项目分类 项目ID ProjectJournal"}};
   for (const auto& [type, row] : rows) {
-    std::string names(SubjectTable(type));
-    names.append(" ").append(ClassTable(type)).append(" ").append(SubjectKeyField(type)).append(" ");
-    EXPECT_EQ(names.append(FmtName(type)), row);
+    std::string names(WordsOf(type).subject_table);
+    names.append(" ").append(WordsOf(type).class_table).append(" ").append(WordsOf(type).subject_key_field).append(" ");
+    EXPECT_EQ(names.append(WordsOf(type).format_name), row);
   }
 }
 

@@ -3,10 +3,10 @@
 #include <ostream>
 
 #include "databases/sqlite/embedded_connection.h"
-#include "interaction/subject_header.h"
 #include "journal/opening_balance.h"
 #include "journal/periods.h"
 #include "journal/query_builder.h"
+#include "journal/subjects.h"
 #include "stockbook/command/journal_commands.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/window/journal_desk.h"
@@ -32,13 +32,11 @@ const std::string& Usage() {
   return usage;
 }
 
-// Completes the keys as a load does: a missing class code is that of the second key.
+// The keys of the options, completed as a load does.
 journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection,
                             base::tqJournalTypeContants type) {
   journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
-  if (keys.dpCode.empty() && keys.KeyID >= 1) {
-    keys.dpCode = interaction::SubjectHeader(&connection, type).SecondKeyClassCode(0, keys);
-  }
+  journal::Subjects(&connection, type).CompleteClassCode(keys);
   return keys;
 }
 

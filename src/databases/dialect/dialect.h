@@ -3,15 +3,16 @@
 
 #include <string_view>
 
+#include "platform/connection.h"
+
 namespace stockbook::databases {
 
 // Which database's language a statement is written in: the desktop one (`&`, TOP, Left, Format, #dates#) or the
 // server one (`+`, Convert, CAST, CASE).
 enum class Dialect { kDesktop, kServer };
 
-// The server dialect when "SQL" stands anywhere in the connection string, case-sensitively; a file name counts too.
 inline Dialect DialectOf(std::string_view connection_string) {
-  return connection_string.find("SQL") != std::string_view::npos ? Dialect::kServer : Dialect::kDesktop;
+  return platform::IsServerDialect(connection_string) ? Dialect::kServer : Dialect::kDesktop;
 }
 
 }  // namespace stockbook::databases

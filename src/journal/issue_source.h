@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/connection.h"
+
+namespace stockbook::journal {
+
+// Says where the stock of an issue line came from, asked of the database by the line's `OtherID`: a positive one is the
+// line of a receipt, a negative one the opening stock of a month. "" for 0, without a query, and without a connection.
+// Throws platform::Error when the query fails or finds nothing.
+std::string IssueSource(platform::Connection* connection, int64_t other_id);
+
+}  // namespace stockbook::journal

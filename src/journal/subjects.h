@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/journal_type.h"
+#include "journal/subject_keys.h"
+#include "platform/connection.h"
+
+namespace stockbook::journal {
+
+// The subject's texts as the header shows and offers them.
+struct SubjectTexts {
+  std::string key_name;
+  std::string product_no;
+  std::string model;
+  std::string standard;
+  std::string measure;
+  std::string class_code;  // of a supplier or customer
+};
+
+// A supplier, customer or project.
+struct Member {
+  std::string name;
+  std::string class_code;
+};
+
+enum class SecondUnit { kHidden, kShown };
+
+// Turns the numbers and codes that name a journal's subject into texts, by a single query each. A failing query ends a
+// lookup quietly with what it has; a null connection finds nothing.
+class Subjects {
+ public:
+  Subjects(platform::Connection* connection, base::tqJournalTypeContants type) : connection_(connection), type_(type) {}
+
+  // The key is a supplier's in the supplier journal, a customer's in the customer journal and a product's in all
+  // others.
+  SubjectTexts Read(int32_t key, SecondUnit second_unit) const;
+  // The partner or project of a partner or project journal.
+  Member ReadMember(int32_t key) const;
+  // The depot, or 全部仓库 (all depots); in all but the stock journal the project, its class, or 全部项目 (all
+  // projects).
+  std::string DepotName(const SubjectKeys& keys) const;
+  // The class code of the second key; 0 means the stored one.
+  std::string SecondKeyClassCode(int32_t key, const SubjectKeys& keys) const;
+  // Gives keys of a product that have no class code that of their second key.
+  void CompleteClassCode(SubjectKeys& keys) const;
+  // The names of a class and of the classes above it, from the top down: those of the code's prefixes of 2, 4, 6, 8 and
+  // 10 characters.
+  std::vector<std::string> ClassNames(std::string_view code) const;
+
+ private:
+  std::string ReadText(const std::string& statement, std::string_view field) const;
+
+  platform::Connection* connection_;
+  base::tqJournalTypeContants type_;
+};
+
+}  // namespace stockbook::journal
