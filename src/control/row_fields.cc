@@ -2,11 +2,10 @@
 #include "control/row_fields.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
-#include <span>
 
+#include "columns/block_reader.h"
 #include "journal/issue_source.h"
 #include "platform/row_runs.h"
 
@@ -40,47 +39,28 @@ Integer IntegerOrZero(double number) {
   return fits ? static_cast<Integer>(rounded) : Integer{0};
 }
 
-// The first data row of a grid column whose number is the value.
-class RowSearch {
- public:
-  RowSearch(const platform::Grid& grid, int column, double value)
-      : grid_(grid), column_(column), value_(value), loaded_(grid.LoadedText(column)) {
-    if (grid.HasEditedRecords(column)) loaded_ = nullptr;
-  }
-
-  // -1 when no row has it.
-  int First() const {
-    for (int row = grid_.FixedRows(); row < grid_.Rows();) {
-      const platform::RowRun run = loaded_ != nullptr ? platform::RowRunAt(grid_, row) : platform::RowRun{row, 1, -1};
-      const int found = run.record >= 0 ? InRun(row, run.End(), run.record) : (HasValue(row) ? row : -1);
-      if (found >= 0) return found;
-      row = run.End();
+// The first data row whose number in the column is the value; -1 when there is none.
+int FirstRowWith(const platform::Grid& grid, int column, double value) {
+  const columns::Column* loaded = platform::UneditedColumn(grid, column);
+  columns::BlockReader<double> reader(loaded);
+  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = platform::RowRunAt(grid, run.End())) {
+    if (loaded == nullptr || run.IsInserted()) {
+      for (int row = run.row; row < run.End(); ++row) {
+        if (grid.ValueMatrix(row, column) == value) return row;
+      }
+      continue;
     }
-    return -1;
-  }
-
- private:
-  bool HasValue(int row) const { return grid_.ValueMatrix(row, column_) == value_; }
-
-  int InRun(int row, int end, int64_t record) const {
-    std::array<double, 1024> numbers{};
-    while (row < end) {
-      const auto count = std::min(numbers.size(), static_cast<size_t>(end - row));
-      const std::span<double> part(numbers.data(), count);
-      loaded_->ReadNumbers(static_cast<size_t>(record), part);
-      const auto found = std::find(part.begin(), part.end(), value_);
-      if (found != part.end()) return row + static_cast<int>(found - part.begin());
-      row += static_cast<int>(count);
-      record += static_cast<int64_t>(count);
+    const auto record = static_cast<size_t>(run.record);
+    for (const columns::RowBlock block : columns::RowBlocks(record, record + static_cast<size_t>(run.count))) {
+      const auto numbers = reader.Read(block);
+      const auto found = std::find(numbers.begin(), numbers.end(), value);
+      if (found != numbers.end())
+        return run.row + static_cast<int>(block.first - record) + static_cast<int>(found - numbers.begin());
     }
-    return -1;
   }
-
-  const platform::Grid& grid_;
-  int column_;
-  double value_;
-  const columns::Column* loaded_;
-};
+  return -1;
+}
 
 }  // namespace
 
@@ -129,7 +109,7 @@ void RowFields::SelectRowWith(const char* key, int32_t value) const {
   if (value <= 0) return;
   Try([&] {
     const int column = grid_.ColIndex(key);
-    const int row = column < 0 ? -1 : RowSearch(grid_, column, value).First();
+    const int row = column < 0 ? -1 : FirstRowWith(grid_, column, value);
     if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
     grid_.Select(row, grid_.Col() < 0 ? grid_.FixedCols() : grid_.Col());
     if (!grid_.RowIsVisible(row)) grid_.SetTopRow(row);

@@ -5,17 +5,18 @@
 #include <array>
 
 #include "base/column_keys.h"
-#include "columns/column.h"
+#include "columns/row_classes.h"
 
 namespace stockbook::grid {
 namespace {
 
 namespace keys = base::keys;
+using columns::ClassifyNumbers;
+using columns::ClassifyTexts;
 
 constexpr auto kPicturePlace = platform::PictureAlignment::kLeftCenter;
 constexpr auto kMarkPlace = platform::PictureAlignment::kRightTop;
 constexpr const char* kSupplierBills = "|入库单|采购单|";
-constexpr size_t kBlockRows = 2048;
 
 struct Kind {
   const char* bill_name;  // nullptr matches any other name
@@ -41,39 +42,6 @@ uint8_t KindOf(std::string_view bill_name) {
 
 bool IsSupplierBill(std::string_view bill_name) {
   return std::string_view(kSupplierBills).find(bill_name) != std::string_view::npos;
-}
-
-// A class for every record; each distinct text is classified only once.
-template <typename Classify>
-std::vector<uint8_t> ClassifyTexts(const columns::Column* column, size_t records, Classify classify) {
-  if (column == nullptr) return std::vector<uint8_t>(records, classify(std::string_view()));
-  std::vector<uint8_t> classes(records);
-  if (!column->HasTextCodes()) {
-    for (size_t record = 0; record < records; ++record) classes[record] = classify(column->Text(record));
-    return classes;
-  }
-  std::vector<uint8_t> of_code(column->TextCodeCount());
-  for (uint32_t code = 0; code < of_code.size(); ++code) of_code[code] = classify(column->TextOfCode(code));
-  std::vector<uint32_t> codes(kBlockRows);
-  for (size_t first = 0; first < records; first += kBlockRows) {
-    const size_t count = std::min(kBlockRows, records - first);
-    column->ReadTextCodes(first, std::span(codes).first(count));
-    for (size_t row = 0; row < count; ++row) classes[first + row] = of_code[codes[row]];
-  }
-  return classes;
-}
-
-template <typename Classify>
-std::vector<uint8_t> ClassifyNumbers(const columns::Column* column, size_t records, Classify classify) {
-  std::vector<uint8_t> classes(records);
-  if (column == nullptr) return classes;
-  std::vector<double> numbers(kBlockRows);
-  for (size_t first = 0; first < records; first += kBlockRows) {
-    const size_t count = std::min(kBlockRows, records - first);
-    column->ReadNumbers(first, std::span(numbers).first(count));
-    for (size_t row = 0; row < count; ++row) classes[first + row] = classify(numbers[row]);
-  }
-  return classes;
 }
 
 uint8_t IsFilled(std::string_view text) { return text.empty() ? 0 : 1; }

@@ -5,8 +5,8 @@
 #include <array>
 
 #include "base/column_keys.h"
-#include "columns/column.h"
 #include "columns/column_builder.h"
+#include "columns/row_classes.h"
 #include "platform/grid_guards.h"
 #include "platform/row_runs.h"
 
@@ -22,7 +22,6 @@ struct Part {
 };
 constexpr std::array<Part, 3> kParts = {
     {{keys::kModel, "", ""}, {keys::kStandard, "[", "]"}, {keys::kMeasure, "(", ")"}}};
-constexpr size_t kBlockRows = 2048;
 
 std::string Compose(const std::string& bare_name, const std::string& parts) {
   return parts.empty() ? bare_name : bare_name + " " + parts;
@@ -65,12 +64,12 @@ bool SameTexts(const Sources& sources, size_t left, size_t right) {
 columns::Column ComposeRecords(const Sources& sources, size_t records) {
   columns::ColumnBuilder builder;
   std::vector<uint32_t> pool_codes;
-  std::vector<double> products(kBlockRows);
+  const auto has_product =
+      columns::ClassifyNumbers(sources.product, records, [](double key) -> uint8_t { return key > 0 ? 1 : 0; });
   size_t composed_from = records;
   std::string composed;
   for (size_t record = 0; record < records; ++record) {
-    if (record % kBlockRows == 0 && sources.product) sources.product->ReadNumbers(record, products);
-    if (products[record % kBlockRows] > 0) {
+    if (has_product[record] != 0) {
       if (composed_from == records || !SameTexts(sources, composed_from, record)) {
         composed = ComposeRecord(sources, record);
         composed_from = record;

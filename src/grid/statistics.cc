@@ -4,11 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <vector>
 
 #include "base/column_keys.h"
 #include "base/money.h"
-#include "columns/column.h"
+#include "columns/row_classes.h"
 #include "platform/row_runs.h"
 
 namespace stockbook::grid {
@@ -17,11 +16,10 @@ namespace {
 namespace keys = base::keys;
 
 constexpr std::array<const char*, 3> kCounted = {"入库单", "出库单", "调拨单"};
-constexpr size_t kBlockRows = 2048;
 
 // The index in kCounted of a bill name; kCounted.size() for a name that is not counted.
-size_t KindOf(std::string_view bill_name) {
-  return static_cast<size_t>(std::find(kCounted.begin(), kCounted.end(), bill_name) - kCounted.begin());
+uint8_t KindOf(std::string_view bill_name) {
+  return static_cast<uint8_t>(std::find(kCounted.begin(), kCounted.end(), bill_name) - kCounted.begin());
 }
 
 int16_t Counted(int64_t number) {
@@ -29,63 +27,40 @@ int16_t Counted(int64_t number) {
   return static_cast<int16_t>(number);
 }
 
-// Counts rows by kind: unedited records in blocks, all other rows cell by cell.
-class BillCounts {
- public:
-  explicit BillCounts(const platform::Grid& grid)
-      : grid_(grid), bill_id_(grid.ColIndex(keys::kBillID)), bill_name_(grid.ColIndex(keys::kBillName)) {
-    if (grid.HasEditedRecords(bill_id_) || grid.HasEditedRecords(bill_name_)) return;
-    ids_ = grid.LoadedText(bill_id_);
-    names_ = grid.LoadedText(bill_name_);
-    if (names_ == nullptr || !names_->HasTextCodes()) return;
-    for (uint32_t code = 0; code < names_->TextCodeCount(); ++code) {
-      kinds_.push_back(static_cast<uint8_t>(KindOf(names_->TextOfCode(code))));
-    }
-  }
+// Rows with a positive bill key, by kind.
+using BillCounts = std::array<int64_t, kCounted.size() + 1>;
 
-  void Add(const platform::RowRun& run) {
-    if (!run.IsInserted() && ids_ != nullptr && !kinds_.empty()) return AddRecords(run);
+BillCounts CountBills(const platform::Grid& grid) {
+  const int bill_id = grid.ColIndex(keys::kBillID);
+  const int bill_name = grid.ColIndex(keys::kBillName);
+  const columns::Column* ids = platform::UneditedColumn(grid, bill_id);
+  const columns::Column* names = platform::UneditedColumn(grid, bill_name);
+  const bool as_loaded = ids != nullptr && names != nullptr;
+  const size_t records = as_loaded ? grid.RecordCount() : 0;
+  const auto is_bill = columns::ClassifyNumbers(ids, records, [](double id) -> uint8_t { return id > 0 ? 1 : 0; });
+  const auto kinds = columns::ClassifyTexts(names, records, KindOf);
+  BillCounts counts{};
+  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = platform::RowRunAt(grid, run.End())) {
+    if (as_loaded && !run.IsInserted()) {
+      const auto first = static_cast<size_t>(run.record);
+      for (size_t at = first; at < first + static_cast<size_t>(run.count); ++at) counts[kinds[at]] += is_bill[at];
+      continue;
+    }
     for (int row = run.row; row < run.End(); ++row) {
-      if (grid_.ValueMatrix(row, bill_id_) > 0) ++counts_[KindOf(grid_.TextMatrix(row, bill_name_))];
+      if (grid.ValueMatrix(row, bill_id) > 0) ++counts[KindOf(grid.TextMatrix(row, bill_name))];
     }
   }
-
-  int16_t Of(size_t kind) const { return Counted(counts_[kind]); }
-
- private:
-  void AddRecords(const platform::RowRun& run) {
-    std::array<double, kBlockRows> ids;
-    std::array<uint32_t, kBlockRows> codes;
-    for (size_t done = 0; done < static_cast<size_t>(run.count);) {
-      const size_t count = std::min(kBlockRows, static_cast<size_t>(run.count) - done);
-      const size_t first = static_cast<size_t>(run.record) + done;
-      ids_->ReadNumbers(first, std::span(ids).first(count));
-      names_->ReadTextCodes(first, std::span(codes).first(count));
-      for (size_t at = 0; at < count; ++at) counts_[kinds_[codes[at]]] += ids[at] > 0 ? 1 : 0;
-      done += count;
-    }
-  }
-
-  const platform::Grid& grid_;
-  int bill_id_;
-  int bill_name_;
-  const columns::Column* ids_ = nullptr;
-  const columns::Column* names_ = nullptr;
-  std::vector<uint8_t> kinds_;  // by text code
-  std::array<int64_t, kCounted.size() + 1> counts_{};
-};
+  return counts;
+}
 
 }  // namespace
 
 std::string Statistics(const platform::Grid& grid) {
-  BillCounts counts(grid);
-  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = platform::RowRunAt(grid, run.End())) {
-    counts.Add(run);
-  }
-  const int16_t receipts = counts.Of(0);
-  const int16_t issues = counts.Of(1);
-  const int16_t transfers = counts.Of(2);
+  const BillCounts counts = CountBills(grid);
+  const int16_t receipts = Counted(counts[0]);
+  const int16_t issues = Counted(counts[1]);
+  const int16_t transfers = Counted(counts[2]);
   const int16_t total = Counted(int64_t{receipts} + issues + transfers);
   if (total == 0) return "未找到输入单据";
   return "单据共：" + std::to_string(total) + " 张\r\n  其中:\r\n    入库单:" + std::to_string(receipts) +

@@ -6,14 +6,13 @@
 #include <vector>
 
 #include "base/column_keys.h"
+#include "columns/block_reader.h"
 #include "columns/column_builder.h"
 
 namespace stockbook::journal {
 namespace {
 
 namespace keys = base::keys;
-
-constexpr size_t kBlockRows = 2048;
 
 // The column with the rows emptied for which `blank(row)` holds; nothing when there are none.
 template <typename Blank>
@@ -41,11 +40,10 @@ bool IsZeroDate(const base::Value& value) {
 
 // Whether any row of the column reads as the number 0; block by block, since a whole column has none as a rule.
 bool HasZeros(const columns::Column& column) {
-  std::vector<double> block(kBlockRows);
-  for (size_t first = 0; first < column.size(); first += kBlockRows) {
-    const auto rows = std::span(block).first(std::min(kBlockRows, column.size() - first));
-    column.ReadNumbers(first, rows);
-    if (std::find(rows.begin(), rows.end(), 0.0) != rows.end()) return true;
+  columns::BlockReader<double> reader(&column);
+  for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
+    const auto numbers = reader.Read(block);
+    if (std::find(numbers.begin(), numbers.end(), 0.0) != numbers.end()) return true;
   }
   return false;
 }

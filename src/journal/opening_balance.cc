@@ -23,15 +23,17 @@ std::string MaterialStatement(const SubjectKeys& keys, const std::string& first_
 // Sums of the carried-forward columns and the period columns, which partner and project balances share. `seam` stands
 // between the two carried-forward quantities.
 std::string BalanceColumns(const char* seam) {
-  return std::string(" As Period, Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,") + seam +
+  return std::string(" Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,") + seam +
          "Sum((bn.LastQuantity2)) AS LastQty2, Sum((bn.LastAccount)) AS LastAcc,Sum(bn.SumRevQuantity) As RevQty,"
          "Sum(bn.SumRevQuantity2) As RevQty2,Sum(bn.SumRevAccount) As RevAcc,Sum(bn.SumIssQuantity) As IssQty,"
          "Sum(bn.SumIssQuantity2) As IssQty2,Sum(bn.SumIssQuantity) As IssAcc FROM ";
 }
 
-std::string PartnerStatement(platform::Connection* connection, bool suppliers, const SubjectKeys& keys,
-                             const std::string& first_period) {
-  std::string statement = "SELECT '" + first_period + "'" + BalanceColumns(suppliers ? "" : " ") +
+// Of suppliers in the supplier journal, else of customers.
+std::string PartnerStatement(platform::Connection* connection, base::tqJournalTypeContants type,
+                             const SubjectKeys& keys, const std::string& first_period) {
+  const bool suppliers = type == base::SupplierJournal;
+  std::string statement = "SELECT '" + first_period + "' As Period," + BalanceColumns(suppliers ? "" : " ") +
                           (suppliers ? "tqSuppBalance" : "tqCustBalance") + " AS bn ";
   if (keys.dpID != 0) {
     statement += " Where bn.ksID=" + Number(keys.dpID);
@@ -46,11 +48,7 @@ std::string PartnerStatement(platform::Connection* connection, bool suppliers, c
 
 std::string ProjectStatement(platform::Connection* connection, const SubjectKeys& keys) {
   std::string statement =
-      "SELECT bnPeriod AS Period, Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,"
-      "Sum((bn.LastQuantity2)) AS LastQty2, Sum((bn.LastAccount)) AS LastAcc,Sum(bn.SumRevQuantity) As RevQty,"
-      "Sum(bn.SumRevQuantity2) As RevQty2,Sum(bn.SumRevAccount) As RevAcc,Sum(bn.SumIssQuantity) As IssQty,"
-      "Sum(bn.SumIssQuantity2) As IssQty2,Sum(bn.SumIssQuantity) As IssAcc FROM tqProjBalance AS bn  Where bn.pdID=" +
-      Number(keys.KeyID);
+      "SELECT bnPeriod AS Period," + BalanceColumns("") + "tqProjBalance AS bn  Where bn.pdID=" + Number(keys.KeyID);
   if (keys.dpID != 0) {
     statement += " And bn.pjID=" + Number(keys.dpID);
   } else {
@@ -64,17 +62,9 @@ std::string ProjectStatement(platform::Connection* connection, const SubjectKeys
 
 std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys, const std::string& first_period) {
-  switch (type) {
-    case base::MaterialJournal:
-      return MaterialStatement(keys, first_period);
-    case base::SupplierJournal:
-      return PartnerStatement(connection, true, keys, first_period);
-    case base::ProjectJournal:
-      return ProjectStatement(connection, keys);
-    case base::CustomerJournal:
-      break;
-  }
-  return PartnerStatement(connection, false, keys, first_period);
+  if (type == base::MaterialJournal) return MaterialStatement(keys, first_period);
+  if (type == base::ProjectJournal) return ProjectStatement(connection, keys);
+  return PartnerStatement(connection, type, keys, first_period);
 }
 
 OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,

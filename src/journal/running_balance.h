@@ -6,6 +6,7 @@
 
 #include "base/journal_type.h"
 #include "base/money.h"
+#include "columns/block_reader.h"
 
 namespace stockbook::journal {
 
@@ -61,7 +62,7 @@ struct RunningColumns {
 class RunningBalance {
  public:
   // The most rows of one Add.
-  static constexpr size_t kBlockRows = 2048;
+  static constexpr size_t kBlockRows = columns::kBlockRows;
 
   RunningBalance(BalanceKind kind, const Totals& opening) : kind_(kind), running_(opening) {}
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
 #include <vector>
 
-#include "columns/column.h"
+#include "columns/block_reader.h"
 #include "columns/column_builder.h"
 #include "journal/running_balance.h"
 
@@ -38,28 +37,25 @@ class RunningPass {
   // block; they are good until it returns.
   template <typename Take>
   void Run(size_t begin, size_t end, Take&& take) {
-    for (size_t first = begin; first < end; first += kBlockRows)
-      take(RunBlock(first, std::min(kBlockRows, end - first)));
+    for (const columns::RowBlock block : columns::RowBlocks(begin, end)) take(RunBlock(block));
   }
 
  private:
-  static constexpr size_t kBlockRows = RunningBalance::kBlockRows;
+  struct Reader {
+    columns::BlockReader<double> quantity;
+    columns::BlockReader<double> quantity2;
+    columns::BlockReader<int64_t> amount_units;
 
-  struct Decoder {
-    MovementSource source;
-    std::vector<double> quantity;
-    std::vector<double> quantity2;
-    std::vector<int64_t> amount_units;
+    explicit Reader(const MovementSource& source);
+    MovementColumns Read(columns::RowBlock block);
   };
 
-  RunningColumns RunBlock(size_t first, size_t count);
-  static Decoder MakeDecoder(const MovementSource& source);
-  static MovementColumns Decode(Decoder& decoder, size_t first, size_t count);
+  RunningColumns RunBlock(columns::RowBlock block);
 
   RunningBalance& balance_;
-  Decoder movement_;
-  Decoder receipts_;
-  Decoder issues_;
+  Reader movement_;
+  Reader receipts_;
+  Reader issues_;
   std::vector<double> running_quantity_;
   std::vector<double> running_quantity2_;
   std::vector<int64_t> running_amount_;

@@ -9,4 +9,8 @@ RowRun RowRunAt(const Grid& grid, int row) {
   return records > 0 ? RowRun{row, records, grid.RecordOfRow(row)} : RowRun{row, 1, -1};
 }
 
+const columns::Column* UneditedColumn(const Grid& grid, int column) {
+  return grid.HasEditedRecords(column) ? nullptr : grid.LoadedText(column);
+}
+
 }  // namespace stockbook::platform

@@ -10,7 +10,7 @@ namespace stockbook::platform {
 // Rows [row, row + count) that show the records [record, record + count) one after the other, or one inserted row.
 struct RowRun {
   int row = 0;
-  int count = 0;        // 0 behind the last row
+  int count = 0;        // 0 after the last row
   int64_t record = -1;  // -1: the row is no record
 
   bool IsInserted() const { return count > 0 && record < 0; }
@@ -21,5 +21,9 @@ struct RowRun {
 // inserted rows) however long the run is. All rows of a grid in order, as it is at each step:
 //   for (RowRun run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End()))
 RowRun RowRunAt(const Grid& grid, int row);
+
+// What the records show in a column when all of them show it as it was loaded; nullptr where nothing was loaded, or a
+// cell was written since: such a column is read cell by cell.
+const columns::Column* UneditedColumn(const Grid& grid, int column);
 
 }  // namespace stockbook::platform

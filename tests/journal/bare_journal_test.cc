@@ -38,13 +38,15 @@ class BareJournal : public ::testing::Test {
   void Lay(const std::vector<JournalLine>& lines) {
     testing::AnswerJournal(connection_, lines);
     const QueryBuilder builder(&connection_, base::MaterialJournal, {7, 0, ""});
-    LayRows(connection_.Execute(builder.Build()), grid_);
+    LayRows(connection_.Execute(builder.Build(), platform::kExecuteUnspecified), grid_);
   }
   Totals Open(base::tqJournalTypeContants type, const std::vector<std::vector<base::Value>>& rows) {
-    const auto balance = testing::MakeRecordset(
+    OpeningBalance balance;
+    balance.first_period = "2004-03";
+    balance.result = testing::MakeRecordset(
         {"Period", "LastQty", "LastQty2", "LastAcc", "RevQty", "RevQty2", "RevAcc", "IssQty", "IssQty2", "IssAcc"},
         rows);
-    return WriteOpeningRow({"2004-03", balance}, type, grid_);
+    return WriteOpeningRow(balance, type, grid_);
   }
   std::string Cell(int row, const char* key) const { return grid_.TextMatrix(row, grid_.ColIndex(key)); }
   base::Value Hidden(int row, const char* key) const { return grid_.CellData(row, grid_.ColIndex(key)); }

@@ -100,5 +100,19 @@ TEST(RowRuns, CoverEveryRowAfterAnyInsertionsAndRemovals) {
   }
 }
 
+TEST(UneditedColumn, IsTheLoadedOneUntilACellIsWritten) {
+  sheet::Sheet sheet;
+  LoadRecords(sheet, 3);
+  sheet.AddItem("inserted", 1);
+  EXPECT_EQ(UneditedColumn(sheet, 0), nullptr) << "nothing was loaded there";
+  ASSERT_NE(UneditedColumn(sheet, 1), nullptr);
+  EXPECT_EQ(UneditedColumn(sheet, 1)->Text(2), "2");
+  sheet.SetTextMatrix(1, 1, "of no record");
+  EXPECT_NE(UneditedColumn(sheet, 1), nullptr);
+  sheet.SetTextMatrix(3, 1, "other");
+  EXPECT_EQ(UneditedColumn(sheet, 1), nullptr);
+  EXPECT_EQ(UneditedColumn(sheet, 99), nullptr);
+}
+
 }  // namespace
 }  // namespace stockbook::platform

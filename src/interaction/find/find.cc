@@ -53,7 +53,7 @@ class HitMessages {
  public:
   HitMessages(const platform::Grid& grid, const platform::RowRun& block, const std::string& outline_key)
       : grid_(grid), block_(block), column_(grid.ColIndex(outline_key)) {
-    if (!block.IsInserted() && !grid.HasEditedRecords(column_)) loaded_ = grid.LoadedText(column_);
+    if (!block.IsInserted()) loaded_ = platform::UneditedColumn(grid, column_);
   }
 
   // Writes the message of a row into a buffer.
