@@ -4,14 +4,14 @@
 #include <array>
 #include <chrono>
 
+#include "base/digits.h"
+#include "base/text.h"
+
 namespace stockbook::base {
 namespace {
 
-constexpr int64_t kSecondsPerDay = 86400;
 // Days from 1970-01-01 back to the zero date 1899-12-30.
 constexpr int64_t kZeroDay = -25569;
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Reads up to `most` digits; nothing when there are fewer than `least`.
 std::optional<int> TakeNumber(std::string_view& text, size_t least, size_t most) {
@@ -44,6 +44,48 @@ bool TakeTime(std::string_view& text, DateParts& parts) {
   return !TakeSign(text, '.') || TakeNumber(text, 1, 9).has_value();
 }
 
+// The number of the digits at `at`, or -1 when one of them is no digit.
+int DigitsAt(std::string_view text, size_t at, size_t count) {
+  int number = 0;
+  for (size_t index = at; index < at + count; ++index) {
+    if (!IsDigit(text[index])) return -1;
+    number = number * 10 + (text[index] - '0');
+  }
+  return number;
+}
+
+// Days from the zero date to a day of the Gregorian calendar; years are counted from March, so that leap days come
+// last.
+int64_t DayNumber(int year, int month, int day) {
+  constexpr int64_t kDaysOfEra = 146097;  // of 400 years
+  constexpr int64_t kZeroDate = 693899;   // 1899-12-30, counted from 0000-03-01
+  const int shifted_year = month > 2 ? year : year - 1;
+  const int64_t era = shifted_year / 400;
+  const int64_t year_of_era = shifted_year - era * 400;
+  const int64_t day_of_year = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+  return era * kDaysOfEra + year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year - kZeroDate;
+}
+
+// yyyy-MM-dd, or with HH:mm:ss, as stores write dates, in a fraction of the time; nothing for any other spelling.
+std::optional<Date> ParsePlain(std::string_view text) {
+  constexpr size_t kDayLength = 10;
+  constexpr size_t kTimeLength = 19;
+  constexpr int kSafeDays = 28;  // every month has them
+  const bool timed = text.size() == kTimeLength && text[10] == ' ' && text[13] == ':' && text[16] == ':';
+  if ((text.size() != kDayLength && !timed) || text[4] != '-' || text[7] != '-') return std::nullopt;
+  const int year = DigitsAt(text, 0, 4);
+  const int month = DigitsAt(text, 5, 2);
+  const int day = DigitsAt(text, 8, 2);
+  if (year < 100 || month < 1 || month > 12 || day < 1 || day > kSafeDays) return std::nullopt;
+  const int64_t seconds = DayNumber(year, month, day) * Date::kSecondsPerDay;
+  if (!timed) return Date::FromSeconds(seconds);
+  const int hour = DigitsAt(text, 11, 2);
+  const int minute = DigitsAt(text, 14, 2);
+  const int second = DigitsAt(text, 17, 2);
+  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
+  return Date::FromSeconds(seconds + hour * 3600 + minute * 60 + second);
+}
+
 void Put(char*& at, int number, int digits) {
   for (int place = digits; place-- > 0; number /= 10) at[place] = static_cast<char>('0' + number % 10);
   at += digits;
@@ -65,8 +107,8 @@ std::optional<Date> Date::FromParts(const DateParts& parts) {
 }
 
 std::optional<Date> Date::Parse(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  if (const auto plain = ParsePlain(text)) return plain;
+  text = TrimBlanks(text);
   DateParts parts;
   const auto year = TakeNumber(text, 4, 4);
   if (!year || text.empty() || (text.front() != '-' && text.front() != '/')) return std::nullopt;

@@ -23,6 +23,8 @@ struct DateParts {
 // The zero date is 1899-12-30 00:00:00, the day number 0 of desktop databases. A plain value.
 class Date {
  public:
+  static constexpr int64_t kSecondsPerDay = 86400;
+
   constexpr Date() = default;
   static constexpr Date FromSeconds(int64_t seconds_since_zero_date) { return Date(seconds_since_zero_date); }
   // Nothing when the parts name no day or time (month 13, 30 February, hour 24) or the year is outside 100..9999.

@@ -5,7 +5,10 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 
+#include "base/decimal_text.h"
+#include "base/digits.h"
 #include "base/text.h"
 
 namespace stockbook::base {
@@ -29,6 +32,25 @@ std::string Compose(bool negative, std::string_view digits, int exponent) {
     return text + std::string(digits) + std::string(static_cast<size_t>(exponent + 1 - count), '0');
   const auto whole = static_cast<size_t>(exponent + 1);
   return text + std::string(digits.substr(0, whole)) + "." + std::string(digits.substr(whole));
+}
+
+// Up to 15 digits and a power of ten up to 10^22 are doubles without rounding, so one operation on them gives the
+// nearest double; nothing for longer numbers.
+std::optional<double> QuickDouble(const DecimalText& parts) {
+  constexpr auto kMostExact = static_cast<int64_t>(kDoublePowersOfTen.size()) - 1;
+  const int64_t power = parts.exponent - static_cast<int64_t>(parts.fraction.size());
+  if (parts.whole.size() + parts.fraction.size() > kSignificantDigits || std::abs(power) > kMostExact)
+    return std::nullopt;
+  int64_t digits = 0;
+  for (const std::string_view part : {parts.whole, parts.fraction}) {
+    for (const char c : part) {
+      if (c != ',') digits = digits * 10 + (c - '0');
+    }
+  }
+  const auto size = static_cast<double>(digits);
+  const double factor = kDoublePowersOfTen[static_cast<size_t>(std::abs(power))];
+  const double number = power < 0 ? size / factor : size * factor;
+  return parts.negative ? -number : number;
 }
 
 }  // namespace
@@ -71,33 +93,15 @@ std::optional<QuickNumber> QuickDigits(double value) {
 }
 
 std::optional<double> ParseNumber(std::string_view text) {
-  text = TrimBlanks(text);
-  std::string plain;
-  if (text.find(',') != std::string_view::npos) {
-    // Grouping commas are read between digits of the whole part only.
-    const size_t point = std::min(text.find_first_of(".eE"), text.size());
-    if (text.substr(point).find(',') != std::string_view::npos) return std::nullopt;
-    for (size_t at = 0; at < text.size(); ++at) {
-      if (text[at] != ',') {
-        plain += text[at];
-        continue;
-      }
-      const bool between = at > 0 && at + 1 < text.size() && text[at - 1] >= '0' && text[at - 1] <= '9' &&
-                           text[at + 1] >= '0' && text[at + 1] <= '9';
-      if (!between) return std::nullopt;
-    }
-    text = plain;
-  }
-  if (!text.empty() && text.front() == '+') {
-    text.remove_prefix(1);
-    if (!text.empty() && text.front() == '-') return std::nullopt;
-  }
-  const size_t first = !text.empty() && text.front() == '-' ? 1 : 0;
-  if (first >= text.size() || !((text[first] >= '0' && text[first] <= '9') || text[first] == '.')) return std::nullopt;
+  const auto parts = ReadDecimal(text, Grouping::kCommas);
+  if (!parts) return std::nullopt;
+  if (const auto quick = QuickDouble(*parts)) return quick;
+  std::string plain(TrimBlanks(text));
+  std::erase(plain, ',');
+  if (plain.front() == '+') plain.erase(0, 1);
   double number = 0;
-  const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || rest != text.data() + text.size()) return std::nullopt;
-  return number;
+  const auto error = std::from_chars(plain.data(), plain.data() + plain.size(), number).ec;
+  return error == std::errc() ? std::optional(number) : std::nullopt;
 }
 
 std::optional<int64_t> ParseInteger(std::string_view text) {

@@ -18,12 +18,12 @@ struct QuickNumber {
   int64_t units = 0;
   int decimals = 0;
 };
-// What NumberText says of a number, zeros at its end included, where a few machine instructions tell; nothing for small
-// and large numbers and some others.
+// The digits of NumberText, with any zeros at the end, where a few machine instructions find them; nothing for small
+// and large numbers and a few others.
 std::optional<QuickNumber> QuickDigits(double value);
 
-// The number that a text spells: blanks around it, a sign, digits with optional grouping commas, a point, an exponent.
-// Nothing when anything else stands in it, or when it is out of range.
+// The double nearest to the number that a text spells, as ReadDecimal reads it with grouping commas. Nothing when it is
+// spelled in any other way, or is out of range.
 std::optional<double> ParseNumber(std::string_view text);
 
 // The whole number that a text spells exactly, or nothing.

@@ -8,7 +8,7 @@
 namespace stockbook::base {
 namespace {
 
-constexpr double kSecondsPerDay = 86400.0;
+constexpr auto kSecondsPerDay = static_cast<double>(Date::kSecondsPerDay);
 constexpr double kInt64Limit = 9223372036854775808.0;
 
 std::optional<int64_t> RoundToInteger(double number) {

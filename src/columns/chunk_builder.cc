@@ -8,13 +8,13 @@
 #include <string>
 #include <unordered_map>
 
+#include "base/digits.h"
 #include "columns/text_pool.h"
 
 namespace stockbook::columns {
 namespace {
 
 constexpr int kMostDecimals = 6;
-constexpr double kPowersOfTen[kMostDecimals + 1] = {1, 10, 100, 1000, 10000, 100000, 1000000};
 constexpr double kExactIntegers = 2251799813685248.0;  // 2^51
 
 // std::nearbyint for numbers below 2^51, without a call: adding 1.5 x 2^52 leaves no room for a fraction.
@@ -27,8 +27,10 @@ double RoundSmall(double number) {
 // none.
 int DecimalsOf(double number, int at_least) {
   for (int decimals = at_least; decimals <= kMostDecimals; ++decimals) {
-    const double scaled = number * kPowersOfTen[decimals];
-    if (std::fabs(scaled) < kExactIntegers && RoundSmall(scaled) / kPowersOfTen[decimals] == number) return decimals;
+    const double scaled = number * base::kDoublePowersOfTen[static_cast<size_t>(decimals)];
+    if (std::fabs(scaled) < kExactIntegers &&
+        RoundSmall(scaled) / base::kDoublePowersOfTen[static_cast<size_t>(decimals)] == number)
+      return decimals;
   }
   return -1;
 }
@@ -149,16 +151,17 @@ void ChunkBuilder::FinishDoubles(ColumnChunk& chunk) {
     if (decimals < 0) break;
     largest = std::max(largest, std::fabs(number));
   }
-  if (decimals < 0 || largest * kPowersOfTen[decimals] >= kExactIntegers) {
+  if (decimals < 0 || largest * base::kDoublePowersOfTen[static_cast<size_t>(decimals)] >= kExactIntegers) {
     chunk.raw_doubles = true;
     chunk.doubles.resize(numbers_.size());
     std::memcpy(chunk.doubles.data(), numbers_.data(), numbers_.size() * sizeof(double));
     return;
   }
   for (int64_t& bits : numbers_) {
-    bits = static_cast<int64_t>(RoundSmall(std::bit_cast<double>(bits) * kPowersOfTen[decimals]));
+    bits = static_cast<int64_t>(
+        RoundSmall(std::bit_cast<double>(bits) * base::kDoublePowersOfTen[static_cast<size_t>(decimals)]));
   }
-  chunk.unit = static_cast<int64_t>(kPowersOfTen[decimals]);
+  chunk.unit = static_cast<int64_t>(base::kDoublePowersOfTen[static_cast<size_t>(decimals)]);
   chunk.packed = PackedIntegers(numbers_);
 }
 

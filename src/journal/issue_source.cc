@@ -1,25 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "journal/issue_source.h"
 
-#include <algorithm>
-
 #include "base/column_keys.h"
+#include "base/digits.h"
 
 namespace stockbook::journal {
 namespace {
 
 namespace keys = base::keys;
 
-std::string Padded(int number, size_t digits) {
-  std::string text = std::to_string(number);
-  return std::string(digits - std::min(digits, text.size()), '0') + text;
-}
-
 std::string LongDate(const base::Value& value) {
   const auto date = value.AsDate();
   if (!date) return value.Text();
   const base::DateParts parts = date->parts();
-  return Padded(parts.year, 4) + "年" + Padded(parts.month, 2) + "月" + Padded(parts.day, 2) + "日";
+  return base::ZeroPadded(parts.year, 4) + "年" + base::ZeroPadded(parts.month, 2) + "月" +
+         base::ZeroPadded(parts.day, 2) + "日";
 }
 
 // 出库自“总库”：2005年1月期初库存 (issued from "main depot": opening stock of January 2005).

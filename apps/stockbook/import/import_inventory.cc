@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/digits.h"
 #include "base/text.h"
 
 namespace stockbook::app {
@@ -20,13 +21,7 @@ std::string_view BillTypeOf(const Movement& movement) {
   return movement.returned ? "出库单" : "销售单";
 }
 
-std::string Padded(int64_t number, size_t width) {
-  std::string text = std::to_string(number);
-  if (text.size() < width) text.insert(0, width - text.size(), '0');
-  return text;
-}
-
-// The master records in the order of their numbers, whatever the order of the hash table.
+// Masters in the order of their numbers, whatever order the table of keys keeps.
 template <typename Map, typename IdOf>
 auto ById(const Map& map, IdOf id_of) {
   std::vector<const typename Map::value_type*> entries;
@@ -96,7 +91,7 @@ void ImportInventory::WriteBill(const Movement& movement, int64_t bill_id, int64
   if (number.empty()) {
     // Bills without a number get one made of the day and a count.
     number = base::ReplaceAll(movement.date.Text().substr(0, 10), "-", "") + "-" +
-             Padded(++bills_of_day_[movement.date.days()], 4);
+             base::ZeroPadded(++bills_of_day_[movement.date.days()], 4);
   }
   const std::string period = PeriodText(month);
   BillRecord bill;
@@ -155,7 +150,7 @@ void ImportInventory::WriteMasters() {
     if (partner.buys) writer_.AddPartner(Partners::Customers, partner.id, entry->first, kClassCode);
   }
   for (const auto* entry : ById(projects_, [](int64_t id) { return id; })) {
-    writer_.AddProject(entry->second, entry->first, Padded(entry->second, 3), kClassCode);
+    writer_.AddProject(entry->second, entry->first, base::ZeroPadded(entry->second, 3), kClassCode);
   }
   for (const ClassTree tree : {ClassTree::Products, ClassTree::Suppliers, ClassTree::Customers, ClassTree::Projects}) {
     writer_.AddClass(tree, kClassCode, kClassName);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "base/digits.h"
+
 namespace stockbook::app {
 
 int MonthOf(base::Date date) {
@@ -11,9 +13,7 @@ int MonthOf(base::Date date) {
 }
 
 std::string PeriodText(int month) {
-  const std::string year = std::to_string(month / 12);
-  const std::string number = std::to_string(month % 12 + 1);
-  return std::string(year.size() < 4 ? 4 - year.size() : 0, '0') + year + (number.size() < 2 ? "-0" : "-") + number;
+  return base::ZeroPadded(month / 12, 4) + "-" + base::ZeroPadded(month % 12 + 1, 2);
 }
 
 size_t BalanceBook::KeyHash::operator()(const Key& key) const {

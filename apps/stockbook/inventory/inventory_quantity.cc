@@ -5,33 +5,17 @@
 #include <limits>
 #include <string>
 
+#include "base/wide_integer.h"
+
 namespace stockbook::app {
 namespace {
 
-// Products of two 64-bit counts need 128 bits.
-__extension__ typedef __int128 Wide;
+using base::DivideHalfToEven;
+using base::WideInteger;
 
-constexpr int kMoneyDecimals = 4;
 constexpr int kQuantityDecimals = 6;
 
-Wide PowerOfTen(int exponent) {
-  Wide power = 1;
-  while (exponent-- > 0) power *= 10;
-  return power;
-}
-
-// numerator / denominator, half to even; the denominator is positive.
-Wide DivideHalfToEven(Wide numerator, Wide denominator) {
-  const bool negative = numerator < 0;
-  const Wide size = negative ? -numerator : numerator;
-  Wide quotient = size / denominator;
-  const Wide rest = size % denominator;
-  const Wide to_next = denominator - rest;
-  if (rest > to_next || (rest == to_next && quotient % 2 != 0)) ++quotient;
-  return negative ? -quotient : quotient;
-}
-
-base::Money Checked(Wide units) {
+base::Money Checked(WideInteger units) {
   if (units > std::numeric_limits<int64_t>::max() || units < std::numeric_limits<int64_t>::min())
     base::Money::ThrowOverflow();
   return base::Money::FromUnits(static_cast<int64_t>(units));
@@ -64,19 +48,19 @@ double ScaledDecimal::ToDouble() const {
 }
 
 base::Money AmountOf(Quantity quantity, ScaledDecimal price) {
-  const Wide product = static_cast<Wide>(quantity.millionths()) * price.digits;
-  const int surplus = kQuantityDecimals + price.scale - kMoneyDecimals;
-  return Checked(DivideHalfToEven(product, PowerOfTen(surplus)));
+  const WideInteger product = static_cast<WideInteger>(quantity.millionths()) * price.digits;
+  const int surplus = kQuantityDecimals + price.scale - base::Money::kDecimals;
+  return Checked(DivideHalfToEven(product, base::WidePowerOfTen(surplus)));
 }
 
 base::Money PercentOf(base::Money amount, int percent) {
-  return Checked(DivideHalfToEven(static_cast<Wide>(amount.units()) * percent, 100));
+  return Checked(DivideHalfToEven(static_cast<WideInteger>(amount.units()) * percent, 100));
 }
 
 base::Money UnitPriceOf(base::Money amount, Quantity quantity) {
   if (quantity.IsZero()) return {};
-  const Wide sign = quantity.millionths() < 0 ? -1 : 1;
-  const Wide numerator = sign * amount.units() * Wide{Quantity::kScale};
+  const WideInteger sign = quantity.millionths() < 0 ? -1 : 1;
+  const WideInteger numerator = sign * amount.units() * WideInteger{Quantity::kScale};
   return Checked(DivideHalfToEven(numerator, sign * quantity.millionths()));
 }
 

@@ -15,7 +15,6 @@ constexpr int64_t kFull = 60;
 // Of the lines that need more than is available, one in this many is posted before its receipt and makes the stock
 // negative.
 constexpr int64_t kOverdrawnEvery = 50;
-constexpr int64_t kSecondsPerDay = 86400;
 constexpr int kDecimalsOfMoney = 4;
 
 size_t IndexBelow(SampleRandom& random, size_t count) {
@@ -236,7 +235,8 @@ void SampleBillMaker::AddDetails(SampleLine& line, const SampleProduct& product)
   if (machine) line.serial = "SN" + std::to_string(random_.Between(10'000'000, 99'999'999));
   if (perishable) line.record.term = random_.Pick(SampleTerms());
   if (machine || perishable) {
-    line.record.produced_on = base::Date::FromSeconds(date_.seconds() - random_.Between(20, 200) * kSecondsPerDay);
+    line.record.produced_on =
+        base::Date::FromSeconds(date_.seconds() - random_.Between(20, 200) * base::Date::kSecondsPerDay);
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "base/digits.h"
 #include "base/text.h"
 
 namespace stockbook::app {
@@ -134,25 +135,20 @@ constexpr std::string_view kDrivers[] = {"马师傅", "林师傅", "何师傅", 
 constexpr std::string_view kPackings[] = {"纸箱", "编织袋", "木托盘", "铁桶", "捆扎", "散装"};
 constexpr std::string_view kTerms[] = {"6个月", "12个月", "24个月", "36个月"};
 
-std::string Padded(int64_t number, size_t width) {
-  std::string text = std::to_string(number);
-  return text.size() < width ? std::string(width - text.size(), '0') + text : text;
-}
-
 SampleProduct ProductOf(const Family& family, std::string_view size, int64_t place_in_family, int64_t id) {
   SampleProduct product;
   product.id = id;
   product.name = family.name;
-  product.number = std::string(family.class_code) + "-" + Padded(place_in_family + 1, 2);
+  product.number = std::string(family.class_code) + "-" + base::ZeroPadded(place_in_family + 1, 2);
   product.size = size;
   product.standard = family.standard;
   product.unit = family.unit;
   product.unit2 = family.unit2;
   product.class_code = family.class_code;
-  product.place = std::string(1, static_cast<char>('A' + (id - 1) / 24 % 8)) + "-" + Padded((id - 1) % 24 + 1, 2) +
-                  "-" + Padded(id % 5 + 1, 2);
+  product.place = std::string(1, static_cast<char>('A' + (id - 1) / 24 % 8)) + "-" +
+                  base::ZeroPadded((id - 1) % 24 + 1, 2) + "-" + base::ZeroPadded(id % 5 + 1, 2);
   product.short_code = family.short_code;
-  product.barcode = "69" + Padded(30'000'000'000 + id * 7919, 11);
+  product.barcode = "69" + base::ZeroPadded(30'000'000'000 + id * 7919, 11);
   product.per_package = Quantity::FromThousandths(family.per_package_thousandths);
   product.weighed = family.weighed;
   // Each size costs about a twelfth more than the one before it; whole cents.
@@ -206,8 +202,8 @@ std::vector<SampleParty> SampleProjects(int first_year) {
   std::vector<SampleParty> projects;
   for (const ProjectName& project : kProjects) {
     const auto id = static_cast<int64_t>(projects.size()) + 1;
-    projects.push_back(
-        {id, std::string(project.name), "XM" + std::to_string(first_year) + "-" + Padded(id, 3), project.class_code});
+    projects.push_back({id, std::string(project.name),
+                        "XM" + std::to_string(first_year) + "-" + base::ZeroPadded(id, 3), project.class_code});
   }
   return projects;
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/digits.h"
 #include "stockbook/inventory/inventory_writer.h"
 #include "stockbook/sample/sample_bills.h"
 
@@ -14,7 +15,6 @@ namespace stockbook::app {
 namespace {
 
 constexpr int kFirstYear = 2025;
-constexpr int64_t kSecondsPerDay = 86400;
 constexpr double kVat = 0.13;
 constexpr double kOrdinaryRate = 0.03;
 
@@ -89,15 +89,15 @@ class SampleWriting {
   }
 
   std::string NumberOf(SampleBillKind kind, int month) {
-    const std::string count = std::to_string(++bills_of_month_[static_cast<size_t>(kind)]);
+    const int64_t count = ++bills_of_month_[static_cast<size_t>(kind)];
     const std::string period = PeriodText(month);
     std::string number(SampleBillPrefix(kind));
     number.append(period, 0, period.size() - 3).append(period, period.size() - 2, 2).append("-");
-    return number.append(count.size() < 4 ? 4 - count.size() : 0, '0').append(count);
+    return number.append(base::ZeroPadded(count, 4));
   }
 
   base::Date WorkingTime(base::Date day, int64_t days_later) {
-    return base::Date::FromSeconds(day.seconds() + days_later * kSecondsPerDay +
+    return base::Date::FromSeconds(day.seconds() + days_later * base::Date::kSecondsPerDay +
                                    random_.Between(8 * 3600, 17 * 3600 + 1800));
   }
 

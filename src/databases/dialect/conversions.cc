@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
+#include "base/date_pattern.h"
+#include "base/digits.h"
 #include "base/text.h"
+#include "base/wide_integer.h"
 #include "databases/dialect/scalar_functions.h"
 
 namespace stockbook::databases {
@@ -13,30 +15,24 @@ using base::Date;
 using base::DateParts;
 using base::Money;
 using base::Value;
+using base::ZeroPadded;
 
 constexpr int kCompactStyle = 112;
 
-std::string Padded(int number, size_t digits) {
-  std::string text = std::to_string(number);
-  return text.size() < digits ? std::string(digits - text.size(), '0') + text : text;
-}
-
 std::string TwelveHour(const DateParts& at) {
-  static constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  const int hour = at.hour % 12 == 0 ? 12 : at.hour % 12;
+  const int hour = base::TwelveHours(at.hour);
   const std::string day = at.day < 10 ? " " + std::to_string(at.day) : std::to_string(at.day);
-  return std::string(kMonths.at(static_cast<size_t>(at.month - 1))) + " " + day + " " + Padded(at.year, 4) +
-         (hour < 10 ? "  " : " ") + std::to_string(hour) + ":" + Padded(at.minute, 2) + (at.hour < 12 ? "AM" : "PM");
+  return std::string(base::MonthName(at.month)) + " " + day + " " + ZeroPadded(at.year, 4) + (hour < 10 ? "  " : " ") +
+         std::to_string(hour) + ":" + ZeroPadded(at.minute, 2) + (at.hour < 12 ? "AM" : "PM");
 }
 
 // The server's text of a date in one of its numbered styles.
 std::string DateInStyle(Date date, int64_t style) {
   const DateParts at = date.parts();
   const auto day = [&](const char* separator) {
-    return Padded(at.year, 4) + separator + Padded(at.month, 2) + separator + Padded(at.day, 2);
+    return ZeroPadded(at.year, 4) + separator + ZeroPadded(at.month, 2) + separator + ZeroPadded(at.day, 2);
   };
-  const std::string time = Padded(at.hour, 2) + ":" + Padded(at.minute, 2) + ":" + Padded(at.second, 2);
+  const std::string time = ZeroPadded(at.hour, 2) + ":" + ZeroPadded(at.minute, 2) + ":" + ZeroPadded(at.second, 2);
   switch (style) {
     case 23:
       return day("-");
@@ -77,10 +73,7 @@ Value ToText(Arguments values) {
 
 Value ToInteger(Arguments values) {
   if (const auto* money = values[0].As<Money>()) {
-    const int64_t whole = money->units() / Money::kScale;
-    const int64_t rest = std::abs(money->units() % Money::kScale) * 2;
-    const bool away = rest > Money::kScale || (rest == Money::kScale && whole % 2 != 0);
-    return Value(!away ? whole : money->units() < 0 ? whole - 1 : whole + 1);
+    return Value(static_cast<int64_t>(base::DivideHalfToEven(money->units(), Money::kScale)));
   }
   const auto number = values[0].AsInteger();
   return number ? Value(*number) : Value();

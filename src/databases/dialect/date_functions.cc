@@ -12,8 +12,6 @@ using base::Date;
 using base::DateParts;
 using base::Value;
 
-constexpr int64_t kSecondsPerDay = 86400;
-
 template <int DateParts::*Part>
 Value PartOf(Arguments values) {
   const auto date = values[0].AsDate();
@@ -48,7 +46,7 @@ Date LocalNow() {
 
 Value Now(Arguments) { return Value(LocalNow()); }
 
-Value Today(Arguments) { return Value(Date::FromSeconds(LocalNow().days() * kSecondsPerDay)); }
+Value Today(Arguments) { return Value(Date::FromSeconds(LocalNow().days() * Date::kSecondsPerDay)); }
 
 Value ToDate(Arguments values) {
   if (const auto* text = values[0].As<std::string>()) {
@@ -61,7 +59,7 @@ Value ToDate(Arguments values) {
 
 Value ToDay(Arguments values) {
   const Value date = ToDate(values);
-  return date.IsNull() ? date : Value(Date::FromSeconds(date.As<Date>()->days() * kSecondsPerDay));
+  return date.IsNull() ? date : Value(Date::FromSeconds(date.As<Date>()->days() * Date::kSecondsPerDay));
 }
 
 constexpr std::array<ScalarFunction, 11> kFunctions = {{

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/date.h"
+#include "base/digits.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
@@ -12,7 +13,8 @@
 namespace stockbook::databases {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+using base::IsDigit;
+
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsNameStart(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;

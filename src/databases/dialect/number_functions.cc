@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "base/digits.h"
 #include "base/number.h"
 #include "databases/dialect/scalar_functions.h"
 
@@ -11,14 +13,7 @@ namespace {
 using base::Money;
 using base::Value;
 
-constexpr int kMoneyPlaces = 4;
 constexpr int kMostPlaces = 15;
-
-int64_t PowerOfTen(int exponent) {
-  int64_t power = 1;
-  while (exponent-- > 0) power *= 10;
-  return power;
-}
 
 enum class Rounding { kHalfEven, kHalfAway, kDown, kTowardsZero, kUp };
 
@@ -79,8 +74,9 @@ Value Round(Arguments values) {
   const int kept = static_cast<int>(std::min<int64_t>(std::max<int64_t>(*places, -kMostPlaces), kMostPlaces));
   if (values[0].As<int64_t>() != nullptr && kept >= 0) return values[0];
   if (const auto* money = values[0].As<Money>()) {
-    return kept >= kMoneyPlaces ? values[0]
-                                : Value(RoundMoney(*money, PowerOfTen(std::min(kMoneyPlaces - kept, 18)), rounding));
+    if (kept >= Money::kDecimals) return values[0];
+    const int power = std::min(Money::kDecimals - kept, base::kMostPower);
+    return Value(RoundMoney(*money, static_cast<int64_t>(base::kPowersOfTen[static_cast<size_t>(power)]), rounding));
   }
   const auto number = values[0].Number();
   return number ? Value(kept == 0 ? RoundWhole(*number, rounding) : RoundDecimals(*number, kept, rounding)) : Value();

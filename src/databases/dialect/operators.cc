@@ -3,8 +3,10 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/decimal_text.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "base/wide_integer.h"
 #include "databases/dialect/scalar_functions.h"
 
 namespace stockbook::databases {
@@ -18,7 +20,7 @@ using base::Value;
   throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
 }
 
-constexpr double kSecondsPerDay = 86400.0;
+constexpr auto kSecondsPerDay = static_cast<double>(Date::kSecondsPerDay);
 
 bool IsText(const Value& value) { return value.As<std::string>() != nullptr; }
 bool AnyNull(Arguments values) {
@@ -287,33 +289,24 @@ std::optional<int> CompareValues(const Value& left, const Value& right) {
 
 std::optional<Money> MultiplyMoney(Money money, const Value& factor) {
   // The factor as digits x 10^-decimals; a double stands for its shortest decimal.
-  int64_t digits = 0;
-  int decimals = 0;
   const std::string text = PlainDecimal(factor);
-  if (text.empty()) return std::nullopt;
-  bool behind_point = false;
-  for (const char c : text) {
-    if (c == '-') continue;
-    if (c == '.') {
-      behind_point = true;
-      continue;
+  const auto parts = base::ReadDecimal(text, base::Grouping::kNone);
+  if (!parts) return std::nullopt;
+  int64_t digits = 0;
+  for (const std::string_view part : {parts->whole, parts->fraction}) {
+    for (const char c : part) {
+      if (__builtin_mul_overflow(digits, int64_t{10}, &digits) ||
+          __builtin_add_overflow(digits, int64_t{c - '0'}, &digits)) {
+        Money::ThrowOverflow();
+      }
     }
-    if (__builtin_mul_overflow(digits, int64_t{10}, &digits) ||
-        __builtin_add_overflow(digits, int64_t{c - '0'}, &digits)) {
-      Money::ThrowOverflow();
-    }
-    if (behind_point) ++decimals;
   }
-  __extension__ using Wide = __int128;
-  Wide product = static_cast<Wide>(money.units()) * digits * (text.front() == '-' ? -1 : 1);
-  Wide divisor = 1;
-  for (int place = 0; place < decimals; ++place) {
-    if (divisor > (static_cast<Wide>(1) << 120) / 10) return Money();  // smaller than any unit
-    divisor *= 10;
-  }
-  Wide units = product / divisor;
-  const Wide rest = (product % divisor < 0 ? -(product % divisor) : product % divisor) * 2;
-  if (rest > divisor || (rest == divisor && units % 2 != 0)) units += product < 0 ? -1 : 1;
+  constexpr size_t kMostDecimals = 36;
+  if (parts->fraction.size() > kMostDecimals) return Money();  // smaller than any unit
+  const base::WideInteger product =
+      static_cast<base::WideInteger>(money.units()) * (parts->negative ? -digits : digits);
+  const base::WideInteger divisor = base::WidePowerOfTen(static_cast<int>(parts->fraction.size()));
+  const base::WideInteger units = base::DivideHalfToEven(product, divisor);
   if (units > INT64_MAX || units < INT64_MIN) Money::ThrowOverflow();
   return Money::FromUnits(static_cast<int64_t>(units));
 }

@@ -14,26 +14,6 @@ using base::Date;
 using base::Money;
 using base::Value;
 
-// "-123.45" in the plain form that stores write; everything else is left to Money::Parse.
-std::optional<Money> ReadPlainAmount(std::string_view text) {
-  constexpr size_t kSafeDigits = 13;
-  size_t at = !text.empty() && text.front() == '-' ? 1 : 0;
-  const bool negative = at == 1;
-  int64_t units = 0;
-  const size_t first = at;
-  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) units = units * 10 + (text[at] - '0');
-  if (at == first || at - first > kSafeDigits) return std::nullopt;
-  int decimals = 0;
-  if (at < text.size() && text[at] == '.') {
-    for (++at; at < text.size() && decimals < 4 && text[at] >= '0' && text[at] <= '9'; ++at, ++decimals) {
-      units = units * 10 + (text[at] - '0');
-    }
-  }
-  if (at != text.size()) return std::nullopt;
-  for (; decimals < 4; ++decimals) units *= 10;
-  return Money::FromUnits(negative ? -units : units);
-}
-
 std::optional<Money> AmountOfReal(double number) {
   // Far from a half unit, the nearest unit is the answer whatever the decimal digits are.
   const double units = number * static_cast<double>(Money::kScale);
@@ -60,7 +40,7 @@ Value RawAmount(sqlite3_value* stored) {
       return {};
     default: {
       const std::string_view bytes = BytesOf(stored);
-      const auto money = AmountOfText(bytes);
+      const auto money = Money::Parse(bytes);
       return money ? Value(*money) : Value(std::string(bytes));
     }
   }
@@ -68,51 +48,8 @@ Value RawAmount(sqlite3_value* stored) {
 
 Value DateOf(sqlite3_value* stored) {
   if (sqlite3_value_type(stored) != SQLITE_TEXT) return {};
-  const auto date = DateOfText(BytesOf(stored));
+  const auto date = Date::Parse(BytesOf(stored));
   return date ? Value(*date) : Value();
-}
-
-// The digits at `at`, or something below 0 where one is none.
-int DigitsAt(std::string_view text, size_t at, size_t count) {
-  int number = 0;
-  for (size_t index = at; index < at + count; ++index) {
-    const int digit = text[index] - '0';
-    if (digit < 0 || digit > 9) return -1;
-    number = number * 10 + digit;
-  }
-  return number;
-}
-
-// Days from the zero date to a day of the Gregorian calendar; years are counted from March, so that leap days come
-// last.
-int64_t DayNumber(int year, int month, int day) {
-  constexpr int64_t kDaysOfEra = 146097;  // of 400 years
-  constexpr int64_t kZeroDate = 693899;   // 1899-12-30, counted from 0000-03-01
-  const int shifted_year = month > 2 ? year : year - 1;
-  const int64_t era = shifted_year / 400;
-  const int64_t year_of_era = shifted_year - era * 400;
-  const int64_t day_of_year = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
-  return era * kDaysOfEra + year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year - kZeroDate;
-}
-
-// yyyy-MM-dd, or with HH:mm:ss, as stores write them; everything else is left to Date::Parse.
-std::optional<Date> ReadPlainDate(std::string_view text) {
-  constexpr size_t kDayLength = 10;
-  constexpr size_t kTimeLength = 19;
-  constexpr int kSafeDays = 28;  // every month has them
-  const bool timed = text.size() == kTimeLength && text[10] == ' ' && text[13] == ':' && text[16] == ':';
-  if ((text.size() != kDayLength && !timed) || text[4] != '-' || text[7] != '-') return std::nullopt;
-  const int year = DigitsAt(text, 0, 4);
-  const int month = DigitsAt(text, 5, 2);
-  const int day = DigitsAt(text, 8, 2);
-  if (year < 100 || month < 1 || month > 12 || day < 1 || day > kSafeDays) return std::nullopt;
-  const int64_t seconds = DayNumber(year, month, day) * 86400;
-  if (!timed) return Date::FromSeconds(seconds);
-  const int hour = DigitsAt(text, 11, 2);
-  const int minute = DigitsAt(text, 14, 2);
-  const int second = DigitsAt(text, 17, 2);
-  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
-  return Date::FromSeconds(seconds + hour * 3600 + minute * 60 + second);
 }
 
 Value PlainValue(sqlite3_value* stored) {
@@ -151,19 +88,6 @@ std::string_view BytesOf(sqlite3_value* stored) {
   const auto* bytes = static_cast<const char*>(sqlite3_value_blob(stored));
   const int size = sqlite3_value_bytes(stored);
   return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<size_t>(size));
-}
-
-std::optional<Money> AmountOfText(std::string_view bytes) {
-  constexpr size_t kPlainLength = 19;
-  if (bytes.size() < kPlainLength) {
-    if (const auto money = ReadPlainAmount(bytes)) return money;
-  }
-  return Money::Parse(bytes);
-}
-
-std::optional<Date> DateOfText(std::string_view bytes) {
-  const auto date = ReadPlainDate(bytes);
-  return date ? date : Date::Parse(bytes);
 }
 
 Value ReadValue(sqlite3_value* stored, Form form) {

@@ -3,7 +3,6 @@
 
 #include <sqlite3.h>
 
-#include <optional>
 #include <string_view>
 
 #include "base/value.h"
@@ -22,11 +21,5 @@ void WriteValue(sqlite3_context* context, const base::Value& value);
 
 // Whether a text is clean UTF-8 without NUL.
 bool IsCleanText(std::string_view bytes);
-
-// The amount that stored bytes spell, as base::Money::Parse reads it.
-std::optional<base::Money> AmountOfText(std::string_view bytes);
-
-// The date that stored bytes spell, as base::Date::Parse reads it.
-std::optional<base::Date> DateOfText(std::string_view bytes);
 
 }  // namespace stockbook::databases

@@ -109,7 +109,7 @@ void ValueFeed::AppendNegatedText(Target& target, std::string_view bytes) const 
 
 void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
   if (type == SQLITE_TEXT) {
-    if (const auto amount = AmountOfText(BytesOf(stored))) {
+    if (const auto amount = base::Money::Parse(BytesOf(stored))) {
       TakeUnits(amount->units());
     } else {
       TakeText(stored, type);
@@ -133,7 +133,7 @@ void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
   const std::string_view bytes = BytesOf(stored);
   if (bytes != last_text_ || bytes.empty()) {
     last_text_ = bytes;
-    const auto date = DateOfText(bytes);
+    const auto date = base::Date::Parse(bytes);
     last_date_ = date ? base::Value(*date) : base::Value();
   }
   for (Target& target : targets_) target.sink->builder.Append(last_date_);

@@ -3,23 +3,16 @@
 
 #include <algorithm>
 
+#include "base/digits.h"
+
 namespace stockbook::interaction {
 namespace {
+
+using base::kPowersOfTen;
 
 constexpr size_t kMostDigits = 3;   // digits of a term that are looked up in windows
 constexpr size_t kMostAtPoint = 9;  // digits before and after a point that are compared as numbers
 constexpr size_t kMostText = 40;
-
-constexpr auto PowersOfTen() {
-  std::array<uint64_t, 17> powers{};
-  uint64_t power = 1;
-  for (uint64_t& each : powers) {
-    each = power;
-    power *= 10;
-  }
-  return powers;
-}
-constexpr std::array kPowers = PowersOfTen();
 
 size_t DigitsOf(uint64_t number) {
   size_t digits = 1;
@@ -39,15 +32,15 @@ uint64_t DividedByPower(uint64_t number, int decimals) {
     case 0:
       return number;
     case 1:
-      return number / kPowers[1];
+      return number / kPowersOfTen[1];
     case 2:
-      return number / kPowers[2];
+      return number / kPowersOfTen[2];
     case 3:
-      return number / kPowers[3];
+      return number / kPowersOfTen[3];
     case 4:
-      return number / kPowers[4];
+      return number / kPowersOfTen[4];
     default:
-      return number / kPowers[static_cast<size_t>(decimals)];
+      return number / kPowersOfTen[static_cast<size_t>(decimals)];
   }
 }
 
@@ -79,14 +72,14 @@ std::string_view WriteDecimal(int64_t units, int decimals, char* end) {
 }  // namespace
 
 NumberMatcher::NumberMatcher(const TermGroup& terms) : terms_(terms) {
-  for (size_t places = 1; places <= kWindow; ++places) padded_[places].assign(kPowers[places], 0);
+  for (size_t places = 1; places <= kWindow; ++places) padded_[places].assign(kPowersOfTen[places], 0);
   for (size_t at = 0; at < terms.terms().size(); ++at) {
     const auto bit = static_cast<uint8_t>(1U << at);
     if ((terms.in_numbers() & bit) != 0) AddTerm(bit, terms.terms()[at]);
   }
-  plain_.resize(kPowers[kWindow]);
+  plain_.resize(kPowersOfTen[kWindow]);
   for (size_t number = 0; number < plain_.size(); ++number) plain_[number] = padded_[DigitsOf(number)][number];
-  trimmed_.resize(kPowers[kWindow]);
+  trimmed_.resize(kPowersOfTen[kWindow]);
   for (size_t number = 1; number < trimmed_.size(); ++number) {
     size_t places = kWindow;
     size_t rest = number;
@@ -117,9 +110,9 @@ bool NumberMatcher::AddPoint(uint8_t bit, std::string_view term) {
   const std::string_view fraction = term.substr(point + 1);
   const bool plain = term.find_first_not_of("0123456789", term.find_first_not_of("0123456789") + 1) == term.npos;
   if (!plain || whole.size() > kMostAtPoint || fraction.size() > kMostAtPoint) return false;
-  const uint64_t least = whole.size() > 1 ? kPowers[whole.size() - 1] : 0;
+  const uint64_t least = whole.size() > 1 ? kPowersOfTen[whole.size() - 1] : 0;
   points_.push_back(
-      {bit, ValueOf(whole), kPowers[whole.size()], least, ValueOf(fraction), static_cast<int>(fraction.size())});
+      {bit, ValueOf(whole), kPowersOfTen[whole.size()], least, ValueOf(fraction), static_cast<int>(fraction.size())});
   exact_ |= bit;
   return true;
 }
@@ -129,10 +122,11 @@ void NumberMatcher::AddDigits(const Digits& digits) {
   for (size_t places = digits.text.size(); places <= kWindow; ++places) {
     // The number of digits after and before them.
     for (size_t behind = 0; behind + digits.text.size() <= places; ++behind) {
-      const uint64_t unit = kPowers[behind + digits.text.size()];
-      for (uint64_t before = 0; before < kPowers[places]; before += unit) {
-        const uint64_t first = before + value * kPowers[behind];
-        for (uint64_t number = first; number < first + kPowers[behind]; ++number) padded_[places][number] |= digits.bit;
+      const uint64_t unit = kPowersOfTen[behind + digits.text.size()];
+      for (uint64_t before = 0; before < kPowersOfTen[places]; before += unit) {
+        const uint64_t first = before + value * kPowersOfTen[behind];
+        for (uint64_t number = first; number < first + kPowersOfTen[behind]; ++number)
+          padded_[places][number] |= digits.bit;
       }
     }
   }
@@ -141,15 +135,16 @@ void NumberMatcher::AddDigits(const Digits& digits) {
 template <int kStep>
 uint8_t NumberMatcher::FoundInWhole(uint64_t whole) const {
   uint8_t found = 0;
-  for (; whole >= kPowers[kWindow]; whole /= kPowers[kStep]) found |= padded_[kWindow][whole % kPowers[kWindow]];
+  for (; whole >= kPowersOfTen[kWindow]; whole /= kPowersOfTen[kStep])
+    found |= padded_[kWindow][whole % kPowersOfTen[kWindow]];
   return found | plain_[whole];
 }
 
 template <int kStep>
 uint8_t NumberMatcher::FoundInPlaces(uint64_t fraction, int places) const {
   uint8_t found = 0;
-  for (; places > static_cast<int>(kWindow); places -= kStep, fraction /= kPowers[kStep])
-    found |= padded_[kWindow][fraction % kPowers[kWindow]];
+  for (; places > static_cast<int>(kWindow); places -= kStep, fraction /= kPowersOfTen[kStep])
+    found |= padded_[kWindow][fraction % kPowersOfTen[kWindow]];
   return places > 0 ? found | padded_[static_cast<size_t>(places)][fraction] : found;
 }
 
@@ -170,7 +165,7 @@ uint8_t NumberMatcher::FoundAroundPoint(uint64_t whole, uint64_t fraction, int p
   if (places == 0) return found;
   for (const Point& point : points_) {
     if (places < point.places || whole < point.whole_least || whole % point.whole_unit != point.whole) continue;
-    if (fraction / kPowers[static_cast<size_t>(places - point.places)] == point.fraction) found |= point.bit;
+    if (fraction / kPowersOfTen[static_cast<size_t>(places - point.places)] == point.fraction) found |= point.bit;
   }
   return found;
 }
@@ -178,14 +173,14 @@ uint8_t NumberMatcher::FoundAroundPoint(uint64_t whole, uint64_t fraction, int p
 uint8_t NumberMatcher::FoundIn(int64_t units, int decimals) const {
   auto size = static_cast<uint64_t>(units < 0 ? -units : units);
   const uint64_t whole = DividedByPower(size, decimals);
-  uint64_t fraction = size - whole * kPowers[static_cast<size_t>(decimals)];
+  uint64_t fraction = size - whole * kPowersOfTen[static_cast<size_t>(decimals)];
   uint8_t found = always_;
   const bool few_places = decimals <= static_cast<int>(kWindow);
   if (few_places) {
     // The table already covers trailing zeros.
     if (has_digits_) {
       found |= FoundInDigits(whole, 0, 0);
-      found |= trimmed_[fraction * kPowers[kWindow - static_cast<size_t>(decimals)]];
+      found |= trimmed_[fraction * kPowersOfTen[kWindow - static_cast<size_t>(decimals)]];
     }
     if (points_.empty() && (found & ~exact_) == 0) return found;
   }

@@ -9,7 +9,8 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr int kMoneyDecimals = 4;
+using base::Decimal;
+using base::Money;
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kNamedFormats = {{
     {"fixed", "0.00"},
@@ -27,14 +28,14 @@ std::string_view PatternOf(std::string_view format) {
 
 std::optional<Decimal> DecimalOf(const base::Value& value) {
   if (const auto* whole = value.As<int64_t>()) return Decimal::FromInteger(*whole);
-  if (const auto* money = value.As<base::Money>()) return Decimal::FromScaled(money->units(), kMoneyDecimals);
+  if (const auto* money = value.As<Money>()) return Decimal::FromScaled(money->units(), Money::kDecimals);
   if (const auto* number = value.As<double>()) return Decimal::FromDouble(*number);
   return std::nullopt;
 }
 
 bool AppendPlain(const PlainNumber& plain, const base::Value& value, std::string& out) {
   if (const auto* whole = value.As<int64_t>()) return plain.Append(*whole, 0, out);
-  if (const auto* money = value.As<base::Money>()) return plain.Append(money->units(), kMoneyDecimals, out);
+  if (const auto* money = value.As<Money>()) return plain.Append(money->units(), Money::kDecimals, out);
   const auto* number = value.As<double>();
   return number != nullptr && plain.Append(*number, out);
 }

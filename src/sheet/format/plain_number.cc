@@ -5,22 +5,16 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/digits.h"
+#include "base/money.h"
+
 namespace stockbook::sheet {
 namespace {
 
-constexpr int kMostPower = 18;
-constexpr uint64_t kMostUnits = 1'000'000'000'000'000'000;
+using base::kMostPower;
+using base::kPowersOfTen;
 
-constexpr std::array<uint64_t, kMostPower + 1> PowersOfTen() {
-  std::array<uint64_t, kMostPower + 1> powers{};
-  uint64_t power = 1;
-  for (uint64_t& each : powers) {
-    each = power;
-    power *= 10;
-  }
-  return powers;
-}
-constexpr std::array kPowers = PowersOfTen();
+constexpr uint64_t kMostUnits = kPowersOfTen[kMostPower];
 
 // ",000", ",001" to ",999".
 constexpr std::array<char, 4000> Groups() {
@@ -100,7 +94,7 @@ Parts PartsOf(uint64_t size, int places) {
     case 4:
       return {size / 10000, size % 10000};
     default: {
-      const uint64_t unit = kPowers[static_cast<size_t>(places)];
+      const uint64_t unit = kPowersOfTen[static_cast<size_t>(places)];
       return {size / unit, size % unit};
     }
   }
@@ -130,13 +124,13 @@ char* PlainNumber::Write(int64_t units, int decimals, char* end) const {
   if (size >= kMostUnits || decimals > kMostPower) return nullptr;
   int places = decimals - power;
   if (places < 0) {
-    if (-places > kMostPower || size >= kMostUnits / kPowers[static_cast<size_t>(-places)]) return nullptr;
-    size *= kPowers[static_cast<size_t>(-places)];
+    if (-places > kMostPower || size >= kMostUnits / kPowersOfTen[static_cast<size_t>(-places)]) return nullptr;
+    size *= kPowersOfTen[static_cast<size_t>(-places)];
     places = 0;
   }
   if (places > most_decimals) {
     const Parts parts = PartsOf(size, places - most_decimals);
-    size = parts.whole + (2 * parts.fraction >= kPowers[static_cast<size_t>(places - most_decimals)] ? 1 : 0);
+    size = parts.whole + (2 * parts.fraction >= kPowersOfTen[static_cast<size_t>(places - most_decimals)] ? 1 : 0);
     places = most_decimals;
   }
   Backwards text(end);
@@ -151,7 +145,7 @@ char* PlainNumber::Write(int64_t units, int decimals, char* end) const {
 char* PlainNumber::Write(double number, char* end) const {
   const int places = most_decimals + power;
   if (places > kMostPower) return nullptr;
-  const double scaled = std::fabs(number) * static_cast<double>(kPowers[static_cast<size_t>(places)]);
+  const double scaled = std::fabs(number) * static_cast<double>(kPowersOfTen[static_cast<size_t>(places)]);
   if (!(scaled < kMostExact)) return nullptr;
   auto units = static_cast<int64_t>(scaled);
   const double rest = scaled - static_cast<double>(units);
@@ -162,18 +156,17 @@ char* PlainNumber::Write(double number, char* end) const {
 }
 
 char* PlainNumber::WriteDefault(double number, char* end) {
-  constexpr double kScale = 1e4;
-  constexpr int kShortDecimals = 4;
+  constexpr auto kScale = static_cast<double>(base::Money::kScale);
   constexpr int kDigits = 15;
   const double size = std::fabs(number);
   if (!(size < kMostExact / kScale)) return nullptr;
   const auto units = static_cast<int64_t>(size * kScale + 0.5);
   const double off = std::fabs(static_cast<double>(units) / kScale - size);
-  if (off == 0) return PlainNumber().Write(number < 0 ? -units : units, kShortDecimals, end);
+  if (off == 0) return PlainNumber().Write(number < 0 ? -units : units, base::Money::kDecimals, end);
   if (size < 1) return nullptr;
   int decimals = kDigits;
   for (double whole = 1; whole <= size; whole *= 10) --decimals;
-  const double scaled = size * static_cast<double>(kPowers[static_cast<size_t>(decimals)]);
+  const double scaled = size * static_cast<double>(kPowersOfTen[static_cast<size_t>(decimals)]);
   auto digits = static_cast<int64_t>(scaled);
   const double rest = scaled - static_cast<double>(digits);
   constexpr double kNearMiddle = 0.2;

@@ -6,8 +6,8 @@
 #include <iterator>
 #include <limits>
 
+#include "base/decimal.h"
 #include "base/number.h"
-#include "sheet/format/decimal.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -40,7 +40,7 @@ double NumberOfText(const base::Value& value) {
   if (const auto* money = value.As<base::Money>(); money != nullptr && std::abs(money->units()) <= kExactDoubles) {
     return money->ToDouble();
   }
-  if (const auto* number = value.As<double>(); number != nullptr && ShortDecimalUnits(*number)) return *number;
+  if (const auto* number = value.As<double>(); number != nullptr && base::ShortDecimalUnits(*number)) return *number;
   if (value.IsNull() || value.As<base::Date>() != nullptr) return 0;
   return base::NumericValue(value.Text());
 }

@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/format/decimal.h"
+#include "base/decimal.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
+#include "base/digits.h"
+#include "base/money.h"
 #include "base/number.h"
 
-namespace stockbook::sheet {
+namespace stockbook::base {
 namespace {
 
 constexpr int kSignificantDigits = 15;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 }  // namespace
 
 std::optional<int64_t> ShortDecimalUnits(double number) {
-  constexpr double kScale = 10000;
+  constexpr auto kScale = static_cast<double>(Money::kScale);
   constexpr double kMost = 1e11;
   if (!(std::fabs(number) < kMost)) return std::nullopt;
   const auto units = static_cast<int64_t>(std::llround(number * kScale));
@@ -53,7 +54,7 @@ Decimal Decimal::FromScaled(int64_t units, int decimals) {
 
 std::optional<Decimal> Decimal::FromDouble(double number) {
   if (!std::isfinite(number)) return std::nullopt;
-  if (const auto units = ShortDecimalUnits(number)) return FromScaled(*units, kShortDecimals);
+  if (const auto units = ShortDecimalUnits(number)) return FromScaled(*units, Money::kDecimals);
   std::array<char, 40> buffer{};
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::scientific,
                                  kSignificantDigits - 1)
@@ -62,26 +63,16 @@ std::optional<Decimal> Decimal::FromDouble(double number) {
 }
 
 std::optional<Decimal> Decimal::Parse(std::string_view text) {
-  if (!base::ParseNumber(text)) return std::nullopt;
+  if (!ParseNumber(text)) return std::nullopt;
+  return FromText(*ReadDecimal(text, Grouping::kCommas));
+}
+
+Decimal Decimal::FromText(const DecimalText& text) {
   Decimal decimal;
-  bool behind_point = false;
-  for (size_t at = 0; at < text.size(); ++at) {
-    const char c = text[at];
-    if (IsDigit(c)) {
-      decimal.digits += c;
-      if (!behind_point) ++decimal.whole;
-    } else if (c == '.') {
-      behind_point = true;
-    } else if (c == '-') {
-      decimal.negative = true;
-    } else if (c == 'e' || c == 'E') {
-      at += at + 1 < text.size() && text[at + 1] == '+' ? 2U : 1U;
-      int power = 0;
-      std::from_chars(text.data() + at, text.data() + text.size(), power);
-      decimal.whole += power;
-      break;
-    }
-  }
+  decimal.negative = text.negative;
+  std::copy_if(text.whole.begin(), text.whole.end(), std::back_inserter(decimal.digits), IsDigit);
+  decimal.whole = static_cast<int>(static_cast<int64_t>(decimal.digits.size()) + text.exponent);
+  decimal.digits += text.fraction;
   decimal.Normalise();
   return decimal;
 }
@@ -104,6 +95,14 @@ void Decimal::RoundTo(int decimals) {
   Normalise();
 }
 
+Decimal Decimal::Shown(int power, int decimals) const {
+  Decimal shown = *this;
+  if (!IsZero()) shown.whole += power;
+  shown.RoundTo(decimals);
+  if (shown.IsZero()) shown.negative = false;
+  return shown;
+}
+
 std::string Decimal::WholeDigits() const {
   if (whole <= 0) return {};
   const auto count = static_cast<size_t>(whole);
@@ -121,4 +120,4 @@ std::string Decimal::FractionDigits(int decimals) const {
   return text;
 }
 
-}  // namespace stockbook::sheet
+}  // namespace stockbook::base

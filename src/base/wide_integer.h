@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace stockbook::base {
+
+// Products of two 64-bit counts need 128 bits.
+__extension__ using WideInteger = __int128;
+
+// 10^exponent, for exponents from 0 to 38.
+WideInteger WidePowerOfTen(int exponent);
+
+// numerator / denominator, rounded half to even; the denominator is positive.
+WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
+
+}  // namespace stockbook::base
