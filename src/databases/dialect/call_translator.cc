@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
+#include "databases/dialect/sql_composer.h"
 
 namespace stockbook::databases {
 namespace {
@@ -132,7 +133,7 @@ TypedSql CallTranslator::Translate(const Expr& expr) {
   const std::string name = base::AsciiLower(expr.text);
   if (IsOneOf(name, {"sum", "avg", "count", "min", "max"})) return Aggregate(expr, name);
   if (expr.distinct) throw Refusal(expr.offset, "DISTINCT 只能用于聚合函数");
-  const bool server = expressions_.dialect_ == Dialect::kServer;
+  const bool server = expressions_.dialect() == Dialect::kServer;
   if (name == "iif") return Choice(expr);
   if (!server && name == "nz") return ZeroIfNull(expr);
   if (server && name == "nullif") return NullIf(expr);
@@ -147,20 +148,17 @@ TypedSql CallTranslator::Translate(const Expr& expr) {
 TypedSql CallTranslator::Function(const Expr& expr) {
   const std::string name = base::AsciiLower(expr.text);
   const auto rule = std::find_if(kRules.begin(), kRules.end(), [&](const FunctionRule& candidate) {
-    return candidate.name == name && Speaks(candidate.speakers, expressions_.dialect_);
+    return candidate.name == name && Speaks(candidate.speakers, expressions_.dialect());
   });
   if (rule == kRules.end()) throw Refusal(expr.offset, "不认识的函数“" + expr.text + "”");
   CheckCount(expr, rule->least, rule->most);
   const std::vector<TypedSql> arguments = expressions_.TranslateValues(expr.operands);
-  return ExpressionTranslator::Call(rule->function, arguments, ClassGiven(rule->gives, arguments));
+  return Call(rule->function, arguments, ClassGiven(rule->gives, arguments));
 }
 
 TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
-  if (expressions_.no_aggregates_in_ != nullptr) {
-    throw Refusal(expr.offset, std::string(expressions_.no_aggregates_in_) + " 中不能使用聚合函数“" + expr.text + "”");
-  }
-  if (expressions_.in_aggregate_) throw Refusal(expr.offset, "聚合函数不能嵌套");
-  if (expr.distinct && expressions_.dialect_ == Dialect::kDesktop)
+  expressions_.CheckAggregate(expr);
+  if (expr.distinct && expressions_.dialect() == Dialect::kDesktop)
     throw Refusal(expr.offset, "桌面方言的聚合函数没有 DISTINCT");
   CheckCount(expr, 1, 1);
   TypedSql result;
@@ -168,9 +166,7 @@ TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
     result.sql = "count(*)";
     result.cls = ValueClass::kInteger;
   } else {
-    expressions_.in_aggregate_ = true;
-    TypedSql value = ExpressionTranslator::Canonical(expressions_.TranslateValue(*expr.operands[0]));
-    expressions_.in_aggregate_ = false;
+    TypedSql value = Canonical(expressions_.TranslateAggregated(*expr.operands[0]));
     const bool money = value.cls == ValueClass::kMoney;
     const bool sums = name == "sum" || name == "avg";
     if (money && !sums && name != "count") value.sql = "sb_amount('m', " + value.sql + ")";
@@ -194,9 +190,9 @@ TypedSql CallTranslator::Choice(const Expr& expr) {
   const TypedSql yes = expressions_.TranslateValue(*expr.operands[1]);
   const TypedSql no = expressions_.TranslateValue(*expr.operands[2]);
   const ValueClass cls = Unify(yes.cls, no.cls);
-  TypedSql result = ExpressionTranslator::Gathered({condition, yes, no});
-  result.sql = "(CASE WHEN " + condition.sql + " THEN " + ExpressionTranslator::ConvertTo(yes, cls).sql + " ELSE " +
-               ExpressionTranslator::ConvertTo(no, cls).sql + " END)";
+  TypedSql result = Gathered({condition, yes, no});
+  result.sql =
+      "(CASE WHEN " + condition.sql + " THEN " + ConvertTo(yes, cls).sql + " ELSE " + ConvertTo(no, cls).sql + " END)";
   result.cls = cls;
   result.form = ResultFormOf(cls);
   return result;
@@ -205,11 +201,11 @@ TypedSql CallTranslator::Choice(const Expr& expr) {
 TypedSql CallTranslator::FirstKnown(const std::vector<TypedSql>& values) {
   ValueClass cls = ValueClass::kNull;
   for (const TypedSql& value : values) cls = Unify(cls, value.cls);
-  TypedSql result = ExpressionTranslator::Gathered(values);
+  TypedSql result = Gathered(values);
   result.sql = "coalesce(";
   for (const TypedSql& value : values) {
     if (&value != &values.front()) result.sql += ", ";
-    result.sql += ExpressionTranslator::ConvertTo(value, cls).sql;
+    result.sql += ConvertTo(value, cls).sql;
   }
   result.sql += ")";
   result.cls = cls;
@@ -236,16 +232,16 @@ TypedSql CallTranslator::ZeroIfNull(const Expr& expr) {
 TypedSql CallTranslator::NullIf(const Expr& expr) {
   CheckCount(expr, 2, 2);
   const std::vector<TypedSql> values = expressions_.TranslateValues(expr.operands);
-  const TypedSql same = expressions_.Comparison("=", values[0], values[1]);
-  TypedSql result = ExpressionTranslator::Gathered(values);
-  const TypedSql value = ExpressionTranslator::Canonical(values[0]);
+  const TypedSql same = Comparison("=", values[0], values[1]);
+  TypedSql result = Gathered(values);
+  const TypedSql value = Canonical(values[0]);
   result.sql = "(CASE WHEN " + same.sql + " THEN NULL ELSE " + value.sql + " END)";
   result.cls = value.cls;
   result.form = ResultFormOf(value.cls);
   return result;
 }
 
-TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, bool padded) {
+TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, Padding padding) {
   static constexpr std::array<int64_t, 16> kStyles = {0,   8,   20,  21,  23,  25,  100, 102,
                                                       108, 111, 112, 120, 121, 126, 1,   2};
   constexpr int64_t kDefaultLength = 30;
@@ -260,31 +256,26 @@ TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, boo
     style = *number;
   }
   const int64_t length = expr.type_length ? static_cast<int64_t>(*expr.type_length) : kDefaultLength;
-  return ExpressionTranslator::Call("sb_to_text", {value, Number(length), Number(padded ? 1 : 0), Number(style)},
-                                    ValueClass::kText);
+  return Call("sb_to_text", {value, Number(length), Number(padding == Padding::kBlanks ? 1 : 0), Number(style)},
+              ValueClass::kText);
 }
 
 TypedSql CallTranslator::Cast(const Expr& expr) {
   const std::string& type = expr.type_name;
   const TypedSql value = expressions_.TranslateValue(*expr.operands[0]);
-  const auto call = [&](const char* function, ValueClass cls) {
-    return ExpressionTranslator::Call(function, {value}, cls);
-  };
-  if (IsOneOf(type, {"char", "nchar"})) return CastToText(expr, value, true);
-  if (IsOneOf(type, {"varchar", "nvarchar", "text", "ntext"})) return CastToText(expr, value, false);
+  const auto call = [&](const char* function, ValueClass cls) { return Call(function, {value}, cls); };
+  if (IsOneOf(type, {"char", "nchar"})) return CastToText(expr, value, Padding::kBlanks);
+  if (IsOneOf(type, {"varchar", "nvarchar", "text", "ntext"})) return CastToText(expr, value, Padding::kNone);
   if (IsOneOf(type, {"int", "integer", "bigint", "smallint", "tinyint"}))
     return call("sb_to_integer_server", ValueClass::kInteger);
   if (type == "bit") return call("sb_truth", ValueClass::kInteger);
   if (IsOneOf(type, {"float", "real"})) return call("sb_to_real", ValueClass::kReal);
   if (IsOneOf(type, {"money", "smallmoney"})) return call("sb_to_money", ValueClass::kMoney);
   if (IsOneOf(type, {"decimal", "numeric"})) {
-    constexpr int kMoneyPlaces = 4;
     const auto places = Number(expr.type_scale);
-    if (expr.type_scale > kMoneyPlaces)
-      return ExpressionTranslator::Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places},
-                                        ValueClass::kReal);
-    return ExpressionTranslator::Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places},
-                                      ValueClass::kMoney);
+    if (expr.type_scale > base::Money::kDecimals)
+      return Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places}, ValueClass::kReal);
+    return Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places}, ValueClass::kMoney);
   }
   if (IsOneOf(type, {"datetime", "smalldatetime", "datetime2"})) return call("sb_to_date", ValueClass::kDate);
   if (type == "date") return call("sb_to_day", ValueClass::kDate);

@@ -7,14 +7,13 @@
 #include "base/text.h"
 #include "databases/dialect/call_translator.h"
 #include "databases/dialect/refusal.h"
+#include "databases/dialect/sql_composer.h"
 
 namespace stockbook::databases {
 namespace {
 
 // Subjects of CASE and the like are written several times; no statement may grow without bound by nesting them.
 constexpr size_t kMostSqlBytes = size_t{16} << 20;
-
-bool IsPlain(const TypedSql& value) { return value.form == Form::kPlain || value.form == Form::kReal; }
 
 ValueClass SumClass(std::string_view op, ValueClass left, ValueClass right, Dialect dialect) {
   const auto either = [&](ValueClass cls) { return left == cls || right == cls; };
@@ -81,14 +80,8 @@ TypedSql ExpressionTranslator::TranslateNode(const Expr& expr) {
       return Binary(expr);
     case ExprKind::kConcat:
       return Concat(expr);
-    case ExprKind::kIsNull: {
-      // A money or date column that holds something else reads as it is read elsewhere: no date is null.
-      TypedSql value = Canonical(TranslateValue(*expr.operands[0]));
-      TypedSql result = Gathered({value});
-      result.sql = "(" + value.sql + (expr.negated ? " IS NOT NULL)" : " IS NULL)");
-      result.cls = ValueClass::kBoolean;
-      return result;
-    }
+    case ExprKind::kIsNull:
+      return IsNull(expr);
     case ExprKind::kBetween:
       return Between(expr);
     case ExprKind::kIn:
@@ -154,7 +147,7 @@ TypedSql ExpressionTranslator::Column(const Expr& expr) const {
 
 TypedSql ExpressionTranslator::Unary(const Expr& expr) {
   const Expr& operand = *expr.operands[0];
-  if (expr.text == "NOT") return Negated(TranslateCondition(operand), true);
+  if (expr.text == "NOT") return Not(TranslateCondition(operand));
   TypedSql value = TranslateValue(operand);
   if (expr.text == "+") {
     value.column = nullptr;
@@ -223,27 +216,6 @@ TypedSql ExpressionTranslator::BitAnd(const Expr& expr) {
   return Call("sb_bit_and", sides, ValueClass::kInteger);
 }
 
-TypedSql ExpressionTranslator::Comparison(const std::string& op, const TypedSql& left, const TypedSql& right) const {
-  TypedSql result;
-  const bool dates = left.cls == ValueClass::kDate && right.cls == ValueClass::kDate;
-  if (dates || (IsPlain(left) && IsPlain(right))) {
-    result = Gathered({left, right});
-    result.sql.append("(")
-        .append(Canonical(left).sql)
-        .append(" ")
-        .append(op)
-        .append(" ")
-        .append(Canonical(right).sql)
-        .append(")");
-  } else {
-    result = Call("sb_compare", {left, right}, ValueClass::kInteger);
-    result.sql = "(" + result.sql + " " + op + " 0)";
-  }
-  result.cls = ValueClass::kBoolean;
-  result.form = Form::kPlain;
-  return result;
-}
-
 TypedSql ExpressionTranslator::Concat(const Expr& expr) {
   // SQLite allows 127 arguments; longer chains are joined in portions.
   constexpr size_t kMostArguments = 100;
@@ -259,9 +231,13 @@ TypedSql ExpressionTranslator::Concat(const Expr& expr) {
   return Call("sb_concat", parts, ValueClass::kText);
 }
 
-TypedSql ExpressionTranslator::Negated(TypedSql condition, bool negated) {
-  if (negated) condition.sql = "(NOT " + condition.sql + ")";
-  return condition;
+TypedSql ExpressionTranslator::IsNull(const Expr& expr) {
+  // A money or date column that holds something else reads as it is read elsewhere: no date is null.
+  const TypedSql value = Canonical(TranslateValue(*expr.operands[0]));
+  TypedSql result = Gathered({value});
+  result.sql = "(" + value.sql + (expr.negated ? " IS NOT NULL)" : " IS NULL)");
+  result.cls = ValueClass::kBoolean;
+  return result;
 }
 
 TypedSql ExpressionTranslator::Between(const Expr& expr) {
@@ -275,7 +251,7 @@ TypedSql ExpressionTranslator::Between(const Expr& expr) {
   } else {
     result = Call("sb_between", parts, ValueClass::kBoolean);
   }
-  return Negated(std::move(result), expr.negated);
+  return expr.negated ? Not(std::move(result)) : result;
 }
 
 TypedSql ExpressionTranslator::In(const Expr& expr) {
@@ -323,7 +299,8 @@ TypedSql ExpressionTranslator::InQuery(const Expr& expr, const TypedSql& value) 
 
 TypedSql ExpressionTranslator::Like(const Expr& expr) {
   const char* function = dialect_ == Dialect::kServer ? "sb_like_server" : "sb_like";
-  return Negated(Call(function, TranslateValues(expr.operands), ValueClass::kBoolean), expr.negated);
+  TypedSql result = Call(function, TranslateValues(expr.operands), ValueClass::kBoolean);
+  return expr.negated ? Not(std::move(result)) : result;
 }
 
 TypedSql ExpressionTranslator::Case(const Expr& expr) {
@@ -381,56 +358,17 @@ std::vector<TypedSql> ExpressionTranslator::TranslateValues(const std::vector<Ex
   return values;
 }
 
-TypedSql ExpressionTranslator::Gathered(const std::vector<TypedSql>& parts) {
-  TypedSql result;
-  for (const TypedSql& part : parts) {
-    result.sources.AddAll(part.sources);
-    result.has_aggregate = result.has_aggregate || part.has_aggregate;
-    if (!result.ungrouped) result.ungrouped = part.ungrouped;
+void ExpressionTranslator::CheckAggregate(const Expr& aggregate) const {
+  if (no_aggregates_in_ != nullptr) {
+    throw Refusal(aggregate.offset, std::string(no_aggregates_in_) + " 中不能使用聚合函数“" + aggregate.text + "”");
   }
-  return result;
+  if (in_aggregate_) throw Refusal(aggregate.offset, "聚合函数不能嵌套");
 }
 
-TypedSql ExpressionTranslator::Call(std::string_view function, const std::vector<TypedSql>& arguments, ValueClass cls) {
-  TypedSql result = Gathered(arguments);
-  result.sql.append(function).append("('");
-  for (const TypedSql& argument : arguments) result.sql += static_cast<char>(argument.form);
-  result.sql += "'";
-  for (const TypedSql& argument : arguments) result.sql.append(", ").append(argument.sql);
-  result.sql += ")";
-  result.cls = cls;
-  result.form = ResultFormOf(cls);
-  return result;
-}
-
-TypedSql ExpressionTranslator::Canonical(TypedSql value) {
-  if (value.form != Form::kRawMoney && value.form != Form::kRawDate) return value;
-  value.sql = std::string("sb_value('") + static_cast<char>(value.form) + "', " + value.sql + ")";
-  value.form = ResultFormOf(value.cls);
-  return value;
-}
-
-TypedSql ExpressionTranslator::ConvertTo(TypedSql value, ValueClass cls) {
-  if (value.cls == cls || value.cls == ValueClass::kNull) return Canonical(std::move(value));
-  if (cls == ValueClass::kMoney) {
-    if (const auto money = value.constant ? value.constant->AsMoney() : std::nullopt) {
-      value.sql = std::to_string(money->units());
-      value.constant = base::Value(*money);
-    } else {
-      // A plain value is read as a stored amount would be.
-      value.sql = "sb_value('M', " + value.sql + ")";
-      value.negated = value.column = nullptr;
-      value.constant.reset();
-    }
-  } else if (cls == ValueClass::kText && value.cls == ValueClass::kMoney) {
-    value.sql = std::string("sb_text('") + static_cast<char>(value.form) + "', " + value.sql + ")";
-    value.negated = value.column = nullptr;
-  } else {
-    value = Canonical(std::move(value));
-    if (value.form == Form::kDateText) value.negated = value.column = nullptr;
-  }
-  value.cls = cls;
-  value.form = ResultFormOf(cls);
+TypedSql ExpressionTranslator::TranslateAggregated(const Expr& argument) {
+  in_aggregate_ = true;
+  TypedSql value = TranslateValue(argument);
+  in_aggregate_ = false;
   return value;
 }
 

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "databases/dialect/ast.h"
@@ -13,7 +11,7 @@
 
 namespace stockbook::databases {
 
-// What a subquery gives to the expression around it: its text, and the class of its one column.
+// What a subquery gives to the expression around it: its text, and the classes of its columns.
 struct SubquerySql {
   std::string sql;
   std::vector<ValueClass> classes;
@@ -39,14 +37,16 @@ class ExpressionTranslator {
   TypedSql TranslateValue(const Expr& expr);
   // As a condition: a number is true when it is not 0.
   TypedSql TranslateCondition(const Expr& expr);
+  // Each as a value.
+  std::vector<TypedSql> TranslateValues(const std::vector<ExprPtr>& operands);
+  // Throws Refusal where the aggregate may not be: inside another one, or where ForbidAggregates says.
+  void CheckAggregate(const Expr& aggregate) const;
+  // As the argument of an aggregate: a value whose columns need no group.
+  TypedSql TranslateAggregated(const Expr& argument);
 
-  // The same value in the form that results and derived tables have.
-  static TypedSql Canonical(TypedSql value);
-  // The canonical value turned into another class, as Unify asks for it.
-  static TypedSql ConvertTo(TypedSql value, ValueClass cls);
+  Dialect dialect() const { return dialect_; }
 
  private:
-  friend class CallTranslator;
   TypedSql TranslateNode(const Expr& expr);
   TypedSql Literal(const Expr& expr) const;
   TypedSql Column(const Expr& expr) const;
@@ -54,21 +54,14 @@ class ExpressionTranslator {
   TypedSql Binary(const Expr& expr);
   TypedSql Arithmetic(const Expr& expr);
   TypedSql BitAnd(const Expr& expr);
-  TypedSql Comparison(const std::string& op, const TypedSql& left, const TypedSql& right) const;
   TypedSql Concat(const Expr& expr);
+  TypedSql IsNull(const Expr& expr);
   TypedSql Between(const Expr& expr);
   TypedSql In(const Expr& expr);
   TypedSql InQuery(const Expr& expr, const TypedSql& value);
   TypedSql Like(const Expr& expr);
   TypedSql Case(const Expr& expr);
   TypedSql Subquery(const Expr& expr);
-
-  std::vector<TypedSql> TranslateValues(const std::vector<ExprPtr>& operands);
-  // function('forms', a, b, …) of the class.
-  static TypedSql Call(std::string_view function, const std::vector<TypedSql>& arguments, ValueClass cls);
-  // What the parts have in common, without text: their sources, aggregates and ungrouped columns.
-  static TypedSql Gathered(const std::vector<TypedSql>& parts);
-  static TypedSql Negated(TypedSql condition, bool negated);
 
   Dialect dialect_;
   const Scope& scope_;

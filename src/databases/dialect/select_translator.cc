@@ -6,6 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
+#include "databases/dialect/sql_composer.h"
 
 namespace stockbook::databases {
 namespace {
@@ -110,7 +111,7 @@ BoundSelect SelectTranslator::Bind(const SelectCore& core, const Scope* outer, c
   if (select.aggregated) {
     for (const TypedSql& output : select.outputs) CheckGrouped(output);
   }
-  for (TypedSql& output : select.outputs) output = ExpressionTranslator::Canonical(std::move(output));
+  for (TypedSql& output : select.outputs) output = Canonical(std::move(output));
   if (order != nullptr && !order->empty()) BindOrder(*order, select);
   return select;
 }
@@ -118,8 +119,7 @@ BoundSelect SelectTranslator::Bind(const SelectCore& core, const Scope* outer, c
 std::string SelectTranslator::Write(const BoundSelect& select, const std::vector<ValueClass>& classes) {
   std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   for (size_t index = 0; index < select.outputs.size(); ++index) {
-    sql.append(index == 0 ? "" : ", ")
-        .append(ExpressionTranslator::ConvertTo(select.outputs[index], classes[index]).sql);
+    sql.append(index == 0 ? "" : ", ").append(ConvertTo(select.outputs[index], classes[index]).sql);
     sql.append(" AS c").append(std::to_string(index));
   }
   if (!select.from.empty()) sql += " FROM " + select.from;
@@ -289,7 +289,7 @@ void SelectTranslator::BindGroups(const SelectCore& core, BoundSelect& select) {
     const TypedSql value = expressions.TranslateValue(*expr);
     if (value.constant) throw Refusal(expr->offset, "GROUP BY 中不能是常量");
     select.groups.push_back(value.sql);
-    select.written_groups.push_back(ExpressionTranslator::Canonical(value).sql);
+    select.written_groups.push_back(Canonical(value).sql);
     select.aggregated = true;
   }
 }
@@ -318,7 +318,7 @@ void SelectTranslator::BindOrder(const std::vector<OrderItem>& order, BoundSelec
     }
     TypedSql key = expressions.TranslateValue(expr);
     if (select.aggregated) CheckGrouped(key);
-    key = ExpressionTranslator::Canonical(std::move(key));
+    key = Canonical(std::move(key));
     if (key.constant) continue;
     select.order.push_back(key.sql + direction);
     select.order_keys.push_back(std::move(key));

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "databases/dialect/sql_composer.h"
 
 namespace stockbook::databases {
 namespace {
@@ -74,7 +75,7 @@ std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<Ord
   }
   for (PlanArm& arm : plan.arms) {
     for (size_t index = 0; index < columns.size(); ++index) {
-      arm.outputs.push_back(ExpressionTranslator::ConvertTo(arm.select.outputs[index], classes[index]));
+      arm.outputs.push_back(ConvertTo(arm.select.outputs[index], classes[index]));
     }
     arm.sql = SelectTranslator::Write(arm.select, classes);
     if (!OutputsAreOwn(arm)) return std::nullopt;

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "databases/dialect/typed_sql.h"
+
+// Puts translated expressions together to larger ones. Nothing here reads a statement or refuses one.
+namespace stockbook::databases {
+
+// True when SQLite itself compares the value as the dialects do.
+bool IsPlain(const TypedSql& value);
+
+// What the parts have in common, without text: their sources, aggregates and ungrouped columns.
+TypedSql Gathered(const std::vector<TypedSql>& parts);
+// function('forms', a, b, …) of the class.
+TypedSql Call(std::string_view function, const std::vector<TypedSql>& arguments, ValueClass cls);
+// The same value in the form that results and derived tables have.
+TypedSql Canonical(TypedSql value);
+// The canonical value turned into another class, as Unify asks for it.
+TypedSql ConvertTo(TypedSql value, ValueClass cls);
+// A condition; `op` is one of = <> < <= > >=.
+TypedSql Comparison(std::string_view op, const TypedSql& left, const TypedSql& right);
+TypedSql Not(TypedSql condition);
+
+}  // namespace stockbook::databases
