@@ -5,10 +5,13 @@
 #include <vector>
 
 #include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/export_command.h"
 #include "stockbook/command/import_command.h"
-#include "stockbook/command/journal_commands.h"
+#include "stockbook/command/open_command.h"
+#include "stockbook/command/print_command.h"
+#include "stockbook/command/render_command.h"
 #include "stockbook/command/sample_command.h"
-#include "stockbook/window/window_commands.h"
+#include "stockbook/command/sql_command.h"
 
 int main(int argc, char** argv) {
   using namespace stockbook::app;

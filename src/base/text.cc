@@ -102,6 +102,10 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
   return result.append(text.substr(from));
 }
 
+std::string OneLine(std::string_view text, std::string_view instead_of_breaks) {
+  return ReplaceAll(ReplaceAll(text, "\r", ""), "\n", instead_of_breaks);
+}
+
 std::vector<std::string_view> Split(std::string_view text, char separator) {
   std::vector<std::string_view> pieces;
   size_t from = 0;

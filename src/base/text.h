@@ -24,6 +24,8 @@ std::string_view MidCharacters(std::string_view text, size_t first, size_t count
 
 // Without leading and trailing blanks (U+0020 only).
 std::string_view TrimBlanks(std::string_view text);
+// With each line break ("\n") replaced and every "\r" left out.
+std::string OneLine(std::string_view text, std::string_view instead_of_breaks);
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
 // The pieces between separators; a text without one is one piece, the empty text one empty piece.
 std::vector<std::string_view> Split(std::string_view text, char separator);

@@ -23,7 +23,7 @@ enum class FieldWriter { kNone, kText, kMasked, kSelectsRow };
 // One field of a journal row: the key of its column, and as its type what reading gives, from where, and what writing
 // does.
 template <typename Type, FieldPlace place, FieldWriter writer>
-struct Field {
+struct RowField {
   const char* key;
 };
 
@@ -32,10 +32,10 @@ struct Field {
 namespace fields {
 
 template <typename Type>
-using Masked = Field<Type, FieldPlace::kData, FieldWriter::kMasked>;
-using Counted = Field<double, FieldPlace::kNumber, FieldWriter::kText>;
-using Texts = Field<std::string, FieldPlace::kText, FieldWriter::kNone>;
-using Key = Field<int32_t, FieldPlace::kNumber, FieldWriter::kNone>;
+using Masked = RowField<Type, FieldPlace::kData, FieldWriter::kMasked>;
+using Counted = RowField<double, FieldPlace::kNumber, FieldWriter::kText>;
+using Texts = RowField<std::string, FieldPlace::kText, FieldWriter::kNone>;
+using Key = RowField<int32_t, FieldPlace::kNumber, FieldWriter::kNone>;
 
 inline constexpr Masked<double> Price{base::keys::kPrice};
 inline constexpr Counted Quantity{base::keys::kQuantity};
@@ -54,7 +54,7 @@ inline constexpr Masked<double> TaxPrice{base::keys::kTaxPrice};
 inline constexpr Masked<base::Money> TaxAccount{base::keys::kTaxAccount};
 
 inline constexpr Texts AccPeriod{base::keys::kAccPeriod};
-inline constexpr Field<base::Date, FieldPlace::kText, FieldWriter::kNone> BillDate{base::keys::kBillDate};
+inline constexpr RowField<base::Date, FieldPlace::kText, FieldWriter::kNone> BillDate{base::keys::kBillDate};
 inline constexpr Texts BillNo{base::keys::kBillNo};
 inline constexpr Texts BillKind{base::keys::kBillKind};
 inline constexpr Texts Explain{base::keys::kExplain};
@@ -79,10 +79,10 @@ inline constexpr Key dpID{base::keys::kDpID};
 inline constexpr Key ksID{base::keys::kKsID};
 inline constexpr Key pjID{base::keys::kPjID};
 inline constexpr Key OtherID{base::keys::kOtherID};
-inline constexpr Field<int32_t, FieldPlace::kNumber, FieldWriter::kSelectsRow> pdID{base::keys::kPdID};
+inline constexpr RowField<int32_t, FieldPlace::kNumber, FieldWriter::kSelectsRow> pdID{base::keys::kPdID};
 inline constexpr Key BillID{base::keys::kBillID};
 inline constexpr Texts BillName{base::keys::kBillName};
-inline constexpr Field<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{base::keys::kFlag};
+inline constexpr RowField<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag{base::keys::kFlag};
 
 }  // namespace fields
 
@@ -98,7 +98,7 @@ class RowFields {
       : grid_(grid), connection_(connection), amounts_(amounts) {}
 
   template <typename Type, FieldPlace place, FieldWriter writer>
-  Type Get(const Field<Type, place, writer>& field, int32_t row = -1) const {
+  Type Get(const RowField<Type, place, writer>& field, int32_t row = -1) const {
     if constexpr (std::is_same_v<Type, base::Money>)
       return MoneyOf(field.key, row);
     else if constexpr (std::is_same_v<Type, base::Date>)
@@ -115,7 +115,7 @@ class RowFields {
 
   // A field that is only read has no Set.
   template <typename Type, FieldPlace place, FieldWriter writer>
-  requires(writer != FieldWriter::kNone) void Set(const Field<Type, place, writer>& field, int32_t row,
+  requires(writer != FieldWriter::kNone) void Set(const RowField<Type, place, writer>& field, int32_t row,
                                                   std::type_identity_t<Type> value) const {
     if constexpr (writer == FieldWriter::kMasked)
       WriteMasked(field.key, row, base::Value(value));

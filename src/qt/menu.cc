@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <vector>
 
+#include "base/text.h"
 #include "qt/counting.h"
 #include "qt/text.h"
 
@@ -13,9 +14,7 @@ namespace stockbook::qt {
 namespace {
 
 // A column caption may have two lines; a menu item has one.
-QString OneLine(const std::string& caption) {
-  return ToQString(caption).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-}
+QString CaptionOf(const platform::MenuItem& item) { return ToQString(base::OneLine(item.caption, " ")); }
 
 // Every action that can be chosen carries its index in `choices`.
 void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, std::vector<platform::MenuChoice>& choices) {
@@ -25,11 +24,11 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, std::vector
     if (item.separator) {
       action = menu.addSeparator();
     } else if (!item.items.empty()) {
-      QMenu* submenu = menu.addMenu(OneLine(item.caption));
+      QMenu* submenu = menu.addMenu(CaptionOf(item));
       Fill(*submenu, item.items, choices);
       action = submenu->menuAction();
     } else {
-      action = menu.addAction(OneLine(item.caption));
+      action = menu.addAction(CaptionOf(item));
       action->setData(static_cast<qulonglong>(choices.size()));
       action->setCheckable(item.checkable);
       action->setChecked(item.checked);

@@ -90,9 +90,9 @@ int PrintArguments(const Words& arguments, Terminal& terminal) {
 int FailWorking(const Words&, Terminal&) { throw std::runtime_error("The disk\nis full."); }
 int FailUsage(const Words&, Terminal&) { throw UsageError("That is wrong."); }
 
-constexpr std::array kCommands{Command{"open", "Open the window", "Usage: open\n", PrintArguments},
-                               Command{"work", "Work", "Usage: work\n", FailWorking},
-                               Command{"use", "Use", "Usage: use", FailUsage}};
+const std::array kCommands{Command{"open", "Open the window", "Usage: open\n", PrintArguments},
+                           Command{"work", "Work", "Usage: work\n", FailWorking},
+                           Command{"use", "Use", "Usage: use", FailUsage}};
 
 struct Outcome {
   int code;

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "stockbook/window/window_commands.h"
-
 #include <gtest/gtest.h>
 
 #include <QImage>

@@ -21,7 +21,7 @@ struct Terminal {
 struct Command {
   std::string_view name;
   std::string_view summary;
-  std::string_view usage;
+  std::string usage;
   int (*run)(const std::vector<std::string>& arguments, Terminal& terminal);
 };
 

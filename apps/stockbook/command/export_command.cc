@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "stockbook/command/export_command.h"
+
 #include <array>
 #include <ostream>
 
 #include "platform/error.h"
 #include "stockbook/command/gui_session.h"
-#include "stockbook/command/journal_commands.h"
 #include "stockbook/command/journal_export.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/command/output_file.h"
@@ -32,11 +33,6 @@ constexpr std::array<Option, 3> kOptions{{
 constexpr std::array<std::string_view, 3> kFormats{"csv", "tsv", "ndjson"};
 constexpr std::array<std::string_view, 2> kColumnChoices{"visible", "all"};
 
-const std::string& Usage() {
-  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
-  return usage;
-}
-
 int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
   const CommandLine line = ReadJournalCommand(arguments, kOptions);
   const std::string path = line.Positional(0, "DB, the inventory");
@@ -62,6 +58,8 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command ExportCommand() { return {"export", "Write the rows of a journal as text", Usage(), RunExport}; }
+Command ExportCommand() {
+  return {"export", "Write the rows of a journal as text", JournalCommandUsage(kUsage), RunExport};
+}
 
 }  // namespace stockbook::app

@@ -160,6 +160,8 @@ int RunImport(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command ImportCommand() { return {"import", "Make an inventory from a table of movements (CSV)", kUsage, RunImport}; }
+Command ImportCommand() {
+  return {"import", "Make an inventory from a table of movements (CSV)", std::string(kUsage), RunImport};
+}
 
 }  // namespace stockbook::app

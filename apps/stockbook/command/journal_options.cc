@@ -31,9 +31,7 @@ int32_t KeyOf(const CommandLine& line, std::string_view name) {
   return static_cast<int32_t>(line.Integer(name, Limits::min(), Limits::max()).value_or(0));
 }
 
-}  // namespace
-
-const std::string_view kJournalUsage =
+constexpr std::string_view kJournalUsage =
     "JOURNAL is\n"
     "  --journal TYPE   material, supplier, customer or project\n"
     "  --product ID     the product; 0 is every product in the supplier and customer journals\n"
@@ -42,6 +40,10 @@ const std::string_view kJournalUsage =
     "  --qty2           show the quantities in the second unit\n"
     "  --tax            show tax rate, tax, price and amount with tax\n"
     "  --restrict       show - instead of amounts\n";
+
+}  // namespace
+
+std::string JournalCommandUsage(std::string_view own) { return std::string(own).append(kJournalUsage); }
 
 std::span<const Option> JournalOptionList() { return kOptions; }
 

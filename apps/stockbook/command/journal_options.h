@@ -25,8 +25,8 @@ struct JournalOptions {
 // The options of JOURNAL, which precede a command's own ones.
 std::span<const Option> JournalOptionList();
 
-// The lines that explain JOURNAL in a command's help.
-extern const std::string_view kJournalUsage;
+// The help of a command with JOURNAL: `own` and the lines that explain JOURNAL.
+std::string JournalCommandUsage(std::string_view own);
 
 // The parsed arguments of a command with `DB JOURNAL` and `own` options. Throws UsageError like CommandLine.
 CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own);

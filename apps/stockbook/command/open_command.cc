@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "stockbook/command/open_command.h"
+
 #include <QStandardPaths>
 #include <filesystem>
 #include <ostream>
@@ -8,7 +10,6 @@
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/main_window.h"
-#include "stockbook/window/window_commands.h"
 
 namespace stockbook::app {
 namespace {
@@ -22,11 +23,6 @@ Usage: stockbook [open] [DB] [JOURNAL]
 Without JOURNAL it is the material journal of product 1, or of the first product that has lines.
 
 )";
-
-const std::string& Usage() {
-  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
-  return usage;
-}
 
 // The sample inventory in the user's data folder, created now if it does not exist.
 std::string SampleDatabase() {
@@ -62,6 +58,6 @@ int RunOpen(const std::vector<std::string>& arguments, Terminal& /*terminal*/) {
 
 }  // namespace
 
-Command OpenCommand() { return {"open", "Open the window on an inventory", Usage(), RunOpen}; }
+Command OpenCommand() { return {"open", "Open the window on an inventory", JournalCommandUsage(kUsage), RunOpen}; }
 
 }  // namespace stockbook::app

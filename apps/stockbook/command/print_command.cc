@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "stockbook/command/print_command.h"
+
 #include <QBuffer>
 #include <QMarginsF>
 #include <QPageLayout>
@@ -13,7 +15,6 @@
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"
-#include "stockbook/window/window_commands.h"
 
 namespace stockbook::app {
 namespace {
@@ -40,11 +41,6 @@ constexpr std::array<Option, 4> kOptions{{
 
 constexpr std::array<std::string_view, 4> kPapers{"a3", "a4", "a5", "letter"};
 constexpr double kMarginMm = 12;
-
-const std::string& Usage() {
-  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
-  return usage;
-}
 
 QPageSize::PageSizeId PaperOf(const CommandLine& line) {
   const std::string paper = line.Choice("paper", kPapers).value_or("a4");
@@ -91,6 +87,6 @@ int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command PrintCommand() { return {"print", "Write a journal as PDF", Usage(), RunPrint}; }
+Command PrintCommand() { return {"print", "Write a journal as PDF", JournalCommandUsage(kUsage), RunPrint}; }
 
 }  // namespace stockbook::app

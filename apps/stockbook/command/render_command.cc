@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "stockbook/command/render_command.h"
+
 #include <QBuffer>
 #include <QImage>
 #include <QLayout>
@@ -16,7 +18,6 @@
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"
 #include "stockbook/window/window_colours.h"
-#include "stockbook/window/window_commands.h"
 
 namespace stockbook::app {
 namespace {
@@ -48,11 +49,6 @@ constexpr std::array<Option, 6> kOptions{{
 constexpr int kMostSide = 16384;  // of the picture, in device pixels
 constexpr int kLeastSide = 64;    // of the window, in logical pixels
 constexpr QSize kUsualSize(1280, 800);
-
-const std::string& Usage() {
-  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
-  return usage;
-}
 
 std::optional<int> WholeNumber(std::string_view text) {
   int number = 0;
@@ -134,6 +130,8 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command RenderCommand() { return {"render", "Write the window's picture, without a display", Usage(), RunRender}; }
+Command RenderCommand() {
+  return {"render", "Write the window's picture, without a display", JournalCommandUsage(kUsage), RunRender};
+}
 
 }  // namespace stockbook::app

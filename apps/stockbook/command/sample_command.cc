@@ -49,6 +49,6 @@ int RunSample(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command SampleCommand() { return {"sample", "Write a made-up inventory to look at", kUsage, RunSample}; }
+Command SampleCommand() { return {"sample", "Write a made-up inventory to look at", std::string(kUsage), RunSample}; }
 
 }  // namespace stockbook::app

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "stockbook/command/sql_command.h"
+
 #include <array>
 #include <ostream>
 
@@ -7,7 +9,6 @@
 #include "journal/periods.h"
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
-#include "stockbook/command/journal_commands.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/window/journal_desk.h"
 
@@ -27,12 +28,7 @@ Usage: stockbook sql DB JOURNAL [--dialect desktop|server]
 constexpr std::array<Option, 1> kOptions{{{"dialect", OptionKind::Value}}};
 constexpr std::array<std::string_view, 2> kDialects{"desktop", "server"};
 
-const std::string& Usage() {
-  static const std::string usage = std::string(kUsage) + std::string(kJournalUsage);
-  return usage;
-}
-
-// The keys of the options, completed as a load does.
+// Completes the keys as a load does: a missing class code is that of the second key.
 journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection& connection,
                             base::tqJournalTypeContants type) {
   journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
@@ -58,6 +54,8 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
 
 }  // namespace
 
-Command SqlCommand() { return {"sql", "Print the statements of a journal as they are sent", Usage(), RunSql}; }
+Command SqlCommand() {
+  return {"sql", "Print the statements of a journal as they are sent", JournalCommandUsage(kUsage), RunSql};
+}
 
 }  // namespace stockbook::app

@@ -21,7 +21,7 @@ std::string_view BillTypeOf(const Movement& movement) {
   return movement.returned ? "出库单" : "销售单";
 }
 
-// Masters in the order of their numbers, whatever order the table of keys keeps.
+// The master records in the order of their numbers, whatever the order of the hash table.
 template <typename Map, typename IdOf>
 auto ById(const Map& map, IdOf id_of) {
   std::vector<const typename Map::value_type*> entries;

@@ -29,10 +29,6 @@ constexpr std::array<Fact, 8> kFacts = {{{keys::kBillDate, "日期"},
 // The columns shown above the lines, and the running stock, which belongs to the journal and not to the bill.
 constexpr std::string_view kNotOfALine = "|BillNo|BillKind|BillName|Period|StoPrice|StoQty|StoQty2|StoAcc|";
 
-std::string OneLine(const std::string& caption) {
-  return base::ReplaceAll(base::ReplaceAll(caption, "\r", ""), "\n", "");
-}
-
 bool IsFact(const std::string& key) {
   return std::any_of(kFacts.begin(), kFacts.end(), [&](const Fact& fact) { return key == fact.key; });
 }
@@ -107,7 +103,7 @@ BillView ReadBill(const control::Stockbook& control, int row) {
     const std::string key = grid.ColKey(column);
     if (grid.ColHidden(column) || IsFact(key) || kNotOfALine.find("|" + key + "|") != std::string_view::npos) continue;
     if (!TellsSomething(grid, rows, column)) continue;
-    bill.columns.push_back({OneLine(grid.TextMatrix(0, column)), IsNumber(grid, column)});
+    bill.columns.push_back({base::OneLine(grid.TextMatrix(0, column), ""), IsNumber(grid, column)});
     for (size_t line = 0; line < rows.size(); ++line) bill.lines[line].push_back(grid.DisplayText(rows[line], column));
   }
   return bill;

@@ -3,16 +3,11 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
-
-std::string OneLine(std::string text) {
-  std::erase(text, '\r');
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
-}
 
 void AppendWord(std::string& text, const std::string& word) {
   if (word.empty()) return;
@@ -64,14 +59,15 @@ bool TableAccess::HasCaptions() const { return sheet_.states().ShownBefore(sheet
 
 std::string TableAccess::Caption(int column) const {
   std::string caption;
-  for (int row = 0; row < sheet_.FixedRows(); ++row) AppendWord(caption, OneLine(sheet_.TextMatrix(row, column)));
+  for (int row = 0; row < sheet_.FixedRows(); ++row)
+    AppendWord(caption, base::OneLine(sheet_.TextMatrix(row, column), " "));
   return caption;
 }
 
 std::string TableAccess::RowName(int row) const {
   std::string name;
   for (int column = 0; column < sheet_.FixedCols(); ++column)
-    AppendWord(name, OneLine(sheet_.DisplayText(row, column)));
+    AppendWord(name, base::OneLine(sheet_.DisplayText(row, column), " "));
   if (name.empty() && sheet_.OutlineCol() >= 0) name = OneLine(sheet_.DisplayText(row, sheet_.OutlineCol()));
   return name;
 }

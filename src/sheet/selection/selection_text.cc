@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/text.h"
 #include "sheet/sheet.h"
 #include "sheet/store/column_texts.h"
 
@@ -61,8 +62,7 @@ class SelectionWriter {
     for (const SheetColumn* column : columns_) {
       caption.clear();
       if (captioned) column->AppendText(sheet_.store().order().IdAt(0), caption);
-      std::erase_if(caption, [](char c) { return c == '\r' || c == '\n'; });
-      text_ += caption;
+      text_ += base::OneLine(caption, "");
       EndCell(*column);
     }
     text_ += "\r\n";

@@ -5,9 +5,6 @@
 
 namespace stockbook::app {
 
-// `stockbook sql`: the statements of a journal as they are sent.
-Command SqlCommand();
-
 // `stockbook export`: the rows of a loaded journal as text.
 Command ExportCommand();
 
