@@ -2,7 +2,7 @@
 #pragma once
 
 // The keys of the grid's columns, which are also the aliases of the journal statement's fields. Cells are found by key,
-// never by position; docs/glossary.md says what each holds. This is the one place where a key is spelled, SQL apart.
+// never by position; docs/glossary.md says what each holds. No other file spells a key, except inside SQL texts.
 namespace stockbook::base::keys {
 
 // In the order of the default layout.

@@ -5,8 +5,8 @@
 
 namespace stockbook::base {
 
-// The kinds of journal. The spelling is the public interface's own. A value outside of the four is possible, as hosts
-// set it by number; every reader says what it does then.
+// The kinds of journal, spelled as in the public interface. Hosts set it by number, so other values are possible; every
+// reader says what it does with them.
 enum tqJournalTypeContants : int32_t {
   MaterialJournal = 0,  // the stock journal of one product, in one depot or all
   SupplierJournal = 1,  // receipts from one supplier or a class of them

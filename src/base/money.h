@@ -10,7 +10,7 @@
 
 namespace stockbook::base {
 
-// Raised when a fixed-point or counted value leaves its range. The message is one sentence for the user.
+// A fixed-point or counted value has left its range. The message is one sentence for the user.
 class ArithmeticError : public std::overflow_error {
  public:
   using std::overflow_error::overflow_error;

@@ -7,12 +7,12 @@
 namespace stockbook::base {
 namespace {
 
-// Comparing at a place costs no more than this many bytes for texts up to this length.
+// Texts up to this length are compared directly at each candidate place, so that a comparison stays short.
 constexpr size_t kShort = 16;
 constexpr size_t kStep = 64;
 
-// How often a byte is expected to stand in a journal's texts: lead bytes of Chinese characters and the digits of years
-// are everywhere, the bytes behind a lead byte tell characters apart.
+// How often a byte is expected in a journal's texts: lead bytes of Chinese characters and the digits of years are
+// everywhere, while the bytes that follow a lead byte tell characters apart.
 int Commonness(char c) {
   const auto byte = static_cast<unsigned char>(c);
   if (byte >= 0xC0) return 5;

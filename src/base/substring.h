@@ -10,7 +10,7 @@
 namespace stockbook::base {
 
 // A text to look for in many others, byte by byte (which finds whole characters in UTF-8). Looks at two of its least
-// common bytes for many places at once and compares only where both stand; time is linear in the length searched,
+// common bytes at many places at once and compares only where both match; time is linear in the length searched,
 // whatever the texts. Immutable; copies are independent.
 class Substring {
  public:
@@ -20,11 +20,11 @@ class Substring {
 
   const std::string& text() const { return text_; }
   bool IsIn(std::string_view text) const { return FindIn(text, 0) != kNone; }
-  // Where it first stands in `text` from byte `from` on, or kNone. The empty text stands everywhere.
+  // Where it first occurs in `text` from byte `from` on, or kNone. The empty text occurs everywhere.
   size_t FindIn(std::string_view text, size_t from) const;
 
  private:
-  // For texts in which comparing would take too long: reads every byte once.
+  // For long texts, where comparing at each place would take too long: reads every byte once.
   size_t FindSteadily(std::string_view text, size_t from) const;
 
   std::string text_;

@@ -10,8 +10,8 @@ namespace stockbook::base {
 
 // All texts are UTF-8; a length "in characters" counts code points.
 
-// The text with every malformed sequence replaced by U+FFFD and every NUL by U+FFFD too, so that what is shown, copied
-// and compared is the same everywhere.
+// The text with every malformed sequence and every NUL replaced by U+FFFD, so that it is shown, copied and compared
+// alike everywhere.
 std::string CleanUtf8(std::string_view bytes);
 bool IsCleanUtf8(std::string_view bytes);
 

@@ -12,7 +12,7 @@
 namespace stockbook::base {
 
 // One value of a database field or a grid cell: nothing (null and empty alike), or a whole number, a double, money, a
-// date or a text. Conversions never fail: what cannot be read as asked gives the neutral value or nothing.
+// date or a text. Conversions never fail: a value that cannot be read as required gives the neutral value or nothing.
 class Value {
  public:
   using Variant = std::variant<std::monostate, int64_t, double, Money, Date, std::string>;
@@ -35,9 +35,9 @@ class Value {
   std::string Text() const;
   // The number it is or spells; dates count days since the zero date. Nothing for null and for other texts.
   std::optional<double> Number() const;
-  // As money, exactly where it is an integer, money or decimal text; nothing when it is no number or out of range.
+  // As money, exact for integers, money and decimal texts; nothing when it is no number or out of range.
   std::optional<Money> AsMoney() const;
-  // As a whole number: an integral number or text; doubles round half to even; nothing out of range.
+  // As a whole number; doubles round half to even; nothing when it is no number or out of range.
   std::optional<int64_t> AsInteger() const;
   std::optional<Date> AsDate() const;
 

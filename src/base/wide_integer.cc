@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "base/wide_integer.h"
 
+#include <limits>
+
 namespace stockbook::base {
 
 WideInteger WidePowerOfTen(int exponent) {
@@ -17,6 +19,12 @@ WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator) {
   const WideInteger to_next = denominator - rest;
   if (rest > to_next || (rest == to_next && quotient % 2 != 0)) ++quotient;
   return negative ? -quotient : quotient;
+}
+
+Money MoneyOfUnits(WideInteger units) {
+  if (units > std::numeric_limits<int64_t>::max() || units < std::numeric_limits<int64_t>::min())
+    Money::ThrowOverflow();
+  return Money::FromUnits(static_cast<int64_t>(units));
 }
 
 }  // namespace stockbook::base

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/money.h"
+
 namespace stockbook::base {
 
 // Products of two 64-bit counts need 128 bits.
@@ -11,5 +13,8 @@ WideInteger WidePowerOfTen(int exponent);
 
 // numerator / denominator, rounded half to even; the denominator is positive.
 WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
+
+// The amount of so many 1/10,000 units; throws ArithmeticError when no Money can hold it.
+Money MoneyOfUnits(WideInteger units);
 
 }  // namespace stockbook::base

@@ -123,7 +123,7 @@ void ChunkBuilder::AddValue(const base::Value& value) {
   if (const auto* money = value.As<base::Money>()) return AddMoney(*money);
   if (const auto* date = value.As<base::Date>()) return AddDate(*date);
   if (value.IsNull()) return AddNull();
-  // The text of a mixed chunk has no code in the column's pool.
+  // A text in a mixed chunk has no code in the column's pool.
   if (values_.empty() || values_.back() != value) values_.push_back(value);
   AddCounted(ChunkType::kMixed, static_cast<int64_t>(values_.size()) - 1);
 }
@@ -166,7 +166,7 @@ void ChunkBuilder::FinishDoubles(ColumnChunk& chunk) {
 }
 
 void ChunkBuilder::FinishCounted(ColumnChunk& chunk) {
-  // Whole days and whole or hundredth currency units leave out their common factor.
+  // Whole days, and whole or hundredth currency units, are stored without their common factor.
   const std::span<const int64_t> units = type_ == ChunkType::kDate    ? std::span<const int64_t>(kDateUnits)
                                          : type_ == ChunkType::kMoney ? std::span<const int64_t>(kMoneyUnits)
                                                                       : std::span<const int64_t>();

@@ -46,7 +46,7 @@ class ChunkBuilder {
 
   std::vector<base::Value> values_;  // values that came from a mixed chunk; numbers_ holds their index
   std::vector<int64_t> numbers_;     // counted values, or the bits of doubles
-  std::vector<ChunkType> types_;     // only once two types have met
+  std::vector<ChunkType> types_;     // empty until a second type appears
   std::vector<uint64_t> nulls_;
 };
 

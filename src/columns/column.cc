@@ -90,7 +90,7 @@ void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t fir
   ClearNulls(chunk, first, out);
 }
 
-// Out of range is an error, no number is 0.
+// Values out of range are errors; values that are no numbers are 0.
 int64_t UnitsOf(const base::Value& value) {
   if (const auto money = value.AsMoney()) return money->units();
   if (value.Number()) base::Money::ThrowOverflow();
@@ -226,7 +226,7 @@ RawRows Column::KindOf(const ColumnChunk& chunk, std::span<int64_t> numbers) {
     case ChunkType::kMoney: {
       rows.kind = RawKind::kDecimal;
       rows.decimals = chunk.type == ChunkType::kMoney ? kMoneyDecimals : 0;
-      // Hundredths stay hundredths, instead of ten-thousandths that end in zeros.
+      // Hundredths stay hundredths instead of becoming ten-thousandths that end in zeros.
       unit = chunk.unit;
       for (; unit % 10 == 0 && rows.decimals > 0; unit /= 10) --rows.decimals;
       if (unit == 1) break;
@@ -266,13 +266,13 @@ RawRows Column::ReadRawAt(size_t first, std::span<const uint16_t> at, std::span<
   if (at.empty() || out.empty() || first + at.front() >= size_) return {};
   const size_t in_chunk = (first + at.front()) % kChunkRows;
   const ColumnChunk& chunk = ChunkOf(first + at.front());
-  // Where the chunk's first row is, seen from `first`: before it or behind it.
+  // Where the chunk's first row is relative to `first`: before or after it.
   const size_t begin = first + at.front() - in_chunk;
   size_t count = std::min(at.size(), out.size());
   while (first + at[count - 1] >= begin + chunk.rows) --count;
   out = out.first(count);
   at = at.first(count);
-  // What is added to a place to get the row in the chunk; the sum is never below 0.
+  // Added to a place, gives the row in the chunk; the sum is never negative.
   const size_t shift = first - begin;
   if (chunk.raw_doubles) {
     for (size_t row = 0; row < count; ++row) out[row] = std::bit_cast<int64_t>(chunk.doubles[shift + at[row]]);

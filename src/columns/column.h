@@ -16,8 +16,8 @@
 
 namespace stockbook::columns {
 
-// What Column::ReadRaw says of the rows it read. `decimals` is of kDecimal alone: the value is raw / 10^decimals. The
-// number of a row that is not null lies between `least` and `least + range`.
+// What Column::ReadRaw says about the rows it read. `decimals` applies to kDecimal alone: the value is raw /
+// 10^decimals. The number of a row that is not null is between `least` and `least + range`.
 enum class RawKind : uint8_t { kText, kDecimal, kDouble, kOther };
 struct RawRows {
   RawKind kind = RawKind::kOther;
@@ -28,9 +28,9 @@ struct RawRows {
 };
 
 // One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
-// copied on its way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values
+// copied along the way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values
 // exactly (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical
-// journal column takes 0 to 4 bytes a row. Texts are made only when somebody asks. Reading a row is O(1); out-of-range
+// journal column takes 0 to 4 bytes a row. Texts are made on request only. Reading a row is O(1); out-of-range
 // rows read as null.
 class Column {
  public:
@@ -49,9 +49,9 @@ class Column {
   // The number it is or spells, else 0.
   double Number(size_t row) const;
 
-  // Rows [first, first + out.size()) at once; what is no number reads as 0.
+  // Rows [first, first + out.size()) at once; a value that is no number reads as 0.
   void ReadNumbers(size_t first, std::span<double> out) const;
-  // The same as Money units (1/10,000). Doubles and texts round half to even; out of range throws
+  // The same as Money units (1/10,000). Doubles and texts round half to even; values out of range throw
   // base::ArithmeticError.
   void ReadMoneyUnits(size_t first, std::span<int64_t> out) const;
 
@@ -65,7 +65,7 @@ class Column {
   // One above the highest code.
   uint32_t TextCodeCount() const { return pool_ ? pool_->CodeCount() : 1; }
 
-  // Sets the bits in marks[code] for every text that the part stands in; see TextPool.
+  // Sets the bits in marks[code] for every text that contains the part; see TextPool.
   void MarkTextsContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const {
     if (pool_) pool_->MarkContaining(part, bits, marks);
   }
@@ -74,9 +74,9 @@ class Column {
 
   // Rows from `first` on as whole numbers, as many as fit and are of one kind; none from size() on. Equal numbers mean
   // equal values: text codes, units of a power of ten, the bits of doubles, or whatever tells other values apart. The
-  // number of a null row is 0 and means nothing else: ask IsNull where it is 0.
+  // number of a null row is 0, and so may be others: ask IsNull where it is 0.
   RawRows ReadRaw(size_t first, std::span<int64_t> out) const;
-  // The same of the rows first + at[0], first + at[1], ..., which ascend.
+  // The same for the rows first + at[0], first + at[1], ..., in ascending order.
   RawRows ReadRawAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const;
 
   // The value that every row has, or nothing when they differ or there are no rows. O(chunks).
@@ -92,7 +92,7 @@ class Column {
 
  private:
   friend class ColumnBuilder;
-  // What kind the numbers of a chunk are; those read from it are multiplied by its unit where that needs be.
+  // The kind of a chunk's numbers; numbers read from it are multiplied by its unit where necessary.
   static RawRows KindOf(const ColumnChunk& chunk, std::span<int64_t> numbers);
   const ColumnChunk& ChunkOf(size_t row) const { return chunks_[row / kChunkRows]; }
   size_t size_ = 0;

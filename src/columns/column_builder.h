@@ -29,7 +29,7 @@ class ColumnBuilder {
   void AppendDouble(double number);
   void AppendMoney(base::Money money);
   void AppendDate(base::Date date);
-  // Clean UTF-8 (base::CleanUtf8); an empty text is kept apart from null but reads the same.
+  // Clean UTF-8 (base::CleanUtf8). An empty text is stored apart from null but reads the same.
   void AppendText(std::string_view text);
   void Append(const base::Value& value);
   size_t size() const;
@@ -39,7 +39,8 @@ class ColumnBuilder {
 
   void AppendDoubles(std::span<const double> numbers);
   void AppendMoneyUnits(std::span<const int64_t> units);
-  // Appends a row of another column; `pool_codes` translates its text codes and is filled on the way (start it empty).
+  // Appends a row of another column; `pool_codes` translates its text codes and is filled along the way (start it
+  // empty).
   void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
 
  private:

@@ -19,11 +19,11 @@ struct ColumnChunk {
   ChunkType type = ChunkType::kNull;
   uint32_t rows = 0;
   bool has_nulls = false;
-  bool raw_doubles = false;  // doubles that are no short decimals stand in `doubles`
+  bool raw_doubles = false;  // `doubles` holds them, since they are no short decimals
   int64_t unit = 1;          // integers, money and dates: value = packed x unit; doubles: value = packed / unit
   PackedIntegers packed;
   std::vector<double> doubles;
-  std::vector<uint64_t> nulls;          // one bit a row where has_nulls
+  std::vector<uint64_t> nulls;          // one bit per row if has_nulls
   std::vector<base::Value> dictionary;  // kMixed
 
   bool IsNull(size_t row) const {

@@ -15,9 +15,9 @@ class PackedIntegers {
   explicit PackedIntegers(std::span<const int64_t> numbers);
   int64_t At(size_t row) const;
   void Read(size_t first, std::span<int64_t> out) const;
-  // The same for numbers that are known to be so small.
+  // The same for numbers that are known to fit.
   void ReadCodes(size_t first, std::span<uint32_t> out) const;
-  // The numbers of the rows first + at[0], first + at[1], ...; `first` may lie before the first row, modulo 2^64.
+  // The numbers of the rows first + at[0], first + at[1], ...; `first` may be before the first row, modulo 2^64.
   void ReadAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const;
   // Every number is `least()` or at most `range()` above it.
   int64_t least() const { return base_; }

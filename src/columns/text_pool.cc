@@ -88,7 +88,7 @@ void TextPool::MarkContaining(const base::Substring& part, uint8_t bits, std::sp
     const std::string_view last = TextOf(end_code - 1);
     const std::string_view all(begin, static_cast<size_t>(last.data() + last.size() - begin));
     for (size_t at = part.FindIn(all, 0); at != base::Substring::kNone;) {
-      // The text that it stands in is mostly a near one.
+      // The text that contains it is usually close by.
       uint32_t step = 1;
       while (code + step < end_code && texts_[code + step] <= begin + at) {
         code += step;
@@ -97,7 +97,7 @@ void TextPool::MarkContaining(const base::Substring& part, uint8_t bits, std::sp
       for (; step > 0; step /= 2) {
         if (code + step < end_code && texts_[code + step] <= begin + at) code += step;
       }
-      // Bytes of a length may look like a part of a text.
+      // The bytes of a stored length may look like part of a text.
       const std::string_view text = TextOf(code);
       const auto text_at = static_cast<size_t>(text.data() - begin);
       const bool inside = at >= text_at && at + part.text().size() <= text_at + text.size();

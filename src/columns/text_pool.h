@@ -12,11 +12,11 @@
 
 namespace stockbook::columns {
 
-// The distinct texts of a column, each with a code from 1 on in order of first appearance; code 0 stands for null and
+// The distinct texts of a column, each with a code from 1 on in order of first appearance; code 0 means null and
 // reads as "". Adding looks a text up by hash, O(length); texts never move once they are in.
 class TextPool {
  public:
-  // So many bytes beyond the end of a text may be read, whatever is in them: short texts are copied fastest without
+  // This many bytes after the end of a text may be read, whatever they contain: copying short texts is fastest without
   // looking at their length.
   static constexpr size_t kSlack = 48;
 
@@ -26,9 +26,9 @@ class TextPool {
 
   uint32_t Add(std::string_view text);
   std::string_view TextOf(uint32_t code) const;
-  // Makes reading these texts soon, here and there in memory, several times as fast.
+  // Prefetches these texts, which are scattered in memory; reading them soon after is several times as fast.
   void Prefetch(std::span<const int64_t> codes) const;
-  // Sets the bits in marks[code] for every text that the part stands in; one pass over all texts in memory order, which
+  // Sets the bits in marks[code] for every text that contains the part; one pass over all texts in memory order, which
   // is several times as fast as reading them one by one. The part is not empty and holds no NUL.
   void MarkContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const;
   uint32_t CodeCount() const { return static_cast<uint32_t>(texts_.size()); }
@@ -41,7 +41,7 @@ class TextPool {
   void Grow();
 
   std::vector<const char*> texts_;  // by code: the length in four bytes, then the text
-  // The hash stands beside the code, so that growing and passing by other texts never reads a text.
+  // The hash is stored beside the code, so that growing and skipping other texts never reads a text.
   struct Bucket {
     uint32_t hash = 0;
     uint32_t code = 0;  // 0 is free

@@ -15,7 +15,7 @@ namespace {
                                     "，应为“Provider=Stockbook.Embedded;Data Source=文件”");
 }
 
-// A value in quotes from `at` on, which ends behind the closing quote.
+// The quoted value at `at`, which moves to just after the closing quote.
 std::string TakeQuoted(std::string_view text, size_t& at) {
   const size_t start = at;
   const char quote = text[at++];

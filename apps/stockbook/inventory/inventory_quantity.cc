@@ -2,7 +2,6 @@
 #include "stockbook/inventory/inventory_quantity.h"
 
 #include <charconv>
-#include <limits>
 #include <string>
 
 #include "base/wide_integer.h"
@@ -14,12 +13,6 @@ using base::DivideHalfToEven;
 using base::WideInteger;
 
 constexpr int kQuantityDecimals = 6;
-
-base::Money Checked(WideInteger units) {
-  if (units > std::numeric_limits<int64_t>::max() || units < std::numeric_limits<int64_t>::min())
-    base::Money::ThrowOverflow();
-  return base::Money::FromUnits(static_cast<int64_t>(units));
-}
 
 [[noreturn]] void ThrowQuantityOverflow() {
   throw base::ArithmeticError("A sum of quantities exceeds 9,223,372,036,854 units; look for wrong quantities.");
@@ -50,18 +43,18 @@ double ScaledDecimal::ToDouble() const {
 base::Money AmountOf(Quantity quantity, ScaledDecimal price) {
   const WideInteger product = static_cast<WideInteger>(quantity.millionths()) * price.digits;
   const int surplus = kQuantityDecimals + price.scale - base::Money::kDecimals;
-  return Checked(DivideHalfToEven(product, base::WidePowerOfTen(surplus)));
+  return base::MoneyOfUnits(DivideHalfToEven(product, base::WidePowerOfTen(surplus)));
 }
 
 base::Money PercentOf(base::Money amount, int percent) {
-  return Checked(DivideHalfToEven(static_cast<WideInteger>(amount.units()) * percent, 100));
+  return base::MoneyOfUnits(DivideHalfToEven(static_cast<WideInteger>(amount.units()) * percent, 100));
 }
 
 base::Money UnitPriceOf(base::Money amount, Quantity quantity) {
   if (quantity.IsZero()) return {};
   const WideInteger sign = quantity.millionths() < 0 ? -1 : 1;
   const WideInteger numerator = sign * amount.units() * WideInteger{Quantity::kScale};
-  return Checked(DivideHalfToEven(numerator, sign * quantity.millionths()));
+  return base::MoneyOfUnits(DivideHalfToEven(numerator, sign * quantity.millionths()));
 }
 
 }  // namespace stockbook::app

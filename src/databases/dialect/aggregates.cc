@@ -8,11 +8,6 @@ namespace {
 
 [[noreturn]] void ThrowSumOverflow() { throw base::ArithmeticError("合计超出范围：结果太大，请检查数据。"); }
 
-base::Value MoneyOf(SumState::Wide units) {
-  if (units > INT64_MAX || units < INT64_MIN) base::Money::ThrowOverflow();
-  return base::Value(base::Money::FromUnits(static_cast<int64_t>(units)));
-}
-
 }  // namespace
 
 void SumState::AddMoney(base::Money amount) {
@@ -38,7 +33,7 @@ void SumState::Add(const base::Value& value) {
 
 base::Value SumState::Sum() const {
   if (count == 0) return {};
-  if (money) return MoneyOf(whole);
+  if (money) return base::Value(base::MoneyOfUnits(whole));
   if (real_count == 0) {
     if (whole > INT64_MAX || whole < INT64_MIN) ThrowSumOverflow();
     return base::Value(static_cast<int64_t>(whole));
@@ -55,10 +50,7 @@ base::Value SumState::Average() const {
     if (!std::isfinite(average)) ThrowSumOverflow();
     return base::Value(average);
   }
-  Wide units = whole / count;
-  const Wide rest = (whole % count < 0 ? -(whole % count) : whole % count) * 2;
-  if (rest > count || (rest == count && units % 2 != 0)) units += whole < 0 ? -1 : 1;
-  return MoneyOf(units);
+  return base::Value(base::MoneyOfUnits(base::DivideHalfToEven(whole, count)));
 }
 
 }  // namespace stockbook::databases

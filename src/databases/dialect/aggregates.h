@@ -4,16 +4,15 @@
 #include <cstdint>
 
 #include "base/value.h"
+#include "base/wide_integer.h"
 
 namespace stockbook::databases {
 
 // The running state of Sum and Avg over money or over plain values. Plain data, all zero at the start, so that a
-// database may allocate it. Money and whole numbers add up exactly; doubles with their rounding errors carried along.
-// What is no number is left out. Results out of range throw base::ArithmeticError; nothing added gives null.
+// database may allocate it. Money and whole numbers add up exactly, doubles with compensation for rounding errors.
+// Values that are no numbers are left out. Results out of range throw base::ArithmeticError; nothing added gives null.
 struct SumState {
-  __extension__ using Wide = __int128;
-
-  Wide whole = 0;  // money units, or whole numbers
+  base::WideInteger whole = 0;  // money units, or whole numbers
   double real = 0;
   double real_error = 0;
   int64_t count = 0;

@@ -95,7 +95,7 @@ struct OrderItem {
   bool descending = false;
 };
 
-// SELECT … [UNION [ALL] SELECT …]… [ORDER BY …]. union_all[i] stands between arms i and i + 1.
+// SELECT … [UNION [ALL] SELECT …]… [ORDER BY …]. union_all[i] joins arms i and i + 1.
 struct Query {
   std::vector<SelectCore> arms;
   std::vector<bool> union_all;

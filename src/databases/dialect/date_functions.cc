@@ -92,8 +92,8 @@ std::optional<Date> ReadDateText(std::string_view text) {
   std::string tight;
   for (size_t at = 0; at < text.size(); ++at) {
     const bool before = at + 1 < text.size() && (text[at + 1] == '-' || text[at + 1] == '/' || text[at + 1] == ' ');
-    const bool behind = !tight.empty() && (tight.back() == '-' || tight.back() == '/');
-    if (text[at] != ' ' || (!before && !behind)) tight += text[at];
+    const bool after = !tight.empty() && (tight.back() == '-' || tight.back() == '/');
+    if (text[at] != ' ' || (!before && !after)) tight += text[at];
   }
   return Date::Parse(tight);
 }

@@ -49,7 +49,7 @@ ExprPtr ExpressionParser::WithChildren(ExprPtr node) {
 
 ExprPtr ExpressionParser::Join(std::string op, size_t offset, ExprPtr left, ExprPtr right) const {
   if (op == "&" && dialect_ == Dialect::kDesktop) {
-    // A chain of & is one node: it joins any number of texts in one go.
+    // A chain of & is one node, which joins any number of texts at once.
     if (left->kind != ExprKind::kConcat) {
       auto chain = Make(ExprKind::kConcat, offset, "&");
       chain->operands.push_back(std::move(left));
@@ -160,7 +160,7 @@ ExprPtr ExpressionParser::ParseBetween(ExprPtr left, bool negated) {
   return WithChildren(std::move(node));
 }
 
-// The rank of a two-sided operator, the loosest 0; -1 for what is none.
+// The rank of a binary operator, 0 for the loosest; -1 for any other word.
 int ExpressionParser::RankOf(const Token& token) const {
   const bool desktop = dialect_ == Dialect::kDesktop;
   if (token.type == TokenType::kName && desktop && base::EqualsIgnoringCase(token.text, "MOD")) return 2;
@@ -261,7 +261,7 @@ ExprPtr ExpressionParser::ParseParenthesis() {
     inner->query = parse_query_();
   } else {
     inner = Parse();
-    // A chain in parentheses is a value of its own: what follows must not grow it.
+    // A chain in parentheses is a value of its own: operands that follow must not extend it.
     if (inner->kind == ExprKind::kConcat) {
       auto chain = Make(ExprKind::kConcat, inner->offset, "&");
       chain->operands.push_back(std::move(inner));

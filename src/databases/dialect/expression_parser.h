@@ -11,7 +11,7 @@
 
 namespace stockbook::databases {
 
-// Counts how deep the parser is inside itself and refuses to go deeper than kMaxNesting.
+// Counts the depth of the parser's recursion and refuses to go deeper than kMaxNesting.
 class NestingGuard {
  public:
   static constexpr int kMaxNesting = 100;

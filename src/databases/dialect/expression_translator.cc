@@ -12,7 +12,7 @@
 namespace stockbook::databases {
 namespace {
 
-// Subjects of CASE and the like are written several times; no statement may grow without bound by nesting them.
+// The subject of a CASE, for one, is written several times; nesting must not make a statement grow without bound.
 constexpr size_t kMostSqlBytes = size_t{16} << 20;
 
 ValueClass SumClass(std::string_view op, ValueClass left, ValueClass right, Dialect dialect) {
@@ -202,7 +202,7 @@ TypedSql ExpressionTranslator::Arithmetic(const Expr& expr) {
   throw Refusal(expr.offset, "不支持运算符“" + op + "”");
 }
 
-// In the server dialect & is the bitwise and, which texts do not have.
+// In the server dialect & is the bitwise and, which does not apply to texts and dates.
 TypedSql ExpressionTranslator::BitAnd(const Expr& expr) {
   const std::vector<TypedSql> sides = TranslateValues(expr.operands);
   for (const TypedSql& side : sides) {
@@ -232,7 +232,7 @@ TypedSql ExpressionTranslator::Concat(const Expr& expr) {
 }
 
 TypedSql ExpressionTranslator::IsNull(const Expr& expr) {
-  // A money or date column that holds something else reads as it is read elsewhere: no date is null.
+  // A money or date column that holds something else reads as null, as it does everywhere.
   const TypedSql value = Canonical(TranslateValue(*expr.operands[0]));
   TypedSql result = Gathered({value});
   result.sql = "(" + value.sql + (expr.negated ? " IS NOT NULL)" : " IS NULL)");

@@ -23,7 +23,7 @@ Character FrontCharacter(std::string_view text) {
 bool IsAny(char c, Wildcards wildcards) { return c == '%' || (c == '*' && wildcards == Wildcards::kDesktop); }
 bool IsOne(char c, Wildcards wildcards) { return c == '_' || (c == '?' && wildcards == Wildcards::kDesktop); }
 
-// Whether a character is in the class that starts behind '[' and ends before ']'.
+// Whether a character is in the class between '[' and ']'.
 bool InClass(std::string_view members, uint32_t code, Wildcards wildcards) {
   const char negation = wildcards == Wildcards::kDesktop ? '!' : '^';
   const bool negated = members.size() > 1 && members.front() == negation;
@@ -60,7 +60,7 @@ size_t MatchOne(std::string_view pattern, uint32_t code, Wildcards wildcards) {
 bool MatchesLike(std::string_view text, std::string_view pattern, Wildcards wildcards) {
   size_t text_at = 0;
   size_t pattern_at = 0;
-  // Where to go on when the piece behind the last "any text" wildcard does not fit: one character further.
+  // Where to continue when the piece after the last "any text" wildcard does not match: one character further.
   size_t retry_text = std::string_view::npos;
   size_t retry_pattern = 0;
   while (text_at < text.size()) {

@@ -56,7 +56,7 @@ double RoundWhole(double number, Rounding rounding) {
   return number;
 }
 
-// Decimals are judged on the digits the number shows, not on its binary neighbour: 2.675 is a half.
+// Rounds the digits that the number shows, not its binary neighbour: 2.675 is a half.
 double RoundDecimals(double number, int places, Rounding rounding) {
   if (std::fabs(number) >= 1e15) return number;
   const auto scaled = base::ParseNumber(base::NumberText(number) + "E" + std::to_string(places));

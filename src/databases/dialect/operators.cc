@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -16,19 +17,9 @@ using base::Date;
 using base::Money;
 using base::Value;
 
-[[noreturn]] void ThrowNumberOverflow() {
-  throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
-}
-
 constexpr auto kSecondsPerDay = static_cast<double>(Date::kSecondsPerDay);
 
 bool IsText(const Value& value) { return value.As<std::string>() != nullptr; }
-bool AnyNull(Arguments values) {
-  for (const Value& value : values) {
-    if (value.IsNull()) return true;
-  }
-  return false;
-}
 
 Value Finite(double number) {
   if (!std::isfinite(number)) ThrowNumberOverflow();
@@ -37,7 +28,7 @@ Value Finite(double number) {
 
 Value MoneyOrNull(std::optional<Money> money) { return money ? Value(*money) : Value(); }
 
-// The two as money; nothing when one is no amount.
+// The two as money; nothing for one that is no amount.
 struct TwoAmounts {
   std::optional<Money> left;
   std::optional<Money> right;
@@ -186,7 +177,7 @@ Value Compare(Arguments values) {
   return order ? Value(static_cast<int64_t>(*order)) : Value();
 }
 
-// value, low, high; null only where both sides leave it open.
+// value, low, high; null unless one of the sides decides.
 Value Between(Arguments values) {
   const auto low = CompareValues(values[0], values[1]);
   const auto high = CompareValues(values[0], values[2]);
@@ -212,13 +203,13 @@ Value TextOf(Arguments values) { return values[0].IsNull() ? Value() : Value(val
 constexpr std::array<ScalarFunction, 22> kFunctions = {{
     {"sb_value", Same},
     {"sb_text", TextOf},
-    // Money alone: what spells no amount is null.
+    // Money only: a value that spells no amount is null.
     {"sb_amount", [](Arguments values) { return values[0].As<Money>() != nullptr ? values[0] : Value(); }},
     {"sb_plus", Plus},
     {"sb_plus_server", PlusServer},
     {"sb_minus", Minus},
     {"sb_negate", Negate},
-    // Of a money column: a text in it that spells no amount has no negative.
+    // For money columns: a text in them that spells no amount has no negative.
     {"sb_negate_money", [](Arguments values) { return values[0].As<Money>() != nullptr ? Negate(values) : Value(); }},
     {"sb_multiply", Multiply},
     {"sb_divide", Divide},
@@ -241,7 +232,7 @@ int Sign(const Type& left, const Type& right) {
   return left < right ? -1 : right < left ? 1 : 0;
 }
 
-// Money against a double, exactly: whole units first, then what is left of them.
+// Compares money with a double exactly: units first, then the remainder.
 int CompareMoneyWithDouble(Money money, double number) {
   constexpr double kLimit = 922337203685477.0;
   if (number > kLimit) return -1;
@@ -267,6 +258,12 @@ std::optional<int> CompareMoneyWith(Money money, const Value& other) {
 }
 
 }  // namespace
+
+bool AnyNull(Arguments values) {
+  return std::any_of(values.begin(), values.end(), [](const Value& value) { return value.IsNull(); });
+}
+
+void ThrowNumberOverflow() { throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。"); }
 
 std::span<const ScalarFunction> OperatorFunctions() { return kFunctions; }
 
@@ -306,9 +303,7 @@ std::optional<Money> MultiplyMoney(Money money, const Value& factor) {
   const base::WideInteger product =
       static_cast<base::WideInteger>(money.units()) * (parts->negative ? -digits : digits);
   const base::WideInteger divisor = base::WidePowerOfTen(static_cast<int>(parts->fraction.size()));
-  const base::WideInteger units = base::DivideHalfToEven(product, divisor);
-  if (units > INT64_MAX || units < INT64_MIN) Money::ThrowOverflow();
-  return Money::FromUnits(static_cast<int64_t>(units));
+  return base::MoneyOfUnits(base::DivideHalfToEven(product, divisor));
 }
 
 std::string PlainDecimal(const Value& value) {

@@ -13,12 +13,16 @@ namespace stockbook::databases {
 using Arguments = std::span<const base::Value>;
 
 // One operator or function of the dialects over plain values. `name` is what translated statements call it. A null
-// argument gives null unless the function says otherwise; what cannot be read as asked gives null; leaving the range of
-// money or of whole numbers throws base::ArithmeticError. The argument count is the translator's care.
+// argument gives null unless the function says otherwise; a value that cannot be read as required gives null; leaving
+// the range of money or of whole numbers throws base::ArithmeticError. The translator checks the argument count.
 struct ScalarFunction {
   const char* name;
   base::Value (*apply)(Arguments);
 };
+
+bool AnyNull(Arguments values);
+// The result is no number that the dialects have; throws base::ArithmeticError.
+[[noreturn]] void ThrowNumberOverflow();
 
 std::span<const ScalarFunction> OperatorFunctions();
 std::span<const ScalarFunction> TextFunctions();

@@ -24,7 +24,7 @@ struct TableSchema {
   bool plain = false;
 };
 
-// Where the translator looks tables up. The tables stay valid as long as the source is not told to forget them.
+// Where the translator looks up tables. The tables stay valid until the source is told to forget them.
 class SchemaSource {
  public:
   virtual ~SchemaSource() = default;

@@ -134,7 +134,7 @@ std::string SelectTranslator::Write(const BoundSelect& select, const std::vector
 void SelectTranslator::BindFrom(const SelectCore& core, BoundSelect& select) {
   for (const auto& ref : core.from) {
     if (!select.from.empty()) select.from += ", ";
-    BindJoin(*ref, select, core.from.size() == 1);
+    BindJoin(*ref, select, core.from.size() == 1 ? JoinPlace::kInChain : JoinPlace::kElsewhere);
   }
   select.chained = core.from.size() == 1 && select.joins.size() + 1 == select.scope->sources.size();
 }
@@ -165,13 +165,13 @@ void SelectTranslator::BindSource(const TableRef& ref, BoundSelect& select) {
 }
 
 // Joins nest to the left without parentheses; a join on the right side of another keeps its own.
-void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, bool outermost) {
+void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, JoinPlace place) {
   if (ref.left == nullptr) {
     BindSource(ref, select);
     return;
   }
   const size_t first = select.scope->sources.size();
-  BindJoin(*ref.left, select, outermost);
+  BindJoin(*ref.left, select, place);
   const SourceSet left = SetOf(*select.scope, first);
   const char* word = ref.join == JoinType::kInner  ? " JOIN "
                      : ref.join == JoinType::kLeft ? " LEFT JOIN "
@@ -180,13 +180,13 @@ void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, bool o
   const size_t middle = select.scope->sources.size();
   const bool nested = ref.right->left != nullptr;
   if (nested) select.from += "(";
-  BindJoin(*ref.right, select, false);
+  BindJoin(*ref.right, select, JoinPlace::kElsewhere);
   if (nested) select.from += ")";
   JoinStep step;
   step.type = ref.join;
   step.source = middle;
   if (ref.on != nullptr) BindOn(ref, select, left, SetOf(*select.scope, middle), step);
-  if (outermost) select.joins.push_back(step);
+  if (place == JoinPlace::kInChain) select.joins.push_back(step);
 }
 
 void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSet left, SourceSet right,
@@ -211,8 +211,7 @@ void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSe
   step.new_column = b;
 }
 
-// The desktop database joins on comparisons of a column of the one side with a column of the other, and on nothing
-// else.
+// The desktop database joins on nothing but comparisons of a column of one side with a column of the other.
 void SelectTranslator::CheckDesktopOn(const Expr& on, const Scope& scope, SourceSet left, SourceSet right) const {
   static constexpr std::string_view kComparisons = "= <> <= >= < >";
   if (on.kind == ExprKind::kBinary && (on.text == "AND" || on.text == "OR")) {
@@ -327,7 +326,7 @@ void SelectTranslator::BindOrder(const std::vector<OrderItem>& order, BoundSelec
   AddRowNumbers(select);
 }
 
-// Rows that the keys leave equal come in the order in which they stand in the tables, first table first.
+// Rows with equal keys come in the order that they have in the tables, first table first.
 void SelectTranslator::AddRowNumbers(BoundSelect& select) {
   if (select.distinct || select.aggregated || !select.chained) return;
   for (const BoundSource& source : select.scope->sources) {

@@ -31,7 +31,7 @@ struct JoinStep {
   const BoundColumn* new_column = nullptr;
 };
 
-// A SELECT with its names resolved, before it is written down. Owns what its expressions point at.
+// A SELECT with its names resolved, before it becomes text. Owns what its expressions point at.
 struct BoundSelect {
   std::unique_ptr<Scope> scope;
   bool distinct = false;
@@ -52,7 +52,7 @@ struct BoundSelect {
   bool ordered_by_rows = false;      // `order` ends with the row numbers of all tables
 };
 
-// Translates whole queries. Lives for one statement, so that every source of it gets a name of its own.
+// Translates whole queries. One translator serves one statement, so that each of its sources gets a name of its own.
 class SelectTranslator {
  public:
   SelectTranslator(Dialect dialect, SchemaSource& schema);
@@ -68,9 +68,12 @@ class SelectTranslator {
   static size_t ResolveOrder(const Expr& item, const std::vector<ResultColumn>& columns);
 
  private:
+  // A join of the one chain that a FROM without commas is, or one elsewhere, as in parentheses.
+  enum class JoinPlace { kInChain, kElsewhere };
+
   void BindFrom(const SelectCore& core, BoundSelect& select);
   void BindSource(const TableRef& ref, BoundSelect& select);
-  void BindJoin(const TableRef& ref, BoundSelect& select, bool outermost);
+  void BindJoin(const TableRef& ref, BoundSelect& select, JoinPlace place);
   void BindOn(const TableRef& ref, BoundSelect& select, SourceSet left, SourceSet right, JoinStep& step);
   void CheckDesktopOn(const Expr& on, const Scope& scope, SourceSet left, SourceSet right) const;
   void BindItems(const SelectCore& core, BoundSelect& select);

@@ -6,7 +6,7 @@
 
 #include "databases/dialect/typed_sql.h"
 
-// Puts translated expressions together to larger ones. Nothing here reads a statement or refuses one.
+// Composes larger expressions from translated ones. Nothing here reads a statement or refuses one.
 namespace stockbook::databases {
 
 // True when SQLite itself compares the value as the dialects do.

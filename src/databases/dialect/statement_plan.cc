@@ -34,7 +34,7 @@ bool IsPlainSelect(const BoundSelect& select) {
                      [](const BoundSource& source) { return source.table != nullptr && source.table->plain; });
 }
 
-// Outputs that read nothing beyond the FROM of their own select.
+// Whether the outputs read nothing outside the FROM of their own select.
 bool OutputsAreOwn(const PlanArm& arm) {
   SourceSet own;
   for (const BoundSource& source : arm.select.scope->sources) own.Add(source.id);

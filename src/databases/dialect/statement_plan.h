@@ -22,7 +22,7 @@ struct PlanKey {
 };
 
 // What a statement asks for when it is one SELECT with an ORDER BY, or the duplicate-free union of several, ordered by
-// columns of the result: rows that can be collected in any way, and then put into the order that is stated here.
+// columns of the result: rows that can be collected in any way and then sorted as stated here.
 struct StatementPlan {
   std::vector<PlanArm> arms;
   std::vector<PlanKey> keys;

@@ -10,11 +10,7 @@ namespace {
 
 using base::Value;
 
-bool AnyNull(Arguments values) {
-  return std::any_of(values.begin(), values.end(), [](const Value& value) { return value.IsNull(); });
-}
-
-// A count of characters: what is below zero counts as zero.
+// A count of characters: negative numbers count as zero.
 std::optional<size_t> CountOf(const Value& value) {
   const auto number = value.AsInteger();
   if (!number) return std::nullopt;
@@ -35,7 +31,7 @@ Value Middle(Arguments values) {
   auto count = values.size() > 2 ? values[2].AsInteger() : std::optional<int64_t>(INT64_MAX);
   if (!first || !count) return Value();
   if (*first < 1) {
-    // The characters before the first are counted but are not there.
+    // Positions before the first character count, but have no characters.
     *count = *count == INT64_MAX ? *count : *count - std::min(*count, 1 - std::max(*first, -INT32_MAX - int64_t{1}));
     first = 1;
   }
@@ -75,7 +71,8 @@ Value Turned(Arguments values) {
   return values[0].IsNull() ? Value() : Value(Turn(values[0].Text()));
 }
 
-// The character (from 1) at which `what` stands, from the `start`-th on; 0 when it does not. ASCII case is ignored.
+// The first character (from 1) at which `what` occurs, from the `start`-th on; 0 when it does not. ASCII case is
+// ignored.
 Value Position(const Value& start, const Value& text_value, const Value& what_value) {
   if (text_value.IsNull() || what_value.IsNull()) return Value();
   const auto first = start.AsInteger();

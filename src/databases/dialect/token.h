@@ -20,7 +20,7 @@ struct Token {
   size_t offset = 0;
 };
 
-// The words of a statement, a kEnd token last; throws Refusal on what is no word of the dialect.
+// The words of a statement, a kEnd token last; throws Refusal for anything that is no word of the dialect.
 std::vector<Token> Tokenize(std::string_view statement, Dialect dialect);
 
 }  // namespace stockbook::databases

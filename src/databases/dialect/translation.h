@@ -10,14 +10,14 @@
 
 namespace stockbook::databases {
 
-// A statement in SQLite's language, which gives the right rows in the right order whatever the statement is; and, where
-// its shape is a known one, the plan by which they are found faster.
+// A statement in SQLite's language, which gives the right rows in the right order for any statement, and, for
+// statements of a known shape, a plan that finds them faster.
 struct Translation {
   TranslatedQuery query;
   std::optional<StatementPlan> plan;
 };
 
-// Throws platform::Error with the reason and the place of what the dialect or the schema does not know.
+// Throws platform::Error, with the reason and the place, for anything that the dialect or the schema does not know.
 Translation TranslateStatement(std::string_view statement, Dialect dialect, SchemaSource& schema);
 
 }  // namespace stockbook::databases

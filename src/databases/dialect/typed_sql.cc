@@ -21,7 +21,7 @@ const BoundSource* SourceNamed(const Scope& scope, const std::string& name, size
   return found;
 }
 
-// The column of that name; nullptr when there is none. A name that a derived table has twice is no answer either.
+// The column of that name; nullptr when there is none. A name that a derived table has twice is refused.
 const BoundColumn* ColumnNamed(const BoundSource& source, const std::string& name, size_t offset) {
   const BoundColumn* found = nullptr;
   for (const BoundColumn& column : source.columns) {

@@ -20,7 +20,7 @@ namespace stockbook::databases {
 // columns of the file's own tables are in the raw forms: money as any number or decimal text, dates as ISO text.
 enum class Form : char { kPlain = 'v', kReal = 'r', kUnits = 'm', kDateText = 'd', kRawMoney = 'M', kRawDate = 'D' };
 
-// The form in which a column of the class stands in a file's table, and in which it leaves a select.
+// The form that a column of the class has in a file's table, and in the result of a select.
 Form RawFormOf(ValueClass cls);
 Form ResultFormOf(ValueClass cls);
 
@@ -42,9 +42,9 @@ struct BoundSource {
   std::vector<BoundColumn> columns;
 };
 
-// The sources that a name may refer to, with those of the statement around it behind them.
+// The sources that a name may refer to, followed by those of the enclosing statement.
 struct Scope {
-  std::deque<BoundSource> sources;  // columns are pointed at while more sources come in
+  std::deque<BoundSource> sources;  // a deque, since columns are pointed at while sources are added
   const Scope* outer = nullptr;
 
   // The column meant; throws Refusal when there is none or more than one.

@@ -5,8 +5,9 @@
 
 namespace stockbook::databases {
 
-// What is known of an expression's values before a row is read. Text, integer and real are expectations (a stored value
-// of another type is kept as it is stored); money and date are decided: every value is read as one, see row_values.h.
+// What is known about an expression's values before a row is read. Text, integer and real are expectations (a stored
+// value of another type is kept as it is stored); money and date are decided: every value is read as one, see
+// row_values.h.
 enum class ValueClass { kNull, kBoolean, kInteger, kReal, kMoney, kDate, kText, kAny };
 
 // Of a column by its declared type, as the names of types in host files suggest it.

@@ -13,13 +13,13 @@ namespace {
 constexpr int64_t kNullKey = INT64_MIN;
 constexpr uint32_t kNoRow = UINT32_MAX;
 
-// One value read of a table's row, on its way to the outputs that show it.
+// One value read from a table's rows, for the outputs that show it.
 struct Read {
   std::string sql;
   ValueFeed feed;
 };
 
-// One table of the arm: what is read of it, and what has been read.
+// One table of the arm: what to read from it, and what has been read.
 struct TablePart {
   const BoundSource* source = nullptr;
   const JoinStep* step = nullptr;  // nullptr for the first table
@@ -80,7 +80,7 @@ class ArmJoiner {
     result_.rows_of_source.resize(parts_.size());
   }
 
-  // Each condition is left to the table that it is about; on the optional side of a join it would mean something else.
+  // Each condition is checked while its table is read; on the optional side of a join it would mean something else.
   void PlanConditions() {
     for (const TypedSql& condition : arm_.select.conditions) {
       const auto owner = std::find_if(parts_.begin(), parts_.end(),
@@ -225,7 +225,7 @@ class ArmJoiner {
                    [&](uint32_t row) { return row == kNoRow ? kNoRow : row_of_parent[row]; });
   }
 
-  // Whether fetching rows one by one over an index beats reading the whole table.
+  // Whether fetching rows one by one through an index is faster than reading the whole table.
   bool FewAreWanted(const TablePart& part, size_t wanted) const {
     constexpr int64_t kScanShare = 4;
     const TableSchema& table = *part.source->table;
@@ -264,7 +264,7 @@ class ArmJoiner {
     }
   }
 
-  // An inner join leaves out what has no partner.
+  // An inner join leaves out rows without a partner.
   void DropUnmatched() {
     auto& sources = result_.rows_of_source;
     const size_t rows = parts_[0].rows;

@@ -11,7 +11,7 @@
 
 namespace stockbook::databases {
 
-// The rows of one arm of a plan, as places in the columns under construction: the values of an output lie in its sink
+// The rows of one arm of a plan, as places in the columns under construction: the values of an output are in its sink
 // from `offset` on, in the order of the table that they come from; row r takes the one at rows_of_source[source][r].
 struct ArmRows {
   static constexpr size_t kConstant = SIZE_MAX;
@@ -25,7 +25,7 @@ struct ArmRows {
   std::vector<Place> places;  // of each output
 };
 
-// Lets SQLite run the arm as it stands, unsorted.
+// Lets SQLite run the arm as it is, unsorted.
 ArmRows StepArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks);
 
 // Reads each table of the arm once (or, where few of its rows are needed, row by row over its index) and joins them in

@@ -16,7 +16,7 @@ class Catalog : public SchemaSource {
  public:
   explicit Catalog(const Database& database) : database_(database) {}
 
-  // To be called before a statement is translated: drops what another program has changed meanwhile.
+  // Call it before a statement is translated: forgets tables that another program has changed since.
   void Refresh();
   const TableSchema* FindTable(std::string_view name) override;
 

@@ -9,14 +9,14 @@ namespace {
 
 constexpr int kBusyTimeoutMs = 2000;
 
-// Counting every allocation costs a tenth of a load. SQLite takes the setting before its first use in the process only;
-// afterwards it refuses, and all stays right, merely slower.
+// Counting every allocation costs a tenth of a load. SQLite accepts the setting only before its first use in the
+// process; later it refuses, and everything still works, only slower.
 void TurnOffMemoryStatistics() {
   static const int result = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
   static_cast<void>(result);
 }
 
-// Nothing but reading gets past the parser of the dialects; this is the second lock on the same door.
+// The parser of the dialects already refuses everything but reading; this is a second line of defence.
 int Authorize(void*, int action, const char*, const char*, const char*, const char*) {
   switch (action) {
     case SQLITE_SELECT:
@@ -73,7 +73,7 @@ Database::Database(const std::string& file) : file_(file) {
   sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-  // The first read tells whether it is a database at all.
+  // The first read shows whether the file is a database at all.
   for (const char* sql : {"PRAGMA query_only=1", "PRAGMA temp_store=MEMORY", "SELECT count(*) FROM sqlite_master"}) {
     if (sqlite3_exec(opened, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw ErrorOf("Open");
   }

@@ -11,7 +11,7 @@
 
 namespace stockbook::databases {
 
-// An open SQLite file, read only, and nothing in it but reading allowed. One thread at a time.
+// An open SQLite file, read only: statements that do anything but read are denied. One thread at a time.
 class Database {
  public:
   // Throws platform::Error when the file is missing, is no database, or cannot be read.
@@ -49,7 +49,7 @@ class Statement {
   std::unique_ptr<sqlite3_stmt, Finalizer> handle_;
 };
 
-// Everything read while it lives is read from one state of the file.
+// Everything read during its lifetime comes from one state of the file.
 class ReadTransaction {
  public:
   explicit ReadTransaction(const Database& database);

@@ -51,7 +51,7 @@ platform::Recordset EmbeddedConnection::Execute(std::string_view statement, int)
 }
 
 platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statement) {
-  // The catalogue, the tables and the rows are those of one moment, whoever writes meanwhile.
+  // The catalogue, the tables and the rows are those of one moment, even if another program writes.
   const ReadTransaction transaction(database_);
   catalog_.Refresh();
   const Translation translation = TranslateStatement(statement, dialect_, catalog_);

@@ -12,12 +12,12 @@
 
 namespace stockbook::databases {
 
-// How rows are found. kFastest takes the quickest way that surely gives the same result as kStatement, which leaves all
-// of it to SQLite; kArms leaves SQLite the arms of a union, and only kTables reads the tables apart.
+// How rows are found. kStatement leaves everything to SQLite. kFastest takes the quickest way that is certain to give
+// the same result; kArms leaves the arms of a union to SQLite, and only kTables reads the tables separately.
 enum class Strategy { kFastest, kStatement, kArms };
 
 // An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE. It understands the desktop dialect, or
-// the server dialect when "SQL" stands in the connection string. Opened read only, one SELECT a call, on one thread. A
+// the server dialect when the connection string contains "SQL". Opened read only, one SELECT per call, on one thread. A
 // result is complete when Execute returns and does not follow later changes of the file.
 class EmbeddedConnection : public platform::Connection {
  public:
@@ -26,7 +26,7 @@ class EmbeddedConnection : public platform::Connection {
   std::string ConnectionString() const override { return connection_string_; }
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
 
-  // The statement as it is handed to SQLite when all of it is left to SQLite.
+  // The statement in SQLite's language, as kStatement runs it.
   std::string Translated(std::string_view statement);
 
  private:

@@ -44,10 +44,12 @@ void CallScalar(sqlite3_context* context, int count, sqlite3_value** stored) {
   });
 }
 
-// SQLite hands out zeroed memory, which is a fresh state, but aligned to eight bytes only; it stays where it is.
-SumState* StateOf(sqlite3_context* context, bool create) {
+// SQLite returns zeroed memory, which is a fresh state, but aligned to eight bytes only; it never moves.
+enum class IfMissing { kCreate, kNothing };
+
+SumState* StateOf(sqlite3_context* context, IfMissing missing) {
   size_t space = sizeof(SumState) + alignof(SumState);
-  void* memory = sqlite3_aggregate_context(context, create ? static_cast<int>(space) : 0);
+  void* memory = sqlite3_aggregate_context(context, missing == IfMissing::kCreate ? static_cast<int>(space) : 0);
   return memory == nullptr ? nullptr
                            : static_cast<SumState*>(std::align(alignof(SumState), sizeof(SumState), memory, space));
 }
@@ -55,7 +57,7 @@ SumState* StateOf(sqlite3_context* context, bool create) {
 template <Form form>
 void AddToSum(sqlite3_context* context, int, sqlite3_value** stored) {
   Guarded(context, [&] {
-    SumState* state = StateOf(context, true);
+    SumState* state = StateOf(context, IfMissing::kCreate);
     if (state == nullptr) throw std::bad_alloc();
     const Value value = ReadValue(stored[0], form);
     if (const auto* money = value.As<base::Money>()) {
@@ -71,7 +73,7 @@ void AddToSum(sqlite3_context* context, int, sqlite3_value** stored) {
 template <Value (SumState::*Result)() const>
 void FinishSum(sqlite3_context* context) {
   Guarded(context, [&] {
-    const SumState* state = StateOf(context, false);
+    const SumState* state = StateOf(context, IfMissing::kNothing);
     WriteValue(context, state == nullptr ? Value() : (state->*Result)());
   });
 }
@@ -95,7 +97,7 @@ void RegisterFunctions(const Database& database) {
        {OperatorFunctions(), TextFunctions(), NumberFunctions(), DateFunctions(), ConversionFunctions()}) {
     for (const ScalarFunction& function : functions) {
       const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (DependsOnTheClock(function.name) ? 0 : SQLITE_DETERMINISTIC);
-      auto* data = const_cast<ScalarFunction*>(&function);  // handed back as it is, and only read
+      auto* data = const_cast<ScalarFunction*>(&function);  // SQLite passes it back unchanged, and it is only read
       if (sqlite3_create_function_v2(database.handle(), function.name, -1, flags, data, CallScalar, nullptr, nullptr,
                                      nullptr) != SQLITE_OK) {
         throw database.ErrorOf("Open");

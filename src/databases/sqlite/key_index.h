@@ -12,7 +12,7 @@ class KeyIndex {
  public:
   static constexpr uint32_t kNone = UINT32_MAX;
 
-  // Keys will lie in [lowest, highest], about `count` of them: when that is a dense range, no hashing is needed.
+  // About `count` keys in [lowest, highest] will come: if that range is dense, no hashing is needed.
   KeyIndex(int64_t lowest, int64_t highest, size_t count);
 
   uint32_t Add(int64_t key);

@@ -10,7 +10,7 @@
 namespace stockbook::databases {
 namespace {
 
-// The places of all rows of an output, for outputs whose values lie alike: those of one table are the same vector.
+// The places of all rows of an output; outputs of one table share the same vector.
 class PlaceTable {
  public:
   explicit PlaceTable(const std::vector<ArmRows>& arms) : arms_(arms) {}
@@ -87,8 +87,7 @@ class PlanRun {
   }
 
  private:
-  // A union orders rows by all their columns on its way to find duplicates; what the keys leave equal stays in that
-  // order.
+  // To find duplicates, a union orders rows by all their columns; rows with equal keys stay in that order.
   void DropDuplicates(RowSorter& sorter, PlaceTable& places) const {
     for (size_t index = 0; index < plan_.result_columns && sorter.HasTies(); ++index) {
       sorter.Refine({&columns_[index], places.Of(index)}, RowSorter::Direction::kAscending);

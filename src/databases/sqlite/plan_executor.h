@@ -12,9 +12,9 @@ namespace stockbook::databases {
 
 enum class ArmReading { kStepped, kJoined };
 
-// Carries a plan out: the arms are read apart, without sorting; their rows are put in order and rid of duplicates by
-// places alone, and each column is gathered once at the end. Nothing when the result could differ from the one that
-// SQLite gives for the whole statement, so that the caller lets SQLite run it.
+// Carries out a plan: the arms are read separately, without sorting; their rows are sorted and freed of duplicates
+// through their places alone, and each column is gathered once at the end. Nothing when the result could differ from
+// the one that SQLite gives for the whole statement, so that the caller lets SQLite run it.
 std::optional<std::vector<platform::Field>> ExecutePlan(const Database& database, const StatementPlan& plan,
                                                         const std::vector<ResultColumn>& columns, ArmReading reading);
 

@@ -11,11 +11,11 @@
 namespace stockbook::databases {
 namespace {
 
-// Reading a whole column at once pays when a good part of it is asked for.
+// Reading a whole column at once pays off if a good part of it is needed.
 constexpr size_t kBulkShare = 8;
 constexpr uint64_t kTopBit = uint64_t{1} << 63;
 
-// The next eight bytes as a number that orders as the bytes do; behind the end stand zeros, which no clean text has.
+// The next eight bytes as a number with the order of the bytes; zeros, which no clean text has, follow the end.
 uint64_t EightBytes(std::string_view text, size_t depth) {
   unsigned char bytes[8] = {};
   if (depth < text.size()) std::memcpy(bytes, text.data() + depth, std::min<size_t>(8, text.size() - depth));
@@ -25,7 +25,7 @@ uint64_t EightBytes(std::string_view text, size_t depth) {
 }
 
 uint64_t KeyOfWhole(int64_t whole) {
-  if (whole == INT64_MIN) throw NotCovered{};  // its place is that of null
+  if (whole == INT64_MIN) throw NotCovered{};  // null uses its key
   return static_cast<uint64_t>(whole) ^ kTopBit;
 }
 
@@ -207,7 +207,7 @@ void RowSorter::SortItems() {
     RadixSortItems(lowest, bits);
     return;
   }
-  // Tied rows stand in the order of their numbers, so the number keeps the sort stable.
+  // Tied rows are in the order of their numbers, so the number keeps the sort stable.
   std::sort(items_.begin(), items_.end(),
             [](const Item& a, const Item& b) { return a.key != b.key ? a.key < b.key : a.row < b.row; });
 }

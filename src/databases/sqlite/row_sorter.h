@@ -11,12 +11,12 @@
 
 namespace stockbook::databases {
 
-// Thrown where a quick way of finding or ordering rows cannot promise the result that SQLite alone would give.
+// Thrown where a quick way of finding or ordering rows cannot guarantee the result that SQLite alone would give.
 struct NotCovered {
-  bool nowhere = false;  // no quick way can
+  bool nowhere = false;  // no other quick way can, either
 };
 
-// A column of rows that lies in another column: row r has the value at[r] of `column`.
+// A column of rows whose values are in another column: row r has the value at[r] of `column`.
 struct Cells {
   const columns::Column* column = nullptr;
   std::span<const uint32_t> at;

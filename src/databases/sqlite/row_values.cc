@@ -15,7 +15,7 @@ using base::Money;
 using base::Value;
 
 std::optional<Money> AmountOfReal(double number) {
-  // Far from a half unit, the nearest unit is the answer whatever the decimal digits are.
+  // Away from half a unit, the nearest unit is right whatever the decimal digits are.
   const double units = number * static_cast<double>(Money::kScale);
   const double nearest = std::nearbyint(units);
   if (std::fabs(nearest) < 1e14 && std::fabs(units - nearest) < 0.49)
@@ -23,7 +23,7 @@ std::optional<Money> AmountOfReal(double number) {
   return Value(number).AsMoney();
 }
 
-// What spells no amount, or one out of range, stays a text.
+// A text that spells no amount, or one out of range, stays a text.
 Value RawAmount(sqlite3_value* stored) {
   switch (sqlite3_value_type(stored)) {
     case SQLITE_INTEGER: {

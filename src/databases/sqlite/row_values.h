@@ -10,7 +10,7 @@
 
 namespace stockbook::databases {
 
-// A stored value in the form that a translated expression gives it; texts keep the bytes they have.
+// Reads a stored value in the form that a translated expression gives it; texts keep their bytes.
 base::Value ReadValue(sqlite3_value* stored, Form form);
 
 // The bytes of a text or blob.

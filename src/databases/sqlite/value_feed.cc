@@ -5,6 +5,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "databases/dialect/scalar_functions.h"
 #include "databases/sqlite/row_values.h"
 
 namespace stockbook::databases {
@@ -70,20 +71,18 @@ void ValueFeed::TakeWhole(int64_t whole) {
   }
   Flush();
   for (Target& target : targets_) {
-    if (target.sign == Sign::kNegated && whole == INT64_MIN) {
-      throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。");
-    }
+    if (target.sign == Sign::kNegated && whole == INT64_MIN) ThrowNumberOverflow();
     target.sink->builder.AppendInteger(target.sign == Sign::kNegated ? -whole : whole);
   }
 }
 
 void ValueFeed::TakeText(sqlite3_value* stored, int type) {
   Flush();
-  AppendText(BytesOf(stored), type == SQLITE_BLOB);
+  AppendText(BytesOf(stored), type);
 }
 
-// A blob stands behind all texts in order; as a text it would not.
-void ValueFeed::AppendText(std::string_view bytes, bool is_blob) {
+// A blob sorts after all texts; as a text it would not.
+void ValueFeed::AppendText(std::string_view bytes, int type) {
   const bool clean = bytes == last_text_ || IsCleanText(bytes);
   if (clean && bytes.size() <= kRepeatedLength && bytes != last_text_) last_text_ = bytes;
   const std::string mended = clean ? std::string() : base::CleanUtf8(bytes);
@@ -92,12 +91,12 @@ void ValueFeed::AppendText(std::string_view bytes, bool is_blob) {
       AppendNegatedText(target, clean ? bytes : mended);
       continue;
     }
-    target.sink->mended = target.sink->mended || is_blob || !clean;
+    target.sink->mended = target.sink->mended || type == SQLITE_BLOB || !clean;
     target.sink->builder.AppendText(clean ? bytes : mended);
   }
 }
 
-// Minus a text is minus the number that it spells; what spells no amount has no negative.
+// Minus a text is minus the number that it spells; a text that spells none has no negative.
 void ValueFeed::AppendNegatedText(Target& target, std::string_view bytes) const {
   const auto number = IsAmount() ? std::nullopt : base::ParseNumber(bytes);
   if (number) {
@@ -122,7 +121,7 @@ void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
     return;
   }
   Flush();
-  AppendText(value.Text(), type == SQLITE_BLOB);
+  AppendText(value.Text(), type);
 }
 
 void ValueFeed::TakeDate(sqlite3_value* stored, int type) {

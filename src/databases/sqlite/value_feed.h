@@ -15,16 +15,16 @@
 
 namespace stockbook::databases {
 
-// A column under construction, and whether a text in it had to be mended: then its order among the others is no longer
-// the stored one.
+// A column under construction, and whether a text in it had to be repaired: its order among the others is then no
+// longer the stored one.
 struct ColumnSink {
   columns::ColumnBuilder builder;
   bool mended = false;
 };
 
 // Carries one column of stepped rows into the columns that show it, as it is or negated (as sb_negate would give it).
-// Each value is read once, however many columns get it; numbers go over in portions, so call Flush after the last row.
-// Texts are cleaned here, and nowhere later.
+// Each value is read once, however many columns get it; numbers are passed on in portions, so call Flush after the last
+// row. Texts are cleaned here, and nowhere later.
 class ValueFeed {
  public:
   enum class Sign { kKept, kNegated };
@@ -51,7 +51,7 @@ class ValueFeed {
   void TakeText(sqlite3_value* stored, int type);
   void TakeAmount(sqlite3_value* stored, int type);
   void TakeDate(sqlite3_value* stored, int type);
-  void AppendText(std::string_view bytes, bool is_blob);
+  void AppendText(std::string_view bytes, int type);
   void AppendNegatedText(Target& target, std::string_view bytes) const;
   void FlushReals(const Target& target) const;
   void FlushUnits(const Target& target) const;
@@ -67,7 +67,7 @@ class ValueFeed {
   base::Value last_date_;
 };
 
-// Steps the statement to its end, column i into feed i, and gives the number of rows.
+// Steps the statement to its end, column i into feed i, and returns the number of rows.
 size_t StepInto(Statement& statement, std::vector<ValueFeed>& feeds);
 
 }  // namespace stockbook::databases

@@ -19,7 +19,7 @@ inline bool IsNumberType(platform::DataType type) {
 }
 
 // A column's display format, parsed once. Number formats apply to numbers in columns of numbers, date formats to dates
-// and to texts that spell one; everything else is shown as it is stored. "Fixed", "Standard" and "Percent" are names of
+// and to texts that spell one; everything else is shown as stored. "Fixed", "Standard" and "Percent" are names of
 // "0.00", "#,##0.00" and "0.00%". A plain value.
 class CellFormat {
  public:

@@ -29,8 +29,8 @@ constexpr std::array<char, 4000> Groups() {
 }
 constexpr std::array kGroups = Groups();
 
-// Writes a number from its last character to its first. Three digits go at once, with a comma that the next ones take
-// the place of.
+// Writes a number from its last character to its first, three digits at once after a comma that the next ones
+// overwrite.
 class Backwards {
  public:
   explicit Backwards(char* end) : at_(end) {}
@@ -82,7 +82,7 @@ struct Parts {
   uint64_t fraction = 0;
 };
 
-// The usual numbers of decimals apart: dividing by what the compiler knows takes a fraction of the time.
+// The usual numbers of decimals have cases of their own: dividing by a constant takes a fraction of the time.
 Parts PartsOf(uint64_t size, int places) {
   switch (places) {
     case 0:
