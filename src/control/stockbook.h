@@ -283,7 +283,7 @@ class Stockbook {
   // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
   // somebody has set others since the last layout. A host that sets the grid's font asks for DefaultFormat.
   void FollowFont(const platform::Font& font);
-  // Whether a listener is being told of something; one that destroys the toolkit's widget has to leave it this control.
+  // Whether a listener is being told of something: the control must live on until it has been.
   bool IsRaising() const { return events_.IsRaising(); }
 
   // While one lives, the current row is not in its hot colours: for printed pages, and for other colours of the grid.

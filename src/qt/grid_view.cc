@@ -16,7 +16,6 @@
 
 #include "qt/accessible_grid.h"
 #include "qt/colour.h"
-#include "qt/counting.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
 #include "qt/scroll_bar.h"
@@ -101,13 +100,7 @@ void GridView::FitSheet(double scale) {
   sheet_.SetView(view, scale);
 }
 
-bool GridView::event(QEvent* event) {
-  const Counting handling(handling_);
-  return QAbstractScrollArea::event(event);
-}
-
 bool GridView::viewportEvent(QEvent* event) {
-  const Counting handling(handling_);
   // The window may have moved to another screen.
   if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
   if (event->type() == QEvent::ToolTip) {

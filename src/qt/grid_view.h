@@ -35,11 +35,8 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   std::optional<sheet::Point> FromScreen(QPoint point) const;
   // Where on the screen a menu opens: at the mouse, or below the cell if a key asked for it.
   QPoint MenuPlace() const;
-  // While it does the view must not be freed.
-  bool IsHandlingEvent() const { return handling_ > 0; }
 
  protected:
-  bool event(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -94,7 +91,6 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   sheet::ScrollPosition shown_;  // the scroll position of the pixels in the window
   sheet::Span shown_columns_;    // the scrolling columns in the window
   QPointF wheel_rest_;           // fractions of a pixel left over from the wheel
-  int handling_ = 0;             // nesting depth of the events being handled
   bool menu_by_key_ = false;
   bool updating_bars_ = false;
   bool elsewhere_ = false;  // painting on something other than the window

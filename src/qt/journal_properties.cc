@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qt/journal_properties.h"
 
+#include <exception>
+
 #include "qt/text.h"
 
 namespace stockbook::qt {

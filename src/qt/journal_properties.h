@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPointer>
 #include <QString>
 #include <QWidget>
-#include <exception>
+#include <functional>
 
 #include "control/stockbook.h"
 
@@ -166,18 +165,9 @@ class JournalProperties : public QWidget {
   float RowHeightSum() const;
 
  protected:
-  // Performs an action on the control and reports its errors, and those of its listeners, through Notify.
-  template <typename Call>
-  void Attempt(Call call) {
-    const QPointer<JournalProperties> alive(this);
-    try {
-      call();
-    } catch (const std::exception& error) {
-      if (alive != nullptr) Say(error.what());
-    }
-  }
-
- private:
+  // Performs an action on the control and reports its errors, and those of its listeners, through Notify. A listener
+  // may delete the widget meanwhile.
+  virtual void Attempt(const std::function<void()>& call) = 0;
   // Errors of a listener of Notify are not reported again.
   void Say(const char* message);
 };

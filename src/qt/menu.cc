@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "qt/counting.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -45,11 +44,7 @@ platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
   const QPointer<QMenu> popup = new QMenu(parent_);
   std::vector<platform::MenuChoice> choices;
   Fill(*popup, menu.items, choices);
-  const QAction* chosen = nullptr;
-  {
-    const Counting open(open_);
-    chosen = popup->exec(place_ ? place_() : QCursor::pos());
-  }
+  const QAction* chosen = popup->exec(place_ ? place_() : QCursor::pos());
   platform::MenuChoice choice;
   if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
   delete popup;

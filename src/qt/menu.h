@@ -18,12 +18,10 @@ class QtMenu : public platform::Menu {
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
   // The position of the following menus, in screen coordinates.
   void SetPlace(std::function<QPoint()> place) { place_ = std::move(place); }
-  bool IsOpen() const { return open_ > 0; }
 
  private:
   QPointer<QWidget> parent_;
   std::function<QPoint()> place_;
-  int open_ = 0;
 };
 
 }  // namespace stockbook::qt

@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QPointer>
 #include <algorithm>
 #include <exception>
 #include <stdexcept>
@@ -10,6 +11,7 @@
 
 #include "qt/colour.h"
 #include "qt/grid_printer.h"
+#include "qt/pin.h"
 #include "qt/settings_bag.h"
 #include "qt/text.h"
 #include "qt/widget_parts.h"
@@ -41,7 +43,7 @@ StockbookWidget::StockbookWidget(QWidget* parent) : AppearanceProperties(parent)
   qRegisterMetaType<BooleanReference>();
   qRegisterMetaType<IntegerReference>();
   qRegisterMetaType<SingleReference>();
-  parts_ = std::make_unique<WidgetParts>(*this);
+  parts_ = std::make_shared<WidgetParts>(*this);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusProxy(&parts_->view());
   UpdateFrames();
@@ -61,7 +63,18 @@ sheet::Sheet& StockbookWidget::sheet() { return parts_->fg(); }
 QWidget* StockbookWidget::viewport() const { return parts_->view().viewport(); }
 
 bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
+  const Pin pin(parts_);
   return control().Load(rKeyID, rdpID, FromQString(rdpCode));
+}
+
+void StockbookWidget::Attempt(const std::function<void()>& call) {
+  const Pin pin(parts_);
+  const QPointer<StockbookWidget> alive(this);
+  try {
+    call();
+  } catch (const std::exception& error) {
+    if (alive != nullptr) Say(error.what());
+  }
 }
 
 void StockbookWidget::Prompt(const QString& Msg) {

@@ -5,6 +5,7 @@
 #include <QSettings>
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -109,13 +110,16 @@ class StockbookWidget : public AppearanceProperties {
   void changeEvent(QEvent* event) override;
 
  private:
+  friend class SignalRaiser;
   friend class WidgetParts;
+
+  void Attempt(const std::function<void()>& call) override;
 
   // Updates the band and the frames from the control's properties.
   void UpdateFrames();
   QRect BodyRect() const;
 
-  std::unique_ptr<WidgetParts> parts_;
+  std::shared_ptr<WidgetParts> parts_;
 };
 
 }  // namespace stockbook::qt

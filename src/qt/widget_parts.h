@@ -7,11 +7,13 @@
 
 #include "control/stockbook.h"
 #include "platform/control_site.h"
+#include "platform/menu.h"
 #include "qt/clipboard.h"
 #include "qt/grid_view.h"
 #include "qt/header_band.h"
 #include "qt/images.h"
 #include "qt/menu.h"
+#include "qt/signal_raiser.h"
 #include "qt/text_metrics.h"
 #include "sheet/sheet.h"
 
@@ -19,40 +21,20 @@ namespace stockbook::qt {
 
 class StockbookWidget;
 
-// Raises the control's events as the signals of a widget, as long as there is one.
-class SignalRaiser : public interaction::EventListener {
- public:
-  explicit SignalRaiser(StockbookWidget& widget) : widget_(&widget) {}
-  void Silence() { widget_ = nullptr; }
-
-  void Process(int16_t Indicator) override;
-  void AfterLoaded() override;
-  void AfterFormatted() override;
-  void CommandExecute(const std::string& CommandName, bool& Cancel) override;
-  void Notify(const std::string& Msg) override;
-  void AfterRowChanged() override;
-  void AfterRangeSelected() override;
-  void MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) override;
-  void FindMsg(const std::string& rMsg) override;
-
- private:
-  StockbookWidget* widget_;
-};
-
-// Everything that the widget composes, in the order in which it needs each other. Where the widget is deleted inside of
-// one of its own signals or while its menu is open, the control and the view have their calls under way still: the
-// parts then stay for themselves, out of sight and silent, until those have come back.
-class WidgetParts : private platform::ControlSite {
+// Everything that the widget composes, in the order in which it needs each other. The widget shares its parts with the
+// pins of the calls under way: where it is deleted inside one of its own signals or events, or while its menu is open,
+// the parts stay, out of sight and silent, until those calls have come back.
+class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
+                    private platform::ControlSite,
+                    private platform::Menu {
  public:
   explicit WidgetParts(StockbookWidget& widget);
   ~WidgetParts() override;
   WidgetParts(const WidgetParts&) = delete;
   WidgetParts& operator=(const WidgetParts&) = delete;
 
-  // The widget goes away: frees the parts now, or as soon as nothing of them is under way, at the latest with the
-  // application.
-  static void Leave(std::unique_ptr<WidgetParts> parts);
-  bool IsInUse() const;
+  // The widget goes away and leaves its share.
+  static void Leave(std::shared_ptr<WidgetParts> parts);
 
   // The grid has the widget's font as long as nobody gives it another one.
   void FollowFont();
@@ -67,6 +49,8 @@ class WidgetParts : private platform::ControlSite {
   // platform::ControlSite
   void PropertyChanged(std::string_view key) override;
   void FrameChanged() override;
+  // platform::Menu
+  platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
 
   // The layout that the control makes at once measures the grid's font.
   control::Surroundings Surroundings();
@@ -82,7 +66,6 @@ class WidgetParts : private platform::ControlSite {
   QtMenu menu_;
   QtClipboard clipboard_;
   SignalRaiser raiser_;
-  int telling_ = 0;  // PropertyChanged signals under way
   // Children of the widget, but they go first: the view borrows the sheet.
   std::unique_ptr<HeaderBand> header_band_;
   std::unique_ptr<GridView> view_;

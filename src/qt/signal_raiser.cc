@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "qt/signal_raiser.h"
+
+#include "qt/pin.h"
+#include "qt/stockbook_widget.h"
+#include "qt/text.h"
+
+namespace stockbook::qt {
+
+template <typename Call>
+void SignalRaiser::Raise(Call call) {
+  if (widget_ == nullptr) return;
+  const Pin pin(widget_->parts_);
+  call(*widget_);
+}
+
+void SignalRaiser::Process(int16_t Indicator) {
+  Raise([&](StockbookWidget& widget) { emit widget.Process(Indicator); });
+}
+
+void SignalRaiser::AfterLoaded() {
+  Raise([](StockbookWidget& widget) { emit widget.AfterLoaded(); });
+}
+
+void SignalRaiser::AfterFormatted() {
+  Raise([](StockbookWidget& widget) { emit widget.AfterFormatted(); });
+}
+
+void SignalRaiser::CommandExecute(const std::string& CommandName, bool& Cancel) {
+  Raise([&](StockbookWidget& widget) {
+    const BooleanReference cancel(Cancel);
+    emit widget.CommandExecute(ToQString(CommandName), cancel);
+    Cancel = cancel.Value();
+  });
+}
+
+void SignalRaiser::Notify(const std::string& Msg) {
+  Raise([&](StockbookWidget& widget) { emit widget.Notify(ToQString(Msg)); });
+}
+
+void SignalRaiser::AfterRowChanged() {
+  Raise([](StockbookWidget& widget) { emit widget.AfterRowChanged(); });
+}
+
+void SignalRaiser::AfterRangeSelected() {
+  Raise([](StockbookWidget& widget) { emit widget.AfterRangeSelected(); });
+}
+
+void SignalRaiser::MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) {
+  Raise([&](StockbookWidget& widget) {
+    const IntegerReference button(Button);
+    const IntegerReference shift(Shift);
+    const SingleReference x(X);
+    const SingleReference y(Y);
+    emit widget.MouseUp(button, shift, x, y);
+    Button = button.Value();
+    Shift = shift.Value();
+    X = x.Value();
+    Y = y.Value();
+  });
+}
+
+void SignalRaiser::FindMsg(const std::string& rMsg) {
+  Raise([&](StockbookWidget& widget) { emit widget.FindMsg(ToQString(rMsg)); });
+}
+
+}  // namespace stockbook::qt
