@@ -11,6 +11,11 @@ template <typename Call>
 class ScopeExit {
  public:
   explicit ScopeExit(Call call) : call_(std::move(call)) {}
+  // Makes the first call at once; the other one also follows when the first one throws.
+  template <typename First>
+  ScopeExit(First first, Call call) : ScopeExit(std::move(call)) {
+    first();
+  }
   ~ScopeExit() {
     try {
       call_();

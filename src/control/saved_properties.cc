@@ -4,6 +4,7 @@
 #include <limits>
 #include <variant>
 
+#include "base/scope_exit.h"
 #include "control/stockbook.h"
 #include "platform/error.h"
 
@@ -152,31 +153,9 @@ Stockbook::SavedProperties::All() {
   return kAll;
 }
 
-namespace {
-
-// Has the frames drawn anew at the end, also where an error ends it.
-class FrameTold {
- public:
-  explicit FrameTold(platform::ControlSite& site) : site_(site) {}
-  ~FrameTold() {
-    try {
-      site_.FrameChanged();
-    } catch (...) {
-      // A site that cannot be told stays as it is.
-    }
-  }
-  FrameTold(const FrameTold&) = delete;
-  FrameTold& operator=(const FrameTold&) = delete;
-
- private:
-  platform::ControlSite& site_;
-};
-
-}  // namespace
-
 void Stockbook::ReadProperties(platform::PropertyBag& bag) {
-  const FrameTold told(site_);
-  const HotRowAside aside(*this);
+  const base::ScopeExit told([this] { site_.FrameChanged(); });
+  const auto aside = SetHotRowAside();
   const auto& properties = SavedProperties::All();
   for (size_t index = 0; index < properties.size(); ++index) {
     if (index == SavedProperties::kFrames) c1e_body_.border_width = c1e_desk_.border_width <= 0 ? 1 : 0;

@@ -40,7 +40,7 @@ void StartUp(platform::Grid& grid) {
 void MakeLastVisible(platform::Grid& grid, int row) {
   grid.SetTopRow(std::min(grid.TopRow() + row - grid.BottomRow(), row));
   if (grid.BottomRow() == row) return;
-  const platform::RedrawOff redraw(grid);
+  const auto redraw = platform::RedrawOff(grid);
   int first = grid.FixedRows();
   int last = row;
   while (first < last) {
@@ -203,8 +203,8 @@ void Stockbook::SetRowHeightSum(float twips) {
 
 void Stockbook::FormatGrid() {
   {
-    const platform::BusyTag tag(fg_, "Format");
-    const platform::PointerKept pointer(fg_);
+    const auto tag = platform::BusyTag(fg_, "Format");
+    const auto pointer = platform::PointerKept(fg_);
     outline_col_key_ = keys::kBillNo;
     grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
     SizeRows();
@@ -220,7 +220,7 @@ void Stockbook::SizeRows() {
 }
 
 void Stockbook::FollowFont(const platform::Font& font) {
-  const platform::RedrawOff redraw(fg_);
+  const auto redraw = platform::RedrawOff(fg_);
   fg_.SetGridFont(font);
   if (fg_.Rows() == 0) return;
   const grid::RowSizes now = grid::ReadRowSizes(fg_);
@@ -263,7 +263,7 @@ bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
   return false;
 }
 
-bool Stockbook::IsRangeSelected() const { return handlers_->IsRangeSelected(); }
+bool Stockbook::IsRangeSelected() const { return interaction::IsRangeSelected(fg_); }
 
 std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
 

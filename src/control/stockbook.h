@@ -286,21 +286,16 @@ class Stockbook {
   // Whether a listener is being told of something: the control must live on until it has been.
   bool IsRaising() const { return events_.IsRaising(); }
 
-  // While one lives, the current row is not in its hot colours: for printed pages, and for other colours of the grid.
-  class HotRowAside {
-   public:
-    explicit HotRowAside(Stockbook& control) : aside_(*control.handlers_) {}
-
-   private:
-    interaction::GridHandlers::HotRowAside aside_;
-  };
+  // Until the returned guard goes, the current row is not in its hot colours: for printed pages, and for other colours
+  // of the grid.
+  [[nodiscard]] auto SetHotRowAside() { return handlers_->hot_row().SetAside(); }
 
  private:
   class JournalLoad;
   class SavedProperties;
-  class HandlerSteps;
 
   void WatchGrid();
+  void StoreRowHeight(interaction::ResizedRow kind, int twips);
   void ForgetHotRow();
   // Raises AfterFormatted.
   void FormatGrid();
@@ -345,7 +340,6 @@ class Stockbook {
   platform::Colour back_color_hot_ = 0x00E2D2C7;
   platform::Colour fore_color_hot_ = 0;
   int64_t record_count_ = -1;  // of the last journal query; -1 before the first
-  std::unique_ptr<interaction::HandlerSteps> handler_steps_;
   std::unique_ptr<interaction::GridHandlers> handlers_;
 };
 

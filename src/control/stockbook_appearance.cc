@@ -5,7 +5,7 @@ namespace stockbook::control {
 
 void Stockbook::SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key) {
   {
-    const HotRowAside aside(*this);
+    const auto aside = SetHotRowAside();
     fg_.SetColour(which, colour);
   }
   site_.PropertyChanged(key);
@@ -91,7 +91,7 @@ void Stockbook::SetNodeOpenPicture(platform::PictureRef picture) {
 
 void Stockbook::SetBackColorHot(platform::Colour colour) {
   {
-    const HotRowAside aside(*this);
+    const auto aside = SetHotRowAside();
     back_color_hot_ = colour;
   }
   site_.PropertyChanged("BackColorHot");
@@ -99,7 +99,7 @@ void Stockbook::SetBackColorHot(platform::Colour colour) {
 
 void Stockbook::SetForeColorHot(platform::Colour colour) {
   {
-    const HotRowAside aside(*this);
+    const auto aside = SetHotRowAside();
     fore_color_hot_ = colour;
   }
   site_.PropertyChanged("ForeColorHot");

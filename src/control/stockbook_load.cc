@@ -29,8 +29,8 @@ class Stockbook::JournalLoad {
   // before an error stay; where they were not computed yet their stock cells are empty, and restricted amounts masked.
   bool Run() {
     return ToldOnError([&] {
-      const platform::RedrawOff redraw(grid_);
-      const platform::BusyTag tag(grid_, "Load");
+      const auto redraw = platform::RedrawOff(grid_);
+      const auto tag = platform::BusyTag(grid_, "Load");
       return ToldOnError([&] { return TakeSteps(); });
     });
   }

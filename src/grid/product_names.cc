@@ -116,8 +116,8 @@ std::string ComposeProductName(const platform::Grid& grid, int row) {
 }
 
 void RefreshProductNames(platform::Grid& grid) {
-  const platform::BusyTag tag(grid, "Refresh_ProductNames");
-  const platform::RedrawOff redraw(grid);
+  const auto tag = platform::BusyTag(grid, "Refresh_ProductNames");
+  const auto redraw = platform::RedrawOff(grid);
   const int name = grid.ColIndex(keys::kProductName);
   const int product = grid.ColIndex(keys::kPdID);
   if (name < 0 || product < 0) return;

@@ -42,7 +42,7 @@ RowSizes ReadRowSizes(const platform::Grid& grid) {
 }
 
 void SetColumnsFont(platform::Grid& grid, std::string_view keys, std::string_view font_name) {
-  const platform::RedrawOff redraw(grid);
+  const auto redraw = platform::RedrawOff(grid);
   if (grid.Rows() <= grid.FixedRows()) return;
   for (const std::string_view key : base::Split(keys, '|')) {
     const int column = key.empty() ? -1 : grid.ColIndex(key);

@@ -1,49 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/grid_handlers.h"
 
+#include <utility>
+
 #include "base/column_keys.h"
-#include "grid/bill_kinds.h"
-#include "interaction/menus.h"
+#include "interaction/tell_errors.h"
 
 namespace stockbook::interaction {
 namespace {
 
-namespace keys = base::keys;
 using platform::CellPosition;
 using platform::MouseButton;
 
 }  // namespace
 
-GridHandlers::GridHandlers(const Ports& ports, Events& events, HandlerSteps& steps)
-    : ports_(ports), events_(events), steps_(steps), hot_row_(ports.grid) {}
+GridHandlers::GridHandlers(HandlerContext context)
+    : context_(std::move(context)),
+      hot_row_(context_.grid, context_.back_color_hot, context_.fore_color_hot),
+      menus_(context_, hot_row_) {}
 
-template <typename Call>
-void GridHandlers::Try(Call call) {
-  try {
-    call();
-  } catch (const std::exception& error) {
-    Tell(error.what());
-  } catch (...) {
-    Tell("处理表格操作的事件时发生未知错误。");
-  }
-}
-
-// A listener that fails again is not told of it.
-void GridHandlers::Tell(const char* message) {
-  try {
-    events_.Notify(message);
-  } catch (...) {
-  }
-}
-
-bool GridHandlers::IsRangeSelected() const {
-  const platform::Grid& grid = ports_.grid;
-  return grid.Col() != grid.ColSel() || grid.Row() != grid.RowSel();
+template <typename Step>
+void GridHandlers::Try(Step step) {
+  TellErrors(context_.events, std::move(step));
 }
 
 platform::Verdict GridHandlers::BeforeRowColChange(CellPosition old_cell, CellPosition /*new_cell*/) {
   Try([&] {
-    if (!IsBusy() && IsDataRow(old_cell.row)) hot_row_.Leave();
+    if (!IsBusy() && IsDataRow(context_.grid, old_cell.row)) hot_row_.Leave();
   });
   return platform::Verdict::kAllow;
 }
@@ -52,59 +35,20 @@ void GridHandlers::AfterRowColChange(CellPosition old_cell, CellPosition new_cel
   bool busy = true;
   Try([&] { busy = IsBusy(); });
   if (busy) return;
-  Try([&] {
-    if (set_aside_ > 0)
-      row_set_aside_ = new_cell.row;
-    else
-      hot_row_.Enter(new_cell.row, steps_.BackColorHot(), steps_.ForeColorHot());
-  });
-  if (old_cell.row != new_cell.row) Try([&] { events_.AfterRowChanged(); });
-  Try([&] { events_.Notify(steps_.DescribeRow(new_cell.row)); });
-}
-
-GridHandlers::HotRowAside::HotRowAside(GridHandlers& handlers) : handlers_(handlers) {
-  try {
-    handlers_.SetHotRowAside();
-  } catch (...) {
-    ShowAgain();
-    throw;
-  }
-}
-
-GridHandlers::HotRowAside::~HotRowAside() { ShowAgain(); }
-
-void GridHandlers::HotRowAside::ShowAgain() noexcept {
-  try {
-    handlers_.ShowHotRowAgain();
-  } catch (const std::exception&) {
-    // A grid that refuses leaves the row in its own colours.
-  }
-}
-
-void GridHandlers::SetHotRowAside() {
-  if (set_aside_++ > 0) return;
-  row_set_aside_ = hot_row_.row();
-  hot_row_.Leave();
-}
-
-void GridHandlers::ShowHotRowAgain() {
-  if (--set_aside_ > 0 || row_set_aside_ < 0) return;
-  hot_row_.Enter(row_set_aside_, steps_.BackColorHot(), steps_.ForeColorHot());
+  Try([&] { hot_row_.Enter(new_cell.row); });
+  if (old_cell.row != new_cell.row) Try([&] { context_.events.AfterRowChanged(); });
+  Try([&] { context_.events.Notify(context_.describe(new_cell.row)); });
 }
 
 void GridHandlers::MouseDown(const platform::GridMouseEvent& event) {
   Try([&] {
-    if (steps_.RecordCount() < 1) return;
-    const int row = ports_.grid.MouseRow();
-    const int column = ports_.grid.MouseCol();
+    if (context_.record_count < 1) return;
     if (event.button == MouseButton::kLeft && event.modifiers.Any()) {
       // For those who help users: which bill and which line this is.
-      events_.Notify("BillID:" + std::to_string(steps_.BillID(-1)) + " RecID:" + std::to_string(steps_.RecID(-1)));
+      const RowIds ids = context_.ids_of(-1);
+      context_.events.Notify("BillID:" + std::to_string(ids.bill) + " RecID:" + std::to_string(ids.line));
     } else if (event.button == MouseButton::kRight && !event.modifiers.Any()) {
-      if (row == 0 && column >= 1)
-        OpenHeaderMenu(column);
-      else
-        OpenFastMenu(row, column);
+      menus_.Open(context_.grid.MouseRow(), context_.grid.MouseCol());
     }
   });
 }
@@ -116,22 +60,23 @@ void GridHandlers::MouseUp(const platform::GridMouseEvent& event) {
   float x = event.x_twips;
   float y = event.y_twips;
   Try([&] {
-    if (IsRangeSelected()) events_.AfterRangeSelected();
+    if (IsRangeSelected(context_.grid)) context_.events.AfterRangeSelected();
   });
-  Try([&] { events_.MouseUp(button, shift, x, y); });
+  Try([&] { context_.events.MouseUp(button, shift, x, y); });
 }
 
 void GridHandlers::DoubleClick() {
   Try([&] {
-    const platform::Grid& grid = ports_.grid;
+    const platform::Grid& grid = context_.grid;
     const int row = grid.MouseRow();
-    const bool on_bill = row >= 0 && grid.MouseCol() >= 1 && steps_.BillID(row) > 0;
-    if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(keys::kBillNo)) Command("Bill");
+    const bool on_bill = row >= 0 && grid.MouseCol() >= 1 && context_.ids_of(row).bill > 0;
+    if (on_bill && grid.Col() >= 0 && grid.Col() == grid.ColIndex(base::keys::kBillNo))
+      Announce(context_.events, "Bill");
   });
 }
 
 bool GridHandlers::Copy() {
-  Try([&] { ports_.grid.CopySelection(ports_.clipboard); });
+  Try([&] { context_.grid.CopySelection(context_.clipboard); });
   return true;
 }
 
@@ -141,97 +86,14 @@ platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
 
 void GridHandlers::AfterUserResize(int row, int /*column*/) {
   Try([&] {
-    if (row < 0 || row >= ports_.grid.Rows()) return;
-    const ClampedHeight clamped = ClampRowHeight(ports_.grid, ports_.text_metrics, row);
-    steps_.StoreRowHeight(clamped.kind, clamped.twips);
+    if (row < 0 || row >= context_.grid.Rows()) return;
+    const ClampedHeight clamped = ClampRowHeight(context_.grid, context_.text_metrics, row);
+    context_.store_row_height(clamped.kind, clamped.twips);
   });
 }
 
 void GridHandlers::AfterMoveColumn(int /*column*/, int /*position*/) {
-  Try([&] { ports_.grid.SetOutlineCol(ports_.grid.ColIndex(steps_.OutlineColKey())); });
-}
-
-// For every command but "Load" the event tells, and nobody reads what is written into Cancel.
-void GridHandlers::Command(const char* name) {
-  Try([&] {
-    bool cancel = false;
-    events_.CommandExecute(name, cancel);
-  });
-}
-
-void GridHandlers::CommandAndNames(const char* name) {
-  Command(name);
-  Try([&] { steps_.RefreshProductNames(); });
-}
-
-void GridHandlers::OpenHeaderMenu(int column) {
-  const platform::Grid& grid = ports_.grid;
-  const std::string key = grid.ColKey(column);
-  const int64_t revision = grid.Revision();
-  const Offer hiding = column == grid.OutlineCol() ? Offer::kDisabled : Offer::kEnabled;
-  const platform::MenuItem menu = HeaderMenu(grid, steps_.HiddenKeys(), hiding);
-  const platform::MenuChoice choice = ports_.menu.PopUp(menu);
-  // Should the columns be others now, the one that was meant is found again by its key.
-  if (grid.Revision() != revision) column = grid.ColIndex(key);
-  if (choice.name == "mnuFrozen") {
-    Freeze(column);
-  } else if (choice.name == "mnuHiddenCol") {
-    HideColumn(column);
-  } else if (choice.name == "mnuDefault") {
-    Try([&] { steps_.ApplyLayout(); });
-    CommandAndNames("SetDefaultFormat");
-  } else if (choice.name == "mnuField") {
-    if (const platform::MenuItem* field = FindItem(menu, choice.name, choice.index)) ToggleField(*field);
-  }
-}
-
-void GridHandlers::OpenFastMenu(int row, int column) {
-  platform::Grid& grid = ports_.grid;
-  if (!IsRangeSelected() && IsDataRow(row)) {
-    const int current = column >= grid.FixedCols() ? column : grid.Col();
-    if (current >= 0 && (row != grid.Row() || current != grid.Col())) grid.Select(row, current);
-  }
-  const RowKind kind = row >= 0 && row < grid.Rows() && grid.IsSubtotal(row) ? RowKind::kNode : RowKind::kLine;
-  const platform::MenuChoice choice =
-      ports_.menu.PopUp(FastMenu(kind, steps_.BillID(row) > 0 ? Offer::kEnabled : Offer::kDisabled));
-  if (choice.name == "mnuCollapse")
-    grid::SetAllCollapsed(grid, choice.index == 1 ? grid::OutlineState::kCollapsed : grid::OutlineState::kExpanded);
-  else if (choice.name == "mnuBill")
-    Command("Bill");
-  else if (choice.name == "mnuCopy")
-    grid.CopySelection(ports_.clipboard);
-  else if (choice.name == "mnuFind")
-    Command("Find");
-  else if (choice.name == "mnuRefresh")
-    Command("Refresh");
-}
-
-void GridHandlers::Freeze(int column) {
-  if (column < 0) return;
-  // The frozen columns of the hot row have other colours than the ones that scroll.
-  const HotRowAside aside(*this);
-  ports_.grid.SetFrozenCols(column);
-}
-
-void GridHandlers::HideColumn(int column) {
-  platform::Grid& grid = ports_.grid;
-  if (column == grid.OutlineCol() || column < grid.FixedCols()) return;
-  grid.SetColHidden(column, true);
-  CommandAndNames("AfterFieldShow");
-}
-
-void GridHandlers::ToggleField(const platform::MenuItem& field) {
-  platform::Grid& grid = ports_.grid;
-  const int column = grid.ColIndex(field.tag);
-  if (column < 0) return;
-  if (column == grid.OutlineCol()) {
-    // Nothing changes, and the host hears the text of no error.
-    Try([&] { events_.Notify(""); });
-    return;
-  }
-  const bool checked = !field.checked;
-  grid.SetColHidden(column, !checked);
-  CommandAndNames("AfterFieldShow");
+  Try([&] { context_.grid.SetOutlineCol(context_.grid.ColIndex(context_.outline_key)); });
 }
 
 }  // namespace stockbook::interaction

@@ -9,25 +9,29 @@ int HotRow::row() const {
   if (record_ >= 0) {
     const int anchor = grid_.RowOfRecord(static_cast<size_t>(record_));
     if (anchor < 0) return -1;
-    row = anchor + behind_record_;
+    row = anchor + rows_below_;
   }
   return row >= grid_.FixedRows() && row < grid_.Rows() ? row : -1;
 }
 
-// A total stands behind its last line, a node before its first one, and the opening row before that node.
+// A total stands after its last line, a node before its first one, and the opening row before that node.
 void HotRow::Remember(int row) {
   row_ = row;
   record_ = -1;
-  for (const int behind : {0, 1, -1, -2}) {
-    const int anchor = row - behind;
+  for (const int below : {0, 1, -1, -2}) {
+    const int anchor = row - below;
     if (anchor < grid_.FixedRows() || anchor >= grid_.Rows()) continue;
     record_ = grid_.RecordOfRow(anchor);
-    behind_record_ = behind;
+    rows_below_ = below;
     if (record_ >= 0) return;
   }
 }
 
-void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
+void HotRow::Enter(int row) {
+  if (set_aside_ > 0) {
+    row_set_aside_ = row;
+    return;
+  }
   Leave();
   if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
   frozen_cols_ = grid_.FrozenCols();
@@ -37,7 +41,7 @@ void HotRow::Enter(int row, platform::Colour back, platform::Colour fore) {
   grid::CaptureRowColours(grid_, row, own_);
   Remember(row);
   is_hot_ = true;
-  grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back, fore);
+  grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back_, fore_);
 }
 
 void HotRow::Leave() {

@@ -133,7 +133,7 @@ void StockbookWidget::SetHeaderColor(platform::Colour colour) {
 }
 
 bool StockbookWidget::Print(QPagedPaintDevice& device) {
-  const control::Stockbook::HotRowAside aside(control());
+  const auto aside = control().SetHotRowAside();
   return PrintSheet(sheet(), ToQString(control().Caption()), device);
 }
 

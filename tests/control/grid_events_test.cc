@@ -133,7 +133,7 @@ TEST_F(GridEvents, ShowNewHotColoursAtOnceAndSetTheRowAsideWhenAsked) {
   EXPECT_EQ(grid().CellBackColor(5, 2), 0x00010203u);
   EXPECT_EQ(grid().CellForeColor(5, 2), 0x00030201u);
   {
-    const Stockbook::HotRowAside aside(control());
+    const auto aside = control().SetHotRowAside();
     EXPECT_EQ(grid().CellBackColor(5, 2), grid().CellBackColor(3, 2));
     control().SetRow(6);
     EXPECT_EQ(grid().CellBackColor(6, 2), grid().CellBackColor(3, 2));

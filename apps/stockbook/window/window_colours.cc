@@ -53,7 +53,7 @@ void WindowColours::Follow(const QPalette& palette) {
 }
 
 void WindowColours::Change(const Scheme& from, const Scheme& to) {
-  const control::Stockbook::HotRowAside aside(stockbook_.control());
+  const auto aside = stockbook_.control().SetHotRowAside();
   stockbook_.sheet().SetAppearance(Turned(stockbook_.sheet().appearance(), from.sheet, to.sheet));
   control::Stockbook& control = stockbook_.control();
   Scheme now = Now();

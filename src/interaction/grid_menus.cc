@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "interaction/grid_menus.h"
+
+#include "grid/bill_kinds.h"
+#include "grid/product_names.h"
+#include "interaction/menus.h"
+#include "interaction/tell_errors.h"
+
+namespace stockbook::interaction {
+
+bool IsRangeSelected(const platform::Grid& grid) { return grid.Col() != grid.ColSel() || grid.Row() != grid.RowSel(); }
+
+bool IsDataRow(const platform::Grid& grid, int row) { return row >= grid.FixedRows() && row < grid.Rows(); }
+
+// Only of "Load" does anybody read what a listener writes into Cancel.
+void Announce(Events& events, const char* command) {
+  TellErrors(events, [&] {
+    bool cancel = false;
+    events.CommandExecute(command, cancel);
+  });
+}
+
+void GridMenus::Open(int row, int column) {
+  if (row == 0 && column >= 1)
+    OpenHeaderMenu(column);
+  else
+    OpenFastMenu(row, column);
+}
+
+void GridMenus::OpenHeaderMenu(int column) {
+  const platform::Grid& grid = context_.grid;
+  const std::string key = grid.ColKey(column);
+  const int64_t revision = grid.Revision();
+  const Offer hiding = column == grid.OutlineCol() ? Offer::kDisabled : Offer::kEnabled;
+  const platform::MenuItem menu = HeaderMenu(grid, context_.hidden_keys, hiding);
+  const platform::MenuChoice choice = context_.menu.PopUp(menu);
+  // If the columns have changed meanwhile, the one that was meant is found again by its key.
+  if (grid.Revision() != revision) column = grid.ColIndex(key);
+  if (choice.name == "mnuFrozen") {
+    Freeze(column);
+  } else if (choice.name == "mnuHiddenCol") {
+    HideColumn(column);
+  } else if (choice.name == "mnuDefault") {
+    TellErrors(context_.events, context_.apply_layout);
+    AnnounceAndName("SetDefaultFormat");
+  } else if (choice.name == "mnuField") {
+    if (const platform::MenuItem* field = FindItem(menu, choice.name, choice.index)) ToggleField(*field);
+  }
+}
+
+void GridMenus::OpenFastMenu(int row, int column) {
+  platform::Grid& grid = context_.grid;
+  if (!IsRangeSelected(grid) && IsDataRow(grid, row)) {
+    const int current = column >= grid.FixedCols() ? column : grid.Col();
+    if (current >= 0 && (row != grid.Row() || current != grid.Col())) grid.Select(row, current);
+  }
+  const RowKind kind = row >= 0 && row < grid.Rows() && grid.IsSubtotal(row) ? RowKind::kNode : RowKind::kLine;
+  const Offer bill = context_.ids_of(row).bill > 0 ? Offer::kEnabled : Offer::kDisabled;
+  const platform::MenuChoice choice = context_.menu.PopUp(FastMenu(kind, bill));
+  if (choice.name == "mnuCollapse")
+    grid::SetAllCollapsed(grid, choice.index == 1 ? grid::OutlineState::kCollapsed : grid::OutlineState::kExpanded);
+  else if (choice.name == "mnuBill")
+    Announce(context_.events, "Bill");
+  else if (choice.name == "mnuCopy")
+    grid.CopySelection(context_.clipboard);
+  else if (choice.name == "mnuFind")
+    Announce(context_.events, "Find");
+  else if (choice.name == "mnuRefresh")
+    Announce(context_.events, "Refresh");
+}
+
+void GridMenus::AnnounceAndName(const char* command) {
+  Announce(context_.events, command);
+  TellErrors(context_.events, [&] { grid::RefreshProductNames(context_.grid); });
+}
+
+void GridMenus::Freeze(int column) {
+  if (column < 0) return;
+  // In the hot row the frozen columns have other colours of their own than those that scroll.
+  const auto aside = hot_row_.SetAside();
+  context_.grid.SetFrozenCols(column);
+}
+
+void GridMenus::HideColumn(int column) {
+  platform::Grid& grid = context_.grid;
+  if (column == grid.OutlineCol() || column < grid.FixedCols()) return;
+  grid.SetColHidden(column, true);
+  AnnounceAndName("AfterFieldShow");
+}
+
+void GridMenus::ToggleField(const platform::MenuItem& field) {
+  platform::Grid& grid = context_.grid;
+  const int column = grid.ColIndex(field.tag);
+  if (column < 0) return;
+  if (column == grid.OutlineCol()) {
+    // Nothing changes, and the host hears an empty message.
+    TellErrors(context_.events, [&] { context_.events.Notify(""); });
+    return;
+  }
+  grid.SetColHidden(column, field.checked);
+  AnnounceAndName("AfterFieldShow");
+}
+
+}  // namespace stockbook::interaction
