@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The 35 appearance properties that a host's property bag keeps.
+#include <array>
+#include <cassert>
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <type_traits>
 #include <variant>
 
 #include "base/scope_exit.h"
@@ -13,15 +17,12 @@ namespace stockbook::control {
 using platform::BagValue;
 using platform::Colour;
 using platform::GridColour;
+using platform::GridLineStyle;
+using platform::OutlineBarStyle;
 using platform::PictureRef;
+using platform::ScrollBarsSetting;
 
 namespace {
-
-template <typename Type>
-Type As(const BagValue& value) {
-  if (const auto* held = std::get_if<Type>(&value)) return *held;
-  throw platform::Error("read properties", "类型不匹配：属性包返回了另一类型的值。", 13);
-}
 
 // Without its fraction.
 int32_t WholeNumber(float number) {
@@ -29,143 +30,181 @@ int32_t WholeNumber(float number) {
   return std::abs(number) < kBeyond ? static_cast<int32_t>(number) : 0;
 }
 
+// A bag holds 16-bit numbers and pictures as they are and everything else in 32 bits. Colours keep their bits: those
+// above 0x7FFFFFFF are negative there.
+template <typename Type>
+using Held = std::conditional_t<std::is_same_v<Type, int16_t> || std::is_same_v<Type, PictureRef>, Type, int32_t>;
+
+template <typename Type>
+BagValue ToBag(const Type& value) {
+  if constexpr (std::is_same_v<Type, float>)
+    return WholeNumber(value);
+  else
+    return static_cast<Held<Type>>(value);
+}
+
+template <typename Type>
+Type FromBag(const BagValue& value) {
+  if (const auto* held = std::get_if<Held<Type>>(&value)) return static_cast<Type>(*held);
+  throw platform::Error("read properties", "类型不匹配：属性包返回了另一类型的值。", 13);
+}
+
 }  // namespace
 
-// The table of the saved properties, in the order in which they are read and written. Each reads its target and stores
-// into it without telling anybody: unlike the public writers, reading a bag is no change that the host has to save.
+// The table of the saved properties, in the order in which they are read from a bag and written to it.
 class Stockbook::SavedProperties {
  public:
+  template <typename Type>
   struct Property {
     std::string_view key;
-    BagValue (*value_of)(const Stockbook& control);
-    void (*store)(Stockbook& control, const BagValue& value);
-    // Whether the target holds more than the bag can.
-    bool (*has_fraction)(const Stockbook& control) = [](const Stockbook&) { return false; };
+    Type (Stockbook::*read)() const;
+    void (*store)(Stockbook& control, const Type& value);
+    // What a public writer does as well; reading a bag does not.
+    void (*apply)(Stockbook& control, const Type& value) = [](Stockbook&, const Type&) {};
   };
+  using AnyProperty = std::variant<Property<int16_t>, Property<float>, Property<Colour>, Property<PictureRef>,
+                                   Property<GridLineStyle>, Property<OutlineBarStyle>, Property<ScrollBarsSetting>>;
 
-  // The body's border is derived once the frames' own values are there.
+  // The first of them are the frames': they are drawn anew for each, and the body's border is derived when all of them
+  // have been read.
   static constexpr size_t kFrames = 3;
   static constexpr size_t kCount = 35;
-  static const std::array<Property, kCount>& All();
+  static const std::array<AnyProperty, kCount>& All();
 
-  static void Read(Stockbook& control, const Property& property, platform::PropertyBag& bag) {
-    const BagValue now = property.value_of(control);
+  // Stores without telling anybody: unlike a public writer, reading a bag makes no change that the host has to save.
+  template <typename Type>
+  static void Read(Stockbook& control, const Property<Type>& property, platform::PropertyBag& bag) {
+    const Type current = (control.*property.read)();
+    const BagValue now = ToBag(current);
     const BagValue value = bag.Read(property.key, now);
     // An absent key leaves a fraction alone; only another fallback tells it from a key that holds the whole part.
-    if (value == now && property.has_fraction(control)) {
-      const BagValue other = As<int32_t>(now) == 0 ? 1 : 0;
+    if (value == now && FromBag<Type>(now) != current) {
+      const BagValue other = now == BagValue(int32_t{0}) ? int32_t{1} : int32_t{0};
       if (bag.Read(property.key, other) == other) return;
     }
-    property.store(control, value);
+    property.store(control, FromBag<Type>(value));
   }
 
  private:
-  template <auto frame, auto member>
-  static constexpr Property OfFrame(std::string_view key) {
-    return {key, [](const Stockbook& control) -> BagValue { return control.*frame.*member; },
-            [](Stockbook& control, const BagValue& value) { control.*frame.*member = As<int16_t>(value); }};
-  }
-
-  template <PictureRef grid::Pictures::*member>
-  static constexpr Property OfPicture(std::string_view key) {
-    return {key, [](const Stockbook& control) -> BagValue { return control.pictures_.*member; },
-            [](Stockbook& control, const BagValue& value) { control.pictures_.*member = As<PictureRef>(value); }};
-  }
-
   template <GridColour which>
-  static constexpr Property OfGridColour(std::string_view key) {
-    return {key, [](const Stockbook& control) -> BagValue { return Long(control.fg_.ColourOf(which)); },
-            [](Stockbook& control, const BagValue& value) { control.fg_.SetColour(which, ColourOf(value)); }};
+  static void StoreGridColour(Stockbook& control, const Colour& colour) {
+    const auto aside = control.SetHotRowAside();
+    control.fg_.SetColour(which, colour);
   }
 
   template <Colour Stockbook::*member>
-  static constexpr Property OfColour(std::string_view key) {
-    return {key, [](const Stockbook& control) -> BagValue { return Long(control.*member); },
-            [](Stockbook& control, const BagValue& value) { control.*member = ColourOf(value); }};
+  static void StoreHotColour(Stockbook& control, const Colour& colour) {
+    const auto aside = control.SetHotRowAside();
+    control.*member = colour;
   }
 
-  template <typename Setting, auto read, auto write>
-  static constexpr Property OfSetting(std::string_view key) {
-    return {key, [](const Stockbook& control) -> BagValue { return static_cast<int32_t>((control.fg_.*read)()); },
-            [](Stockbook& control, const BagValue& value) {
-              (control.fg_.*write)(static_cast<Setting>(As<int32_t>(value)));
-            }};
+  template <auto frame, auto member, typename Type>
+  static void StoreInFrame(Stockbook& control, const Type& value) {
+    control.*frame.*member = value;
   }
 
-  template <auto read, auto write>
-  static constexpr Property OfHeight(std::string_view key) {
-    return {
-        key, [](const Stockbook& control) -> BagValue { return WholeNumber((control.fg_.*read)()); },
-        [](Stockbook& control, const BagValue& value) { (control.fg_.*write)(static_cast<float>(As<int32_t>(value))); },
-        [](const Stockbook& control) {
-          const float height = (control.fg_.*read)();
-          return static_cast<float>(WholeNumber(height)) != height;
-        }};
+  template <PictureRef grid::Pictures::*member>
+  static void StorePicture(Stockbook& control, const PictureRef& picture) {
+    control.pictures_.*member = picture;
   }
 
-  // Colours keep their bits: those above 0x7FFFFFFF are negative in the bag.
-  static int32_t Long(Colour colour) { return static_cast<int32_t>(colour); }
-  static Colour ColourOf(const BagValue& value) { return static_cast<Colour>(As<int32_t>(value)); }
+  template <auto write, typename Type>
+  static void StoreInGrid(Stockbook& control, const Type& value) {
+    (control.fg_.*write)(value);
+  }
 };
 
-const std::array<Stockbook::SavedProperties::Property, Stockbook::SavedProperties::kCount>&
+const std::array<Stockbook::SavedProperties::AnyProperty, Stockbook::SavedProperties::kCount>&
 Stockbook::SavedProperties::All() {
   using grid::Pictures;
   using platform::Grid;
-  static constexpr std::array<Property, kCount> kAll = {
-      OfFrame<&Stockbook::c1e_desk_, &Container::border_width>("BorderWidth"),
-      OfFrame<&Stockbook::c1e_desk_, &Container::child_spacing>("ChildSpacing"),
-      Property{"BorderColor", [](const Stockbook& control) -> BagValue { return Long(control.c1e_body_.back_color); },
-               [](Stockbook& control, const BagValue& value) { control.c1e_body_.back_color = ColourOf(value); }},
-      OfPicture<&Pictures::node_closed>("NodeClosedPicture"),
-      OfPicture<&Pictures::node_open>("NodeOpenPicture"),
-      OfPicture<&Pictures::bill>("BillPicture"),
-      OfPicture<&Pictures::bill_audited>("BillAuditedPicture"),
-      OfPicture<&Pictures::rev>("RevPicture"),
-      OfPicture<&Pictures::rev_audited>("RevAuditedPicture"),
-      OfPicture<&Pictures::iss>("IssPicture"),
-      OfPicture<&Pictures::iss_audited>("IssAuditedPicture"),
-      OfPicture<&Pictures::shift>("ShiftPicture"),
-      OfPicture<&Pictures::shift_audited>("ShiftAuditedPicture"),
-      OfGridColour<GridColour::kSheetBorder>("SheetBorderColor"),
-      OfGridColour<GridColour::kBackColor>("BackColor"),
-      OfGridColour<GridColour::kBackColorBkg>("BackColorBkg"),
-      OfGridColour<GridColour::kBackColorFixed>("BackColorFixed"),
-      OfGridColour<GridColour::kBackColorFrozen>("BackColorFrozen"),
-      OfGridColour<GridColour::kBackColorSel>("BackColorSel"),
-      OfGridColour<GridColour::kForeColor>("ForeColor"),
-      OfGridColour<GridColour::kForeColorFixed>("ForeColorFixed"),
-      OfGridColour<GridColour::kForeColorFrozen>("ForeColorFrozen"),
-      OfGridColour<GridColour::kForeColorSel>("ForeColorSel"),
-      OfGridColour<GridColour::kGridColor>("GridColor"),
-      OfGridColour<GridColour::kGridColorFixed>("GridColorFixed"),
-      OfSetting<platform::GridLineStyle, &Grid::GridLines, &Grid::SetGridLines>("GridLines"),
-      OfSetting<platform::GridLineStyle, &Grid::GridLinesFixed, &Grid::SetGridLinesFixed>("GridLinesFixed"),
-      OfSetting<platform::OutlineBarStyle, &Grid::OutlineBar, &Grid::SetOutlineBar>("OutlineBar"),
-      OfSetting<platform::ScrollBarsSetting, &Grid::ScrollBars, &Grid::SetScrollBars>("ScrollBars"),
-      OfPicture<&Pictures::title_back>("TitleBackPicture"),
-      OfPicture<&Pictures::mark_back>("MarkBackPicture"),
-      OfHeight<&Grid::RowHeightMin, &Grid::SetRowHeightMin>("RowHeightMin"),
-      OfHeight<&Grid::RowHeightMax, &Grid::SetRowHeightMax>("RowHeightMax"),
-      OfColour<&Stockbook::back_color_hot_>("BackColorHot"),
-      OfColour<&Stockbook::fore_color_hot_>("ForeColorHot"),
+  using Control = Stockbook;
+  using Colours = Property<Colour>;
+  using Picture = Property<PictureRef>;
+  static constexpr std::array<AnyProperty, kCount> kAll = {
+      Property<int16_t>{
+          "BorderWidth", &Control::BorderWidth, StoreInFrame<&Control::c1e_desk_, &Container::border_width>,
+          [](Control& control, const int16_t& pixels) { control.c1e_body_.border_width = pixels == 0 ? 1 : 0; }},
+      Property<int16_t>{"ChildSpacing", &Control::ChildSpacing,
+                        StoreInFrame<&Control::c1e_desk_, &Container::child_spacing>},
+      Colours{"BorderColor", &Control::BorderColor, StoreInFrame<&Control::c1e_body_, &Container::back_color>},
+      Picture{"NodeClosedPicture", &Control::NodeClosedPicture, StorePicture<&Pictures::node_closed>,
+              StoreInGrid<&Grid::SetNodeClosedPicture>},
+      Picture{"NodeOpenPicture", &Control::NodeOpenPicture, StorePicture<&Pictures::node_open>,
+              StoreInGrid<&Grid::SetNodeOpenPicture>},
+      Picture{"BillPicture", &Control::BillPicture, StorePicture<&Pictures::bill>},
+      Picture{"BillAuditedPicture", &Control::BillAuditedPicture, StorePicture<&Pictures::bill_audited>},
+      Picture{"RevPicture", &Control::RevPicture, StorePicture<&Pictures::rev>},
+      Picture{"RevAuditedPicture", &Control::RevAuditedPicture, StorePicture<&Pictures::rev_audited>},
+      Picture{"IssPicture", &Control::IssPicture, StorePicture<&Pictures::iss>},
+      Picture{"IssAuditedPicture", &Control::IssAuditedPicture, StorePicture<&Pictures::iss_audited>},
+      Picture{"ShiftPicture", &Control::ShiftPicture, StorePicture<&Pictures::shift>},
+      Picture{"ShiftAuditedPicture", &Control::ShiftAuditedPicture, StorePicture<&Pictures::shift_audited>},
+      Colours{"SheetBorderColor", &Control::SheetBorderColor, StoreGridColour<GridColour::kSheetBorder>},
+      Colours{"BackColor", &Control::BackColor, StoreGridColour<GridColour::kBackColor>},
+      Colours{"BackColorBkg", &Control::BackColorBkg, StoreGridColour<GridColour::kBackColorBkg>},
+      Colours{"BackColorFixed", &Control::BackColorFixed, StoreGridColour<GridColour::kBackColorFixed>},
+      Colours{"BackColorFrozen", &Control::BackColorFrozen, StoreGridColour<GridColour::kBackColorFrozen>},
+      Colours{"BackColorSel", &Control::BackColorSel, StoreGridColour<GridColour::kBackColorSel>},
+      Colours{"ForeColor", &Control::ForeColor, StoreGridColour<GridColour::kForeColor>},
+      Colours{"ForeColorFixed", &Control::ForeColorFixed, StoreGridColour<GridColour::kForeColorFixed>},
+      Colours{"ForeColorFrozen", &Control::ForeColorFrozen, StoreGridColour<GridColour::kForeColorFrozen>},
+      Colours{"ForeColorSel", &Control::ForeColorSel, StoreGridColour<GridColour::kForeColorSel>},
+      Colours{"GridColor", &Control::GridColor, StoreGridColour<GridColour::kGridColor>},
+      Colours{"GridColorFixed", &Control::GridColorFixed, StoreGridColour<GridColour::kGridColorFixed>},
+      Property<GridLineStyle>{"GridLines", &Control::GridLines, StoreInGrid<&Grid::SetGridLines>},
+      Property<GridLineStyle>{"GridLinesFixed", &Control::GridLinesFixed, StoreInGrid<&Grid::SetGridLinesFixed>},
+      // The saved key has a capital B and the property has not; both spellings stay.
+      Property<OutlineBarStyle>{"OutlineBar", &Control::Outlinebar, StoreInGrid<&Grid::SetOutlineBar>},
+      Property<ScrollBarsSetting>{"ScrollBars", &Control::ScrollBars, StoreInGrid<&Grid::SetScrollBars>},
+      Picture{"TitleBackPicture", &Control::TitleBackPicture, StorePicture<&Pictures::title_back>},
+      Picture{"MarkBackPicture", &Control::MarkBackPicture, StorePicture<&Pictures::mark_back>},
+      Property<float>{"RowHeightMin", &Control::RowHeightMin, StoreInGrid<&Grid::SetRowHeightMin>},
+      Property<float>{"RowHeightMax", &Control::RowHeightMax, StoreInGrid<&Grid::SetRowHeightMax>},
+      Colours{"BackColorHot", &Control::BackColorHot, StoreHotColour<&Control::back_color_hot_>},
+      Colours{"ForeColorHot", &Control::ForeColorHot, StoreHotColour<&Control::fore_color_hot_>},
   };
   return kAll;
 }
 
+template <typename Type>
+void Stockbook::Change(Type (Stockbook::*read)() const, std::type_identity_t<Type> value) {
+  const auto& all = SavedProperties::All();
+  for (size_t index = 0; index < all.size(); ++index) {
+    const auto* property = std::get_if<SavedProperties::Property<Type>>(&all[index]);
+    if (property == nullptr || property->read != read) continue;
+    property->apply(*this, value);
+    property->store(*this, value);
+    site_.PropertyChanged(property->key);
+    if (index < SavedProperties::kFrames) site_.FrameChanged();
+    return;
+  }
+  assert(false && "a property without a row in the table");
+}
+
+template void Stockbook::Change(int16_t (Stockbook::*)() const, int16_t);
+template void Stockbook::Change(float (Stockbook::*)() const, float);
+template void Stockbook::Change(Colour (Stockbook::*)() const, Colour);
+template void Stockbook::Change(PictureRef (Stockbook::*)() const, PictureRef);
+template void Stockbook::Change(GridLineStyle (Stockbook::*)() const, GridLineStyle);
+template void Stockbook::Change(OutlineBarStyle (Stockbook::*)() const, OutlineBarStyle);
+template void Stockbook::Change(ScrollBarsSetting (Stockbook::*)() const, ScrollBarsSetting);
+
 void Stockbook::ReadProperties(platform::PropertyBag& bag) {
   const base::ScopeExit told([this] { site_.FrameChanged(); });
   const auto aside = SetHotRowAside();
-  const auto& properties = SavedProperties::All();
-  for (size_t index = 0; index < properties.size(); ++index) {
+  const auto& all = SavedProperties::All();
+  for (size_t index = 0; index < all.size(); ++index) {
     if (index == SavedProperties::kFrames) c1e_body_.border_width = c1e_desk_.border_width <= 0 ? 1 : 0;
-    SavedProperties::Read(*this, properties[index], bag);
+    std::visit([&](const auto& property) { SavedProperties::Read(*this, property, bag); }, all[index]);
   }
   ApplyBackPictures();
 }
 
 void Stockbook::WriteProperties(platform::PropertyBag& bag) const {
-  for (const auto& property : SavedProperties::All()) bag.Write(property.key, property.value_of(*this));
+  for (const auto& any : SavedProperties::All()) {
+    std::visit([&](const auto& property) { bag.Write(property.key, ToBag((this->*property.read)())); }, any);
+  }
 }
 
 }  // namespace stockbook::control

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "base/journal_type.h"
@@ -157,94 +159,81 @@ class Stockbook {
   void SetRowHeightSum(float twips);
   float RowHeightSum() const { return row_height_sum_; }
 
-  // Appearance; every writer tells the site which saved property changed.
-  void SetBackColor(platform::Colour colour) { SetGridColour(platform::GridColour::kBackColor, colour, "BackColor"); }
+  // Appearance: the saved properties. Every writer goes through their table (saved_properties.cc), which tells the site
+  // which of them changed.
+  void SetBackColor(platform::Colour colour) { Change(&Stockbook::BackColor, colour); }
   platform::Colour BackColor() const { return fg_.ColourOf(platform::GridColour::kBackColor); }
-  void SetBackColorBkg(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kBackColorBkg, colour, "BackColorBkg");
-  }
+  void SetBackColorBkg(platform::Colour colour) { Change(&Stockbook::BackColorBkg, colour); }
   platform::Colour BackColorBkg() const { return fg_.ColourOf(platform::GridColour::kBackColorBkg); }
-  void SetBackColorFixed(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kBackColorFixed, colour, "BackColorFixed");
-  }
+  void SetBackColorFixed(platform::Colour colour) { Change(&Stockbook::BackColorFixed, colour); }
   platform::Colour BackColorFixed() const { return fg_.ColourOf(platform::GridColour::kBackColorFixed); }
-  void SetBackColorFrozen(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kBackColorFrozen, colour, "BackColorFrozen");
-  }
+  void SetBackColorFrozen(platform::Colour colour) { Change(&Stockbook::BackColorFrozen, colour); }
   platform::Colour BackColorFrozen() const { return fg_.ColourOf(platform::GridColour::kBackColorFrozen); }
-  void SetBackColorSel(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kBackColorSel, colour, "BackColorSel");
-  }
+  void SetBackColorSel(platform::Colour colour) { Change(&Stockbook::BackColorSel, colour); }
   platform::Colour BackColorSel() const { return fg_.ColourOf(platform::GridColour::kBackColorSel); }
-  void SetForeColor(platform::Colour colour) { SetGridColour(platform::GridColour::kForeColor, colour, "ForeColor"); }
+  void SetForeColor(platform::Colour colour) { Change(&Stockbook::ForeColor, colour); }
   platform::Colour ForeColor() const { return fg_.ColourOf(platform::GridColour::kForeColor); }
-  void SetForeColorFixed(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kForeColorFixed, colour, "ForeColorFixed");
-  }
+  void SetForeColorFixed(platform::Colour colour) { Change(&Stockbook::ForeColorFixed, colour); }
   platform::Colour ForeColorFixed() const { return fg_.ColourOf(platform::GridColour::kForeColorFixed); }
-  void SetForeColorFrozen(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kForeColorFrozen, colour, "ForeColorFrozen");
-  }
+  void SetForeColorFrozen(platform::Colour colour) { Change(&Stockbook::ForeColorFrozen, colour); }
   platform::Colour ForeColorFrozen() const { return fg_.ColourOf(platform::GridColour::kForeColorFrozen); }
-  void SetForeColorSel(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kForeColorSel, colour, "ForeColorSel");
-  }
+  void SetForeColorSel(platform::Colour colour) { Change(&Stockbook::ForeColorSel, colour); }
   platform::Colour ForeColorSel() const { return fg_.ColourOf(platform::GridColour::kForeColorSel); }
-  void SetGridColor(platform::Colour colour) { SetGridColour(platform::GridColour::kGridColor, colour, "GridColor"); }
+  void SetGridColor(platform::Colour colour) { Change(&Stockbook::GridColor, colour); }
   platform::Colour GridColor() const { return fg_.ColourOf(platform::GridColour::kGridColor); }
-  void SetGridColorFixed(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kGridColorFixed, colour, "GridColorFixed");
-  }
+  void SetGridColorFixed(platform::Colour colour) { Change(&Stockbook::GridColorFixed, colour); }
   platform::Colour GridColorFixed() const { return fg_.ColourOf(platform::GridColour::kGridColorFixed); }
-  void SetGridLines(platform::GridLineStyle style);
+  void SetGridLines(platform::GridLineStyle style) { Change(&Stockbook::GridLines, style); }
   platform::GridLineStyle GridLines() const { return fg_.GridLines(); }
-  void SetGridLinesFixed(platform::GridLineStyle style);
+  void SetGridLinesFixed(platform::GridLineStyle style) { Change(&Stockbook::GridLinesFixed, style); }
   platform::GridLineStyle GridLinesFixed() const { return fg_.GridLinesFixed(); }
-  void SetOutlinebar(platform::OutlineBarStyle style);
+  void SetOutlinebar(platform::OutlineBarStyle style) { Change(&Stockbook::Outlinebar, style); }
   platform::OutlineBarStyle Outlinebar() const { return fg_.OutlineBar(); }
-  void SetRowHeightMin(float twips);
+  void SetRowHeightMin(float twips) { Change(&Stockbook::RowHeightMin, twips); }
   float RowHeightMin() const { return fg_.RowHeightMin(); }
-  void SetRowHeightMax(float twips);
+  void SetRowHeightMax(float twips) { Change(&Stockbook::RowHeightMax, twips); }
   float RowHeightMax() const { return fg_.RowHeightMax(); }
-  void SetScrollBars(platform::ScrollBarsSetting setting);
+  void SetScrollBars(platform::ScrollBarsSetting setting) { Change(&Stockbook::ScrollBars, setting); }
   platform::ScrollBarsSetting ScrollBars() const { return fg_.ScrollBars(); }
-  void SetBillPicture(platform::PictureRef picture);
+  void SetBillPicture(platform::PictureRef picture) { Change(&Stockbook::BillPicture, std::move(picture)); }
   platform::PictureRef BillPicture() const { return pictures_.bill; }
-  void SetBillAuditedPicture(platform::PictureRef picture);
-  platform::PictureRef BillAuditedPicture() const { return pictures_.bill_audited; }
-  void SetRevPicture(platform::PictureRef picture);
-  platform::PictureRef RevPicture() const { return pictures_.rev; }
-  void SetRevAuditedPicture(platform::PictureRef picture);
-  platform::PictureRef RevAuditedPicture() const { return pictures_.rev_audited; }
-  void SetIssPicture(platform::PictureRef picture);
-  platform::PictureRef IssPicture() const { return pictures_.iss; }
-  void SetIssAuditedPicture(platform::PictureRef picture);
-  platform::PictureRef IssAuditedPicture() const { return pictures_.iss_audited; }
-  void SetShiftPicture(platform::PictureRef picture);
-  platform::PictureRef ShiftPicture() const { return pictures_.shift; }
-  void SetShiftAuditedPicture(platform::PictureRef picture);
-  platform::PictureRef ShiftAuditedPicture() const { return pictures_.shift_audited; }
-  void SetNodeClosedPicture(platform::PictureRef picture);
-  platform::PictureRef NodeClosedPicture() const { return pictures_.node_closed; }
-  void SetNodeOpenPicture(platform::PictureRef picture);
-  platform::PictureRef NodeOpenPicture() const { return pictures_.node_open; }
-  void SetBackColorHot(platform::Colour colour);
-  platform::Colour BackColorHot() const { return back_color_hot_; }
-  void SetForeColorHot(platform::Colour colour);
-  platform::Colour ForeColorHot() const { return fore_color_hot_; }
-  void SetTitleBackPicture(platform::PictureRef picture);
-  platform::PictureRef TitleBackPicture() const { return pictures_.title_back; }
-  void SetMarkBackPicture(platform::PictureRef picture);
-  platform::PictureRef MarkBackPicture() const { return pictures_.mark_back; }
-  void SetBorderWidth(int16_t pixels);
-  int16_t BorderWidth() const { return c1e_desk_.border_width; }
-  void SetChildSpacing(int16_t pixels);
-  int16_t ChildSpacing() const { return c1e_desk_.child_spacing; }
-  void SetBorderColor(platform::Colour colour);
-  platform::Colour BorderColor() const { return c1e_body_.back_color; }
-  void SetSheetBorderColor(platform::Colour colour) {
-    SetGridColour(platform::GridColour::kSheetBorder, colour, "SheetBorderColor");
+  void SetBillAuditedPicture(platform::PictureRef picture) {
+    Change(&Stockbook::BillAuditedPicture, std::move(picture));
   }
+  platform::PictureRef BillAuditedPicture() const { return pictures_.bill_audited; }
+  void SetRevPicture(platform::PictureRef picture) { Change(&Stockbook::RevPicture, std::move(picture)); }
+  platform::PictureRef RevPicture() const { return pictures_.rev; }
+  void SetRevAuditedPicture(platform::PictureRef picture) { Change(&Stockbook::RevAuditedPicture, std::move(picture)); }
+  platform::PictureRef RevAuditedPicture() const { return pictures_.rev_audited; }
+  void SetIssPicture(platform::PictureRef picture) { Change(&Stockbook::IssPicture, std::move(picture)); }
+  platform::PictureRef IssPicture() const { return pictures_.iss; }
+  void SetIssAuditedPicture(platform::PictureRef picture) { Change(&Stockbook::IssAuditedPicture, std::move(picture)); }
+  platform::PictureRef IssAuditedPicture() const { return pictures_.iss_audited; }
+  void SetShiftPicture(platform::PictureRef picture) { Change(&Stockbook::ShiftPicture, std::move(picture)); }
+  platform::PictureRef ShiftPicture() const { return pictures_.shift; }
+  void SetShiftAuditedPicture(platform::PictureRef picture) {
+    Change(&Stockbook::ShiftAuditedPicture, std::move(picture));
+  }
+  platform::PictureRef ShiftAuditedPicture() const { return pictures_.shift_audited; }
+  void SetNodeClosedPicture(platform::PictureRef picture) { Change(&Stockbook::NodeClosedPicture, std::move(picture)); }
+  platform::PictureRef NodeClosedPicture() const { return pictures_.node_closed; }
+  void SetNodeOpenPicture(platform::PictureRef picture) { Change(&Stockbook::NodeOpenPicture, std::move(picture)); }
+  platform::PictureRef NodeOpenPicture() const { return pictures_.node_open; }
+  void SetBackColorHot(platform::Colour colour) { Change(&Stockbook::BackColorHot, colour); }
+  platform::Colour BackColorHot() const { return back_color_hot_; }
+  void SetForeColorHot(platform::Colour colour) { Change(&Stockbook::ForeColorHot, colour); }
+  platform::Colour ForeColorHot() const { return fore_color_hot_; }
+  void SetTitleBackPicture(platform::PictureRef picture) { Change(&Stockbook::TitleBackPicture, std::move(picture)); }
+  platform::PictureRef TitleBackPicture() const { return pictures_.title_back; }
+  void SetMarkBackPicture(platform::PictureRef picture) { Change(&Stockbook::MarkBackPicture, std::move(picture)); }
+  platform::PictureRef MarkBackPicture() const { return pictures_.mark_back; }
+  void SetBorderWidth(int16_t pixels) { Change(&Stockbook::BorderWidth, pixels); }
+  int16_t BorderWidth() const { return c1e_desk_.border_width; }
+  void SetChildSpacing(int16_t pixels) { Change(&Stockbook::ChildSpacing, pixels); }
+  int16_t ChildSpacing() const { return c1e_desk_.child_spacing; }
+  void SetBorderColor(platform::Colour colour) { Change(&Stockbook::BorderColor, colour); }
+  platform::Colour BorderColor() const { return c1e_body_.back_color; }
+  void SetSheetBorderColor(platform::Colour colour) { Change(&Stockbook::SheetBorderColor, colour); }
   platform::Colour SheetBorderColor() const { return fg_.ColourOf(platform::GridColour::kSheetBorder); }
 
   // Methods.
@@ -300,8 +289,9 @@ class Stockbook {
   // Raises AfterFormatted.
   void FormatGrid();
   void SizeRows();
-  void SetGridColour(platform::GridColour which, platform::Colour colour, std::string_view key);
-  void ChangePicture(platform::PictureRef& field, platform::PictureRef picture, std::string_view key);
+  // Writes the saved property with that reader, and tells the site.
+  template <typename Type>
+  void Change(Type (Stockbook::*property)() const, std::type_identity_t<Type> value);
   void RefreshCaption();
   void RefreshProductNames();
   void ReadRowHeightsBack();

@@ -3,10 +3,13 @@
 
 #include <QColor>
 #include <QPixmap>
+#include <type_traits>
 
 #include "platform/grid_appearance.h"
 #include "platform/grid_outline.h"
+#include "qt/colour.h"
 #include "qt/journal_properties.h"
+#include "qt/picture.h"
 
 namespace stockbook::qt {
 
@@ -15,41 +18,14 @@ namespace stockbook::qt {
 // that the control drew itself reads back as an image of its usual size.
 class AppearanceProperties : public JournalProperties {
   Q_OBJECT
-  Q_PROPERTY(QColor BackColor READ BackColor WRITE SetBackColor)
-  Q_PROPERTY(QColor BackColorBkg READ BackColorBkg WRITE SetBackColorBkg)
-  Q_PROPERTY(QColor BackColorFixed READ BackColorFixed WRITE SetBackColorFixed)
-  Q_PROPERTY(QColor BackColorFrozen READ BackColorFrozen WRITE SetBackColorFrozen)
-  Q_PROPERTY(QColor BackColorSel READ BackColorSel WRITE SetBackColorSel)
-  Q_PROPERTY(QColor ForeColor READ ForeColor WRITE SetForeColor)
-  Q_PROPERTY(QColor ForeColorFixed READ ForeColorFixed WRITE SetForeColorFixed)
-  Q_PROPERTY(QColor ForeColorFrozen READ ForeColorFrozen WRITE SetForeColorFrozen)
-  Q_PROPERTY(QColor ForeColorSel READ ForeColorSel WRITE SetForeColorSel)
-  Q_PROPERTY(QColor GridColor READ GridColor WRITE SetGridColor)
-  Q_PROPERTY(QColor GridColorFixed READ GridColorFixed WRITE SetGridColorFixed)
-  Q_PROPERTY(GridLineStyle GridLines READ GridLines WRITE SetGridLines)
-  Q_PROPERTY(GridLineStyle GridLinesFixed READ GridLinesFixed WRITE SetGridLinesFixed)
-  Q_PROPERTY(OutlineBarStyle Outlinebar READ Outlinebar WRITE SetOutlinebar)
-  Q_PROPERTY(float RowHeightMin READ RowHeightMin WRITE SetRowHeightMin)
-  Q_PROPERTY(float RowHeightMax READ RowHeightMax WRITE SetRowHeightMax)
-  Q_PROPERTY(ScrollBarsSetting ScrollBars READ ScrollBars WRITE SetScrollBars)
-  Q_PROPERTY(QPixmap BillPicture READ BillPicture WRITE SetBillPicture)
-  Q_PROPERTY(QPixmap BillAuditedPicture READ BillAuditedPicture WRITE SetBillAuditedPicture)
-  Q_PROPERTY(QPixmap RevPicture READ RevPicture WRITE SetRevPicture)
-  Q_PROPERTY(QPixmap RevAuditedPicture READ RevAuditedPicture WRITE SetRevAuditedPicture)
-  Q_PROPERTY(QPixmap IssPicture READ IssPicture WRITE SetIssPicture)
-  Q_PROPERTY(QPixmap IssAuditedPicture READ IssAuditedPicture WRITE SetIssAuditedPicture)
-  Q_PROPERTY(QPixmap ShiftPicture READ ShiftPicture WRITE SetShiftPicture)
-  Q_PROPERTY(QPixmap ShiftAuditedPicture READ ShiftAuditedPicture WRITE SetShiftAuditedPicture)
-  Q_PROPERTY(QPixmap NodeClosedPicture READ NodeClosedPicture WRITE SetNodeClosedPicture)
-  Q_PROPERTY(QPixmap NodeOpenPicture READ NodeOpenPicture WRITE SetNodeOpenPicture)
-  Q_PROPERTY(QColor BackColorHot READ BackColorHot WRITE SetBackColorHot)
-  Q_PROPERTY(QColor ForeColorHot READ ForeColorHot WRITE SetForeColorHot)
-  Q_PROPERTY(QPixmap TitleBackPicture READ TitleBackPicture WRITE SetTitleBackPicture)
-  Q_PROPERTY(QPixmap MarkBackPicture READ MarkBackPicture WRITE SetMarkBackPicture)
-  Q_PROPERTY(int BorderWidth READ BorderWidth WRITE SetBorderWidth)
-  Q_PROPERTY(int ChildSpacing READ ChildSpacing WRITE SetChildSpacing)
-  Q_PROPERTY(QColor BorderColor READ BorderColor WRITE SetBorderColor)
-  Q_PROPERTY(QColor SheetBorderColor READ SheetBorderColor WRITE SetSheetBorderColor)
+
+// A property of the toolkit over the control's property of that name.
+#define APPEARANCE(Type, Name)                                                        \
+  Q_PROPERTY(Type Name READ Name WRITE Set##Name)                                     \
+  void Set##Name(const Type& value) {                                                 \
+    Attempt([&] { control().Set##Name(ToControl(value, control().Name(), #Name)); }); \
+  }                                                                                   \
+  Type Name() const { return FromControl<Type>(control().Name()); }
 
  public:
   enum GridLineStyle : int32_t {
@@ -83,76 +59,70 @@ class AppearanceProperties : public JournalProperties {
 
   using JournalProperties::JournalProperties;
 
-  void SetBackColor(const QColor& colour);
-  QColor BackColor() const;
-  void SetBackColorBkg(const QColor& colour);
-  QColor BackColorBkg() const;
-  void SetBackColorFixed(const QColor& colour);
-  QColor BackColorFixed() const;
-  void SetBackColorFrozen(const QColor& colour);
-  QColor BackColorFrozen() const;
-  void SetBackColorSel(const QColor& colour);
-  QColor BackColorSel() const;
-  void SetForeColor(const QColor& colour);
-  QColor ForeColor() const;
-  void SetForeColorFixed(const QColor& colour);
-  QColor ForeColorFixed() const;
-  void SetForeColorFrozen(const QColor& colour);
-  QColor ForeColorFrozen() const;
-  void SetForeColorSel(const QColor& colour);
-  QColor ForeColorSel() const;
-  void SetGridColor(const QColor& colour);
-  QColor GridColor() const;
-  void SetGridColorFixed(const QColor& colour);
-  QColor GridColorFixed() const;
-  void SetGridLines(GridLineStyle style);
-  GridLineStyle GridLines() const;
-  void SetGridLinesFixed(GridLineStyle style);
-  GridLineStyle GridLinesFixed() const;
-  void SetOutlinebar(OutlineBarStyle style);
-  OutlineBarStyle Outlinebar() const;
-  void SetRowHeightMin(float twips);
-  float RowHeightMin() const;
-  void SetRowHeightMax(float twips);
-  float RowHeightMax() const;
-  void SetScrollBars(ScrollBarsSetting setting);
-  ScrollBarsSetting ScrollBars() const;
-  void SetBillPicture(const QPixmap& picture);
-  QPixmap BillPicture() const;
-  void SetBillAuditedPicture(const QPixmap& picture);
-  QPixmap BillAuditedPicture() const;
-  void SetRevPicture(const QPixmap& picture);
-  QPixmap RevPicture() const;
-  void SetRevAuditedPicture(const QPixmap& picture);
-  QPixmap RevAuditedPicture() const;
-  void SetIssPicture(const QPixmap& picture);
-  QPixmap IssPicture() const;
-  void SetIssAuditedPicture(const QPixmap& picture);
-  QPixmap IssAuditedPicture() const;
-  void SetShiftPicture(const QPixmap& picture);
-  QPixmap ShiftPicture() const;
-  void SetShiftAuditedPicture(const QPixmap& picture);
-  QPixmap ShiftAuditedPicture() const;
-  void SetNodeClosedPicture(const QPixmap& picture);
-  QPixmap NodeClosedPicture() const;
-  void SetNodeOpenPicture(const QPixmap& picture);
-  QPixmap NodeOpenPicture() const;
-  void SetBackColorHot(const QColor& colour);
-  QColor BackColorHot() const;
-  void SetForeColorHot(const QColor& colour);
-  QColor ForeColorHot() const;
-  void SetTitleBackPicture(const QPixmap& picture);
-  QPixmap TitleBackPicture() const;
-  void SetMarkBackPicture(const QPixmap& picture);
-  QPixmap MarkBackPicture() const;
-  void SetBorderWidth(int pixels);
-  int BorderWidth() const;
-  void SetChildSpacing(int pixels);
-  int ChildSpacing() const;
-  void SetBorderColor(const QColor& colour);
-  QColor BorderColor() const;
-  void SetSheetBorderColor(const QColor& colour);
-  QColor SheetBorderColor() const;
+  APPEARANCE(QColor, BackColor)
+  APPEARANCE(QColor, BackColorBkg)
+  APPEARANCE(QColor, BackColorFixed)
+  APPEARANCE(QColor, BackColorFrozen)
+  APPEARANCE(QColor, BackColorSel)
+  APPEARANCE(QColor, ForeColor)
+  APPEARANCE(QColor, ForeColorFixed)
+  APPEARANCE(QColor, ForeColorFrozen)
+  APPEARANCE(QColor, ForeColorSel)
+  APPEARANCE(QColor, GridColor)
+  APPEARANCE(QColor, GridColorFixed)
+  APPEARANCE(GridLineStyle, GridLines)
+  APPEARANCE(GridLineStyle, GridLinesFixed)
+  APPEARANCE(OutlineBarStyle, Outlinebar)
+  APPEARANCE(float, RowHeightMin)
+  APPEARANCE(float, RowHeightMax)
+  APPEARANCE(ScrollBarsSetting, ScrollBars)
+  APPEARANCE(QPixmap, BillPicture)
+  APPEARANCE(QPixmap, BillAuditedPicture)
+  APPEARANCE(QPixmap, RevPicture)
+  APPEARANCE(QPixmap, RevAuditedPicture)
+  APPEARANCE(QPixmap, IssPicture)
+  APPEARANCE(QPixmap, IssAuditedPicture)
+  APPEARANCE(QPixmap, ShiftPicture)
+  APPEARANCE(QPixmap, ShiftAuditedPicture)
+  APPEARANCE(QPixmap, NodeClosedPicture)
+  APPEARANCE(QPixmap, NodeOpenPicture)
+  APPEARANCE(QColor, BackColorHot)
+  APPEARANCE(QColor, ForeColorHot)
+  APPEARANCE(QPixmap, TitleBackPicture)
+  APPEARANCE(QPixmap, MarkBackPicture)
+  APPEARANCE(int, BorderWidth)
+  APPEARANCE(int, ChildSpacing)
+  APPEARANCE(QColor, BorderColor)
+  APPEARANCE(QColor, SheetBorderColor)
+
+ private:
+  static platform::PictureRef PictureOf(const QPixmap& pixmap, const platform::PictureRef& now);
+  // Throws platform::Error beyond 16 bits.
+  static int16_t ToInteger(int number, const char* property);
+
+  // A value of the control's as the toolkit has it, and back; `now` is what the control has.
+  template <typename Type, typename Value>
+  static Type FromControl(const Value& value) {
+    if constexpr (std::is_same_v<Type, QColor>)
+      return ToQColor(value);
+    else if constexpr (std::is_same_v<Type, QPixmap>)
+      return PixmapOf(value);
+    else
+      return static_cast<Type>(value);
+  }
+  template <typename Type, typename Value>
+  static Value ToControl(const Type& value, const Value& now, const char* property) {
+    if constexpr (std::is_same_v<Type, QColor>)
+      return FromQColor(value);
+    else if constexpr (std::is_same_v<Type, QPixmap>)
+      return PictureOf(value, now);
+    else if constexpr (std::is_same_v<Value, int16_t>)
+      return ToInteger(value, property);
+    else
+      return static_cast<Value>(value);
+  }
 };
+
+#undef APPEARANCE
 
 }  // namespace stockbook::qt
