@@ -65,19 +65,19 @@ class Stockbook::SavedProperties {
   using AnyProperty = std::variant<Property<int16_t>, Property<float>, Property<Colour>, Property<PictureRef>,
                                    Property<GridLineStyle>, Property<OutlineBarStyle>, Property<ScrollBarsSetting>>;
 
-  // The first of them are the frames': they are drawn anew for each, and the body's border is derived when all of them
-  // have been read.
+  // The first of them belong to the frames, which are redrawn when one is written; once all of these have been read the
+  // body's border is derived.
   static constexpr size_t kFrames = 3;
   static constexpr size_t kCount = 35;
   static const std::array<AnyProperty, kCount>& All();
 
-  // Stores without telling anybody: unlike a public writer, reading a bag makes no change that the host has to save.
+  // Tells nobody: unlike a public writer, reading a bag makes no change that the host has to save.
   template <typename Type>
   static void Read(Stockbook& control, const Property<Type>& property, platform::PropertyBag& bag) {
     const Type current = (control.*property.read)();
     const BagValue now = ToBag(current);
     const BagValue value = bag.Read(property.key, now);
-    // An absent key leaves a fraction alone; only another fallback tells it from a key that holds the whole part.
+    // An absent key keeps the fraction. A second fallback tells it from a key that holds the whole part.
     if (value == now && FromBag<Type>(now) != current) {
       const BagValue other = now == BagValue(int32_t{0}) ? int32_t{1} : int32_t{0};
       if (bag.Read(property.key, other) == other) return;

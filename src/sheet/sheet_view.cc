@@ -2,6 +2,7 @@
 // Sheet as platform::GridView and platform::GridAppearance.
 #include <algorithm>
 
+#include "base/scope_exit.h"
 #include "sheet/selection/selection_text.h"
 #include "sheet/sheet.h"
 
@@ -15,22 +16,6 @@ using platform::GridLineStyle;
 using platform::MousePointer;
 using platform::ScrollBarsSetting;
 using platform::Verdict;
-
-namespace {
-
-// Shows that the program is at work, and that it is no longer, by an error too.
-class BusyPointer {
- public:
-  explicit BusyPointer(Sheet& sheet) : sheet_(sheet) { sheet_.SetPointer(MousePointer::kArrowHourglass); }
-  ~BusyPointer() { sheet_.SetPointer(MousePointer::kDefault); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  Sheet& sheet_;
-};
-
-}  // namespace
 
 bool Sheet::ChangeSelection(const Selection& selection) {
   const CellPosition old_cell = selection_.current;
@@ -62,7 +47,8 @@ void Sheet::SetFocused(bool focused) {
 }
 
 void Sheet::CopySelection(platform::Clipboard& clipboard) {
-  const BusyPointer pointer(*this);
+  SetPointer(MousePointer::kArrowHourglass);
+  const base::ScopeExit pointer([this] { SetPointer(MousePointer::kDefault); });
   clipboard.Clear();
   clipboard.TakeText(SelectionText(*this));
 }

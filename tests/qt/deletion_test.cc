@@ -64,7 +64,7 @@ class Deleting : public WithApplication {
   void ExpectGone() {
     EXPECT_EQ(deleted_, 1);
     EXPECT_EQ(widget_, nullptr);
-    // What had to wait for the calls under way is freed by the first events behind them.
+    // What had to wait for the calls under way is freed by the first events after them.
     for (int turn = 0; turn < 50 && !IsFreed(); ++turn) {
       QApplication::processEvents();
       QThread::msleep(2);
@@ -342,6 +342,13 @@ TEST_P(DeletingByTheUser, InAListenerOfTheControlIsHarmless) {
   DeletingListener listener(Deleter());
   widget_->control().AddListener(&listener);
   widget_->Load(7, 0);
+  ExpectGone();
+}
+
+TEST_F(Deleting, InAListenerOfTheControlThatWasAskedItselfIsHarmless) {
+  DeletingListener listener(Deleter());
+  widget_->control().AddListener(&listener);
+  widget_->control().Load(7, 0);
   ExpectGone();
 }
 
