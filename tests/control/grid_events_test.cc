@@ -163,7 +163,7 @@ TEST_F(GridEvents, ShowTheIdentifiersOnAModifiedClickAndOpenNoMenu) {
 
 TEST(EmptyControl, DoesNothingOnMouseButtonsBeforeRecordsAreLoaded) {
   testing::ControlOverFakes fakes;
-  Journalist heard;
+  testing::EventRecorder heard;
   fakes.control->AddListener(&heard);
   sheet::Mouse mouse(fakes.fg);
   mouse.Press({sheet::MouseButton::kRight, {}, {200, 5}});
@@ -291,7 +291,7 @@ TEST_F(GridEvents, KeepTheOutlineInItsColumnWhereverItMoves) {
 }
 
 TEST_F(GridEvents, ReachASecondListenerToo) {
-  Journalist second;
+  testing::EventRecorder second;
   control().AddListener(&second);
   control().SetRow(4);
   EXPECT_EQ(second.Take(), (Lines{"AfterRowChanged", "Notify "}));

@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"
@@ -24,33 +25,6 @@ const std::vector<JournalLine> kTwoPeriods = {
 };
 constexpr int kRowsLoaded = 9;  // captions, opening, two groups of a node, lines and a total
 
-// Does something at every event, and writes down the messages and what Process said last.
-class Meddler : public interaction::EventListener {
- public:
-  void Process(int16_t indicator) override {
-    last_process = indicator;
-    Meddle();
-  }
-  void AfterLoaded() override { Meddle(); }
-  void AfterFormatted() override { Meddle(); }
-  void CommandExecute(const std::string& /*name*/, bool& /*cancel*/) override { Meddle(); }
-  void Notify(const std::string& message) override {
-    messages.push_back(message);
-    Meddle();
-  }
-
-  std::function<void(int event)> meddle;  // gets the number of the event, from 1 on
-  std::vector<std::string> messages;
-  int last_process = 0;
-  int events = 0;
-
- private:
-  void Meddle() {
-    ++events;
-    if (meddle) meddle(events);
-  }
-};
-
 // A control over a sheet that may refuse calls, with a journal of two periods behind its connection.
 class FaultyLoad : public ::testing::Test {
  protected:
@@ -59,7 +33,7 @@ class FaultyLoad : public ::testing::Test {
     control_ = std::make_unique<Stockbook>(
         Surroundings{faulty_, fakes_.fg1, fakes_.metrics, fakes_.images, fakes_.menu, fakes_.clipboard, fakes_.site});
     control_->SetConn(connection_);
-    control_->AddListener(&meddler_);
+    control_->AddListener(&heard_);
   }
 
   void ExpectEnded() {
@@ -68,14 +42,14 @@ class FaultyLoad : public ::testing::Test {
     EXPECT_TRUE(sheet_.CheckInvariants());
   }
   void ExpectLoadsAgain() {
-    meddler_.meddle = nullptr;
+    heard_.on_hearing = nullptr;
     control_->SetConn(connection_);
     control_->SetJournalType(base::MaterialJournal);
     ASSERT_TRUE(control_->Load(7, 0));
     EXPECT_EQ(control_->Rows(), kRowsLoaded);
     EXPECT_EQ(sheet_.TextMatrix(kRowsLoaded - 2, sheet_.ColIndex("StoQty")), "0");
     EXPECT_EQ(sheet_.TextMatrix(kRowsLoaded - 1, sheet_.ColIndex("IssQty")), "11.00\n14.00");
-    EXPECT_EQ(meddler_.last_process, -1);
+    EXPECT_EQ(heard_.LastOf("Process"), "-1");
     ExpectEnded();
   }
 
@@ -83,7 +57,7 @@ class FaultyLoad : public ::testing::Test {
   sheet::Sheet sheet_;
   FaultyGrid faulty_;
   std::shared_ptr<FakeConnection> connection_;
-  Meddler meddler_;
+  testing::EventRecorder heard_;
   std::unique_ptr<Stockbook> control_;
 };
 
@@ -91,15 +65,14 @@ TEST_F(FaultyLoad, EndsWithItsMessageWhicheverCallTheGridRefuses) {
   int call = 1;
   for (;; ++call) {
     SCOPED_TRACE("call " + std::to_string(call));
-    meddler_.messages.clear();
-    meddler_.last_process = 0;
+    heard_.lines.clear();
     faulty_.RefuseCall(call);
     const bool loaded = control_->Load(7, 0);
     faulty_.RefuseCall(0);
     ExpectEnded();
     if (loaded) break;
-    ASSERT_EQ(meddler_.last_process, -1);
-    ASSERT_EQ(meddler_.messages.back(), "the grid refuses");
+    ASSERT_EQ(heard_.LastOf("Process"), "-1");
+    ASSERT_EQ(heard_.LastOf("Notify"), "the grid refuses");
     if (call % 16 == 0) ExpectLoadsAgain();
     if (HasFatalFailure()) return;
   }
@@ -157,14 +130,14 @@ TEST_F(FaultyLoad, EndsInOrderWhicheverStatementFails) {
     SCOPED_TRACE("statement " + std::to_string(statement));
     const auto failing = std::make_shared<FailingConnection>(connection_, statement);
     control_->SetConn(failing);
-    meddler_.last_process = 0;
+    heard_.lines.clear();
     const bool loaded = control_->Load(7, 0);
     ExpectEnded();
-    EXPECT_EQ(meddler_.last_process, -1);
+    EXPECT_EQ(heard_.LastOf("Process"), "-1");
     if (!failing->HasFailed()) break;
     // Only the journal statement itself stops a load; look-ups and the balance end in nothing.
     if (!loaded) {
-      EXPECT_EQ(meddler_.messages.back(), "statement refused");
+      EXPECT_EQ(heard_.LastOf("Notify"), "statement refused");
     }
   }
   EXPECT_EQ(statement, 7) << "the product, the newest period twice, the journal, the earliest period, the balance";
@@ -173,13 +146,13 @@ TEST_F(FaultyLoad, EndsInOrderWhicheverStatementFails) {
 
 TEST_F(FaultyLoad, EndsInOrderWhicheverEventAListenerThrowsFrom) {
   for (const bool standard : {true, false}) {
-    int event = 1;
+    size_t event = 1;
     for (;; ++event) {
       SCOPED_TRACE("event " + std::to_string(event));
-      meddler_.events = 0;
+      heard_.lines.clear();
       bool thrown = false;
-      meddler_.meddle = [&](int number) {
-        if (number != event) return;
+      heard_.on_hearing = [&](const std::string&) {
+        if (heard_.lines.size() != event) return;
         thrown = true;
         if (standard) throw std::runtime_error("host failed");
         throw 42;
@@ -191,16 +164,16 @@ TEST_F(FaultyLoad, EndsInOrderWhicheverEventAListenerThrowsFrom) {
         break;
       }
       EXPECT_FALSE(loaded);
-      EXPECT_EQ(meddler_.last_process, -1);
+      EXPECT_EQ(heard_.LastOf("Process"), "-1");
     }
-    EXPECT_EQ(event, 16);
+    EXPECT_EQ(event, 16U);
     ExpectLoadsAgain();
   }
 }
 
 TEST_F(FaultyLoad, DoesNothingWhenItIsCalledFromWithinALoad) {
   int inner_loads = 0;
-  meddler_.meddle = [&](int) {
+  heard_.on_hearing = [&](const std::string&) {
     ++inner_loads;
     EXPECT_FALSE(control_->Load(8, 1, "99"));
   };
@@ -215,8 +188,8 @@ TEST_F(FaultyLoad, StaysWithItsConnectionWhenAListenerTakesItAway) {
   testing::AnswerJournal(*connection_, kTwoPeriods);
   const std::weak_ptr<FakeConnection> watched = connection_;
   FakeConnection spare = *connection_;
-  meddler_.meddle = [&](int event) {
-    if (event == 2) control_->SetConn(nullptr);
+  heard_.on_hearing = [&](const std::string&) {
+    if (heard_.lines.size() == 2) control_->SetConn(nullptr);
   };
   connection_.reset();
   EXPECT_TRUE(control_->Load(7, 0));
@@ -239,15 +212,15 @@ TEST_F(FaultyLoad, SurvivesAListenerThatChangesTheGridInAnyEvent) {
       [&] { sheet_.GroupBy(3, 3, "%s"); },
       [&] { control_->SetRow(3); },
       [&] { control_->SetJournalType(base::SupplierJournal); },
-      [&] { control_->RemoveListener(&meddler_); },
+      [&] { control_->RemoveListener(&heard_); },
       [&] { control_->SetAccRestrict("1"); },
   };
   for (size_t at = 0; at < changes.size(); ++at) {
-    for (int event = 1; event <= 15; ++event) {
+    for (size_t event = 1; event <= 15; ++event) {
       SCOPED_TRACE("change " + std::to_string(at) + " at event " + std::to_string(event));
-      meddler_.events = 0;
-      meddler_.meddle = [&](int number) {
-        if (number != event) return;
+      heard_.lines.clear();
+      heard_.on_hearing = [&](const std::string&) {
+        if (heard_.lines.size() != event) return;
         try {
           changes[at]();
         } catch (const platform::Error&) {
@@ -256,8 +229,8 @@ TEST_F(FaultyLoad, SurvivesAListenerThatChangesTheGridInAnyEvent) {
       };
       control_->Load(7, 0);
       ExpectEnded();
-      control_->RemoveListener(&meddler_);
-      control_->AddListener(&meddler_);
+      control_->RemoveListener(&heard_);
+      control_->AddListener(&heard_);
       control_->SetAccRestrict("0");
       if (sheet_.Rows() == 0) sheet_.SetRows(1);
       sheet_.SetFixedRows(1);
@@ -270,11 +243,11 @@ TEST_F(FaultyLoad, SurvivesAListenerThatChangesTheGridInAnyEvent) {
 }
 
 TEST_F(FaultyLoad, SaysThatRowsWereTakenAwayWhileItRan) {
-  meddler_.meddle = [&](int) {
-    if (meddler_.last_process == 60) sheet_.SetRows(1);
+  heard_.on_hearing = [&](const std::string&) {
+    if (heard_.LastOf("Process") == "60") sheet_.SetRows(1);
   };
   EXPECT_FALSE(control_->Load(7, 0));
-  EXPECT_NE(meddler_.messages.back().find("读入期间表格的行被删除"), std::string::npos);
+  EXPECT_NE(heard_.LastOf("Notify").find("读入期间表格的行被删除"), std::string::npos);
   ExpectLoadsAgain();
 }
 

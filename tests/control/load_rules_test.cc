@@ -2,9 +2,10 @@
 // Rules of a load at their limits: which keys are kept, what is sent, what the events say, what stays behind.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
+#include <utility>
 
+#include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"
@@ -25,33 +26,6 @@ class OptionsConnection : public FakeConnection {
     return FakeConnection::Execute(statement, option);
   }
   std::vector<int> options;
-};
-
-class Ear : public interaction::EventListener {
- public:
-  void Process(int16_t indicator) override { indicators.push_back(indicator); }
-  void CommandExecute(const std::string& name, bool& cancel) override {
-    if (on_command) on_command(name);
-    cancel = cancels;
-  }
-  void AfterFormatted() override {
-    if (on_formatted) on_formatted();
-  }
-  void AfterLoaded() override {
-    if (on_loaded) on_loaded();
-  }
-  void Notify(const std::string& message) override {
-    messages.push_back(message);
-    if (on_message) on_message(message);
-  }
-
-  std::vector<int> indicators;
-  std::vector<std::string> messages;
-  std::function<void(const std::string&)> on_command;
-  std::function<void(const std::string&)> on_message;
-  std::function<void()> on_formatted;
-  std::function<void()> on_loaded;
-  bool cancels = false;
 };
 
 class LoadRules : public ::testing::Test {
@@ -78,7 +52,7 @@ class LoadRules : public ::testing::Test {
   }
 
   ControlOverFakes fakes_;
-  Ear ear_;
+  testing::EventRecorder ear_;
   std::shared_ptr<OptionsConnection> connection_;
 };
 
@@ -145,12 +119,15 @@ TEST_F(LoadRules, RowsComeIntoTheGridTogetherAndNotOneByOne) {
 TEST_F(LoadRules, ProgressOfARowIsAWholeNumber) {
   AnswerJournal(*connection_, std::vector<testing::JournalLine>(7));
   control().Load(7, 0);
-  EXPECT_EQ(ear_.indicators, (std::vector<int>{0, 10, 20, 30, 35, 40, 48, 57, 65, 74, 82, 91, 100, -1}));
+  EXPECT_EQ(ear_.Of("Process"), (std::vector<std::string>{"0", "10", "20", "30", "35", "40", "48", "57", "65", "74",
+                                                          "82", "91", "100", "-1"}));
 }
 
 TEST_F(LoadRules, TheCommandIsRaisedWithTheMarkerSetAndRedrawOffBeforeAnyStatement) {
-  ear_.on_command = [&](const std::string& name) {
-    EXPECT_EQ(name, "Load");
+  bool commanded = false;
+  ear_.on_hearing = [&](const std::string& line) {
+    if (std::exchange(commanded, true)) return;
+    EXPECT_EQ(line, "CommandExecute Load");
     EXPECT_EQ(grid().Tag(), "Load");
     EXPECT_FALSE(grid().Redraw());
     EXPECT_TRUE(connection_->Sent().empty());
@@ -162,8 +139,9 @@ TEST_F(LoadRules, TheCommandIsRaisedWithTheMarkerSetAndRedrawOffBeforeAnyStateme
 TEST_F(LoadRules, TheGridIsDownToItsFixedRowsAndColumnsWhenReadingBegins) {
   control().Load(7, 0);
   std::string size;
-  ear_.on_message = [&](const std::string& message) {
-    if (message.starts_with("正在读入：")) size = std::to_string(grid().Rows()) + " " + std::to_string(grid().Cols());
+  ear_.on_hearing = [&](const std::string& line) {
+    if (line.starts_with("Notify 正在读入："))
+      size = std::to_string(grid().Rows()) + " " + std::to_string(grid().Cols());
   };
   control().Load(7, 0);
   EXPECT_EQ(size, "1 1");
@@ -268,7 +246,8 @@ class NamesAfterLoad : public LoadRules {
   std::string NameWith(base::tqJournalTypeContants type, const char* shown) {
     AnswerPartOf("SELECT dir.AccPeriod AS Period", {{.quantity = 5, .amount = "10"}});
     control().SetJournalType(type);
-    ear_.on_loaded = [this, shown] {
+    ear_.on_hearing = [this, shown](const std::string& line) {
+      if (line != "AfterLoaded") return;
       if (shown[0] != 0) grid().SetColHidden(grid().ColIndex(shown), false);
       grid().SetTextMatrix(3, grid().ColIndex("ProductName"), "old");
       grid().SetCellData(3, grid().ColIndex("ProductName"), testing::Text("螺栓"));
@@ -295,7 +274,8 @@ TEST_F(NamesAfterLoad, AreNotComposedForTheModelAloneInAStockJournal) {
 }
 
 TEST_F(LoadRules, HeightsAreReadBackAfterTheEventOfTheLoadedRows) {
-  ear_.on_loaded = [&] {
+  ear_.on_hearing = [&](const std::string& line) {
+    if (line != "AfterLoaded") return;
     grid().SetRowHeight(0, 777);
     grid().SetRowHeight(1, 333);
     grid().SetRowHeight(2, 888);

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/journal_rows.h"
 
@@ -15,33 +16,13 @@ using testing::FakeConnection;
 using testing::JournalLine;
 using testing::NameOf;
 
-// Writes down every event as one line, with the grid's marker and redraw state where they matter.
-class Diary : public interaction::EventListener {
- public:
-  explicit Diary(platform::Grid& grid) : grid_(grid) {}
-  void Process(int16_t indicator) override {
-    lines.push_back("Process " + std::to_string(indicator));
-    busy_throughout = busy_throughout && grid_.Tag() == "Load" && !grid_.Redraw();
-  }
-  void AfterLoaded() override { lines.push_back("AfterLoaded"); }
-  void AfterFormatted() override { lines.push_back("AfterFormatted"); }
-  void CommandExecute(const std::string& name, bool& cancel) override {
-    lines.push_back("CommandExecute " + name);
-    cancel = cancels;
-  }
-  void Notify(const std::string& message) override { lines.push_back("Notify " + message); }
-
-  std::vector<std::string> lines;
-  bool cancels = false;
-  bool busy_throughout = true;
-
- private:
-  platform::Grid& grid_;
-};
-
 class Load : public ::testing::Test {
  protected:
-  Load() : diary_(fakes_.fg), connection_(std::make_shared<FakeConnection>()) {
+  Load() : connection_(std::make_shared<FakeConnection>()) {
+    diary_.on_hearing = [&](const std::string& line) {
+      if (line.starts_with("Process"))
+        busy_throughout_ = busy_throughout_ && grid().Tag() == "Load" && !grid().Redraw();
+    };
     fakes_.control->SetConn(connection_);
     fakes_.control->AddListener(&diary_);
   }
@@ -50,7 +31,8 @@ class Load : public ::testing::Test {
   sheet::Sheet& grid() { return fakes_.fg; }
 
   ControlOverFakes fakes_;
-  Diary diary_;
+  testing::EventRecorder diary_;
+  bool busy_throughout_ = true;
   std::shared_ptr<FakeConnection> connection_;
 };
 
@@ -136,7 +118,7 @@ TEST_F(Load, RaisesItsEventsInOrder) {
                                       "Process 0", "Process 10", "Process 20", "Process 30", "AfterFormatted",
                                       "Process 35", "Process 40", "Process 60", "Process 80", "Process 100",
                                       "AfterLoaded", std::string("Notify 已读入：") + kCaption, "Process -1"}));
-  EXPECT_TRUE(diary_.busy_throughout);
+  EXPECT_TRUE(busy_throughout_);
   EXPECT_EQ(grid().Tag(), "");
   EXPECT_TRUE(grid().Redraw());
   EXPECT_EQ(control().OutlineColKey(), "BillNo");

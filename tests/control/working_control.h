@@ -3,51 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
+#include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/small_journal.h"
 
 namespace stockbook::control {
-
-// Writes every event down as one line, and does what it is told on hearing one.
-class Journalist : public interaction::EventListener {
- public:
-  void Process(int16_t indicator) override { Hear("Process " + std::to_string(indicator)); }
-  void AfterLoaded() override { Hear("AfterLoaded"); }
-  void AfterFormatted() override { Hear("AfterFormatted"); }
-  void CommandExecute(const std::string& name, bool& cancel) override {
-    cancel = cancels;
-    Hear("CommandExecute " + name);
-  }
-  void Notify(const std::string& message) override { Hear("Notify " + message); }
-  void AfterRowChanged() override { Hear("AfterRowChanged"); }
-  void AfterRangeSelected() override { Hear("AfterRangeSelected"); }
-  void MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override {
-    Hear("MouseUp " + std::to_string(button) + " " + std::to_string(shift) + " " + std::to_string(static_cast<int>(x)) +
-         " " + std::to_string(static_cast<int>(y)));
-  }
-  void FindMsg(const std::string& message) override { Hear("FindMsg " + message); }
-
-  // What was heard since the last call.
-  std::vector<std::string> Take() { return std::exchange(heard_, {}); }
-
-  bool cancels = false;
-  std::function<void(const std::string&)> on_hearing;
-
- private:
-  void Hear(const std::string& line) {
-    heard_.push_back(line);
-    if (on_hearing) on_hearing(line);
-  }
-
-  std::vector<std::string> heard_;
-};
 
 // A control with the small journal, used by mouse and keys.
 class WorkingControl : public ::testing::Test {
@@ -98,7 +64,7 @@ class WorkingControl : public ::testing::Test {
 
   testing::ControlOverFakes fakes_;
   std::shared_ptr<testing::FakeConnection> connection_;
-  Journalist heard_;
+  testing::EventRecorder heard_;
   sheet::Mouse mouse_{fakes_.fg};
   sheet::Keyboard keyboard_{fakes_.fg};
 };

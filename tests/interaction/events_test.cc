@@ -3,44 +3,32 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <stdexcept>
 
 namespace stockbook::interaction {
 namespace {
 
-class Listener : public EventListener {
- public:
-  void Notify(const std::string& message) override {
-    heard.push_back(message);
-    if (on_notify) on_notify();
-  }
-  void CommandExecute(const std::string& /*name*/, bool& cancel) override { cancel = cancel || cancels; }
-
-  std::vector<std::string> heard;
-  std::function<void()> on_notify;
-  bool cancels = false;
-};
+using testing::EventRecorder;
 
 TEST(Events, ReachEveryListenerInOrderAndOnce) {
   Events events;
-  Listener first;
-  Listener second;
+  EventRecorder first;
+  EventRecorder second;
   events.AddListener(&first);
   events.AddListener(&second);
   events.AddListener(&first);
-  first.on_notify = [&] { EXPECT_EQ(second.heard.size(), first.heard.size() - 1); };
+  first.on_hearing = [&](const std::string&) { EXPECT_EQ(second.lines.size(), first.lines.size() - 1); };
   events.Notify("a");
   events.Notify("b");
-  EXPECT_EQ(first.heard, (std::vector<std::string>{"a", "b"}));
-  EXPECT_EQ(second.heard, first.heard);
+  EXPECT_EQ(first.lines, (std::vector<std::string>{"Notify a", "Notify b"}));
+  EXPECT_EQ(second.lines, first.lines);
 }
 
 TEST(Events, LetAnyListenerWriteTheArgument) {
   Events events;
-  Listener silent;
-  Listener cancelling;
+  EventRecorder silent;
+  EventRecorder cancelling;
   cancelling.cancels = true;
   events.AddListener(&cancelling);
   events.AddListener(&silent);
@@ -51,53 +39,53 @@ TEST(Events, LetAnyListenerWriteTheArgument) {
 
 TEST(Events, MayAddAndRemoveListenersWhileOneIsDelivered) {
   Events events;
-  Listener first;
-  Listener second;
-  Listener late;
+  EventRecorder first;
+  EventRecorder second;
+  EventRecorder late;
   events.AddListener(&first);
   events.AddListener(&second);
-  first.on_notify = [&] {
+  first.on_hearing = [&](const std::string&) {
     events.RemoveListener(&second);
     events.RemoveListener(&first);
     events.AddListener(&late);
   };
   events.Notify("a");
-  EXPECT_TRUE(second.heard.empty());
-  EXPECT_TRUE(late.heard.empty());
+  EXPECT_TRUE(second.lines.empty());
+  EXPECT_TRUE(late.lines.empty());
   events.Notify("b");
-  EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
-  EXPECT_EQ(late.heard, (std::vector<std::string>{"b"}));
+  EXPECT_EQ(first.lines, (std::vector<std::string>{"Notify a"}));
+  EXPECT_EQ(late.lines, (std::vector<std::string>{"Notify b"}));
 }
 
 TEST(Events, HandOnWhatAListenerThrowsWhenTheOthersHaveHeardIt) {
   Events events;
-  Listener first;
-  Listener second;
+  EventRecorder first;
+  EventRecorder second;
   events.AddListener(&first);
   events.AddListener(&second);
-  first.on_notify = [&] {
+  first.on_hearing = [&](const std::string&) {
     events.RemoveListener(&first);
     throw std::runtime_error("host failed");
   };
   EXPECT_THROW(events.Notify("a"), std::runtime_error);
-  EXPECT_EQ(second.heard, (std::vector<std::string>{"a"}));
+  EXPECT_EQ(second.lines, (std::vector<std::string>{"Notify a"}));
   events.Notify("b");
-  EXPECT_EQ(first.heard, (std::vector<std::string>{"a"}));
-  EXPECT_EQ(second.heard, (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(first.lines, (std::vector<std::string>{"Notify a"}));
+  EXPECT_EQ(second.lines, (std::vector<std::string>{"Notify a", "Notify b"}));
   events.AddListener(&first);
-  first.on_notify = nullptr;
+  first.on_hearing = nullptr;
   events.Notify("c");
-  EXPECT_EQ(first.heard, (std::vector<std::string>{"a", "c"}));
+  EXPECT_EQ(first.lines, (std::vector<std::string>{"Notify a", "Notify c"}));
 }
 
 TEST(Events, HandOnTheFirstOfSeveralThatAreThrown) {
   Events events;
-  Listener first;
-  Listener second;
+  EventRecorder first;
+  EventRecorder second;
   events.AddListener(&first);
   events.AddListener(&second);
-  first.on_notify = [] { throw std::runtime_error("first"); };
-  second.on_notify = [] { throw std::runtime_error("second"); };
+  first.on_hearing = [](const std::string&) { throw std::runtime_error("first"); };
+  second.on_hearing = [](const std::string&) { throw std::runtime_error("second"); };
   try {
     events.Notify("a");
     FAIL() << "nothing was thrown";
@@ -111,9 +99,9 @@ TEST(Events, HandOnTheFirstOfSeveralThatAreThrown) {
 TEST(EventsDeathTest, TellThatAListenerDestroyedThem) {
   const auto destroy = [] {
     auto events = std::make_unique<Events>();
-    Listener listener;
+    EventRecorder listener;
     events->AddListener(&listener);
-    listener.on_notify = [&] { events.reset(); };
+    listener.on_hearing = [&](const std::string&) { events.reset(); };
     events->Notify("a");
   };
   EXPECT_DEATH(destroy(), "a listener destroyed the events");

@@ -12,10 +12,10 @@
 #include <string>
 #include <vector>
 
-#include "interaction/events.h"
 #include "qt/application.h"
 #include "qt/stockbook_widget.h"
 #include "sheet/sheet.h"
+#include "support/event_recorder.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::qt {
@@ -328,18 +328,11 @@ TEST_P(DeletingByTheUser, InAPropertyThatIsRefusedIsHarmless) {
   ExpectGone();
 }
 
-// Deletes the widget before the signal is raised.
-class DeletingListener : public interaction::EventListener {
- public:
-  explicit DeletingListener(std::function<void()> act) : act_(std::move(act)) {}
-  void AfterLoaded() override { act_(); }
-
- private:
-  std::function<void()> act_;
-};
-
 TEST_P(DeletingByTheUser, InAListenerOfTheControlIsHarmless) {
-  DeletingListener listener(Deleter());
+  testing::EventRecorder listener;
+  listener.on_hearing = [deletes = Deleter()](const std::string& line) {
+    if (line == "AfterLoaded") deletes();
+  };
   widget_->control().AddListener(&listener);
   widget_->Load(7, 0);
   ExpectGone();

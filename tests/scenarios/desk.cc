@@ -35,14 +35,8 @@ const platform::MenuItem* ItemOf(const platform::MenuItem& menu, const std::stri
 
 }  // namespace
 
-void EventLog::CommandExecute(const std::string& name, bool& cancel) {
-  Add("CommandExecute " + name);
-  if (cancels_load && name == "Load") cancel = true;
-}
-
-// The exact mouse position depends on widths and fonts; the scenario has named the cell.
 void EventLog::MouseUp(int16_t& button, int16_t& shift, float& /*x*/, float& /*y*/) {
-  Add("MouseUp button " + std::to_string(button) + " shift " + std::to_string(shift));
+  Hear("MouseUp button " + std::to_string(button) + " shift " + std::to_string(shift));
 }
 
 Desk::Desk(const std::string& dialect) : dialect_(dialect) { Compose(); }
@@ -99,7 +93,7 @@ void Desk::DoLoad(const std::string& rest) {
     given[std::string(words[at])] = words[at + 1];
   }
   const bool loaded = control().Load(std::stoi(given["product"]), std::stoi(given["second"]), given["class"]);
-  log_.Add(loaded ? "Load is true" : "Load is false");
+  log_.lines.push_back(loaded ? "Load is true" : "Load is false");
 }
 
 // ROW KEY
@@ -195,7 +189,7 @@ void Desk::DoSet(const std::string& rest) {
   try {
     SetProperty(control(), name, value);
   } catch (const platform::Error& error) {
-    log_.Add(std::string("Error ") + error.what());
+    log_.lines.push_back(std::string("Error ") + error.what());
   }
 }
 
@@ -215,7 +209,7 @@ void Desk::DoCommand(const std::string& rest) {
   control().DoCommand(name, parameters);
 }
 
-void Desk::DoCancelLoads(const std::string& /*rest*/) { log_.cancels_load = true; }
+void Desk::DoCancelLoads(const std::string& /*rest*/) { log_.cancels = true; }
 
 void Desk::DoSave(const std::string& /*rest*/) {
   bag_ = {};

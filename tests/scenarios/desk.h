@@ -10,27 +10,16 @@
 #include "scenarios/inventory.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
+#include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"
 
 namespace stockbook::scenarios {
 
-// Records every event as one line.
-class EventLog : public interaction::EventListener {
+// The exact mouse position depends on widths and fonts; the scenario has named the cell.
+class EventLog : public testing::EventRecorder {
  public:
-  void Process(int16_t indicator) override { Add("Process " + std::to_string(indicator)); }
-  void AfterLoaded() override { Add("AfterLoaded"); }
-  void AfterFormatted() override { Add("AfterFormatted"); }
-  void CommandExecute(const std::string& name, bool& cancel) override;
-  void Notify(const std::string& message) override { Add("Notify " + Visible(message)); }
-  void AfterRowChanged() override { Add("AfterRowChanged"); }
-  void AfterRangeSelected() override { Add("AfterRangeSelected"); }
   void MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void FindMsg(const std::string& message) override { Add("FindMsg " + Visible(message)); }
-  void Add(std::string line) { lines.push_back(Trimmed(line)); }
-
-  std::vector<std::string> lines;
-  bool cancels_load = false;
 };
 
 // The control over the real sheet and a real database file, operated and examined by the steps of a scenario.

@@ -96,7 +96,8 @@ Lines Desk::LookAtPictures() {
 
 // The events since the last look at them.
 Lines Desk::LookAtEvents(const std::string& rest) {
-  Lines lines = std::exchange(log_.lines, {});
+  Lines lines = log_.Take();
+  for (std::string& line : lines) line = Trimmed(Visible(line));
   if (rest == "but progress") std::erase_if(lines, [](const std::string& line) { return line.starts_with("Process"); });
   return lines;
 }

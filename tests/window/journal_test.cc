@@ -39,17 +39,17 @@ TEST_F(JournalInAWindow, TheRightButtonOnALineOffersItsBill) {
   EXPECT_TRUE(Becomes("menu", "查看单据(&B)|复制(&C)|查找(&F)|刷新|"));
   EXPECT_EQ(Now("current"), "5 " + std::to_string(Column("BillNo")));
   Choose("查看单据(&B)");
-  EXPECT_TRUE(Hears("command Bill |"));
+  EXPECT_TRUE(Hears("CommandExecute Bill |"));
   EXPECT_TRUE(Becomes("menu", ""));
 }
 
 TEST_F(JournalInAWindow, FindAndRefreshAreAnnouncedByTheirItems) {
   RightClick(Cell(5, "BillNo"));
   Choose("查找(&F)");
-  EXPECT_TRUE(Hears("command Find |"));
+  EXPECT_TRUE(Hears("CommandExecute Find |"));
   RightClick(Cell(5, "BillNo"));
   Choose("刷新");
-  EXPECT_TRUE(Hears("command Refresh |"));
+  EXPECT_TRUE(Hears("CommandExecute Refresh |"));
 }
 
 TEST_F(JournalInAWindow, ALineWithoutABillOffersNone) {
@@ -77,7 +77,7 @@ TEST_F(JournalInAWindow, TheFieldChooserHidesAndShowsAColumnAtOnce) {
     Choose("字段显示(&l)");
     Choose("摘要");
     EXPECT_TRUE(BecomesHidden("Explain", hidden));
-    EXPECT_TRUE(Hears("command AfterFieldShow |"));
+    EXPECT_TRUE(Hears("CommandExecute AfterFieldShow |"));
   }
 }
 
@@ -85,11 +85,11 @@ TEST_F(JournalInAWindow, TheColumnUnderTheMouseIsHiddenButForTheOutline) {
   RightClick(Cell(0, "Explain"));
   Choose("隐藏列(&H)");
   EXPECT_TRUE(BecomesHidden("Explain", true));
-  EXPECT_TRUE(Hears("command AfterFieldShow |"));
+  EXPECT_TRUE(Hears("CommandExecute AfterFieldShow |"));
   RightClick(Cell(0, "BillNo"));
   EXPECT_TRUE(Becomes("menu", "冻结列(&Z)|隐藏列(&H) -|默认格式(&F)|字段显示(&l)|"));
   Choose("默认格式(&F)");
-  EXPECT_TRUE(Hears("command SetDefaultFormat |"));
+  EXPECT_TRUE(Hears("CommandExecute SetDefaultFormat |"));
   EXPECT_TRUE(BecomesHidden("Explain", false));
 }
 
@@ -117,7 +117,7 @@ TEST_F(JournalInAWindow, TheMenuOfATotalFoldsAndUnfoldsAllPeriods) {
 
 TEST_F(JournalInAWindow, CopyingBringsTheSelectionToTheClipboardByMenuAndByKeys) {
   Drag(Cell(4, "BillNo").Middle(), Cell(5, "BillNo").Middle());
-  EXPECT_TRUE(Hears("range | up 1 0 |"));
+  EXPECT_TRUE(Hears("AfterRangeSelected | MouseUp 1 0 "));
   RightClick(Cell(4, "BillNo"));
   Choose("复制(&C)");
   EXPECT_TRUE(BecomesSo("clipboard", [](const std::string& text) { return !text.empty(); }));
@@ -145,25 +145,25 @@ TEST_F(JournalInAWindow, ARightClickInsideOfARangeKeepsIt) {
 
 TEST_F(JournalInAWindow, ADoubleClickOnABillNumberOpensItAndOnAQuantityDoesNot) {
   DoubleClick(Cell(5, "BillNo").Middle());
-  EXPECT_TRUE(Hears("command Bill |"));
+  EXPECT_TRUE(Hears("CommandExecute Bill |"));
   DoubleClick(Cell(5, "Quantity").Middle());
   EXPECT_TRUE(Becomes("current", "5 " + std::to_string(Column("Quantity"))));
   const std::string heard = Now("heard");
-  EXPECT_EQ(heard.find("command Bill"), heard.rfind("command Bill"));
+  EXPECT_EQ(heard.find("CommandExecute Bill"), heard.rfind("CommandExecute Bill"));
 }
 
 TEST_F(JournalInAWindow, EnterOpensTheBillOfTheCurrentRow) {
   Click(Cell(5, "BillNo").Middle());
-  EXPECT_TRUE(Hears("row |"));
+  EXPECT_TRUE(Hears("AfterRowChanged |"));
   Key("Return");
-  EXPECT_TRUE(Hears("command Bill |"));
+  EXPECT_TRUE(Hears("CommandExecute Bill |"));
 }
 
 TEST_F(JournalInAWindow, AClickWithShiftTellsTheIdentifiersOfTheRow) {
   Click(Cell(4, "BillNo").Middle());
   EXPECT_TRUE(Becomes("current", "4 " + std::to_string(Column("BillNo"))));
   ClickWith("shift", Cell(4, "BillNo").Middle());
-  EXPECT_TRUE(Hears("notify BillID:1004 RecID:84 |"));
+  EXPECT_TRUE(Hears("Notify BillID:1004 RecID:84 |"));
   EXPECT_EQ(Now("menu"), "");
 }
 
@@ -196,7 +196,7 @@ TEST_F(JournalInAWindow, TheCurrentRowIsHotAndTheOneThatWasItGetsItsColoursBack)
   };
   const std::string plain = ColourAt(right_edge(5));
   Click(Cell(5, "Quantity").Middle());
-  EXPECT_TRUE(Hears("row |"));
+  EXPECT_TRUE(Hears("AfterRowChanged |"));
   EXPECT_EQ(ColourAt(right_edge(5)), "#c7d2e2");
   Key("Down");
   EXPECT_TRUE(Hears("出库自“总库”：2005年03月08日采购入库第 12 号 |"));
@@ -206,7 +206,7 @@ TEST_F(JournalInAWindow, TheCurrentRowIsHotAndTheOneThatWasItGetsItsColoursBack)
 
 TEST_F(JournalInAWindow, TheMenuKeyOpensTheMenuUnderTheCurrentCell) {
   Click(Cell(5, "BillNo").Middle());
-  EXPECT_TRUE(Hears("row |"));
+  EXPECT_TRUE(Hears("AfterRowChanged |"));
   const Area cell = Cell(5, "BillNo");
   MoveTo({20, 12});
   Key("Menu");
@@ -215,7 +215,7 @@ TEST_F(JournalInAWindow, TheMenuKeyOpensTheMenuUnderTheCurrentCell) {
   EXPECT_NEAR(item.x, cell.x, 12);
   EXPECT_NEAR(item.y, cell.y + cell.height, 12);
   Key("b");
-  EXPECT_TRUE(Hears("command Bill |"));
+  EXPECT_TRUE(Hears("CommandExecute Bill |"));
 }
 
 }  // namespace

@@ -15,11 +15,13 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "qt/clipboard.h"
 #include "qt/grid_view.h"
 #include "qt/stockbook_widget.h"
 #include "sheet/sheet.h"
+#include "support/event_recorder.h"
 #include "support/sample_ledger.h"
 #include "support/small_journal.h"
 
@@ -47,22 +49,11 @@ class Listener : public platform::GridObserver {
   std::string heard_;
 };
 
-// Records what a host hears from the control.
-class Journalist : public interaction::EventListener {
- public:
-  void CommandExecute(const std::string& name, bool& /*cancel*/) override { heard_ += "command " + name + " | "; }
-  void Notify(const std::string& message) override { heard_ += "notify " + message + " | "; }
-  void AfterRowChanged() override { heard_ += "row | "; }
-  void AfterRangeSelected() override { heard_ += "range | "; }
-  void MouseUp(int16_t& button, int16_t& shift, float& /*x*/, float& /*y*/) override {
-    heard_ += "up " + std::to_string(button) + " " + std::to_string(shift) + " | ";
-  }
-  const std::string& heard() const { return heard_; }
-  void Forget() { heard_.clear(); }
-
- private:
-  std::string heard_;
-};
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string joined;
+  for (const std::string& line : lines) joined += line + " | ";
+  return joined;
+}
 
 // The open menus: captions, "x" for checked, "-" for disabled.
 std::string OpenMenus() {
@@ -186,7 +177,7 @@ class Host {
     journal_->control().SetConn(SmallJournal());
     journal_->Load(7, 0);
     journal_->control().AddListener(&journalist_);
-    journalist_.Forget();
+    journalist_.lines.clear();
     Show(*journal_, *journal_->findChild<qt::GridView*>(), journal_->sheet());
   }
 
@@ -229,7 +220,7 @@ class Host {
               << "\ncursor=" << NameOf(view_->viewport()->cursor().shape())
               << "\nclipboard=" << OneLine(QApplication::clipboard()->text())
               << "\ntip=" << (QToolTip::isVisible() ? OneLine(QToolTip::text()) : "")
-              << "\nheard=" << (journal_ ? journalist_.heard() : listener_.heard()) << "\nmenu=" << OpenMenus()
+              << "\nheard=" << (journal_ ? Joined(journalist_.lines) : listener_.heard()) << "\nmenu=" << OpenMenus()
               << "\nfrozen=" << sheet_->FrozenCols() << "\nhidden=" << HiddenColumns()
               << "\nsound=" << sheet_->CheckInvariants() << "\n";
   }
@@ -276,7 +267,7 @@ class Host {
   qt::QtClipboard clipboard_;
   std::unique_ptr<sheet::Sheet> own_sheet_;
   std::unique_ptr<qt::GridView> own_view_;
-  Journalist journalist_;
+  EventRecorder journalist_;
   std::unique_ptr<qt::StockbookWidget> journal_;
   sheet::Sheet* sheet_ = nullptr;  // of the ledger or the journal
   qt::GridView* view_ = nullptr;

@@ -17,25 +17,13 @@
 #include "interaction/find/wildcard.h"
 #include "platform/error.h"
 #include "sheet/sheet.h"
+#include "support/event_recorder.h"
 #include "support/faulty_grid.h"
 
 namespace stockbook::interaction {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-// Records FindMsg and Notify, and performs an action on receiving one.
-class Listener : public EventListener {
- public:
-  void FindMsg(const std::string& message) override { Hear(message); }
-  void Notify(const std::string& message) override { Hear("Notify " + message); }
-  void Hear(const std::string& line) {
-    lines.push_back(line);
-    if (on_hearing) on_hearing(line);
-  }
-  Lines lines;
-  std::function<void(const std::string&)> on_hearing;
-};
 
 columns::Column Texts(const Lines& texts) {
   columns::ColumnBuilder builder;
@@ -72,7 +60,15 @@ class Finding : public ::testing::Test {
   Lines FindIn(platform::Grid& grid, const std::string& search) {
     listener_.lines.clear();
     Find(grid, events_, "Name", search);
-    return listener_.lines;
+    return Told();
+  }
+  // The lines of FindMsg without the event's name, and those of Notify with it.
+  Lines Told() const {
+    Lines told = listener_.lines;
+    for (std::string& line : told) {
+      if (line.starts_with("FindMsg ")) line.erase(0, std::string_view("FindMsg ").size());
+    }
+    return told;
   }
   Lines FindText(const std::string& search) { return FindIn(sheet_, search); }
   // The row numbers of the hits alone.
@@ -88,7 +84,7 @@ class Finding : public ::testing::Test {
 
   sheet::Sheet sheet_;
   Events events_;
-  Listener listener_;
+  testing::EventRecorder listener_;
 };
 
 using Rows = std::vector<int>;
@@ -251,11 +247,11 @@ TEST_F(Finding, TellsTheErrorOfAWordThatIsNoPattern) {
 TEST_F(Finding, TellsWhatAListenerThrowsAndKeepsTheHitsSoFar) {
   Load(kParts);
   listener_.on_hearing = [](const std::string& line) {
-    if (line == "螺母 M3 |2") throw std::runtime_error("主机出错");
+    if (line == "FindMsg 螺母 M3 |2") throw std::runtime_error("主机出错");
   };
   EXPECT_EQ(FindText("M3"), (Lines{"#BEGIN#", "螺丝 M3 |1", "螺母 M3 |2", "Notify 主机出错"}));
   listener_.on_hearing = [](const std::string& line) {
-    if (line == "#END#") throw platform::Error("host", "到此为止");
+    if (line == "FindMsg #END#") throw platform::Error("host", "到此为止");
   };
   EXPECT_EQ(FindText("M3").back(), "Notify 到此为止");
 }
@@ -265,10 +261,10 @@ TEST_F(Finding, LetsWhatIsNoErrorThrough) {
   Load(kParts);
   sheet_.SetRedraw(false);
   listener_.on_hearing = [](const std::string& line) {
-    if (line == "螺丝 M3 |1") throw NoError();
+    if (line == "FindMsg 螺丝 M3 |1") throw NoError();
   };
   EXPECT_THROW(FindText("M3"), NoError);
-  EXPECT_EQ(listener_.lines, (Lines{"#BEGIN#", "螺丝 M3 |1"}));
+  EXPECT_EQ(Told(), (Lines{"#BEGIN#", "螺丝 M3 |1"}));
   EXPECT_FALSE(sheet_.Redraw()) << "the grid is not touched any more";
 }
 
