@@ -7,7 +7,7 @@
 
 #include "columns/block_reader.h"
 #include "journal/issue_source.h"
-#include "platform/row_runs.h"
+#include "grid/row_runs.h"
 
 namespace stockbook::control {
 namespace {
@@ -40,11 +40,11 @@ Integer IntegerOrZero(double number) {
 }
 
 // The first data row whose number in the column is the value; -1 when there is none.
-int FirstRowWith(const platform::Grid& grid, int column, double value) {
-  const columns::Column* loaded = platform::UneditedColumn(grid, column);
+int FirstRowWith(const platform::GridTable& grid, int column, double value) {
+  const columns::Column* loaded = grid::UneditedColumn(grid, column);
   columns::BlockReader<double> reader(loaded);
-  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = platform::RowRunAt(grid, run.End())) {
+  for (auto run = grid::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = grid::RowRunAt(grid, run.End())) {
     if (loaded == nullptr || run.IsInserted()) {
       for (int row = run.row; row < run.End(); ++row) {
         if (grid.ValueMatrix(row, column) == value) return row;

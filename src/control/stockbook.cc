@@ -91,8 +91,8 @@ std::string Stockbook::FmtName() const { return std::string(journal::WordsOf(lay
 namespace {
 
 // Takes keys off the hidden-key list, or puts them on it and hides the columns that the layout would hide.
-void AllowColumns(platform::Grid& grid, grid::HiddenKeys& hidden_keys, bool allow, std::span<const char* const> keys,
-                  std::span<const char* const> hidden_at_once) {
+void AllowColumns(platform::GridColumns& grid, grid::HiddenKeys& hidden_keys, bool allow,
+                  std::span<const char* const> keys, std::span<const char* const> hidden_at_once) {
   for (const char* key : keys) {
     if (allow)
       hidden_keys.ShowKey(key);
@@ -213,7 +213,7 @@ void Stockbook::FormatGrid() {
 }
 
 void Stockbook::SizeRows() {
-  const int sum = grid::SizeRows(fg_, text_metrics_).sum;
+  const int sum = grid::SizeRows(fg_, text_metrics_, fg_.GridFont()).sum;
   title_as_laid_out_ = fg_.RowHeight(0);
   data_as_laid_out_ = sum / 2;
   SetRowHeightSum(static_cast<float>(sum));

@@ -123,6 +123,8 @@ void BillKinds::DecorateRecords() {
                {nullptr, images_.Find("Project")}, kPicturePlace);
 }
 
-void SetAllCollapsed(platform::Grid& grid, OutlineState state) { grid.CollapseAll(state == OutlineState::kCollapsed); }
+void SetAllCollapsed(platform::GridOutline& grid, OutlineState state) {
+  grid.CollapseAll(state == OutlineState::kCollapsed);
+}
 
 }  // namespace stockbook::grid

@@ -46,6 +46,6 @@ class BillKinds {
 
 // Collapses or expands every outline node. The other rows, the current row and the scroll position stay as they are.
 enum class OutlineState { kExpanded, kCollapsed };
-void SetAllCollapsed(platform::Grid& grid, OutlineState state);
+void SetAllCollapsed(platform::GridOutline& grid, OutlineState state);
 
 }  // namespace stockbook::grid

@@ -6,7 +6,7 @@
 
 #include "grid/hidden_keys.h"
 #include "grid/layout_settings.h"
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::grid {
 
@@ -28,7 +28,7 @@ struct ColumnAttributes {
 // column back and resets it; surplus columns are dropped. Rebuilds the hidden-key list. Does not touch rows.
 class ColumnLayout {
  public:
-  ColumnLayout(platform::Grid& grid, const LayoutSettings& settings, HiddenKeys& hidden_keys)
+  ColumnLayout(platform::GridTable& grid, const LayoutSettings& settings, HiddenKeys& hidden_keys)
       : grid_(grid), settings_(settings), hidden_keys_(hidden_keys) {}
 
   // Builds the hidden-key list and the columns, and makes the column of `outline_key` the outline column.
@@ -44,7 +44,7 @@ class ColumnLayout {
   bool IsHidden(const Definition& definition) const;
   bool ShowsStock() const;
 
-  platform::Grid& grid_;
+  platform::GridTable& grid_;
   const LayoutSettings& settings_;
   HiddenKeys& hidden_keys_;
 };

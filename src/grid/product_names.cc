@@ -8,7 +8,6 @@
 #include "columns/column_builder.h"
 #include "columns/row_classes.h"
 #include "platform/grid_guards.h"
-#include "platform/row_runs.h"
 
 namespace stockbook::grid {
 namespace {
@@ -35,7 +34,7 @@ struct Sources {
   std::array<const columns::Column*, kParts.size()> parts{};
 };
 
-Sources SourcesOf(const platform::Grid& grid) {
+Sources SourcesOf(const platform::GridTable& grid) {
   const int name = grid.ColIndex(keys::kProductName);
   Sources sources = {grid.LoadedData(name), grid.LoadedText(grid.ColIndex(keys::kPdID)), grid.LoadedText(name), {}};
   for (size_t index = 0; index < kParts.size(); ++index) {
@@ -85,14 +84,14 @@ columns::Column ComposeRecords(const Sources& sources, size_t records) {
 }
 
 // Whether the host has edited cells that names are composed from.
-bool HasEditedSources(const platform::Grid& grid) {
+bool HasEditedSources(const platform::GridTable& grid) {
   const auto edited = [&](const char* key) { return grid.HasEditedRecords(grid.ColIndex(key)); };
   return edited(keys::kProductName) || edited(keys::kPdID) ||
          std::any_of(kParts.begin(), kParts.end(), [&](const Part& part) { return edited(part.key); });
 }
 
 // What the records show after a refresh, composed from the cells as they are now.
-columns::Column ComposeRowsOfRecords(const platform::Grid& grid) {
+columns::Column ComposeRowsOfRecords(const platform::GridTable& grid) {
   const int name = grid.ColIndex(keys::kProductName);
   const int product = grid.ColIndex(keys::kPdID);
   columns::ColumnBuilder builder;
@@ -105,7 +104,7 @@ columns::Column ComposeRowsOfRecords(const platform::Grid& grid) {
 
 }  // namespace
 
-std::string ComposeProductName(const platform::Grid& grid, int row) {
+std::string ComposeProductName(const platform::GridTable& grid, int row) {
   std::string parts;
   for (const Part& part : kParts) {
     const int column = grid.ColIndex(part.key);
@@ -129,8 +128,7 @@ void RefreshProductNames(platform::Grid& grid) {
       grid.ReplaceLoadedText(name, ComposeRecords(sources, grid.RecordCount()));
     }
   }
-  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = platform::RowRunAt(grid, run.End())) {
+  for (auto run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End())) {
     if (run.IsInserted() && grid.ValueMatrix(run.row, product) > 0)
       grid.SetTextMatrix(run.row, name, ComposeProductName(grid, run.row));
   }

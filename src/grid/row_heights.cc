@@ -12,8 +12,8 @@ constexpr int kMarginPixels = 4;
 
 }  // namespace
 
-RowSizes SizeRows(platform::Grid& grid, const platform::TextMetrics& metrics) {
-  const double text_height = metrics.TextHeightTwips(kSampleText, grid.GridFont());
+RowSizes SizeRows(platform::GridRows& grid, const platform::TextMetrics& metrics, const platform::Font& font) {
+  const double text_height = metrics.TextHeightTwips(kSampleText, font);
   RowSizes sizes;
   sizes.data = static_cast<int>(text_height + kMarginPixels * metrics.TwipsPerPixelY());
   grid.SetRowHeight(-1, sizes.data);
@@ -23,12 +23,12 @@ RowSizes SizeRows(platform::Grid& grid, const platform::TextMetrics& metrics) {
   return sizes;
 }
 
-void SetSumRowHeight(platform::Grid& grid, int twips) {
+void SetSumRowHeight(platform::GridRows& grid, int twips) {
   for (int row = grid.NextSubtotal(grid.FixedRows()); row >= 0; row = grid.NextSubtotal(row + 1))
     grid.SetRowHeight(row, twips);
 }
 
-RowSizes ReadRowSizes(const platform::Grid& grid) {
+RowSizes ReadRowSizes(const platform::GridRows& grid) {
   RowSizes sizes;
   sizes.title = grid.RowHeight(0);
   for (int row = grid.FixedRows(); row < grid.Rows() && (sizes.sum == 0 || sizes.data == 0); ++row) {

@@ -16,14 +16,14 @@ struct RowSizes {
 };
 
 // Gives row 0 the title height and every other row the data height. The caller sets the height of the total rows.
-RowSizes SizeRows(platform::Grid& grid, const platform::TextMetrics& metrics);
+RowSizes SizeRows(platform::GridRows& grid, const platform::TextMetrics& metrics, const platform::Font& font);
 
 // Gives the height to every outline node from the first data row on.
-void SetSumRowHeight(platform::Grid& grid, int twips);
+void SetSumRowHeight(platform::GridRows& grid, int twips);
 
 // Reads back the heights in use: those of row 0, the first ordinary data row and the first subtotal row. Without a
 // subtotal row its height is that of the ordinary row.
-RowSizes ReadRowSizes(const platform::Grid& grid);
+RowSizes ReadRowSizes(const platform::GridRows& grid);
 
 // Sets the font of the existing data cells in the columns of the "|"-separated list. Unknown keys and fixed columns are
 // skipped; an empty name means "Arial". Header cells keep their font.

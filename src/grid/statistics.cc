@@ -8,7 +8,7 @@
 #include "base/column_keys.h"
 #include "base/money.h"
 #include "columns/row_classes.h"
-#include "platform/row_runs.h"
+#include "grid/row_runs.h"
 
 namespace stockbook::grid {
 namespace {
@@ -30,18 +30,18 @@ int16_t Counted(int64_t number) {
 // Rows with a positive bill key, by kind.
 using BillCounts = std::array<int64_t, kCounted.size() + 1>;
 
-BillCounts CountBills(const platform::Grid& grid) {
+BillCounts CountBills(const platform::GridTable& grid) {
   const int bill_id = grid.ColIndex(keys::kBillID);
   const int bill_name = grid.ColIndex(keys::kBillName);
-  const columns::Column* ids = platform::UneditedColumn(grid, bill_id);
-  const columns::Column* names = platform::UneditedColumn(grid, bill_name);
+  const columns::Column* ids = UneditedColumn(grid, bill_id);
+  const columns::Column* names = UneditedColumn(grid, bill_name);
   const bool as_loaded = ids != nullptr && names != nullptr;
   const size_t records = as_loaded ? grid.RecordCount() : 0;
   const auto is_bill = columns::ClassifyNumbers(ids, records, [](double id) -> uint8_t { return id > 0 ? 1 : 0; });
   const auto kinds = columns::ClassifyTexts(names, records, KindOf);
   BillCounts counts{};
-  for (auto run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = platform::RowRunAt(grid, run.End())) {
+  for (auto run = RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = RowRunAt(grid, run.End())) {
     if (as_loaded && !run.IsInserted()) {
       const auto first = static_cast<size_t>(run.record);
       for (size_t at = first; at < first + static_cast<size_t>(run.count); ++at) counts[kinds[at]] += is_bill[at];
@@ -56,7 +56,7 @@ BillCounts CountBills(const platform::Grid& grid) {
 
 }  // namespace
 
-std::string Statistics(const platform::Grid& grid) {
+std::string Statistics(const platform::GridTable& grid) {
   const BillCounts counts = CountBills(grid);
   const int16_t receipts = Counted(counts[0]);
   const int16_t issues = Counted(counts[1]);

@@ -87,7 +87,7 @@ platform::Verdict GridHandlers::BeforeUserResize(int /*row*/, int column) {
 void GridHandlers::AfterUserResize(int row, int /*column*/) {
   Try([&] {
     if (row < 0 || row >= context_.grid.Rows()) return;
-    const ClampedHeight clamped = ClampRowHeight(context_.grid, context_.text_metrics, row);
+    const ClampedHeight clamped = ClampRowHeight(context_.grid, context_.text_metrics, context_.grid.GridFont(), row);
     context_.store_row_height(clamped.kind, clamped.twips);
   });
 }

@@ -34,7 +34,7 @@ MenuItem Enabled(MenuItem item, Offer offer) {
   return item;
 }
 
-MenuItem FieldChooser(const platform::Grid& grid, const grid::HiddenKeys& hidden_keys) {
+MenuItem FieldChooser(const platform::GridTable& grid, const grid::HiddenKeys& hidden_keys) {
   MenuItem chooser = Item("mnuFields", "字段显示(&l)");
   int index = 0;
   for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
@@ -70,7 +70,7 @@ platform::MenuItem FastMenu(RowKind kind, Offer bill) {
   return menu;
 }
 
-platform::MenuItem HeaderMenu(const platform::Grid& grid, const grid::HiddenKeys& hidden_keys, Offer hiding) {
+platform::MenuItem HeaderMenu(const platform::GridTable& grid, const grid::HiddenKeys& hidden_keys, Offer hiding) {
   MenuItem menu = Item("mnuHeader", "HeaderMenu");
   menu.items = {
       Item("mnuFrozen", "冻结列(&Z)"), Enabled(Item("mnuHiddenCol", "隐藏列(&H)"), hiding),

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "grid/hidden_keys.h"
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 #include "platform/menu.h"
 
 namespace stockbook::interaction {
@@ -18,7 +18,7 @@ platform::MenuItem FastMenu(RowKind kind, Offer bill);
 // The menu of a caption, with the field chooser: one item for each column from the first that is not fixed on, hidden
 // or not, whose key is not on the list of hidden keys. Its caption is the column's, its tag the key, its check mark
 // says that the column is shown. There are 35 items at the least; those that no column needs are invisible.
-platform::MenuItem HeaderMenu(const platform::Grid& grid, const grid::HiddenKeys& hidden_keys, Offer hiding);
+platform::MenuItem HeaderMenu(const platform::GridTable& grid, const grid::HiddenKeys& hidden_keys, Offer hiding);
 
 // The item of that name and index in a menu or its submenus, or nullptr.
 const platform::MenuItem* FindItem(const platform::MenuItem& menu, std::string_view name, int index);

@@ -15,9 +15,10 @@ constexpr int kMostLines = 3;
 
 }  // namespace
 
-ClampedHeight ClampRowHeight(platform::Grid& grid, const platform::TextMetrics& metrics, int row) {
+ClampedHeight ClampRowHeight(platform::GridRows& grid, const platform::TextMetrics& metrics, const platform::Font& font,
+                             int row) {
   const auto line = static_cast<int>(
-      std::nearbyint(metrics.TextHeightTwips(kSampleText, grid.GridFont()) + kMarginPixels * metrics.TwipsPerPixelY()));
+      std::nearbyint(metrics.TextHeightTwips(kSampleText, font) + kMarginPixels * metrics.TwipsPerPixelY()));
   ClampedHeight clamped;
   int least = line;
   if (row == 0) {

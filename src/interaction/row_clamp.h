@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid.h"
+#include "platform/grid_rows.h"
 #include "platform/text_metrics.h"
 
 namespace stockbook::interaction {
@@ -15,7 +15,8 @@ struct ClampedHeight {
 };
 
 // Brings the height of a row that the user has resized between one and three text lines (nodes: two and three, the
-// caption row: one and a half and three), where a text line is that of the grid's font and two pixels.
-ClampedHeight ClampRowHeight(platform::Grid& grid, const platform::TextMetrics& metrics, int row);
+// caption row: one and a half and three), where a text line is one of the font and two pixels.
+ClampedHeight ClampRowHeight(platform::GridRows& grid, const platform::TextMetrics& metrics, const platform::Font& font,
+                             int row);
 
 }  // namespace stockbook::interaction

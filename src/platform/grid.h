@@ -2,11 +2,8 @@
 #pragma once
 
 #include "platform/grid_appearance.h"
-#include "platform/grid_bulk.h"
-#include "platform/grid_cells.h"
-#include "platform/grid_columns.h"
 #include "platform/grid_outline.h"
-#include "platform/grid_rows.h"
+#include "platform/grid_table.h"
 #include "platform/grid_view.h"
 
 namespace stockbook::platform {
@@ -14,12 +11,6 @@ namespace stockbook::platform {
 // The grid control as the control's logic sees it, split by what a client wants of it. Rows and columns count from 0,
 // fixed ones first; widths, heights in twips, colours 0x00BBGGRR. Arguments outside of the grid throw Error; readers of
 // cells outside of it give the neutral value.
-class Grid : public GridCells,
-             public GridColumns,
-             public GridRows,
-             public GridOutline,
-             public GridBulk,
-             public GridView,
-             public GridAppearance {};
+class Grid : public GridTable, public GridOutline, public GridView, public GridAppearance {};
 
 }  // namespace stockbook::platform

@@ -23,6 +23,10 @@ class GridColumns {
   virtual int FrozenCols() const = 0;
   virtual void SetFrozenCols(int count) = 0;
 
+  // The column of the tree, or -1.
+  virtual int OutlineCol() const = 0;
+  virtual void SetOutlineCol(int column) = 0;
+
   // The column with the key, or -1.
   virtual int ColIndex(std::string_view key) const = 0;
   virtual std::string ColKey(int column) const = 0;

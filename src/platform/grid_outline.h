@@ -18,8 +18,8 @@ enum class OutlineBarStyle : int32_t {
   kSymbolsLeaf = 6
 };
 
-// The outline of a grid. A node is a subtotal row; it governs the deeper rows that follow it. Level 0 is the top;
-// the lines under a top node have level 1.
+// The outline of a grid: its nodes (subtotal rows), how they are folded, and the looks of the tree. A node governs the
+// deeper rows that follow it. Level 0 is the top; the lines under a top node have level 1.
 class GridOutline {
  public:
   virtual ~GridOutline() = default;
@@ -29,18 +29,12 @@ class GridOutline {
   virtual void GroupBy(int column, int caption_column, std::string_view caption_format) = 0;
   // Makes a row a node of the level, or (level rows stay) an ordinary row again.
   virtual void SetIsSubtotal(int row, bool subtotal) = 0;
-  virtual bool IsSubtotal(int row) const = 0;
-  // The first node at or after `row`, or -1; O(log rows).
-  virtual int NextSubtotal(int row) const = 0;
   virtual int RowOutlineLevel(int row) const = 0;
   virtual void SetRowOutlineLevel(int row, int level) = 0;
   virtual bool IsCollapsed(int row) const = 0;
   virtual void SetIsCollapsed(int row, bool collapsed) = 0;
   // Folds or unfolds every node, at the cost of one; current cell and scroll position stay.
   virtual void CollapseAll(bool collapsed) = 0;
-  // The column of the tree, or -1.
-  virtual int OutlineCol() const = 0;
-  virtual void SetOutlineCol(int column) = 0;
   virtual OutlineBarStyle OutlineBar() const = 0;
   virtual void SetOutlineBar(OutlineBarStyle style) = 0;
   virtual void SetNodeOpenPicture(const PictureRef& picture) = 0;

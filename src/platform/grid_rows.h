@@ -22,6 +22,11 @@ class GridRows {
   // Another number whenever rows or columns came, went or moved, so that a row or a column may mean another one.
   virtual int64_t Revision() const = 0;
 
+  // Whether the row is a node of the outline.
+  virtual bool IsSubtotal(int row) const = 0;
+  // The first node at or after `row`, or -1; O(log rows).
+  virtual int NextSubtotal(int row) const = 0;
+
   virtual bool RowHidden(int row) const = 0;
   virtual void SetRowHidden(int row, bool hidden) = 0;
   // Height in twips, whatever is hidden.

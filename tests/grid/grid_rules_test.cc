@@ -5,6 +5,7 @@
 #include "base/number.h"
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
+#include "grid/fake_rows.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
@@ -135,11 +136,8 @@ TEST_F(GridRules, RowsAreSizedByTheSampleTextInTheGridsFont) {
     }
     mutable std::vector<std::string> asked;
   } metrics;
-  platform::Font font = sheet_.GridFont();
-  font.name = "Some Sans";
-  sheet_.SetGridFont(font);
-  sheet_.SetRows(2);
-  const RowSizes sizes = SizeRows(sheet_, metrics);
+  testing::FakeRows rows(2);
+  const RowSizes sizes = SizeRows(rows, metrics, {.name = "Some Sans"});
   ASSERT_FALSE(metrics.asked.empty());
   for (const std::string& asked : metrics.asked) EXPECT_EQ(asked, "Tallomere Some Sans");
   EXPECT_EQ(sizes.data, 260) << "the fraction is dropped";

@@ -6,6 +6,7 @@
 #include "columns/column_builder.h"
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
+#include "grid/fake_rows.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
@@ -291,28 +292,30 @@ TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
 
 TEST_F(Rows, TakeTheirHeightsFromTheFont) {
   FakeTextMetrics metrics;
-  RowSizes sizes = SizeRows(sheet_, metrics);
+  testing::FakeRows rows(5);
+  RowSizes sizes = SizeRows(rows, metrics, {});
   EXPECT_EQ(sizes.data, 270);
   EXPECT_EQ(sizes.sum, 540);
   EXPECT_EQ(sizes.title, 480);
-  EXPECT_EQ(sheet_.RowHeight(1), 270);
-  EXPECT_EQ(sheet_.RowHeight(0), 480);
+  EXPECT_EQ(rows.RowHeight(1), 270);
+  EXPECT_EQ(rows.RowHeight(0), 480);
   metrics.line_height_twips = 300;
-  sizes = SizeRows(sheet_, metrics);
+  sizes = SizeRows(rows, metrics, {});
   EXPECT_EQ(sizes.data, 360) << "the text height plus 60 twips at 15 twips a pixel";
   EXPECT_EQ(sizes.sum, 720);
   EXPECT_EQ(sizes.title, 660);
 }
 
 TEST_F(Rows, GiveTheirHeightsBackAsTheGridShowsThem) {
-  sheet_.SetRowHeight(-1, 300);
-  sheet_.SetRowHeight(0, 500);
-  EXPECT_EQ(ReadRowSizes(sheet_).sum, 300);
-  sheet_.SetIsSubtotal(2, true);
-  SetSumRowHeight(sheet_, 650);
-  EXPECT_EQ(sheet_.RowHeight(2), 650);
-  EXPECT_EQ(sheet_.RowHeight(3), 300);
-  const RowSizes sizes = ReadRowSizes(sheet_);
+  testing::FakeRows rows(5);
+  rows.SetRowHeight(-1, 300);
+  rows.SetRowHeight(0, 500);
+  EXPECT_EQ(ReadRowSizes(rows).sum, 300);
+  rows.rows[2].node = true;
+  SetSumRowHeight(rows, 650);
+  EXPECT_EQ(rows.RowHeight(2), 650);
+  EXPECT_EQ(rows.RowHeight(3), 300);
+  const RowSizes sizes = ReadRowSizes(rows);
   EXPECT_EQ(sizes.title, 500);
   EXPECT_EQ(sizes.data, 300);
   EXPECT_EQ(sizes.sum, 650);

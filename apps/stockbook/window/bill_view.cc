@@ -7,7 +7,7 @@
 
 #include "base/column_keys.h"
 #include "base/text.h"
-#include "platform/row_runs.h"
+#include "grid/row_runs.h"
 
 namespace stockbook::app {
 namespace {
@@ -44,8 +44,8 @@ std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, 
   const auto add = [&](int row) {
     if (control.BillID(row) == bill_id && control.BillName(row) == kind) rows.push_back(row);
   };
-  for (platform::RowRun run = platform::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = platform::RowRunAt(grid, run.End())) {
+  for (grid::RowRun run = grid::RowRunAt(grid, grid.FixedRows()); run.count > 0;
+       run = grid::RowRunAt(grid, run.End())) {
     for (int at = 0; at < run.count; ++at) {
       if (keys == nullptr || run.record < 0) {
         add(run.row + at);

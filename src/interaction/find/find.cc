@@ -30,7 +30,7 @@ std::string Normalised(std::string_view search) {
   return words;
 }
 
-bool HasTextToSearch(const platform::Grid& grid) {
+bool HasTextToSearch(const platform::GridTable& grid) {
   const SearchTerms any(kAnyText);
   RowSearch search(grid, any);
   std::vector<int> hits;
@@ -39,7 +39,7 @@ bool HasTextToSearch(const platform::Grid& grid) {
 }
 
 // The terms, or none if one of them is malformed, which is an error as soon as it is compared with a text.
-std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view words) {
+std::optional<SearchTerms> TermsOf(const platform::GridTable& grid, std::string_view words) {
   try {
     return SearchTerms(words);
   } catch (const platform::Error&) {
@@ -51,7 +51,7 @@ std::optional<SearchTerms> TermsOf(const platform::Grid& grid, std::string_view 
 // Writes the messages of the hits in a block of rows while nothing changes. Borrows its arguments.
 class HitMessages {
  public:
-  HitMessages(const platform::Grid& grid, const platform::RowRun& block, const std::string& outline_key)
+  HitMessages(const platform::GridTable& grid, const grid::RowRun& block, const std::string& outline_key)
       : grid_(grid), block_(block), column_(grid.ColIndex(outline_key)) {
     if (!block.IsInserted()) loaded_ = platform::UneditedColumn(grid, column_);
   }
@@ -73,14 +73,14 @@ class HitMessages {
   }
 
  private:
-  const platform::Grid& grid_;
-  const platform::RowRun& block_;
+  const platform::GridTable& grid_;
+  const grid::RowRun& block_;
   int column_;
   const columns::Column* loaded_ = nullptr;
 };
 
 // Announces the hits and counts them.
-int64_t AnnounceHits(const platform::Grid& grid, Events& events, const std::string& outline_key,
+int64_t AnnounceHits(const platform::GridTable& grid, Events& events, const std::string& outline_key,
                      const SearchTerms& terms) {
   RowSearch search(grid, terms);
   std::vector<int> hits;
@@ -103,7 +103,7 @@ int64_t AnnounceHits(const platform::Grid& grid, Events& events, const std::stri
   return count;
 }
 
-void SearchAndTell(const platform::Grid& grid, Events& events, const std::string& outline_key,
+void SearchAndTell(const platform::GridTable& grid, Events& events, const std::string& outline_key,
                    const std::string& words) {
   if (words.empty()) {
     events.Notify("请输入要查找的文字;");

@@ -13,7 +13,7 @@ constexpr size_t kMostBlock = 4096;
 
 }  // namespace
 
-RowSearch::RowSearch(const platform::Grid& grid, const SearchTerms& terms) : grid_(grid), terms_(terms) {
+RowSearch::RowSearch(const platform::GridTable& grid, const SearchTerms& terms) : grid_(grid), terms_(terms) {
   matchers_.resize(terms.groups().size());
   ReadColumns();
 }
@@ -66,8 +66,8 @@ std::vector<std::unique_ptr<ColumnMatcher>>& RowSearch::MatchersOf(size_t group)
 int RowSearch::SearchBlock(int row, std::vector<int>& hits) {
   hits.clear();
   if (IsOutdated()) ReadColumns();
-  platform::RowRun& run = block_;
-  run = platform::RowRunAt(grid_, row);
+  grid::RowRun& run = block_;
+  run = grid::RowRunAt(grid_, row);
   if (run.count == 0) return grid_.Rows();
   if (run.IsInserted()) {
     if (RowMatches(row)) hits.push_back(row);
@@ -79,7 +79,7 @@ int RowSearch::SearchBlock(int row, std::vector<int>& hits) {
   return run.End();
 }
 
-void RowSearch::SearchRecords(const platform::RowRun& run, std::vector<int>& hits) {
+void RowSearch::SearchRecords(const grid::RowRun& run, std::vector<int>& hits) {
   alive_.assign(static_cast<size_t>(run.count), 1);
   for (size_t group = 0; group < terms_.groups().size(); ++group) {
     SearchGroup(group, run);
@@ -96,7 +96,7 @@ void RowSearch::SearchRecords(const platform::RowRun& run, std::vector<int>& hit
   }
 }
 
-void RowSearch::SearchGroup(size_t group, const platform::RowRun& run) {
+void RowSearch::SearchGroup(size_t group, const grid::RowRun& run) {
   const TermGroup& terms = terms_.groups()[group];
   const auto& matchers = MatchersOf(group);
   const bool by_cell = std::any_of(columns_.begin(), columns_.end(),
@@ -134,7 +134,7 @@ void RowSearch::ListUndecided(uint8_t all, uint8_t reachable) {
   undecided_.resize(count);
 }
 
-void RowSearch::AddFoundByCell(const TermGroup& terms, const platform::RowRun& run) {
+void RowSearch::AddFoundByCell(const TermGroup& terms, const grid::RowRun& run) {
   for (const uint16_t at : undecided_) {
     for (auto searched = columns_.begin(); searched != columns_.end() && found_[at] != terms.all(); ++searched) {
       if (searched->loaded != nullptr) continue;

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
+#include "grid/row_runs.h"
 #include "interaction/find/column_matcher.h"
 #include "interaction/find/search_terms.h"
-#include "platform/grid.h"
-#include "platform/row_runs.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::interaction {
 
@@ -18,13 +18,13 @@ namespace stockbook::interaction {
 // and changes neither.
 class RowSearch {
  public:
-  RowSearch(const platform::Grid& grid, const SearchTerms& terms);
+  RowSearch(const platform::GridTable& grid, const SearchTerms& terms);
 
   // Searches a block of rows from `row` on, puts the rows found into `hits` in ascending order and returns the row
   // after the block.
   int SearchBlock(int row, std::vector<int>& hits);
   // The rows of the last block.
-  const platform::RowRun& block() const { return block_; }
+  const grid::RowRun& block() const { return block_; }
   // Whether the grid has changed since the last block, so that its results may be out of date.
   bool IsOutdated() const;
 
@@ -42,15 +42,15 @@ class RowSearch {
   void ReadColumns();
   // The matchers of a group's columns; those that read texts one by one come last.
   std::vector<std::unique_ptr<ColumnMatcher>>& MatchersOf(size_t group);
-  void SearchRecords(const platform::RowRun& run, std::vector<int>& hits);
-  void SearchGroup(size_t group, const platform::RowRun& run);
+  void SearchRecords(const grid::RowRun& run, std::vector<int>& hits);
+  void SearchGroup(size_t group, const grid::RowRun& run);
   // Lists the rows that lack terms but would have them all together with the reachable ones.
   void ListUndecided(uint8_t all, uint8_t reachable);
-  void AddFoundByCell(const TermGroup& terms, const platform::RowRun& run);
+  void AddFoundByCell(const TermGroup& terms, const grid::RowRun& run);
   bool RowMatches(int row) const;
   bool GroupMatches(int row, const TermGroup& terms) const;
 
-  const platform::Grid& grid_;
+  const platform::GridTable& grid_;
   const SearchTerms& terms_;
   int64_t revision_ = -1;
   int64_t text_revision_ = -1;
@@ -59,7 +59,7 @@ class RowSearch {
   std::vector<Searched> columns_;
   std::vector<Matchers> matchers_;  // by group; empty until needed
   size_t block_rows_ = 0;
-  platform::RowRun block_;
+  grid::RowRun block_;
   // By row of the block:
   std::vector<uint8_t> alive_;
   std::vector<uint8_t> found_;       // the terms found; all of them if the row is settled

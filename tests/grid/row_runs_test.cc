@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/row_runs.h"
+#include "grid/row_runs.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include "columns/column_builder.h"
 #include "sheet/sheet.h"
 
-namespace stockbook::platform {
+namespace stockbook::grid {
 namespace {
 
 void LoadRecords(sheet::Sheet& sheet, int count) {
@@ -115,4 +115,4 @@ TEST(UneditedColumn, IsTheLoadedOneUntilACellIsWritten) {
 }
 
 }  // namespace
-}  // namespace stockbook::platform
+}  // namespace stockbook::grid

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 
-namespace stockbook::platform {
+namespace stockbook::grid {
 
 // Rows [row, row + count) that show the records [record, record + count) one after the other, or one inserted row.
 struct RowRun {
@@ -17,13 +17,13 @@ struct RowRun {
   int End() const { return row + count; }
 };
 
-// The run that begins at `row`, as long as it can be; a row that is none gives an empty one. O(log
-// inserted rows) however long the run is. All rows of a grid in order, as it is at each step:
+// The run that begins at `row`, as long as it can be; a row that is none gives an empty one. O(log inserted rows)
+// however long the run is. All rows of a grid in order, as it is at each step:
 //   for (RowRun run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End()))
-RowRun RowRunAt(const Grid& grid, int row);
+RowRun RowRunAt(const platform::GridTable& grid, int row);
 
 // What the records show in a column when all of them show it as it was loaded; nullptr where nothing was loaded, or a
 // cell was written since: such a column is read cell by cell.
-const columns::Column* UneditedColumn(const Grid& grid, int column);
+const columns::Column* UneditedColumn(const platform::GridTable& grid, int column);
 
-}  // namespace stockbook::platform
+}  // namespace stockbook::grid

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "platform/row_runs.h"
+#include "grid/row_runs.h"
 
-namespace stockbook::platform {
+namespace stockbook::grid {
 
-RowRun RowRunAt(const Grid& grid, int row) {
+RowRun RowRunAt(const platform::GridTable& grid, int row) {
   if (row < 0 || row >= grid.Rows()) return {row, 0, -1};
   const int records = grid.RecordsFrom(row);
   return records > 0 ? RowRun{row, records, grid.RecordOfRow(row)} : RowRun{row, 1, -1};
 }
 
-const columns::Column* UneditedColumn(const Grid& grid, int column) {
+const columns::Column* UneditedColumn(const platform::GridTable& grid, int column) {
   return grid.HasEditedRecords(column) ? nullptr : grid.LoadedText(column);
 }
 
-}  // namespace stockbook::platform
+}  // namespace stockbook::grid
