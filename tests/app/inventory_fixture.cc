@@ -3,10 +3,7 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <array>
-#include <fstream>
-#include <random>
 #include <sstream>
 
 #include "base/number.h"
@@ -15,37 +12,6 @@
 #include "stockbook/command/sample_command.h"
 
 namespace stockbook::app {
-
-InventoryTest::InventoryTest() {
-  std::random_device random;
-  folder_ =
-      std::filesystem::temp_directory_path() / ("stockbook-" + std::to_string(random()) + std::to_string(random()));
-  std::filesystem::create_directories(folder_);
-}
-
-InventoryTest::~InventoryTest() {
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
-}
-
-std::string InventoryTest::Write(std::string_view name, std::string_view text) const {
-  const std::string path = PathOf(name);
-  std::ofstream(path, std::ios::binary) << text;
-  return path;
-}
-
-std::string InventoryTest::ReadAll(const std::string& path) const {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-std::vector<std::string> InventoryTest::Files() const {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_))
-    names.push_back(entry.path().filename().string());
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 Outcome InventoryTest::RunArguments(const std::vector<std::string>& arguments, const std::string& input) const {
   const std::array commands{SampleCommand(), ImportCommand()};

@@ -18,19 +18,9 @@ using testing::ControlOverFakes;
 using testing::FakeConnection;
 using testing::NameOf;
 
-// Keeps the option of every statement.
-class OptionsConnection : public FakeConnection {
- public:
-  platform::Recordset Execute(std::string_view statement, int option) override {
-    options.push_back(option);
-    return FakeConnection::Execute(statement, option);
-  }
-  std::vector<int> options;
-};
-
 class LoadRules : public ::testing::Test {
  protected:
-  LoadRules() : connection_(std::make_shared<OptionsConnection>()) {
+  LoadRules() : connection_(std::make_shared<FakeConnection>()) {
     AnswerJournal(*connection_, {{.quantity = 4, .amount = "12.5"}, {.flag = 1, .quantity = 3, .amount = "8"}});
     control().SetConn(connection_);
     control().AddListener(&ear_);
@@ -53,7 +43,7 @@ class LoadRules : public ::testing::Test {
 
   ControlOverFakes fakes_;
   testing::EventRecorder ear_;
-  std::shared_ptr<OptionsConnection> connection_;
+  std::shared_ptr<FakeConnection> connection_;
 };
 
 TEST_F(LoadRules, AKeyIsStoredFromZeroOnAndTheSubjectIsLookedUpAgain) {
@@ -88,7 +78,6 @@ TEST_F(LoadRules, AMissingClassCodeIsLookedUpForAProductFromOneOnOnly) {
 
 TEST_F(LoadRules, TheJournalIsReadOnceWithTheProvidersChoiceAndTheBalanceAfterIt) {
   connection_->Forget();
-  connection_->options.clear();
   control().Load(7, 0);
   int journal = -1;
   int balance = -1;

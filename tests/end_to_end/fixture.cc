@@ -5,43 +5,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <random>
+#include <filesystem>
 
 #include "end_to_end/journal_comparison.h"
 
 namespace stockbook::end_to_end {
-
-EndToEnd::EndToEnd() {
-  std::random_device random;
-  folder_ =
-      std::filesystem::temp_directory_path() / ("stockbook-end-" + std::to_string(random()) + std::to_string(random()));
-  std::filesystem::create_directories(folder_);
-}
-
-EndToEnd::~EndToEnd() {
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
-}
-
-std::string EndToEnd::Write(std::string_view name, std::string_view text) const {
-  const std::string path = PathOf(name);
-  std::ofstream(path, std::ios::binary) << text;
-  return path;
-}
-
-std::string EndToEnd::ReadAll(const std::string& path) const {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-std::vector<std::string> EndToEnd::Files() const {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_))
-    names.push_back(entry.path().filename().string());
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOptions& options) {
   return app::LoadJournal(desk_.control(), app::OpenInventory(database), options);

@@ -6,6 +6,7 @@
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
 #include "grid/fake_rows.h"
+#include "grid/laid_out_grid.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
@@ -20,18 +21,8 @@ using testing::FakeTextMetrics;
 using testing::MakePicture;
 using testing::NameOf;
 
-class GridRules : public ::testing::Test {
+class GridRules : public LaidOutGrid {
  protected:
-  GridRules() {
-    sheet_.SetRows(1);
-    sheet_.SetFixedRows(1);
-    sheet_.SetCols(1);
-    sheet_.SetFixedCols(1);
-    Format();
-  }
-  void Format() { ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo"); }
-  void Put(int row, const char* key, const char* text) { sheet_.SetTextMatrix(row, sheet_.ColIndex(key), text); }
-  bool Hidden(const char* key) { return sheet_.ColHidden(sheet_.ColIndex(key)); }
   // `counts` rows of each bill name, one after the other, all with a bill key.
   void Bills(const std::vector<std::pair<const char*, int>>& counts) {
     int rows = 1;
@@ -45,10 +36,6 @@ class GridRules : public ::testing::Test {
       }
     }
   }
-
-  sheet::Sheet sheet_;
-  LayoutSettings settings_;
-  HiddenKeys hidden_;
 };
 
 TEST_F(GridRules, TheHeaderRowIsCentredBothWays) {

@@ -7,6 +7,7 @@
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
 #include "grid/fake_rows.h"
+#include "grid/laid_out_grid.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
@@ -22,14 +23,9 @@ using testing::MakePicture;
 using testing::NameOf;
 
 // A laid-out sheet with `rows` empty data rows.
-class Rows : public ::testing::Test {
+class Rows : public LaidOutGrid {
  protected:
   explicit Rows(int rows = 4) {
-    sheet_.SetRows(1);
-    sheet_.SetFixedRows(1);
-    sheet_.SetCols(1);
-    sheet_.SetFixedCols(1);
-    ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo");
     sheet_.SetRows(1 + rows);
     pictures_.bill = MakePicture("bill");
     pictures_.bill_audited = MakePicture("bill audited");
@@ -38,14 +34,9 @@ class Rows : public ::testing::Test {
     pictures_.iss = MakePicture("iss");
     pictures_.shift = MakePicture("shift");
   }
-  void Put(int row, const char* key, const char* text) { sheet_.SetTextMatrix(row, sheet_.ColIndex(key), text); }
-  std::string Get(int row, const char* key) { return sheet_.TextMatrix(row, sheet_.ColIndex(key)); }
   std::string Picture(int row, const char* key) { return NameOf(sheet_.CellPicture(row, sheet_.ColIndex(key))); }
   BillKinds Kinds() { return BillKinds(sheet_, pictures_, images_, MakePicture("mark"), "BillNo"); }
 
-  sheet::Sheet sheet_;
-  LayoutSettings settings_;
-  HiddenKeys hidden_;
   Pictures pictures_;
   FakeImages images_;
 };

@@ -18,18 +18,6 @@ using testing::FakeConnection;
 using testing::Text;
 using testing::Whole;
 
-// Records the option of every statement, and can change its connection string.
-class OptionsConnection : public FakeConnection {
- public:
-  std::string ConnectionString() const override { return connection_string; }
-  platform::Recordset Execute(std::string_view statement, int option) override {
-    options.push_back(option);
-    return FakeConnection::Execute(statement, option);
-  }
-  std::string connection_string = "Provider=x";
-  std::vector<int> options;
-};
-
 void AnswerPeriods(FakeConnection& connection) {
   connection.Answer("Select * From tqAccPeriod Order by AccPeriod", {"AccPeriod"}, {{Text("2004-01")}});
   connection.Answer("Select Top 1 * From tqAccPeriod", {"AccPeriod"}, {{Text("2004-06")}});
@@ -38,7 +26,7 @@ void AnswerPeriods(FakeConnection& connection) {
 bool Contains(const std::string& text, const char* piece) { return text.find(piece) != std::string::npos; }
 
 TEST(Dialect, IsDecidedAnewAtEveryUse) {
-  OptionsConnection connection;
+  FakeConnection connection;
   AnswerPeriods(connection);
   const QueryBuilder builder(&connection, base::SupplierJournal, {7, 3, ""});
   EXPECT_TRUE(Contains(builder.Build(), "ORDER BY dir.BillDate,dir.单据类型 & dir.单据编号"));
@@ -48,7 +36,7 @@ TEST(Dialect, IsDecidedAnewAtEveryUse) {
 }
 
 TEST(ClassFilters, LetTheProviderDecideWhatKindOfCommandTheirTextIs) {
-  OptionsConnection connection;
+  FakeConnection connection;
   connection.Answer("Select", {"ksID", "pjID"}, {});
   PartnerKeyList(&connection, base::SupplierJournal, "01");
   ProjectKeyList(&connection, "01");
@@ -77,7 +65,7 @@ TEST(ClassFilters, PutAnApostropheIntoTheTextAsItStands) {
 }
 
 TEST(ClassFilters, SendTheServerTheSameWildcard) {
-  OptionsConnection connection;
+  FakeConnection connection;
   connection.Answer("Select", {"ksID"}, {});
   connection.connection_string = "Provider=SQLOLEDB";
   PartnerKeyList(&connection, base::SupplierJournal, "01");
@@ -138,7 +126,7 @@ TEST(OpeningBalance, TestsTheDepotForMoreThanZero) {
 }
 
 TEST(OpeningBalance, LetsTheProviderDecideAndReadsTheEarliestPeriodFirst) {
-  OptionsConnection connection;
+  FakeConnection connection;
   AnswerPeriods(connection);
   connection.Answer("SELECT TOP 1 AccPeriod AS Period", {"Period"}, {});
   ASSERT_TRUE(OpenOpeningBalance(&connection, base::MaterialJournal, {7, 0, ""}).result.has_value());

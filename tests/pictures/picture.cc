@@ -14,24 +14,12 @@
 #include "qt/grid_view.h"
 #include "qt/images.h"
 #include "support/sample_ledger.h"
+#include "support/toolkit.h"
 
 namespace stockbook::pictures {
 namespace {
 
 constexpr const char* kFont = "Noto Sans CJK SC";
-
-// The toolkit keeps pointers to its command line.
-struct Application {
-  int count = 1;
-  char name[16] = "pictures_tests";
-  char* arguments[2] = {name, nullptr};
-  QApplication application{count, arguments};
-};
-
-std::unique_ptr<Application>& Running() {
-  static std::unique_ptr<Application> running;
-  return running;
-}
 
 std::filesystem::path ReferenceOf(const std::string& name) {
   return std::filesystem::path(STOCKBOOK_SOURCE_DIR) / "docs" / "grid" / (name + ".png");
@@ -95,10 +83,10 @@ void Write(const QImage& image, const std::filesystem::path& path) {
 
 void PictureTest::SetUpTestSuite() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  Running() = std::make_unique<Application>();
+  testing::RunningToolkit() = std::make_unique<testing::Toolkit>();
 }
 
-void PictureTest::TearDownTestSuite() { Running().reset(); }
+void PictureTest::TearDownTestSuite() { testing::RunningToolkit().reset(); }
 
 void PictureTest::SetUp() {
   if (!QFontDatabase::families().contains(kFont)) GTEST_SKIP() << "the font " << kFont << " is not installed";

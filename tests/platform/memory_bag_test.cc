@@ -4,15 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
+#include "support/fake_ports.h"
 
 namespace stockbook::testing {
 namespace {
-
-class AnyPicture : public platform::Picture {
- public:
-  int WidthPx() const override { return 1; }
-  int HeightPx() const override { return 1; }
-};
 
 TEST(MemoryBag, KeepsTheOrderOfTheFirstWriting) {
   MemoryBag bag;
@@ -38,13 +33,13 @@ TEST(MemoryBag, ReadsAsTheFallbacksTypeOrFails) {
   bag.Write("large", int32_t{32768});
   bag.Write("low", int32_t{-32768});
   bag.Write("none", PictureRef());
-  bag.Write("picture", PictureRef(std::make_shared<AnyPicture>()));
+  bag.Write("picture", MakePicture("any"));
   EXPECT_EQ(bag.Read("small", int32_t{0}), BagValue(int32_t{-7}));
   EXPECT_EQ(bag.Read("low", int16_t{0}), BagValue(int16_t{-32768}));
   EXPECT_THROW(bag.Read("large", int16_t{0}), platform::Error);
   EXPECT_THROW(bag.Read("picture", int32_t{0}), platform::Error);
   EXPECT_THROW(bag.Read("small", PictureRef()), platform::Error);
-  const auto fallback = std::make_shared<AnyPicture>();
+  const auto fallback = MakePicture("any");
   EXPECT_EQ(bag.Read("none", PictureRef(fallback)), BagValue(PictureRef())) << "a picture that is none";
 }
 

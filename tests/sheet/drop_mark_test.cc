@@ -8,7 +8,7 @@
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/recording_canvas.h"
-#include "sheet/sheet.h"
+#include "sheet/sheet_in_view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -17,13 +17,9 @@ using test::Numbers;
 using test::RecordingCanvas;
 using test::Together;
 
-// Four columns of 100 pixels after a fixed one of 30; the cells are 220 pixels high.
-class DropMark : public ::testing::Test {
+class DropMark : public test::SheetInView {
  protected:
-  DropMark() {
-    sheet.LoadColumns(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100)), 1);
-    sheet.SetColWidth(0, 450);
-    for (int column = 1; column < 5; ++column) sheet.SetColWidth(column, 1500);
+  DropMark() : SheetInView(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100))) {
     sheet.SetView({500, 220}, 1.0);
   }
 
@@ -39,8 +35,6 @@ class DropMark : public ::testing::Test {
     }
     return marks;
   }
-
-  Sheet sheet;
 };
 
 TEST_F(DropMark, StandsBetweenTheTwoColumnsWhileThereIsOne) {
@@ -66,11 +60,10 @@ TEST_F(DropMark, IsSeenThoughTheColumnsEdgeIsScrolledAway) {
 }
 
 TEST_F(DropMark, IsPaintedAnewWhenTheSheetScrollsUnderIt) {
-  class Viewer : public SheetViewer {
+  class Viewer : public test::IdleViewer {
    public:
     void Damaged(const Rect& area) override { damaged = area; }
     void ScrollChanged() override { damaged = {}; }
-    void CursorChanged(Cursor) override {}
     Rect damaged;
   } viewer;
   sheet.SetView({300, 220}, 1.0);

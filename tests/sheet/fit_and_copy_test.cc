@@ -6,12 +6,10 @@
 #include "sheet/columns.h"
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/input/fit.h"
-#include "sheet/input/keyboard.h"
-#include "sheet/input/mouse.h"
 #include "sheet/paint/cell_tip.h"
 #include "sheet/recording_canvas.h"
 #include "sheet/selection/selection_text.h"
-#include "sheet/sheet.h"
+#include "sheet/sheet_in_view.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {
@@ -25,24 +23,19 @@ using test::Together;
 constexpr int kPadding = 4;
 constexpr int kLine = 1;
 
-class Viewer : public SheetViewer {
+class Viewer : public test::IdleViewer {
  public:
-  void Damaged(const Rect&) override {}
-  void ScrollChanged() override {}
-  void CursorChanged(Cursor) override {}
   TextMeasure* Measure() override { return &canvas; }
   RecordingCanvas canvas;  // every character is 7 wide, every line 14 high
 };
 
 // A caption row, ten rows below it in view, columns of 100 pixels.
-class FitAndCopy : public ::testing::Test {
+class FitAndCopy : public test::SheetInView {
  protected:
-  FitAndCopy() {
-    sheet.LoadColumns(Together(Periods(1000, 5), Numbers(1000)), 1);
-    for (int column = 0; column < 3; ++column) sheet.SetColWidth(column, 1500);
+  FitAndCopy() : SheetInView(Together(Periods(1000, 5), Numbers(1000))) {
+    sheet.SetColWidth(0, 1500);
     sheet.SetTextMatrix(0, 1, "期间");
     sheet.SetTextMatrix(0, 2, "数\r\n量");
-    sheet.SetView({430, 220}, 1.0);
     sheet.SetViewer(&viewer);
     sheet.SetClipboard(&desk);
     desk.text = "before";
@@ -57,9 +50,6 @@ class FitAndCopy : public ::testing::Test {
 
   Viewer viewer;
   testing::FakeClipboard desk;
-  Sheet sheet;
-  Keyboard keyboard{sheet};
-  Mouse mouse{sheet};
 };
 
 TEST_F(FitAndCopy, ADoubleClickOnACaptionsEdgeFitsTheColumnToTheTextsInView) {

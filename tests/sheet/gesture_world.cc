@@ -12,12 +12,6 @@
 namespace stockbook::sheet::test {
 namespace {
 
-class Mark : public platform::Picture {
- public:
-  int WidthPx() const override { return 16; }
-  int HeightPx() const override { return 16; }
-};
-
 std::vector<columns::Column> Result(int records, int periods) {
   const auto rows = static_cast<size_t>(records);
   return Together(Periods(records, periods), Numbers(records), Numbers(records),
@@ -165,8 +159,7 @@ void GestureWorld::Load() {
   if (Below(2) == 0) {
     std::vector<uint8_t> codes(sheet_.RecordCount());
     for (size_t record = 0; record < codes.size(); record += 3) codes[record] = static_cast<uint8_t>(record % 2 + 1);
-    sheet_.SetLoadedPictures(3, codes, {nullptr, std::make_shared<const Mark>()},
-                             platform::PictureAlignment::kRightTop);
+    sheet_.SetLoadedPictures(3, codes, {nullptr, testing::MakePicture("any")}, platform::PictureAlignment::kRightTop);
   }
 }
 

@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "sheet/columns.h"
-#include "sheet/input/keyboard.h"
-#include "sheet/input/mouse.h"
-#include "sheet/sheet.h"
+#include "sheet/sheet_in_view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -72,14 +70,9 @@ class Listener : public platform::GridObserver, public SheetViewer {
   }
 };
 
-// Four columns of 100 pixels, the fixed one of 30; rows of 20; a view of 430 by 220: ten rows below the caption.
-class Input : public ::testing::Test {
+class Input : public test::SheetInView {
  protected:
-  Input() {
-    sheet.LoadColumns(Together(Periods(1000, 5), Numbers(1000), Numbers(1000), Numbers(1000)), 1);
-    sheet.SetColWidth(0, 450);
-    for (int column = 1; column < 5; ++column) sheet.SetColWidth(column, 1500);
-    sheet.SetView({430, 220}, 1.0);
+  Input() : SheetInView(Together(Periods(1000, 5), Numbers(1000), Numbers(1000), Numbers(1000))) {
     sheet.SetObserver(&listener);
     sheet.SetViewer(&listener);
   }
@@ -109,10 +102,7 @@ class Input : public ::testing::Test {
     mouse.Release({MouseButton::kLeft, kNone, to});
   }
 
-  Sheet sheet;
   Listener listener;
-  Keyboard keyboard{sheet};
-  Mouse mouse{sheet};
 };
 
 TEST_F(Input, ArrowsMoveTheCurrentCellOverShownCells) {

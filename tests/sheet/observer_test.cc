@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "sheet/columns.h"
-#include "sheet/input/keyboard.h"
-#include "sheet/input/mouse.h"
-#include "sheet/sheet.h"
+#include "sheet/sheet_in_view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -16,7 +14,7 @@ using test::Numbers;
 using test::Together;
 
 // Performs its action once, in the next call it receives.
-class Meddler : public platform::GridObserver, public SheetViewer {
+class Meddler : public platform::GridObserver, public test::IdleViewer {
  public:
   platform::Verdict BeforeRowColChange(CellPosition, CellPosition) override {
     Do(before_move);
@@ -30,8 +28,6 @@ class Meddler : public platform::GridObserver, public SheetViewer {
   void AfterUserResize(int row, int column) override { resized = {row, column}; }
   void AfterMoveColumn(int, int) override { ++moved_columns; }
   void Damaged(const Rect&) override { ++damages; }
-  void ScrollChanged() override {}
-  void CursorChanged(Cursor) override {}
 
   std::function<void()> before_move;
   std::function<void()> after_move;
@@ -46,14 +42,9 @@ class Meddler : public platform::GridObserver, public SheetViewer {
   }
 };
 
-// Four columns of 100 pixels after a fixed one of 30, a hundred rows of 20 below the captions.
-class Observer : public ::testing::Test {
+class Observer : public test::SheetInView {
  protected:
-  Observer() {
-    sheet.LoadColumns(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100)), 1);
-    sheet.SetColWidth(0, 450);
-    for (int column = 1; column < 5; ++column) sheet.SetColWidth(column, 1500);
-    sheet.SetView({430, 220}, 1.0);
+  Observer() : SheetInView(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100))) {
     sheet.SetObserver(&meddler);
     sheet.SetViewer(&meddler);
   }
@@ -66,9 +57,6 @@ class Observer : public ::testing::Test {
   static MouseEvent At(int x, int y, MouseButton button = MouseButton::kLeft) { return {button, {}, {x, y}}; }
 
   Meddler meddler;
-  Sheet sheet;
-  Mouse mouse{sheet};
-  Keyboard keyboard{sheet};
 };
 
 TEST_F(Observer, MayTakeTheColumnAwayThatItIsAskedToResize) {

@@ -10,6 +10,7 @@
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/recording_canvas.h"
 #include "sheet/sheet.h"
+#include "support/fake_ports.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -25,12 +26,6 @@ using test::Periods;
 using test::RecordingCanvas;
 using test::Texts;
 using test::Together;
-
-class FakePicture : public platform::Picture {
- public:
-  int WidthPx() const override { return 16; }
-  int HeightPx() const override { return 16; }
-};
 
 // `rows` records, a period and a number each, 20 pixels high and 100 wide at scale 1, grouped by period.
 void Fill(Sheet& sheet, int rows, int periods) {
@@ -220,7 +215,7 @@ TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
 TEST(Painter, MovesTextAsideForPicturesAtItsSides) {
   Sheet sheet;
   sheet.LoadColumns(Together(Texts({"left"}), Texts({"right"}), Texts({"behind"})), 1);
-  const auto picture = std::make_shared<const FakePicture>();
+  const auto picture = testing::MakePicture("any");
   const int without = Painted(sheet).Find("left")->rect.x;
   const int right_without = Painted(sheet).Find("right")->rect.right();
   sheet.SetCellPicture({1, 1, 2, 2}, picture, PictureAlignment::kLeftCenter);
@@ -282,7 +277,7 @@ TEST(Painter, DrawsSignsOfNodesThatHaveLines) {
   EXPECT_NE(canvas.ColourAt(sign.x + 4, sign.y + 2), ink);
   sheet.SetIsCollapsed(1, true);
   EXPECT_EQ(Painted(sheet).ColourAt(sign.x + 4, sign.y + 2), ink);
-  const auto picture = std::make_shared<const FakePicture>();
+  const auto picture = testing::MakePicture("any");
   sheet.SetNodeClosedPicture(picture);
   EXPECT_EQ(Painted(sheet).pictures.size(), 1U);
   sheet.SetOutlineBar(platform::OutlineBarStyle::kNone);

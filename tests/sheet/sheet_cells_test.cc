@@ -5,6 +5,7 @@
 #include "platform/error.h"
 #include "sheet/columns.h"
 #include "sheet/sheet.h"
+#include "support/fake_ports.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -20,12 +21,6 @@ using test::Doubles;
 using test::Numbers;
 using test::Texts;
 using test::Together;
-
-class FakePicture : public platform::Picture {
- public:
-  int WidthPx() const override { return 16; }
-  int HeightPx() const override { return 16; }
-};
 
 TEST(Sheet, BeginsWithOneFixedRowAndColumnAndNoCurrentCell) {
   const Sheet sheet;
@@ -196,8 +191,8 @@ TEST(Sheet, ShowsDatesOfATextColumnByItsDateFormat) {
 TEST(Sheet, KeepsPicturesOfCellsAndOfLoadedRows) {
   Sheet sheet;
   sheet.LoadColumns(Together(Numbers(3)), 1);
-  const auto first = std::make_shared<const FakePicture>();
-  const auto second = std::make_shared<const FakePicture>();
+  const auto first = testing::MakePicture("any");
+  const auto second = testing::MakePicture("any");
   sheet.SetCellPicture({1, 1, 2, 2}, second, PictureAlignment::kCenterCenter);
   sheet.SetLoadedPictures(1, {0, 1, 1}, {nullptr, first}, PictureAlignment::kRightTop);
   EXPECT_EQ(sheet.CellPicture(1, 1), nullptr);

@@ -31,8 +31,8 @@ inline base::Value Whole(int64_t number) { return base::Value(number); }
 // A connection that answers statements from a table and records them. Unknown statements fail.
 class FakeConnection : public platform::Connection {
  public:
-  explicit FakeConnection(std::string connection_string = "Provider=Stockbook.Embedded;Data Source=fake")
-      : connection_string_(std::move(connection_string)) {}
+  explicit FakeConnection(std::string text = "Provider=Stockbook.Embedded;Data Source=fake")
+      : connection_string(std::move(text)) {}
 
   // Answers every statement that begins with `prefix`; longer prefixes win.
   void Answer(const std::string& prefix, std::vector<std::string> names, std::vector<std::vector<base::Value>> rows) {
@@ -42,9 +42,10 @@ class FakeConnection : public platform::Connection {
     answers_[prefix] = [message]() -> platform::Recordset { throw platform::Error("execute", message); };
   }
 
-  std::string ConnectionString() const override { return connection_string_; }
-  platform::Recordset Execute(std::string_view statement, int /*options*/) override {
+  std::string ConnectionString() const override { return connection_string; }
+  platform::Recordset Execute(std::string_view statement, int option) override {
     sent_.emplace_back(statement);
+    options.push_back(option);
     const std::function<platform::Recordset()>* best = nullptr;
     size_t longest = 0;
     for (const auto& [prefix, answer] : answers_) {
@@ -57,10 +58,15 @@ class FakeConnection : public platform::Connection {
     return (*best)();
   }
   const std::vector<std::string>& Sent() const { return sent_; }
-  void Forget() { sent_.clear(); }
+  void Forget() {
+    sent_.clear();
+    options.clear();
+  }
+
+  std::string connection_string;
+  std::vector<int> options;  // of the statements that were sent
 
  private:
-  std::string connection_string_;
   std::map<std::string, std::function<platform::Recordset()>> answers_;
   std::vector<std::string> sent_;
 };
