@@ -7,6 +7,7 @@
 #include "base/column_keys.h"
 #include "columns/column_builder.h"
 #include "columns/row_classes.h"
+#include "grid/row_runs.h"
 #include "platform/grid_guards.h"
 
 namespace stockbook::grid {

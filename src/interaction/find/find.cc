@@ -53,7 +53,7 @@ class HitMessages {
  public:
   HitMessages(const platform::GridTable& grid, const grid::RowRun& block, const std::string& outline_key)
       : grid_(grid), block_(block), column_(grid.ColIndex(outline_key)) {
-    if (!block.IsInserted()) loaded_ = platform::UneditedColumn(grid, column_);
+    if (!block.IsInserted()) loaded_ = grid::UneditedColumn(grid, column_);
   }
 
   // Writes the message of a row into a buffer.

@@ -33,7 +33,7 @@ void RowSearch::ReadColumns() {
   columns_.clear();
   for (int column = grid_.FixedCols(); column < grid_.Cols(); ++column) {
     if (grid_.ColHidden(column)) continue;
-    const columns::Column* loaded = platform::UneditedColumn(grid_, column);
+    const columns::Column* loaded = grid::UneditedColumn(grid_, column);
     // Nothing loaded and nothing written: all records are blank there.
     if (loaded != nullptr || grid_.HasEditedRecords(column)) columns_.push_back({column, loaded});
   }

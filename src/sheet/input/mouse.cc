@@ -99,17 +99,17 @@ void Mouse::PressLeft(const MouseEvent& event) {
     moved_column_ = cell.column;
     return;
   }
-  BeginSelection(cell, event.modifiers.Shift());
+  BeginSelection(cell, event.modifiers.Shift() ? Start::kCurrent : Start::kCell);
 }
 
-void Mouse::BeginSelection(CellPosition cell, bool extends) {
+void Mouse::BeginSelection(CellPosition cell, Start start) {
   const CellPosition first{sheet_.FixedRows(), sheet_.FixedCols()};
   const CellPosition last{sheet_.Rows() - 1, sheet_.Cols() - 1};
   if (last.row < first.row || last.column < first.column) return;
   const bool whole_columns = cell.row < first.row;
   const bool whole_rows = cell.column < first.column;
   Selection wanted = Selection::Of({std::max(cell.row, first.row), std::max(cell.column, first.column)});
-  if (extends) wanted.current = sheet_.selection().current;
+  if (start == Start::kCurrent) wanted.current = sheet_.selection().current;
   if (whole_columns) {
     wanted.current.row = first.row;
     wanted.end.row = last.row;
@@ -280,7 +280,7 @@ void Mouse::EndCaption(Point at) {
   if (moved_column_ >= sheet_.Cols()) return;
   if (!moved) {
     const CellPosition cell = sheet_.geometry().CellAt(at);
-    if (cell.column == moved_column_) BeginSelection({0, moved_column_}, false);
+    if (cell.column == moved_column_) BeginSelection({0, moved_column_}, Start::kCell);
     drag_ = Drag::kNone;
     return;
   }

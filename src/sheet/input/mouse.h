@@ -64,7 +64,9 @@ class Mouse {
   // Asks the observer.
   bool Refuses(const Edge& edge) const;
   void BeginResize(const Edge& edge, Point at);
-  void BeginSelection(CellPosition cell, bool extends);
+  // From the cell itself, or from the current one to it.
+  enum class Start { kCell, kCurrent };
+  void BeginSelection(CellPosition cell, Start start);
   void ExtendSelection(Point at);
   void Resize(Point at);
   void MoveCaption(Point at);
