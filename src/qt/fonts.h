@@ -7,10 +7,6 @@
 
 namespace stockbook::qt {
 
-// A logical pixel is 15 twips (1440 / 96); the toolkit scales it to device pixels.
-inline constexpr double kTwipsPerPixel = 15.0;
-
-// The font for a scale: 1 for logical pixels, the device pixel ratio for device pixels. An empty name stands for the
 // application's font.
 QFont ToQFont(const platform::Font& font, double scale);
 

@@ -10,10 +10,10 @@
 #include "qt/accessible_news.h"
 #include "qt/bar_scale.h"
 #include "qt/canvas.h"
+#include "sheet/geometry/text_measure.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/input/viewer.h"
-#include "sheet/paint/text_measure.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::qt {

@@ -12,7 +12,7 @@
 
 #include "platform/grid_types.h"
 #include "qt/glyph_font.h"
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
 
 namespace stockbook::qt {
 

@@ -6,8 +6,11 @@
 
 #include "qt/fonts.h"
 #include "qt/text.h"
+#include "sheet/geometry/scale.h"
 
 namespace stockbook::qt {
+
+using sheet::kTwipsPerPixel;
 
 double QtTextMetrics::TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const {
   const QFontMetricsF metrics(ToQFont(font, 1.0));

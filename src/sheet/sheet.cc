@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/error.h"
+#include "sheet/geometry/scale.h"
 
 namespace stockbook::sheet {
 
@@ -78,19 +79,17 @@ void Sheet::KeepSelectionInside() {
 
 Geometry Sheet::geometry() const {
   const int anchor = std::clamp(anchor_.row, 0, Rows());
-  int64_t y = states_.PixelsBefore(anchor) - states_.PixelsBefore(fixed_rows_);
-  if (anchor < Rows()) y += std::min(anchor_.offset_px, states_.PixelHeight(anchor));
-  return Geometry(states_, column_axis(), {fixed_rows_, fixed_cols_, PinnedCols()}, view_, {scroll_x_, y});
+  int64_t y = rows_.Top(anchor) - rows_.Top(fixed_rows_);
+  if (anchor < Rows()) y += std::min(anchor_.offset_px, rows_.Height(anchor));
+  return Geometry(rows_, column_axis(), {fixed_rows_, fixed_cols_, PinnedCols()}, view_, {scroll_x_, y});
 }
 
 const ColumnAxis& Sheet::column_axis() const {
   if (!column_axis_valid_) {
     std::vector<int> widths(static_cast<size_t>(Cols()));
-    const double pixels_per_twip = states_.heights().pixels_per_twip;
     for (int column = 0; column < Cols(); ++column) {
       const SheetColumn& of = store_.columns().At(column);
-      widths[static_cast<size_t>(column)] =
-          of.hidden ? 0 : static_cast<int>(RowHeights::ToPixels(of.width_twips, pixels_per_twip));
+      widths[static_cast<size_t>(column)] = of.hidden ? 0 : static_cast<int>(ToPixels(of.width_twips, scale()));
     }
     column_axis_ = ColumnAxis(widths);
     column_axis_valid_ = true;
@@ -157,17 +156,13 @@ void Sheet::ScrollChanged() {
 void Sheet::SetView(Size view_px, double scale) {
   constexpr double kLeastScale = 1.0 / 16;
   constexpr double kMostScale = 64;
-  scale = std::isfinite(scale) && scale > 0 ? std::clamp(scale, kLeastScale, kMostScale) : scale_;
-  const bool rescaled = scale != scale_;
+  scale = std::isfinite(scale) && scale > 0 ? std::clamp(scale, kLeastScale, kMostScale) : rows_.scale();
+  const bool rescaled = scale != rows_.scale();
   view_ = {std::max(0, view_px.width), std::max(0, view_px.height)};
   if (rescaled) {
-    scroll_x_ = static_cast<int64_t>(std::llround(static_cast<double>(scroll_x_) * scale / scale_));
-    anchor_.offset_px = static_cast<int64_t>(static_cast<double>(anchor_.offset_px) * scale / scale_);
-    scale_ = scale;
-    constexpr double kTwipsPerPixel = 15.0;
-    RowHeights heights = states_.heights();
-    heights.pixels_per_twip = scale / kTwipsPerPixel;
-    states_.SetHeights(heights);
+    scroll_x_ = static_cast<int64_t>(std::llround(static_cast<double>(scroll_x_) * scale / rows_.scale()));
+    anchor_.offset_px = static_cast<int64_t>(static_cast<double>(anchor_.offset_px) * scale / rows_.scale());
+    rows_.SetScale(scale);
     column_axis_valid_ = false;
   }
   ScrollChanged();

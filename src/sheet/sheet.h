@@ -10,11 +10,12 @@
 #include "platform/grid.h"
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/geometry.h"
+#include "sheet/geometry/row_axis.h"
 #include "sheet/input/viewer.h"
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
-#include "sheet/paint/appearance.h"
 #include "sheet/selection/selection.h"
+#include "sheet/store/appearance.h"
 #include "sheet/store/store.h"
 
 namespace stockbook::sheet {
@@ -178,7 +179,7 @@ class Sheet final : public platform::Grid {
   Layout layout() const;
   void SetLayout(const Layout& layout);
   Size view() const { return view_; }
-  double scale() const { return scale_; }
+  double scale() const { return rows_.scale(); }
   // RowState::kDefaultHeight gives the row the height of all rows again.
   void SetOwnRowHeight(int row, int32_t height_twips);
   void ScrollTo(ScrollPosition position);
@@ -200,6 +201,7 @@ class Sheet final : public platform::Grid {
   Geometry geometry() const;
   const Store& store() const { return store_; }
   const RowStates& states() const { return states_; }
+  const RowAxis& rows() const { return rows_; }
   const Outline& outline() const { return outline_; }
   const Selection& selection() const { return selection_; }
   const Appearance& appearance() const { return appearance_; }
@@ -257,12 +259,12 @@ class Sheet final : public platform::Grid {
   Store store_;
   RowStates states_;
   Outline outline_{states_};
+  RowAxis rows_{states_, 1.0};
   Selection selection_;
   Appearance appearance_;
   mutable ColumnAxis column_axis_;
   mutable bool column_axis_valid_ = false;
   Size view_{960, 600};
-  double scale_ = 1.0;
   RowAnchor anchor_;
   int64_t scroll_x_ = 0;
   int fixed_rows_ = 1;

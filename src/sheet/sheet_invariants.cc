@@ -16,7 +16,8 @@ bool Sheet::CheckInvariants() const {
 }
 
 size_t Sheet::EngineBytes() const {
-  return store_.MemoryBytes() + states_.MemoryBytes() + column_axis().MemoryBytes() + sizeof(Sheet);
+  return store_.MemoryBytes() + states_.MemoryBytes() + rows_.MemoryBytes() + column_axis().MemoryBytes() +
+         sizeof(Sheet);
 }
 
 }  // namespace stockbook::sheet

@@ -68,16 +68,16 @@ void Sheet::ScrollTo(ScrollPosition position) {
   const ScrollPosition most = before.max_scroll();
   const int64_t y = std::clamp<int64_t>(position.y, 0, most.y);
   scroll_x_ = std::clamp<int64_t>(position.x, 0, most.x);
-  const int64_t pixel = states_.PixelsBefore(fixed_rows_) + y;
-  const auto row = std::min(static_cast<int>(states_.RowAtPixel(pixel)), Rows());
-  anchor_ = {row, pixel - states_.PixelsBefore(row)};
+  const int64_t pixel = rows_.Top(fixed_rows_) + y;
+  const auto row = std::min(static_cast<int>(rows_.RowAt(pixel)), Rows());
+  anchor_ = {row, pixel - rows_.Top(row)};
   if (geometry().scroll() == before.scroll()) return;
   ScrollChanged();
   // The mark does not always move with the pixels under it.
   if (drop_column_ >= 0) LooksChanged();
 }
 
-Sheet::Layout Sheet::layout() const { return {view_, scale_, anchor_.row, anchor_.offset_px, scroll_x_}; }
+Sheet::Layout Sheet::layout() const { return {view_, scale(), anchor_.row, anchor_.offset_px, scroll_x_}; }
 
 void Sheet::SetLayout(const Layout& layout) {
   SetView(layout.view, layout.scale);

@@ -72,7 +72,7 @@ class LongSheet : public ::testing::TestWithParam<double> {
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
 
   void ExpectInPlace(int row) {
-    ASSERT_EQ(sheet_.states().PixelsBefore(row), TopOf(row)) << row;
+    ASSERT_EQ(sheet_.rows().Top(row), TopOf(row)) << row;
     const int64_t most = TopOf(sheet_.Rows()) - 600;
     const int64_t wanted = std::min(TopOf(row) - Pixels(300), most);
     sheet_.SetTopRow(row);

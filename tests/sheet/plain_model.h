@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
 #include "sheet/store/sheet_column.h"
 
 namespace stockbook::sheet::test {

@@ -20,7 +20,7 @@ struct ColourTraits {
     int values = 0;  // one bit per existing value
     bool operator==(const Summary&) const = default;
   };
-  Summary Of(int value, int64_t count) const { return {value * count, count > 0 ? 1 << value : 0}; }
+  static Summary Of(int value, int64_t count) { return {value * count, count > 0 ? 1 << value : 0}; }
   static Summary Combine(const Summary& left, const Summary& right) {
     return {left.sum + right.sum, left.values | right.values};
   }

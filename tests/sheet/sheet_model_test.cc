@@ -255,7 +255,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
     ASSERT_EQ(sheet_.FixedRows(), model_.fixed_rows);
     const std::vector<int64_t> tops = model_.Tops();
     for (int row = 0; row < model_.Rows(); ++row) CompareRow(row, tops[static_cast<size_t>(row)]);
-    ASSERT_EQ(sheet_.states().TotalPixels(), tops.back());
+    ASSERT_EQ(sheet_.rows().Total(), tops.back());
     CompareColumns();
     const int64_t scroll = sheet_.geometry().scroll().y;
     ASSERT_EQ(sheet_.geometry().max_scroll().y, model_.MostScroll());
@@ -280,10 +280,10 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
     ASSERT_EQ(sheet_.IsCollapsed(row), expected.collapsed);
     ASSERT_EQ(sheet_.RowOutlineLevel(row), expected.level);
     ASSERT_EQ(sheet_.RowHeight(row), model_.Height(row));
-    ASSERT_EQ(sheet_.states().PixelsBefore(row), top);
+    ASSERT_EQ(sheet_.rows().Top(row), top);
     if (shown) {
-      ASSERT_EQ(sheet_.states().RowAtPixel(top), row);
-      ASSERT_EQ(sheet_.states().RowAtPixel(top + model_.HeightPx(row) - 1), row);
+      ASSERT_EQ(sheet_.rows().RowAt(top), row);
+      ASSERT_EQ(sheet_.rows().RowAt(top + model_.HeightPx(row) - 1), row);
     }
     for (int column = 0; column < kColumns; ++column) {
       ASSERT_EQ(sheet_.TextMatrix(row, column), model_.Text(row, column)) << row << ' ' << column;

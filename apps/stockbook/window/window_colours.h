@@ -4,7 +4,7 @@
 #include <QPalette>
 
 #include "qt/stockbook_widget.h"
-#include "sheet/paint/appearance.h"
+#include "sheet/store/appearance.h"
 
 namespace stockbook::app {
 

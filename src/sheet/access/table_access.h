@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
 #include "sheet/selection/selection.h"
 
 namespace stockbook::sheet {

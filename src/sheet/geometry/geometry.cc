@@ -18,13 +18,13 @@ int64_t Nearest(int64_t scroll, int64_t from, int64_t to, int64_t room) {
 
 }  // namespace
 
-Geometry::Geometry(const RowStates& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted)
+Geometry::Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted)
     : rows_(&rows), columns_(&columns), pinned_(pinned), view_{std::max(0, view.width), std::max(0, view.height)} {
-  pinned_.rows = std::clamp(pinned_.rows, 0, static_cast<int>(rows.Rows()));
+  pinned_.rows = std::clamp(pinned_.rows, 0, static_cast<int>(rows.Count()));
   pinned_.columns = std::clamp(pinned_.columns, 0, columns.Count());
   pinned_.fixed_columns = std::clamp(pinned_.fixed_columns, 0, pinned_.columns);
   pinned_width_ = columns.Left(pinned_.columns);
-  pinned_height_ = rows.PixelsBefore(pinned_.rows);
+  pinned_height_ = rows.Top(pinned_.rows);
   scroll_ = Clamped(wanted);
 }
 
@@ -62,8 +62,8 @@ Rect Geometry::CellRect(int row, int column) const {
   const int64_t dy = row < pinned_.rows ? 0 : scroll_.y;
   const int left = ToView(columns_->Left(column) - dx);
   const int right = ToView(columns_->Left(column + 1) - dx);
-  const int64_t top = rows_->PixelsBefore(row) - dy;
-  const int bottom = ToView(top + rows_->PixelHeight(row));
+  const int64_t top = rows_->Top(row) - dy;
+  const int bottom = ToView(top + rows_->Height(row));
   return {left, ToView(top), right - left, bottom - ToView(top)};
 }
 
@@ -85,19 +85,19 @@ CellPosition Geometry::CellAt(Point point) const {
   const int64_t x = point.x + (point.x < PinnedWidth() ? 0 : scroll_.x);
   const int64_t y = point.y + (point.y < PinnedHeight() ? 0 : scroll_.y);
   const int column = columns_->ColumnAt(x);
-  const auto row = static_cast<int>(rows_->RowAtPixel(y));
+  const auto row = static_cast<int>(rows_->RowAt(y));
   if (column < columns_->Count()) cell.column = column;
-  if (row < rows_->Rows()) cell.row = row;
+  if (row < rows_->Count()) cell.row = row;
   return cell;
 }
 
 Span Geometry::RowsWithin(int from, int to) const {
   from = std::max(from, PinnedHeight());
   to = std::min(to, view_.height);
-  const auto rows = static_cast<int>(rows_->Rows());
+  const auto rows = static_cast<int>(rows_->Count());
   if (from >= to) return {rows, rows};
-  const auto first = static_cast<int>(rows_->RowAtPixel(from + scroll_.y));
-  const auto last = static_cast<int>(rows_->RowAtPixel(to - 1 + scroll_.y));
+  const auto first = static_cast<int>(rows_->RowAt(from + scroll_.y));
+  const auto last = static_cast<int>(rows_->RowAt(to - 1 + scroll_.y));
   return {first, std::min(last + 1, rows)};
 }
 
@@ -105,8 +105,7 @@ Span Geometry::FixedRowsWithin(int from, int to) const {
   from = std::max(from, 0);
   to = std::min(to, PinnedHeight());
   if (from >= to) return {pinned_.rows, pinned_.rows};
-  return {static_cast<int>(rows_->RowAtPixel(from)),
-          std::min(static_cast<int>(rows_->RowAtPixel(to - 1)) + 1, pinned_.rows)};
+  return {static_cast<int>(rows_->RowAt(from)), std::min(static_cast<int>(rows_->RowAt(to - 1)) + 1, pinned_.rows)};
 }
 
 Span Geometry::ColumnsWithin(int from, int to) const {
@@ -118,19 +117,20 @@ Span Geometry::ColumnsWithin(int from, int to) const {
 }
 
 int Geometry::TopRow() const {
-  const auto rows = static_cast<int>(rows_->Rows());
+  const auto rows = static_cast<int>(rows_->Count());
   if (pinned_.rows >= rows) return pinned_.rows;
-  const auto top = static_cast<int>(rows_->RowAtPixel(pinned_height_ + scroll_.y));
+  const auto top = static_cast<int>(rows_->RowAt(pinned_height_ + scroll_.y));
   return std::clamp(top, pinned_.rows, rows - 1);
 }
 
 int Geometry::BottomRow() const {
   const int top = TopRow();
   const int64_t end = scroll_.y + std::max<int64_t>(view_.height, pinned_height_);
-  auto row = static_cast<int>(rows_->RowAtPixel(end - 1));
-  if (row >= rows_->Rows()) return std::max(top, static_cast<int>(rows_->ShownAtOrBefore(rows_->Rows() - 1)));
-  const bool whole = rows_->PixelsBefore(row) + rows_->PixelHeight(row) <= end;
-  if (!whole) row = static_cast<int>(rows_->ShownAtOrBefore(row - 1));
+  auto row = static_cast<int>(rows_->RowAt(end - 1));
+  if (row >= rows_->Count())
+    return std::max(top, static_cast<int>(rows_->states().ShownAtOrBefore(rows_->Count() - 1)));
+  const bool whole = rows_->Top(row) + rows_->Height(row) <= end;
+  if (!whole) row = static_cast<int>(rows_->states().ShownAtOrBefore(row - 1));
   return std::max(top, row);
 }
 
@@ -141,15 +141,15 @@ int Geometry::LeftCol() const {
 }
 
 bool Geometry::RowIsVisible(int row) const {
-  if (row < 0 || row >= rows_->Rows() || !rows_->At(row).IsShown()) return false;
+  if (row < 0 || row >= rows_->Count() || !rows_->states().At(row).IsShown()) return false;
   return row < pinned_.rows || (row >= TopRow() && row <= BottomRow());
 }
 
 ScrollPosition Geometry::ToShow(int row, int column) const {
   ScrollPosition wanted = scroll_;
-  if (row >= pinned_.rows && row < rows_->Rows()) {
-    const int64_t top = rows_->PixelsBefore(row) - pinned_height_;
-    wanted.y = Nearest(scroll_.y, top, top + rows_->PixelHeight(row), view_.height - PinnedHeight());
+  if (row >= pinned_.rows && row < rows_->Count()) {
+    const int64_t top = rows_->Top(row) - pinned_height_;
+    wanted.y = Nearest(scroll_.y, top, top + rows_->Height(row), view_.height - PinnedHeight());
   }
   if (column >= pinned_.columns && column < columns_->Count()) {
     const int64_t left = columns_->Left(column) - pinned_width_;
@@ -159,7 +159,7 @@ ScrollPosition Geometry::ToShow(int row, int column) const {
 }
 
 ScrollPosition Geometry::WithTopRow(int row) const {
-  return Clamped({scroll_.x, rows_->PixelsBefore(std::max(row, pinned_.rows)) - pinned_height_});
+  return Clamped({scroll_.x, rows_->Top(std::max(row, pinned_.rows)) - pinned_height_});
 }
 
 ScrollPosition Geometry::WithLeftCol(int column) const {

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "sheet/geometry/column_axis.h"
-#include "sheet/outline/row_states.h"
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
+#include "sheet/geometry/row_axis.h"
 #include "sheet/selection/selection.h"
 
 namespace stockbook::sheet {
@@ -37,7 +37,7 @@ struct Span {
 // change. Row questions are O(log runs), column questions O(log columns).
 class Geometry {
  public:
-  Geometry(const RowStates& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
+  Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
 
   Size view() const { return view_; }
   const Pinned& pinned() const { return pinned_; }
@@ -45,7 +45,7 @@ class Geometry {
   ScrollPosition scroll() const { return scroll_; }
   ScrollPosition max_scroll() const;
   int64_t ContentWidth() const { return columns_->Total(); }
-  int64_t ContentHeight() const { return rows_->TotalPixels(); }
+  int64_t ContentHeight() const { return rows_->Total(); }
   // What the pinned parts take, at most the view.
   int PinnedWidth() const;
   int FixedWidth() const;  // of the fixed columns alone
@@ -84,7 +84,7 @@ class Geometry {
  private:
   ScrollPosition Clamped(ScrollPosition wanted) const;
 
-  const RowStates* rows_;
+  const RowAxis* rows_;
   const ColumnAxis* columns_;
   Pinned pinned_;
   Size view_;

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

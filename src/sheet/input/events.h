@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "platform/grid_observer.h"
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

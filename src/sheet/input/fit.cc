@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "sheet/geometry/scale.h"
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/sheet.h"
@@ -11,7 +12,6 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr double kTwipsPerPixel = 15.0;
 constexpr int kLeastPixels = 4;
 
 // What the largest cell within the part of the view needs.

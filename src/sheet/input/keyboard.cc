@@ -171,14 +171,14 @@ int Keyboard::EdgeColumn(int direction) const {
 }
 
 int Keyboard::PageRow(int row, int direction) const {
-  const RowStates& states = sheet_.states();
-  const int64_t height = states.PixelHeight(row);
+  const RowAxis& rows = sheet_.rows();
+  const int64_t height = rows.Height(row);
   const int64_t page = std::max<int64_t>(sheet_.geometry().BodyRect().height - height, 1);
   // Of the row's far edge from the page, so that a page down and a page up come back.
-  const int64_t pixel = states.PixelsBefore(row) + (direction < 0 ? height - 1 - page : page);
+  const int64_t pixel = rows.Top(row) + (direction < 0 ? height - 1 - page : page);
   const int first = EdgeRow(-1);
   const int last = EdgeRow(1);
-  const auto target = static_cast<int>(states.RowAtPixel(std::max<int64_t>(pixel, 0)));
+  const auto target = static_cast<int>(rows.RowAt(std::max<int64_t>(pixel, 0)));
   // A row higher than the page is still left behind.
   const int least = RowStep(row, direction);
   return std::clamp(direction < 0 ? std::min(target, least) : std::max(target, least), first, last);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "sheet/geometry/scale.h"
 #include "sheet/sheet.h"
 
 namespace stockbook::sheet {
@@ -13,14 +14,13 @@ constexpr int kLookedAt = 4;
 }  // namespace
 
 int LineStep(const Sheet& sheet) {
-  const RowHeights& heights = sheet.states().heights();
   const int first = sheet.FixedRows();
   const int last = std::min(first + kLookedAt, sheet.Rows());
   int twips = 0;
   for (int row = first; row < last; ++row) {
     if (const int height = sheet.RowHeight(row); twips == 0 || height < twips) twips = height;
   }
-  return static_cast<int>(std::max<int64_t>(1, RowHeights::ToPixels(twips, heights.pixels_per_twip)));
+  return static_cast<int>(std::max<int64_t>(1, ToPixels(twips, sheet.scale())));
 }
 
 }  // namespace stockbook::sheet

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "sheet/geometry/outline_metrics.h"
+#include "sheet/geometry/scale.h"
 #include "sheet/input/fit.h"
 #include "sheet/sheet.h"
 
@@ -16,8 +17,7 @@ namespace {
 constexpr int kEdgeReach = 4;     // pixels on either side of an edge that grab it
 constexpr int kRowEdgeReach = 3;  // rows are low
 constexpr int kDragDistance = 5;  // pixels before a pressed caption moves
-constexpr double kTwipsPerPixel = 15.0;
-constexpr int kLeastSize = 60;  // twips that a dragged edge leaves
+constexpr int kLeastSize = 60;    // twips that a dragged edge leaves
 constexpr int kMostSize = 1 << 24;
 
 }  // namespace

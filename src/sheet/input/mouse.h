@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
+#include "sheet/geometry/rect.h"
 #include "sheet/input/events.h"
 #include "sheet/input/viewer.h"
-#include "sheet/paint/rect.h"
 #include "sheet/selection/selection.h"
 
 namespace stockbook::sheet {

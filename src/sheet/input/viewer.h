@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sheet/paint/rect.h"
-#include "sheet/paint/text_measure.h"
+#include "sheet/geometry/rect.h"
+#include "sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

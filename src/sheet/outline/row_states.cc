@@ -2,7 +2,6 @@
 #include "sheet/outline/row_states.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace stockbook::sheet {
 
@@ -13,20 +12,10 @@ int32_t RowHeights::TwipsOf(int32_t height_twips) const {
   return static_cast<int32_t>(twips);
 }
 
-int64_t RowHeights::ToPixels(int32_t twips, double pixels_per_twip) {
-  if (twips <= 0) return 0;
-  return std::max<int64_t>(1, std::llround(twips * pixels_per_twip));
-}
-
-int64_t RowHeights::PixelsOf(int32_t height_twips) const { return ToPixels(TwipsOf(height_twips), pixels_per_twip); }
-
-RowStates::Summary RowStates::Traits::Of(const RowState& state, int64_t count) const {
+RowStates::Summary RowStates::Traits::Of(const RowState& state, int64_t count) {
   if (count == 0) return {};
   Summary sum;
-  if (state.IsShown()) {
-    sum.shown = count;
-    sum.pixels = count * heights.PixelsOf(state.height_twips);
-  }
+  if (state.IsShown()) sum.shown = count;
   if (state.subtotal) sum.nodes = count;
   if (state.subtotal && state.collapsed) sum.collapsed = count;
   if (!state.covered) sum.uncovered = count;
@@ -35,9 +24,28 @@ RowStates::Summary RowStates::Traits::Of(const RowState& state, int64_t count) c
 }
 
 RowStates::Summary RowStates::Traits::Combine(const Summary& left, const Summary& right) {
-  return {left.shown + right.shown,         left.pixels + right.pixels,
-          left.nodes + right.nodes,         left.collapsed + right.collapsed,
+  return {left.shown + right.shown, left.nodes + right.nodes, left.collapsed + right.collapsed,
           left.uncovered + right.uncovered, std::min(left.lowest_level, right.lowest_level)};
+}
+
+void RowStates::Insert(int64_t row, int64_t count, const RowState& state) {
+  runs_.Insert(row, count, state);
+  for (RowStatesWatcher* watcher : watchers_) watcher->RowsInserted(row, count);
+}
+
+void RowStates::Remove(int64_t row, int64_t count) {
+  runs_.Remove(row, count);
+  for (RowStatesWatcher* watcher : watchers_) watcher->RowsRemoved(row, count);
+}
+
+void RowStates::TellUpdated(int64_t first, int64_t last) {
+  for (RowStatesWatcher* watcher : watchers_) {
+    if (first == 0 && last == Rows()) {
+      watcher->AllRowsChanged();
+    } else {
+      watcher->RowsUpdated(first, last);
+    }
+  }
 }
 
 void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowState& state) {
@@ -57,21 +65,12 @@ void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowStat
   }
   for (; next < rows.size(); ++next) runs.push_back({1, state});
   runs_.Assign(runs);
+  for (RowStatesWatcher* watcher : watchers_) watcher->AllRowsChanged();
 }
 
 void RowStates::SetHeights(const RowHeights& heights) {
-  runs_.traits().heights = heights;
-  runs_.Refresh();
-}
-
-int64_t RowStates::PixelHeight(int64_t row) const {
-  if (row < 0 || row >= Rows()) return 0;
-  const RowState state = At(row);
-  return state.IsShown() ? heights().PixelsOf(state.height_twips) : 0;
-}
-
-int64_t RowStates::RowAtPixel(int64_t pixel) const {
-  return runs_.FindFirst([&](const Summary& sum) { return sum.pixels > pixel && sum.pixels > 0; });
+  heights_ = heights;
+  for (RowStatesWatcher* watcher : watchers_) watcher->AllRowsChanged();
 }
 
 int64_t RowStates::ShownRow(int64_t index) const {

@@ -24,33 +24,44 @@ struct RowState {
   bool operator==(const RowState&) const = default;
 };
 
-// Heights of rows in twips, and what a twip is on the screen.
+// How high rows are that have no height of their own, and the limits for all, in twips.
 struct RowHeights {
   int32_t default_twips = 300;
   float min_twips = 0;  // 0: no limit
   float max_twips = 0;
-  double pixels_per_twip = 1.0 / 15.0;
 
   int32_t TwipsOf(int32_t height_twips) const;
-  int64_t PixelsOf(int32_t height_twips) const;
-  static int64_t ToPixels(int32_t twips, double pixels_per_twip);
 };
 
-// The states of all rows, with positions: shown rows, nodes and pixels before a row, and back. All O(log runs),
-// whatever the number of rows.
+// Hears of changes of row states, after each of them.
+class RowStatesWatcher {
+ public:
+  virtual ~RowStatesWatcher() = default;
+
+  // Rows [row, row + count) are new, and alike.
+  virtual void RowsInserted(int64_t row, int64_t count) = 0;
+  virtual void RowsRemoved(int64_t row, int64_t count) = 0;
+  // The rows [first, last) have other states, some of them at least.
+  virtual void RowsUpdated(int64_t first, int64_t last) = 0;
+  virtual void AllRowsChanged() = 0;
+};
+
+// The states of all rows, with positions: shown rows and nodes before a row, and back. All O(log runs), whatever the
+// number of rows.
 class RowStates {
  public:
   int64_t Rows() const { return runs_.size(); }
   size_t RunCount() const { return runs_.RunCount(); }
   RowState At(int64_t row) const { return runs_.At(row); }
 
-  void Insert(int64_t row, int64_t count, const RowState& state) { runs_.Insert(row, count, state); }
+  void Insert(int64_t row, int64_t count, const RowState& state);
   // One row of the state before each of the ascending `rows` (numbered as they are now); O(runs + rows).
   void InsertBeforeEach(const std::vector<int64_t>& rows, const RowState& state);
-  void Remove(int64_t row, int64_t count) { runs_.Remove(row, count); }
+  void Remove(int64_t row, int64_t count);
   template <typename Change>
   void Update(int64_t first, int64_t last, Change change) {
     runs_.Update(first, last, change);
+    TellUpdated(first, last);
   }
   // Calls visit(first, count, state) run by run over [first, last) until it returns false.
   template <typename Visit>
@@ -58,35 +69,31 @@ class RowStates {
     runs_.ForEach(first, last, [&](const auto& place) { return visit(place.first, place.count, place.value); });
   }
 
-  const RowHeights& heights() const { return runs_.traits().heights; }
-  // O(runs).
+  const RowHeights& heights() const { return heights_; }
   void SetHeights(const RowHeights& heights);
-  int64_t PixelHeight(int64_t row) const;
-
-  int64_t PixelsBefore(int64_t row) const { return runs_.Before(row).pixels; }
-  int64_t TotalPixels() const { return runs_.Total().pixels; }
-  // The shown row at the pixel, or Rows() behind the last one; pixels above row 0 give the first shown row.
-  int64_t RowAtPixel(int64_t pixel) const;
 
   int64_t ShownBefore(int64_t row) const { return runs_.Before(row).shown; }
   int64_t TotalShown() const { return runs_.Total().shown; }
   // The shown row with so many shown rows before it, or Rows().
   int64_t ShownRow(int64_t index) const;
-  // The nearest shown row at or behind / at or before `row`; Rows() or -1 when there is none.
+  // The nearest shown row at or after / at or before `row`; Rows() or -1 when there is none.
   int64_t ShownAtOrAfter(int64_t row) const;
   int64_t ShownAtOrBefore(int64_t row) const;
 
-  // The first node at or behind `row`, or -1.
+  // The first node at or after `row`, or -1.
   int64_t NextNode(int64_t row) const;
   int64_t NodeCount() const { return runs_.Total().nodes; }
   bool HasCollapsedNodes() const { return runs_.Total().collapsed > 0; }
   int64_t CoveredRows() const { return Rows() - runs_.Total().uncovered; }
   // The last row before `row` that no collapsed node governs, or -1.
   int64_t UncoveredBefore(int64_t row) const;
-  // The first row at or behind `row` whose level is `level` or less, or Rows().
+  // The first row at or after `row` whose level is `level` or less, or Rows().
   int64_t NextRowOfLevelAtMost(int64_t row, int level) const;
   // The last row before `row` whose level is below `level`, or -1.
   int64_t LastRowOfLevelBelow(int64_t row, int level) const;
+
+  void AddWatcher(RowStatesWatcher* watcher) { watchers_.push_back(watcher); }
+  void RemoveWatcher(RowStatesWatcher* watcher) { std::erase(watchers_, watcher); }
 
   bool CheckInvariants() const { return runs_.CheckInvariants(); }
   size_t MemoryBytes() const { return runs_.MemoryBytes(); }
@@ -94,7 +101,6 @@ class RowStates {
  private:
   struct Summary {
     int64_t shown = 0;
-    int64_t pixels = 0;
     int64_t nodes = 0;
     int64_t collapsed = 0;
     int64_t uncovered = 0;
@@ -104,14 +110,17 @@ class RowStates {
   struct Traits {
     using Value = RowState;
     using Summary = RowStates::Summary;
-    RowHeights heights;
-    Summary Of(const RowState& state, int64_t count) const;
+    static Summary Of(const RowState& state, int64_t count);
     static Summary Combine(const Summary& left, const Summary& right);
     static RowState Advance(const RowState& state, int64_t) { return state; }
     static bool Continues(const RowState& state, int64_t, const RowState& next) { return state == next; }
   };
 
+  void TellUpdated(int64_t first, int64_t last);
+
   RunTree<Traits> runs_;
+  RowHeights heights_;
+  std::vector<RowStatesWatcher*> watchers_;
 };
 
 }  // namespace stockbook::sheet

@@ -8,8 +8,8 @@
 #include "platform/grid_types.h"
 #include "platform/picture.h"
 #include "platform/text_metrics.h"
-#include "sheet/paint/rect.h"
-#include "sheet/paint/text_measure.h"
+#include "sheet/geometry/rect.h"
+#include "sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "sheet/paint/rect.h"
-#include "sheet/paint/text_measure.h"
+#include "sheet/geometry/rect.h"
+#include "sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

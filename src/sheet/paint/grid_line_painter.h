@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sheet/paint/appearance.h"
 #include "sheet/paint/batches.h"
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
+#include "sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

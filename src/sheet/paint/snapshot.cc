@@ -79,11 +79,12 @@ void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
 std::vector<SnapshotRow> SnapshotBuilder::RowsOf(Span span) const {
   std::vector<SnapshotRow> rows;
   const RowStates& states = sheet_.states();
+  const RowAxis& axis = sheet_.rows();
   if (span.first >= span.last) return rows;
   const int64_t scrolled = span.first < geometry_.pinned().rows ? 0 : geometry_.scroll().y;
-  int64_t y = states.PixelsBefore(span.first) - scrolled;
+  int64_t y = axis.Top(span.first) - scrolled;
   states.ForEachRun(span.first, span.last, [&](int64_t first, int64_t count, const RowState& state) {
-    const auto height = state.IsShown() ? static_cast<int>(states.heights().PixelsOf(state.height_twips)) : 0;
+    const int height = axis.HeightOf(state);
     for (int64_t row = first; height > 0 && row < first + count; ++row) {
       if (!rows.empty()) rows.back().next_level = state.level;
       rows.push_back({static_cast<int>(row), static_cast<int>(y), height, state.level, -1, state.subtotal,

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/text_metrics.h"
-#include "sheet/paint/appearance.h"
-#include "sheet/paint/rect.h"
+#include "sheet/geometry/rect.h"
+#include "sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

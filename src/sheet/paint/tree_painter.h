@@ -3,10 +3,10 @@
 
 #include <cstddef>
 
-#include "sheet/paint/appearance.h"
 #include "sheet/paint/batches.h"
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
+#include "sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

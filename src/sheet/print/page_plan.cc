@@ -18,7 +18,7 @@ bool IsOpenNode(const Sheet& sheet, int row) {
 // The first row behind those that fit from `first`, which is seen, on; at least one row is taken.
 int EndOfPage(const Sheet& sheet, int first, int64_t room) {
   const RowStates& states = sheet.states();
-  const auto end = static_cast<int>(states.RowAtPixel(states.PixelsBefore(first) + room));
+  const auto end = static_cast<int>(sheet.rows().RowAt(sheet.rows().Top(first) + room));
   if (end >= sheet.Rows()) return sheet.Rows();
   if (end <= first) return first + 1;
   // Nodes of several levels may stand one behind the other.
@@ -65,8 +65,8 @@ void PagePlan::BreakColumns(const PaperLayout& paper, int64_t room) {
 
 void PagePlan::BreakRows(const PaperLayout& paper, int64_t room) {
   const Sheet& sheet = paper.sheet();
-  const RowStates& states = sheet.states();
-  const auto next = [&](int row) { return static_cast<int>(states.RowAtPixel(states.PixelsBefore(row))); };
+  const RowAxis& rows = sheet.rows();
+  const auto next = [&](int row) { return static_cast<int>(rows.RowAt(rows.Top(row))); };
   for (int first = next(sheet.FixedRows()); first < sheet.Rows();) {
     const int end = EndOfPage(sheet, first, std::max<int64_t>(room, 1));
     row_pages_.push_back({first, end});

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "sheet/geometry/scale.h"
+
 namespace stockbook::sheet {
 namespace {
 
@@ -36,22 +38,19 @@ void PaperLayout::Pin(Pinned pinned) {
   if (frozen != sheet_.FrozenCols()) sheet_.SetFrozenCols(frozen);
 }
 
-int PaperLayout::CaptionHeight() const { return Clamped(sheet_.states().PixelsBefore(sheet_.FixedRows())); }
+int PaperLayout::CaptionHeight() const { return Clamped(sheet_.rows().Top(sheet_.FixedRows())); }
 
 int PaperLayout::PinnedWidth() const { return Clamped(Width({0, sheet_.PinnedCols()})); }
 
 int64_t PaperLayout::Width(Span columns) const {
   int64_t width = 0;
   for (int column = columns.first; column < columns.last; ++column) {
-    if (!sheet_.ColHidden(column))
-      width += RowHeights::ToPixels(sheet_.ColWidth(column), sheet_.states().heights().pixels_per_twip);
+    if (!sheet_.ColHidden(column)) width += ToPixels(sheet_.ColWidth(column), sheet_.scale());
   }
   return width;
 }
 
-int64_t PaperLayout::Height(Span rows) const {
-  return sheet_.states().PixelsBefore(rows.last) - sheet_.states().PixelsBefore(rows.first);
-}
+int64_t PaperLayout::Height(Span rows) const { return sheet_.rows().Top(rows.last) - sheet_.rows().Top(rows.first); }
 
 // The view is as large as what it shows, so that it can be scrolled to begin with any row and any column.
 void PaperLayout::Show(Span rows, Span columns) {

@@ -74,7 +74,7 @@ class RowOrder {
       int64_t last_record = -1;
       bool operator==(const Summary&) const = default;
     };
-    Summary Of(RowId id, int64_t count) const { return {id >= 0 ? id + count - 1 : -1}; }
+    static Summary Of(RowId id, int64_t count) { return {id >= 0 ? id + count - 1 : -1}; }
     static Summary Combine(const Summary& left, const Summary& right) { return right.last_record >= 0 ? right : left; }
     static RowId Advance(RowId id, int64_t offset) { return id >= 0 ? id + offset : id - offset; }
     static bool Continues(RowId id, int64_t count, RowId next) {

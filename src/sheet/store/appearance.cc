@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/paint/appearance.h"
+#include "sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 
