@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "columns/block_reader.h"
-#include "journal/issue_source.h"
 #include "grid/row_runs.h"
+#include "journal/issue_source.h"
 
 namespace stockbook::control {
 namespace {
@@ -43,8 +43,7 @@ Integer IntegerOrZero(double number) {
 int FirstRowWith(const platform::GridTable& grid, int column, double value) {
   const columns::Column* loaded = grid::UneditedColumn(grid, column);
   columns::BlockReader<double> reader(loaded);
-  for (auto run = grid::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = grid::RowRunAt(grid, run.End())) {
+  for (auto run = grid::RowRunAt(grid, grid.FixedRows()); run.count > 0; run = grid::RowRunAt(grid, run.End())) {
     if (loaded == nullptr || run.IsInserted()) {
       for (int row = run.row; row < run.End(); ++row) {
         if (grid.ValueMatrix(row, column) == value) return row;

@@ -40,8 +40,7 @@ BillCounts CountBills(const platform::GridTable& grid) {
   const auto is_bill = columns::ClassifyNumbers(ids, records, [](double id) -> uint8_t { return id > 0 ? 1 : 0; });
   const auto kinds = columns::ClassifyTexts(names, records, KindOf);
   BillCounts counts{};
-  for (auto run = RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = RowRunAt(grid, run.End())) {
+  for (auto run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End())) {
     if (as_loaded && !run.IsInserted()) {
       const auto first = static_cast<size_t>(run.record);
       for (size_t at = first; at < first + static_cast<size_t>(run.count); ++at) counts[kinds[at]] += is_bill[at];

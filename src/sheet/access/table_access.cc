@@ -68,7 +68,7 @@ std::string TableAccess::RowName(int row) const {
   std::string name;
   for (int column = 0; column < sheet_.FixedCols(); ++column)
     AppendWord(name, base::OneLine(sheet_.DisplayText(row, column), " "));
-  if (name.empty() && sheet_.OutlineCol() >= 0) name = OneLine(sheet_.DisplayText(row, sheet_.OutlineCol()));
+  if (name.empty() && sheet_.OutlineCol() >= 0) name = base::OneLine(sheet_.DisplayText(row, sheet_.OutlineCol()), " ");
   return name;
 }
 
