@@ -121,11 +121,11 @@ void NumberMatcher::AddDigits(const Digits& digits) {
   const uint64_t value = ValueOf(digits.text);
   for (size_t places = digits.text.size(); places <= kWindow; ++places) {
     // The number of digits after and before them.
-    for (size_t behind = 0; behind + digits.text.size() <= places; ++behind) {
-      const uint64_t unit = kPowersOfTen[behind + digits.text.size()];
+    for (size_t after = 0; after + digits.text.size() <= places; ++after) {
+      const uint64_t unit = kPowersOfTen[after + digits.text.size()];
       for (uint64_t before = 0; before < kPowersOfTen[places]; before += unit) {
-        const uint64_t first = before + value * kPowersOfTen[behind];
-        for (uint64_t number = first; number < first + kPowersOfTen[behind]; ++number)
+        const uint64_t first = before + value * kPowersOfTen[after];
+        for (uint64_t number = first; number < first + kPowersOfTen[after]; ++number)
           padded_[places][number] |= digits.bit;
       }
     }
