@@ -12,7 +12,7 @@
 namespace stockbook::control {
 namespace {
 
-// What `read` gives, or the empty value where the grid or the database refuses.
+// The result of `read`, or the empty value if the grid or the database refuses.
 template <typename Read>
 auto OrEmpty(Read read) -> decltype(read()) {
   try {

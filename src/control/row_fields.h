@@ -20,8 +20,8 @@ enum class FieldPlace { kText, kNumber, kData };
 // restricted amounts mask; the row that holds the value becomes current.
 enum class FieldWriter { kNone, kText, kMasked, kSelectsRow };
 
-// One field of a journal row: the key of its column, and as its type what reading gives, from where, and what writing
-// does.
+// One field of a journal row: the key of its column, and in its type the value read, where it is read from, and what
+// writing does.
 template <typename Type, FieldPlace place, FieldWriter writer>
 struct RowField {
   const char* key;
@@ -47,7 +47,7 @@ inline constexpr Masked<base::Money> IssAcc{base::keys::kIssAcc};
 inline constexpr Masked<double> StoPrice{base::keys::kStoPrice};
 inline constexpr Counted StoQty{base::keys::kStoQty};
 inline constexpr Masked<base::Money> StoAcc{base::keys::kStoAcc};
-// An amount of money like the others, whatever its name says.
+// An amount of money like the others, despite its name.
 inline constexpr Masked<base::Money> TaxRate{base::keys::kTaxRate};
 inline constexpr Masked<base::Money> Tax{base::keys::kTax};
 inline constexpr Masked<double> TaxPrice{base::keys::kTaxPrice};
@@ -89,9 +89,9 @@ inline constexpr RowField<int16_t, FieldPlace::kNumber, FieldWriter::kNone> Flag
 using journal::AmountTexts;
 
 // Reads and writes the fields of a grid's rows by name: Get(fields::Price, row). A row below 0 is the grid's current
-// one. Nothing fails: what cannot be read is 0, "" or the zero date, and a writer leaves what it has written so far.
-// Made for one use; it borrows the grid and the connection. A field costs one look for its column and one cell; writing
-// pdID is one pass over its column.
+// one. Nothing fails: what cannot be read is 0, "" or the zero date, and a failing writer leaves what it has written so
+// far. To be created for each use; it borrows the grid and the connection. A field costs one column lookup and one
+// cell; writing pdID takes one pass over its column.
 class RowFields {
  public:
   RowFields(platform::Grid& grid, platform::Connection* connection, AmountTexts amounts)
@@ -113,7 +113,7 @@ class RowFields {
       return IntegerOf<Type>(field.key, row);
   }
 
-  // A field that is only read has no Set.
+  // Read-only fields have no Set.
   template <typename Type, FieldPlace place, FieldWriter writer>
   requires(writer != FieldWriter::kNone) void Set(const RowField<Type, place, writer>& field, int32_t row,
                                                   std::type_identity_t<Type> value) const {
@@ -125,8 +125,8 @@ class RowFields {
       SelectRowWith(field.key, value);
   }
 
-  // Where the stock of an issue line came from, asked of the database: a receipt, or the opening stock of a month. ""
-  // where the line has no source or it is not found. Here row 0 is the current one, and a row below 0 gives "".
+  // Where the stock of an issue line came from according to the database: a receipt, or the opening stock of a month.
+  // "" if the line has no source or it is not found. Here row 0 means the current row, and a row below 0 gives "".
   std::string IssueSource(int32_t row) const;
 
  private:

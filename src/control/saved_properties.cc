@@ -24,13 +24,13 @@ using platform::ScrollBarsSetting;
 
 namespace {
 
-// Without its fraction.
+// Drops the fraction.
 int32_t WholeNumber(float number) {
   constexpr auto kBeyond = static_cast<float>(std::numeric_limits<int32_t>::max());
   return std::abs(number) < kBeyond ? static_cast<int32_t>(number) : 0;
 }
 
-// A bag holds 16-bit numbers and pictures as they are and everything else in 32 bits. Colours keep their bits: those
+// A bag stores 16-bit numbers and pictures unchanged and everything else in 32 bits. Colours keep their bits: those
 // above 0x7FFFFFFF are negative there.
 template <typename Type>
 using Held = std::conditional_t<std::is_same_v<Type, int16_t> || std::is_same_v<Type, PictureRef>, Type, int32_t>;
@@ -59,7 +59,7 @@ class Stockbook::SavedProperties {
     std::string_view key;
     Type (Stockbook::*read)() const;
     void (*store)(Stockbook& control, const Type& value);
-    // What a public writer does as well; reading a bag does not.
+    // Also done by a public writer, but not when reading a bag.
     void (*apply)(Stockbook& control, const Type& value) = [](Stockbook&, const Type&) {};
   };
   using AnyProperty = std::variant<Property<int16_t>, Property<float>, Property<Colour>, Property<PictureRef>,
@@ -71,13 +71,13 @@ class Stockbook::SavedProperties {
   static constexpr size_t kCount = 35;
   static const std::array<AnyProperty, kCount>& All();
 
-  // Tells nobody: unlike a public writer, reading a bag makes no change that the host has to save.
+  // Raises no notice: unlike a public writer, reading a bag makes no change that the host has to save.
   template <typename Type>
   static void Read(Stockbook& control, const Property<Type>& property, platform::PropertyBag& bag) {
     const Type current = (control.*property.read)();
     const BagValue now = ToBag(current);
     const BagValue value = bag.Read(property.key, now);
-    // An absent key keeps the fraction. A second fallback tells it from a key that holds the whole part.
+    // An absent key keeps the fraction. A second fallback distinguishes it from a key that holds the whole part.
     if (value == now && FromBag<Type>(now) != current) {
       const BagValue other = now == BagValue(int32_t{0}) ? int32_t{1} : int32_t{0};
       if (bag.Read(property.key, other) == other) return;
@@ -154,7 +154,7 @@ Stockbook::SavedProperties::All() {
       Colours{"GridColorFixed", &Control::GridColorFixed, StoreGridColour<GridColour::kGridColorFixed>},
       Property<GridLineStyle>{"GridLines", &Control::GridLines, StoreInGrid<&Grid::SetGridLines>},
       Property<GridLineStyle>{"GridLinesFixed", &Control::GridLinesFixed, StoreInGrid<&Grid::SetGridLinesFixed>},
-      // The saved key has a capital B and the property has not; both spellings stay.
+      // The saved key has a capital B, unlike the property; both spellings stay.
       Property<OutlineBarStyle>{"OutlineBar", &Control::Outlinebar, StoreInGrid<&Grid::SetOutlineBar>},
       Property<ScrollBarsSetting>{"ScrollBars", &Control::ScrollBars, StoreInGrid<&Grid::SetScrollBars>},
       Picture{"TitleBackPicture", &Control::TitleBackPicture, StorePicture<&Pictures::title_back>},

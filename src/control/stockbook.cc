@@ -36,7 +36,7 @@ void StartUp(platform::Grid& grid) {
 }
 
 // Moves the top row down by as many rows as the row lies below the view, so that the row becomes the last one in view.
-// Where rows of different heights or folded ones lie between, the first top row that shows it is sought by halves.
+// If there are rows of different heights or folded ones in between, bisection finds the first top row that shows it.
 void MakeLastVisible(platform::Grid& grid, int row) {
   grid.SetTopRow(std::min(grid.TopRow() + row - grid.BottomRow(), row));
   if (grid.BottomRow() == row) return;
@@ -54,7 +54,7 @@ void MakeLastVisible(platform::Grid& grid, int row) {
   grid.SetTopRow(first);
 }
 
-// A height as the grid takes it: the fraction is dropped.
+// A height as the grid accepts it, without its fraction.
 int WholeTwips(float twips) {
   constexpr float kMost = 1 << 24;
   return std::isnan(twips) ? 0 : static_cast<int>(std::clamp(twips, -kMost, kMost));
@@ -226,7 +226,7 @@ void Stockbook::FollowFont(const platform::Font& font) {
   const grid::RowSizes now = grid::ReadRowSizes(fg_);
   const int data = data_as_laid_out_;
   if (now.title != title_as_laid_out_ || (now.data != 0 && now.data != data)) return;
-  // A layout makes all nodes as high as totals; after a load only the totals are, and so they stay.
+  // A layout makes all nodes as high as totals; after a load only the totals are, and they stay so.
   std::vector<std::pair<int, int>> heights;
   for (int row = fg_.NextSubtotal(fg_.FixedRows()); row >= 0; row = fg_.NextSubtotal(row + 1))
     heights.emplace_back(row, fg_.RowHeight(row));
@@ -269,7 +269,7 @@ std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
 
 base::Value Stockbook::DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas) {
   if (CmdName == "ColChanged") {
-    // Any piece of the list counts, the empty text included.
+    // Any part of the list matches, the empty text included.
     if (std::string_view(keys::kNamePartsText).find(rParas.at(0).Text()) != std::string_view::npos)
       RefreshProductNames();
   } else if (CmdName == "SetColFont") {

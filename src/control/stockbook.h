@@ -44,13 +44,13 @@ struct Surroundings {
   platform::ControlSite& site;
 };
 
-// The stock journal control without a toolkit: its state and its public interface, whose members stand here in the
+// The stock journal control without a toolkit: its state and its public interface, whose members are declared in the
 // interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
 // everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never
-// fail: what is missing reads as 0 or "". Errors of Load go out through Notify. A listener may call back into the
+// fail: what is missing reads as 0 or "". Errors of Load are reported through Notify. A listener may call back into the
 // control while it hears an event; whoever owns the control keeps it alive until the event is over. What a listener
-// throws is told through Notify where Load, Find or the user's doing raised the event, and goes to the caller of other
-// members.
+// throws is reported through Notify if Load, Find or a user action raised the event; for other members it reaches the
+// caller.
 class Stockbook {
  public:
   explicit Stockbook(const Surroundings& surroundings);
@@ -71,7 +71,7 @@ class Stockbook {
   bool AllowQty2() const { return layout_.allow_qty2; }
   void SetAllowInv(bool allow);
   bool AllowInv() const { return layout_.allow_inv; }
-  // Kept in 16 bits; a value outside of -32768..32767 throws platform::Error and leaves the old one.
+  // Stored in 16 bits; a value outside -32768..32767 throws platform::Error and keeps the old one.
   void SetdpID(int32_t id);
   int32_t dpID() const { return keys_.dpID; }
   void SetdpCode(std::string_view code) { keys_.dpCode = code; }
@@ -79,7 +79,7 @@ class Stockbook {
   // The newest accounting period, read from the database; "" when there is none.
   std::string AccPeriod() const;
   std::string DepotName() const;
-  // Also looks the subject's header texts up.
+  // Also looks up the subject's header texts.
   void SetKeyID(int32_t id);
   int32_t KeyID() const { return keys_.KeyID; }
   const std::string& KeyName() const { return subject_.key_name; }
@@ -236,9 +236,8 @@ class Stockbook {
   void SetSheetBorderColor(platform::Colour colour) { Change(&Stockbook::SheetBorderColor, colour); }
   platform::Colour SheetBorderColor() const { return fg_.ColourOf(platform::GridColour::kSheetBorder); }
 
-  // Methods.
-  // Loads the journal; -1 or no code keeps what is set. True when it was loaded, false when it was cancelled or failed.
-  // Called by a listener while a load runs it does nothing and is false.
+  // Methods. Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded, false if
+  // it was cancelled or failed. Called by a listener during a load it does nothing and returns false.
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const std::string& Msg);
@@ -263,20 +262,20 @@ class Stockbook {
   const Container& C1EHeader() const { return c1e_header_; }
   platform::PictureRef imgMark() const { return img_mark_; }
   // The appearance that a host keeps with its form, read from and written to its bag in a fixed order. An error of the
-  // bag goes on to the caller at once: what was read or written before it stays, the rest is not touched. Reading tells
-  // the site of no changed property; an absent key leaves its property as it is.
+  // bag reaches the caller at once: what was read or written before it stays, the rest is not touched. Reading does not
+  // report changed properties to the site; an absent key leaves its property unchanged.
   void ReadProperties(platform::PropertyBag& bag);
   void WriteProperties(platform::PropertyBag& bag) const;
-  // Every field of the rows, for code that is composed with the control; amounts are masked as AccRestrict stands now.
+  // Every field of the rows, for code composed with the control; amounts are masked according to AccRestrict.
   RowFields Fields() const;
-  // For a toolkit whose own font has changed: gives the grid the font, and the rows the heights for it at once, unless
-  // somebody has set others since the last layout. A host that sets the grid's font asks for DefaultFormat.
+  // For a toolkit whose own font has changed: sets the grid's font and the row heights for it at once, unless other
+  // heights have been set since the last layout. A host that sets the grid's font itself calls DefaultFormat.
   void FollowFont(const platform::Font& font);
-  // Whether a listener is being told of something: the control must live on until it has been.
+  // Whether an event is being delivered; the control must not be destroyed until it is over.
   bool IsRaising() const { return events_.IsRaising(); }
 
-  // Until the returned guard goes, the current row is not in its hot colours: for printed pages, and for other colours
-  // of the grid.
+  // While the returned guard lives, the current row does not have its hot colours: for printing, and for changing the
+  // grid's colours.
   [[nodiscard]] auto SetHotRowAside() { return handlers_->hot_row().SetAside(); }
 
  private:

@@ -25,8 +25,8 @@ class Stockbook::JournalLoad {
       : control_(control), key_(key), second_key_(second_key), class_code_(class_code) {}
 
   // True when the journal was loaded; false when the host cancelled it or an error stopped it, be it the grid's, the
-  // connection's or a listener's. The grid's tag and redraw come back as they were in any case. Rows that were loaded
-  // before an error stay; where they were not computed yet their stock cells are empty, and restricted amounts masked.
+  // connection's or a listener's. The grid's tag and redraw are restored in any case. Rows loaded before an error stay;
+  // if they were not computed yet, their stock cells are emptied and restricted amounts masked.
   bool Run() {
     return ToldOnError([&] {
       const auto redraw = platform::RedrawOff(grid_);
@@ -80,7 +80,7 @@ class Stockbook::JournalLoad {
     if (second_key_ >= 0) control_.SetdpID(second_key_);
     if (!class_code_.empty()) control_.keys_.dpCode = class_code_;
     journal::Subjects(connection_.get(), type()).CompleteClassCode(control_.keys_);
-    // Arguments that were refused leave the rows, and the hot one hot.
+    // Refused arguments leave the rows unchanged, and the hot one hot.
     control_.ForgetHotRow();
   }
 
@@ -99,7 +99,7 @@ class Stockbook::JournalLoad {
     return journal::WriteOpeningRow(balance, type(), grid_);
   }
 
-  // Finishes all records but for the total rows, whose contents it returns.
+  // Computes and decorates all records; returns the contents of the total rows.
   std::vector<journal::PeriodTotals> ComputeRows(const journal::Totals& opening) {
     if (grid_.RecordCount() == 0) return {};
     grid::BillKinds(grid_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_)
@@ -127,7 +127,7 @@ class Stockbook::JournalLoad {
     return shows_model || shown(keys::kStandard) || shown(keys::kMeasure);
   }
 
-  // What `work` gives, or false after an error of any kind, which is told.
+  // The result of `work`, or false after an error of any kind, which is reported.
   template <typename Work>
   bool ToldOnError(Work work) {
     try {

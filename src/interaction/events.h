@@ -11,8 +11,8 @@
 
 namespace stockbook::interaction {
 
-// The nine events of the control, in the order of its event interface. A host derives from it and overrides what it
-// wants to hear of. Arguments by reference may be written by the receiver.
+// The nine events of the control, in the order of its event interface. A host derives from it and overrides the events
+// it wants. The receiver may write arguments passed by reference.
 class EventListener {
  public:
   virtual ~EventListener() = default;
@@ -31,9 +31,9 @@ class EventListener {
 };
 
 // Delivers events to every listener in the order in which they were added. While an event is delivered a listener may
-// add or remove listeners and call back into the control; one that is removed hears no more of the same event. What a
-// listener throws reaches the caller once the others have heard the event too; of several exceptions, the first. Who
-// owns the events keeps them alive until the delivery is over.
+// add or remove listeners and call back into the control; a removed listener no longer receives the same event. An
+// exception of a listener reaches the caller after the others have received the event; of several exceptions, the
+// first. The owner keeps the events alive until the delivery is over.
 class Events {
  public:
   Events() = default;
@@ -65,7 +65,7 @@ class Events {
       if (--deliveries_ == 0) std::erase(listeners_, nullptr);
     });
     std::exception_ptr thrown;
-    // Listeners added meanwhile hear the next event; removed ones leave an empty place until the delivery is over.
+    // Listeners added meanwhile receive the next event; removed ones leave a null pointer until the delivery is over.
     const size_t count = listeners_.size();
     for (size_t index = 0; index < count; ++index) {
       if (listeners_[index] == nullptr) continue;

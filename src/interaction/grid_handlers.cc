@@ -44,7 +44,7 @@ void GridHandlers::MouseDown(const platform::GridMouseEvent& event) {
   Try([&] {
     if (context_.record_count < 1) return;
     if (event.button == MouseButton::kLeft && event.modifiers.Any()) {
-      // For those who help users: which bill and which line this is.
+      // For support: which bill and which line this is.
       const RowIds ids = context_.ids_of(-1);
       context_.events.Notify("BillID:" + std::to_string(ids.bill) + " RecID:" + std::to_string(ids.line));
     } else if (event.button == MouseButton::kRight && !event.modifiers.Any()) {

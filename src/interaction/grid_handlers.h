@@ -10,7 +10,8 @@ namespace stockbook::interaction {
 
 // What the control does with the events of its grid: the hot row, the menus, the range that was selected, the double
 // click on a bill, the heights of rows. While the grid's tag marks a bulk operation the row may change unnoticed.
-// Nothing is thrown at the grid: what a listener throws is told through Notify, and the rest is done.
+// Nothing is thrown at the grid: an exception of a listener is reported through Notify, and the remaining steps are
+// done.
 class GridHandlers final : public platform::GridObserver {
  public:
   explicit GridHandlers(HandlerContext context);

@@ -12,7 +12,7 @@ bool IsRangeSelected(const platform::Grid& grid) { return grid.Col() != grid.Col
 
 bool IsDataRow(const platform::Grid& grid, int row) { return row >= grid.FixedRows() && row < grid.Rows(); }
 
-// Only of "Load" does anybody read what a listener writes into Cancel.
+// Cancel matters only for "Load".
 void Announce(Events& events, const char* command) {
   TellErrors(events, [&] {
     bool cancel = false;
@@ -34,7 +34,7 @@ void GridMenus::OpenHeaderMenu(int column) {
   const Offer hiding = column == grid.OutlineCol() ? Offer::kDisabled : Offer::kEnabled;
   const platform::MenuItem menu = HeaderMenu(grid, context_.hidden_keys, hiding);
   const platform::MenuChoice choice = context_.menu.PopUp(menu);
-  // If the columns have changed meanwhile, the one that was meant is found again by its key.
+  // The columns may have changed meanwhile, so the column is found again by its key.
   if (grid.Revision() != revision) column = grid.ColIndex(key);
   if (choice.name == "mnuFrozen") {
     Freeze(column);
@@ -76,7 +76,7 @@ void GridMenus::AnnounceAndName(const char* command) {
 
 void GridMenus::Freeze(int column) {
   if (column < 0) return;
-  // In the hot row the frozen columns have other colours of their own than those that scroll.
+  // In the hot row the frozen columns have colours different from those of the scrolling ones.
   const auto aside = hot_row_.SetAside();
   context_.grid.SetFrozenCols(column);
 }

@@ -10,11 +10,11 @@ namespace stockbook::interaction {
 bool IsRangeSelected(const platform::Grid& grid);
 bool IsDataRow(const platform::Grid& grid, int row);
 
-// Tells the host of a command; what it throws is told through Notify.
+// Announces a command to the host; its exceptions are reported through Notify.
 void Announce(Events& events, const char* command);
 
-// Opens the menus of the grid and does what is chosen there (see menus.h). Between opening a menu and the choice, and
-// between the steps of what was chosen, listeners may do anything to the grid.
+// Opens the menus of the grid and performs what is chosen there (see menus.h). Between opening a menu and the choice,
+// and between the steps of a command, listeners may do anything to the grid.
 class GridMenus {
  public:
   // Borrows both.

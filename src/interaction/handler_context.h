@@ -21,7 +21,7 @@ struct RowIds {
   int32_t line = 0;
 };
 
-// What the answers to a grid's events work with. The references are borrowed, and read as they are at the time.
+// What the responses to a grid's events work with. The references are borrowed, and read when needed.
 struct HandlerContext {
   platform::Grid& grid;
   platform::Menu& menu;
@@ -35,9 +35,9 @@ struct HandlerContext {
   const platform::Colour& back_color_hot;
   const platform::Colour& fore_color_hot;
 
-  // Of a row of the grid; one below 0 is the current one.
+  // Of a row of the grid; a row below 0 means the current one.
   std::function<RowIds(int row)> ids_of;
-  // Where the stock of the row's issue came from; "" where there is nothing to tell.
+  // Where the stock of the row's issue came from; "" if there is nothing to say.
   std::function<std::string(int row)> describe;
   // The default layout; raises AfterFormatted.
   std::function<void()> apply_layout;

@@ -14,7 +14,7 @@ int HotRow::row() const {
   return row >= grid_.FixedRows() && row < grid_.Rows() ? row : -1;
 }
 
-// A total stands after its last line, a node before its first one, and the opening row before that node.
+// A total follows its last line, a node precedes its first one, and the opening row precedes that node.
 void HotRow::Remember(int row) {
   row_ = row;
   record_ = -1;
@@ -35,7 +35,7 @@ void HotRow::Enter(int row) {
   Leave();
   if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
   frozen_cols_ = grid_.FrozenCols();
-  // Where all columns are frozen no scrolling cell is there to be read, and nothing is captured.
+  // If all columns are frozen, there is no scrolling cell to read, and nothing is captured.
   own_ = {grid_.ColourOf(platform::GridColour::kBackColor), grid_.ColourOf(platform::GridColour::kForeColor),
           grid_.CellBackColor(row, frozen_cols_), grid_.CellForeColor(row, frozen_cols_)};
   grid::CaptureRowColours(grid_, row, own_);
@@ -52,7 +52,7 @@ void HotRow::Leave() {
   const int frozen = grid_.FrozenCols();
   grid_.SetCellColors({left, fixed, left + 1, grid_.Cols()}, own_.normal_back, own_.normal_fore);
   if (frozen < fixed || frozen >= grid_.Cols()) return;
-  // Columns frozen since have no colours that could have been read.
+  // No colours could be read for columns frozen since.
   const bool known = frozen == frozen_cols_;
   grid_.SetCellColors({left, fixed, left + 1, frozen + 1},
                       known ? own_.frozen_back : grid_.ColourOf(platform::GridColour::kBackColorFrozen),

@@ -9,25 +9,25 @@
 
 namespace stockbook::interaction {
 
-// The current row in colours of its own. A row that becomes hot is read first, and what was read is what it gets back:
-// the colours of its scrolling cells for all of it, those of its frozen cells for the frozen columns. Rows that were
-// never hot are never touched. Wherever rows that came or went have moved it, a row is found again by the record
-// nearest to it.
+// The current row in colours of its own. Before a row becomes hot its colours are read, and these are what it gets
+// back: the colours of its scrolling cells for all of it, those of its frozen cells for the frozen columns. Rows that
+// were never hot are never touched. If rows are inserted or removed, the hot row is found again by the record nearest
+// to it.
 class HotRow {
  public:
-  // Borrows all of it; the hot colours are read as they are at the time.
+  // Borrows its arguments; the hot colours are read when needed.
   HotRow(platform::Grid& grid, const platform::Colour& back, const platform::Colour& fore)
       : grid_(grid), back_(back), fore_(fore) {}
 
-  // A data row becomes the hot one, in place of another; other rows are left alone.
+  // Makes a data row the hot one, in place of another; ignores other rows.
   void Enter(int row);
   // The hot row, if there is one, gets its colours back.
   void Leave();
-  // The rows are others now.
+  // The rows have been replaced.
   void Forget() { is_hot_ = false; }
 
-  // Until the returned guard goes, the row has its own colours; then, if it is still there, the hot ones of that time.
-  // For what it is not to be seen in, or what changes its looks (a printed page, other colours).
+  // While the returned guard lives, the row has its own colours; afterwards, if it still exists, the current hot ones.
+  // For whatever must not show the hot row or changes its look (printing, other colours).
   [[nodiscard]] auto SetAside() {
     return base::ScopeExit(
         [this] {
@@ -54,8 +54,8 @@ class HotRow {
   int64_t record_ = -1;     // the record nearest to the row
   int rows_below_ = 0;      // the row's distance from that record's
   int frozen_cols_ = 0;     // when the colours were read
-  int set_aside_ = 0;       // by how many
-  int row_set_aside_ = -1;  // where it was
+  int set_aside_ = 0;       // number of guards
+  int row_set_aside_ = -1;  // the hot row at that time
 };
 
 }  // namespace stockbook::interaction

@@ -17,7 +17,7 @@ platform::MenuItem FastMenu(RowKind kind, Offer bill);
 
 // The menu of a caption, with the field chooser: one item for each column from the first that is not fixed on, hidden
 // or not, whose key is not on the list of hidden keys. Its caption is the column's, its tag the key, its check mark
-// says that the column is shown. There are 35 items at the least; those that no column needs are invisible.
+// says that the column is shown. There are at least 35 items; those that no column needs are invisible.
 platform::MenuItem HeaderMenu(const platform::GridTable& grid, const grid::HiddenKeys& hidden_keys, Offer hiding);
 
 // The item of that name and index in a menu or its submenus, or nullptr.

@@ -6,7 +6,7 @@
 
 namespace stockbook::interaction {
 
-// What kind of row was given another height; each kind has one height for all of its rows.
+// The kind of a resized row; all rows of a kind have the same height.
 enum class ResizedRow { kCaption, kNode, kLine };
 
 struct ClampedHeight {
@@ -14,8 +14,8 @@ struct ClampedHeight {
   int twips = 0;
 };
 
-// Brings the height of a row that the user has resized between one and three text lines (nodes: two and three, the
-// caption row: one and a half and three), where a text line is one of the font and two pixels.
+// Limits the height of a row that the user has resized to one to three lines (nodes two to three, the caption row one
+// and a half to three), where a line is one line of text plus two pixels.
 ClampedHeight ClampRowHeight(platform::GridRows& grid, const platform::TextMetrics& metrics, const platform::Font& font,
                              int row);
 

@@ -7,11 +7,11 @@
 
 namespace stockbook::interaction {
 
-// Does a step of what the user asked for, which has no caller to throw at: an error, be it a listener's, is told
+// Performs a step of a user action, which has no caller to throw at: errors, including those of listeners, are reported
 // through Notify, and the next step follows.
 template <typename Step>
 void TellErrors(Events& events, Step step) {
-  // A listener that fails again is not told of it.
+  // If a listener fails again, that is not reported.
   const auto tell = [&](const char* message) {
     try {
       events.Notify(message);

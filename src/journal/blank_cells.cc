@@ -38,7 +38,7 @@ bool IsZeroDate(const base::Value& value) {
   return number && *number == 0;
 }
 
-// Whether any row of the column reads as the number 0; block by block, since a whole column has none as a rule.
+// Whether any row of the column reads as the number 0; block by block, because a whole column usually has none.
 bool HasZeros(const columns::Column& column) {
   columns::BlockReader<double> reader(&column);
   for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
@@ -49,7 +49,7 @@ bool HasZeros(const columns::Column& column) {
 }
 
 // The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. Without flags
-// they all count as 0.
+// all rows count as 0.
 std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags,
                                               double flag) {
   if (!HasZeros(column)) return std::nullopt;

@@ -14,7 +14,7 @@ std::string ReadKeys(platform::Connection* connection, const std::string& statem
     platform::Recordset keys = connection->Execute(statement, platform::kExecuteUnspecified);
     for (; !keys.AtEnd(); keys.MoveNext()) list += "," + keys.FieldValue(field).Text();
   } catch (const std::exception&) {
-    // What was read so far is the list.
+    // The list ends with what was read so far.
   }
   if (!list.empty()) list.erase(0, 1);
   return list;

@@ -10,8 +10,8 @@
 namespace stockbook::journal {
 
 // The members of a class as a list of keys, "12,15,31", in the order of the database; "" when there are none. One query
-// each. An error ends the list where it is. Class codes go into the text as they are, without escaping: the connections
-// run one reading statement a call, so a code can break its query but do no more.
+// each. An error ends the list where it is. Class codes are inserted without escaping: connections run a single reading
+// statement per call, so a code can break its own query but do nothing else.
 
 // Suppliers (supplier journal) or customers (any other) whose class code begins with `code`, sub-classes included.
 // Queries even for an empty code.

@@ -45,7 +45,7 @@ void RemoveTable(platform::Connection* connection, std::string_view table) {
   try {
     connection->Execute("Drop Table " + std::string(table));
   } catch (const std::exception&) {
-    // The table may not be there, or the connection may be read only.
+    // The table may not exist, or the connection may be read-only.
   }
 }
 

@@ -7,7 +7,7 @@
 namespace stockbook::journal {
 
 // Moves the rows of a journal statement into a cleared grid. Every field becomes a column whose key is the field's
-// name; the rows are grouped by `Period` under nodes captioned with the period. No rows leave the grid alone.
+// name; the rows are grouped by `Period` under nodes captioned with the period. Without rows the grid is not touched.
 void LayRows(platform::Recordset rows, platform::Grid& grid);
 
 }  // namespace stockbook::journal

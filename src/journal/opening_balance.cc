@@ -29,7 +29,7 @@ std::string BalanceColumns(const char* seam) {
          "Sum(bn.SumIssQuantity2) As IssQty2,Sum(bn.SumIssQuantity) As IssAcc FROM ";
 }
 
-// Of suppliers in the supplier journal, else of customers.
+// The balance of suppliers in the supplier journal, otherwise of customers.
 std::string PartnerStatement(platform::Connection* connection, base::tqJournalTypeContants type,
                              const SubjectKeys& keys, const std::string& first_period) {
   const bool suppliers = type == base::SupplierJournal;

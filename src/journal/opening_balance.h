@@ -22,8 +22,8 @@ struct OpeningBalance {
 std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys, const std::string& first_period);
 
-// Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws: an error gives no
-// result.
+// Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws; after an error
+// there is no result.
 OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys);
 

@@ -8,9 +8,9 @@
 
 namespace stockbook::journal {
 
-// The accounting periods on record are texts that sort in time order, such as 2004-03.
+// The accounting periods in the database are texts that sort in time order, such as 2004-03.
 
-// The newest period, read anew; "" when it cannot be read.
+// Reads the newest period; "" if it cannot be read.
 std::string NewestAccPeriod(platform::Connection* connection);
 
 // The earliest period; throws platform::Error when there is none.

@@ -8,7 +8,7 @@
 namespace stockbook::journal {
 namespace {
 
-// The fragments go out blank by blank as they stand here.
+// The fragments are sent exactly as written here, blanks included.
 constexpr const char* kProductColumns =
     " pd.商品名称 As ProductName,pd.商品编号 As ProductNo,pd.规格 As Model,pd.型号 as Standard,pd.计量单位 As Measure,"
     "pd.计量2 As Measure2,";
@@ -70,7 +70,7 @@ constexpr const char* kIssueProductSource =
     " LEFT JOIN 仓库设置 AS dp ON Recs.dpID = dp.dpID) LEFT JOIN 客户资料 AS ks ON Dir.ksID = ks.KSID)"
     " LEFT JOIN 项目设置 AS pj ON Dir.pjID = pj.项目ID) Left Join 商品设置 as pd On Recs.pdID=pd.pdID ";
 
-// The supplier journal's source: the same words as kReceiptProductSource with one more blank at each seam.
+// The supplier journal's source: the same words as kReceiptProductSource with one more blank at each join.
 constexpr const char* kSupplierSource =
     " FROM ((((入库记录 AS Recs "
     " INNER JOIN 入库目录 AS Dir ON Recs.BillID = Dir.BillID) "
@@ -125,7 +125,7 @@ std::string QueryBuilder::Supplier() const {
 }
 
 std::string QueryBuilder::Customer() const {
-  // The class is asked for by the number of the second key, not by the class code; it stays so.
+  // The class is looked up by the number of the second key, not by the class code; this is kept on purpose.
   const std::string part = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys +
                            kIssueProductSource + PartnerCondition(Number(keys_.dpID)) + PartnerSort();
   Progress(20);

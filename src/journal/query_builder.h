@@ -12,12 +12,11 @@ namespace stockbook::journal {
 
 // Builds the one statement of a journal: every receipt and/or issue line of the subject, sorted, under the aliases that
 // are the grid's column keys. Reads class members and the newest period from the connection; runs nothing else. Two
-// inputs give statements that the database refuses, and are meant to: a partner journal over an empty class with a
-// product, and partner or project journals in the server dialect. Throws platform::Error only when there is no
-// connection.
+// inputs deliberately give statements that the database refuses: a partner journal over an empty class with a product,
+// and partner or project journals in the server dialect. Throws platform::Error only when there is no connection.
 class QueryBuilder {
  public:
-  // `progress` hears 10 and 20 as the parts are built.
+  // `progress` is called with 10 and 20 as the parts are built.
   QueryBuilder(platform::Connection* connection, base::tqJournalTypeContants type, SubjectKeys keys,
                std::function<void(int)> progress = {});
 

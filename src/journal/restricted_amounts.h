@@ -5,7 +5,7 @@
 
 namespace stockbook::journal {
 
-// Whether the texts of amounts show them, or the mask because amounts are restricted.
+// Whether cells show amounts, or a mask because amounts are restricted.
 enum class AmountTexts { kShown, kMasked };
 inline constexpr const char* kAmountMask = "-";
 

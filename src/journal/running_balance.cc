@@ -43,7 +43,7 @@ struct Sums {
 };
 
 // What a row adds to the running quantity. Where every row has a receipt or an issue and not both, adding the one and
-// subtracting the other is one addition with the same result; false where it is not.
+// subtracting the other is one addition with the same result; false otherwise.
 bool NetQuantities(const Columns<double>& columns, size_t count, double* net) {
   const double* added = columns.added;
   const double* subtracted = columns.subtracted;
@@ -63,8 +63,8 @@ void RunBothSides(const Columns<double>& columns, size_t count, double running, 
   }
 }
 
-// Adding row by row keeps the sums equal to what an accountant's own running sum gives; the chains of additions are
-// independent of each other and run side by side.
+// Adding row by row keeps the sums equal to an accountant's own running sum; the chains of additions are independent of
+// each other and run in parallel.
 void RunQuantities(const Columns<double>& columns, size_t count, double& running, Sums<double>& period,
                    Sums<double>& cumulative, double* out) {
   std::array<double, kBlockRows> net;
@@ -112,15 +112,15 @@ int64_t SumOf(const int64_t* column, size_t count) {
   return sum;
 }
 
-// All bits that the magnitudes of the column have.
+// All bits that are set in the magnitudes of the column.
 int64_t MagnitudeBits(const int64_t* column, size_t count) {
   int64_t bits = 0;
   for (size_t row = 0; row < count; ++row) bits |= column[row] ^ (column[row] >> 63);
   return bits;
 }
 
-// Integer addition is associative, so one sum of the rows serves period and all alike. Where a whole block cannot
-// overflow whatever its order, nothing is checked row by row.
+// Integer addition is associative, so one sum of the rows serves both the period and the total. If a whole block cannot
+// overflow in any order, the rows are not checked one by one.
 void RunAmounts(const Columns<int64_t>& columns, size_t count, int64_t& running, Sums<int64_t>& sums, int64_t* out) {
   constexpr int64_t kSmall = int64_t{1} << 48;  // 2 x kBlockRows of them stay below 2^61
   const int64_t bits = MagnitudeBits(columns.movement, count) | MagnitudeBits(columns.receipts, count) |
@@ -137,14 +137,14 @@ void RunAmounts(const Columns<int64_t>& columns, size_t count, int64_t& running,
   sums = {SumOf(columns.movement, count), SumOf(columns.receipts, count), SumOf(columns.issues, count)};
 }
 
-// base::SafeDivide row by row, in a form without branches.
+// base::SafeDivide row by row, without branches.
 void DividePrices(const int64_t* amount_units, const double* quantity, size_t count, double* price) {
   constexpr double kLargest = std::numeric_limits<double>::max();
   for (size_t row = 0; row < count; ++row) {
     const double amount = static_cast<double>(amount_units[row]) / static_cast<double>(base::Money::kScale);
     const double quotient = amount / quantity[row];
-    // Infinite and undefined quotients, those of a zero quantity among them, compare false; a finite amount over an
-    // infinite quantity is 0 by itself.
+    // Infinite and undefined quotients, those of a zero quantity among them, compare false; a finite amount divided by
+    // an infinite quantity is 0 anyway.
     price[row] = std::fabs(quotient) <= kLargest ? quotient : 0.0;
   }
 }

@@ -46,7 +46,7 @@ struct MovementRows {
   MovementColumns issues;
 };
 
-// Where the running values of the rows go; each span has a place for every row.
+// Where the running values of the rows are written; each span has an element per row.
 struct RunningColumns {
   std::span<double> quantity;
   std::span<double> quantity2;
@@ -55,7 +55,7 @@ struct RunningColumns {
 };
 
 // The running balance of a journal: after every row the stock (or cumulative) quantity, second quantity, amount and the
-// average price amount / quantity, 0 where that cannot be. Quantities run in double arithmetic, receipts added before
+// average price amount / quantity, 0 if that is undefined. Quantities run in double arithmetic, receipts added before
 // issues are subtracted; amounts run in Money, exactly. It keeps the sums of the current period and of all rows from
 // the first one on; the opening balance is not a movement and is in neither. An amount that leaves the range of Money
 // throws base::ArithmeticError. A pass over rows allocates nothing.

@@ -4,7 +4,7 @@
 namespace stockbook::journal {
 namespace {
 
-// A column that is zero, or nothing, in every row need not be decoded.
+// A column that is zero or null in every row need not be decoded.
 const columns::Column* UnlessZero(const columns::Column* column) {
   if (column == nullptr) return nullptr;
   const auto constant = column->ConstantValue();

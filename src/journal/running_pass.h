@@ -27,14 +27,14 @@ struct RunningBuilder {
 };
 
 // Walks the movement columns of a result block by block, so that what it decodes stays in the cache, and runs the
-// balance over them. One pass, in record order; it keeps nothing of the rows.
+// balance over them. One pass, in record order; it does not keep the rows.
 class RunningPass {
  public:
   RunningPass(RunningBalance& balance, const MovementSource& movement, const MovementSource& receipts,
               const MovementSource& issues);
 
-  // Records [begin, end), which must follow the ones before; all of one period. `take` gets the running values block by
-  // block; they are good until it returns.
+  // Records [begin, end), which must follow the ones before; all of one period. `take` receives the running values
+  // block by block; they are valid until it returns.
   template <typename Take>
   void Run(size_t begin, size_t end, Take&& take) {
     for (const columns::RowBlock block : columns::RowBlocks(begin, end)) take(RunBlock(block));

@@ -20,15 +20,15 @@ struct PeriodTotals {
   MovementSums in_all;
 };
 
-// Fills the stock columns of all records with their running values, which start from the opening totals, in place of
-// what the statement delivered there. Returns the totals of each period in order; a new period begins wherever the
-// text of `Period` changes. One pass over the columns. An amount outside the range of Money throws
-// base::ArithmeticError and leaves the columns as they are.
+// Fills the stock columns of all records with their running values, which start from the opening totals, replacing what
+// the statement delivered there. Returns the totals of each period in order; a new period begins wherever the text of
+// `Period` changes. One pass over the columns. An amount outside the range of Money throws base::ArithmeticError and
+// leaves the columns as they are.
 std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJournalTypeContants type,
                                                platform::Grid& grid);
 
-// Empties the stock columns of all records. The statement delivers each line's own movement there, which would pass
-// for the stock where the running values are never computed.
+// Empties the stock columns of all records. The statement delivers each line's own movement there, which would look
+// like the stock if the running values were never computed.
 void EmptyRunningValues(platform::Grid& grid);
 
 }  // namespace stockbook::journal

@@ -21,7 +21,7 @@ constexpr const char* kClassName = "ClassName";
 
 std::string Number(int64_t number) { return std::to_string(number); }
 
-// The product's two descriptive columns are surfaced crosswise in the header.
+// The header shows the product's two descriptive columns crosswise.
 void ReadProduct(const platform::Recordset& product, SecondUnit second_unit, SubjectTexts& texts) {
   if (product.AtEnd()) return;
   texts.key_name = product.FieldValue("商品名称").Text();
@@ -33,14 +33,14 @@ void ReadProduct(const platform::Recordset& product, SecondUnit second_unit, Sub
   if (second_unit == SecondUnit::kShown && !unit.empty()) texts.measure += "/" + unit;
 }
 
-// Makes a query; an error ends it where it is.
+// Runs a query; an error ends it where it is.
 template <typename Query>
 void Try(const platform::Connection* connection, Query query) {
   if (connection == nullptr) return;
   try {
     query();
   } catch (const std::exception&) {
-    // What was read so far is the result.
+    // The result is what was read so far.
   }
 }
 

@@ -30,8 +30,8 @@ struct Member {
 
 enum class SecondUnit { kHidden, kShown };
 
-// Turns the numbers and codes that name a journal's subject into texts, by a single query each. A failing query ends a
-// lookup quietly with what it has; a null connection finds nothing.
+// Turns the numbers and codes that name a journal's subject into texts, by a single query each. If a query fails, the
+// lookup silently returns what it has so far; without a connection it finds nothing.
 class Subjects {
  public:
   Subjects(platform::Connection* connection, base::tqJournalTypeContants type) : connection_(connection), type_(type) {}
@@ -46,7 +46,7 @@ class Subjects {
   std::string DepotName(const SubjectKeys& keys) const;
   // The class code of the second key; 0 means the stored one.
   std::string SecondKeyClassCode(int32_t key, const SubjectKeys& keys) const;
-  // Gives keys of a product that have no class code that of their second key.
+  // Gives the keys of a product without a class code the class code of their second key.
   void CompleteClassCode(SubjectKeys& keys) const;
   // The names of a class and of the classes above it, from the top down: those of the code's prefixes of 2, 4, 6, 8 and
   // 10 characters.

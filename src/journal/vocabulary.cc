@@ -6,8 +6,8 @@
 namespace stockbook::journal {
 namespace {
 
-// Products, suppliers, customers and projects. The class code of a project is asked for by a key that its table calls
-// otherwise, so that it is never found; it stays so.
+// Products, suppliers, customers and projects. The class code of a project is looked up by a key that its table spells
+// differently, so it is never found; this is kept on purpose.
 constexpr std::array<JournalWords, 4> kWords = {{
     {"商品资料", "商品分类", "pdID", "商品名称", "", "Stockbook", "StkBk", "Depot"},
     {"厂商资料", "厂商分类", "ksID", "企业名称", "ksID", "SupplierJournal", "SuppJnl", "Supplier"},

@@ -13,13 +13,13 @@ struct JournalWords {
   std::string_view class_table;        // the class tree of the subjects
   std::string_view subject_key_field;  // suppliers and customers share one
   std::string_view subject_name_field;
-  std::string_view class_code_key;  // the key field by which a subject's class code is asked for; "" asks nothing
-  std::string_view format_name;     // the type's long name, for the host's use
+  std::string_view class_code_key;             // the key field for looking up a subject's class code; "" for no lookup
+  std::string_view format_name;                // the type's long name, for the host's use
   std::string_view journal_picture = "StkBk";  // in the header of a journal of all of them
   std::string_view member_picture = "Depot";   // in the header of a journal of one depot, partner or project
 };
 
-// The one source of these words. A type outside of the four has the pictures of the stock journal and "" for the rest.
+// The one source of these words. Any other type has the pictures of the stock journal and "" for the rest.
 JournalWords WordsOf(base::tqJournalTypeContants type);
 
 }  // namespace stockbook::journal

@@ -11,7 +11,7 @@ namespace stockbook::platform {
 // The option of Connection::Execute that lets the provider decide what kind of command the text is.
 inline constexpr int kExecuteUnspecified = -1;
 
-// The host's database, opened by the host and read only. Execute runs one statement and returns all its rows; it throws
+// The host's database, opened by the host and read-only. Execute runs one statement and returns all its rows; it throws
 // Error with the database's own message when the statement fails. What the texts mean is the connection's work: it is
 // sent the desktop dialect or, where IsServerDialect holds for its ConnectionString, the server dialect.
 class Connection {

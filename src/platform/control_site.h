@@ -8,13 +8,13 @@
 
 namespace stockbook::platform {
 
-// What the control tells the container that it stands in: changed properties, and what its frame shows.
+// What the control reports to its container: changed properties, and what its frame shows.
 class ControlSite {
  public:
   virtual ~ControlSite() = default;
   // A saved property changed, named by its key in the property bag.
   virtual void PropertyChanged(std::string_view key) = 0;
-  // The caption band, the frames or the mark changed and want to be drawn anew.
+  // The caption band, the frames or the mark changed and must be redrawn.
   virtual void FrameChanged() = 0;
 };
 

@@ -37,13 +37,13 @@ class GridBulk {
   virtual const columns::Column* LoadedText(int column) const = 0;
   // The hidden data of the records, or nullptr.
   virtual const columns::Column* LoadedData(int column) const = 0;
-  // Whether a record shows, or holds as hidden data, something else than was loaded there; false for an unknown column.
+  // Whether any record shows, or has as hidden data, something other than what was loaded; false for an unknown column.
   virtual bool HasEditedRecords(int column) const = 0;
   // Gives the records of a grid column other contents: shown text and hidden data alike.
   virtual void ReplaceLoaded(int column, columns::Column values) = 0;
   // Other shown texts; the hidden data stays what it was.
   virtual void ReplaceLoadedText(int column, columns::Column texts) = 0;
-  // A picture for every record: pictures[codes[record]]; code 0 must be no picture. Costs a byte a row at the most.
+  // A picture for every record: pictures[codes[record]]; code 0 must be no picture. Costs at most one byte per row.
   virtual void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures,
                                  PictureAlignment alignment) = 0;
 };

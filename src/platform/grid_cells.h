@@ -25,7 +25,7 @@ class GridCells {
   // The hidden data value; of loaded rows the loaded value until another is set.
   virtual base::Value CellData(int row, int column) const = 0;
   virtual void SetCellData(int row, int column, base::Value data) = 0;
-  // The text as shown, after the column's format.
+  // The text as shown in the column's format.
   virtual std::string DisplayText(int row, int column) const = 0;
   // A value as the column's format shows it; its default text where the column has none.
   virtual std::string FormatValue(int column, const base::Value& value) const = 0;

@@ -23,7 +23,7 @@ struct Modifiers {
   bool Alt() const { return (bits & kAlt) != 0; }
 };
 
-// A button that was pressed or released, in twips from the grid's left top corner.
+// A button that was pressed or released, in twips from the grid's top left corner.
 struct GridMouseEvent {
   MouseButton button = MouseButton::kNone;
   Modifiers modifiers;
@@ -33,13 +33,13 @@ struct GridMouseEvent {
 
 enum class Verdict { kAllow, kRefuse };
 
-// What the user does to a grid, for the one who gives it a meaning. Every call may change the grid and may take the
-// observer away. Calls do not throw.
+// Receives what the user does to a grid. Every call may change the grid and may remove the observer. Calls do not
+// throw.
 class GridObserver {
  public:
   virtual ~GridObserver() = default;
 
-  // The current cell is about to be another one; a refusal leaves it.
+  // The current cell is about to change; a refusal keeps it.
   virtual Verdict BeforeRowColChange(CellPosition /*old_cell*/, CellPosition /*new_cell*/) { return Verdict::kAllow; }
   virtual void AfterRowColChange(CellPosition /*old_cell*/, CellPosition /*new_cell*/) {}
   // The grid has already done its own part for the left button (selection, folding).

@@ -28,7 +28,7 @@ class GridView {
   // columns are left out. Every cell but that of the last selected column is followed by a tab, every line but that of
   // the last selected row by "\r\n". Where there is no current cell it is the line of all captions. The pointer shows
   // an arrow with an hourglass meanwhile and is the default afterwards. The clipboard is cleared first: if the text
-  // cannot be made it stays empty.
+  // cannot be produced, it stays empty.
   virtual void CopySelection(Clipboard& clipboard) = 0;
 
   // First and last row of the scrolling part that are in view.
@@ -40,7 +40,7 @@ class GridView {
   virtual int MouseRow() const = 0;
   virtual int MouseCol() const = 0;
 
-  // Who hears what the user does here, or nobody.
+  // Receives what the user does here; nullptr for nobody.
   virtual void SetObserver(GridObserver* observer) = 0;
 
   virtual bool Redraw() const = 0;

@@ -5,7 +5,7 @@
 
 namespace stockbook::platform {
 
-// A picture that a toolkit made; the toolkit-free rooms only hand it around. Sizes are in device-independent pixels.
+// A picture that a toolkit made; the toolkit-free rooms only pass it on. Sizes are in device-independent pixels.
 class Picture {
  public:
   virtual ~Picture() = default;
@@ -13,7 +13,7 @@ class Picture {
   virtual int HeightPx() const = 0;
 };
 
-// Shared as the host shares it; an empty reference is no picture.
+// Shared with the host; an empty reference is no picture.
 using PictureRef = std::shared_ptr<const Picture>;
 
 }  // namespace stockbook::platform

@@ -18,8 +18,8 @@ struct Field {
   columns::Column column;
 };
 
-// The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and
-// needs the connection no more. Moving is O(1).
+// The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and no
+// longer needs the connection. Moving is O(1).
 class Recordset {
  public:
   Recordset() = default;
@@ -41,7 +41,7 @@ class Recordset {
   void SetCacheSize(int rows) { cache_size_ = rows; }
   int CacheSize() const { return cache_size_; }
 
-  // Hands all rows over at once; the recordset is at its end from then on.
+  // Hands over all rows at once; afterwards the recordset is at its end.
   std::vector<Field> TakeAll();
 
  private:

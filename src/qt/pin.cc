@@ -8,7 +8,7 @@
 namespace stockbook::qt {
 
 void Pin::FreeLater(std::shared_ptr<void> kept) {
-  // Its events own what is to be freed. Those that are still waiting when the application ends go with it.
+  // Its events own what is to be freed. Events still pending when the application ends are destroyed with it.
   static QPointer<QObject> receiver;
   if (receiver == nullptr) {
     receiver = new QObject;

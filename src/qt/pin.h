@@ -7,8 +7,8 @@
 namespace stockbook::qt {
 
 // Keeps an object alive while code runs that may let everybody else drop it. The last pin to go leaves the object to
-// the event loop, because calls of the object's may still be on the stack below: the event loop runs inside another
-// pin, which keeps the object, or outside of all of them. Used on the thread of the user interface alone.
+// the event loop, because calls of the object may still be on the stack below: the event loop runs either inside
+// another pin, which keeps the object, or outside all of them. For the user-interface thread only.
 class Pin {
  public:
   explicit Pin(std::shared_ptr<void> kept) : kept_(std::move(kept)) {}

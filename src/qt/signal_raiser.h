@@ -24,7 +24,7 @@ class SignalRaiser : public interaction::EventListener {
   void FindMsg(const std::string& rMsg) override;
 
  private:
-  // Calls with the widget, whose parts outlive the call whatever its slots do.
+  // Calls with the widget; its parts outlive the call whatever the slots do.
   template <typename Call>
   void Raise(Call call);
 

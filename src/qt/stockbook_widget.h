@@ -71,8 +71,9 @@ class StockbookWidget : public AppearanceProperties {
   QSize minimumSizeHint() const override;
 
  public slots:
-  // The methods of the control, in their order. Loads the journal; -1 or an empty code keeps the current setting.
-  // Returns true if it was loaded.
+  // The methods of the control, in their order.
+
+  // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded.
   bool Load(int rKeyID = -1, int rdpID = -1, const QString& rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const QString& Msg);

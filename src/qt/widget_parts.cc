@@ -54,7 +54,7 @@ WidgetParts::~WidgetParts() = default;
 void WidgetParts::Leave(std::shared_ptr<WidgetParts> parts) {
   parts->widget_ = nullptr;
   parts->raiser_.Silence();
-  // A listener of the control's own that hears an event has no pin.
+  // A listener added to the control itself receives events without a pin.
   if (parts.use_count() == 1 && !parts->control_.IsRaising()) return;
   Detach(*parts->header_band_);
   Detach(*parts->view_);
@@ -68,7 +68,7 @@ void WidgetParts::PropertyChanged(std::string_view key) {
   emit widget_->PropertyChanged(ToQString(key));
 }
 
-// The control speaks up while it is being made already.
+// The control already calls this while it is being constructed.
 void WidgetParts::FrameChanged() {
   if (widget_ != nullptr && widget_->parts_ != nullptr) widget_->UpdateFrames();
 }

@@ -21,9 +21,9 @@ namespace stockbook::qt {
 
 class StockbookWidget;
 
-// Everything that the widget composes, in the order in which it needs each other. The widget shares its parts with the
-// pins of the calls under way: where it is deleted inside one of its own signals or events, or while its menu is open,
-// the parts stay, out of sight and silent, until those calls have come back.
+// Everything that the widget composes, in order of dependency. The widget shares its parts with the pins of the calls
+// in progress: if it is deleted inside one of its own signals or events, or while its menu is open, the parts stay,
+// hidden and silent, until those calls have returned.
 class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
                     private platform::ControlSite,
                     private platform::Menu {
@@ -33,10 +33,10 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   WidgetParts(const WidgetParts&) = delete;
   WidgetParts& operator=(const WidgetParts&) = delete;
 
-  // The widget goes away and leaves its share.
+  // The widget is being deleted and gives up its share.
   static void Leave(std::shared_ptr<WidgetParts> parts);
 
-  // The grid has the widget's font as long as nobody gives it another one.
+  // The grid follows the widget's font until somebody sets another one.
   void FollowFont();
 
   sheet::Sheet& fg() { return fg_; }
@@ -52,11 +52,11 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   // platform::Menu
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
 
-  // The layout that the control makes at once measures the grid's font.
+  // The control lays out at once, which measures the grid's font.
   control::Surroundings Surroundings();
   void SetDefaultPictures();
 
-  StockbookWidget* widget_;  // nothing once it is gone
+  StockbookWidget* widget_;  // null once it is deleted
   sheet::Sheet fg_;
   sheet::Sheet fg1_;
   platform::Font followed_font_;
@@ -66,7 +66,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   QtMenu menu_;
   QtClipboard clipboard_;
   SignalRaiser raiser_;
-  // Children of the widget, but they go first: the view borrows the sheet.
+  // Children of the widget, but destroyed earlier, because the view borrows the sheet.
   std::unique_ptr<HeaderBand> header_band_;
   std::unique_ptr<GridView> view_;
   control::Stockbook control_;
