@@ -6,6 +6,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "support/event_recorder.h"
+
 namespace stockbook::interaction {
 namespace {
 
