@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QThread>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -29,8 +28,8 @@ constexpr int kNestedMs = 60;
 
 enum class Inside { kNothing, kEventLoop };
 
-// A widget with a loaded journal that its host deletes when it is least convenient. The connection, of which the test
-// keeps no share, tells when the last of the control is freed.
+// A widget with a loaded journal that its host deletes at the most inconvenient moments. The test keeps only a weak
+// pointer to the connection, which expires when the last part of the control is freed.
 class Deleting : public WithApplication {
  protected:
   Deleting() : widget_(new StockbookWidget) {
@@ -56,7 +55,7 @@ class Deleting : public WithApplication {
     QTimer::singleShot(kNestedMs, &loop, &QEventLoop::quit);
     loop.exec();
   }
-  // A slot that deletes, once.
+  // A slot that deletes the widget.
   auto Deleter() {
     return [this] { Delete(); };
   }
@@ -65,10 +64,7 @@ class Deleting : public WithApplication {
     EXPECT_EQ(deleted_, 1);
     EXPECT_EQ(widget_, nullptr);
     // What had to wait for the calls under way is freed by the first events after them.
-    for (int turn = 0; turn < 50 && !IsFreed(); ++turn) {
-      QApplication::processEvents();
-      QThread::msleep(2);
-    }
+    for (int turn = 0; turn < 50 && !IsFreed(); ++turn) QApplication::processEvents();
     EXPECT_TRUE(IsFreed());
     QApplication::processEvents();
   }
@@ -180,8 +176,10 @@ TEST_F(Deleting, InAnEventLoopOfTheProgramIsHarmless) {
   widget_->show();
   inside_ = Inside::kEventLoop;
   QObject::connect(widget_, &StockbookWidget::Process, Deleter());
-  QTimer::singleShot(0, [this] { widget_->Load(7, 0); });
-  QTimer::singleShot(4 * kNestedMs, qApp, &QApplication::quit);
+  QTimer::singleShot(0, [this] {
+    widget_->Load(7, 0);
+    QTimer::singleShot(kNestedMs, qApp, &QApplication::quit);
+  });
   QApplication::exec();
   ExpectGone();
 }
