@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "base/decimal.h"
 #include "base/number.h"
 #include "columns/column_builder.h"
 #include "sheet/columns.h"
@@ -57,7 +58,7 @@ TEST(PlainNumber, ShowsWhatTheDigitsOfTheNumberShow) {
       std::string text;
       if (!format.plain()->Append(number, text)) continue;
       ++written;
-      ASSERT_EQ(text, format.Format(*Decimal::FromDouble(number))) << pattern << ' ' << number;
+      ASSERT_EQ(text, format.Format(*base::Decimal::FromDouble(number))) << pattern << ' ' << number;
     }
     for (int round = 0; round < 20'000; ++round) {
       const auto units = static_cast<int64_t>(random() >> (random() % 64)) * (random() % 2 == 0 ? 1 : -1);
@@ -65,7 +66,7 @@ TEST(PlainNumber, ShowsWhatTheDigitsOfTheNumberShow) {
       std::string text;
       if (!format.plain()->Append(units, decimals, text)) continue;
       ++written;
-      ASSERT_EQ(text, format.Format(Decimal::FromScaled(units, decimals))) << pattern << ' ' << units;
+      ASSERT_EQ(text, format.Format(base::Decimal::FromScaled(units, decimals))) << pattern << ' ' << units;
     }
   }
   EXPECT_GT(written, 300'000U);
