@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The connection's Execute of the material journal, compared with SQLite's own interface
+// SPDX-License-Identifier: MIT
+// The connection's Execute of the material journal, compared with SQLite's own interface
 // and default settings stepping the same statement once and reading every value, on the same file in the same run. The
 // results are ratios: the counters `of_sqlite` (Execute / stepping) and `of_tenth` (1,000,000 lines / 100,000 lines).
 #include <benchmark/benchmark.h>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Find over a stock journal with 14 columns shown, as ratios of processor time measured in
+// SPDX-License-Identifier: MIT
+// Find over a stock journal with 14 columns shown, as ratios of processor time measured in
 // one run: compared with a plain loop of std::string::find over the same texts held as std::string, which looks for
 // every word of a row up to the first column with it, as the rule for a row says; with the same loop when it leaves a
 // row at the first missing word; and with itself on a tenth of the hits. Every hit's message is produced and passed to

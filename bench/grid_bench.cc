@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The work of the grid engine other than painting, compared with the toolkit's own views
+// SPDX-License-Identifier: MIT
+// The work of the grid engine other than painting, compared with the toolkit's own views
 // over the same rows in the same run: from taking over the data to the first frame, folding, copying, and the memory
 // beyond the data's own columns. It prints ratios of processor time (elapsed time for copying), the least of several
 // rounds. The optional argument is the number of lines, by default 1,000,000.

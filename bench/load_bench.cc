@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The whole Load of a stock journal of one product, as ratios measured in one run,
+// SPDX-License-Identifier: MIT
+// The whole Load of a stock journal of one product, as ratios measured in one run,
 // compared with SQLite's own interface and default settings stepping the same statement once and reading every value,
 // with QSqlQueryModel's memory, with memcpy, and with itself on fewer lines or more periods. `load_bench [LINES
 // [ROUNDS]]`, by default 1,000,000 and 3; the least of the rounds counts.

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The grid compared with the toolkit's own table view over the same rows, columns, widths,
+// SPDX-License-Identifier: MIT
+// The grid compared with the toolkit's own table view over the same rows, columns, widths,
 // heights and font, alternating in the same run: a full repaint, scrolling and jumping in a view of 1920 x 1080. The
 // results are ratios of median processor time: the counters `of_table_view` (grid / table view) and
 // `p99_of_table_view`. The optional argument is the number of lines, by default 1,000,000.

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The grid engine on its own, without the stock journal and without a database: a cash
+// SPDX-License-Identifier: MIT
+// The grid engine on its own, without the stock journal and without a database: a cash
 // book of 100,000 lines grouped by month. `grid_only` opens it in a window; `grid_only --picture FILE` writes one
 // picture of it and exits.
 #include <QApplication>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT How the control responds to what the user does to its grid.
+// SPDX-License-Identifier: MIT
+// How the control responds to what the user does to its grid.
 #include "control/stockbook.h"
 #include "interaction/grid_handlers.h"
 

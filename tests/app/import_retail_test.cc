@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The real invoice lines kept beside the sources, if they are there: all must be imported,
+// SPDX-License-Identifier: MIT
+// The real invoice lines kept beside the sources, if they are there: all must be imported,
 // and the sums must agree.
 #include <lzma.h>
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT What the window does when the control asks its host for something.
+// SPDX-License-Identifier: MIT
+// What the window does when the control asks its host for something.
 #include <gtest/gtest.h>
 
 #include <QAction>

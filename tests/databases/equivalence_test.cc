@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The rows found table by table must equal those that SQLite finds for the whole
+// SPDX-License-Identifier: MIT
+// The rows found table by table must equal those that SQLite finds for the whole
 // statement, in the same order.
 #include <gtest/gtest.h>
 

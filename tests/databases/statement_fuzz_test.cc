@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Statements cut up, doubled and shuffled: each gives rows or an Error, and never anything
+// SPDX-License-Identifier: MIT
+// Statements cut up, doubled and shuffled: each gives rows or an Error, and never anything
 // else.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The program as called from a shell.
+// SPDX-License-Identifier: MIT
+// The program as called from a shell.
 #include <QImage>
 #include <algorithm>
 #include <filesystem>

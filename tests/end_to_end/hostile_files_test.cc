@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Files that are not an inventory, or not quite one, opened by the library and by the
+// SPDX-License-Identifier: MIT
+// Files that are not an inventory, or not quite one, opened by the library and by the
 // program.
 #include <sqlite3.h>
 

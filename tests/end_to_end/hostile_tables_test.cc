@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Tables full of values that no clerk would enter. None may cause a crash or a wrong
+// SPDX-License-Identifier: MIT
+// Tables full of values that no clerk would enter. None may cause a crash or a wrong
 // number: an unreadable value becomes an empty cell, is shown unchanged, or causes a message.
 #include <filesystem>
 #include <sstream>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The real invoice lines kept beside the sources, if they are there.
+// SPDX-License-Identifier: MIT
+// The real invoice lines kept beside the sources, if they are there.
 #include <sqlite3.h>
 
 #include <filesystem>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT How the statements are sent, and the conditions that depend on a key being above or
+// SPDX-License-Identifier: MIT
+// How the statements are sent, and the conditions that depend on a key being above or
 // below a limit.
 #include <gtest/gtest.h>
 

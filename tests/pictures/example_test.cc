@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The example that embeds the grid alone does what docs/grid.md promises.
+// SPDX-License-Identifier: MIT
+// The example that embeds the grid alone does what docs/grid.md promises.
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The comparison misses no difference that a person would see.
+// SPDX-License-Identifier: MIT
+// The comparison misses no difference that a person would see.
 #include "pictures/picture_comparison.h"
 
 #include <QPainter>

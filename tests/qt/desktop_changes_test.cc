@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Changes by the desktop or the host while the journal is shown.
+// SPDX-License-Identifier: MIT
+// Changes by the desktop or the host while the journal is shown.
 #include <gtest/gtest.h>
 
 #include <QAbstractScrollArea>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Opening the grid's menus by the keyboard.
+// SPDX-License-Identifier: MIT
+// Opening the grid's menus by the keyboard.
 #include <gtest/gtest.h>
 
 #include <QApplication>

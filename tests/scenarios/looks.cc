@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT What a scenario can look at: the control's grid, pictures, events, clipboard, menus and
+// SPDX-License-Identifier: MIT
+// What a scenario can look at: the control's grid, pictures, events, clipboard, menus and
 // values.
 #include <algorithm>
 #include <stdexcept>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Texts produced in bulk equal those produced one by one.
+// SPDX-License-Identifier: MIT
+// Texts produced in bulk equal those produced one by one.
 #include <gtest/gtest.h>
 
 #include <array>

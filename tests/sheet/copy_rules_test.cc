@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The text of a copied selection, byte by byte.
+// SPDX-License-Identifier: MIT
+// The text of a copied selection, byte by byte.
 #include <gtest/gtest.h>
 
 #include "platform/error.h"

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Nothing on the screen is ever out of date: whatever looks different after a change was
+// SPDX-License-Identifier: MIT
+// Nothing on the screen is ever out of date: whatever looks different after a change was
 // reported as damaged, and painting only a part gives the same pixels as painting everything.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The cost of the engine in runs and bytes, which are counted; nothing is timed.
+// SPDX-License-Identifier: MIT
+// The cost of the engine in runs and bytes, which are counted; nothing is timed.
 #include <gtest/gtest.h>
 
 #include <random>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The owner of every pixel of the view, compared with a walk over all rows and columns,
+// SPDX-License-Identifier: MIT
+// The owner of every pixel of the view, compared with a walk over all rows and columns,
 // and every cell at its place.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Extreme sizes, positions and scales, and gestures that are cancelled.
+// SPDX-License-Identifier: MIT
+// Extreme sizes, positions and scales, and gestures that are cancelled.
 #include <gtest/gtest.h>
 
 #include <climits>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT An observer that changes the sheet while it is being called.
+// SPDX-License-Identifier: MIT
+// An observer that changes the sheet while it is being called.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Levels, nodes and folding under random changes, compared with loops over a list of rows.
+// SPDX-License-Identifier: MIT
+// Levels, nodes and folding under random changes, compared with loops over a list of rows.
 #include <gtest/gtest.h>
 
 #include <random>

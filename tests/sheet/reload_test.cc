@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT What remains of the rows of one result when the next one is loaded.
+// SPDX-License-Identifier: MIT
+// What remains of the rows of one result when the next one is loaded.
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT A sheet under random edits, compared with a model so short that it is obviously right.
+// SPDX-License-Identifier: MIT
+// A sheet under random edits, compared with a model so short that it is obviously right.
 #include <gtest/gtest.h>
 
 #include <algorithm>

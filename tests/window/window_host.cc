@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT A window with a field, a grid over the sample ledger or a whole journal, and another
+// SPDX-License-Identifier: MIT
+// A window with a field, a grid over the sample ledger or a whole journal, and another
 // field, for tests that use real keys and a real mouse. It executes commands from its standard input, one per line, and
 // answers each with lines of state followed by a line with a full stop.
 #include <QApplication>
