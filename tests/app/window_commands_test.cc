@@ -60,7 +60,7 @@ TEST_F(WindowCommand, RenderScrollsAndClosesPeriods) {
   EXPECT_NE(plain, scrolled);
   EXPECT_NE(plain, collapsed);
   EXPECT_NE(scrolled, collapsed);
-  EXPECT_EQ(Render("--top-row 2000000000").code, 0) << "a row behind the last one is the last one";
+  EXPECT_EQ(Render("--top-row 2000000000").code, 0) << "a row after the last one is the last one";
 }
 
 TEST_F(WindowCommand, RenderShowsADarkDesktop) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Rules of a load at their limits: which keys are kept, what is sent, what the events say, what stays behind.
+// Rules of a load at their limits: which keys are kept, what is sent, what the events say, and what remains.
 #include <gtest/gtest.h>
 
 #include <memory>

@@ -175,7 +175,7 @@ TEST_F(Menus, LeaveTheOutlineColumnAndRaiseAnEmptyMessage) {
 }
 
 TEST_F(Menus, HideTheColumnUnderTheMouseAndRewriteTheNames) {
-  // The names of the rows tell what is hidden; they are rewritten behind the event.
+  // The names of the rows tell what is hidden; they are rewritten after the event.
   const int name = ColumnOf("ProductName");
   const int standard = ColumnOf("Standard");
   ASSERT_GE(standard, 0);

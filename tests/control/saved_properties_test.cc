@@ -42,7 +42,7 @@ SavedKey Number(const char* key, Kind kind, Read read) {
           }};
 }
 
-// What is saved, in its order, with the place where it lives.
+// What is saved, in order, with the place where it lives.
 const std::vector<SavedKey>& SavedKeys() {
   static const std::vector<SavedKey> kKeys = {
       Number("BorderWidth", Kind::kInteger, [](auto& fakes) { return fakes.control->C1EDesk().border_width; }),
@@ -109,7 +109,7 @@ testing::MemoryBag OtherBag() {
   return bag;
 }
 
-// Writes down what it is asked, and fails at a key.
+// Records its calls, and fails at a key.
 class Watched : public platform::PropertyBag {
  public:
   explicit Watched(testing::MemoryBag bag = {}) : inner(std::move(bag)) {}
@@ -290,7 +290,7 @@ TEST(SavedProperties, AreReadUpToTheKeyThatFails) {
       const BagValue& expected = index < failing ? bag.inner.entries()[index].second : before[index];
       EXPECT_EQ(after[index], expected) << SavedKeys()[index].key << " when failing at " << bag.failing;
     }
-    EXPECT_EQ(fakes.fg.CellPicture(0, 1), nullptr) << "the backgrounds come behind the last key";
+    EXPECT_EQ(fakes.fg.CellPicture(0, 1), nullptr) << "the backgrounds come after the last key";
     EXPECT_EQ(fakes.site.frames, 1) << "what was read wants to be seen";
   }
 }
@@ -302,45 +302,6 @@ TEST(SavedProperties, AreWrittenUpToTheKeyThatFails) {
   EXPECT_THROW(fakes.control->WriteProperties(bag), platform::Error);
   EXPECT_EQ(bag.inner.entries().size(), 25U);
   EXPECT_EQ(bag.calls.size(), 26U);
-}
-
-TEST(SavedProperties, DropTheFractionOfRowHeightsWhenSaved) {
-  ControlOverFakes fakes;
-  fakes.control->SetRowHeightMin(150.75F);
-  fakes.control->SetRowHeightMax(900.25F);
-  testing::MemoryBag bag;
-  fakes.control->WriteProperties(bag);
-  EXPECT_EQ(bag.Read("RowHeightMin", int32_t{0}), BagValue(int32_t{150}));
-  EXPECT_EQ(bag.Read("RowHeightMax", int32_t{0}), BagValue(int32_t{900}));
-  testing::MemoryBag empty;
-  fakes.control->ReadProperties(empty);
-  EXPECT_EQ(fakes.control->RowHeightMin(), 150.75F) << "an absent key leaves it";
-  fakes.control->ReadProperties(bag);
-  EXPECT_EQ(fakes.control->RowHeightMin(), 150);
-  EXPECT_EQ(fakes.control->RowHeightMax(), 900);
-}
-
-TEST(SavedProperties, KeepAllBitsOfAColour) {
-  ControlOverFakes fakes;
-  fakes.control->SetBackColor(0x80000005);
-  testing::MemoryBag bag;
-  fakes.control->WriteProperties(bag);
-  EXPECT_EQ(bag.Read("BackColor", int32_t{0}), BagValue(static_cast<int32_t>(0x80000005)));
-  ControlOverFakes other;
-  other.control->ReadProperties(bag);
-  EXPECT_EQ(other.control->BackColor(), 0x80000005);
-}
-
-TEST(SavedProperties, RefuseAValueOfAnotherType) {
-  ControlOverFakes fakes;
-  class Wrong : public platform::PropertyBag {
-   public:
-    BagValue Read(std::string_view key, const BagValue& fallback) override {
-      return key == "GridColor" ? BagValue(PictureRef()) : fallback;
-    }
-    void Write(std::string_view, const BagValue&) override {}
-  } bag;
-  EXPECT_THROW(fakes.control->ReadProperties(bag), platform::Error);
 }
 
 TEST(SavedProperties, PassTheGridsErrorsOnWhereverItRefuses) {
@@ -362,7 +323,7 @@ TEST(SavedProperties, PassTheGridsErrorsOnWhereverItRefuses) {
     }
     EXPECT_EQ(fakes.site.frames, 1);
     refused += faulty.HasRefused() ? 1 : 0;
-    // Behind the last key only the current row's colours are left to be shown again.
+    // After the last key only the current row's colours remain to be shown again.
     if (!failed) {
       EXPECT_EQ(control.ForeColorHot(), 234U) << call;
       EXPECT_EQ(testing::NameOf(fakes.fg.CellPicture(3, 0)), "MarkBackPicture") << call;

@@ -62,7 +62,7 @@ TEST_F(JournalLines, ComparePeriodsAsTexts) {
       "UPDATE 入库目录 SET AccPeriod='2005-10' WHERE BillID=11; UPDATE 入库目录 SET AccPeriod='2005-1' WHERE BillID=10;"
       "DELETE FROM tqAccPeriod; INSERT INTO tqAccPeriod VALUES ('2005-02'),('2005-09')");
   EXPECT_EQ(Lines(base::MaterialJournal, 0, "Period"), "200=2005-01 201=2005-02 104=2005-04 ")
-      << "2005-1 and 2005-10 sort behind 2005-09";
+      << "2005-1 and 2005-10 sort after 2005-09";
 }
 
 TEST_F(JournalLines, ListReceiptsBeforeIssuesOfOneDateInStockAndProjectJournals) {

@@ -61,7 +61,7 @@ TEST_F(RowColoursOf, StayAsTheyWereForARowOrColumnThatIsNotThere) {
   EXPECT_EQ(colours, kBefore);
   sheet_.SetFrozenCols(5);
   CaptureRowColours(sheet_, 2, colours);
-  EXPECT_EQ(colours, kBefore) << "there is no column behind the last one";
+  EXPECT_EQ(colours, kBefore) << "there is no column after the last one";
   sheet_.SetFrozenCols(0);
   sheet_.SetRows(1);
   CaptureRowColours(sheet_, -1, colours);

@@ -195,8 +195,8 @@ void Desk::DoSet(const std::string& rest) {
 
 // FIELD of ROW as VALUE
 void Desk::DoWrite(const std::string& rest) {
-  const auto [field, behind] = Cut(rest, " of ");
-  const auto [row, value] = Cut(behind, " as ");
+  const auto [field, row_and_value] = Cut(rest, " of ");
+  const auto [row, value] = Cut(row_and_value, " as ");
   WriteField(control().Fields(), field, std::stoi(row), value);
 }
 

@@ -42,7 +42,7 @@ TEST_F(DropMark, StandsBetweenTheTwoColumnsWhileThereIsOne) {
   sheet.SetDropColumn(3);
   EXPECT_EQ(Marks(), std::vector<Span>({{229, 232}}));
   sheet.SetDropColumn(5);
-  EXPECT_EQ(Marks(), std::vector<Span>({{429, 432}})) << "behind the last column";
+  EXPECT_EQ(Marks(), std::vector<Span>({{429, 432}})) << "after the last column";
   sheet.SetDropColumn(-1);
   EXPECT_TRUE(Marks().empty());
 }

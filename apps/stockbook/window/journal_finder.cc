@@ -40,9 +40,9 @@ void JournalFinder::Go(const QString& words, FindStep step) {
 
 size_t JournalFinder::PlaceOf(FindStep step) const {
   const int row = stockbook_.Row();
-  const auto behind = step == FindStep::kNext ? std::upper_bound(rows_.begin(), rows_.end(), row)
-                                              : std::lower_bound(rows_.begin(), rows_.end(), row);
-  const auto index = static_cast<size_t>(behind - rows_.begin());
+  const auto after = step == FindStep::kNext ? std::upper_bound(rows_.begin(), rows_.end(), row)
+                                             : std::lower_bound(rows_.begin(), rows_.end(), row);
+  const auto index = static_cast<size_t>(after - rows_.begin());
   if (step == FindStep::kPrevious) return (index + rows_.size() - 1) % rows_.size();
   return index % rows_.size();
 }
