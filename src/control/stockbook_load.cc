@@ -37,7 +37,7 @@ class Stockbook::JournalLoad {
 
  private:
   // False when the host cancelled the load. Every event is raised here, in BuildStatement (10 and 20), by FormatGrid
-  // (AfterFormatted) or in InsertTotalRows (41 to 100). A listener may do anything to the grid and the control.
+  // (AfterFormatted) or in InsertTotalRows (40 to 100). A listener may do anything to the grid and the control.
   bool TakeSteps() {
     const bool cancelled = IsCancelled();
     if (!cancelled) {

@@ -20,7 +20,7 @@ std::string MaterialStatement(const SubjectKeys& keys, const std::string& first_
          " And bn.AccPeriod='" + first_period + "' GROUP BY AccPeriod";
 }
 
-// Sums of the carried-forward columns and the period columns, which partner and project balances share. `seam` stands
+// Sums of the carried-forward columns and the period columns, which partner and project balances share. `seam` goes
 // between the two carried-forward quantities.
 std::string BalanceColumns(const char* seam) {
   return std::string(" Avg(bn.LastPrice) AS LastPrice, Sum((bn.LastQuantity)) AS LastQty,") + seam +
