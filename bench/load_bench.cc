@@ -129,7 +129,7 @@ struct PassCost {
 // amount): into new memory, as for a fresh copy, and over an old copy.
 PassCost MeasurePass(const std::string& path, int periods) {
   return InChild([&] {
-    // Allocate anew each time.
+    // Allocate new memory each time.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
     const auto connection = databases::OpenEmbedded(ConnectionTo(path));
     std::vector<platform::Field> fields =

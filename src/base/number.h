@@ -8,9 +8,9 @@
 
 namespace stockbook::base {
 
-// The default text of a number: the shortest of at most 15 significant digits that stands for it, plain decimal where
-// that needs no more than 15 digits on either side of the point, else with an exponent ("1E+15"). NaN and infinities
-// have no text and give "".
+// The default text of a number: the shortest of at most 15 significant digits that stands for it, plain decimal if that
+// needs at most 15 digits on either side of the point, otherwise with an exponent ("1E+15"). NaN and infinities have no
+// text and give "".
 std::string NumberText(double value);
 
 // units / 10^decimals, at most 15 digits and decimals.

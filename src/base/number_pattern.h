@@ -18,7 +18,7 @@ struct NumberSection {
   int whole_places = 0;  // before the point
   int decimals = 0;      // places after it
   int percent_signs = 0;
-  // Commas of the whole part, after its first place: with no more than commas up to another place, and the others.
+  // Commas of the whole part, after its first place: those with only commas up to another place, and the others.
   int grouping_commas = 0;
   int other_commas = 0;
 
@@ -27,7 +27,7 @@ struct NumberSection {
   std::span<const PatternPiece> Fraction() const { return std::span(pieces).subspan(HasPoint() ? point + 1 : point); }
 };
 
-// The sections of "positive;negative;zero", one at the least; a semicolon in quotes does not part them.
+// The sections of "positive;negative;zero", at least one; a semicolon in quotes does not separate them.
 std::vector<NumberSection> NumberSections(std::vector<PatternPiece> pieces);
 
 }  // namespace stockbook::base

@@ -14,7 +14,7 @@ WideInteger WidePowerOfTen(int exponent);
 // numerator / denominator, rounded half to even; the denominator is positive.
 WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
 
-// The amount of so many 1/10,000 units; throws ArithmeticError when no Money can hold it.
+// The amount of that many 1/10,000 units; throws ArithmeticError if Money cannot hold it.
 Money MoneyOfUnits(WideInteger units);
 
 }  // namespace stockbook::base

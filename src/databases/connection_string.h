@@ -10,7 +10,7 @@
 namespace stockbook::databases {
 
 // The settings of a connection string `Key=Value;…`. Keys compare ignoring ASCII case, and the last of several wins. A
-// value may stand in double or single quotes, which are doubled inside; then it may hold semicolons.
+// value may be in double or single quotes, which are doubled inside; then it may contain semicolons.
 class ConnectionString {
  public:
   // Throws platform::Error that names the place of what cannot be read.

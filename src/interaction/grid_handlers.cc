@@ -54,7 +54,7 @@ void GridHandlers::MouseDown(const platform::GridMouseEvent& event) {
 }
 
 void GridHandlers::MouseUp(const platform::GridMouseEvent& event) {
-  // The control's event tells codes, and its listeners may write into them.
+  // The control's event passes codes, and its listeners may write them.
   auto button = static_cast<int16_t>(event.button);
   int16_t shift = event.modifiers.bits;
   float x = event.x_twips;

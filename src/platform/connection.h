@@ -21,7 +21,7 @@ class Connection {
   virtual Recordset Execute(std::string_view statement, int options = kExecuteUnspecified) = 0;
 };
 
-// Whether a connection of this string is sent the server dialect: "SQL", in upper case, stands anywhere in it, be it in
+// Whether a connection of this string is sent the server dialect: "SQL", in upper case, occurs anywhere in it, even in
 // the name of a file.
 inline bool IsServerDialect(std::string_view connection_string) {
   return connection_string.find("SQL") != std::string_view::npos;

@@ -25,7 +25,7 @@ class GridOutline {
   virtual ~GridOutline() = default;
 
   // One node row above every run of equal texts in `column`, over all rows that are no nodes; "%s" in the caption is
-  // the text of the run. The caption stands in the cell of `caption_column`.
+  // the text of the run. The caption is in the cell of `caption_column`.
   virtual void GroupBy(int column, int caption_column, std::string_view caption_format) = 0;
   // Makes a row a node of the level, or (level rows stay) an ordinary row again.
   virtual void SetIsSubtotal(int row, bool subtotal) = 0;

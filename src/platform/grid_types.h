@@ -40,7 +40,7 @@ enum class Alignment : int16_t {
   kGeneral = 9,  // numbers and dates right, texts left
 };
 
-// Where a cell's picture stands. The first nine are the codes of Alignment; kStretch and kTile fill the cell.
+// The place of a cell's picture. The first nine are the codes of Alignment; kStretch and kTile fill the cell.
 enum class PictureAlignment : int16_t {
   kLeftTop = 0,
   kLeftCenter = 1,

@@ -19,7 +19,7 @@ namespace {
 constexpr int kMargin = 16;
 constexpr int kSpacing = 10;
 constexpr int kFactsInARow = 4;
-constexpr int kLeastRows = 3;  // the dialog makes room for at least so many
+constexpr int kLeastRows = 3;  // the dialog has room for at least this many
 constexpr int kMostRows = 16;
 constexpr int kLeastWidth = 520;
 constexpr int kCellPadding = 18;

@@ -10,7 +10,7 @@
 
 namespace stockbook::databases {
 
-// Why a statement is not run, and the byte of the statement where the reason stands. Thrown inside the room alone; the
+// Why a statement is not run, and the byte of the statement where the reason is. Thrown inside the room alone; the
 // connection turns it into a platform::Error with RefusedAt.
 class Refusal : public std::runtime_error {
  public:

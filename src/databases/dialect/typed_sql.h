@@ -80,7 +80,7 @@ struct TypedSql {
   Form form = Form::kPlain;
   SourceSet sources;
   bool has_aggregate = false;
-  std::optional<size_t> ungrouped;       // where a column stands outside of every aggregate and grouped expression
+  std::optional<size_t> ungrouped;       // position of a column outside every aggregate and grouped expression
   const BoundColumn* column = nullptr;   // set for a bare column
   const BoundColumn* negated = nullptr;  // set for minus a bare column
   std::optional<base::Value> constant;   // set for literals

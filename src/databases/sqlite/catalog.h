@@ -24,7 +24,7 @@ class Catalog : public SchemaSource {
   struct Entry {
     bool is_table = false;
     bool has_row_numbers = false;
-    std::unique_ptr<TableSchema> schema;  // without columns until it is asked for
+    std::unique_ptr<TableSchema> schema;  // without columns until it is used
   };
   void ReadTables();
   void ReadColumns(Entry& entry) const;
