@@ -321,16 +321,6 @@ Column Column::Gather(std::span<const uint32_t> order) const {
   return gathered;
 }
 
-Column Column::Concatenate(std::vector<Column> parts) {
-  if (parts.size() == 1) return std::move(parts.front());
-  ColumnBuilder builder;
-  for (const Column& part : parts) {
-    std::vector<uint32_t> pool_codes;
-    for (size_t row = 0; row < part.size(); ++row) builder.AppendFrom(part, row, pool_codes);
-  }
-  return builder.Finish();
-}
-
 size_t Column::MemoryBytes() const {
   size_t bytes = pool_ ? pool_->MemoryBytes() : 0;
   for (const ColumnChunk& chunk : chunks_) bytes += chunk.MemoryBytes();

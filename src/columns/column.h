@@ -85,9 +85,6 @@ class Column {
   // A column whose row i is this column's row order[i]. O(order.size()).
   Column Gather(std::span<const uint32_t> order) const;
 
-  // The rows of `parts`, one after the other.
-  static Column Concatenate(std::vector<Column> parts);
-
   size_t MemoryBytes() const;
 
  private:

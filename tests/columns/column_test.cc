@@ -110,11 +110,21 @@ TEST(Column, GathersRowsInAnyOrder) {
   }
 }
 
-TEST(Column, ConcatenatesPartsOfDifferentTypesAndPools) {
+// The rows of all parts.
+Column Joined(const std::vector<Column>& parts) {
+  ColumnBuilder builder;
+  for (const Column& part : parts) {
+    std::vector<uint32_t> pool_codes;
+    for (size_t row = 0; row < part.size(); ++row) builder.AppendFrom(part, row, pool_codes);
+  }
+  return builder.Finish();
+}
+
+TEST(ColumnBuilder, AppendsRowsOfColumnsOfDifferentTypesAndPools) {
   std::vector<Column> parts;
   parts.push_back(Build({Value(std::string("甲")), Value(std::string("乙"))}));
   parts.push_back(Build({Value(std::string("乙")), Value(), Value(std::string("丙"))}));
-  const Column texts = Column::Concatenate(std::move(parts));
+  const Column texts = Joined(parts);
   EXPECT_TRUE(texts.HasTextCodes());
   std::vector<uint32_t> codes(5);
   texts.ReadTextCodes(0, codes);
@@ -124,7 +134,7 @@ TEST(Column, ConcatenatesPartsOfDifferentTypesAndPools) {
   parts.clear();
   parts.push_back(Build({Value(int64_t{1})}));
   parts.push_back(texts.Gather(std::vector<uint32_t>{0}));
-  const Column mixed = Column::Concatenate(std::move(parts));
+  const Column mixed = Joined(parts);
   EXPECT_EQ(mixed.At(0), Value(int64_t{1}));
   EXPECT_EQ(mixed.At(1), Value(std::string("甲")));
   EXPECT_FALSE(mixed.HasTextCodes());

@@ -63,11 +63,7 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
 }
 
 std::string LoadError(const LoadReport& report) {
-  if (report.loaded) return {};
-  for (auto message = report.notify.rbegin(); message != report.notify.rend(); ++message) {
-    if (!message->starts_with("正在读入：") && !message->starts_with("已读入：")) return *message;
-  }
-  return {};
+  return report.loaded || report.notify.empty() ? "" : report.notify.back();
 }
 
 JournalDesk::JournalDesk() : control_(Surroundings()) {}

@@ -33,7 +33,7 @@ struct LoadReport {
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
                        const JournalOptions& options);
 
-// The error text of a failed load: the last message that is not a regular message of the load; "" if there is none.
+// The error text of a load that failed: its last message, since no host cancels it; "" if there is none.
 std::string LoadError(const LoadReport& report);
 
 // The control over a sheet without a window, for commands that only need the rows. It needs a running toolkit

@@ -64,12 +64,6 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
   return platform::Recordset(ExecuteStatement(database_, translation.query));
 }
 
-std::string EmbeddedConnection::Translated(std::string_view statement) {
-  const ReadTransaction transaction(database_);
-  catalog_.Refresh();
-  return TranslateStatement(statement, dialect_, catalog_).query.sql;
-}
-
 std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string) {
   return std::make_unique<EmbeddedConnection>(std::string(connection_string));
 }

@@ -26,9 +26,6 @@ class EmbeddedConnection : public platform::Connection {
   std::string ConnectionString() const override { return connection_string_; }
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
 
-  // The statement in SQLite's language, as kStatement runs it.
-  std::string Translated(std::string_view statement);
-
  private:
   platform::Recordset ExecuteChecked(std::string_view statement);
 
