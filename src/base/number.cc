@@ -24,8 +24,7 @@ std::string Compose(bool negative, std::string_view digits, int exponent) {
   if (exponent >= kSignificantDigits || decimals > kSignificantDigits) {
     text += digits.substr(0, 1);
     if (count > 1) text.append(".").append(digits.substr(1));
-    const std::string power = std::to_string(std::abs(exponent));
-    return text + (exponent < 0 ? "E-" : "E+") + (power.size() < 2 ? "0" : "") + power;
+    return text + (exponent < 0 ? "E-" : "E+") + ZeroPadded(std::abs(exponent), 2);
   }
   if (exponent < 0) return text + "0." + std::string(static_cast<size_t>(-exponent - 1), '0') + std::string(digits);
   if (count <= exponent + 1)

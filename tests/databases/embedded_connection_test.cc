@@ -15,9 +15,12 @@
 namespace stockbook::testing {
 namespace {
 
+using databases::Catalog;
+using databases::Database;
 using databases::Dialect;
 using databases::EmbeddedConnection;
 using databases::OpenEmbedded;
+using databases::TranslateStatement;
 
 std::string OpenError(const std::string& connection_string) {
   try {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/digits.h"
 #include "base/text.h"
 #include "stockbook/import/import_decimal.h"
 
@@ -27,8 +28,7 @@ std::string Shown(std::string_view text) {
 std::string_view WithoutZeroFraction(std::string_view text) {
   const size_t point = text.find('.');
   if (point == std::string_view::npos || point == 0 || point + 1 == text.size()) return text;
-  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-  const bool whole = std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(point), is_digit);
+  const bool whole = std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(point), base::IsDigit);
   const bool zeros = text.find_first_not_of('0', point + 1) == std::string_view::npos;
   return whole && zeros ? text.substr(0, point) : text;
 }
