@@ -37,8 +37,6 @@ size_t NextCharacter(std::string_view text, size_t at) {
   return at;
 }
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 }  // namespace
 
 bool IsCleanUtf8(std::string_view bytes) {
@@ -119,13 +117,13 @@ std::vector<std::string_view> Split(std::string_view text, char separator) {
 
 std::string AsciiLower(std::string_view text) {
   std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
+  for (char& c : lower) c = AsciiLower(c);
   return lower;
 }
 
 bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
-  return left.size() == right.size() &&
-         std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) { return Lower(a) == Lower(b); });
+  return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(),
+                                                   [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });
 }
 
 }  // namespace stockbook::base

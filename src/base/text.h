@@ -29,6 +29,7 @@ std::string OneLine(std::string_view text, std::string_view instead_of_breaks);
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view by);
 // The pieces between separators; a text without one is one piece, the empty text one empty piece.
 std::vector<std::string_view> Split(std::string_view text, char separator);
+constexpr char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 std::string AsciiLower(std::string_view text);
 bool EqualsIgnoringCase(std::string_view left, std::string_view right);
 

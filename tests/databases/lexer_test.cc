@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "databases/dialect/lexer.h"
 #include "databases/dialect/refusal.h"
-#include "databases/dialect/token.h"
 
 namespace stockbook::databases {
 namespace {

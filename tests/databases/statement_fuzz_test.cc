@@ -6,7 +6,8 @@
 #include <random>
 
 #include "databases/database_file.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/format_value.h"
+#include "databases/dialect/like_pattern.h"
 #include "databases/journal_statements.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/conversions.h"
+
 #include <array>
 #include <cmath>
 
@@ -6,7 +8,6 @@
 #include "base/digits.h"
 #include "base/text.h"
 #include "base/wide_integer.h"
-#include "databases/dialect/scalar_functions.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/date_functions.h"
+
 #include <array>
 #include <chrono>
 
 #include "base/text.h"
-#include "databases/dialect/scalar_functions.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/lexer.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -8,7 +10,6 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
-#include "databases/dialect/token.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/like_pattern.h"
+
+#include "base/text.h"
 
 namespace stockbook::databases {
 namespace {
 
-unsigned char Fold(char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); }
+unsigned char Fold(char c) { return static_cast<unsigned char>(base::AsciiLower(c)); }
 
 // The character at the front as one comparable number, and its length in bytes.
 struct Character {

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/number_functions.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "base/digits.h"
 #include "base/number.h"
-#include "databases/dialect/scalar_functions.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/operators.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -8,7 +10,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "base/wide_integer.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/like_pattern.h"
 
 namespace stockbook::databases {
 namespace {
@@ -258,10 +260,6 @@ std::optional<int> CompareMoneyWith(Money money, const Value& other) {
 }
 
 }  // namespace
-
-bool AnyNull(Arguments values) {
-  return std::any_of(values.begin(), values.end(), [](const Value& value) { return value.IsNull(); });
-}
 
 void ThrowNumberOverflow() { throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。"); }
 

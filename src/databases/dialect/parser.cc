@@ -3,6 +3,7 @@
 
 #include "base/number.h"
 #include "databases/dialect/expression_parser.h"
+#include "databases/dialect/lexer.h"
 #include "databases/dialect/refusal.h"
 #include "databases/dialect/token_stream.h"
 

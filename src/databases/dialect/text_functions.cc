@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/text_functions.h"
+
 #include <algorithm>
 #include <array>
 
 #include "base/text.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/format_value.h"
 
 namespace stockbook::databases {
 namespace {

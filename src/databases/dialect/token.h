@@ -3,10 +3,6 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
-#include <vector>
-
-#include "databases/dialect/dialect.h"
 
 namespace stockbook::databases {
 
@@ -19,8 +15,5 @@ struct Token {
   std::string text;
   size_t offset = 0;
 };
-
-// The words of a statement, a kEnd token last; throws Refusal for anything that is no word of the dialect.
-std::vector<Token> Tokenize(std::string_view statement, Dialect dialect);
 
 }  // namespace stockbook::databases

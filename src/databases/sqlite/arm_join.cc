@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "databases/sqlite/arm_join.h"
+
 #include <algorithm>
 #include <numeric>
 #include <string>
 
-#include "databases/sqlite/arm_rows.h"
 #include "databases/sqlite/key_index.h"
 #include "databases/sqlite/row_sorter.h"
 

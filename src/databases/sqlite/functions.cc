@@ -8,7 +8,11 @@
 #include <vector>
 
 #include "databases/dialect/aggregates.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/conversions.h"
+#include "databases/dialect/date_functions.h"
+#include "databases/dialect/number_functions.h"
+#include "databases/dialect/operators.h"
+#include "databases/dialect/text_functions.h"
 #include "databases/sqlite/row_values.h"
 
 namespace stockbook::databases {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <deque>
 
-#include "databases/sqlite/arm_rows.h"
+#include "databases/sqlite/arm_join.h"
 #include "databases/sqlite/row_sorter.h"
 
 namespace stockbook::databases {

@@ -5,7 +5,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/operators.h"
 #include "databases/sqlite/row_values.h"
 
 namespace stockbook::databases {

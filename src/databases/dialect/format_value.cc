@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "databases/dialect/format_value.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -6,7 +8,8 @@
 #include "base/decimal.h"
 #include "base/number_pattern.h"
 #include "base/text.h"
-#include "databases/dialect/scalar_functions.h"
+#include "databases/dialect/date_functions.h"
+#include "databases/dialect/operators.h"
 
 namespace stockbook::databases {
 namespace {

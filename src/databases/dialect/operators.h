@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "databases/dialect/scalar_functions.h"
+
+namespace stockbook::databases {
+
+std::span<const ScalarFunction> OperatorFunctions();
+
+// -1, 0 or 1; nothing where either is null or the two do not compare. Numbers, money and dates compare exactly with
+// each other and with texts that spell one; two texts compare byte by byte.
+std::optional<int> CompareValues(const base::Value& left, const base::Value& right);
+
+// Money times a number: exact, then rounded half to even to 1/10,000.
+std::optional<base::Money> MultiplyMoney(base::Money money, const base::Value& factor);
+
+// A double, whole number or money in plain decimal digits, never with an exponent: "-1234.5".
+std::string PlainDecimal(const base::Value& value);
+
+// Throws base::ArithmeticError: the result is no number that the dialects have.
+[[noreturn]] void ThrowNumberOverflow();
+
+}  // namespace stockbook::databases
