@@ -108,7 +108,7 @@ std::optional<PlainNumber> PlainOf(const NumberSection& section) {
       }
     } else if (piece.sign != ',' || places == 0) {
       if (&piece != &section.pieces.back() || piece.text.size() != 1) return std::nullopt;
-      plain.behind = piece.text.front();
+      plain.suffix = piece.text.front();
     }
   }
   places = 0;
@@ -118,7 +118,7 @@ std::optional<PlainNumber> PlainOf(const NumberSection& section) {
       if (piece.sign == '0') plain.least_decimals = places;
     } else {
       if (&piece != &section.pieces.back() || piece.text.size() != 1) return std::nullopt;
-      plain.behind = piece.text.front();
+      plain.suffix = piece.text.front();
     }
   }
   return plain;

@@ -134,7 +134,7 @@ char* PlainNumber::Write(int64_t units, int decimals, char* end) const {
     places = most_decimals;
   }
   Backwards text(end);
-  if (behind != 0) text.Put(behind);
+  if (suffix != 0) text.Put(suffix);
   const Parts parts = PartsOf(size, places);
   PutFraction(text, parts.fraction, places, least_decimals);
   PutWhole(text, parts.whole, *this);

@@ -16,7 +16,7 @@ struct PlainNumber {
   int most_decimals = 6;
   int power = 0;  // of ten, that the number is multiplied with before it is shown; not below 0
   bool grouped = false;
-  char behind = 0;  // 0 is nothing
+  char suffix = 0;  // 0 is nothing
 
   // The most bytes that a shown number takes.
   static constexpr size_t kMostBytes = 64;
