@@ -15,7 +15,7 @@
 #include "child_process.h"
 #include "columns/column_builder.h"
 #include "interaction/find/find.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ std::string Padded(int64_t number, size_t digits) {
 // two decimals, money, average prices of 15 digits, zeros where a line has no value; a node for each period.
 class Journal {
  public:
-  void Fill(sheet::Sheet& sheet, int64_t lines) {
+  void Fill(sheet::GridSheet& sheet, int64_t lines) {
     for (int64_t line = 0; line < lines; ++line) AddLine(line, lines);
     static const char* const kKeys[] = {"BillNo",   "BillKind", "Explain", "ProductName", "Price",
                                         "Quantity", "Account",  "RevQty",  "RevAcc",      "IssQty",
@@ -110,7 +110,7 @@ class PlainTexts {
  public:
   enum class Stop { kBehindAllWords, kAtMissingWord };
 
-  explicit PlainTexts(const sheet::Sheet& sheet) : first_row_(sheet.FixedRows()) {
+  explicit PlainTexts(const sheet::GridSheet& sheet) : first_row_(sheet.FixedRows()) {
     for (int column = sheet.FixedCols(); column < sheet.Cols(); ++column) {
       if (sheet.ColHidden(column)) continue;
       if (sheet.ColKey(column) == kOutlineKey) outline_ = columns_.size();
@@ -157,7 +157,7 @@ struct Measured {
   int64_t hits = 0;
 };
 
-Measured MeasureFind(sheet::Sheet& sheet, const std::string& search, int rounds) {
+Measured MeasureFind(sheet::GridSheet& sheet, const std::string& search, int rounds) {
   Measured measured;
   for (int round = 0; round < rounds; ++round) {
     Host host;
@@ -184,7 +184,7 @@ Measured MeasurePlain(const PlainTexts& texts, const std::vector<std::string>& w
   return measured;
 }
 
-void AgainstPlain(sheet::Sheet& sheet, const PlainTexts& texts, int rounds) {
+void AgainstPlain(sheet::GridSheet& sheet, const PlainTexts& texts, int rounds) {
   static const std::vector<std::vector<std::string>> kSearches{{"销售单", "急用"}, {"随车", "0123"}, {"急用", "12"},
                                                                {"12", "98"},       {"出库", "2.5"},  {"2026-03", "77"},
                                                                {"螺栓", "单"},     {"垫片", "急用"}};
@@ -208,7 +208,7 @@ void AgainstPlain(sheet::Sheet& sheet, const PlainTexts& texts, int rounds) {
 }
 
 // Gives that many rows a distinct mark in a newly written column.
-void MarkRows(sheet::Sheet& sheet, size_t few, size_t many) {
+void MarkRows(sheet::GridSheet& sheet, size_t few, size_t many) {
   const int column = sheet.ColIndex("Explain");
   columns::ColumnBuilder texts;
   const size_t records = sheet.RecordCount();
@@ -220,7 +220,7 @@ void MarkRows(sheet::Sheet& sheet, size_t few, size_t many) {
   sheet.ReplaceLoadedText(column, texts.Finish());
 }
 
-void GrowthWithHits(sheet::Sheet& sheet, int rounds) {
+void GrowthWithHits(sheet::GridSheet& sheet, int rounds) {
   const size_t many = std::max<size_t>(sheet.RecordCount() / 10, 10);
   MarkRows(sheet, many / 10, many);
   const Measured few = MeasureFind(sheet, "甲", rounds);
@@ -234,7 +234,7 @@ void GrowthWithHits(sheet::Sheet& sheet, int rounds) {
 int main(int argc, char** argv) {
   const int64_t lines = argc > 1 ? std::atoll(argv[1]) : 1'000'000;
   const int rounds = argc > 2 ? std::atoi(argv[2]) : 5;
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   Journal().Fill(sheet, lines);
   {
     const PlainTexts texts(sheet);

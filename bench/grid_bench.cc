@@ -40,7 +40,7 @@ void Print(const char* what, double grid, const char* rival, double other, doubl
 }
 
 // A second copy of the loaded columns that the sheet shows.
-std::vector<columns::Column> CopiesOf(const sheet::Sheet& sheet, const std::vector<int>& columns) {
+std::vector<columns::Column> CopiesOf(const sheet::GridSheet& sheet, const std::vector<int>& columns) {
   std::vector<uint32_t> order(sheet.RecordCount());
   std::iota(order.begin(), order.end(), 0U);
   std::vector<columns::Column> copies;
@@ -53,7 +53,7 @@ std::vector<columns::Column> CopiesOf(const sheet::Sheet& sheet, const std::vect
 }
 
 // A sheet with the same columns and appearance, but without data.
-void Prepare(sheet::Sheet& to, const sheet::Sheet& from, const std::vector<int>& columns) {
+void Prepare(sheet::GridSheet& to, const sheet::GridSheet& from, const std::vector<int>& columns) {
   to.SetGridFont(from.GridFont());
   to.SetRowHeight(-1, from.RowHeight(from.Rows() - 2));
   to.SetCols(static_cast<int>(columns.size()) + 1);
@@ -68,11 +68,11 @@ void Prepare(sheet::Sheet& to, const sheet::Sheet& from, const std::vector<int>&
   }
 }
 
-void FirstFrame(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
+void FirstFrame(const sheet::GridSheet& journal, const bench::ShownTexts& texts) {
   const double grid = Least(5, [&] {
-    sheet::Sheet sheet;
+    sheet::GridSheet sheet;
     Prepare(sheet, journal, texts.columns());
-    qt::GridView view(sheet);
+    qt::GridView view(sheet.view());
     bench::Show(view);
     std::vector<columns::Column> columns = CopiesOf(journal, texts.columns());
     return SecondsOf([&] {
@@ -107,7 +107,7 @@ double ExpandAHundredth(const bench::ShownTexts& texts) {
 }
 
 void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
-  sheet::Sheet& sheet = widget.sheet();
+  sheet::GridSheet& sheet = widget.sheet();
   const auto fold = [&](bool collapsed) {
     return SecondsOf([&] {
       sheet.CollapseAll(collapsed);
@@ -146,9 +146,9 @@ void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
 void Copying() {
   const std::unique_ptr<qt::StockbookWidget> widget = bench::LoadedWidget(kCopiedLines);
   bench::Show(*widget);
-  sheet::Sheet& sheet = widget->sheet();
+  sheet::GridSheet& sheet = widget->sheet();
   const bench::ShownTexts texts(sheet);
-  sheet::Keyboard keyboard(sheet);
+  sheet::Keyboard keyboard(sheet.view());
   const sheet::Modifiers control{sheet::Modifiers::kControl};
   const double grid = Least(9, [&] {
     return bench::ElapsedSecondsOf([&] {
@@ -174,7 +174,7 @@ void Copying() {
 }
 
 // Grouped, with total rows and a picture for each line, as a journal needs it.
-void Memory(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
+void Memory(const sheet::GridSheet& journal, const bench::ShownTexts& texts) {
   // The shown columns, and the periods to group by.
   std::vector<int> which = texts.columns();
   which.push_back(journal.ColIndex("Period"));
@@ -185,7 +185,7 @@ void Memory(const sheet::Sheet& journal, const bench::ShownTexts& texts) {
     return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
   };
   const double before = in_use();
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   Prepare(sheet, journal, which);
   sheet.LoadColumns(std::move(columns), 1);
   std::vector<uint8_t> codes(rows, 1);

@@ -15,7 +15,7 @@
 #include "child_process.h"
 #include "qt/fonts.h"
 #include "qt/stockbook_widget.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/journal_desk.h"
 
@@ -40,7 +40,7 @@ inline std::unique_ptr<qt::StockbookWidget> LoadedWidget(int lines) {
   auto widget = std::make_unique<qt::StockbookWidget>();
   app::LoadJournal(widget->control(), app::OpenInventory(path), options);
   std::filesystem::remove(path);
-  sheet::Sheet& sheet = widget->sheet();
+  sheet::GridSheet& sheet = widget->sheet();
   int shown = 0;
   for (int column = sheet.FixedCols(); column < sheet.Cols(); ++column) {
     if (!sheet.ColHidden(column) && ++shown > kColumns) sheet.SetColHidden(column, true);
@@ -55,7 +55,7 @@ inline void Show(QWidget& window) {
 }
 
 // Makes a table or tree view look like the sheet: font, row height, column widths.
-inline void Match(QTableView& table, const sheet::Sheet& sheet, const std::vector<int>& columns) {
+inline void Match(QTableView& table, const sheet::GridSheet& sheet, const std::vector<int>& columns) {
   table.setFont(qt::ToQFont(sheet.GridFont(), 1.0));
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table.verticalHeader()->setDefaultSectionSize(

@@ -118,7 +118,7 @@ void ScrollByThreeRows(benchmark::State& state, Windows& windows) {
 
   Race race(state);
   race.Add("grid", [&] {
-    windows.grid().sheet().ScrollBy(0, pixels);
+    windows.grid().view().ScrollBy(0, pixels);
     QApplication::processEvents();
   });
   race.Add("table_view", [&] { ScrollBy(windows.table(), 3); });

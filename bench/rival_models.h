@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "qt/text.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::bench {
 
@@ -15,7 +15,7 @@ namespace stockbook::bench {
 // texts share their memory.
 class ShownTexts {
  public:
-  explicit ShownTexts(const sheet::Sheet& sheet) {
+  explicit ShownTexts(const sheet::GridSheet& sheet) {
     for (int column = sheet.FixedCols(); column < sheet.Cols(); ++column) {
       if (!sheet.ColHidden(column)) columns_.push_back(column);
     }

@@ -13,7 +13,7 @@
 #include "qt/clipboard.h"
 #include "qt/fonts.h"
 #include "qt/grid_view.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace sb = stockbook;
 
@@ -43,7 +43,7 @@ std::vector<sb::columns::Column> MakeCashBook(int lines) {
   return columns;
 }
 
-void Fill(sb::sheet::Sheet& sheet) {
+void Fill(sb::sheet::GridSheet& sheet) {
   const struct {
     const char* caption;
     int width_px;
@@ -66,12 +66,12 @@ void Fill(sb::sheet::Sheet& sheet) {
 
 int main(int count, char** arguments) {
   const QApplication application(count, arguments);
-  sb::sheet::Sheet sheet;
+  sb::sheet::GridSheet sheet;
   sb::qt::QtClipboard clipboard;
   sheet.SetGridFont(sb::qt::DefaultGridFont());
-  sheet.SetClipboard(&clipboard);
+  sheet.view().SetClipboard(&clipboard);
   Fill(sheet);
-  sb::qt::GridView view(sheet);
+  sb::qt::GridView view(sheet.view());
   view.setWindowTitle("Cash book");
   view.resize(780, 480);
   view.show();

@@ -56,7 +56,7 @@ void AccessibleCell::AddCellStates(QAccessible::State& state) const {
   state.focusable = true;
   state.selectable = true;
   state.selected = isSelected();
-  state.focused = view.hasFocus() && view.sheet().selection().current == sheet::CellPosition{place_.row, place_.column};
+  state.focused = view.hasFocus() && view.view().selection().current == sheet::CellPosition{place_.row, place_.column};
   const NodeState node = grid_.Table().NodeAt(place_.row);
   state.expandable = node != NodeState::kNone;
   state.expanded = node == NodeState::kOpen;
@@ -70,7 +70,7 @@ void* AccessibleCell::interface_cast(QAccessible::InterfaceType type) {
 }
 
 bool AccessibleCell::isSelected() const {
-  return isValid() && !place_.IsCaption() && grid_.view()->sheet().selection().Contains(place_.row, place_.column);
+  return isValid() && !place_.IsCaption() && grid_.view()->view().selection().Contains(place_.row, place_.column);
 }
 
 QList<QAccessibleInterface*> AccessibleCell::columnHeaderCells() const {

@@ -43,7 +43,7 @@ void AccessibleGrid::Install() { QAccessible::installFactory(&MakeInterface); }
 
 GridView* AccessibleGrid::view() const { return qobject_cast<GridView*>(object()); }
 
-sheet::TableAccess AccessibleGrid::Table() const { return sheet::TableAccess(view()->sheet()); }
+sheet::TableAccess AccessibleGrid::Table() const { return sheet::TableAccess(view()->view()); }
 
 void AccessibleGrid::ForgetOutlived() const {
   if (!cells_.empty() && cells_.begin()->first.revision != view()->sheet().Revision()) cells_.clear();
@@ -111,7 +111,7 @@ QAccessibleInterface* AccessibleGrid::childAt(int x, int y) const {
 
 QAccessibleInterface* AccessibleGrid::focusChild() const {
   if (view() == nullptr) return nullptr;
-  const sheet::CellPosition current = view()->sheet().selection().current;
+  const sheet::CellPosition current = view()->view().selection().current;
   return current.row >= 0 && ChildIndex(current.row, current.column) >= 0 ? CellOf(current.row, current.column)
                                                                           : nullptr;
 }

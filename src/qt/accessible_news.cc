@@ -29,7 +29,7 @@ AccessibleNews::~AccessibleNews() { QAccessible::removeActivationObserver(this);
 void AccessibleNews::accessibilityActiveChanged(bool active) {
   active_ = active;
   told_ = Now();
-  told_selection_ = view_.sheet().selection();
+  told_selection_ = view_.view().selection();
 }
 
 void AccessibleNews::Send(QAccessibleEvent& event, int child) {
@@ -43,7 +43,7 @@ void AccessibleNews::Send(QAccessible::Event type, int child) {
 }
 
 AccessibleNews::Table AccessibleNews::Now() const {
-  const sheet::TableAccess table(view_.sheet());
+  const sheet::TableAccess table(view_.view());
   return {view_.sheet().Revision(), table.RowCount(), table.ColumnCount()};
 }
 
@@ -55,11 +55,11 @@ void AccessibleNews::Tell() {
     ModelChange event(&view_, ModelChange::ModelReset);
     hand_over_(&event);
   }
-  if (reset || view_.sheet().selection() != told_selection_) TellSelection();
+  if (reset || view_.view().selection() != told_selection_) TellSelection();
 }
 
 void AccessibleNews::TellSelection() {
-  const sheet::Selection now = view_.sheet().selection();
+  const sheet::Selection now = view_.view().selection();
   const sheet::Selection before = std::exchange(told_selection_, now);
   if (now.current != before.current) TellFocus();
   if (now.IsRange() || before.IsRange()) {
@@ -71,15 +71,15 @@ void AccessibleNews::TellSelection() {
 
 void AccessibleNews::TellFocus() {
   if (!active_ || !view_.hasFocus()) return;
-  Send(QAccessible::Focus, ChildOf(view_, view_.sheet().selection().current));
+  Send(QAccessible::Focus, ChildOf(view_, view_.view().selection().current));
 }
 
 void AccessibleNews::TellNode(int row) {
   if (!active_) return;
   const Table now = Now();
   const Table before = std::exchange(told_, now);
-  const sheet::TableAccess table(view_.sheet());
-  const sheet::CellPosition current = view_.sheet().selection().current;
+  const sheet::TableAccess table(view_.view());
+  const sheet::CellPosition current = view_.view().selection().current;
   const int tree = view_.sheet().OutlineCol();
   const bool on_node = current.row == row;
   QAccessible::State changed;

@@ -7,6 +7,7 @@
 
 namespace stockbook::qt {
 
+// The font for a scale: 1 for logical pixels, the device pixel ratio for device pixels. An empty name stands for the
 // application's font.
 QFont ToQFont(const platform::Font& font, double scale);
 

@@ -33,7 +33,11 @@ platform::Font Sized(platform::Font font, double factor, bool bold) {
 }  // namespace
 
 GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading)
-    : sheet_(sheet), paper_(paper), heading_(FromQString(heading.simplified())), plan_(MakePlan()) {}
+    : sheet_(sheet),
+      paper_(paper),
+      heading_(FromQString(heading.simplified())),
+      layout_(sheet, kScale),
+      plan_(layout_, Room()) {}
 
 sheet::Appearance GridPrinter::Looks() const {
   const sheet::Appearance shown = sheet_.appearance();
@@ -52,11 +56,6 @@ sheet::PageRoom GridPrinter::Room() const {
   const QSizeF pixels = paper_.area.size() / Unit();
   return {std::max(1.0, pixels.width() * kScale),
           std::max(1.0, (pixels.height() - kHeadingHeight - kFooterHeight) * kScale)};
-}
-
-sheet::PagePlan GridPrinter::MakePlan() const {
-  sheet::PaperLayout layout(sheet_, kScale, sheet_.appearance());
-  return {layout, Room()};
 }
 
 void GridPrinter::PaintPage(QPainter& painter, int page) {
@@ -89,13 +88,10 @@ void GridPrinter::PaintFrame(QPainter& painter, int page) {
 }
 
 void GridPrinter::PaintCells(QPainter& painter, int page) {
-  sheet::PaperLayout layout(sheet_, kScale, Looks());
-  layout.Pin(plan_.pinned());
   const sheet::PagePlan::Page shown = plan_.At(page);
-  layout.Show(shown.rows, shown.columns);
-  const sheet::Rect whole{0, 0, sheet_.view().width, sheet_.view().height};
+  layout_.Show(shown.rows, shown.columns);
   QtCanvas canvas(painter, fonts_, kScale);
-  sheet::Paint(sheet::Snapshot::Of(sheet_, whole, sheet::Highlights::kLeftOut), canvas);
+  sheet::Paint(sheet::Snapshot::OnPaper(layout_.view(), Looks()), canvas);
 }
 
 bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device) {

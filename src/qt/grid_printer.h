@@ -9,7 +9,7 @@
 
 #include "qt/canvas.h"
 #include "sheet/print/page_plan.h"
-#include "sheet/sheet.h"
+#include "sheet/print/paper_layout.h"
 
 namespace stockbook::qt {
 
@@ -35,7 +35,6 @@ class GridPrinter {
 
  private:
   sheet::Appearance Looks() const;
-  sheet::PagePlan MakePlan() const;
   sheet::PageRoom Room() const;
   double Unit() const { return paper_.dpi / kPixelsPerInch; }
   void PaintFrame(QPainter& painter, int page);
@@ -43,11 +42,12 @@ class GridPrinter {
 
   static constexpr double kPixelsPerInch = 96;
 
-  sheet::Sheet& sheet_;
+  const sheet::Sheet& sheet_;
   Paper paper_;
   std::string heading_;
   GlyphFonts fonts_;
-  sheet::PagePlan plan_;
+  sheet::PaperLayout layout_;
+  sheet::PagePlan plan_;  // made with the layout
 };
 
 // Prints all pages to a printer or a PDF, starting on its current page. Returns false as soon as the device accepts no

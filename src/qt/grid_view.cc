@@ -48,8 +48,8 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
-GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHandler tell)
-    : QAbstractScrollArea(parent), sheet_(sheet), mouse_(sheet), keyboard_(sheet), news_(*this, tell) {
+GridView::GridView(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
+    : QAbstractScrollArea(parent), view_(view), mouse_(view), keyboard_(view), news_(*this, tell) {
   setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
   setVerticalScrollBar(new QuietScrollBar(Qt::Vertical));
   setFrameShape(QFrame::NoFrame);
@@ -60,14 +60,13 @@ GridView::GridView(sheet::Sheet& sheet, QWidget* parent, QAccessible::UpdateHand
   viewport()->setLayoutDirection(Qt::LeftToRight);
   horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
   AccessibleGrid::Install();
-  sheet_.SetViewer(this);
-  FitSheet(Scale());
+  view_.SetViewer(this);
+  FitView();
 }
 
-GridView::~GridView() { sheet_.SetViewer(nullptr); }
+GridView::~GridView() { view_.SetViewer(nullptr); }
 
 void GridView::Damaged(const sheet::Rect& area) {
-  if (elsewhere_) return;
   viewport()->update(ToLogical(area));
   news_.Tell();
 }
@@ -80,29 +79,33 @@ QRect GridView::ToScreen(const sheet::Rect& rect) const {
 std::optional<sheet::Point> GridView::FromScreen(QPoint point) const {
   const QPoint at = viewport()->mapFromGlobal(point);
   if (!viewport()->rect().contains(at)) return std::nullopt;
-  const QPointF pixel = QPointF(at) * sheet_.scale();
+  const QPointF pixel = QPointF(at) * view_.scale();
   return sheet::Point{static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
 }
 
 QRect GridView::ToLogical(const sheet::Rect& rect) const {
-  const double scale = sheet_.scale();
+  const double scale = view_.scale();
   const int left = static_cast<int>(std::floor(rect.x / scale));
   const int top = static_cast<int>(std::floor(rect.y / scale));
   return {left, top, static_cast<int>(std::ceil(rect.right() / scale)) - left,
           static_cast<int>(std::ceil(rect.bottom() / scale)) - top};
 }
 
-void GridView::FitSheet(double scale) {
+sheet::Size GridView::SizeAt(double scale) const {
   const QSizeF size = QSizeF(viewport()->size()) * scale;
-  const sheet::Size view{std::max(1, static_cast<int>(std::ceil(size.width()))),
-                         std::max(1, static_cast<int>(std::ceil(size.height())))};
-  if (view == sheet_.view() && scale == sheet_.scale()) return;
-  sheet_.SetView(view, scale);
+  return {std::max(1, static_cast<int>(std::ceil(size.width()))),
+          std::max(1, static_cast<int>(std::ceil(size.height())))};
+}
+
+void GridView::FitView() {
+  const double scale = Scale();
+  const sheet::Size size = SizeAt(scale);
+  if (size != view_.size() || scale != view_.scale()) view_.SetSize(size, scale);
 }
 
 bool GridView::viewportEvent(QEvent* event) {
   // The window may have moved to another screen.
-  if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitSheet(Scale());
+  if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitView();
   if (event->type() == QEvent::ToolTip) {
     ShowTip(*static_cast<QHelpEvent*>(event));
     return true;
@@ -111,21 +114,21 @@ bool GridView::viewportEvent(QEvent* event) {
 }
 
 void GridView::ShowTip(const QHelpEvent& event) {
-  const QPointF at = QPointF(event.pos()) * sheet_.scale();
-  const sheet::CellTip tip = sheet::CellTip::At(sheet_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
+  const QPointF at = QPointF(event.pos()) * view_.scale();
+  const sheet::CellTip tip = sheet::CellTip::At(view_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
   // An empty text hides the last tooltip.
   QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
 }
 
 int GridView::TextWidth(const platform::Font& font, std::string_view line) {
-  return fonts_.Find(font, sheet_.scale()).Width(line);
+  return fonts_.Find(font, view_.scale()).Width(line);
 }
 
-int GridView::LineHeight(const platform::Font& font) { return fonts_.Find(font, sheet_.scale()).line_height(); }
+int GridView::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_.scale()).line_height(); }
 
 void GridView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
-  FitSheet(Scale());
+  FitView();
 }
 
 void GridView::changeEvent(QEvent* event) {
@@ -146,26 +149,27 @@ void GridView::LetGo() {
 
 void GridView::paintEvent(QPaintEvent* event) {
   // While redraw is off, the opaque window keeps the last frame.
-  if (!sheet_.Redraw()) return;
+  if (!sheet().Redraw()) return;
   QPainter painter(viewport());
   const double scale = PaintingScale(painter);
-  if (scale == sheet_.scale()) {
-    PaintSheet(painter, event->region());
-  } else {
-    PaintAtScale(painter, event->region(), scale);
-    // This is the window after all: its screen's scale has changed.
-    if (scale == Scale())
-      QMetaObject::invokeMethod(
-          this, [this] { FitSheet(Scale()); }, Qt::QueuedConnection);
+  if (scale == view_.scale()) {
+    PaintView(painter, event->region(), view_);
+    return;
   }
+  // Onto something other than the window, a picture of another resolution: a view of its own shows the sheet there.
+  PaintView(painter, event->region(), sheet::View(view_, SizeAt(scale), scale));
+  // This is the window after all: its screen's scale has changed.
+  if (scale == Scale())
+    QMetaObject::invokeMethod(
+        this, [this] { FitView(); }, Qt::QueuedConnection);
 }
 
-void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
-  const double scale = sheet_.scale();
+void GridView::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view) {
+  const double scale = view.scale();
   QtCanvas canvas(painter, fonts_, scale);
-  if (!isEnabled()) canvas.DimToward(sheet_.ColourOf(platform::GridColour::kBackColor));
+  if (!isEnabled()) canvas.DimToward(sheet().ColourOf(platform::GridColour::kBackColor));
   const auto paint = [&](const QRect& piece) {
-    sheet::Paint(sheet::Snapshot::Of(sheet_, ToDevice(piece, scale)), canvas);
+    sheet::Paint(sheet::Snapshot::Of(view, ToDevice(piece, scale)), canvas);
   };
   if (region.rectCount() > kMostPieces) {
     paint(region.boundingRect());
@@ -174,60 +178,48 @@ void GridView::PaintSheet(QPainter& painter, const QRegion& region) {
   }
 }
 
-// Onto something else than the window: a picture of other resolution. The sheet is laid out for it and back again, and
-// the window does not notice.
-void GridView::PaintAtScale(QPainter& painter, const QRegion& region, double scale) {
-  const sheet::Sheet::Layout before = sheet_.layout();
-  const bool nested = std::exchange(elsewhere_, true);
-  FitSheet(scale);
-  PaintSheet(painter, region);
-  sheet_.SetLayout(before);
-  elsewhere_ = nested;
-}
-
 void GridView::ScrollChanged() {
-  if (elsewhere_) return;
   if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is no longer under the mouse
-  if (sheet_.Redraw()) MovePixels();
+  if (sheet().Redraw()) MovePixels();
   UpdateBars();
 }
 
 void GridView::UpdateBars() {
-  const sheet::Geometry geometry = sheet_.geometry();
+  const sheet::Geometry geometry = view_.geometry();
   const sheet::ScrollPosition most = geometry.max_scroll();
   const sheet::ScrollPosition at = geometry.scroll();
   const sheet::Rect body = geometry.BodyRect();
   x_scale_ = BarScale(most.x);
   y_scale_ = BarScale(most.y);
   const bool nested = std::exchange(updating_bars_, true);
-  setHorizontalScrollBarPolicy(PolicyOf(sheet_.ScrollBars(), platform::ScrollBarsSetting::kHorizontal));
-  setVerticalScrollBarPolicy(PolicyOf(sheet_.ScrollBars(), platform::ScrollBarsSetting::kVertical));
+  setHorizontalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kHorizontal));
+  setVerticalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kVertical));
   const auto update = [](QScrollBar& bar, const BarScale& scale, int64_t position, int page, int step) {
     bar.setPageStep(scale.Length(page));
     bar.setSingleStep(scale.Length(step));
     bar.setRange(0, scale.MostOnBar());
     bar.setValue(scale.ToBar(position));
   };
-  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(sheet_));
-  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(sheet_));
+  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(view_));
+  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(view_));
   updating_bars_ = nested;
 }
 
 void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
   if (updating_bars_) return;
-  sheet_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
+  view_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
 }
 
 // Moves the pixels that remain visible and damages what comes into view. When scrolling in both directions, each
 // direction moves in turn. The sheet's frame at the far edges of the view is repainted with the parts that come in.
 void GridView::MovePixels() {
-  const sheet::Geometry geometry = sheet_.geometry();
+  const sheet::Geometry geometry = view_.geometry();
   const sheet::ScrollPosition now = geometry.scroll();
   const sheet::ScrollPosition before = std::exchange(shown_, now);
   const sheet::Size view = geometry.view();
   const int pinned_height = geometry.PinnedHeight();
   const int pinned_width = geometry.PinnedWidth();
-  const int frame = static_cast<int>(std::ceil(sheet_.scale()));
+  const int frame = static_cast<int>(std::ceil(view_.scale()));
   if (before.y != now.y) {
     // The background beside the cells does not move.
     const int width = std::min(view.width, geometry.CellsRect().width + frame);
@@ -250,7 +242,7 @@ void GridView::MovePixels() {
 
 void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
   if (part.IsEmpty()) return;
-  const double scale = sheet_.scale();
+  const double scale = view_.scale();
   const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
   const bool far = std::abs(dx) >= part.width || std::abs(dy) >= part.height;
   const bool fits = scale == std::floor(scale) && whole(dx) && whole(dy) && whole(part.x) && whole(part.y);
@@ -285,25 +277,25 @@ void GridView::keyPressEvent(QKeyEvent* event) {
   if (!keyboard_.Press(ToSheet(*event))) event->ignore();
 }
 
-void GridView::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, sheet_.scale())); }
+void GridView::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, view_.scale())); }
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {
-  mouse_.Move(ToSheet(*event, sheet_.scale()));
+  mouse_.Move(ToSheet(*event, view_.scale()));
   KeepAutoScrolling();
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
-  mouse_.Release(ToSheet(*event, sheet_.scale()));
+  mouse_.Release(ToSheet(*event, view_.scale()));
   KeepAutoScrolling();
 }
 
-void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, sheet_.scale())); }
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, view_.scale())); }
 
 // The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
 // with Ctrl for the caption of its column.
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard) {
-    event->setAccepted(sheet_.IsObserved());
+    event->setAccepted(view_.IsObserved());
     return;
   }
   const int16_t control = event->modifiers().testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
@@ -313,10 +305,9 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 QPoint GridView::MenuPlace() const {
-  const int row = sheet_.MouseRow();
-  const int column = sheet_.MouseCol();
+  const auto [row, column] = view_.mouse_cell();
   if (!menu_by_key_ || row < 0 || column < 0) return QCursor::pos();
-  const sheet::Geometry geometry = sheet_.geometry();
+  const sheet::Geometry geometry = view_.geometry();
   const QRect cell = ToScreen(geometry.CellRect(row, column).Intersected(geometry.PaneOf(row, column)));
   return {cell.left(), cell.bottom() + 1};
 }
@@ -340,14 +331,14 @@ void GridView::timerEvent(QTimerEvent* event) {
 
 void GridView::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
-  sheet_.SetFocused(true);
+  view_.SetFocused(true);
   news_.TellFocus();
 }
 
 void GridView::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
   // The focus comes back when the menu closes.
-  if (event->reason() != Qt::PopupFocusReason) sheet_.SetFocused(false);
+  if (event->reason() != Qt::PopupFocusReason) view_.SetFocused(false);
 }
 
 void GridView::hideEvent(QHideEvent* event) {
@@ -358,12 +349,12 @@ void GridView::hideEvent(QHideEvent* event) {
 // A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
 // fractions are kept for slow turning.
 void GridView::wheelEvent(QWheelEvent* event) {
-  const double scale = sheet_.scale();
+  const double scale = view_.scale();
   QPointF turned;
   if (!event->pixelDelta().isNull()) {
     turned = QPointF(event->pixelDelta()) * scale;
   } else {
-    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(sheet_);
+    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(view_);
   }
   // With Shift the wheel of a plain mouse scrolls sideways.
   if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);

@@ -13,8 +13,8 @@
 #include "sheet/geometry/text_measure.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
-#include "sheet/input/viewer.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
+#include "sheet/view/viewer.h"
 
 namespace stockbook::qt {
 
@@ -25,11 +25,12 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
 
  public:
   // Events for screen readers go to the toolkit unless another receiver is set.
-  explicit GridView(sheet::Sheet& sheet, QWidget* parent = nullptr,
+  explicit GridView(sheet::View& view, QWidget* parent = nullptr,
                     QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
   ~GridView() override;
 
-  sheet::Sheet& sheet() const { return sheet_; }
+  sheet::View& view() const { return view_; }
+  sheet::Sheet& sheet() const { return view_.sheet(); }
   // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
@@ -67,10 +68,11 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   int LineHeight(const platform::Font& font) override;
 
   double Scale() const { return viewport()->devicePixelRatioF(); }
-  void PaintSheet(QPainter& painter, const QRegion& region);
-  void PaintAtScale(QPainter& painter, const QRegion& region, double scale);
-  // Tells the sheet the viewport's size in device pixels.
-  void FitSheet(double scale);
+  void PaintView(QPainter& painter, const QRegion& region, const sheet::View& view);
+  // The size of the viewport in pixels of the scale.
+  sheet::Size SizeAt(double scale) const;
+  // Gives the view the size of the viewport.
+  void FitView();
   void UpdateBars();
   void ShowTip(const QHelpEvent& event);
   // Ends the current mouse drag.
@@ -80,7 +82,7 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
   QRect ToLogical(const sheet::Rect& rect) const;
 
-  sheet::Sheet& sheet_;
+  sheet::View& view_;
   sheet::Mouse mouse_;
   sheet::Keyboard keyboard_;
   QBasicTimer auto_scroll_;
@@ -93,7 +95,6 @@ class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private
   QPointF wheel_rest_;           // fractions of a pixel left over from the wheel
   bool menu_by_key_ = false;
   bool updating_bars_ = false;
-  bool elsewhere_ = false;  // painting on something other than the window
 };
 
 }  // namespace stockbook::qt

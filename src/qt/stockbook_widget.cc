@@ -58,7 +58,7 @@ control::Stockbook& StockbookWidget::control() { return parts_->control(); }
 
 const control::Stockbook& StockbookWidget::control() const { return parts_->control(); }
 
-sheet::Sheet& StockbookWidget::sheet() { return parts_->fg(); }
+sheet::GridSheet& StockbookWidget::sheet() { return parts_->fg(); }
 
 QWidget* StockbookWidget::viewport() const { return parts_->view().viewport(); }
 

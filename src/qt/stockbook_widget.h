@@ -14,7 +14,7 @@
 #include "qt/by_reference.h"
 
 namespace stockbook::sheet {
-class Sheet;
+class GridSheet;
 }
 
 namespace stockbook::qt {
@@ -49,7 +49,7 @@ class StockbookWidget : public AppearanceProperties {
   void SetAllowPrint(bool allow) { control().SetAllowPrint(allow); }
 
   // The grid engine, for looks beyond the control's properties.
-  sheet::Sheet& sheet();
+  sheet::GridSheet& sheet();
   // The part of the widget that shows the cells; its top left corner is the sheet's origin.
   QWidget* viewport() const;
 

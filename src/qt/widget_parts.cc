@@ -14,7 +14,7 @@ namespace {
 // The view whose events may end with the widget deleted.
 class PinnedView : public GridView {
  public:
-  PinnedView(WidgetParts& parts, sheet::Sheet& sheet, QWidget& parent) : GridView(sheet, &parent), parts_(parts) {}
+  PinnedView(WidgetParts& parts, sheet::View& view, QWidget& parent) : GridView(view, &parent), parts_(parts) {}
 
  protected:
   bool event(QEvent* event) override {
@@ -42,7 +42,7 @@ WidgetParts::WidgetParts(StockbookWidget& widget)
       menu_(&widget),
       raiser_(widget),
       header_band_(std::make_unique<HeaderBand>(&widget)),
-      view_(std::make_unique<PinnedView>(*this, fg_, widget)),
+      view_(std::make_unique<PinnedView>(*this, fg_.view(), widget)),
       control_(Surroundings()) {
   menu_.SetPlace([this] { return view_->MenuPlace(); });
   SetDefaultPictures();

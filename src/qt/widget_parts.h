@@ -15,7 +15,7 @@
 #include "qt/menu.h"
 #include "qt/signal_raiser.h"
 #include "qt/text_metrics.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 
@@ -39,7 +39,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   // The grid follows the widget's font until somebody sets another one.
   void FollowFont();
 
-  sheet::Sheet& fg() { return fg_; }
+  sheet::GridSheet& fg() { return fg_; }
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
   GridView& view() { return *view_; }
@@ -57,8 +57,8 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   void SetDefaultPictures();
 
   StockbookWidget* widget_;  // null once it is deleted
-  sheet::Sheet fg_;
-  sheet::Sheet fg1_;
+  sheet::GridSheet fg_;
+  sheet::GridSheet fg1_;
   platform::Font followed_font_;
   std::optional<platform::Colour> header_colour_;
   QtTextMetrics text_metrics_;

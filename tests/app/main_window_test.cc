@@ -14,7 +14,7 @@
 
 #include "app/window_fixture.h"
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/message_line.h"
 #include "stockbook/window/subject_chooser.h"
@@ -105,16 +105,16 @@ TEST_F(Window, GoesBackToTheSamePlaceWhenTheSameJournalIsLoadedAgain) {
   const int last = grid().Rows() - 1;
   grid().Select(last, amount);
   grid().SetTopRow(last);
-  sheet::Sheet& sheet = window_->stockbook().sheet();
-  const sheet::ScrollPosition most = sheet.geometry().scroll();
-  sheet.ScrollTo({most.x, most.y - 7});
-  const sheet::ScrollPosition scroll = sheet.geometry().scroll();
+  sheet::GridSheet& sheet = window_->stockbook().sheet();
+  const sheet::ScrollPosition most = sheet.view().geometry().scroll();
+  sheet.view().ScrollTo({most.x, most.y - 7});
+  const sheet::ScrollPosition scroll = sheet.view().geometry().scroll();
   ASSERT_EQ(scroll.y, most.y - 7);
   emit window_->bar().LoadWanted();
   EXPECT_EQ(grid().Row(), last);
   EXPECT_EQ(grid().Col(), amount);
-  EXPECT_EQ(sheet.geometry().scroll().y, scroll.y);
-  EXPECT_EQ(sheet.geometry().scroll().x, scroll.x);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, scroll.y);
+  EXPECT_EQ(sheet.view().geometry().scroll().x, scroll.x);
   EXPECT_TRUE(grid().IsCollapsed(closed));
 
   JournalOptions other = window_->bar().Options();

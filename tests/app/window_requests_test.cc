@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/bill_view.h"
 #include "stockbook/window/find_bar.h"
@@ -159,7 +159,7 @@ TEST_F(Requests, FindOpensThePeriodOfAHit) {
   Type(FirstBillNo());
   Press(&bar().words(), Qt::Key_Return);
   EXPECT_EQ(stockbook().Row(), FirstLine());
-  EXPECT_GT(stockbook().sheet().geometry().CellRect(FirstLine(), grid().ColIndex("BillNo")).height, 0);
+  EXPECT_GT(stockbook().sheet().view().geometry().CellRect(FirstLine(), grid().ColIndex("BillNo")).height, 0);
   int closed = 0;
   for (int node = grid().NextSubtotal(1); node >= 0; node = grid().NextSubtotal(node + 1))
     closed += grid().IsCollapsed(node) ? 1 : 0;

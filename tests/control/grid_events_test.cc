@@ -165,7 +165,7 @@ TEST(EmptyControl, DoesNothingOnMouseButtonsBeforeRecordsAreLoaded) {
   testing::ControlOverFakes fakes;
   testing::EventRecorder heard;
   fakes.control->AddListener(&heard);
-  sheet::Mouse mouse(fakes.fg);
+  sheet::Mouse mouse(fakes.fg.view());
   mouse.Press({sheet::MouseButton::kRight, {}, {200, 5}});
   mouse.Press({sheet::MouseButton::kLeft, {sheet::Modifiers::kShift}, {200, 200}});
   EXPECT_TRUE(fakes.menu.shown.empty());
@@ -265,7 +265,7 @@ TEST_F(GridEvents, ClampTheCaptionRow) {
 
 TEST_F(GridEvents, LetUsersResizeEveryColumnButTheFixedOne) {
   const auto drag = [&](int column) {
-    const sheet::Rect rect = grid().geometry().CellRect(0, column);
+    const sheet::Rect rect = grid().view().geometry().CellRect(0, column);
     sheet::MouseEvent event{sheet::MouseButton::kLeft, {}, {rect.right(), 10}};
     const int before = grid().ColWidth(column);
     mouse_.Press(event);
@@ -283,7 +283,7 @@ TEST_F(GridEvents, KeepTheOutlineInItsColumnWhereverItMoves) {
   const int to = ColumnOf("Explain");
   sheet::MouseEvent event = At(0, "BillNo", sheet::MouseButton::kLeft);
   mouse_.Press(event);
-  event.at = {grid().geometry().CellRect(0, to).right() - 3, event.at.y};
+  event.at = {grid().view().geometry().CellRect(0, to).right() - 3, event.at.y};
   mouse_.Move(event);
   mouse_.Release(event);
   ASSERT_NE(ColumnOf("BillNo"), from);

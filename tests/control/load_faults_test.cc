@@ -54,7 +54,7 @@ class FaultyLoad : public ::testing::Test {
   }
 
   ControlOverFakes fakes_;
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
   FaultyGrid faulty_;
   std::shared_ptr<FakeConnection> connection_;
   testing::EventRecorder heard_;

@@ -26,7 +26,7 @@ class LoadRules : public ::testing::Test {
     control().AddListener(&ear_);
   }
   Stockbook& control() { return *fakes_.control; }
-  sheet::Sheet& grid() { return fakes_.fg; }
+  sheet::GridSheet& grid() { return fakes_.fg; }
   std::string Cell(int row, const char* key) { return grid().TextMatrix(row, grid().ColIndex(key)); }
   bool WasSent(const std::string& beginning) const {
     for (const std::string& statement : connection_->Sent()) {

@@ -28,7 +28,7 @@ class Load : public ::testing::Test {
   }
   std::string Cell(int row, const char* key) { return fakes_.fg.TextMatrix(row, fakes_.fg.ColIndex(key)); }
   Stockbook& control() { return *fakes_.control; }
-  sheet::Sheet& grid() { return fakes_.fg; }
+  sheet::GridSheet& grid() { return fakes_.fg; }
 
   ControlOverFakes fakes_;
   testing::EventRecorder diary_;

@@ -131,9 +131,9 @@ TEST_F(MenuRules, TheClampMeasuresTheSampleTextInTheGridsFont) {
   Stockbook control({fakes.fg, fakes.fg1, metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
   fakes.fg.SetRows(3);
   fakes.fg.SetRowHeight(1, 10);
-  fakes.fg.SetView({900, 700}, 1.0);
-  sheet::Mouse mouse(fakes.fg);
-  const sheet::Rect rect = fakes.fg.geometry().CellRect(2, 0);
+  fakes.fg.view().SetSize({900, 700}, 1.0);
+  sheet::Mouse mouse(fakes.fg.view());
+  const sheet::Rect rect = fakes.fg.view().geometry().CellRect(2, 0);
   sheet::MouseEvent event{sheet::MouseButton::kLeft, {}, {rect.x + rect.width / 2, rect.bottom()}};
   mouse.Press(event);
   event.at.y -= 300;

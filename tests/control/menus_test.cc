@@ -308,12 +308,13 @@ TEST_F(Menus, KeepTheHotRowWhereverTheGridRefuses) {
     testing::FaultyGrid faulty(fakes.fg);
     Stockbook control({faulty, fakes.fg1, fakes.metrics, fakes.images, fakes.menu, fakes.clipboard, fakes.site});
     control.SetConn(testing::SmallJournal());
-    fakes.fg.SetView({900, 700}, 1.0);
+    fakes.fg.view().SetSize({900, 700}, 1.0);
     ASSERT_TRUE(control.Load(7, 0));
     fakes.fg.Select(5, 2);
     fakes.menu.Choose("mnuFrozen");
     faulty.RefuseCall(call);
-    sheet::Mouse(fakes.fg).Press({sheet::MouseButton::kRight, {}, {fakes.fg.geometry().CellRect(0, 3).x + 2, 2}});
+    sheet::Mouse(fakes.fg.view())
+        .Press({sheet::MouseButton::kRight, {}, {fakes.fg.view().geometry().CellRect(0, 3).x + 2, 2}});
     refused = faulty.HasRefused();
     EXPECT_TRUE(refused || fakes.fg.FrozenCols() == 3);
     faulty.RefuseCall(0);

@@ -139,7 +139,7 @@ class LoadedControl : public ::testing::Test {
     testing::AnswerJournal(*connection, lines);
     fakes_.control->SetConn(connection);
     fakes_.control->Load(7, 0);
-    fakes_.fg.SetView({800, 300}, 1.0);
+    fakes_.fg.view().SetSize({800, 300}, 1.0);
   }
   ControlOverFakes fakes_;
 };
@@ -189,7 +189,7 @@ TEST(Control, BringsARowAfterManyFoldedOnesIntoViewInFewSteps) {
   columns.push_back(lines.Finish());
   fakes.fg.LoadColumns(std::move(columns), 1);
   fakes.fg.GroupBy(1, 3, "%s");
-  fakes.fg.SetView({800, 300}, 1.0);
+  fakes.fg.view().SetSize({800, 300}, 1.0);
   fakes.fg.SetIsCollapsed(1, true);
   const int row = 2 + kLines + 60;
   counting.RefuseCall(200);

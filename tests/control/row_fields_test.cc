@@ -39,7 +39,7 @@ class RowOf {
   }
   RowFields Shown() { return {grid, nullptr, AmountTexts::kShown}; }
   RowFields Masked() { return {grid, nullptr, AmountTexts::kMasked}; }
-  sheet::Sheet grid;
+  sheet::GridSheet grid;
 };
 
 // Money and prices: read from the hidden data in their own type; written there and, masked or not, as text.
@@ -247,11 +247,11 @@ class ProductRows : public ::testing::Test {
     grid_.LoadColumns(std::move(columns), 1);
     grid_.SetColKey(1, "pdID");
     grid_.SetRowHeight(-1, 300);
-    grid_.SetView({200, 220}, 1);
+    grid_.view().SetSize({200, 220}, 1);
     grid_.Select(1, 1);
   }
   void Seek(int32_t product) { RowFields(grid_, nullptr, AmountTexts::kShown).Set(fields::pdID, -1, product); }
-  sheet::Sheet grid_;
+  sheet::GridSheet grid_;
 };
 
 TEST_F(ProductRows, TheFirstRowOfAProductBecomesCurrentAndOnTopWhenItWasBelow) {

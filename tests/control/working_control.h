@@ -20,7 +20,7 @@ class WorkingControl : public ::testing::Test {
  protected:
   WorkingControl() : connection_(testing::SmallJournal()) {
     fakes_.control->SetConn(connection_);
-    fakes_.fg.SetView({900, 700}, 1.0);
+    fakes_.fg.view().SetSize({900, 700}, 1.0);
     fakes_.control->Load(7, 0);
     fakes_.control->AddListener(&heard_);
   }
@@ -29,7 +29,7 @@ class WorkingControl : public ::testing::Test {
   sheet::Point CellPoint(int row, int column) const {
     // Of an emptied grid no cell is left, but there is a place to click at.
     if (column < 0 || column >= fakes_.fg.Cols() || row >= fakes_.fg.Rows()) return {200, 200};
-    const sheet::Rect rect = fakes_.fg.geometry().CellRect(row, column);
+    const sheet::Rect rect = fakes_.fg.view().geometry().CellRect(row, column);
     return {rect.x + rect.width / 2, rect.y + rect.height / 2};
   }
   sheet::MouseEvent At(int row, const char* key, sheet::MouseButton button, int16_t modifiers = 0) const {
@@ -49,7 +49,7 @@ class WorkingControl : public ::testing::Test {
   }
   // Drags the lower edge of the row in the fixed column by so many pixels.
   void DragRowEdge(int row, int pixels) {
-    const sheet::Rect rect = fakes_.fg.geometry().CellRect(row, 0);
+    const sheet::Rect rect = fakes_.fg.view().geometry().CellRect(row, 0);
     sheet::MouseEvent event{sheet::MouseButton::kLeft, {}, {rect.x + rect.width / 2, rect.bottom()}};
     mouse_.Press(event);
     event.at.y += pixels;
@@ -59,14 +59,14 @@ class WorkingControl : public ::testing::Test {
   bool Key(sheet::Key key, int16_t modifiers = 0) { return keyboard_.Press({key, {modifiers}}); }
 
   Stockbook& control() { return *fakes_.control; }
-  sheet::Sheet& grid() { return fakes_.fg; }
+  sheet::GridSheet& grid() { return fakes_.fg; }
   testing::FakeMenu& menu() { return fakes_.menu; }
 
   testing::ControlOverFakes fakes_;
   std::shared_ptr<testing::FakeConnection> connection_;
   testing::EventRecorder heard_;
-  sheet::Mouse mouse_{fakes_.fg};
-  sheet::Keyboard keyboard_{fakes_.fg};
+  sheet::Mouse mouse_{fakes_.fg.view()};
+  sheet::Keyboard keyboard_{fakes_.fg.view()};
 };
 
 using Lines = std::vector<std::string>;

@@ -84,7 +84,7 @@ TEST_F(HostileFiles, WithoutABalanceTableShowTheLinesAndNoOpeningRow) {
   for (int type = 0; type < 4; ++type) {
     MakeGood(std::string("DROP TABLE ") + tables[type]);
     EXPECT_EQ(ErrorOf(type), "");
-    const sheet::Sheet& grid = desk().sheet();
+    const sheet::GridSheet& grid = desk().sheet();
     EXPECT_EQ(grid.TextMatrix(1, grid.ColIndex("BillNo")).find("期初"), std::string::npos);
     EXPECT_GT(grid.Rows(), 3);
   }

@@ -34,7 +34,7 @@ class HostileTables : public EndToEnd {
   }
   // The cells that show the stock are empty in all rows.
   void ExpectNoStock() {
-    const sheet::Sheet& grid = desk().sheet();
+    const sheet::GridSheet& grid = desk().sheet();
     for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
       for (const char* key : {"StoQty", "StoQty2", "StoAcc", "StoPrice"}) {
         const int column = grid.ColIndex(key);
@@ -44,7 +44,7 @@ class HostileTables : public EndToEnd {
     }
   }
   std::string Cell(int row, const char* key) {
-    const sheet::Sheet& grid = desk().sheet();
+    const sheet::GridSheet& grid = desk().sheet();
     return grid.TextMatrix(row, grid.ColIndex(key));
   }
 
@@ -234,7 +234,7 @@ TEST_F(HostileTables, WhoseStockOverflowsKeepRestrictedAmountsHidden) {
     maker.AddReceipt(2, "2025-01-06", {{"数量", "3"}, {"除税单价", "77"}, {"除税金额", "'77'"}});
   }
   ExpectRefusal({0, 1, 1, "", true, true, true}, "金额超出范围");
-  const sheet::Sheet& grid = desk().sheet();
+  const sheet::GridSheet& grid = desk().sheet();
   for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
     for (const char* key : {"Price", "Account", "RevAcc", "IssAcc", "StoPrice", "StoAcc"}) {
       const int column = grid.ColIndex(key);

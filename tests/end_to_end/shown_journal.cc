@@ -71,7 +71,7 @@ ShownRow ReadRow(const QJsonObject& object, int expected_row) {
 
 }  // namespace
 
-ShownJournal FromGrid(const sheet::Sheet& grid) {
+ShownJournal FromGrid(const sheet::GridSheet& grid) {
   ShownJournal journal;
   EXPECT_EQ(grid.Cols(), static_cast<int>(kColumnCount));
   for (int column = 0; column < grid.Cols(); ++column) {

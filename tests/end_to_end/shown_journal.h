@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "end_to_end/journal_columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::end_to_end {
 
@@ -30,7 +30,7 @@ struct ShownJournal {
 };
 
 // Columns and rows of a loaded grid.
-ShownJournal FromGrid(const sheet::Sheet& grid);
+ShownJournal FromGrid(const sheet::GridSheet& grid);
 // The lines of an export in NDJSON; every line must be an object with exactly the documented members.
 ShownJournal FromNdjson(std::string_view lines);
 

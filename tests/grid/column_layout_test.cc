@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "grid/field_captions.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 namespace {
@@ -20,7 +20,7 @@ struct Laid {
   std::string Caption(const char* key) { return sheet.TextMatrix(0, sheet.ColIndex(key)); }
   bool Hidden(const char* key) { return sheet.ColHidden(sheet.ColIndex(key)); }
 
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LayoutSettings settings;
   HiddenKeys hidden;
 };

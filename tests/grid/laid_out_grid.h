@@ -6,7 +6,7 @@
 #include <string>
 
 #include "grid/column_layout.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 
@@ -20,7 +20,7 @@ class LaidOutGrid : public ::testing::Test {
   std::string Get(int row, const char* key) { return sheet_.TextMatrix(row, sheet_.ColIndex(key)); }
   bool Hidden(const char* key) { return sheet_.ColHidden(sheet_.ColIndex(key)); }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
   LayoutSettings settings_;
   HiddenKeys hidden_;
 };

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/faulty_grid.h"
 
 namespace stockbook::grid {
@@ -21,7 +21,7 @@ class RowColoursOf : public ::testing::Test {
   static constexpr RowColours kSet = {0x333333, 0x444444, 0x111111, 0x222222};
   static constexpr RowColours kBefore = {1, 2, 3, 4};
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
 };
 
 TEST_F(RowColoursOf, AreThoseOfTheLastFrozenColumnAndTheOneAfterIt) {

@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "columns/column_builder.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 namespace {
 
-void LoadRecords(sheet::Sheet& sheet, int count) {
+void LoadRecords(sheet::GridSheet& sheet, int count) {
   columns::ColumnBuilder column;
   for (int record = 0; record < count; ++record) column.AppendInteger(record);
   std::vector<columns::Column> columns;
@@ -22,7 +22,7 @@ void LoadRecords(sheet::Sheet& sheet, int count) {
 }
 
 // "first record+count" of each run, "-" for an inserted row.
-std::string RunsOf(const sheet::Sheet& sheet) {
+std::string RunsOf(const sheet::GridSheet& sheet) {
   std::string runs;
   int row = sheet.FixedRows();
   for (RowRun run = RowRunAt(sheet, row); run.count > 0; run = RowRunAt(sheet, run.End())) {
@@ -36,20 +36,20 @@ std::string RunsOf(const sheet::Sheet& sheet) {
 }
 
 TEST(RowRuns, AreOneRunOfRecordsWhereNothingWasInserted) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LoadRecords(sheet, 1000);
   EXPECT_EQ(RunsOf(sheet), "0+1000");
 }
 
 TEST(RowRuns, AreNoneInAGridWithoutDataRows) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   EXPECT_EQ(RunsOf(sheet), "");
   EXPECT_EQ(RowRunAt(sheet, -1).count, 0);
   EXPECT_EQ(RowRunAt(sheet, 99).count, 0);
 }
 
 TEST(RowRuns, GiveEveryInsertedRowByItself) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LoadRecords(sheet, 10);
   sheet.AddItem("total", sheet.Rows());
   sheet.AddItem("below", 5);
@@ -59,7 +59,7 @@ TEST(RowRuns, GiveEveryInsertedRowByItself) {
 }
 
 TEST(RowRuns, EndWhereARecordWasTakenOut) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LoadRecords(sheet, 10);
   sheet.RemoveItem(4);
   EXPECT_EQ(RunsOf(sheet), "0+3 4+6");
@@ -69,7 +69,7 @@ TEST(RowRuns, EndWhereARecordWasTakenOut) {
 }
 
 TEST(RowRuns, BeginInTheMiddleOfARunToo) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LoadRecords(sheet, 10);
   sheet.AddItem("total", 8);
   const RowRun run = RowRunAt(sheet, 3);
@@ -80,7 +80,7 @@ TEST(RowRuns, BeginInTheMiddleOfARunToo) {
 TEST(RowRuns, CoverEveryRowAfterAnyInsertionsAndRemovals) {
   std::mt19937 random(7);
   for (int round = 0; round < 50; ++round) {
-    sheet::Sheet sheet;
+    sheet::GridSheet sheet;
     LoadRecords(sheet, 40);
     for (int step = 0; step < 25; ++step) {
       const int row = 1 + static_cast<int>(random() % static_cast<unsigned>(sheet.Rows() - 1));
@@ -101,7 +101,7 @@ TEST(RowRuns, CoverEveryRowAfterAnyInsertionsAndRemovals) {
 }
 
 TEST(UneditedColumn, IsTheLoadedOneUntilACellIsWritten) {
-  sheet::Sheet sheet;
+  sheet::GridSheet sheet;
   LoadRecords(sheet, 3);
   sheet.AddItem("inserted", 1);
   EXPECT_EQ(UneditedColumn(sheet, 0), nullptr) << "nothing was loaded there";

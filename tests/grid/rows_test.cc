@@ -257,7 +257,7 @@ TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
   for (int at = 0; at < 7; ++at) sheet_.SetColKey(at + 1, keys[at]);
   ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo");
   Kinds().DecorateRecords();
-  sheet::Sheet single;
+  sheet::GridSheet single;
   single.SetRows(1);
   single.SetFixedRows(1);
   single.SetCols(1);

@@ -8,7 +8,7 @@
 
 #include "base/money.h"
 #include "columns/column_builder.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 namespace {
@@ -43,7 +43,7 @@ class Bills : public ::testing::Test {
            " 张\r\n  其中:\r\n    入库单:" + std::to_string(receipts) + "张\r\n    出库单:" + std::to_string(issues) +
            "张\r\n    调拨单:" + std::to_string(transfers) + "张";
   }
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
 };
 
 constexpr const char* kNone = "未找到输入单据";

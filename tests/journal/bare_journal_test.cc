@@ -12,7 +12,7 @@
 #include "journal/running_values.h"
 #include "journal/total_row.h"
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::journal {
@@ -51,7 +51,7 @@ class BareJournal : public ::testing::Test {
   std::string Cell(int row, const char* key) const { return grid_.TextMatrix(row, grid_.ColIndex(key)); }
   base::Value Hidden(int row, const char* key) const { return grid_.CellData(row, grid_.ColIndex(key)); }
 
-  sheet::Sheet grid_;
+  sheet::GridSheet grid_;
   FakeConnection connection_;
 };
 

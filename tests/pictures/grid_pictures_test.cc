@@ -26,8 +26,8 @@ TEST_F(GridPictures, AJournalAtRest) {
 TEST_F(GridPictures, FrozenColumnsStayWhileTheOthersAreScrolledSideways) {
   FillLedger();
   sheet_.SetFrozenCols(kLedgerBill);
-  sheet_.SetView({kUsualSize.width(), kUsualSize.height()}, 1);
-  sheet_.ScrollTo({214, 0});
+  sheet_.view().SetSize({kUsualSize.width(), kUsualSize.height()}, 1);
+  sheet_.view().ScrollTo({214, 0});
   ExpectPicture("frozen");
 }
 
@@ -75,7 +75,7 @@ TEST_F(GridPictures, CutOffNumbersAreHashesAndTextsEndInAnEllipsis) {
 
 TEST_F(GridPictures, AColumnOnItsWayHasAMarkWhereItWouldGo) {
   FillLedger();
-  sheet_.SetDropColumn(kLedgerRevQty);
+  sheet_.view().SetDropColumn(kLedgerRevQty);
   ExpectPicture("moving");
 }
 

@@ -110,7 +110,7 @@ void PictureTest::FillLedger(int periods, int lines) {
 }
 
 QImage PictureTest::Seen(QSize size, double scale, View state) {
-  qt::GridView view(sheet_);
+  qt::GridView view(sheet_.view());
   view.setEnabled(state == View::kEnabled);
   view.resize(size);
   view.show();

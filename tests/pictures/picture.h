@@ -7,7 +7,7 @@
 #include <QSize>
 #include <string>
 
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::pictures {
 
@@ -30,7 +30,7 @@ class PictureTest : public ::testing::Test {
   void ExpectPicture(const std::string& name, const QImage& seen);
   void ExpectPicture(const std::string& name) { ExpectPicture(name, Seen()); }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
 };
 
 }  // namespace stockbook::pictures

@@ -48,7 +48,7 @@ TEST_F(Comparison, OneGridLineShiftedByOnePixelIsUnlike) {
   EXPECT_FALSE(DifferenceOf(Seen()).IsSmall());
   // A single faint line of a small cell, and no other change.
   QImage image = reference_;
-  const sheet::Rect cell = sheet_.geometry().CellRect(sheet_.RowOfRecord(0), testing::kLedgerRevQty);
+  const sheet::Rect cell = sheet_.view().geometry().CellRect(sheet_.RowOfRecord(0), testing::kLedgerRevQty);
   const QRect line(cell.x, cell.bottom() - 1, 20, 1);
   const QRect above = line.translated(0, -1);
   QPainter painter(&image);
@@ -60,7 +60,7 @@ TEST_F(Comparison, OneGridLineShiftedByOnePixelIsUnlike) {
 
 TEST_F(Comparison, OneTextShiftedByOnePixelIsUnlike) {
   QImage image = reference_;
-  const sheet::Rect cell = sheet_.geometry().CellRect(sheet_.RowOfRecord(0), testing::kLedgerRevQty);
+  const sheet::Rect cell = sheet_.view().geometry().CellRect(sheet_.RowOfRecord(0), testing::kLedgerRevQty);
   const QRect inside(cell.x + 1, cell.y + 1, cell.width - 3, cell.height - 3);
   QPainter(&image).drawImage(inside.topLeft() + QPoint(0, 1), reference_, inside);
   EXPECT_FALSE(DifferenceOf(image).IsSmall());

@@ -34,7 +34,7 @@ class AccessibleTable : public WithApplication {
  protected:
   explicit AccessibleTable(QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility) {
     SampleLedger({kPeriods, kLines}).Fill(sheet_);
-    view_ = std::make_unique<GridView>(sheet_, nullptr, tell);
+    view_ = std::make_unique<GridView>(sheet_.view(), nullptr, tell);
     view_->resize(700, 300);
     view_->show();
     view_->activateWindow();
@@ -47,7 +47,7 @@ class AccessibleTable : public WithApplication {
   QAccessibleInterface* Cell(int row, int column) { return Table()->cellAt(row, column); }
   static std::string Name(const QAccessibleInterface* cell) { return cell->text(QAccessible::Name).toStdString(); }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
   std::unique_ptr<GridView> view_;
 };
 
@@ -223,7 +223,7 @@ TEST_F(AccessibleTable, LeavesHiddenColumnsOut) {
 }
 
 TEST_F(AccessibleTable, HitsEveryCellThatIsInSightAtItsPlaceOnTheScreen) {
-  sheet_.ScrollTo({35, 111});
+  sheet_.view().ScrollTo({35, 111});
   int seen = 0;
   for (int index = 0; index < Grid()->childCount(); ++index) {
     QAccessibleInterface* child = Grid()->child(index);
@@ -392,7 +392,7 @@ TEST_F(AccessibleNewsTest, TellsOfALoadOnceWhenItIsDone) {
 }
 
 TEST_F(AccessibleNewsTest, TellsNothingOfScrollingAndPainting) {
-  sheet_.ScrollTo({0, 60});
+  sheet_.view().ScrollTo({0, 60});
   QApplication::processEvents();
   view_->viewport()->repaint();
   EXPECT_TRUE(Heard().empty());

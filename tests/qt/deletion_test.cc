@@ -13,7 +13,7 @@
 
 #include "qt/application.h"
 #include "qt/stockbook_widget.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/journal_rows.h"
 
@@ -69,9 +69,9 @@ class Deleting : public WithApplication {
     QApplication::processEvents();
   }
 
-  sheet::Sheet& sheet() { return widget_->sheet(); }
+  sheet::GridSheet& sheet() { return widget_->sheet(); }
   QPoint CenterOf(int row, const char* key) {
-    const sheet::Rect rect = sheet().geometry().VisibleCellRect(row, sheet().ColIndex(key));
+    const sheet::Rect rect = sheet().view().geometry().VisibleCellRect(row, sheet().ColIndex(key));
     return {rect.x + rect.width / 2, rect.y + rect.height / 2};
   }
   void Send(QEvent::Type type, QPoint at, Qt::MouseButton button) {

@@ -41,7 +41,7 @@ class Desktop : public WithApplication {
     QApplication::setPalette(QPalette());
   }
 
-  sheet::Sheet& sheet() { return widget_.sheet(); }
+  sheet::GridSheet& sheet() { return widget_.sheet(); }
   GridView& View() { return *qobject_cast<GridView*>(widget_.viewport()->parentWidget()); }
   HeaderBand& Band() { return *widget_.findChild<HeaderBand*>(); }
   QImage Grid() { return widget_.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
@@ -55,8 +55,8 @@ class Desktop : public WithApplication {
     }
   }
   QPoint CenterOf(int row, int column) {
-    const sheet::Rect cell = sheet().geometry().VisibleCellRect(row, column);
-    return QPoint(cell.x + cell.width / 2, cell.y + cell.height / 2) / sheet().scale();
+    const sheet::Rect cell = sheet().view().geometry().VisibleCellRect(row, column);
+    return QPoint(cell.x + cell.width / 2, cell.y + cell.height / 2) / sheet().view().scale();
   }
   void Turn(QPoint angle) {
     const QPointF at = widget_.viewport()->rect().center();
@@ -98,14 +98,14 @@ TEST_F(Desktop, ShowsADisabledJournalDimmedAndAnEnabledOneAsBefore) {
 TEST_F(Desktop, TakesNoInputWhileItIsDisabled) {
   Click(CenterOf(3, testing::kLedgerBill));
   ASSERT_EQ(sheet().Row(), 3);
-  const sheet::Selection selection = sheet().selection();
+  const sheet::Selection selection = sheet().view().selection();
   widget_.setEnabled(false);
   Click(CenterOf(5, testing::kLedgerRevQty));
   Turn({0, -240});
   QKeyEvent key(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
   QApplication::sendEvent(&View(), &key);
-  EXPECT_EQ(sheet().selection(), selection);
-  EXPECT_EQ(sheet().geometry().scroll(), sheet::ScrollPosition());
+  EXPECT_EQ(sheet().view().selection(), selection);
+  EXPECT_EQ(sheet().view().geometry().scroll(), sheet::ScrollPosition());
   widget_.setEnabled(true);
   Click(CenterOf(5, testing::kLedgerRevQty));
   EXPECT_EQ(sheet().Row(), 5);
@@ -117,7 +117,7 @@ TEST_F(Desktop, EndsADragWhenItIsDisabled) {
     QApplication::sendEvent(widget_.viewport(), &event);
   };
   const int width = sheet().ColWidth(testing::kLedgerBill);
-  const sheet::Rect caption = sheet().geometry().CellRect(0, testing::kLedgerBill);
+  const sheet::Rect caption = sheet().view().geometry().CellRect(0, testing::kLedgerBill);
   send(QEvent::MouseButtonPress, {caption.right() - 1, 10});
   send(QEvent::MouseMove, {caption.right() + 49, 10});
   EXPECT_GT(sheet().ColWidth(testing::kLedgerBill), width);
@@ -176,8 +176,8 @@ TEST_F(Desktop, ShowsNoOldFrameAfterAnotherPaletteOrStyle) {
   for (const QString& style : QStyleFactory::keys()) {
     QApplication::setStyle(style);
     QApplication::processEvents();
-    EXPECT_EQ(sheet().view().width, widget_.viewport()->width()) << style.toStdString();
-    EXPECT_EQ(sheet().view().height, widget_.viewport()->height());
+    EXPECT_EQ(sheet().view().size().width, widget_.viewport()->width()) << style.toStdString();
+    EXPECT_EQ(sheet().view().size().height, widget_.viewport()->height());
     EXPECT_EQ(Band().height(), Band().sizeHint().height());
   }
 }
@@ -185,7 +185,7 @@ TEST_F(Desktop, ShowsNoOldFrameAfterAnotherPaletteOrStyle) {
 TEST_F(Desktop, KeepsTheLedgerLeftToRightInAWindowThatIsNot) {
   widget_.resize(500, 360);
   QApplication::processEvents();
-  sheet().ScrollTo({40, 22});
+  sheet().view().ScrollTo({40, 22});
   QApplication::processEvents();
   const QImage before = Grid();
   const QImage band = Band().grab().toImage();
@@ -200,8 +200,8 @@ TEST_F(Desktop, KeepsTheLedgerLeftToRightInAWindowThatIsNot) {
   EXPECT_EQ(down->value(), 22);
   EXPECT_LT(down->mapTo(&widget_, QPoint()).x(), 50) << "the bar of the rows went to the other side";
   across->setValue(90);
-  EXPECT_EQ(sheet().geometry().scroll().x, 90);
-  sheet().ScrollTo({0, 0});
+  EXPECT_EQ(sheet().view().geometry().scroll().x, 90);
+  sheet().view().ScrollTo({0, 0});
   EXPECT_EQ(across->value(), 0);
   Click(CenterOf(4, testing::kLedgerExplain));
   EXPECT_EQ(sheet().Row(), 4);
@@ -276,9 +276,9 @@ TEST_F(TwoScreens, LaysTheSheetOutAnewOnAScreenOfAnotherResolution) {
   SampleLedger({4, 12}).Fill(widget.sheet());
   widget.resize(760, 360);
   widget.show();
-  widget.sheet().ScrollTo({0, 100});
+  widget.sheet().view().ScrollTo({0, 100});
   QApplication::processEvents();
-  ASSERT_EQ(widget.sheet().scale(), 1.0);
+  ASSERT_EQ(widget.sheet().view().scale(), 1.0);
   const int top = widget.sheet().TopRow();
   const auto move_to = [&](const char* name) {
     const QList<QScreen*> screens = QGuiApplication::screens();
@@ -288,14 +288,14 @@ TEST_F(TwoScreens, LaysTheSheetOutAnewOnAScreenOfAnotherResolution) {
     QApplication::processEvents();
   };
   move_to("fine");
-  EXPECT_EQ(widget.sheet().scale(), 2.0);
-  EXPECT_EQ(widget.sheet().view().width, 2 * widget.viewport()->width());
+  EXPECT_EQ(widget.sheet().view().scale(), 2.0);
+  EXPECT_EQ(widget.sheet().view().size().width, 2 * widget.viewport()->width());
   EXPECT_EQ(widget.sheet().TopRow(), top) << "the same rows are in view";
   const QImage fine = widget.viewport()->grab().toImage();
   EXPECT_EQ(fine.size(), 2 * widget.viewport()->size());
   move_to("plain");
-  EXPECT_EQ(widget.sheet().scale(), 1.0);
-  EXPECT_EQ(widget.sheet().geometry().scroll().y, 100);
+  EXPECT_EQ(widget.sheet().view().scale(), 1.0);
+  EXPECT_EQ(widget.sheet().view().geometry().scroll().y, 100);
 }
 
 }  // namespace

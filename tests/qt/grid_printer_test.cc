@@ -94,7 +94,7 @@ class Printing : public WithApplication {
   }
   static QString Number(int line) { return QStringLiteral("-%1").arg(line, 5, 10, QLatin1Char('0')); }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
 };
 
 TEST_F(Printing, PutsEveryRowOnExactlyOnePage) {
@@ -287,14 +287,14 @@ TEST_F(PrintingWidget, WritesAPdfAndDoesNotNotice) {
   SampleLedger({kPeriods, kLines}).Fill(widget.sheet());
   widget.resize(700, 400);
   widget.show();
-  sheet::Sheet& sheet = widget.sheet();
+  sheet::GridSheet& sheet = widget.sheet();
   sheet.SetFrozenCols(testing::kLedgerBill);
-  sheet.ScrollTo({60, 777});
+  sheet.view().ScrollTo({60, 777});
   sheet.SelectRange(40, 3, 44, 6);
   QApplication::processEvents();
   const QImage before = widget.grab().toImage();
-  const sheet::ScrollPosition scroll = sheet.geometry().scroll();
-  const sheet::Selection selection = sheet.selection();
+  const sheet::ScrollPosition scroll = sheet.view().geometry().scroll();
+  const sheet::Selection selection = sheet.view().selection();
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
   {
@@ -305,20 +305,20 @@ TEST_F(PrintingWidget, WritesAPdfAndDoesNotNotice) {
   EXPECT_TRUE(buffer.data().startsWith("%PDF"));
   EXPECT_TRUE(buffer.data().contains("/FontFile")) << "fonts are in it, so texts are";
   EXPECT_GT(buffer.data().count("/Type /Page\n"), 3);
-  EXPECT_EQ(sheet.geometry().scroll(), scroll);
-  EXPECT_EQ(sheet.selection(), selection);
-  EXPECT_EQ(sheet.scale(), 1.0);
+  EXPECT_EQ(sheet.view().geometry().scroll(), scroll);
+  EXPECT_EQ(sheet.view().selection(), selection);
+  EXPECT_EQ(sheet.view().scale(), 1.0);
   EXPECT_EQ(widget.grab().toImage(), before);
   EXPECT_TRUE(sheet.CheckInvariants());
 }
 
 TEST_F(PrintingWidget, ComesBackToWhereAFoldedSheetWasScrolledTo) {
   StockbookWidget widget;
-  sheet::Sheet& sheet = widget.sheet();
+  sheet::GridSheet& sheet = widget.sheet();
   SampleLedger({kPeriods, kLines}).Fill(sheet);
   widget.resize(700, 400);
   widget.show();
-  sheet.ScrollTo({0, 900});
+  sheet.view().ScrollTo({0, 900});
   sheet.CollapseAll(true);
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
@@ -327,7 +327,7 @@ TEST_F(PrintingWidget, ComesBackToWhereAFoldedSheetWasScrolledTo) {
     EXPECT_TRUE(widget.Print(writer));
   }
   sheet.CollapseAll(false);
-  EXPECT_EQ(sheet.geometry().scroll().y, 900);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 900);
 }
 
 TEST_F(PrintingWidget, SaysThatADeviceTakesNothing) {

@@ -9,14 +9,14 @@
 
 #include "qt/application.h"
 #include "qt/grid_view.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 namespace {
 
 class Watcher : public platform::GridObserver {
  public:
-  explicit Watcher(sheet::Sheet& sheet) : sheet_(sheet) { sheet_.SetObserver(this); }
+  explicit Watcher(sheet::GridSheet& sheet) : sheet_(sheet) { sheet_.SetObserver(this); }
   ~Watcher() override { sheet_.SetObserver(nullptr); }
   void MouseDown(const platform::GridMouseEvent& event) override {
     pressed = event;
@@ -32,12 +32,12 @@ class Watcher : public platform::GridObserver {
   const GridView* view = nullptr;
 
  private:
-  sheet::Sheet& sheet_;
+  sheet::GridSheet& sheet_;
 };
 
 class MenuKey : public WithApplication {
  protected:
-  MenuKey() : view_(sheet_) {
+  MenuKey() : view_(sheet_.view()) {
     sheet_.SetCols(3);
     sheet_.SetRows(20);
     view_.resize(500, 300);
@@ -50,7 +50,7 @@ class MenuKey : public WithApplication {
     return event.isAccepted();
   }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
   GridView view_;
 };
 
@@ -62,7 +62,7 @@ TEST_F(MenuKey, StandsForTheRightButtonOnTheCurrentCell) {
   EXPECT_EQ(watcher.pressed.modifiers.bits, 0);
   EXPECT_EQ(watcher.row, 4);
   EXPECT_EQ(watcher.column, 2);
-  const QRect cell = view_.ToScreen(sheet_.geometry().CellRect(4, 2));
+  const QRect cell = view_.ToScreen(sheet_.view().geometry().CellRect(4, 2));
   EXPECT_EQ(watcher.place, QPoint(cell.left(), cell.bottom() + 1));
 }
 

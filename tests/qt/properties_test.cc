@@ -13,7 +13,7 @@
 #include "qt/application.h"
 #include "qt/picture.h"
 #include "qt/stockbook_widget.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 namespace {
@@ -280,7 +280,7 @@ TEST_F(Properties, APictureOfAnotherToolkitReadsAsNone) {
 }
 
 TEST_F(Properties, OfARowAreMethodsWithTheCurrentRowAsTheDefault) {
-  sheet::Sheet& sheet = widget_.sheet();
+  sheet::GridSheet& sheet = widget_.sheet();
   sheet.SetRows(3);
   sheet.SetTextMatrix(1, sheet.ColIndex("BillID"), "1203");
   sheet.SetTextMatrix(2, sheet.ColIndex("BillID"), "1204");

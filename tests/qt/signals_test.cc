@@ -11,7 +11,7 @@
 #include "qt/application.h"
 #include "qt/stockbook_widget.h"
 #include "qt/widget_parts.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::qt {
@@ -186,7 +186,7 @@ TEST_F(Methods, MayBeCalledByNameWithoutTheirOptionalArguments) {
 }
 
 TEST_F(Methods, StatisticsOfTooManyBillsSayWhyTheyAreEmpty) {
-  sheet::Sheet& sheet = widget_.sheet();
+  sheet::GridSheet& sheet = widget_.sheet();
   const int bills = 32768;
   sheet.SetRows(1 + bills);
   for (int row = 1; row <= bills; ++row) {

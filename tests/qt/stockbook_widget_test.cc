@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "qt/application.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
 
@@ -58,7 +58,7 @@ class Widget : public WithApplication {
     QApplication::processEvents();
   }
 
-  sheet::Sheet& sheet() { return widget_->sheet(); }
+  sheet::GridSheet& sheet() { return widget_->sheet(); }
   QScrollBar* Bar() {
     return qobject_cast<QAbstractScrollArea*>(widget_->viewport()->parentWidget())->verticalScrollBar();
   }
@@ -77,7 +77,7 @@ class Widget : public WithApplication {
   }
 
   QPoint CenterOf(int row, const char* key) {
-    const sheet::Rect rect = sheet().geometry().VisibleCellRect(row, sheet().ColIndex(key));
+    const sheet::Rect rect = sheet().view().geometry().VisibleCellRect(row, sheet().ColIndex(key));
     return {rect.x + rect.width / 2, rect.y + rect.height / 2};
   }
   void Send(QEvent::Type type, QPoint at, Qt::MouseButton button) {
@@ -100,7 +100,7 @@ class Widget : public WithApplication {
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(widget_->viewport(), &event);
   }
-  int64_t ScrolledTo() { return sheet().geometry().scroll().y; }
+  int64_t ScrolledTo() { return sheet().view().geometry().scroll().y; }
 
   std::shared_ptr<FakeConnection> connection_;
   std::unique_ptr<StockbookWidget> widget_;
@@ -115,7 +115,7 @@ TEST_F(Widget, ShowsTheJournalThatItLoads) {
   EXPECT_NE(loaded, empty);
   EXPECT_EQ(loaded, PaintedAnew());
   EXPECT_EQ(sheet().Rows(), 1 + 1 + kLines + 4);
-  EXPECT_EQ(Bar()->maximum(), sheet().geometry().max_scroll().y);
+  EXPECT_EQ(Bar()->maximum(), sheet().view().geometry().max_scroll().y);
   EXPECT_EQ(widget_->control().Caption(), "商品:六角螺栓[1001]{M8\\GB5783} 单位:箱 [全部仓库]");
 }
 
@@ -179,7 +179,7 @@ TEST_F(Widget, PaintsOnlyTheCellThatChanged) {
 TEST_F(Widget, ScrollsByTheRowsThatAWheelTurns) {
   ShowLoaded();
   Turn({}, {0, -120});
-  EXPECT_EQ(ScrolledTo(), QApplication::wheelScrollLines() * sheet().geometry().CellRect(3, 0).height);
+  EXPECT_EQ(ScrolledTo(), QApplication::wheelScrollLines() * sheet().view().geometry().CellRect(3, 0).height);
   Turn({}, {0, 240});
   EXPECT_EQ(ScrolledTo(), 0);
 }
@@ -187,7 +187,7 @@ TEST_F(Widget, ScrollsByTheRowsThatAWheelTurns) {
 TEST_F(Widget, LosesNothingOfSlowTurning) {
   ShowLoaded();
   for (int turn = 0; turn < 120; ++turn) Turn({}, {0, -1});
-  EXPECT_EQ(ScrolledTo(), QApplication::wheelScrollLines() * sheet().geometry().CellRect(3, 0).height);
+  EXPECT_EQ(ScrolledTo(), QApplication::wheelScrollLines() * sheet().view().geometry().CellRect(3, 0).height);
 }
 
 TEST_F(Widget, ScrollsByThePixelsThatATouchpadTells) {
@@ -203,9 +203,9 @@ TEST_F(Widget, ShowsAfterEveryScrollWhatPaintingAnewShows) {
   const std::vector<std::pair<int64_t, int64_t>> steps{{0, 66}, {0, -5},     {13, 0},  {40, 29},    {-20, 300},
                                                        {0, 1},  {0, 100000}, {0, -77}, {5, -100000}};
   for (const auto& [dx, dy] : steps) {
-    sheet().ScrollBy(dx, dy);
+    sheet().view().ScrollBy(dx, dy);
     sheet().SetTextMatrix(sheet().TopRow(), sheet().ColIndex("BillNo"), "seen " + std::to_string(dy));
-    sheet().ScrollBy(0, 3);
+    sheet().view().ScrollBy(0, 3);
     QApplication::processEvents();
     ASSERT_EQ(Window(), PaintedAnew()) << dx << " " << dy;
   }
@@ -215,7 +215,7 @@ TEST_F(Widget, FollowsItsScrollBars) {
   ShowLoaded();
   Bar()->setValue(100);
   EXPECT_EQ(ScrolledTo(), 100);
-  sheet().ScrollTo({0, 40});
+  sheet().view().ScrollTo({0, 40});
   EXPECT_EQ(Bar()->value(), 40);
   Bar()->setValue(Bar()->maximum());
   EXPECT_EQ(sheet().BottomRow(), sheet().Rows() - 1);
@@ -236,11 +236,11 @@ TEST_F(Widget, MovesTheCurrentCellByTheKeys) {
 
 TEST_F(Widget, ClosesAndOpensAPeriodByAClickOnItsSign) {
   ShowLoaded();
-  const sheet::Rect node = sheet().geometry().CellRect(kFirstNode, sheet().ColIndex("BillNo"));
+  const sheet::Rect node = sheet().view().geometry().CellRect(kFirstNode, sheet().ColIndex("BillNo"));
   const QPoint sign(node.x + 7, node.y + node.height / 2);
   Click(sign);
   EXPECT_TRUE(sheet().IsCollapsed(kFirstNode));
-  EXPECT_EQ(sheet().geometry().CellRect(3, sheet().ColIndex("BillNo")).height, 0);
+  EXPECT_EQ(sheet().view().geometry().CellRect(3, sheet().ColIndex("BillNo")).height, 0);
   Click(sign);
   EXPECT_FALSE(sheet().IsCollapsed(kFirstNode));
 }
@@ -249,7 +249,7 @@ TEST_F(Widget, ResizesAColumnByItsCaptionsEdge) {
   ShowLoaded();
   const int column = sheet().ColIndex("BillNo");
   const int width = sheet().ColWidth(column);
-  const sheet::Rect caption = sheet().geometry().CellRect(kHeaderRow, column);
+  const sheet::Rect caption = sheet().view().geometry().CellRect(kHeaderRow, column);
   const QPoint edge(caption.right() - 1, caption.y + caption.height / 2);
   Send(QEvent::MouseMove, edge, Qt::NoButton);
   EXPECT_EQ(widget_->viewport()->cursor().shape(), Qt::SplitHCursor);
@@ -300,7 +300,7 @@ TEST_F(Widget, PaintsSharplyOnAPictureOfAnotherScale) {
   large.setDevicePixelRatio(2);
   widget_->viewport()->render(&large);
   EXPECT_NE(large, PaintedAnew().scaled(large.size()));
-  EXPECT_EQ(sheet().scale(), 1.0);
+  EXPECT_EQ(sheet().view().scale(), 1.0);
   EXPECT_EQ(ScrolledTo(), scrolled);
   EXPECT_EQ(Window(), before);
 }
@@ -332,13 +332,13 @@ TEST_F(Widget, TellsTheSheetWhetherTheKeysComeToIt) {
   QWidget* view = widget_->focusProxy();
   QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
   QApplication::sendEvent(view, &out);
-  EXPECT_FALSE(sheet().focused());
+  EXPECT_FALSE(sheet().view().focused());
   QFocusEvent in(QEvent::FocusIn, Qt::TabFocusReason);
   QApplication::sendEvent(view, &in);
-  EXPECT_TRUE(sheet().focused());
+  EXPECT_TRUE(sheet().view().focused());
   QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
   QApplication::sendEvent(view, &menu);
-  EXPECT_TRUE(sheet().focused());
+  EXPECT_TRUE(sheet().view().focused());
 }
 
 TEST_F(Widget, MakesRoomForALargerFontInItsRowsAtOnce) {

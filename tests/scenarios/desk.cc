@@ -48,9 +48,9 @@ void Desk::Compose() {
   // No half twips, so that there is nothing to round.
   fakes_->metrics.line_height_twips = 210.7;
   control().DefaultFormat();
-  grid().SetView({4000, 1500}, 1.0);
-  mouse_ = std::make_unique<sheet::Mouse>(grid());
-  keyboard_ = std::make_unique<sheet::Keyboard>(grid());
+  grid().view().SetSize({4000, 1500}, 1.0);
+  mouse_ = std::make_unique<sheet::Mouse>(grid().view());
+  keyboard_ = std::make_unique<sheet::Keyboard>(grid().view());
   control().AddListener(&log_);
 }
 
@@ -101,13 +101,13 @@ Desk::Cell Desk::CellOf(const std::string& text) {
   const auto [row, key] = Cut(text, " ");
   const Cell cell{std::stoi(row), grid().ColIndex(key)};
   if (cell.column < 0 || cell.row >= grid().Rows()) throw std::runtime_error("The grid has no cell " + text + ".");
-  if (grid().geometry().VisibleCellRect(cell.row, cell.column).width <= 0)
+  if (grid().view().geometry().VisibleCellRect(cell.row, cell.column).width <= 0)
     throw std::runtime_error("The cell " + text + " is not in sight.");
   return cell;
 }
 
 MouseEvent Desk::At(const Cell& cell, MouseButton button, int16_t modifiers) {
-  const sheet::Rect rect = grid().geometry().VisibleCellRect(cell.row, cell.column);
+  const sheet::Rect rect = grid().view().geometry().VisibleCellRect(cell.row, cell.column);
   return {button, {modifiers}, {rect.x + rect.width / 2, rect.y + rect.height / 2}};
 }
 
@@ -155,7 +155,7 @@ void Desk::DoDrag(const std::string& rest) {
 // ROW by PIXELS: the lower edge of a row.
 void Desk::DoDragEdge(const std::string& rest) {
   const auto [row, pixels] = Cut(rest, " by ");
-  const sheet::Rect rect = grid().geometry().CellRect(std::stoi(row), 0);
+  const sheet::Rect rect = grid().view().geometry().CellRect(std::stoi(row), 0);
   MouseEvent event{MouseButton::kLeft, {}, {rect.x + rect.width / 2, rect.bottom()}};
   mouse_->Press(event);
   event.at.y += std::stoi(pixels);

@@ -42,7 +42,7 @@ class Desk {
   static const std::map<std::string, Action>& Actions();
 
   control::Stockbook& control() { return *fakes_->control; }
-  sheet::Sheet& grid() { return fakes_->fg; }
+  sheet::GridSheet& grid() { return fakes_->fg; }
   void Compose();
   Cell CellOf(const std::string& text);
   sheet::MouseEvent At(const Cell& cell, sheet::MouseButton button, int16_t modifiers);

@@ -56,7 +56,7 @@ std::string Desk::RowKind(int row) {
   } else if (grid().RecordOfRow(row) < 0) {
     kind = "opening";
   }
-  return grid().geometry().CellRect(row, 0).height > 0 ? kind : kind + ", folded";
+  return grid().view().geometry().CellRect(row, 0).height > 0 ? kind : kind + ", folded";
 }
 
 // The columns that are shown, or those that the step names.

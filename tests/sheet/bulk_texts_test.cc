@@ -12,8 +12,8 @@
 #include "columns/column_builder.h"
 #include "sheet/columns.h"
 #include "sheet/format/number_format.h"
+#include "sheet/grid_sheet.h"
 #include "sheet/selection/selection_text.h"
-#include "sheet/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -91,8 +91,8 @@ TEST(PlainNumber, ShowsNumbersWithoutAFormatAsTheirDefaultText) {
 }
 
 // What SelectionText must return, built cell by cell.
-std::string CellByCell(const Sheet& sheet) {
-  const platform::CellRange range = sheet.selection().Range();
+std::string CellByCell(const GridSheet& sheet) {
+  const platform::CellRange range = sheet.view().selection().Range();
   std::string text;
   for (int row = 0; row < range.row2; row = row == 0 ? range.row1 : row + 1) {
     if (row > 0 && sheet.RowHidden(row)) continue;
@@ -136,7 +136,7 @@ class BulkTexts : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(BulkTexts, CopyEveryKindOfColumnAsItIsShown) {
   constexpr int kRows = 150'000;  // more than two chunks of a column, and enough for several workers
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(AllKinds(kRows), 1);
   for (int column = 0; column < sheet.Cols(); ++column) {
     sheet.SetTextMatrix(0, column, "列" + std::to_string(column));
@@ -152,7 +152,7 @@ TEST_P(BulkTexts, CopyEveryKindOfColumnAsItIsShown) {
   sheet.RemoveItem(333);
   sheet.SetRowHidden(334, true);
   sheet.SelectRange(3, 1, sheet.Rows() - 2, sheet.Cols() - 1);
-  EXPECT_TRUE(SelectionText(sheet) == CellByCell(sheet));
+  EXPECT_TRUE(SelectionText(sheet, sheet.view().selection()) == CellByCell(sheet));
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, BulkTexts, ::testing::Values("", "#,##0.00", "0.####", "#0.00%", "0.00;(0.00)"));

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {
@@ -26,7 +26,7 @@ class CopyRules : public ::testing::Test {
     return clipboard_.text;
   }
 
-  Sheet sheet_;
+  GridSheet sheet_;
   testing::FakeClipboard clipboard_;
 };
 

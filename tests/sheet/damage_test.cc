@@ -24,9 +24,10 @@ class Picture {
  public:
   static constexpr int kStep = 3;
 
-  Picture(const Sheet& sheet, const Rect& area) : size_(sheet.view()), scroll_(sheet.geometry().scroll()) {
+  Picture(const GridSheet& sheet, const Rect& area)
+      : size_(sheet.view().size()), scroll_(sheet.view().geometry().scroll()) {
     RecordingCanvas canvas;
-    Paint(Snapshot::Of(sheet, area), canvas);
+    Paint(Snapshot::Of(sheet.view(), area), canvas);
     colours_.resize(static_cast<size_t>(Columns()) * static_cast<size_t>(size_.height / kStep + 1), 0xFFFFFFFF);
     for (const auto& fill : canvas.fills) Fill(fill.colour, fill.rect.Intersected(fill.clip));
     for (const auto& text : canvas.texts) {
@@ -65,7 +66,7 @@ class Picture {
   std::set<SeenText> texts_;
 };
 
-Rect Everything(const Sheet& sheet) { return {0, 0, sheet.view().width, sheet.view().height}; }
+Rect Everything(const GridSheet& sheet) { return {0, 0, sheet.view().size().width, sheet.view().size().height}; }
 
 Rect PlaceOf(const SeenText& text) {
   return {std::get<1>(text), std::get<2>(text), std::get<3>(text), std::get<4>(text)};
@@ -116,7 +117,7 @@ TEST_P(Damage, PaintedAloneLooksLikeThatPartOfEverything) {
   };
   for (int gesture = 0; gesture < 1500; ++gesture) {
     world.Act();
-    const Size view = world.sheet().view();
+    const Size view = world.sheet().view().size();
     if (gesture % 3 != 0 || view.width == 0 || view.height == 0) continue;
     const Picture whole(world.sheet(), Everything(world.sheet()));
     const int x = below(view.width);

@@ -20,13 +20,13 @@ using test::Together;
 class DropMark : public test::SheetInView {
  protected:
   DropMark() : SheetInView(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100))) {
-    sheet.SetView({500, 220}, 1.0);
+    sheet.view().SetSize({500, 220}, 1.0);
   }
 
   // Where the marks begin and end; a mark is as high as the cells and wider than a line.
   std::vector<Span> Marks() const {
     RecordingCanvas canvas;
-    Paint(Snapshot::Of(sheet), canvas);
+    Paint(Snapshot::Of(sheet.view()), canvas);
     std::vector<Span> marks;
     for (const auto& fill : canvas.fills) {
       const Rect seen = fill.rect.Intersected(fill.clip);
@@ -39,23 +39,23 @@ class DropMark : public test::SheetInView {
 
 TEST_F(DropMark, StandsBetweenTheTwoColumnsWhileThereIsOne) {
   EXPECT_TRUE(Marks().empty());
-  sheet.SetDropColumn(3);
+  sheet.view().SetDropColumn(3);
   EXPECT_EQ(Marks(), std::vector<Span>({{229, 232}}));
-  sheet.SetDropColumn(5);
+  sheet.view().SetDropColumn(5);
   EXPECT_EQ(Marks(), std::vector<Span>({{429, 432}})) << "after the last column";
-  sheet.SetDropColumn(-1);
+  sheet.view().SetDropColumn(-1);
   EXPECT_TRUE(Marks().empty());
 }
 
 TEST_F(DropMark, IsSeenThoughTheColumnsEdgeIsScrolledAway) {
   sheet.SetFrozenCols(1);
-  sheet.SetView({300, 220}, 1.0);
-  sheet.ScrollTo({60, 0});
-  sheet.SetDropColumn(2);
+  sheet.view().SetSize({300, 220}, 1.0);
+  sheet.view().ScrollTo({60, 0});
+  sheet.view().SetDropColumn(2);
   EXPECT_EQ(Marks(), std::vector<Span>({{129, 132}})) << "at the edge of the frozen columns, not on them";
-  sheet.SetDropColumn(4);
+  sheet.view().SetDropColumn(4);
   EXPECT_EQ(Marks(), std::vector<Span>({{269, 272}}));
-  sheet.SetDropColumn(5);
+  sheet.view().SetDropColumn(5);
   EXPECT_EQ(Marks(), std::vector<Span>({{297, 300}})) << "at the edge of the view";
 }
 
@@ -66,15 +66,15 @@ TEST_F(DropMark, IsPaintedAnewWhenTheSheetScrollsUnderIt) {
     void ScrollChanged() override { damaged = {}; }
     Rect damaged;
   } viewer;
-  sheet.SetView({300, 220}, 1.0);
-  sheet.SetDropColumn(5);
-  sheet.SetViewer(&viewer);
-  sheet.ScrollBy(10, 0);
+  sheet.view().SetSize({300, 220}, 1.0);
+  sheet.view().SetDropColumn(5);
+  sheet.view().SetViewer(&viewer);
+  sheet.view().ScrollBy(10, 0);
   EXPECT_EQ(viewer.damaged, (Rect{0, 0, 300, 220}));
-  sheet.SetDropColumn(-1);
-  sheet.ScrollBy(10, 0);
+  sheet.view().SetDropColumn(-1);
+  sheet.view().ScrollBy(10, 0);
   EXPECT_TRUE(viewer.damaged.IsEmpty());
-  sheet.SetViewer(nullptr);
+  sheet.view().SetViewer(nullptr);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -37,7 +37,7 @@ class EngineCost : public ::testing::Test {
     for (int node = sheet.NextSubtotal(1); node >= 0; node = sheet.NextSubtotal(node + 1)) nodes.push_back(node);
   }
 
-  Sheet sheet;
+  GridSheet sheet;
   std::vector<int> nodes;
 };
 

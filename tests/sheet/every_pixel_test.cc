@@ -7,7 +7,7 @@
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -49,32 +49,32 @@ int64_t Pixels(int twips, double scale) {
   return twips <= 0 ? 0 : std::max<int64_t>(1, std::llround(twips * scale / 15));
 }
 
-Axis RowsOf(const Sheet& sheet) {
-  Axis rows{{}, sheet.FixedRows(), sheet.geometry().scroll().y, sheet.view().height};
+Axis RowsOf(const GridSheet& sheet) {
+  Axis rows{{}, sheet.FixedRows(), sheet.view().geometry().scroll().y, sheet.view().size().height};
   for (int row = 0; row < sheet.Rows(); ++row)
-    rows.sizes.push_back(sheet.RowHidden(row) ? 0 : Pixels(sheet.RowHeight(row), sheet.scale()));
+    rows.sizes.push_back(sheet.RowHidden(row) ? 0 : Pixels(sheet.RowHeight(row), sheet.view().scale()));
   return rows;
 }
 
-Axis ColumnsOf(const Sheet& sheet) {
-  Axis columns{{}, sheet.PinnedCols(), sheet.geometry().scroll().x, sheet.view().width};
+Axis ColumnsOf(const GridSheet& sheet) {
+  Axis columns{{}, sheet.PinnedCols(), sheet.view().geometry().scroll().x, sheet.view().size().width};
   for (int column = 0; column < sheet.Cols(); ++column)
-    columns.sizes.push_back(sheet.ColHidden(column) ? 0 : Pixels(sheet.ColWidth(column), sheet.scale()));
+    columns.sizes.push_back(sheet.ColHidden(column) ? 0 : Pixels(sheet.ColWidth(column), sheet.view().scale()));
   return columns;
 }
 
-void ExpectEveryPixelToBelongToItsCell(const Sheet& sheet) {
-  const Geometry geometry = sheet.geometry();
+void ExpectEveryPixelToBelongToItsCell(const GridSheet& sheet) {
+  const Geometry geometry = sheet.view().geometry();
   const Axis rows = RowsOf(sheet);
   const Axis columns = ColumnsOf(sheet);
   ASSERT_TRUE(sheet.CheckInvariants());
   ASSERT_EQ(geometry.max_scroll(), (ScrollPosition{columns.MostScroll(), rows.MostScroll()}));
   std::vector<int> row_at;
   std::vector<int> column_at;
-  for (int y = 0; y < sheet.view().height; ++y) row_at.push_back(rows.At(y));
-  for (int x = 0; x < sheet.view().width; ++x) column_at.push_back(columns.At(x));
-  for (int y = 0; y < sheet.view().height; ++y) {
-    for (int x = 0; x < sheet.view().width; ++x) {
+  for (int y = 0; y < sheet.view().size().height; ++y) row_at.push_back(rows.At(y));
+  for (int x = 0; x < sheet.view().size().width; ++x) column_at.push_back(columns.At(x));
+  for (int y = 0; y < sheet.view().size().height; ++y) {
+    for (int x = 0; x < sheet.view().size().width; ++x) {
       const CellPosition expected{row_at[static_cast<size_t>(y)], column_at[static_cast<size_t>(x)]};
       ASSERT_EQ(geometry.CellAt({x, y}), expected) << x << ' ' << y;
     }
@@ -83,8 +83,8 @@ void ExpectEveryPixelToBelongToItsCell(const Sheet& sheet) {
 
 // Every cell, in view or not: its visible part belongs to it, and all visible parts together fill the cells' part of
 // the view.
-void ExpectEveryCellToBeHit(const Sheet& sheet) {
-  const Geometry geometry = sheet.geometry();
+void ExpectEveryCellToBeHit(const GridSheet& sheet) {
+  const Geometry geometry = sheet.view().geometry();
   int64_t seen_pixels = 0;
   for (int row = 0; row < sheet.Rows(); ++row) {
     for (int column = 0; column < sheet.Cols(); ++column) {
@@ -146,18 +146,18 @@ class EveryPixel : public ::testing::TestWithParam<double> {
   }
 
   std::mt19937 random_{11};
-  Sheet sheet_;
+  GridSheet sheet_;
 };
 
 TEST_P(EveryPixel, BelongsToTheCellThatAWalkOverTheSheetFindsThere) {
   for (int round = 0; round < 300; ++round) {
     if (round % 50 == 0) Load(Below(3) == 0 ? Below(3) : 60);
     for (int changes = Below(4); changes > 0; --changes) Change();
-    sheet_.SetView({Below(4) == 0 ? Below(12) : Below(170), Below(4) == 0 ? Below(12) : Below(130)}, GetParam());
-    const ScrollPosition most = sheet_.geometry().max_scroll();
+    sheet_.view().SetSize({Below(4) == 0 ? Below(12) : Below(170), Below(4) == 0 ? Below(12) : Below(130)}, GetParam());
+    const ScrollPosition most = sheet_.view().geometry().max_scroll();
     // Look at the ends in particular.
     const auto somewhere = [&](int64_t end) { return Below(4) == 0 ? end : Below(static_cast<int>(end) + 2); };
-    sheet_.ScrollTo({somewhere(most.x), somewhere(most.y)});
+    sheet_.view().ScrollTo({somewhere(most.x), somewhere(most.y)});
     ExpectEveryPixelToBelongToItsCell(sheet_);
     if (!HasFatalFailure()) ExpectEveryCellToBeHit(sheet_);
     if (HasFatalFailure()) FAIL() << "round " << round;
@@ -166,7 +166,7 @@ TEST_P(EveryPixel, BelongsToTheCellThatAWalkOverTheSheetFindsThere) {
 
 TEST_P(EveryPixel, BelongsToNoCellOfASheetWithoutRowsOrColumns) {
   const auto expect_none = [&] {
-    sheet_.SetView({90, 70}, GetParam());
+    sheet_.view().SetSize({90, 70}, GetParam());
     ExpectEveryPixelToBelongToItsCell(sheet_);
     ExpectEveryCellToBeHit(sheet_);
   };
@@ -177,7 +177,7 @@ TEST_P(EveryPixel, BelongsToNoCellOfASheetWithoutRowsOrColumns) {
   expect_none();
   sheet_.SetRows(5);
   expect_none();
-  EXPECT_EQ(sheet_.geometry().CellAt({1, 1}).column, -1);
+  EXPECT_EQ(sheet_.view().geometry().CellAt({1, 1}).column, -1);
 }
 
 TEST_P(EveryPixel, IsAPinnedCellsWhereTheViewIsSmallerThanThePinnedPart) {
@@ -185,8 +185,8 @@ TEST_P(EveryPixel, IsAPinnedCellsWhereTheViewIsSmallerThanThePinnedPart) {
   sheet_.SetFrozenCols(3);
   sheet_.SetFixedRows(3);
   for (const Size view : {Size{1, 1}, Size{150, 10}, Size{10, 150}, Size{20, 20}, Size{0, 0}}) {
-    sheet_.SetView(view, GetParam());
-    sheet_.ScrollTo(sheet_.geometry().max_scroll());
+    sheet_.view().SetSize(view, GetParam());
+    sheet_.view().ScrollTo(sheet_.view().geometry().max_scroll());
     ExpectEveryPixelToBelongToItsCell(sheet_);
     ExpectEveryCellToBeHit(sheet_);
   }

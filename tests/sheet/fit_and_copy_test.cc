@@ -36,15 +36,15 @@ class FitAndCopy : public test::SheetInView {
     sheet.SetColWidth(0, 1500);
     sheet.SetTextMatrix(0, 1, "期间");
     sheet.SetTextMatrix(0, 2, "数\r\n量");
-    sheet.SetViewer(&viewer);
-    sheet.SetClipboard(&desk);
+    sheet.view().SetViewer(&viewer);
+    sheet.view().SetClipboard(&desk);
     desk.text = "before";
   }
-  ~FitAndCopy() override { sheet.SetViewer(nullptr); }
+  ~FitAndCopy() override { sheet.view().SetViewer(nullptr); }
 
-  int PixelsOf(int column) const { return static_cast<int>(sheet.geometry().CellRect(0, column).width); }
+  int PixelsOf(int column) const { return static_cast<int>(sheet.view().geometry().CellRect(0, column).width); }
   Point EdgeOf(int column) const {
-    const Rect caption = sheet.geometry().CellRect(0, column);
+    const Rect caption = sheet.view().geometry().CellRect(0, column);
     return {caption.right() - 1, caption.y + caption.height / 2};
   }
 
@@ -57,31 +57,31 @@ TEST_F(FitAndCopy, ADoubleClickOnACaptionsEdgeFitsTheColumnToTheTextsInView) {
   sheet.SetTextMatrix(900, 1, std::string(300, 'x'));  // far out of view
   mouse.DoubleClick({MouseButton::kLeft, {}, EdgeOf(1)});
   EXPECT_EQ(PixelsOf(1), 20 * RecordingCanvas::kCharacterWidth + 2 * kPadding + kLine);
-  EXPECT_TRUE(CellTip::At(sheet, viewer.canvas, {150, 90}).text.empty());
+  EXPECT_TRUE(CellTip::At(sheet.view(), viewer.canvas, {150, 90}).text.empty());
 }
 
 TEST_F(FitAndCopy, AFittedColumnIsNeverWiderThanTheViewNorNarrowerThanItsCaption) {
   sheet.SetTextMatrix(4, 1, std::string(3000, 'x'));
-  FitColumn(sheet, 1);
+  FitColumn(sheet.view(), 1);
   EXPECT_EQ(PixelsOf(1), 430);
   for (int row = 1; row < 20; ++row) sheet.SetTextMatrix(row, 1, "a");
   sheet.SetTextMatrix(0, 1, "captions");
-  FitColumn(sheet, 1);
+  FitColumn(sheet.view(), 1);
   EXPECT_EQ(PixelsOf(1), 8 * RecordingCanvas::kCharacterWidth + 2 * kPadding + kLine);
 }
 
 TEST_F(FitAndCopy, FittingCountsTheTreeAndItsIndent) {
   sheet.GroupBy(1, 1, "%s");
   sheet.SetOutlineCol(1);
-  FitColumn(sheet, 1);
+  FitColumn(sheet.view(), 1);
   const int text = 6 * RecordingCanvas::kCharacterWidth;  // 200001
   EXPECT_EQ(PixelsOf(1), text + 2 * kPadding + kLine + OutlineMetrics::Of(1).Indent(1, false));
 }
 
 TEST_F(FitAndCopy, ARowIsFittedToItsLines) {
   sheet.SetTextMatrix(3, 2, "1\n2\n3");
-  FitRow(sheet, 3);
-  EXPECT_EQ(sheet.geometry().CellRect(3, 0).height, 3 * RecordingCanvas::kLineHeight + kLine);
+  FitRow(sheet.view(), 3);
+  EXPECT_EQ(sheet.view().geometry().CellRect(3, 0).height, 3 * RecordingCanvas::kLineHeight + kLine);
 }
 
 TEST_F(FitAndCopy, AnObserverMayRefuseToFit) {
@@ -95,24 +95,24 @@ TEST_F(FitAndCopy, AnObserverMayRefuseToFit) {
 }
 
 TEST_F(FitAndCopy, NothingIsFittedOutOfViewOrWithoutAMeasure) {
-  FitColumn(sheet, 7);
-  FitColumn(sheet, -1);
-  FitRow(sheet, 900);
-  sheet.SetViewer(nullptr);
-  FitColumn(sheet, 1);
+  FitColumn(sheet.view(), 7);
+  FitColumn(sheet.view(), -1);
+  FitRow(sheet.view(), 900);
+  sheet.view().SetViewer(nullptr);
+  FitColumn(sheet.view(), 1);
   EXPECT_EQ(PixelsOf(1), 100);
   EXPECT_EQ(sheet.RowHeight(900), sheet.RowHeight(1));
 }
 
 TEST_F(FitAndCopy, ATipTellsTheWholeTextOfACellThatIsCutOff) {
   sheet.SetTextMatrix(1, 1, std::string(30, 'x'));
-  const Rect cell = sheet.geometry().CellRect(1, 1);
-  const CellTip tip = CellTip::At(sheet, viewer.canvas, {cell.x + 5, cell.y + 5});
+  const Rect cell = sheet.view().geometry().CellRect(1, 1);
+  const CellTip tip = CellTip::At(sheet.view(), viewer.canvas, {cell.x + 5, cell.y + 5});
   EXPECT_EQ(tip.text, std::string(30, 'x'));
   EXPECT_EQ(tip.cell, cell);
-  EXPECT_TRUE(CellTip::At(sheet, viewer.canvas, {cell.x + 5, cell.bottom() + 5}).text.empty());
-  EXPECT_TRUE(CellTip::At(sheet, viewer.canvas, {-5, 5}).text.empty());
-  EXPECT_TRUE(CellTip::At(sheet, viewer.canvas, {425, 5}).text.empty());
+  EXPECT_TRUE(CellTip::At(sheet.view(), viewer.canvas, {cell.x + 5, cell.bottom() + 5}).text.empty());
+  EXPECT_TRUE(CellTip::At(sheet.view(), viewer.canvas, {-5, 5}).text.empty());
+  EXPECT_TRUE(CellTip::At(sheet.view(), viewer.canvas, {425, 5}).text.empty());
 }
 
 TEST_F(FitAndCopy, ATipTellsTheNumberBehindHashesAndTheLinesThatDoNotFit) {
@@ -120,10 +120,10 @@ TEST_F(FitAndCopy, ATipTellsTheNumberBehindHashesAndTheLinesThatDoNotFit) {
   sheet.SetColFormat(2, "#,##0.00");
   sheet.SetTextMatrix(1, 2, "123456789012345");
   sheet.SetTextMatrix(2, 1, "一\n二\n三");
-  const Rect number = sheet.geometry().CellRect(1, 2);
-  const Rect lines = sheet.geometry().CellRect(2, 1);
-  EXPECT_EQ(CellTip::At(sheet, viewer.canvas, {number.x + 5, number.y + 5}).text, "123,456,789,012,345.00");
-  EXPECT_EQ(CellTip::At(sheet, viewer.canvas, {lines.x + 5, lines.y + 5}).text, "一\n二\n三");
+  const Rect number = sheet.view().geometry().CellRect(1, 2);
+  const Rect lines = sheet.view().geometry().CellRect(2, 1);
+  EXPECT_EQ(CellTip::At(sheet.view(), viewer.canvas, {number.x + 5, number.y + 5}).text, "123,456,789,012,345.00");
+  EXPECT_EQ(CellTip::At(sheet.view(), viewer.canvas, {lines.x + 5, lines.y + 5}).text, "一\n二\n三");
 }
 
 TEST_F(FitAndCopy, ControlCCopiesTheCaptionsAndTheShownCellsOfTheRange) {
@@ -146,13 +146,13 @@ TEST_F(FitAndCopy, ASelectionThatEndsInAHiddenColumnOrRowEndsInATabOrALineEnd) {
   sheet.SetColHidden(2, true);
   sheet.SetRowHidden(3, true);
   sheet.SelectRange(2, 1, 3, 2);
-  EXPECT_EQ(SelectionText(sheet), "期间\t\r\n200001\t\r\n");
+  EXPECT_EQ(SelectionText(sheet, sheet.view().selection()), "期间\t\r\n200001\t\r\n");
 }
 
 TEST_F(FitAndCopy, NothingIsCopiedWithoutAClipboardOrACell) {
-  sheet.SetClipboard(nullptr);
+  sheet.view().SetClipboard(nullptr);
   EXPECT_FALSE(keyboard.Press({Key::kC, {Modifiers::kControl}}));
-  sheet.SetClipboard(&desk);
+  sheet.view().SetClipboard(&desk);
   EXPECT_FALSE(keyboard.Press({Key::kC, {}}));
   sheet.SetRows(1);
   EXPECT_FALSE(keyboard.Press({Key::kC, {Modifiers::kControl}}));
@@ -163,7 +163,7 @@ TEST_F(FitAndCopy, CopyingARangeTwiceOverInsertedAndRemovedRowsTellsWhatIsShown)
   sheet.AddItem("\t合计\t9", 3);
   sheet.RemoveItem(4);
   sheet.SelectRange(1, 1, 5, 1);
-  EXPECT_EQ(SelectionText(sheet), "期间\r\n200001\r\n200001\r\n合计\r\n200001\r\n200001");
+  EXPECT_EQ(SelectionText(sheet, sheet.view().selection()), "期间\r\n200001\r\n200001\r\n合计\r\n200001\r\n200001");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -16,8 +16,8 @@ using test::Periods;
 using test::Together;
 
 // Every visible cell is found at the corners of its visible part.
-void ExpectCellsToBeHit(const Sheet& sheet) {
-  const Geometry geometry = sheet.geometry();
+void ExpectCellsToBeHit(const GridSheet& sheet) {
+  const Geometry geometry = sheet.view().geometry();
   ASSERT_TRUE(geometry.CheckInvariants());
   const Span rows = geometry.RowsWithin(0, geometry.view().height);
   const Span columns = geometry.ColumnsWithin(0, geometry.view().width);
@@ -44,7 +44,7 @@ TEST(Geometry, FindsEverySeenCellAtItsOwnPlaceAtAnyScrollPositionAndScale) {
   std::mt19937 random(5);
   const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
-    Sheet sheet;
+    GridSheet sheet;
     sheet.LoadColumns(
         Together(Periods(3000, 12), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000), Numbers(3000)), 1);
     sheet.GroupBy(1, 2, "%s");
@@ -71,9 +71,9 @@ TEST(Geometry, FindsEverySeenCellAtItsOwnPlaceAtAnyScrollPositionAndScale) {
         default:
           sheet.SetColWidth(below(7), 100 + below(3000));
       }
-      sheet.SetView({1 + below(900), 1 + below(700)}, scale);
-      const ScrollPosition most = sheet.geometry().max_scroll();
-      sheet.ScrollTo({below(static_cast<int>(most.x) + 2), below(static_cast<int>(most.y) + 2)});
+      sheet.view().SetSize({1 + below(900), 1 + below(700)}, scale);
+      const ScrollPosition most = sheet.view().geometry().max_scroll();
+      sheet.view().ScrollTo({below(static_cast<int>(most.x) + 2), below(static_cast<int>(most.y) + 2)});
       ExpectCellsToBeHit(sheet);
       if (HasFatalFailure()) FAIL() << "round " << round << " at scale " << scale;
     }
@@ -81,10 +81,10 @@ TEST(Geometry, FindsEverySeenCellAtItsOwnPlaceAtAnyScrollPositionAndScale) {
 }
 
 TEST(Geometry, GivesNoCellOutsideOfTheViewAndOfTheCells) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(2)), 1);
-  sheet.SetView({500, 400}, 1.0);
-  const Geometry geometry = sheet.geometry();
+  sheet.view().SetSize({500, 400}, 1.0);
+  const Geometry geometry = sheet.view().geometry();
   EXPECT_EQ(geometry.CellAt({-1, 5}), CellPosition());
   EXPECT_EQ(geometry.CellAt({5, 400}), CellPosition());
   EXPECT_EQ(geometry.CellAt({5, 399}), (CellPosition{-1, 0}));
@@ -94,9 +94,9 @@ TEST(Geometry, GivesNoCellOutsideOfTheViewAndOfTheCells) {
 }
 
 TEST(Geometry, TellsTheRowsInView) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(100)), 1);
-  sheet.SetView({500, 210}, 1.0);
+  sheet.view().SetSize({500, 210}, 1.0);
   EXPECT_EQ(sheet.TopRow(), 1);
   EXPECT_EQ(sheet.BottomRow(), 9);
   EXPECT_TRUE(sheet.RowIsVisible(9));
@@ -115,9 +115,9 @@ TEST(Geometry, TellsTheRowsInView) {
 }
 
 TEST(Geometry, MovingTheTopRowByTheDifferenceMakesALowerRowTheLastInView) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(1000)), 1);
-  sheet.SetView({500, 333}, 1.5);
+  sheet.view().SetSize({500, 333}, 1.5);
   for (const int row : {40, 41, 77, 500, 1000}) {
     if (row > sheet.BottomRow()) sheet.SetTopRow(sheet.TopRow() + row - sheet.BottomRow());
     EXPECT_EQ(sheet.BottomRow(), row);
@@ -126,30 +126,30 @@ TEST(Geometry, MovingTheTopRowByTheDifferenceMakesALowerRowTheLastInView) {
 }
 
 TEST(Geometry, ScrollsColumnsBesideTheFrozenOnes) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(5), Numbers(5), Numbers(5), Numbers(5)), 1);
   for (int column = 0; column < 5; ++column) sheet.SetColWidth(column, 1500);
-  sheet.SetView({320, 200}, 1.0);
+  sheet.view().SetSize({320, 200}, 1.0);
   sheet.SetFrozenCols(1);
-  sheet.ScrollTo({1000, 0});
-  const Geometry geometry = sheet.geometry();
+  sheet.view().ScrollTo({1000, 0});
+  const Geometry geometry = sheet.view().geometry();
   EXPECT_EQ(geometry.scroll().x, 180);
   EXPECT_EQ(geometry.CellRect(1, 1).x, 100);
   EXPECT_EQ(geometry.CellRect(1, 4).right(), 320);
   EXPECT_EQ(sheet.LeftCol(), 3);
   sheet.SetLeftCol(2);
-  EXPECT_EQ(sheet.geometry().scroll().x, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().x, 0);
   EXPECT_EQ(sheet.LeftCol(), 2);
 }
 
 TEST(Geometry, KeepsTheTopRowWhenHeightsScaleOrRowsAboveChange) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(1000)), 1);
-  sheet.SetView({500, 400}, 1.0);
+  sheet.view().SetSize({500, 400}, 1.0);
   sheet.SetTopRow(500);
   sheet.SetRowHeight(-1, 450);
   EXPECT_EQ(sheet.TopRow(), 500);
-  sheet.SetView({500, 400}, 2.0);
+  sheet.view().SetSize({500, 400}, 2.0);
   EXPECT_EQ(sheet.TopRow(), 500);
   sheet.SetRowHidden(10, true);
   EXPECT_EQ(sheet.TopRow(), 500);
@@ -160,33 +160,33 @@ TEST(Geometry, KeepsTheTopRowWhenHeightsScaleOrRowsAboveChange) {
 }
 
 TEST(Geometry, CollapsingAllAndExpandingAllComesBackToTheSamePlace) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Periods(5000, 20), Numbers(5000)), 1);
   sheet.GroupBy(1, 2, "%s");
-  sheet.SetView({500, 400}, 1.0);
-  sheet.ScrollTo({0, 54321});
+  sheet.view().SetSize({500, 400}, 1.0);
+  sheet.view().ScrollTo({0, 54321});
   const auto set_all = [&](bool collapsed) {
     for (int row = sheet.NextSubtotal(1); row >= 0; row = sheet.NextSubtotal(row + 1))
       sheet.SetIsCollapsed(row, collapsed);
   };
   set_all(true);
-  EXPECT_EQ(sheet.geometry().scroll().y, 20);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 20);
   set_all(false);
-  EXPECT_EQ(sheet.geometry().scroll().y, 54321);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 54321);
 }
 
 TEST(Geometry, ScrollsAsLittleAsShowsTheWholeCell) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(1000), Numbers(1000), Numbers(1000)), 1);
   for (int column = 1; column < 4; ++column) sheet.SetColWidth(column, 1500);
-  sheet.SetView({300, 220}, 1.0);
-  EXPECT_EQ(sheet.geometry().ToShow(5, 1), ScrollPosition());
-  EXPECT_EQ(sheet.geometry().ToShow(11, 1), (ScrollPosition{0, 20}));
-  EXPECT_EQ(sheet.geometry().ToShow(1, 3), (ScrollPosition{64, 0}));
-  sheet.ScrollTo({64, 4000});
-  EXPECT_EQ(sheet.geometry().ToShow(100, 1), (ScrollPosition{0, 1980}));
+  sheet.view().SetSize({300, 220}, 1.0);
+  EXPECT_EQ(sheet.view().geometry().ToShow(5, 1), ScrollPosition());
+  EXPECT_EQ(sheet.view().geometry().ToShow(11, 1), (ScrollPosition{0, 20}));
+  EXPECT_EQ(sheet.view().geometry().ToShow(1, 3), (ScrollPosition{64, 0}));
+  sheet.view().ScrollTo({64, 4000});
+  EXPECT_EQ(sheet.view().geometry().ToShow(100, 1), (ScrollPosition{0, 1980}));
   sheet.SetColWidth(2, 6000);
-  EXPECT_EQ(sheet.geometry().ToShow(300, 2).x, 100);
+  EXPECT_EQ(sheet.view().geometry().ToShow(300, 2).x, 100);
 }
 
 }  // namespace

@@ -25,17 +25,17 @@ constexpr int kMostColumns = 12;
 
 GestureWorld::GestureWorld(unsigned seed, int records, int periods)
     : random_(seed), records_(records), periods_(periods) {
-  sheet_.SetClipboard(&clipboard_);
+  sheet_.view().SetClipboard(&clipboard_);
   sheet_.LoadColumns(Result(records_, periods_), 1);
   sheet_.GroupBy(1, 2, "%s");
   sheet_.SetOutlineCol(2);
   sheet_.SetObserver(this);
-  sheet_.SetViewer(this);
+  sheet_.view().SetViewer(this);
 }
 
 GestureWorld::~GestureWorld() {
   sheet_.SetObserver(nullptr);
-  sheet_.SetViewer(nullptr);
+  sheet_.view().SetViewer(nullptr);
 }
 
 void GestureWorld::Act() {
@@ -49,12 +49,13 @@ void GestureWorld::Act() {
 MouseEvent GestureWorld::AnyMouse() {
   constexpr MouseButton kButtons[] = {MouseButton::kLeft,  MouseButton::kLeft,   MouseButton::kLeft,
                                       MouseButton::kRight, MouseButton::kMiddle, MouseButton::kNone};
-  const Size view = sheet_.view();
+  const Size view = sheet_.view().size();
   Point at{Below(view.width + 80) - 40, Below(view.height + 80) - 40};
   // Captions, fixed columns and their edges are hit more often than by pure chance.
-  if (Below(4) == 0) at.y = Below(sheet_.geometry().PinnedHeight());
-  if (Below(4) == 0) at.x = Below(sheet_.geometry().PinnedWidth());
-  if (Below(3) == 0 && sheet_.Cols() > 0) at.x = sheet_.geometry().CellRect(0, AnyColumn()).right() + Below(5) - 2;
+  if (Below(4) == 0) at.y = Below(sheet_.view().geometry().PinnedHeight());
+  if (Below(4) == 0) at.x = Below(sheet_.view().geometry().PinnedWidth());
+  if (Below(3) == 0 && sheet_.Cols() > 0)
+    at.x = sheet_.view().geometry().CellRect(0, AnyColumn()).right() + Below(5) - 2;
   if (Below(500) == 0) at = {Below(1 << 30) - (1 << 29), Below(1 << 30) - (1 << 29)};
   return {kButtons[Below(6)], Modifiers{static_cast<int16_t>(Below(3) == 0 ? Below(8) : 0)}, at};
 }
@@ -304,13 +305,13 @@ void GestureWorld::ChangeSizes() {
 
 void GestureWorld::ChangeView() {
   constexpr double kScales[] = {1, 1, 1.25, 1.5, 1.75, 2, 3};
-  const ScrollPosition most = sheet_.geometry().max_scroll();
+  const ScrollPosition most = sheet_.view().geometry().max_scroll();
   switch (Below(5)) {
     case 0:
-      sheet_.SetView({Below(900), Below(600)}, kScales[Below(7)]);
+      sheet_.view().SetSize({Below(900), Below(600)}, kScales[Below(7)]);
       break;
     case 1:
-      sheet_.SetView({Below(10) == 0 ? Below(40) : 300 + Below(900), 200 + Below(600)}, sheet_.scale());
+      sheet_.view().SetSize({Below(10) == 0 ? Below(40) : 300 + Below(900), 200 + Below(600)}, sheet_.view().scale());
       break;
     case 2:
       if (sheet_.Rows() > 0) sheet_.SetTopRow(AnyRow());
@@ -319,8 +320,8 @@ void GestureWorld::ChangeView() {
       if (sheet_.Cols() > 0) sheet_.SetLeftCol(AnyColumn());
       break;
     default:
-      sheet_.ScrollTo({static_cast<int64_t>(random_()) % (most.x + 10) - 5,
-                       static_cast<int64_t>(random_()) * 64 % (most.y + 10) - 5});
+      sheet_.view().ScrollTo({static_cast<int64_t>(random_()) % (most.x + 10) - 5,
+                              static_cast<int64_t>(random_()) * 64 % (most.y + 10) - 5});
   }
 }
 
@@ -344,7 +345,7 @@ void GestureWorld::AfterUserResize(int, int) { React(); }
 void GestureWorld::AfterMoveColumn(int, int) { React(); }
 
 void GestureWorld::Damaged(const Rect& area) {
-  const Rect view{0, 0, sheet_.view().width, sheet_.view().height};
+  const Rect view{0, 0, sheet_.view().size().width, sheet_.view().size().height};
   damaged_.push_back(area);
   damaged_outside_ = damaged_outside_ || !view.Contains(area);
   told_while_off_ = told_while_off_ || !sheet_.Redraw();
@@ -362,8 +363,8 @@ void GestureWorld::CursorChanged(Cursor) {}
 
 ::testing::AssertionResult GestureWorld::PaintsWithinTheView() const {
   RecordingCanvas canvas;
-  Paint(Snapshot::Of(sheet_), canvas);
-  const Rect view{0, 0, sheet_.view().width, sheet_.view().height};
+  Paint(Snapshot::Of(sheet_.view()), canvas);
+  const Rect view{0, 0, sheet_.view().size().width, sheet_.view().size().height};
   if (!canvas.IsBalanced()) return ::testing::AssertionFailure() << "clips are not balanced";
   for (const auto& fill : canvas.fills) {
     if (!view.Contains(fill.rect) || !view.Contains(fill.clip))

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/recording_canvas.h"
-#include "sheet/sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet::test {
@@ -24,7 +24,7 @@ class GestureWorld final : public platform::GridObserver, public SheetViewer {
 
   // Performs one gesture or one call of the host.
   void Act();
-  const Sheet& sheet() const { return sheet_; }
+  const GridSheet& sheet() const { return sheet_; }
   // The damage since the last call.
   std::vector<Rect> TakeDamage() { return std::exchange(damaged_, {}); }
   // The invariants hold afterwards.
@@ -71,9 +71,9 @@ class GestureWorld final : public platform::GridObserver, public SheetViewer {
   int periods_ = 1;
   testing::FakeClipboard clipboard_;
   RecordingCanvas measure_;
-  Sheet sheet_;
-  Keyboard keyboard_{sheet_};
-  Mouse mouse_{sheet_};
+  GridSheet sheet_;
+  Keyboard keyboard_{sheet_.view()};
+  Mouse mouse_{sheet_.view()};
   bool reacting_ = false;
   std::vector<Rect> damaged_;
   bool damaged_outside_ = false;

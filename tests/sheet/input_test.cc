@@ -74,18 +74,18 @@ class Input : public test::SheetInView {
  protected:
   Input() : SheetInView(Together(Periods(1000, 5), Numbers(1000), Numbers(1000), Numbers(1000))) {
     sheet.SetObserver(&listener);
-    sheet.SetViewer(&listener);
+    sheet.view().SetViewer(&listener);
   }
   ~Input() override {
     sheet.SetObserver(nullptr);
-    sheet.SetViewer(nullptr);
+    sheet.view().SetViewer(nullptr);
   }
 
   bool Press(Key key, Modifiers modifiers = kNone) { return keyboard.Press({key, modifiers}); }
-  CellPosition Current() const { return sheet.selection().current; }
-  CellRange Selected() const { return sheet.selection().Range(); }
+  CellPosition Current() const { return sheet.view().selection().current; }
+  CellRange Selected() const { return sheet.view().selection().Range(); }
   Point Middle(int row, int column) const {
-    const Rect cell = sheet.geometry().CellRect(row, column);
+    const Rect cell = sheet.view().geometry().CellRect(row, column);
     return {cell.x + cell.width / 2, cell.y + cell.height / 2};
   }
   void Click(Point at, Modifiers modifiers = kNone) {
@@ -163,7 +163,7 @@ TEST_F(Input, PagesMoveByTheRowsThatAreSeen) {
 
 TEST_F(Input, APageDownAndAPageUpComeBackToTheSameRow) {
   for (const int height : {201, 210, 219, 220}) {
-    sheet.SetView({430, height}, 1.0);
+    sheet.view().SetSize({430, height}, 1.0);
     sheet.Select(50, 2);
     Press(Key::kPageDown);
     EXPECT_GT(Current().row, 50);
@@ -276,7 +276,7 @@ TEST_F(Input, ClickingTheSignFoldsTheNodeWithoutMovingTheCurrentCell) {
   sheet.GroupBy(1, 2, "%s");
   sheet.SetOutlineCol(2);
   sheet.Select(3, 3);
-  const Rect cell = sheet.geometry().CellRect(1, 2);
+  const Rect cell = sheet.view().geometry().CellRect(1, 2);
   Click({cell.x + 8, cell.y + 10});
   EXPECT_TRUE(sheet.IsCollapsed(1));
   EXPECT_EQ(Current(), (CellPosition{3, 3}));
@@ -317,10 +317,10 @@ TEST_F(Input, DraggingACaptionMovesItsColumn) {
   sheet.SetColKey(1, "A");
   sheet.SetColKey(4, "D");
   DragTo(Middle(0, 1), {350, 10});
-  EXPECT_EQ(sheet.drop_column(), 4);
+  EXPECT_EQ(sheet.view().drop_column(), 4);
   mouse.Release({MouseButton::kLeft, kNone, {350, 10}});
   EXPECT_EQ(sheet.ColIndex("A"), 3);
-  EXPECT_EQ(sheet.drop_column(), -1);
+  EXPECT_EQ(sheet.view().drop_column(), -1);
   EXPECT_NE(listener.Take().find("moved 1 3;"), std::string::npos);
   Drag(Middle(0, 4), {35, 10});
   EXPECT_EQ(sheet.ColIndex("D"), 1);
@@ -355,9 +355,9 @@ TEST_F(Input, DraggingBeyondTheCellsScrollsAndExtends) {
 
 TEST_F(Input, TheWheelScrollsByPixels) {
   mouse.Wheel(0, 33);
-  EXPECT_EQ(sheet.geometry().scroll().y, 33);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 33);
   mouse.Wheel(0, -100);
-  EXPECT_EQ(sheet.geometry().scroll().y, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 0);
   mouse.Wheel(0, INT64_MAX / 2);
   EXPECT_EQ(sheet.BottomRow(), 1000);
 }
@@ -368,7 +368,7 @@ TEST_F(Input, NobodyIsToldWhileRedrawIsOffAndAllIsRepaintedWhenItIsOnAgain) {
   listener.scrolls = 0;
   sheet.SetTextMatrix(1, 1, "x");
   sheet.SetRowHidden(5, true);
-  sheet.ScrollBy(0, 100);
+  sheet.view().ScrollBy(0, 100);
   sheet.LoadColumns(Together(Numbers(50)), 1);
   EXPECT_EQ(listener.damages, 0);
   EXPECT_EQ(listener.scrolls, 0);
@@ -380,11 +380,11 @@ TEST_F(Input, NobodyIsToldWhileRedrawIsOffAndAllIsRepaintedWhenItIsOnAgain) {
 
 TEST_F(Input, ACellThatChangesDamagesItselfAlone) {
   sheet.SetTextMatrix(2, 2, "x");
-  EXPECT_EQ(listener.damaged, sheet.geometry().CellRect(2, 2));
+  EXPECT_EQ(listener.damaged, sheet.view().geometry().CellRect(2, 2));
   const int before = listener.damages;
   sheet.SetTextMatrix(900, 2, "x");
   EXPECT_EQ(listener.damages, before);
-  sheet.ScrollBy(0, 5);
+  sheet.view().ScrollBy(0, 5);
   EXPECT_EQ(listener.damages, before);
   EXPECT_EQ(listener.scrolls, 1);
 }
@@ -411,28 +411,28 @@ TEST_F(Input, PlusAndMinusFoldTheCurrentNodeAndWithControlAllOfThem) {
 
 TEST_F(Input, ADragWithinFrozenColumnsLeavesTheOthersWhereTheyAreScrolledTo) {
   sheet.SetFrozenCols(1);
-  sheet.SetView({280, 220}, 1.0);
-  sheet.ScrollTo({60, 0});
+  sheet.view().SetSize({280, 220}, 1.0);
+  sheet.view().ScrollTo({60, 0});
   DragTo(Middle(3, 1), Middle(6, 1));
   EXPECT_FALSE(mouse.WantsAutoScroll());
   mouse.AutoScroll();
-  EXPECT_EQ(sheet.geometry().scroll().x, 60);
+  EXPECT_EQ(sheet.view().geometry().scroll().x, 60);
   EXPECT_EQ(Selected(), (CellRange{3, 1, 7, 2}));
   mouse.Cancel();
   // Seen from the scrolling part, the frozen columns are beyond its edge.
   DragTo(Middle(3, 3), Middle(3, 1));
   EXPECT_TRUE(mouse.WantsAutoScroll());
   for (int tick = 0; tick < 10; ++tick) mouse.AutoScroll();
-  EXPECT_EQ(sheet.geometry().scroll().x, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().x, 0);
 }
 
 TEST_F(Input, ACaptionDraggedBeyondTheEdgeScrollsToWhereItIsToGo) {
-  sheet.SetView({230, 220}, 1.0);
+  sheet.view().SetSize({230, 220}, 1.0);
   DragTo(Middle(0, 1), {260, 10});
   EXPECT_TRUE(mouse.WantsAutoScroll());
   for (int tick = 0; tick < 20; ++tick) mouse.AutoScroll();
-  EXPECT_EQ(sheet.geometry().scroll(), (ScrollPosition{200, 0}));
-  EXPECT_EQ(sheet.drop_column(), 5);
+  EXPECT_EQ(sheet.view().geometry().scroll(), (ScrollPosition{200, 0}));
+  EXPECT_EQ(sheet.view().drop_column(), 5);
   mouse.Release({MouseButton::kLeft, kNone, {260, 10}});
   EXPECT_NE(listener.Take().find("moved 1 4"), std::string::npos);
   EXPECT_FALSE(mouse.WantsAutoScroll());
@@ -471,7 +471,7 @@ TEST_F(Input, SelectingAllOrARowBeginsAtTheFirstColumnThatIsShown) {
 }
 
 TEST_F(Input, AClickOnAnEdgeThatResizesNothingTellsNothing) {
-  const Rect caption = sheet.geometry().CellRect(0, 2);
+  const Rect caption = sheet.view().geometry().CellRect(0, 2);
   Click({caption.right() - 1, caption.y + 5});
   EXPECT_EQ(listener.Take().find("resized"), std::string::npos);
 }

@@ -7,11 +7,11 @@
 
 #include "platform/error.h"
 #include "sheet/columns.h"
+#include "sheet/grid_sheet.h"
 #include "sheet/input/mouse.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/recording_canvas.h"
-#include "sheet/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -27,7 +27,7 @@ class Limits : public ::testing::Test {
     sheet.LoadColumns(Together(Periods(1000, 5), Numbers(1000)), 1);
     sheet.SetColWidth(0, 450);
     for (int column = 1; column < 3; ++column) sheet.SetColWidth(column, 1500);
-    sheet.SetView({430, 220}, 1.0);
+    sheet.view().SetSize({430, 220}, 1.0);
   }
   ~Limits() override {
     EXPECT_TRUE(sheet.CheckInvariants());
@@ -35,25 +35,25 @@ class Limits : public ::testing::Test {
   }
   static MouseEvent At(int x, int y) { return {MouseButton::kLeft, {}, {x, y}}; }
 
-  Sheet sheet;
-  Mouse mouse{sheet};
+  GridSheet sheet;
+  Mouse mouse{sheet.view()};
 };
 
 TEST_F(Limits, AScaleThatIsNoneLeavesTheOneThereWas) {
-  sheet.SetView({430, 220}, 1.5);
+  sheet.view().SetSize({430, 220}, 1.5);
   for (const double scale : {0.0, -1.0, std::nan(""), HUGE_VAL}) {
-    sheet.SetView({430, 220}, scale);
-    EXPECT_EQ(sheet.scale(), 1.5);
+    sheet.view().SetSize({430, 220}, scale);
+    EXPECT_EQ(sheet.view().scale(), 1.5);
   }
-  sheet.SetView({430, 220}, 1e300);
-  EXPECT_GT(sheet.geometry().ContentHeight(), 0);
+  sheet.view().SetSize({430, 220}, 1e300);
+  EXPECT_GT(sheet.view().geometry().ContentHeight(), 0);
 }
 
 TEST_F(Limits, ScrollingBeyondAllMeasureEndsAtTheEdges) {
-  sheet.ScrollBy(INT64_MAX, INT64_MAX);
-  EXPECT_EQ(sheet.geometry().scroll(), sheet.geometry().max_scroll());
-  sheet.ScrollBy(INT64_MIN, INT64_MIN);
-  EXPECT_EQ(sheet.geometry().scroll(), ScrollPosition());
+  sheet.view().ScrollBy(INT64_MAX, INT64_MAX);
+  EXPECT_EQ(sheet.view().geometry().scroll(), sheet.view().geometry().max_scroll());
+  sheet.view().ScrollBy(INT64_MIN, INT64_MIN);
+  EXPECT_EQ(sheet.view().geometry().scroll(), ScrollPosition());
 }
 
 TEST_F(Limits, TheMouseMayBeAnywhere) {
@@ -102,16 +102,16 @@ TEST_F(Limits, ACancelledResizeLeavesTheRowToTheHeightOfAllRows) {
 
 TEST_F(Limits, FewerFixedRowsLeaveASheetAtItsTop) {
   sheet.SetFixedRows(3);
-  EXPECT_EQ(sheet.geometry().scroll().y, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 0);
   sheet.SetFixedRows(1);
-  EXPECT_EQ(sheet.geometry().scroll().y, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 0);
   EXPECT_EQ(sheet.TopRow(), 1);
 }
 
 TEST_F(Limits, FixedRowsBelowTheViewCostNothingToPaint) {
   sheet.SetFixedRows(900);
-  EXPECT_TRUE(sheet.geometry().BodyRect().IsEmpty());
-  const Snapshot snapshot = Snapshot::Of(sheet);
+  EXPECT_TRUE(sheet.view().geometry().BodyRect().IsEmpty());
+  const Snapshot snapshot = Snapshot::Of(sheet.view());
   size_t cells = 0;
   for (const SnapshotPane& pane : snapshot.panes()) cells += pane.content.size();
   EXPECT_EQ(cells, 11U * 3U);
@@ -121,7 +121,7 @@ TEST_F(Limits, ASheetAtItsTopStaysThereWhenRowsComeInThere) {
   sheet.AddItem("new", 1);
   sheet.AddItem("newer", 1);
   EXPECT_EQ(sheet.TopRow(), 1);
-  EXPECT_EQ(sheet.geometry().scroll().y, 0);
+  EXPECT_EQ(sheet.view().geometry().scroll().y, 0);
 }
 
 TEST_F(Limits, AScrolledSheetKeepsItsTopRowWhenRowsComeInAboveIt) {
@@ -131,21 +131,6 @@ TEST_F(Limits, AScrolledSheetKeepsItsTopRowWhenRowsComeInAboveIt) {
   sheet.AddItem("just above", 501);
   EXPECT_EQ(sheet.TopRow(), 502);
   EXPECT_EQ(sheet.TextMatrix(sheet.TopRow(), 2), top);
-}
-
-TEST_F(Limits, ALayoutIsTakenBackThoughItsRowsHaveGone) {
-  sheet.SetTopRow(900);
-  sheet.ScrollBy(0, 7);
-  const Sheet::Layout layout = sheet.layout();
-  sheet.SetRows(20);
-  sheet.SetLayout(layout);
-  EXPECT_TRUE(sheet.CheckInvariants());
-  sheet.SetLayout({{430, 220}, 1.0, -5, -5, -5});
-  EXPECT_TRUE(sheet.CheckInvariants());
-  EXPECT_EQ(sheet.TopRow(), 1);
-  sheet.SetFixedRows(3);
-  sheet.SetLayout({{430, 220}, 1.0, 1, 5, 0});
-  EXPECT_EQ(sheet.geometry().scroll().y, 0);
 }
 
 TEST_F(Limits, GroupingKeepsTheTopRow) {
@@ -161,8 +146,8 @@ TEST_F(Limits, TheFrameOfACurrentCellThatIsVeryLowStaysWithinIt) {
   sheet.SetRowHeight(2, 30);
   sheet.Select(2, 1);
   test::RecordingCanvas canvas;
-  Paint(Snapshot::Of(sheet), canvas);
-  const Rect cell = sheet.geometry().CellRect(2, 1);
+  Paint(Snapshot::Of(sheet.view()), canvas);
+  const Rect cell = sheet.view().geometry().CellRect(2, 1);
   ASSERT_EQ(cell.height, 2);
   for (const auto& fill : canvas.fills) {
     if (fill.colour != sheet.appearance().accent) continue;

@@ -8,7 +8,7 @@
 
 #include "columns/column.h"
 #include "columns/column_builder.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -36,7 +36,7 @@ class LongSheet : public ::testing::TestWithParam<double> {
     columns.push_back(Groups());
     sheet_.LoadColumns(std::move(columns), 1);
     sheet_.GroupBy(1, 1, "%s");
-    sheet_.SetView({800, 600}, GetParam());
+    sheet_.view().SetSize({800, 600}, GetParam());
   }
 
   static int NodeOf(int group) { return 1 + group * (kLines + 1); }
@@ -72,11 +72,11 @@ class LongSheet : public ::testing::TestWithParam<double> {
   int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
 
   void ExpectInPlace(int row) {
-    ASSERT_EQ(sheet_.rows().Top(row), TopOf(row)) << row;
+    ASSERT_EQ(sheet_.view().rows().Top(row), TopOf(row)) << row;
     const int64_t most = TopOf(sheet_.Rows()) - 600;
     const int64_t wanted = std::min(TopOf(row) - Pixels(300), most);
     sheet_.SetTopRow(row);
-    const Geometry geometry = sheet_.geometry();
+    const Geometry geometry = sheet_.view().geometry();
     ASSERT_EQ(geometry.scroll().y, wanted) << row;
     const Rect cell = geometry.VisibleCellRect(row, 1);
     if (Folded(row) || HeightOf(row) == 0) {
@@ -90,7 +90,7 @@ class LongSheet : public ::testing::TestWithParam<double> {
   }
 
   std::mt19937 random_{12};
-  Sheet sheet_;
+  GridSheet sheet_;
   std::map<int, int> own_heights_;
   std::vector<bool> folded_ = std::vector<bool>(kGroups, false);
 };
@@ -102,7 +102,7 @@ TEST_P(LongSheet, HasEveryRowAtItsPlaceWhateverTheHeightsAndTheFolding) {
   SetHeight(sheet_.Rows() - 2, 0);
   for (const int group : {1, 2, 7, 18}) Fold(group);
   ASSERT_TRUE(sheet_.CheckInvariants());
-  ASSERT_EQ(sheet_.geometry().ContentHeight(), TopOf(sheet_.Rows()));
+  ASSERT_EQ(sheet_.view().geometry().ContentHeight(), TopOf(sheet_.Rows()));
   for (int round = 0; round < 300; ++round) ExpectInPlace(1 + Below(sheet_.Rows() - 1));
   for (const auto& [row, twips] : own_heights_) ExpectInPlace(row);
   for (int group = 0; group < kGroups; ++group) ExpectInPlace(NodeOf(group));
@@ -116,36 +116,36 @@ TEST_P(LongSheet, ScrollsToTheEndAndBackToThePixel) {
   const int64_t end = TopOf(sheet_.Rows()) - 600;
   for (int round = 0; round < 200; ++round) {
     const int64_t from = static_cast<int64_t>(random_()) * 7919 % end;
-    sheet_.ScrollTo({0, from});
-    ASSERT_EQ(sheet_.geometry().scroll().y, from);
-    const CellPosition top = sheet_.geometry().CellAt({100, 300});
-    sheet_.ScrollBy(0, INT64_MAX / 2);
-    ASSERT_EQ(sheet_.geometry().scroll().y, end);
+    sheet_.view().ScrollTo({0, from});
+    ASSERT_EQ(sheet_.view().geometry().scroll().y, from);
+    const CellPosition top = sheet_.view().geometry().CellAt({100, 300});
+    sheet_.view().ScrollBy(0, INT64_MAX / 2);
+    ASSERT_EQ(sheet_.view().geometry().scroll().y, end);
     ASSERT_EQ(sheet_.BottomRow(), sheet_.Rows() - 1);
-    ASSERT_EQ(sheet_.geometry().CellRect(sheet_.Rows() - 1, 1).bottom(), 600);
-    sheet_.ScrollBy(0, from - end);
-    ASSERT_EQ(sheet_.geometry().scroll().y, from);
-    ASSERT_EQ(sheet_.geometry().CellAt({100, 300}), top);
-    sheet_.ScrollBy(0, 1);
-    sheet_.ScrollBy(0, -1);
-    ASSERT_EQ(sheet_.geometry().scroll().y, from);
+    ASSERT_EQ(sheet_.view().geometry().CellRect(sheet_.Rows() - 1, 1).bottom(), 600);
+    sheet_.view().ScrollBy(0, from - end);
+    ASSERT_EQ(sheet_.view().geometry().scroll().y, from);
+    ASSERT_EQ(sheet_.view().geometry().CellAt({100, 300}), top);
+    sheet_.view().ScrollBy(0, 1);
+    sheet_.view().ScrollBy(0, -1);
+    ASSERT_EQ(sheet_.view().geometry().scroll().y, from);
   }
   for (int64_t step = 1; step <= 2000; ++step) {
-    sheet_.ScrollTo({0, end});
-    sheet_.ScrollBy(0, -step);
-    ASSERT_EQ(sheet_.geometry().CellRect(sheet_.Rows() - 1, 1).bottom(), 600 + step);
+    sheet_.view().ScrollTo({0, end});
+    sheet_.view().ScrollBy(0, -step);
+    ASSERT_EQ(sheet_.view().geometry().CellRect(sheet_.Rows() - 1, 1).bottom(), 600 + step);
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, LongSheet, ::testing::Values(1, 1.25, 1.75, 3));
 
 TEST(LongSheet, CostsRunsAndNotRows) {
-  Sheet sheet;
+  GridSheet sheet;
   std::vector<columns::Column> columns;
   columns.push_back(columns::Column::Constant(base::Value(int64_t{7}), kRows));
   sheet.LoadColumns(std::move(columns), 1);
   sheet.SetRowHeight(-1, 250);
-  sheet.SetView({800, 600}, 1.25);
+  sheet.view().SetSize({800, 600}, 1.25);
   EXPECT_EQ(sheet.states().RunCount(), 1U);
   EXPECT_EQ(sheet.store().order().PieceCount(), 2U);
   EXPECT_LT(sheet.EngineBytes(), 10000U);

@@ -47,13 +47,13 @@ class Observer : public test::SheetInView {
  protected:
   Observer() : SheetInView(Together(Numbers(100), Numbers(100), Numbers(100), Numbers(100))) {
     sheet.SetObserver(&meddler);
-    sheet.SetViewer(&meddler);
+    sheet.view().SetViewer(&meddler);
   }
   ~Observer() override {
     EXPECT_TRUE(sheet.CheckInvariants());
     EXPECT_TRUE(mouse.CheckInvariants());
     sheet.SetObserver(nullptr);
-    sheet.SetViewer(nullptr);
+    sheet.view().SetViewer(nullptr);
   }
   static MouseEvent At(int x, int y, MouseButton button = MouseButton::kLeft) { return {button, {}, {x, y}}; }
 
@@ -100,7 +100,7 @@ TEST_F(Observer, MayTakeRowsAndColumnsAwayBeforeTheCurrentCellMoves) {
     sheet.SetCols(3);
   };
   keyboard.Press({Key::kDown, {}});
-  EXPECT_EQ(sheet.selection().current, (CellPosition{19, 2}));
+  EXPECT_EQ(sheet.view().selection().current, (CellPosition{19, 2}));
 }
 
 TEST_F(Observer, MayEmptyTheSheetAfterTheCurrentCellMoved) {
@@ -112,7 +112,7 @@ TEST_F(Observer, MayEmptyTheSheetAfterTheCurrentCellMoved) {
   mouse.Move(At(240, 300));
   mouse.AutoScroll();
   mouse.Release(At(240, 300));
-  EXPECT_EQ(sheet.selection(), Selection());
+  EXPECT_EQ(sheet.view().selection(), Selection());
   EXPECT_FALSE(keyboard.Press({Key::kDown, {}}));
 }
 
@@ -129,11 +129,11 @@ TEST_F(Observer, FindsTheMouseOverNothingWhereItsCellHasGone) {
 TEST_F(Observer, HearsOfOneMoveThoughAnotherButtonWentUpMeanwhile) {
   mouse.Press(At(80, 10));
   mouse.Move(At(300, 10));
-  EXPECT_EQ(sheet.drop_column(), 4);
+  EXPECT_EQ(sheet.view().drop_column(), 4);
   mouse.Release(At(300, 10, MouseButton::kRight));
-  EXPECT_EQ(sheet.drop_column(), 4);
+  EXPECT_EQ(sheet.view().drop_column(), 4);
   mouse.Release(At(300, 10));
-  EXPECT_EQ(sheet.drop_column(), -1);
+  EXPECT_EQ(sheet.view().drop_column(), -1);
   EXPECT_EQ(meddler.moved_columns, 1);
 }
 
@@ -148,9 +148,9 @@ TEST_F(Observer, HearsOfAResizeThoughAnotherButtonWentUpMeanwhile) {
 TEST_F(Observer, SeesTheDropMarkStayWithinTheColumnsThatAreLeft) {
   mouse.Press(At(80, 10));
   mouse.Move(At(420, 10));
-  EXPECT_EQ(sheet.drop_column(), 5);
+  EXPECT_EQ(sheet.view().drop_column(), 5);
   sheet.SetCols(3);
-  EXPECT_EQ(sheet.drop_column(), 3);
+  EXPECT_EQ(sheet.view().drop_column(), 3);
   mouse.Release(At(420, 10));
 }
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -24,7 +24,7 @@ class Pages : public ::testing::Test {
 
   // A plan for pages with room for that many rows below the caption.
   PagePlan PlanOf(int rows, double width = 1000) {
-    PaperLayout paper(sheet, 1, sheet.appearance());
+    PaperLayout paper(sheet, 1);
     return {paper, {width, 20.0 + 20.0 * rows}};
   }
   // Every visible row is on exactly one page, in order, and no page is empty.
@@ -40,7 +40,7 @@ class Pages : public ::testing::Test {
     for (; next < sheet.Rows(); ++next) EXPECT_TRUE(sheet.RowHidden(next)) << next;
   }
 
-  Sheet sheet;
+  GridSheet sheet;
 };
 
 TEST_F(Pages, TakeAsManyRowsAsFit) {

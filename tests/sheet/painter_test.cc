@@ -9,7 +9,7 @@
 #include "sheet/columns.h"
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/recording_canvas.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {
@@ -28,24 +28,24 @@ using test::Texts;
 using test::Together;
 
 // `rows` records, a period and a number each, 20 pixels high and 100 wide at scale 1, grouped by period.
-void Fill(Sheet& sheet, int rows, int periods) {
+void Fill(GridSheet& sheet, int rows, int periods) {
   sheet.LoadColumns(Together(Periods(rows, periods), Numbers(rows), Numbers(rows), Numbers(rows)), 1);
   sheet.SetRowHeight(-1, 300);
   sheet.SetColWidth(0, 450);
   for (int column = 1; column < sheet.Cols(); ++column) sheet.SetColWidth(column, 1500);
-  sheet.SetView({380, 200}, 1.0);
+  sheet.view().SetSize({380, 200}, 1.0);
   if (periods > 0) sheet.GroupBy(1, 2, "%s");
   sheet.SetOutlineCol(2);
 }
 
-RecordingCanvas Painted(const Sheet& sheet) {
+RecordingCanvas Painted(const GridSheet& sheet) {
   RecordingCanvas canvas;
-  Paint(Snapshot::Of(sheet), canvas);
+  Paint(Snapshot::Of(sheet.view()), canvas);
   return canvas;
 }
 
 TEST(Painter, DrawsVisibleCellsOnly) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 1000, 0);
   sheet.SetTopRow(500);
   const RecordingCanvas canvas = Painted(sheet);
@@ -59,15 +59,15 @@ TEST(Painter, DrawsVisibleCellsOnly) {
 }
 
 TEST(Painter, DrawsNothingOutsideOfTheAreaItIsGiven) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 1000, 5);
   sheet.SetFrozenCols(1);
-  sheet.ScrollBy(37, 333);
+  sheet.view().ScrollBy(37, 333);
   sheet.SelectRange(17, 1, 22, 3);
   for (const Rect area :
        {Rect{0, 0, 380, 200}, Rect{50, 30, 100, 57}, Rect{0, 90, 380, 1}, Rect{379, 0, 1, 200}, Rect{0, 0, 0, 0}}) {
     RecordingCanvas canvas;
-    Paint(Snapshot::Of(sheet, area), canvas);
+    Paint(Snapshot::Of(sheet.view(), area), canvas);
     EXPECT_TRUE(canvas.IsBalanced());
     for (const auto& fill : canvas.fills) {
       EXPECT_TRUE(area.Contains(fill.rect)) << fill.rect.x << ' ' << fill.rect.y;
@@ -78,9 +78,9 @@ TEST(Painter, DrawsNothingOutsideOfTheAreaItIsGiven) {
 }
 
 TEST(Painter, FillsEveryPixelOfTheView) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
-  sheet.ScrollBy(11, 0);
+  sheet.view().ScrollBy(11, 0);
   const RecordingCanvas canvas = Painted(sheet);
   for (int y = 0; y < 200; y += 3) {
     for (int x = 0; x < 380; x += 3) ASSERT_NE(canvas.ColourAt(x, y), 0xFFFFFFFFU) << x << ' ' << y;
@@ -90,7 +90,7 @@ TEST(Painter, FillsEveryPixelOfTheView) {
 }
 
 TEST(Painter, DrawsTwoLineCaptionsCentredOnTwoLines) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   sheet.SetRowHeight(0, 600);
   sheet.SetTextMatrix(0, 3, "入库/出库\n数量");
@@ -106,7 +106,7 @@ TEST(Painter, DrawsTwoLineCaptionsCentredOnTwoLines) {
 }
 
 TEST(Painter, LeavesOutTheSecondLineWhereOnlyOneFits) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   sheet.SetTextMatrix(1, 3, "1.00\n2.00");
   const RecordingCanvas canvas = Painted(sheet);
@@ -117,7 +117,7 @@ TEST(Painter, LeavesOutTheSecondLineWhereOnlyOneFits) {
 }
 
 TEST(Painter, CutsTheTextOfARowLowerThanALine) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   sheet.SetTextMatrix(1, 3, "low");
   sheet.SetRowHeight(1, 120);
@@ -128,7 +128,7 @@ TEST(Painter, CutsTheTextOfARowLowerThanALine) {
 }
 
 TEST(Painter, PutsNumbersRightAndTextsLeftWhereTheColumnLeavesItOpen) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"text"}), Doubles({12.5}), Texts({"-"})), 1);
   sheet.SetColDataType(2, DataType::kDouble);
   sheet.SetColDataType(3, DataType::kDouble);
@@ -143,7 +143,7 @@ TEST(Painter, PutsNumbersRightAndTextsLeftWhereTheColumnLeavesItOpen) {
 }
 
 TEST(Painter, ShowsHashesForNumbersThatDoNotFitAndAnEllipsisForTexts) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a long text here"}), Doubles({1234567}), Texts({"12.5\n1,234,567.00"})), 1);
   sheet.SetColDataType(2, DataType::kDouble);
   sheet.SetColDataType(3, DataType::kDouble);
@@ -160,7 +160,7 @@ TEST(Painter, ShowsHashesForNumbersThatDoNotFitAndAnEllipsisForTexts) {
 }
 
 TEST(Painter, ShowsNegativeNumbersInTheirColourUnlessOneIsSet) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Doubles({-1, 1}), Texts({"-x", ""})), 1);
   sheet.SetColDataType(1, DataType::kDouble);
   RecordingCanvas canvas = Painted(sheet);
@@ -177,7 +177,7 @@ TEST(Painter, ShowsNegativeNumbersInTheirColourUnlessOneIsSet) {
 }
 
 TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   for (int column = 2; column < 5; ++column) {
     sheet.SetColDataType(column, DataType::kDouble);
@@ -185,8 +185,8 @@ TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
   }
   sheet.SetFrozenCols(1);
   // The fixed column and the first one end at 130. The second extends from 60 to 160, the fourth from 260 to 360.
-  sheet.SetView({330, 200}, 1.0);
-  sheet.ScrollTo({70, 0});
+  sheet.view().SetSize({330, 200}, 1.0);
+  sheet.view().ScrollTo({70, 0});
   const RecordingCanvas canvas = Painted(sheet);
   size_t whole = 0;
   size_t hashes = 0;
@@ -202,7 +202,7 @@ TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
 }
 
 TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   sheet.SetColDataType(3, DataType::kDouble);
   sheet.SetRowHeight(2, 600);
@@ -213,7 +213,7 @@ TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
 }
 
 TEST(Painter, MovesTextAsideForPicturesAtItsSides) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"left"}), Texts({"right"}), Texts({"behind"})), 1);
   const auto picture = testing::MakePicture("any");
   const int without = Painted(sheet).Find("left")->rect.x;
@@ -225,17 +225,17 @@ TEST(Painter, MovesTextAsideForPicturesAtItsSides) {
   EXPECT_EQ(canvas.Find("left")->rect.x, without + 16 + 3);
   EXPECT_EQ(canvas.Find("right")->rect.right(), right_without - 16 - 3);
   ASSERT_EQ(canvas.pictures.size(), 3U);
-  EXPECT_EQ(canvas.pictures[2].item.rect.width, sheet.geometry().CellRect(1, 3).width - 1);
+  EXPECT_EQ(canvas.pictures[2].item.rect.width, sheet.view().geometry().CellRect(1, 3).width - 1);
   EXPECT_EQ(canvas.pictures[0].item.rect.width, 16);
 }
 
 TEST(Painter, KeepsFrozenColumnsInPlaceAndClipsWhatScrollsBesideThem) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 100, 0);
   sheet.SetFrozenCols(1);
   sheet.SetTextMatrix(1, 1, "frozen");
   sheet.SetTextMatrix(1, 2, "scrolled");
-  sheet.ScrollBy(40, 0);
+  sheet.view().ScrollBy(40, 0);
   const RecordingCanvas canvas = Painted(sheet);
   EXPECT_EQ(canvas.Find("frozen")->clip, (Rect{30, 20, 100, 180}));
   EXPECT_EQ(canvas.Find("scrolled")->clip, (Rect{130, 20, 250, 180}));
@@ -244,31 +244,31 @@ TEST(Painter, KeepsFrozenColumnsInPlaceAndClipsWhatScrollsBesideThem) {
 }
 
 TEST(Painter, FillsSelectedCellsAndFramesTheCurrentOne) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 100, 0);
   sheet.SelectRange(2, 2, 3, 3);
   const RecordingCanvas canvas = Painted(sheet);
-  const Rect current = sheet.geometry().CellRect(2, 2);
+  const Rect current = sheet.view().geometry().CellRect(2, 2);
   EXPECT_EQ(canvas.ColourAt(current.x + 50, current.y + 10), sheet.ColourOf(GridColour::kBackColor));
   EXPECT_EQ(canvas.ColourAt(current.x, current.y + 10), sheet.appearance().accent);
-  const Rect selected = sheet.geometry().CellRect(3, 3);
+  const Rect selected = sheet.view().geometry().CellRect(3, 3);
   EXPECT_EQ(canvas.ColourAt(selected.x + 50, selected.y + 10), sheet.ColourOf(GridColour::kBackColorSel));
 }
 
 TEST(Painter, FramesTheCurrentCellInAnotherColourWhereKeysDoNotCome) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 5, 0);
   sheet.Select(2, 2);
-  const Rect cell = sheet.geometry().CellRect(2, 2);
+  const Rect cell = sheet.view().geometry().CellRect(2, 2);
   EXPECT_EQ(Painted(sheet).ColourAt(cell.x, cell.y), sheet.appearance().accent);
-  sheet.SetFocused(false);
+  sheet.view().SetFocused(false);
   EXPECT_EQ(Painted(sheet).ColourAt(cell.x, cell.y), sheet.ColourOf(GridColour::kForeColorFixed));
 }
 
 TEST(Painter, DrawsSignsOfNodesThatHaveLines) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 100, 2);
-  const Rect cell = sheet.geometry().CellRect(1, 2);
+  const Rect cell = sheet.view().geometry().CellRect(1, 2);
   const Rect sign = OutlineMetrics::Of(1.0).Sign(cell, 0);
   const auto ink = sheet.ColourOf(GridColour::kForeColorFixed);
   RecordingCanvas canvas = Painted(sheet);
@@ -285,20 +285,20 @@ TEST(Painter, DrawsSignsOfNodesThatHaveLines) {
 }
 
 TEST(Painter, IndentsLinesAsFarAsTheTextOfTheirNode) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 100, 2);
   const RecordingCanvas canvas = Painted(sheet);
-  const int column = sheet.geometry().CellRect(1, 2).x;
+  const int column = sheet.view().geometry().CellRect(1, 2).x;
   int indented = 0;
   for (const auto& text : canvas.texts) indented += text.rect.x == column + 16 + 4 ? 1 : 0;
   EXPECT_EQ(indented, 9);
 }
 
 TEST(Painter, DrawsTheLinesThatTheStyleNames) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 100, 0);
   const auto colour = sheet.ColourOf(GridColour::kGridColor);
-  const Rect cell = sheet.geometry().CellRect(3, 2);
+  const Rect cell = sheet.view().geometry().CellRect(3, 2);
   const auto has_row_line = [&] { return Painted(sheet).ColourAt(cell.x + 50, cell.bottom() - 1) == colour; };
   const auto has_column_line = [&] { return Painted(sheet).ColourAt(cell.right() - 1, cell.y + 10) == colour; };
   EXPECT_TRUE(has_row_line() && has_column_line());
@@ -314,9 +314,9 @@ TEST(Painter, DrawsTheLinesThatTheStyleNames) {
 
 TEST(Painter, TakesADozenCallsAPaneWhateverTheNumberOfRows) {
   const auto calls = [](int rows) {
-    Sheet sheet;
+    GridSheet sheet;
     Fill(sheet, rows, 10);
-    sheet.SetView({1400, 1000}, 1.0);
+    sheet.view().SetSize({1400, 1000}, 1.0);
     const RecordingCanvas canvas = Painted(sheet);
     return std::pair(canvas.calls, canvas.texts.size());
   };
@@ -325,10 +325,10 @@ TEST(Painter, TakesADozenCallsAPaneWhateverTheNumberOfRows) {
 }
 
 TEST(Snapshot, StaysAsItWasWhenTheSheetChanges) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 10, 0);
   sheet.SetTextMatrix(1, 1, "before");
-  const Snapshot snapshot = Snapshot::Of(sheet);
+  const Snapshot snapshot = Snapshot::Of(sheet.view());
   sheet.SetTextMatrix(1, 1, "after");
   sheet.SetCols(1);
   RecordingCanvas canvas;
@@ -338,17 +338,17 @@ TEST(Snapshot, StaysAsItWasWhenTheSheetChanges) {
 }
 
 TEST(Snapshot, HoldsTheCellsInSightOnly) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 1000000, 36);
   sheet.SetTopRow(500000);
-  const Snapshot snapshot = Snapshot::Of(sheet);
+  const Snapshot snapshot = Snapshot::Of(sheet.view());
   size_t cells = 0;
   for (const SnapshotPane& pane : snapshot.panes()) cells += pane.content.size();
   EXPECT_LE(cells, 11U * 5U);
 }
 
 TEST(Snapshot, CutsTextsThatNobodyCanSeeWhole) {
-  Sheet sheet;
+  GridSheet sheet;
   Fill(sheet, 1, 0);
   std::string longest;
   for (int count = 0; count < 100000; ++count) longest += "库";
@@ -361,12 +361,12 @@ TEST(Snapshot, CutsTextsThatNobodyCanSeeWhole) {
 }
 
 TEST(Painter, PaintsAnEmptyGridAndAGridWithoutRowsOrColumns) {
-  Sheet sheet;
+  GridSheet sheet;
   EXPECT_GT(Painted(sheet).fills.size(), 0U);
   sheet.SetRows(0);
   sheet.SetCols(0);
   EXPECT_GT(Painted(sheet).fills.size(), 0U);
-  sheet.SetView({0, 0}, 1.0);
+  sheet.view().SetSize({0, 0}, 1.0);
   EXPECT_EQ(Painted(sheet).fills.size(), 0U);
 }
 

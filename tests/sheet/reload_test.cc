@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -15,7 +15,7 @@ using test::Together;
 constexpr platform::Colour kRed = 0x000000FF;
 
 TEST(Reload, KeepsTheTextsOfLoadedRowsThatWereMadeFixed) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b", "c"})), 1);
   sheet.SetFixedRows(3);
   sheet.LoadColumns(Together(Texts({"x", "y", "z"})), 1);
@@ -29,7 +29,7 @@ TEST(Reload, KeepsTheTextsOfLoadedRowsThatWereMadeFixed) {
 }
 
 TEST(Reload, KeepsTheTextsOfLoadedRowsThatWereMadeFixedWhenAllOthersGo) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b", "c"})), 1);
   sheet.SetCellColors({1, 1, 2, 2}, kRed, 0);
   sheet.SetFixedRows(3);
@@ -42,7 +42,7 @@ TEST(Reload, KeepsTheTextsOfLoadedRowsThatWereMadeFixedWhenAllOthersGo) {
 }
 
 TEST(Reload, GivesNewRecordsNoColoursOfRemovedOnes) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(5)), 1);
   sheet.RemoveItem(4);
   // Spans the record that was removed.
@@ -54,7 +54,7 @@ TEST(Reload, GivesNewRecordsNoColoursOfRemovedOnes) {
 }
 
 TEST(Reload, ForgetsPicturesAndEditsOfTheResultBefore) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(3), Numbers(3)), 1);
   sheet.SetTextMatrix(2, 1, "edited");
   sheet.SetCellData(2, 2, base::Value(int64_t{9}));

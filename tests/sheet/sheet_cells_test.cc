@@ -4,7 +4,7 @@
 #include "columns/column_builder.h"
 #include "platform/error.h"
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {
@@ -23,7 +23,7 @@ using test::Texts;
 using test::Together;
 
 TEST(Sheet, BeginsWithOneFixedRowAndColumnAndNoCurrentCell) {
-  const Sheet sheet;
+  const GridSheet sheet;
   EXPECT_EQ(sheet.Rows(), 1);
   EXPECT_EQ(sheet.Cols(), 1);
   EXPECT_EQ(sheet.FixedRows(), 1);
@@ -34,7 +34,7 @@ TEST(Sheet, BeginsWithOneFixedRowAndColumnAndNoCurrentCell) {
 }
 
 TEST(Sheet, ShowsLoadedColumnsBelowTheFixedRows) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b", "c"}), Doubles({1.5, -2, 0.1})), 1);
   EXPECT_EQ(sheet.Rows(), 4);
   EXPECT_EQ(sheet.Cols(), 3);
@@ -50,7 +50,7 @@ TEST(Sheet, ShowsLoadedColumnsBelowTheFixedRows) {
 }
 
 TEST(Sheet, ReadsCellsOutsideOfItAsNeutralAndRefusesToWriteThem) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(2)), 1);
   EXPECT_EQ(sheet.TextMatrix(-1, 0), "");
   EXPECT_EQ(sheet.TextMatrix(0, 9), "");
@@ -67,7 +67,7 @@ TEST(Sheet, ReadsCellsOutsideOfItAsNeutralAndRefusesToWriteThem) {
 }
 
 TEST(Sheet, PutsTextsOfSingleCellsOnTopOfLoadedOnes) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b"}), Doubles({1, 2})), 1);
   sheet.SetTextMatrix(1, 2, "-");
   EXPECT_EQ(sheet.TextMatrix(1, 2), "-");
@@ -80,7 +80,7 @@ TEST(Sheet, PutsTextsOfSingleCellsOnTopOfLoadedOnes) {
 }
 
 TEST(Sheet, ReadsNumbersFromTheShownText) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"1,234.5", "2004-03-01", "x"}), Doubles({0.1 + 0.2, 1e20, -0.0})), 1);
   EXPECT_EQ(sheet.ValueMatrix(1, 1), 1234.5);
   EXPECT_EQ(sheet.ValueMatrix(2, 1), 0);
@@ -90,7 +90,7 @@ TEST(Sheet, ReadsNumbersFromTheShownText) {
 }
 
 TEST(Sheet, ReplacesLoadedContentsAndForgetsTheCellsSetOnThem) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Doubles({1, 2}), Doubles({3, 4})), 1);
   sheet.AddItem("", 1);
   sheet.SetTextMatrix(1, 1, "total");
@@ -110,7 +110,7 @@ TEST(Sheet, ReplacesLoadedContentsAndForgetsTheCellsSetOnThem) {
 }
 
 TEST(Sheet, ReplacesAColumnThatHadNothingLoaded) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Doubles({1, 2})), 1);
   sheet.SetCols(4);
   EXPECT_EQ(sheet.LoadedText(3), nullptr);
@@ -119,7 +119,7 @@ TEST(Sheet, ReplacesAColumnThatHadNothingLoaded) {
 }
 
 TEST(Sheet, LoadsOfNoRowsAndNoColumnsLeaveAnEmptyGrid) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({})), 1);
   EXPECT_EQ(sheet.Rows(), 1);
   EXPECT_EQ(sheet.Row(), -1);
@@ -131,7 +131,7 @@ TEST(Sheet, LoadsOfNoRowsAndNoColumnsLeaveAnEmptyGrid) {
 }
 
 TEST(Sheet, ALaterLoadReplacesAllRowsAndWhatWasSetOnThem) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b"})), 1);
   sheet.SetTextMatrix(0, 1, "caption");
   sheet.AddItem("x\ty", 3);
@@ -147,7 +147,7 @@ TEST(Sheet, ALaterLoadReplacesAllRowsAndWhatWasSetOnThem) {
 }
 
 TEST(Sheet, ShowsFormattedNumbersAndLeavesOtherTextsAlone) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Doubles({1234.5, 1.005, -0.001})), 1);
   sheet.SetColDataType(1, DataType::kDouble);
   sheet.SetColFormat(1, "#,##0.00");
@@ -169,7 +169,7 @@ TEST(Sheet, ShowsLoadedMoneyExactly) {
   columns::ColumnBuilder builder;
   builder.AppendMoney(Money::FromUnits(INT64_MAX));
   builder.AppendNull();
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(builder.Finish()), 1);
   sheet.SetColDataType(1, DataType::kCurrency);
   sheet.SetColFormat(1, "#,##0.0000");
@@ -179,7 +179,7 @@ TEST(Sheet, ShowsLoadedMoneyExactly) {
 }
 
 TEST(Sheet, ShowsDatesOfATextColumnByItsDateFormat) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"2004-03-01 08:00:00", "unknown", ""})), 1);
   sheet.SetColDataType(1, DataType::kString);
   sheet.SetColFormat(1, "yyyy-MM-dd");
@@ -189,7 +189,7 @@ TEST(Sheet, ShowsDatesOfATextColumnByItsDateFormat) {
 }
 
 TEST(Sheet, KeepsPicturesOfCellsAndOfLoadedRows) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(3)), 1);
   const auto first = testing::MakePicture("any");
   const auto second = testing::MakePicture("any");
@@ -209,7 +209,7 @@ TEST(Sheet, KeepsPicturesOfCellsAndOfLoadedRows) {
 }
 
 TEST(Sheet, TintsNodesUntilAColourIsSetOnThem) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b"})), 1);
   sheet.SetIsSubtotal(2, true);
   EXPECT_EQ(sheet.CellBackColor(2, 1), *sheet.appearance().node_back);
@@ -221,7 +221,7 @@ TEST(Sheet, TintsNodesUntilAColourIsSetOnThem) {
 }
 
 TEST(Sheet, ARowThatGetsItsOwnColoursBackFollowsTheGridAgain) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b"})), 1);
   const auto back = sheet.CellBackColor(1, 1);
   const auto fore = sheet.CellForeColor(1, 1);
@@ -232,7 +232,7 @@ TEST(Sheet, ARowThatGetsItsOwnColoursBackFollowsTheGridAgain) {
 }
 
 TEST(Sheet, FindsColumnsByKeyWhereverTheyMove) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.SetCols(5);
   sheet.SetColKey(1, "A");
   sheet.SetColKey(2, "B");
@@ -256,7 +256,7 @@ TEST(Sheet, FindsColumnsByKeyWhereverTheyMove) {
 }
 
 TEST(Sheet, FindsTheFirstOfSeveralColumnsWithOneKey) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.SetCols(4);
   sheet.SetColKey(3, "K");
   sheet.SetColKey(1, "K");
@@ -266,7 +266,7 @@ TEST(Sheet, FindsTheFirstOfSeveralColumnsWithOneKey) {
 }
 
 TEST(Sheet, KeepsSettingsOfColumns) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.SetCols(3);
   sheet.SetColAlignment(-1, Alignment::kCenterCenter);
   EXPECT_EQ(sheet.ColAlignment(0), Alignment::kCenterCenter);
@@ -281,7 +281,7 @@ TEST(Sheet, KeepsSettingsOfColumns) {
 }
 
 TEST(Sheet, FillsAnAddedRowFromATabText) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.SetCols(3);
   sheet.AddItem("a\tb\tc\td", 1);
   EXPECT_EQ(sheet.Rows(), 2);
@@ -296,7 +296,7 @@ TEST(Sheet, FillsAnAddedRowFromATabText) {
 }
 
 TEST(Sheet, KeepsRowHeightsBetweenTheLimits) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(3)), 1);
   sheet.SetRowHeight(-1, 250);
   sheet.SetRowHeight(2, 400);

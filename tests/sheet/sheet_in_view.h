@@ -8,8 +8,8 @@
 
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
-#include "sheet/input/viewer.h"
-#include "sheet/sheet.h"
+#include "sheet/view/viewer.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet::test {
 
@@ -29,12 +29,12 @@ class SheetInView : public ::testing::Test {
     sheet.LoadColumns(std::move(columns), 1);
     sheet.SetColWidth(0, 450);
     for (int column = 1; column < sheet.Cols(); ++column) sheet.SetColWidth(column, 1500);
-    sheet.SetView({430, 220}, 1.0);
+    sheet.view().SetSize({430, 220}, 1.0);
   }
 
-  Sheet sheet;
-  Keyboard keyboard{sheet};
-  Mouse mouse{sheet};
+  GridSheet sheet;
+  Keyboard keyboard{sheet.view()};
+  Mouse mouse{sheet.view()};
 };
 
 }  // namespace stockbook::sheet::test

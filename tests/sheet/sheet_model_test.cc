@@ -6,8 +6,8 @@
 #include <random>
 
 #include "sheet/columns.h"
+#include "sheet/grid_sheet.h"
 #include "sheet/plain_model.h"
-#include "sheet/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -199,14 +199,14 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
       case 0:
         model_.view = {Below(500), Below(400)};
         model_.scale = kScales[Below(6)];
-        sheet_.SetView(model_.view, model_.scale);
+        sheet_.view().SetSize(model_.view, model_.scale);
         break;
       case 1: {
         const int row = Below(model_.Rows());
         sheet_.SetTopRow(row);
         const int64_t above = model_.Tops()[static_cast<size_t>(std::max(row, model_.fixed_rows))] -
                               model_.Tops()[static_cast<size_t>(model_.fixed_rows)];
-        ASSERT_EQ(sheet_.geometry().scroll().y, std::min(above, model_.MostScroll()));
+        ASSERT_EQ(sheet_.view().geometry().scroll().y, std::min(above, model_.MostScroll()));
         break;
       }
       case 2: {
@@ -218,8 +218,8 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
       }
       default: {
         const int64_t y = Below(3000) - 100;
-        sheet_.ScrollTo({0, y});
-        ASSERT_EQ(sheet_.geometry().scroll().y, std::clamp<int64_t>(y, 0, model_.MostScroll()));
+        sheet_.view().ScrollTo({0, y});
+        ASSERT_EQ(sheet_.view().geometry().scroll().y, std::clamp<int64_t>(y, 0, model_.MostScroll()));
       }
     }
   }
@@ -256,10 +256,10 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
     ASSERT_EQ(sheet_.FixedRows(), model_.fixed_rows);
     const std::vector<int64_t> tops = model_.Tops();
     for (int row = 0; row < model_.Rows(); ++row) CompareRow(row, tops[static_cast<size_t>(row)]);
-    ASSERT_EQ(sheet_.rows().Total(), tops.back());
+    ASSERT_EQ(sheet_.view().rows().Total(), tops.back());
     CompareColumns();
-    const int64_t scroll = sheet_.geometry().scroll().y;
-    ASSERT_EQ(sheet_.geometry().max_scroll().y, model_.MostScroll());
+    const int64_t scroll = sheet_.view().geometry().scroll().y;
+    ASSERT_EQ(sheet_.view().geometry().max_scroll().y, model_.MostScroll());
     ASSERT_EQ(sheet_.TopRow(), model_.TopRow(scroll));
     ASSERT_EQ(sheet_.BottomRow(), model_.BottomRow(scroll));
     for (const int row : {sheet_.Row(), sheet_.RowSel()}) {
@@ -281,10 +281,10 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
     ASSERT_EQ(sheet_.IsCollapsed(row), expected.collapsed);
     ASSERT_EQ(sheet_.RowOutlineLevel(row), expected.level);
     ASSERT_EQ(sheet_.RowHeight(row), model_.Height(row));
-    ASSERT_EQ(sheet_.rows().Top(row), top);
+    ASSERT_EQ(sheet_.view().rows().Top(row), top);
     if (shown) {
-      ASSERT_EQ(sheet_.rows().RowAt(top), row);
-      ASSERT_EQ(sheet_.rows().RowAt(top + model_.HeightPx(row) - 1), row);
+      ASSERT_EQ(sheet_.view().rows().RowAt(top), row);
+      ASSERT_EQ(sheet_.view().rows().RowAt(top + model_.HeightPx(row) - 1), row);
     }
     for (int column = 0; column < kColumns; ++column) {
       ASSERT_EQ(sheet_.TextMatrix(row, column), model_.Text(row, column)) << row << ' ' << column;
@@ -296,7 +296,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
 
   void CompareColumns() {
     const std::vector<int64_t> lefts = model_.Lefts();
-    const Geometry geometry = sheet_.geometry();
+    const Geometry geometry = sheet_.view().geometry();
     ASSERT_EQ(sheet_.PinnedCols(), model_.PinnedCols());
     for (int column = 0; column < kColumns; ++column) {
       const int64_t scrolled = column < model_.PinnedCols() ? 0 : geometry.scroll().x;
@@ -307,7 +307,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
   }
 
   std::mt19937 random_;
-  Sheet sheet_;
+  GridSheet sheet_;
   PlainModel model_;
 };
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -13,7 +13,7 @@ using test::Texts;
 using test::Together;
 
 // Shown rows as "caption" texts of column 2, joined by blanks.
-std::string ShownRows(const Sheet& sheet) {
+std::string ShownRows(const GridSheet& sheet) {
   std::string shown;
   for (int row = sheet.FixedRows(); row < sheet.Rows(); ++row) {
     if (sheet.RowHidden(row)) continue;
@@ -29,7 +29,7 @@ void LoadTwoPeriods(Sheet& sheet) {
 }
 
 TEST(SheetOutline, GroupsEqualTextsUnderANodeWithTheirText) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   EXPECT_EQ(ShownRows(sheet), "200401 a b 200402 c");
   EXPECT_TRUE(sheet.IsSubtotal(1));
@@ -47,7 +47,7 @@ TEST(SheetOutline, GroupsEqualTextsUnderANodeWithTheirText) {
 }
 
 TEST(SheetOutline, CollapsingLeavesOpeningRowNodesAndTotalsInSight) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   sheet.AddItem("", 1);
   sheet.SetTextMatrix(1, 2, "opening");
@@ -68,7 +68,7 @@ TEST(SheetOutline, CollapsingLeavesOpeningRowNodesAndTotalsInSight) {
 }
 
 TEST(SheetOutline, RowsHiddenForThemselvesStayHiddenWhenTheirNodeOpens) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   sheet.SetRowHidden(2, true);
   sheet.SetIsCollapsed(1, true);
@@ -77,7 +77,7 @@ TEST(SheetOutline, RowsHiddenForThemselvesStayHiddenWhenTheirNodeOpens) {
 }
 
 TEST(SheetOutline, ARowMadeVisibleIsUnfoldedToo) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   sheet.SetIsCollapsed(1, true);
   sheet.SetRowHidden(3, false);
@@ -86,7 +86,7 @@ TEST(SheetOutline, ARowMadeVisibleIsUnfoldedToo) {
 }
 
 TEST(SheetOutline, ARowInsertedIntoACollapsedGroupEndsIt) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   sheet.SetIsCollapsed(1, true);
   sheet.AddItem("", 3);
@@ -102,7 +102,7 @@ TEST(SheetOutline, ARowInsertedIntoACollapsedGroupEndsIt) {
 }
 
 TEST(SheetOutline, AnOrdinaryRowCannotBeCollapsed) {
-  Sheet sheet;
+  GridSheet sheet;
   LoadTwoPeriods(sheet);
   sheet.SetIsCollapsed(2, true);
   EXPECT_FALSE(sheet.IsCollapsed(2));
@@ -112,7 +112,7 @@ TEST(SheetOutline, AnOrdinaryRowCannotBeCollapsed) {
 }
 
 TEST(SheetOutline, NestedNodesCoverWhatTheyGovern) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.SetCols(3);
   const std::vector<std::pair<std::string, int>> rows = {{"A", 0}, {"A1", 1}, {"x", 2}, {"A2", 1},
                                                          {"y", 2}, {"B", 0},  {"z", 1}};
@@ -134,7 +134,7 @@ TEST(SheetOutline, NestedNodesCoverWhatTheyGovern) {
 }
 
 TEST(SheetOutline, GroupsByCellsSetOnTopOfLoadedOnes) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"p", "p", "p"}), Texts({"a", "b", "c"})), 1);
   sheet.SetTextMatrix(2, 1, "q");
   sheet.GroupBy(1, 2, "[%s]");
@@ -142,7 +142,7 @@ TEST(SheetOutline, GroupsByCellsSetOnTopOfLoadedOnes) {
 }
 
 TEST(SheetOutline, GroupsNumbersAndEmptyTexts) {
-  Sheet sheet;
+  GridSheet sheet;
   sheet.LoadColumns(Together(Numbers(2), Texts({"a", "b"}), Texts({"", ""})), 1);
   sheet.GroupBy(3, 2, "<%s>");
   EXPECT_EQ(ShownRows(sheet), "<> a b");
@@ -151,7 +151,7 @@ TEST(SheetOutline, GroupsNumbersAndEmptyTexts) {
 }
 
 TEST(SheetOutline, CollapsesAndExpandsAMillionRowsByRuns) {
-  Sheet sheet;
+  GridSheet sheet;
   constexpr int kRows = 1000000;
   sheet.LoadColumns(Together(Periods(kRows, 36), Numbers(kRows)), 1);
   sheet.GroupBy(1, 2, "%s");
@@ -165,7 +165,7 @@ TEST(SheetOutline, CollapsesAndExpandsAMillionRowsByRuns) {
 }
 
 TEST(SheetOutline, TwelveHundredPeriodsCostRunsAndNotRows) {
-  Sheet sheet;
+  GridSheet sheet;
   constexpr int kRows = 1000000;
   constexpr int kPeriods = 1200;
   sheet.LoadColumns(Together(Periods(kRows, kPeriods), Numbers(kRows)), 1);

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "control/stockbook.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::testing {
@@ -19,8 +19,8 @@ struct ControlOverFakes {
     return {fg, fg1, metrics, images, menu, clipboard, site};
   }
 
-  sheet::Sheet fg;
-  sheet::Sheet fg1;
+  sheet::GridSheet fg;
+  sheet::GridSheet fg1;
   FakeTextMetrics metrics;
   FakeImages images;
   FakeMenu menu;

@@ -10,7 +10,7 @@
 #include "base/money.h"
 #include "columns/column.h"
 #include "columns/column_builder.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::testing {
 
@@ -43,7 +43,7 @@ class SampleLedger {
  public:
   explicit SampleLedger(SampleLedgerSize size = {}) : size_(size), columns_(kLedgerColumns) {}
 
-  void Fill(sheet::Sheet& sheet) {
+  void Fill(sheet::GridSheet& sheet) {
     MakeLines();
     std::vector<columns::Column> columns;
     for (columns::ColumnBuilder& column : columns_) columns.push_back(column.Finish());
@@ -121,7 +121,7 @@ class SampleLedger {
     }
   }
 
-  static void Describe(sheet::Sheet& sheet) {
+  static void Describe(sheet::GridSheet& sheet) {
     struct Look {
       const char* key;
       const char* caption;
@@ -157,7 +157,7 @@ class SampleLedger {
     sheet.SetRowHeight(0, 40 * kTwips);
   }
 
-  void AddTotals(sheet::Sheet& sheet) const {
+  void AddTotals(sheet::GridSheet& sheet) const {
     constexpr int kTwips = 15;
     for (int period = size_.periods - 1; period >= 0; --period) {
       const auto last = static_cast<size_t>((period + 1) * size_.lines - 1);

@@ -21,7 +21,7 @@
 #include "qt/clipboard.h"
 #include "qt/grid_view.h"
 #include "qt/stockbook_widget.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/sample_ledger.h"
 #include "support/small_journal.h"
@@ -163,11 +163,11 @@ class Host {
 
   void Reset() {
     Clear();
-    own_sheet_ = std::make_unique<sheet::Sheet>();
+    own_sheet_ = std::make_unique<sheet::GridSheet>();
     SampleLedger().Fill(*own_sheet_);
     own_sheet_->SetObserver(&listener_);
-    own_sheet_->SetClipboard(&clipboard_);
-    own_view_ = std::make_unique<qt::GridView>(*own_sheet_);
+    own_sheet_->view().SetClipboard(&clipboard_);
+    own_view_ = std::make_unique<qt::GridView>(own_sheet_->view());
     own_view_->setParent(window_.get());
     Show(*own_view_, *own_view_, *own_sheet_);
   }
@@ -182,7 +182,7 @@ class Host {
     Show(*journal_, *journal_->findChild<qt::GridView*>(), journal_->sheet());
   }
 
-  void Show(QWidget& widget, qt::GridView& view, sheet::Sheet& sheet) {
+  void Show(QWidget& widget, qt::GridView& view, sheet::GridSheet& sheet) {
     view_ = &view;
     sheet_ = &sheet;
     layout_->insertWidget(1, &widget);
@@ -196,8 +196,8 @@ class Host {
   }
 
   void TellState() const {
-    const sheet::Selection& selection = sheet_->selection();
-    const sheet::ScrollPosition scroll = sheet_->geometry().scroll();
+    const sheet::Selection& selection = sheet_->view().selection();
+    const sheet::ScrollPosition scroll = sheet_->view().geometry().scroll();
     std::ostringstream columns;
     for (int column = 0; column < sheet_->Cols(); ++column)
       columns << sheet_->ColKey(column) << ":" << sheet_->ColWidth(column) / 15 << " ";
@@ -217,7 +217,7 @@ class Host {
               << selection.current.column << "\nend=" << selection.end.row << " " << selection.end.column
               << "\nscroll=" << scroll.x << " " << scroll.y << "\ntop=" << sheet_->TopRow()
               << "\nbottom=" << sheet_->BottomRow() << "\ncolumns=" << columns.str() << "\nheights=" << heights.str()
-              << "\nclosed=" << closed.str() << "\ndrop=" << sheet_->drop_column()
+              << "\nclosed=" << closed.str() << "\ndrop=" << sheet_->view().drop_column()
               << "\ncursor=" << NameOf(view_->viewport()->cursor().shape())
               << "\nclipboard=" << OneLine(QApplication::clipboard()->text())
               << "\ntip=" << (QToolTip::isVisible() ? OneLine(QToolTip::text()) : "")
@@ -228,7 +228,7 @@ class Host {
 
   // The visible part of the cell, in screen coordinates.
   void TellCell(int row, int column) const {
-    const sheet::Rect cell = sheet_->geometry().VisibleCellRect(row, column);
+    const sheet::Rect cell = sheet_->view().geometry().VisibleCellRect(row, column);
     const QPoint corner = view_->viewport()->mapToGlobal(QPoint(cell.x, cell.y));
     std::cout << "rect=" << corner.x() << " " << corner.y() << " " << cell.width << " " << cell.height << "\n";
   }
@@ -266,11 +266,11 @@ class Host {
   QLineEdit* after_ = nullptr;
   Listener listener_;
   qt::QtClipboard clipboard_;
-  std::unique_ptr<sheet::Sheet> own_sheet_;
+  std::unique_ptr<sheet::GridSheet> own_sheet_;
   std::unique_ptr<qt::GridView> own_view_;
   EventRecorder journalist_;
   std::unique_ptr<qt::StockbookWidget> journal_;
-  sheet::Sheet* sheet_ = nullptr;  // of the ledger or the journal
+  sheet::GridSheet* sheet_ = nullptr;  // of the ledger or the journal
   qt::GridView* view_ = nullptr;
 };
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"

@@ -118,7 +118,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   if (const LoadReport report = window.LoadJournal(options); !report.loaded) {
     throw platform::Error("render", LoadError(report));
   }
-  sheet::Sheet& sheet = window.stockbook().sheet();
+  sheet::GridSheet& sheet = window.stockbook().sheet();
   if (line.Has("collapse")) sheet.CollapseAll(true);
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));
   // Let the window settle: scroll bars appear and disappear.

@@ -11,7 +11,7 @@
 #include "qt/images.h"
 #include "qt/menu.h"
 #include "qt/text_metrics.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/command/journal_options.h"
 
 namespace stockbook::app {
@@ -43,15 +43,15 @@ class JournalDesk : private platform::ControlSite {
   JournalDesk();
 
   control::Stockbook& control() { return control_; }
-  sheet::Sheet& sheet() { return fg_; }
+  sheet::GridSheet& sheet() { return fg_; }
 
  private:
   void PropertyChanged(std::string_view) override {}
   void FrameChanged() override {}
   control::Surroundings Surroundings();
 
-  sheet::Sheet fg_;
-  sheet::Sheet fg1_;
+  sheet::GridSheet fg_;
+  sheet::GridSheet fg1_;
   qt::QtTextMetrics text_metrics_;
   qt::QtImages images_;
   qt::QtMenu menu_{nullptr};

@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::app {
 
@@ -12,10 +12,10 @@ namespace stockbook::app {
 // nodes, which are identified by their texts. Costs O(nodes).
 class ReadingPlace {
  public:
-  explicit ReadingPlace(const sheet::Sheet& sheet);
+  explicit ReadingPlace(const sheet::GridSheet& sheet);
 
   // Returns false and changes nothing if the cell no longer exists.
-  bool GoBack(sheet::Sheet& sheet) const;
+  bool GoBack(sheet::GridSheet& sheet) const;
 
  private:
   int row_;

@@ -2,7 +2,7 @@
 #include "stockbook/window/window_colours.h"
 
 #include "qt/colour.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

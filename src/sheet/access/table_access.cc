@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -16,6 +16,8 @@ void AppendWord(std::string& text, const std::string& word) {
 }
 
 }  // namespace
+
+TableAccess::TableAccess(View& view) : view_(view), sheet_(view.sheet()) {}
 
 int TableAccess::RowCount() const {
   const RowStates& states = sheet_.states();
@@ -77,24 +79,24 @@ NodeState TableAccess::NodeAt(int row) const {
   return sheet_.IsCollapsed(row) ? NodeState::kClosed : NodeState::kOpen;
 }
 
-Rect TableAccess::CellArea(int row, int column) const { return sheet_.geometry().VisibleCellRect(row, column); }
+Rect TableAccess::CellArea(int row, int column) const { return view_.geometry().VisibleCellRect(row, column); }
 
 Rect TableAccess::CaptionArea(int column) const {
   if (sheet_.FixedRows() == 0) return {};
-  const Geometry geometry = sheet_.geometry();
+  const Geometry geometry = view_.geometry();
   const Rect first = geometry.VisibleCellRect(0, column);
   const Rect last = geometry.VisibleCellRect(sheet_.FixedRows() - 1, column);
   return {first.x, 0, first.width, first.IsEmpty() ? 0 : std::max(first.bottom(), last.bottom())};
 }
 
 std::optional<CellPosition> TableAccess::CellAt(Point point) const {
-  const CellPosition cell = sheet_.geometry().CellAt(point);
+  const CellPosition cell = view_.geometry().CellAt(point);
   if (cell.row < 0 || cell.column < sheet_.FixedCols()) return std::nullopt;
   return CellPosition{cell.row < sheet_.FixedRows() ? -1 : cell.row, cell.column};
 }
 
 IndexSpan TableAccess::SelectedRows() const {
-  const platform::CellRange range = sheet_.selection().Range();
+  const platform::CellRange range = view_.selection().Range();
   const int first = std::max(range.row1, sheet_.FixedRows());
   const int last = std::min(range.row2, sheet_.Rows());
   if (first >= last || SelectedColumns().Count() == 0) return {};
@@ -104,7 +106,7 @@ IndexSpan TableAccess::SelectedRows() const {
 }
 
 IndexSpan TableAccess::SelectedColumns() const {
-  const platform::CellRange range = sheet_.selection().Range();
+  const platform::CellRange range = view_.selection().Range();
   IndexSpan span;
   for (int column = sheet_.FixedCols(); column < std::min(range.column2, sheet_.Cols()); ++column) {
     if (sheet_.ColHidden(column)) continue;
@@ -124,23 +126,23 @@ bool TableAccess::SelectsWholeColumns() const {
 
 bool TableAccess::GoTo(int row, int column) {
   if (IndexOfRow(row) < 0 || IndexOfColumn(column) < 0) return false;
-  if (!sheet_.ChangeSelection(Selection::Of({row, column}))) return false;
-  const CellPosition current = sheet_.selection().current;
-  sheet_.ScrollTo(sheet_.geometry().ToShow(current.row, current.column));
+  if (!view_.ChangeSelection(Selection::Of({row, column}))) return false;
+  const CellPosition current = view_.selection().current;
+  view_.ScrollTo(view_.geometry().ToShow(current.row, current.column));
   return true;
 }
 
 bool TableAccess::SelectRow(int row) {
   if (IndexOfRow(row) < 0 || ColumnCount() == 0) return false;
-  return sheet_.ChangeSelection({{row, ColumnOf(0)}, {row, sheet_.Cols() - 1}});
+  return view_.ChangeSelection({{row, ColumnOf(0)}, {row, sheet_.Cols() - 1}});
 }
 
 bool TableAccess::SelectColumn(int column) {
   if (IndexOfColumn(column) < 0 || RowCount() == 0) return false;
-  return sheet_.ChangeSelection({{RowOf(0), column}, {sheet_.Rows() - 1, column}});
+  return view_.ChangeSelection({{RowOf(0), column}, {sheet_.Rows() - 1, column}});
 }
 
-bool TableAccess::SelectCurrentAlone() { return sheet_.ChangeSelection(Selection::Of(sheet_.selection().current)); }
+bool TableAccess::SelectCurrentAlone() { return view_.ChangeSelection(Selection::Of(view_.selection().current)); }
 
 bool TableAccess::ToggleNode(int row) {
   const NodeState state = NodeAt(row);

@@ -11,6 +11,7 @@
 namespace stockbook::sheet {
 
 class Sheet;
+class View;
 
 // What a row is to the outline: a line, or a node that has lines to show or to hide.
 enum class NodeState { kNone, kOpen, kClosed };
@@ -30,7 +31,7 @@ struct IndexSpan {
 // are when a node is folded. It keeps nothing; a question costs O(log runs) or O(columns), whatever the number of rows.
 class TableAccess {
  public:
-  explicit TableAccess(Sheet& sheet) : sheet_(sheet) {}
+  explicit TableAccess(View& view);
 
   int RowCount() const;
   int ColumnCount() const;
@@ -70,6 +71,7 @@ class TableAccess {
   bool ToggleNode(int row);
 
  private:
+  View& view_;
   Sheet& sheet_;
 };
 

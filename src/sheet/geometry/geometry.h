@@ -3,12 +3,14 @@
 
 #include <cstdint>
 
+#include "platform/grid_types.h"
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/rect.h"
 #include "sheet/geometry/row_axis.h"
-#include "sheet/selection/selection.h"
 
 namespace stockbook::sheet {
+
+using platform::CellPosition;
 
 // What stays in view: the first rows and the first columns.
 struct Pinned {

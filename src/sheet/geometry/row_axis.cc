@@ -7,7 +7,7 @@
 
 namespace stockbook::sheet {
 
-RowAxis::RowAxis(RowStates& states, double scale) : states_(states), scale_(scale) { states_.AddWatcher(this); }
+RowAxis::RowAxis(const RowStates& states, double scale) : states_(states), scale_(scale) { states_.AddWatcher(this); }
 
 RowAxis::~RowAxis() { states_.RemoveWatcher(this); }
 

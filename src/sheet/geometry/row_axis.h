@@ -14,7 +14,7 @@ namespace stockbook::sheet {
 // that are alike, are O(log runs). When every row has changed it is built anew for the next question, which is O(runs).
 class RowAxis final : private RowStatesWatcher {
  public:
-  RowAxis(RowStates& states, double scale);
+  RowAxis(const RowStates& states, double scale);
   ~RowAxis() override;
   RowAxis(const RowAxis&) = delete;
   RowAxis& operator=(const RowAxis&) = delete;
@@ -55,7 +55,7 @@ class RowAxis final : private RowStatesWatcher {
 
   const HeightRuns& Runs() const;
 
-  RowStates& states_;
+  const RowStates& states_;
   double scale_;
   mutable HeightRuns runs_;
   mutable bool valid_ = false;

@@ -7,7 +7,7 @@
 #include "sheet/geometry/scale.h"
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -15,8 +15,8 @@ namespace {
 constexpr int kLeastPixels = 4;
 
 // What the largest cell within the part of the view needs.
-Size LargestWithin(const Sheet& sheet, TextMeasure& measure, const Rect& part) {
-  const Snapshot snapshot = Snapshot::Of(sheet, part);
+Size LargestWithin(const View& view, TextMeasure& measure, const Rect& part) {
+  const Snapshot snapshot = Snapshot::Of(view, part);
   const CellLayout layout(snapshot, measure);
   Size largest;
   for (const SnapshotPane& pane : snapshot.panes()) {
@@ -30,32 +30,32 @@ Size LargestWithin(const Sheet& sheet, TextMeasure& measure, const Rect& part) {
   return largest;
 }
 
-int ToTwips(const Sheet& sheet, int pixels, int most_pixels) {
+int ToTwips(const View& view, int pixels, int most_pixels) {
   const int fitted = std::clamp(pixels, kLeastPixels, std::max(kLeastPixels, most_pixels));
-  return static_cast<int>(std::ceil(fitted * kTwipsPerPixel / sheet.scale()));
+  return static_cast<int>(std::ceil(fitted * kTwipsPerPixel / view.scale()));
 }
 
 }  // namespace
 
-void FitColumn(Sheet& sheet, int column) {
-  TextMeasure* measure = sheet.viewer() != nullptr ? sheet.viewer()->Measure() : nullptr;
-  if (measure == nullptr || column < 0 || column >= sheet.Cols()) return;
-  const Geometry geometry = sheet.geometry();
+void FitColumn(View& view, int column) {
+  TextMeasure* measure = view.viewer() != nullptr ? view.viewer()->Measure() : nullptr;
+  if (measure == nullptr || column < 0 || column >= view.sheet().Cols()) return;
+  const Geometry geometry = view.geometry();
   // A hair of the column is enough to take all of its cells; the neighbours are not to be asked.
   Rect strip = geometry.CellRect(0, column).Intersected(geometry.PaneOf(0, column));
   if (strip.IsEmpty()) return;
   strip = {strip.x, 0, strip.width, geometry.view().height};
-  sheet.SetColWidth(column, ToTwips(sheet, LargestWithin(sheet, *measure, strip).width, geometry.view().width));
+  view.sheet().SetColWidth(column, ToTwips(view, LargestWithin(view, *measure, strip).width, geometry.view().width));
 }
 
-void FitRow(Sheet& sheet, int row) {
-  TextMeasure* measure = sheet.viewer() != nullptr ? sheet.viewer()->Measure() : nullptr;
-  if (measure == nullptr || row < 0 || row >= sheet.Rows() || sheet.Cols() == 0) return;
-  const Geometry geometry = sheet.geometry();
+void FitRow(View& view, int row) {
+  TextMeasure* measure = view.viewer() != nullptr ? view.viewer()->Measure() : nullptr;
+  if (measure == nullptr || row < 0 || row >= view.sheet().Rows() || view.sheet().Cols() == 0) return;
+  const Geometry geometry = view.geometry();
   Rect strip = geometry.VisibleCellRect(row, 0);
   if (strip.height <= 0) return;
   strip = {0, strip.y, geometry.view().width, strip.height};
-  sheet.SetRowHeight(row, ToTwips(sheet, LargestWithin(sheet, *measure, strip).height, geometry.view().height));
+  view.sheet().SetRowHeight(row, ToTwips(view, LargestWithin(view, *measure, strip).height, geometry.view().height));
 }
 
 }  // namespace stockbook::sheet

@@ -3,15 +3,17 @@
 
 #include <algorithm>
 
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
+
+Keyboard::Keyboard(View& view) : view_(view), sheet_(view.sheet()) {}
 
 bool Keyboard::Press(const KeyEvent& event) {
   if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
   // The observer may have something to copy even where nothing is selected.
-  if (IsCopying(event) && sheet_.observer().Copy()) return true;
-  const Selection& selection = sheet_.selection();
+  if (IsCopying(event) && view_.observer().Copy()) return true;
+  const Selection& selection = view_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
   if (IsCommand(event.key)) return Command(event);
   if (FoldNode(event)) return true;
@@ -54,14 +56,14 @@ bool Keyboard::Command(const KeyEvent& event) {
 }
 
 bool Keyboard::Copy() {
-  if (sheet_.clipboard() == nullptr) return false;
-  sheet_.CopySelection(*sheet_.clipboard());
+  if (view_.clipboard() == nullptr) return false;
+  view_.CopySelection(*view_.clipboard());
   return true;
 }
 
 // With Shift the rows of the selection from the first column to the last, with Control its columns from top to bottom.
 bool Keyboard::SelectWhole(Modifiers modifiers) {
-  Selection wanted = sheet_.selection();
+  Selection wanted = view_.selection();
   if (modifiers.Shift()) {
     wanted.current.column = sheet_.FirstShownColumn();
     wanted.end.column = sheet_.Cols() - 1;
@@ -70,36 +72,36 @@ bool Keyboard::SelectWhole(Modifiers modifiers) {
     wanted.current.row = sheet_.FixedRows();
     wanted.end.row = sheet_.Rows() - 1;
   }
-  if (wanted == sheet_.selection()) return false;
-  sheet_.ChangeSelection(wanted);
+  if (wanted == view_.selection()) return false;
+  view_.ChangeSelection(wanted);
   return true;
 }
 
 // Without an observer the key is left to the dialog around the sheet.
 bool Keyboard::DoubleClick() {
-  if (!sheet_.IsObserved()) return false;
-  sheet_.SetMouseCell(sheet_.selection().current);
-  sheet_.observer().DoubleClick();
+  if (!view_.IsObserved()) return false;
+  view_.SetMouseCell(view_.selection().current);
+  view_.observer().DoubleClick();
   return true;
 }
 
 bool Keyboard::PressRight(Modifiers modifiers) {
-  if (!sheet_.IsObserved()) return false;
-  CellPosition cell = sheet_.selection().current;
-  sheet_.ScrollTo(sheet_.geometry().ToShow(cell.row, cell.column));
+  if (!view_.IsObserved()) return false;
+  CellPosition cell = view_.selection().current;
+  view_.ScrollTo(view_.geometry().ToShow(cell.row, cell.column));
   if (modifiers.Control()) cell.row = 0;
-  const Rect area = sheet_.geometry().CellRect(cell.row, cell.column);
-  sheet_.SetMouseCell(cell);
+  const Rect area = view_.geometry().CellRect(cell.row, cell.column);
+  view_.SetMouseCell(cell);
   const Point middle{area.x + area.width / 2, area.y + area.height / 2};
-  sheet_.observer().MouseDown(ToGridEvent({MouseButton::kRight, {}, middle}, sheet_.scale()));
+  view_.observer().MouseDown(ToGridEvent({MouseButton::kRight, {}, middle}, view_.scale()));
   return true;
 }
 
 void Keyboard::FoldAll(bool collapsed) {
   sheet_.CollapseAll(collapsed);
-  const CellPosition cell = sheet_.selection().current;
+  const CellPosition cell = view_.selection().current;
   if (!sheet_.states().At(cell.row).covered) {
-    sheet_.ScrollTo(sheet_.geometry().ToShow(cell.row, cell.column));
+    view_.ScrollTo(view_.geometry().ToShow(cell.row, cell.column));
     return;
   }
   // The node that covers the current row takes its place.
@@ -107,9 +109,9 @@ void Keyboard::FoldAll(bool collapsed) {
 }
 
 void Keyboard::MoveTo(const Selection& wanted) {
-  if (!sheet_.ChangeSelection(wanted)) return;
-  const CellPosition shown = sheet_.selection().end;
-  sheet_.ScrollTo(sheet_.geometry().ToShow(shown.row, shown.column));
+  if (!view_.ChangeSelection(wanted)) return;
+  const CellPosition shown = view_.selection().end;
+  view_.ScrollTo(view_.geometry().ToShow(shown.row, shown.column));
 }
 
 CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
@@ -161,19 +163,19 @@ int Keyboard::ColumnStep(int column, int direction) const {
 int Keyboard::EdgeRow(int direction) const {
   const int beyond = direction < 0 ? sheet_.FixedRows() - 1 : sheet_.Rows();
   const int row = RowStep(beyond, -direction);
-  return row == beyond ? sheet_.selection().current.row : row;
+  return row == beyond ? view_.selection().current.row : row;
 }
 
 int Keyboard::EdgeColumn(int direction) const {
   const int beyond = direction < 0 ? sheet_.FixedCols() - 1 : sheet_.Cols();
   const int column = ColumnStep(beyond, -direction);
-  return column == beyond ? sheet_.selection().current.column : column;
+  return column == beyond ? view_.selection().current.column : column;
 }
 
 int Keyboard::PageRow(int row, int direction) const {
-  const RowAxis& rows = sheet_.rows();
+  const RowAxis& rows = view_.rows();
   const int64_t height = rows.Height(row);
-  const int64_t page = std::max<int64_t>(sheet_.geometry().BodyRect().height - height, 1);
+  const int64_t page = std::max<int64_t>(view_.geometry().BodyRect().height - height, 1);
   // Of the row's far edge from the page, so that a page down and a page up come back.
   const int64_t pixel = rows.Top(row) + (direction < 0 ? height - 1 - page : page);
   const int first = EdgeRow(-1);
@@ -185,7 +187,7 @@ int Keyboard::PageRow(int row, int direction) const {
 }
 
 bool Keyboard::FoldNode(const KeyEvent& event) {
-  const CellPosition cell = sheet_.selection().current;
+  const CellPosition cell = view_.selection().current;
   if (event.modifiers.Any()) return false;
   if (event.key == Key::kLeft && GoToNode(cell)) return true;
   if (!sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
@@ -210,7 +212,7 @@ bool Keyboard::GoToNode(CellPosition cell) {
 }
 
 void Keyboard::SelectAll() {
-  sheet_.ChangeSelection({{sheet_.FixedRows(), sheet_.FirstShownColumn()}, {sheet_.Rows() - 1, sheet_.Cols() - 1}});
+  view_.ChangeSelection({{sheet_.FixedRows(), sheet_.FirstShownColumn()}, {sheet_.Rows() - 1, sheet_.Cols() - 1}});
 }
 
 }  // namespace stockbook::sheet

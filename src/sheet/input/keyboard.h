@@ -7,12 +7,13 @@
 namespace stockbook::sheet {
 
 class Sheet;
+class View;
 
 // What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes,
 // copy, and stand for the mouse on the current cell. The cell moved to is brought into view.
 class Keyboard {
  public:
-  explicit Keyboard(Sheet& sheet) : sheet_(sheet) {}
+  explicit Keyboard(View& view);
 
   // False when the key means nothing to the sheet.
   bool Press(const KeyEvent& event);
@@ -41,6 +42,7 @@ class Keyboard {
   bool FoldNode(const KeyEvent& event);
   void SelectAll();
 
+  View& view_;
   Sheet& sheet_;
 };
 

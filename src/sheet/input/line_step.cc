@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "sheet/geometry/scale.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -13,14 +13,15 @@ constexpr int kLookedAt = 4;
 
 }  // namespace
 
-int LineStep(const Sheet& sheet) {
+int LineStep(const View& view) {
+  const Sheet& sheet = view.sheet();
   const int first = sheet.FixedRows();
   const int last = std::min(first + kLookedAt, sheet.Rows());
   int twips = 0;
   for (int row = first; row < last; ++row) {
     if (const int height = sheet.RowHeight(row); twips == 0 || height < twips) twips = height;
   }
-  return static_cast<int>(std::max<int64_t>(1, ToPixels(twips, sheet.scale())));
+  return static_cast<int>(std::max<int64_t>(1, ToPixels(twips, view.scale())));
 }
 
 }  // namespace stockbook::sheet

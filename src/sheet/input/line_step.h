@@ -3,10 +3,10 @@
 
 namespace stockbook::sheet {
 
-class Sheet;
+class View;
 
 // What a line of a wheel or a click on a scroll bar's arrow scrolls by, in device pixels: an ordinary row. Nodes among
 // the first rows may be higher. At least 1.
-int LineStep(const Sheet& sheet);
+int LineStep(const View& view);
 
 }  // namespace stockbook::sheet

@@ -9,7 +9,7 @@
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/geometry/scale.h"
 #include "sheet/input/fit.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -22,10 +22,12 @@ constexpr int kMostSize = 1 << 24;
 
 }  // namespace
 
-int Mouse::Scaled(int pixels) const { return std::max(1, static_cast<int>(std::lround(pixels * sheet_.scale()))); }
+Mouse::Mouse(View& view) : view_(view), sheet_(view.sheet()) {}
+
+int Mouse::Scaled(int pixels) const { return std::max(1, static_cast<int>(std::lround(pixels * view_.scale()))); }
 
 int Mouse::ColumnEdgeAt(int x) const {
-  const Geometry at = sheet_.geometry();
+  const Geometry at = view_.geometry();
   const int reach = Scaled(kEdgeReach);
   // The column that ends here comes before the one that begins here.
   for (const int probe : {x - reach, x}) {
@@ -38,7 +40,7 @@ int Mouse::ColumnEdgeAt(int x) const {
 }
 
 int Mouse::RowEdgeAt(int y) const {
-  const Geometry at = sheet_.geometry();
+  const Geometry at = view_.geometry();
   const int reach = Scaled(kRowEdgeReach);
   for (const int probe : {y - reach, y}) {
     const int row = at.CellAt({0, std::max(probe, 0)}).row;
@@ -48,7 +50,7 @@ int Mouse::RowEdgeAt(int y) const {
 }
 
 Mouse::Edge Mouse::EdgeAt(Point at) const {
-  const Geometry geometry = sheet_.geometry();
+  const Geometry geometry = view_.geometry();
   if (!Rect{0, 0, geometry.view().width, geometry.view().height}.Contains(at)) return {};
   if (sheet_.FixedRows() > 0 && at.y < geometry.PinnedHeight()) {
     if (const int column = ColumnEdgeAt(at.x); column >= 0) return {-1, column};
@@ -66,12 +68,12 @@ int Mouse::SizeOf(const Edge& edge) const {
 }
 
 bool Mouse::ToggleNodeAt(Point at) {
-  const Geometry geometry = sheet_.geometry();
+  const Geometry geometry = view_.geometry();
   const CellPosition cell = geometry.CellAt(at);
   const bool on_tree = cell.row >= sheet_.FixedRows() && cell.column >= 0 && cell.column == sheet_.OutlineCol() &&
                        sheet_.OutlineBar() != platform::OutlineBarStyle::kNone;
   if (!on_tree || !sheet_.IsSubtotal(cell.row) || !sheet_.outline().Governs(cell.row)) return false;
-  const OutlineMetrics metrics = OutlineMetrics::Of(sheet_.scale());
+  const OutlineMetrics metrics = OutlineMetrics::Of(view_.scale());
   if (!metrics.ClickArea(geometry.CellRect(cell.row, cell.column), sheet_.RowOutlineLevel(cell.row)).Contains(at))
     return false;
   sheet_.SetIsCollapsed(cell.row, !sheet_.IsCollapsed(cell.row));
@@ -81,13 +83,13 @@ bool Mouse::ToggleNodeAt(Point at) {
 void Mouse::Press(const MouseEvent& event) {
   Cancel();
   pressed_ = last_ = event.at;
-  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  view_.SetMouseCell(view_.geometry().CellAt(event.at));
   if (event.button == MouseButton::kLeft) PressLeft(event);
-  sheet_.observer().MouseDown(ToGridEvent(event, sheet_.scale()));
+  view_.observer().MouseDown(ToGridEvent(event, view_.scale()));
 }
 
 void Mouse::PressLeft(const MouseEvent& event) {
-  const CellPosition cell = sheet_.geometry().CellAt(event.at);
+  const CellPosition cell = view_.geometry().CellAt(event.at);
   if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
     BeginResize(edge, event.at);
     return;
@@ -109,7 +111,7 @@ void Mouse::BeginSelection(CellPosition cell, Start start) {
   const bool whole_columns = cell.row < first.row;
   const bool whole_rows = cell.column < first.column;
   Selection wanted = Selection::Of({std::max(cell.row, first.row), std::max(cell.column, first.column)});
-  if (start == Start::kCurrent) wanted.current = sheet_.selection().current;
+  if (start == Start::kCurrent) wanted.current = view_.selection().current;
   if (whole_columns) {
     wanted.current.row = first.row;
     wanted.end.row = last.row;
@@ -118,7 +120,7 @@ void Mouse::BeginSelection(CellPosition cell, Start start) {
     wanted.current.column = sheet_.FirstShownColumn();
     wanted.end.column = last.column;
   }
-  if (!sheet_.ChangeSelection(wanted)) return;
+  if (!view_.ChangeSelection(wanted)) return;
   drag_ = whole_columns && whole_rows ? Drag::kNone
           : whole_columns             ? Drag::kColumns
           : whole_rows                ? Drag::kRows
@@ -126,9 +128,9 @@ void Mouse::BeginSelection(CellPosition cell, Start start) {
 }
 
 void Mouse::ExtendSelection(Point at) {
-  const Geometry geometry = sheet_.geometry();
+  const Geometry geometry = view_.geometry();
   const Rect cells = geometry.CellsRect();
-  Selection wanted = sheet_.selection();
+  Selection wanted = view_.selection();
   if (cells.IsEmpty() || wanted.current.row < 0) return;
   // Beyond the cells the nearest one is meant; pinned parts count as beyond while the drag began outside of them.
   const int least_y = pressed_.y >= geometry.PinnedHeight() ? geometry.PinnedHeight() : 0;
@@ -138,12 +140,12 @@ void Mouse::ExtendSelection(Point at) {
   const CellPosition cell = geometry.CellAt(inside);
   if (drag_ != Drag::kColumns && cell.row >= 0) wanted.end.row = std::max(cell.row, sheet_.FixedRows());
   if (drag_ != Drag::kRows && cell.column >= 0) wanted.end.column = std::max(cell.column, sheet_.FixedCols());
-  if (wanted != sheet_.selection()) sheet_.ChangeSelection(wanted);
+  if (wanted != view_.selection()) view_.ChangeSelection(wanted);
 }
 
 void Mouse::Move(const MouseEvent& event) {
   last_ = event.at;
-  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  view_.SetMouseCell(view_.geometry().CellAt(event.at));
   switch (drag_) {
     case Drag::kNone:
       ShowCursor(event.at);
@@ -171,14 +173,14 @@ void Mouse::Release(const MouseEvent& event) {
     if (ended == Drag::kCaption) EndCaption(event.at);
     const bool resizing = ended == Drag::kColumnEdge || ended == Drag::kRowEdge;
     if (resizing && Exists(resized) && SizeOf(resized) != size_before_)
-      sheet_.observer().AfterUserResize(resized.row, resized.column);
+      view_.observer().AfterUserResize(resized.row, resized.column);
   }
-  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
-  sheet_.observer().MouseUp(ToGridEvent(event, sheet_.scale()));
+  view_.SetMouseCell(view_.geometry().CellAt(event.at));
+  view_.observer().MouseUp(ToGridEvent(event, view_.scale()));
 }
 
 void Mouse::DoubleClick(const MouseEvent& event) {
-  sheet_.SetMouseCell(sheet_.geometry().CellAt(event.at));
+  view_.SetMouseCell(view_.geometry().CellAt(event.at));
   if (event.button == MouseButton::kLeft) {
     if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
       Fit(edge);
@@ -186,22 +188,22 @@ void Mouse::DoubleClick(const MouseEvent& event) {
     }
     if (ToggleNodeAt(event.at)) return;
   }
-  sheet_.observer().DoubleClick();
+  view_.observer().DoubleClick();
 }
 
 void Mouse::Fit(const Edge& edge) {
   if (Refuses(edge)) return;
   if (edge.column >= 0) {
-    FitColumn(sheet_, edge.column);
+    FitColumn(view_, edge.column);
   } else {
-    FitRow(sheet_, edge.row);
+    FitRow(view_, edge.row);
   }
   // Being asked, the observer may have gone or taken the column away.
-  if (Exists(edge)) sheet_.observer().AfterUserResize(edge.row, edge.column);
+  if (Exists(edge)) view_.observer().AfterUserResize(edge.row, edge.column);
 }
 
 bool Mouse::Refuses(const Edge& edge) const {
-  return sheet_.observer().BeforeUserResize(edge.row, edge.column) == platform::Verdict::kRefuse;
+  return view_.observer().BeforeUserResize(edge.row, edge.column) == platform::Verdict::kRefuse;
 }
 
 bool Mouse::Cancel() {
@@ -210,19 +212,19 @@ bool Mouse::Cancel() {
   if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetOwnRowHeight(resized_.row, own_height_before_);
   drag_ = Drag::kNone;
   moving_ = false;
-  sheet_.SetDropColumn(-1);
+  view_.SetDropColumn(-1);
   return drags;
 }
 
 void Mouse::Wheel(int64_t dx_px, int64_t dy_px) {
-  sheet_.ScrollBy(dx_px, dy_px);
+  view_.ScrollBy(dx_px, dy_px);
   if (drag_ == Drag::kCells || drag_ == Drag::kRows || drag_ == Drag::kColumns) ExtendSelection(last_);
   if (drag_ == Drag::kCaption) MoveCaption(last_);
 }
 
 // How far the mouse drags beyond the part that scrolls. What began in the frozen columns is at home there.
 Mouse::Distance Mouse::BeyondBody() const {
-  const Rect body = sheet_.geometry().BodyRect();
+  const Rect body = view_.geometry().BodyRect();
   const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;
   const bool columns = drag_ == Drag::kCells || drag_ == Drag::kColumns || (drag_ == Drag::kCaption && moving_);
   const auto beyond = [](int64_t at, int first, int last) {
@@ -255,7 +257,7 @@ void Mouse::BeginResize(const Edge& edge, Point at) {
 
 void Mouse::Resize(Point at) {
   const int64_t pixels = drag_ == Drag::kColumnEdge ? int64_t{at.x} - pressed_.x : int64_t{at.y} - pressed_.y;
-  const double wanted = std::round(size_before_ + static_cast<double>(pixels) * kTwipsPerPixel / sheet_.scale());
+  const double wanted = std::round(size_before_ + static_cast<double>(pixels) * kTwipsPerPixel / view_.scale());
   const auto twips = static_cast<int>(std::clamp(wanted, double{kLeastSize}, double{kMostSize}));
   if (drag_ == Drag::kColumnEdge && resized_.column < sheet_.Cols()) sheet_.SetColWidth(resized_.column, twips);
   if (drag_ == Drag::kRowEdge && resized_.row < sheet_.Rows()) sheet_.SetRowHeight(resized_.row, twips);
@@ -264,22 +266,22 @@ void Mouse::Resize(Point at) {
 void Mouse::MoveCaption(Point at) {
   moving_ = moving_ || std::abs(int64_t{at.x} - pressed_.x) >= Scaled(kDragDistance);
   if (!moving_) return;
-  const Geometry geometry = sheet_.geometry();
+  const Geometry geometry = view_.geometry();
   const int x = std::clamp(at.x, 0, std::max(0, geometry.CellsRect().right() - 1));
   const int column = std::max(geometry.CellAt({x, 0}).column, sheet_.FixedCols());
   if (column >= sheet_.Cols()) return;
   const Rect caption = geometry.CellRect(0, column);
-  sheet_.SetDropColumn(x < caption.x + caption.width / 2 ? column : column + 1);
+  view_.SetDropColumn(x < caption.x + caption.width / 2 ? column : column + 1);
 }
 
 void Mouse::EndCaption(Point at) {
-  const int drop = sheet_.drop_column();
+  const int drop = view_.drop_column();
   const bool moved = moving_;
   moving_ = false;
-  sheet_.SetDropColumn(-1);
+  view_.SetDropColumn(-1);
   if (moved_column_ >= sheet_.Cols()) return;
   if (!moved) {
-    const CellPosition cell = sheet_.geometry().CellAt(at);
+    const CellPosition cell = view_.geometry().CellAt(at);
     if (cell.column == moved_column_) BeginSelection({0, moved_column_}, Start::kCell);
     drag_ = Drag::kNone;
     return;
@@ -287,7 +289,7 @@ void Mouse::EndCaption(Point at) {
   const int position = drop > moved_column_ ? drop - 1 : drop;
   if (drop < 0 || position == moved_column_ || position >= sheet_.Cols()) return;
   sheet_.SetColPosition(moved_column_, position);
-  sheet_.observer().AfterMoveColumn(moved_column_, position);
+  view_.observer().AfterMoveColumn(moved_column_, position);
 }
 
 void Mouse::ShowCursor(Point at) {
@@ -297,12 +299,12 @@ void Mouse::ShowCursor(Point at) {
                                          : Cursor::kDefault;
   if (cursor == cursor_) return;
   cursor_ = cursor;
-  if (sheet_.viewer() != nullptr) sheet_.viewer()->CursorChanged(cursor);
+  if (view_.viewer() != nullptr) view_.viewer()->CursorChanged(cursor);
 }
 
 bool Mouse::CheckInvariants() const {
   const bool captions = drag_ == Drag::kCaption ? moved_column_ >= 0 : !moving_;
-  const bool mark = sheet_.drop_column() < 0 || moving_;
+  const bool mark = view_.drop_column() < 0 || moving_;
   const bool column_edge = drag_ != Drag::kColumnEdge || (resized_.column >= 0 && resized_.row < 0);
   const bool row_edge = drag_ != Drag::kRowEdge || (resized_.row >= 0 && resized_.column < 0);
   return captions && mark && column_edge && row_edge;

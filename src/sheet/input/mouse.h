@@ -5,19 +5,20 @@
 
 #include "sheet/geometry/rect.h"
 #include "sheet/input/events.h"
-#include "sheet/input/viewer.h"
 #include "sheet/selection/selection.h"
+#include "sheet/view/viewer.h"
 
 namespace stockbook::sheet {
 
 class Sheet;
+class View;
 
 // What the mouse does: select by pressing and dragging (rows from the fixed columns, columns from the captions, all
 // from the corner), open and close nodes, resize columns and rows at their edges, move columns by their captions. The
 // sheet does its part first, then its observer hears of the event.
 class Mouse {
  public:
-  explicit Mouse(Sheet& sheet) : sheet_(sheet) {}
+  explicit Mouse(View& view);
 
   void Press(const MouseEvent& event);
   void Move(const MouseEvent& event);
@@ -74,6 +75,7 @@ class Mouse {
   void ShowCursor(Point at);
   int Scaled(int pixels) const;
 
+  View& view_;
   Sheet& sheet_;
   Drag drag_ = Drag::kNone;
   Point pressed_;

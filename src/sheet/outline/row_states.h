@@ -92,8 +92,9 @@ class RowStates {
   // The last row before `row` whose level is below `level`, or -1.
   int64_t LastRowOfLevelBelow(int64_t row, int level) const;
 
-  void AddWatcher(RowStatesWatcher* watcher) { watchers_.push_back(watcher); }
-  void RemoveWatcher(RowStatesWatcher* watcher) { std::erase(watchers_, watcher); }
+  // Watching changes nothing of the states. A watcher must go before they do.
+  void AddWatcher(RowStatesWatcher* watcher) const { watchers_.push_back(watcher); }
+  void RemoveWatcher(RowStatesWatcher* watcher) const { std::erase(watchers_, watcher); }
 
   bool CheckInvariants() const { return runs_.CheckInvariants(); }
   size_t MemoryBytes() const { return runs_.MemoryBytes(); }
@@ -120,7 +121,7 @@ class RowStates {
 
   RunTree<Traits> runs_;
   RowHeights heights_;
-  std::vector<RowStatesWatcher*> watchers_;
+  mutable std::vector<RowStatesWatcher*> watchers_;
 };
 
 }  // namespace stockbook::sheet

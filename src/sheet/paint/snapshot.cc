@@ -12,21 +12,25 @@ using platform::Alignment;
 using platform::Colour;
 using platform::GridColour;
 
-Snapshot Snapshot::Of(const Sheet& sheet, const Rect& area, Highlights highlights) {
-  return SnapshotBuilder(sheet, area, highlights).Build();
+Snapshot Snapshot::Of(const View& view, const Rect& area) {
+  return SnapshotBuilder(view, view.sheet().appearance(), area, Highlights::kShown).Build();
 }
 
-Snapshot Snapshot::Of(const Sheet& sheet) { return Of(sheet, {0, 0, sheet.view().width, sheet.view().height}); }
+Snapshot Snapshot::Of(const View& view) { return Of(view, {0, 0, view.size().width, view.size().height}); }
 
-SnapshotBuilder::SnapshotBuilder(const Sheet& sheet, const Rect& area, Highlights highlights)
-    : sheet_(sheet), geometry_(sheet.geometry()), highlights_(highlights) {
+Snapshot Snapshot::OnPaper(const View& view, const Appearance& looks) {
+  return SnapshotBuilder(view, looks, {0, 0, view.size().width, view.size().height}, Highlights::kLeftOut).Build();
+}
+
+SnapshotBuilder::SnapshotBuilder(const View& view, const Appearance& looks, const Rect& area, Highlights highlights)
+    : view_(view), sheet_(view.sheet()), geometry_(view.geometry()), highlights_(highlights) {
   snapshot_.area_ = area.Intersected({0, 0, geometry_.view().width, geometry_.view().height});
-  snapshot_.scale_ = sheet.scale();
-  snapshot_.focused_ = sheet.focused();
-  snapshot_.appearance_ = sheet.appearance();
+  snapshot_.scale_ = view.scale();
+  snapshot_.focused_ = view.focused();
+  snapshot_.appearance_ = looks;
   snapshot_.cells_ = geometry_.CellsRect();
-  snapshot_.outline_column_ = sheet.states().NodeCount() > 0 ? sheet.OutlineCol() : -1;
-  snapshot_.fonts_.push_back(sheet.appearance().font);
+  snapshot_.outline_column_ = sheet_.states().NodeCount() > 0 ? sheet_.OutlineCol() : -1;
+  snapshot_.fonts_.push_back(looks.font);
 }
 
 Snapshot SnapshotBuilder::Build() {
@@ -50,7 +54,7 @@ Snapshot SnapshotBuilder::Build() {
   AddPane(fixed_rows, {0, pinned.fixed_columns}, {0, 0, fixed_width, top});
   if (pinned.columns > pinned.fixed_columns && left < view.width) snapshot_.frozen_edge_ = left;
   if (highlights_ == Highlights::kShown) {
-    if (sheet_.drop_column() >= 0) snapshot_.drop_edge_ = DropEdge(sheet_.drop_column());
+    if (view_.drop_column() >= 0) snapshot_.drop_edge_ = DropEdge(view_.drop_column());
     AddCurrentCell();
   }
   return std::move(snapshot_);
@@ -68,7 +72,7 @@ void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
   const SnapshotColumn& last = part.columns.back();
   part.cells = {first.x, part.rows.front().y, last.x + last.width - first.x,
                 part.rows.back().y + part.rows.back().height - part.rows.front().y};
-  const CellPart kind = sheet_.PartOf(part.rows.front().row, first.column);
+  const CellPart kind = view_.PartOf(part.rows.front().row, first.column);
   part.fixed = kind == CellPart::kFixed;
   part.back = snapshot_.appearance_.BackOf(kind, false);
   part.content.reserve(part.rows.size() * part.columns.size());
@@ -79,7 +83,7 @@ void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
 std::vector<SnapshotRow> SnapshotBuilder::RowsOf(Span span) const {
   std::vector<SnapshotRow> rows;
   const RowStates& states = sheet_.states();
-  const RowAxis& axis = sheet_.rows();
+  const RowAxis& axis = view_.rows();
   if (span.first >= span.last) return rows;
   const int64_t scrolled = span.first < geometry_.pinned().rows ? 0 : geometry_.scroll().y;
   int64_t y = axis.Top(span.first) - scrolled;
@@ -162,10 +166,10 @@ void SnapshotBuilder::AddText(const SnapshotRow& row, const SheetColumn& column,
 
 void SnapshotBuilder::AddColours(const SnapshotRow& row, int column, const CellStyle& style, SnapshotCell& cell) const {
   const Appearance& looks = snapshot_.appearance_;
-  const CellPart part = sheet_.PartOf(row.row, column);
+  const CellPart part = view_.PartOf(row.row, column);
   cell.back = style.back.value_or(looks.BackOf(part, row.node));
   cell.fore = style.fore.value_or(looks.ForeOf(part));
-  const Selection& selection = sheet_.selection();
+  const Selection& selection = view_.selection();
   const bool current = selection.current == CellPosition{row.row, column};
   const bool marked = highlights_ == Highlights::kShown && !current && selection.IsRange();
   if (part != CellPart::kFixed && marked && selection.Contains(row.row, column)) {
@@ -193,13 +197,13 @@ int SnapshotBuilder::DropEdge(int column) const {
   const int edge =
       column < sheet_.Cols() ? geometry_.CellRect(0, column).x : geometry_.CellRect(0, sheet_.Cols() - 1).right();
   // A column of which a part is in view has its edge out of it: the mark stands where the part begins or ends.
-  const int least = column < sheet_.PinnedCols() ? 0 : geometry_.PinnedWidth();
-  const int most = geometry_.view().width - 2 * PaintMetrics::Of(sheet_.scale()).line;
+  const int least = column < view_.PinnedCols() ? 0 : geometry_.PinnedWidth();
+  const int most = geometry_.view().width - 2 * PaintMetrics::Of(view_.scale()).line;
   return std::max(std::min(edge, most), least);
 }
 
 void SnapshotBuilder::AddCurrentCell() {
-  const CellPosition current = sheet_.selection().current;
+  const CellPosition current = view_.selection().current;
   if (current.row < 0 || current.column < 0 || !sheet_.states().At(current.row).IsShown()) return;
   snapshot_.current_pane_ = geometry_.PaneOf(current.row, current.column);
   snapshot_.current_ = geometry_.CellRect(current.row, current.column);

@@ -12,10 +12,7 @@
 
 namespace stockbook::sheet {
 
-class Sheet;
-
-// Whether a snapshot shows what the user is at: the selected cells, the current one, a column that is being moved.
-enum class Highlights { kShown, kLeftOut };
+class View;
 
 struct SnapshotRow {
   int row = 0;
@@ -69,9 +66,11 @@ struct SnapshotPane {
 class Snapshot {
  public:
   // Of the part of the view in `area`, in device pixels.
-  static Snapshot Of(const Sheet& sheet, const Rect& area, Highlights highlights = Highlights::kShown);
+  static Snapshot Of(const View& view, const Rect& area);
   // Of the whole view.
-  static Snapshot Of(const Sheet& sheet);
+  static Snapshot Of(const View& view);
+  // Of the whole view in other looks, and without what the user is at.
+  static Snapshot OnPaper(const View& view, const Appearance& looks);
 
   const Rect& area() const { return area_; }
   double scale() const { return scale_; }

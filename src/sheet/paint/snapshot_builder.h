@@ -6,14 +6,17 @@
 
 #include "sheet/geometry/geometry.h"
 #include "sheet/paint/snapshot.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 
-// Fills one Snapshot from a sheet; lives for that only.
+// Whether a snapshot shows what the user is at: the selected cells, the current one, a column that is being moved.
+enum class Highlights { kShown, kLeftOut };
+
+// Fills one Snapshot from a view of a sheet; lives for that only.
 class SnapshotBuilder {
  public:
-  SnapshotBuilder(const Sheet& sheet, const Rect& area, Highlights highlights);
+  SnapshotBuilder(const View& view, const Appearance& looks, const Rect& area, Highlights highlights);
   Snapshot Build();
 
  private:
@@ -31,6 +34,7 @@ class SnapshotBuilder {
   int DropEdge(int column) const;
   void AddCurrentCell();
 
+  const View& view_;
   const Sheet& sheet_;
   Geometry geometry_;
   Highlights highlights_;

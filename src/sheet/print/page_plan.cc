@@ -15,13 +15,14 @@ bool IsOpenNode(const Sheet& sheet, int row) {
   return sheet.IsSubtotal(row) && sheet.outline().Governs(row) && !sheet.IsCollapsed(row);
 }
 
-// The first row behind those that fit from `first`, which is seen, on; at least one row is taken.
-int EndOfPage(const Sheet& sheet, int first, int64_t room) {
+// The first row after those that fit from `first`, which is seen, on; at least one row is taken.
+int EndOfPage(const PaperLayout& paper, int first, int64_t room) {
+  const Sheet& sheet = paper.sheet();
   const RowStates& states = sheet.states();
-  const auto end = static_cast<int>(sheet.rows().RowAt(sheet.rows().Top(first) + room));
+  const auto end = static_cast<int>(paper.rows().RowAt(paper.rows().Top(first) + room));
   if (end >= sheet.Rows()) return sheet.Rows();
   if (end <= first) return first + 1;
-  // Nodes of several levels may stand one behind the other.
+  // Nodes of several levels may follow each other.
   auto foot = static_cast<int>(states.ShownAtOrBefore(end - 1));
   int kept = end;
   while (foot > first && IsOpenNode(sheet, foot)) {
@@ -39,17 +40,14 @@ PagePlan::PagePlan(PaperLayout& paper, PageRoom room) {
   if (whole > room.width) zoom_ = std::max(room.width / whole, kLeastZoom);
   const auto width = static_cast<int64_t>(std::ceil(room.width / zoom_));
   const auto height = static_cast<int64_t>(room.height / zoom_);
-  if (static_cast<double>(paper.PinnedWidth()) > kMostPinned * static_cast<double>(width)) {
-    pinned_ = PaperLayout::Pinned::kFixed;
-    paper.Pin(pinned_);
-  }
+  if (static_cast<double>(paper.PinnedWidth()) > kMostPinned * static_cast<double>(width)) paper.UnpinFrozen();
   BreakColumns(paper, width - paper.PinnedWidth());
   BreakRows(paper, height - paper.CaptionHeight());
 }
 
 void PagePlan::BreakColumns(const PaperLayout& paper, int64_t room) {
   const int columns = paper.sheet().Cols();
-  int first = paper.sheet().PinnedCols();
+  int first = paper.PinnedCols();
   int64_t taken = 0;
   for (int column = first; column < columns; ++column) {
     const int64_t width = paper.Width({column, column + 1});
@@ -65,10 +63,10 @@ void PagePlan::BreakColumns(const PaperLayout& paper, int64_t room) {
 
 void PagePlan::BreakRows(const PaperLayout& paper, int64_t room) {
   const Sheet& sheet = paper.sheet();
-  const RowAxis& rows = sheet.rows();
+  const RowAxis& rows = paper.rows();
   const auto next = [&](int row) { return static_cast<int>(rows.RowAt(rows.Top(row))); };
   for (int first = next(sheet.FixedRows()); first < sheet.Rows();) {
-    const int end = EndOfPage(sheet, first, std::max<int64_t>(room, 1));
+    const int end = EndOfPage(paper, first, std::max<int64_t>(room, 1));
     row_pages_.push_back({first, end});
     first = next(end);
   }

@@ -26,7 +26,7 @@ class PagePlan {
     Span columns;
   };
 
-  // Of the sheet as it is laid out on the paper. Frozen columns that would take most of a page are not pinned.
+  // Of the sheet as it is laid out on the paper. Frozen columns that would take most of a page are pinned no more.
   PagePlan(PaperLayout& paper, PageRoom room);
 
   // At least one: of an empty sheet the captions are printed.
@@ -34,14 +34,12 @@ class PagePlan {
   Page At(int page) const;
   // What the cells are to be made smaller by, 0.6 to 1.
   double zoom() const { return zoom_; }
-  PaperLayout::Pinned pinned() const { return pinned_; }
 
  private:
   void BreakColumns(const PaperLayout& paper, int64_t room);
   void BreakRows(const PaperLayout& paper, int64_t room);
 
   double zoom_ = 1;
-  PaperLayout::Pinned pinned_ = PaperLayout::Pinned::kFrozen;
   std::vector<Span> row_pages_;
   std::vector<Span> column_bands_;
 };

@@ -1,41 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sheet/input/viewer.h"
-#include "sheet/sheet.h"
+#include "sheet/view/view.h"
 
 namespace stockbook::sheet {
 
-// For as long as it lives the sheet is laid out for paper, and afterwards as it was before: its viewer hears nothing of
-// it, so a window goes on showing what it shows. Nothing but painting may happen meanwhile.
+// A view of the sheet on paper. Other views of it notice nothing.
 class PaperLayout {
  public:
-  // What stays in view of the columns: as on the screen, or the fixed columns alone.
-  enum class Pinned { kFrozen, kFixed };
+  // `scale` is pixels of the paper for one of 96 to the inch.
+  PaperLayout(Sheet& sheet, double scale);
 
-  // `scale` is pixels of the sheet for one of 96 to the inch; the sheet has the appearance meanwhile.
-  PaperLayout(Sheet& sheet, double scale, const Appearance& appearance);
-  ~PaperLayout();
-  PaperLayout(const PaperLayout&) = delete;
-  PaperLayout& operator=(const PaperLayout&) = delete;
-
-  void Pin(Pinned pinned);
-  // Lays out exactly the rows and columns that are given, behind the captions and the pinned columns.
+  // Only the fixed columns stay in view from now on.
+  void UnpinFrozen() { view_.SetPins(View::Pins::kFixed); }
+  // Lays out exactly the rows and columns that are given, after the captions and the pinned columns.
   void Show(Span rows, Span columns);
 
-  // In pixels of the sheet: what the captions, the pinned columns, and the columns and rows behind them take.
+  const View& view() const { return view_; }
+  const Sheet& sheet() const { return view_.sheet(); }
+  const RowAxis& rows() const { return view_.rows(); }
+  int PinnedCols() const { return view_.PinnedCols(); }
+  // In pixels: what the captions, the pinned columns, and the columns and rows after them take.
   int CaptionHeight() const;
   int PinnedWidth() const;
   int64_t Width(Span columns) const;
-  int64_t Height(Span rows) const;
-  const Sheet& sheet() const { return sheet_; }
+  int64_t Height(Span of) const;
 
  private:
-  Sheet& sheet_;
-  SheetViewer* viewer_;
-  Sheet::Layout layout_;
-  Appearance appearance_;
-  int frozen_columns_;
+  View view_;
 };
 
 }  // namespace stockbook::sheet

@@ -11,7 +11,8 @@
 #include <vector>
 
 #include "base/text.h"
-#include "sheet/sheet.h"
+#include "sheet/contents/sheet.h"
+#include "sheet/selection/selection.h"
 #include "sheet/store/column_texts.h"
 
 namespace stockbook::sheet {
@@ -21,8 +22,7 @@ constexpr int64_t kCellsWorthAWorker = 100'000;
 constexpr int64_t kMostWorkers = 4;
 
 // The selected cells; of a sheet without a current row only the columns, and without a current column all of them.
-platform::CellRange CopiedRange(const Sheet& sheet) {
-  const Selection& selection = sheet.selection();
+platform::CellRange CopiedRange(const Sheet& sheet, const Selection& selection) {
   if (selection.current.row >= 0 && selection.current.column >= 0) return selection.Range();
   if (selection.current.column < 0) return {0, std::min(sheet.FixedCols(), sheet.Cols()), 0, sheet.Cols()};
   return {0, std::min(selection.current.column, selection.end.column), 0,
@@ -31,7 +31,7 @@ platform::CellRange CopiedRange(const Sheet& sheet) {
 
 class SelectionWriter {
  public:
-  explicit SelectionWriter(const Sheet& sheet) : sheet_(sheet), range_(CopiedRange(sheet)) {
+  SelectionWriter(const Sheet& sheet, const platform::CellRange& range) : sheet_(sheet), range_(range) {
     for (int column = range_.column1; column < range_.column2; ++column) {
       if (sheet.ColHidden(column)) continue;
       columns_.push_back(&sheet.store().columns().At(column));
@@ -152,8 +152,8 @@ class SelectionWriter {
 
 }  // namespace
 
-std::string SelectionText(const Sheet& sheet) {
-  const platform::CellRange range = CopiedRange(sheet);
+std::string SelectionText(const Sheet& sheet, const Selection& selection) {
+  const platform::CellRange range = CopiedRange(sheet, selection);
   const int64_t cells = int64_t{range.row2 - range.row1} * (range.column2 - range.column1);
   const int64_t workers = std::clamp<int64_t>(std::thread::hardware_concurrency(), 1, kMostWorkers);
   const int parts = cells < kCellsWorthAWorker ? 1 : static_cast<int>(workers);
@@ -164,12 +164,12 @@ std::string SelectionText(const Sheet& sheet) {
   std::vector<std::future<std::string>> others;
   for (int part = 1; part < parts; ++part) {
     others.push_back(std::async(std::launch::async | std::launch::deferred,
-                                [&sheet, first = begin_of(part), last = begin_of(part + 1)] {
-                                  return SelectionWriter(sheet).WriteRows(first, last);
+                                [&sheet, &range, first = begin_of(part), last = begin_of(part + 1)] {
+                                  return SelectionWriter(sheet, range).WriteRows(first, last);
                                 }));
   }
-  std::string text = SelectionWriter(sheet).WriteCaptions();
-  text += SelectionWriter(sheet).WriteRows(begin_of(0), begin_of(1));
+  std::string text = SelectionWriter(sheet, range).WriteCaptions();
+  text += SelectionWriter(sheet, range).WriteRows(begin_of(0), begin_of(1));
   for (std::future<std::string>& other : others) text += other.get();
   return text;
 }

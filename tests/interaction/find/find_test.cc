@@ -16,7 +16,7 @@
 #include "columns/column_builder.h"
 #include "interaction/find/wildcard.h"
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/faulty_grid.h"
 
@@ -82,7 +82,7 @@ class Finding : public ::testing::Test {
   }
   static std::string Summary(int count) { return "Notify 找到记录共 " + std::to_string(count) + " 条。"; }
 
-  sheet::Sheet sheet_;
+  sheet::GridSheet sheet_;
   Events events_;
   testing::EventRecorder listener_;
 };
@@ -413,7 +413,7 @@ TEST_F(FindingMeanwhile, StopsTellingAListenerThatLeaves) {
 }
 
 // The rows that a search must find, by reading every cell according to the rule.
-std::vector<int> SlowHits(const sheet::Sheet& sheet, const std::string& search) {
+std::vector<int> SlowHits(const sheet::GridSheet& sheet, const std::string& search) {
   std::vector<int> rows;
   for (int row = sheet.FixedRows(); row < sheet.Rows(); ++row) {
     bool all = true;

@@ -6,7 +6,7 @@
 
 #include "base/text.h"
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -45,9 +45,8 @@ void Sheet::SetFixedRows(int count) {
                                  std::to_string(Rows()) + ".");
   }
   ++revision_;
-  const bool at_top = anchor_.row == fixed_rows_ && anchor_.offset_px == 0;
-  fixed_rows_ = count;
-  if (at_top || anchor_.row < fixed_rows_) anchor_ = {fixed_rows_, 0};
+  const int before = std::exchange(fixed_rows_, count);
+  Tell([&](SheetWatcher& watcher) { watcher.FixedRowsChanged(before); });
   RowsChanged();
 }
 
@@ -145,8 +144,7 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
   store_.Load(std::move(columns), first_column, fixed_rows_);
   outline_.RemoveRows(fixed_rows_, old_rows - fixed_rows_);
   outline_.InsertRows(fixed_rows_, Rows() - fixed_rows_);
-  anchor_ = {fixed_rows_, 0};
-  selection_ = Selection();
+  Tell([](SheetWatcher& watcher) { watcher.RowsReplaced(); });
   ColumnsChanged();
 }
 

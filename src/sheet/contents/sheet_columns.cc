@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -2,7 +2,7 @@
 // Sheet as platform::GridCells.
 #include <utility>
 
-#include "sheet/sheet.h"
+#include "sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 
@@ -21,7 +21,7 @@ void Sheet::SetTextMatrix(int row, int column, std::string_view text) {
   CheckCell("TextMatrix", row, column);
   ++text_revision_;
   store_.SetText(row, column, text);
-  DamageCells({row, column, row + 1, column + 1});
+  CellsChanged({row, column, row + 1, column + 1});
 }
 
 double Sheet::ValueMatrix(int row, int column) const {
@@ -68,13 +68,13 @@ void Sheet::SetCellPicture(const CellRange& range, const PictureRef& picture, Pi
     style.picture = picture;
     style.picture_alignment = alignment;
   });
-  DamageCells(range);
+  CellsChanged(range);
 }
 
 void Sheet::SetCellAlignment(const CellRange& range, Alignment alignment) {
   if (!CheckRange("CellAlignment", range)) return;
   store_.ChangeStyles(range, [&](CellStyle& style) { style.alignment = alignment; });
-  DamageCells(range);
+  CellsChanged(range);
 }
 
 std::string Sheet::CellFontName(int row, int column) const {
@@ -86,7 +86,7 @@ std::string Sheet::CellFontName(int row, int column) const {
 void Sheet::SetCellFontName(const CellRange& range, std::string_view name) {
   if (!CheckRange("CellFontName", range)) return;
   store_.ChangeStyles(range, [&](CellStyle& style) { style.font_name = name; });
-  DamageCells(range);
+  CellsChanged(range);
 }
 
 Colour Sheet::CellBackColor(int row, int column) const {
@@ -108,7 +108,7 @@ void Sheet::SetCellColors(const CellRange& range, Colour back, Colour fore) {
       style.back = back;
       style.fore = fore;
     });
-    DamageCells(range);
+    CellsChanged(range);
     return;
   }
   // A row that gets back the colours it has by itself follows the grid's colours again.
@@ -122,7 +122,7 @@ void Sheet::SetCellColors(const CellRange& range, Colour back, Colour fore) {
       style.fore = own_fore ? std::nullopt : std::optional(fore);
     });
   }
-  DamageCells(range);
+  CellsChanged(range);
 }
 
 }  // namespace stockbook::sheet

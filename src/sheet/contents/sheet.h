@@ -6,37 +6,26 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/clipboard.h"
-#include "platform/grid.h"
-#include "sheet/geometry/column_axis.h"
-#include "sheet/geometry/geometry.h"
-#include "sheet/geometry/row_axis.h"
-#include "sheet/input/viewer.h"
+#include "platform/grid_appearance.h"
+#include "platform/grid_outline.h"
+#include "platform/grid_table.h"
+#include "sheet/contents/sheet_watcher.h"
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
-#include "sheet/selection/selection.h"
 #include "sheet/store/appearance.h"
 #include "sheet/store/store.h"
 
 namespace stockbook::sheet {
 
-// The grid engine: composes store, outline, selection and geometry, and answers as platform::Grid. It knows no toolkit:
-// a widget tells it its size and scale, forwards input, and paints a Snapshot of it. While redraw is off nobody is told
-// of changes. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
-class Sheet final : public platform::Grid {
+// The contents of a grid: cells, columns, rows, outline, formats and looks. It knows no size, scale, scroll position or
+// selection; those belong to its views, of which it may have any number (see View), or none. While redraw is off the
+// views report nothing to anybody. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
+class Sheet : public virtual platform::GridTable,
+              public virtual platform::GridOutline,
+              public virtual platform::GridAppearance {
  public:
-  // How the sheet is laid out and what it is scrolled to. The rows are scrolled to a row and so far into it, which
-  // outlives changes of heights and of what is shown.
-  struct Layout {
-    Size view{960, 600};
-    double scale = 1.0;
-    int top_row = 0;
-    int64_t top_offset_px = 0;
-    int64_t scroll_x_px = 0;
-  };
-
   Sheet();
-  ~Sheet() override;
+  ~Sheet() override = default;
   Sheet(const Sheet&) = delete;
   Sheet& operator=(const Sheet&) = delete;
 
@@ -134,31 +123,6 @@ class Sheet final : public platform::Grid {
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
                          platform::PictureAlignment alignment) override;
 
-  // GridView
-  int Row() const override { return selection_.current.row; }
-  int Col() const override { return selection_.current.column; }
-  void Select(int row, int column) override;
-  int RowSel() const override { return selection_.end.row; }
-  int ColSel() const override { return selection_.end.column; }
-  void SelectRange(int row, int column, int row_sel, int col_sel);
-  void CopySelection(platform::Clipboard& clipboard) override;
-  int TopRow() const override { return geometry().TopRow(); }
-  void SetTopRow(int row) override;
-  int BottomRow() const override { return geometry().BottomRow(); }
-  int LeftCol() const { return geometry().LeftCol(); }
-  void SetLeftCol(int column);
-  bool RowIsVisible(int row) const override { return geometry().RowIsVisible(row); }
-  // The cell may have gone since the mouse moved.
-  int MouseRow() const override { return HasRow(mouse_cell_.row) ? mouse_cell_.row : -1; }
-  int MouseCol() const override { return HasColumn(mouse_cell_.column) ? mouse_cell_.column : -1; }
-  bool Redraw() const override { return redraw_; }
-  void SetRedraw(bool on) override;
-  std::string Tag() const override { return tag_; }
-  void SetTag(std::string_view tag) override { tag_ = tag; }
-  platform::MousePointer Pointer() const override { return pointer_; }
-  void SetPointer(platform::MousePointer pointer) override;
-  void SetObserver(platform::GridObserver* observer) override { observer_ = observer; }
-
   // GridAppearance
   platform::Colour ColourOf(platform::GridColour which) const override { return appearance_.Of(which); }
   void SetColour(platform::GridColour which, platform::Colour colour) override;
@@ -171,72 +135,47 @@ class Sheet final : public platform::Grid {
   platform::Font GridFont() const override { return appearance_.font; }
   void SetGridFont(const platform::Font& font) override;
 
-  // For the widget around it.
-  void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
-  // Device pixels of the view, and how many of them are one pixel of 96 to the inch.
-  void SetView(Size view_px, double scale);
-  // To lay the sheet out for something else than its view, and to come back to exactly where it was.
-  Layout layout() const;
-  void SetLayout(const Layout& layout);
-  Size view() const { return view_; }
-  double scale() const { return rows_.scale(); }
+  // The switch that is off while many changes are made.
+  bool Redraw() const { return redraw_; }
+  void SetRedraw(bool on);
   // RowState::kDefaultHeight gives the row the height of all rows again.
   void SetOwnRowHeight(int row, int32_t height_twips);
-  void ScrollTo(ScrollPosition position);
-  void ScrollBy(int64_t dx_px, int64_t dy_px);
-  void SetMouseCell(CellPosition cell) { mouse_cell_ = cell; }
-  // Where a column that is being moved would go: before this column, -1 for no mark.
-  void SetDropColumn(int column);
-  int drop_column() const { return drop_column_; }
-  // Where the copy key copies to when no observer does it; nowhere without one.
-  void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
-  platform::Clipboard* clipboard() const { return clipboard_; }
-  // Whether keys come here: the frame of the current cell tells.
-  void SetFocused(bool focused);
-  bool focused() const { return focused_; }
-  // Moves the current cell and the other corner and asks the observer; false when it refused.
-  bool ChangeSelection(const Selection& selection);
-
-  // For painting and input: the parts, read only. The geometry is good until the next change.
-  Geometry geometry() const;
-  const Store& store() const { return store_; }
-  const RowStates& states() const { return states_; }
-  const RowAxis& rows() const { return rows_; }
-  const Outline& outline() const { return outline_; }
-  const Selection& selection() const { return selection_; }
-  const Appearance& appearance() const { return appearance_; }
   // Looks beyond the port: the tint of nodes, the colour of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
+
+  // Read only, for views and painting.
+  const Store& store() const { return store_; }
+  const RowStates& states() const { return states_; }
+  const Outline& outline() const { return outline_; }
+  const Appearance& appearance() const { return appearance_; }
+  bool HasRow(int row) const { return row >= 0 && row < Rows(); }
+  bool HasColumn(int column) const { return column >= 0 && column < Cols(); }
   CellPart PartOf(int row, int column) const;
+  // Fixed and frozen columns together.
   int PinnedCols() const;
-  // The first column behind the fixed ones that is not hidden; the first behind them where all are.
+  // The first column after the fixed ones that is not hidden; the first after them where all are.
   int FirstShownColumn() const;
-  // One that allows everything where nobody is set.
-  platform::GridObserver& observer() { return observer_ != nullptr ? *observer_ : nobody_; }
-  bool IsObserved() const { return observer_ != nullptr; }
-  SheetViewer* viewer() const { return viewer_; }
+
+  // A watcher must go before the sheet does.
+  void AddWatcher(SheetWatcher* watcher) { watchers_.push_back(watcher); }
+  void RemoveWatcher(SheetWatcher* watcher) { std::erase(watchers_, watcher); }
 
   // Every part holds, and the parts agree: O(runs + cells set + columns).
   bool CheckInvariants() const;
   // About what the sheet takes beyond the loaded columns' own values: order, states, what was set on single cells,
-  // picture codes, axes.
-  size_t EngineBytes() const;
+  // picture codes.
+  size_t EngineBytes() const { return store_.MemoryBytes() + states_.MemoryBytes() + sizeof(Sheet); }
+
+ protected:
+  // Throw platform::Error with the operation's name.
+  void CheckRow(const char* operation, int row) const;
+  void CheckColumn(const char* operation, int column) const;
+  void CheckCell(const char* operation, int row, int column) const;
 
  private:
   static constexpr int kMostRows = Store::kMostRows;
 
-  // Where the rows are scrolled to: a row and how far into it. It outlives changes of heights and of what is shown.
-  struct RowAnchor {
-    int row = 0;
-    int64_t offset_px = 0;
-  };
-
-  bool HasRow(int row) const { return row >= 0 && row < Rows(); }
-  bool HasColumn(int column) const { return column >= 0 && column < Cols(); }
   bool HasCell(int row, int column) const { return HasRow(row) && HasColumn(column); }
-  void CheckRow(const char* operation, int row) const;
-  void CheckColumn(const char* operation, int column) const;
-  void CheckCell(const char* operation, int row, int column) const;
   void CheckRecords(const char* operation, int column, size_t count) const;
   // Throws for ranges outside of the grid; false for empty ones.
   bool CheckRange(const char* operation, const platform::CellRange& range) const;
@@ -244,45 +183,31 @@ class Sheet final : public platform::Grid {
   void InsertRows(int row, int count);
   void RemoveRows(int row, int count);
   void SetHeights(const RowHeights& heights);
-  // Keeps the current cell and the selection within the grid; puts the current cell into a grid that had none.
-  void KeepSelectionInside();
-  const ColumnAxis& column_axis() const;
+  // A watcher may let others watch, too, or stop.
+  template <typename Call>
+  void Tell(Call call) {
+    for (size_t at = 0; at < watchers_.size(); ++at) call(*watchers_[at]);
+  }
   void ColumnsChanged();
   void RowsChanged();
   void LooksChanged();
-  void DamageCells(const platform::CellRange& range);
-  void DamageAll();
-  void ScrollChanged();
+  void CellsChanged(const platform::CellRange& range);
+  void EverythingChanged();
 
-  platform::GridObserver nobody_;
-  platform::GridObserver* observer_ = nullptr;
   Store store_;
   RowStates states_;
   Outline outline_{states_};
-  RowAxis rows_{states_, 1.0};
-  Selection selection_;
   Appearance appearance_;
-  mutable ColumnAxis column_axis_;
-  mutable bool column_axis_valid_ = false;
-  Size view_{960, 600};
-  RowAnchor anchor_;
-  int64_t scroll_x_ = 0;
   int fixed_rows_ = 1;
   int fixed_cols_ = 1;
   int frozen_cols_ = 0;
   int outline_col_ = -1;
-  CellPosition mouse_cell_;
-  int drop_column_ = -1;
   int64_t revision_ = 0;
   int64_t loaded_revision_ = 0;
   int64_t text_revision_ = 0;
   int64_t column_revision_ = 0;
   bool redraw_ = true;
-  bool focused_ = true;
-  std::string tag_;
-  platform::MousePointer pointer_ = platform::MousePointer::kDefault;
-  SheetViewer* viewer_ = nullptr;
-  platform::Clipboard* clipboard_ = nullptr;
+  std::vector<SheetWatcher*> watchers_;
 };
 
 }  // namespace stockbook::sheet

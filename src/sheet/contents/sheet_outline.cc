@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Sheet as platform::GridOutline.
-#include <algorithm>
-
 #include "base/text.h"
 #include "platform/error.h"
-#include "sheet/sheet.h"
+#include "sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -28,14 +26,13 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   if (rows.size() > static_cast<size_t>(kMostRows - Rows())) {
     throw Error("GroupBy", "GroupBy: " + std::to_string(rows.size()) + " groups are more than the grid has room for.");
   }
-  const bool at_top = anchor_.row == fixed_rows_ && anchor_.offset_px == 0;
-  if (!at_top) anchor_.row += static_cast<int>(std::upper_bound(rows.begin(), rows.end(), anchor_.row) - rows.begin());
   store_.InsertRowBeforeEach(rows);
   outline_.InsertNodes(rows, fixed_rows_);
   for (size_t node = 0; node < runs.size(); ++node) {
     const auto row = static_cast<int>(runs[node].row + static_cast<int64_t>(node));
     store_.SetText(row, caption_column, base::ReplaceAll(caption_format, "%s", runs[node].text));
   }
+  Tell([&](SheetWatcher& watcher) { watcher.RowsInserted(rows, 1); });
   RowsChanged();
 }
 
@@ -77,7 +74,7 @@ bool Sheet::IsCollapsed(int row) const {
 void Sheet::SetIsCollapsed(int row, bool collapsed) {
   CheckRow("IsCollapsed", row);
   if (!outline_.SetCollapsed(row, collapsed)) return;
-  if (redraw_ && viewer_ != nullptr) viewer_->NodeChanged(row);
+  if (redraw_) Tell([&](SheetWatcher& watcher) { watcher.NodeChanged(row); });
   RowsChanged();
 }
 

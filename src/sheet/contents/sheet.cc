@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/contents/sheet.h"
+
+#include <algorithm>
+
+#include "platform/error.h"
+
+namespace stockbook::sheet {
+
+using platform::CellRange;
+using platform::Error;
+
+Sheet::Sheet() {
+  store_.columns().SetCount(fixed_cols_);
+  InsertRows(0, fixed_rows_);
+}
+
+void Sheet::CheckRow(const char* operation, int row) const {
+  if (HasRow(row)) return;
+  throw Error(operation, std::string(operation) + ": there is no row " + std::to_string(row) +
+                             "; the grid has rows 0 to " + std::to_string(Rows() - 1) + ".");
+}
+
+void Sheet::CheckColumn(const char* operation, int column) const {
+  if (HasColumn(column)) return;
+  throw Error(operation, std::string(operation) + ": there is no column " + std::to_string(column) +
+                             "; the grid has columns 0 to " + std::to_string(Cols() - 1) + ".");
+}
+
+void Sheet::CheckCell(const char* operation, int row, int column) const {
+  CheckRow(operation, row);
+  CheckColumn(operation, column);
+}
+
+bool Sheet::CheckRange(const char* operation, const CellRange& range) const {
+  if (range.row1 >= range.row2 || range.column1 >= range.column2) return false;
+  CheckCell(operation, range.row1, range.column1);
+  CheckCell(operation, range.row2 - 1, range.column2 - 1);
+  return true;
+}
+
+void Sheet::InsertRows(int row, int count) {
+  if (count <= 0) return;
+  ++revision_;
+  store_.InsertRows(row, count);
+  outline_.InsertRows(row, count);
+  const int64_t before = row;
+  Tell([&](SheetWatcher& watcher) { watcher.RowsInserted({&before, 1}, count); });
+}
+
+void Sheet::RemoveRows(int row, int count) {
+  if (count <= 0) return;
+  ++revision_;
+  store_.RemoveRows(row, count);
+  outline_.RemoveRows(row, count);
+  Tell([&](SheetWatcher& watcher) { watcher.RowsRemoved(row, count); });
+}
+
+int Sheet::PinnedCols() const {
+  const int pinned = frozen_cols_ >= fixed_cols_ && frozen_cols_ > 0 ? frozen_cols_ + 1 : fixed_cols_;
+  return std::min(pinned, Cols());
+}
+
+int Sheet::FirstShownColumn() const {
+  for (int column = fixed_cols_; column < Cols(); ++column) {
+    if (!store_.columns().At(column).hidden) return column;
+  }
+  return fixed_cols_;
+}
+
+CellPart Sheet::PartOf(int row, int column) const {
+  if (row < fixed_rows_ || column < fixed_cols_) return CellPart::kFixed;
+  return column < PinnedCols() ? CellPart::kFrozen : CellPart::kBody;
+}
+
+void Sheet::ColumnsChanged() {
+  Tell([](SheetWatcher& watcher) { watcher.ColumnsChanged(); });
+}
+
+void Sheet::RowsChanged() {
+  Tell([](SheetWatcher& watcher) { watcher.RowsChanged(); });
+}
+
+void Sheet::LooksChanged() {
+  if (redraw_) Tell([](SheetWatcher& watcher) { watcher.LooksChanged(); });
+}
+
+void Sheet::CellsChanged(const CellRange& range) {
+  if (redraw_) Tell([&](SheetWatcher& watcher) { watcher.CellsChanged(range); });
+}
+
+void Sheet::EverythingChanged() {
+  if (redraw_) Tell([](SheetWatcher& watcher) { watcher.EverythingChanged(); });
+}
+
+void Sheet::SetRedraw(bool on) {
+  if (redraw_ == on) return;
+  redraw_ = on;
+  EverythingChanged();
+}
+
+bool Sheet::CheckInvariants() const {
+  const bool pinned = fixed_rows_ >= 0 && fixed_rows_ <= Rows() && fixed_cols_ >= 0 && fixed_cols_ <= Cols() &&
+                      frozen_cols_ >= 0 && PinnedCols() >= fixed_cols_;
+  return store_.CheckInvariants() && outline_.CheckInvariants() && pinned && states_.Rows() == Rows();
+}
+
+}  // namespace stockbook::sheet
