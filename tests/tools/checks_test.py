@@ -57,6 +57,19 @@ class Layers(Tree):
         self.write("src/base/date.cc", SOURCE + '#  include "journal/loader.h" // why\n')
         self.refuses("check-layers", "src/base/date.cc:2: no arrow leads from base to journal")
 
+    def test_folders_of_a_room_know_each_other_one_way(self):
+        self.write("src/sheet/contents/sheet.h", HEADER)
+        self.write("src/sheet/view/view.h", HEADER + '#include "sheet/contents/sheet.h"\n')
+        self.accepts("check-layers")
+        self.write("src/sheet/contents/sheet.cc", SOURCE + '#include "sheet/contents/sheet.h"\n'
+                   '#include "sheet/view/view.h"\n')
+        self.refuses("check-layers", "src/sheet/contents/sheet.cc:3: no arrow leads from sheet/contents to sheet/view")
+
+    def test_a_folder_that_is_not_in_the_table_is_refused(self):
+        self.write("src/sheet/helpers/all.h", HEADER)
+        self.write("src/sheet/view/view.h", HEADER + '#include "sheet/helpers/all.h"\n')
+        self.refuses("check-layers", "sheet/helpers is not a folder of the table")
+
     def test_a_toolkit_header_in_a_toolkit_free_room_is_refused(self):
         self.write("src/journal/loader.cc", SOURCE + "#include <QString>\n")
         self.refuses("check-layers", "src/journal may not include <QString>")
