@@ -3,6 +3,7 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QRawFont>
 #include <QStringList>
@@ -37,6 +38,11 @@ QFont ToQFont(const platform::Font& font, double scale) {
   result.setBold(font.bold);
   result.setItalic(font.italic);
   return result;
+}
+
+int LineHeight(const QFont& font) {
+  const QFontMetricsF metrics(font);
+  return static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
 }
 
 platform::Font DefaultGridFont() { return GridFontFor(QGuiApplication::font()); }

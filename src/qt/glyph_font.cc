@@ -104,7 +104,7 @@ GlyphFont::GlyphFont(const platform::Font& font, double scale)
       pages_(kCharacters / kPageSize) {
   const QFontMetricsF metrics(qfont_);
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
-  line_height_ = static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
+  line_height_ = LineHeight(qfont_);
 }
 
 int GlyphFont::Lay(std::string_view text, std::vector<const Glyph*>& glyphs) {

@@ -33,23 +33,12 @@ platform::Font Sized(platform::Font font, double factor, bool bold) {
 }  // namespace
 
 GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading)
-    : sheet_(sheet),
-      paper_(paper),
-      heading_(FromQString(heading.simplified())),
-      layout_(sheet, kScale),
-      plan_(layout_, Room()) {}
+    : paper_(paper), heading_(FromQString(heading.simplified())), layout_(sheet, kScale), plan_(layout_, Room()) {}
 
 sheet::Appearance GridPrinter::Looks() const {
-  const sheet::Appearance shown = sheet_.appearance();
-  if (!IsDark(ToQColor(shown.Of(platform::GridColour::kBackColor)))) return shown;
-  sheet::Appearance light = shown;
-  const sheet::Appearance usual;
-  light.colours = usual.colours;
-  light.node_back = usual.node_back;
-  light.negative_fore = usual.negative_fore;
-  light.light = usual.light;
-  light.accent = usual.accent;
-  return light;
+  sheet::Appearance looks = layout_.sheet().appearance();
+  if (IsDark(ToQColor(looks.Of(platform::GridColour::kBackColor)))) looks.palette() = sheet::Palette();
+  return looks;
 }
 
 sheet::PageRoom GridPrinter::Room() const {
@@ -77,7 +66,7 @@ void GridPrinter::PaintPage(QPainter& painter, int page) {
 void GridPrinter::PaintFrame(QPainter& painter, int page) {
   const QSizeF pixels = paper_.area.size() / Unit();
   QtCanvas canvas(painter, fonts_, kScale);
-  const platform::Font& font = sheet_.appearance().font;
+  const platform::Font& font = layout_.sheet().appearance().font;
   const int width = Fine(pixels.width());
   const std::string number = FromQString(QStringLiteral("第 %1 页 共 %2 页").arg(page + 1).arg(PageCount()));
   const sheet::TextItem heading{heading_, {0, 0, width, Fine(kHeadingHeight)}, sheet::HorizontalAlign::kLeft};

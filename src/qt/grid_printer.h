@@ -42,7 +42,6 @@ class GridPrinter {
 
   static constexpr double kPixelsPerInch = 96;
 
-  const sheet::Sheet& sheet_;
   Paper paper_;
   std::string heading_;
   GlyphFonts fonts_;

@@ -13,8 +13,7 @@ namespace stockbook::qt {
 using sheet::kTwipsPerPixel;
 
 double QtTextMetrics::TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const {
-  const QFontMetricsF metrics(ToQFont(font, 1.0));
-  return std::ceil(metrics.ascent() + metrics.descent()) * kTwipsPerPixel;
+  return LineHeight(ToQFont(font, 1.0)) * kTwipsPerPixel;
 }
 
 double QtTextMetrics::TextWidthTwips(std::string_view text, const platform::Font& font) const {

@@ -7,7 +7,7 @@
 namespace stockbook::app {
 namespace {
 
-using sheet::Appearance;
+using sheet::Palette;
 
 // Colours equal to those of the old scheme become those of the new one.
 template <typename Value>
@@ -17,31 +17,20 @@ bool Turn(Value& value, const Value& from, const Value& to) {
   return true;
 }
 
-Appearance Turned(Appearance looks, const Appearance& from, const Appearance& to) {
-  for (size_t index = 0; index < Appearance::kColours; ++index) {
-    Turn(looks.colours[index], from.colours[index], to.colours[index]);
-  }
-  Turn(looks.node_back, from.node_back, to.node_back);
-  Turn(looks.negative_fore, from.negative_fore, to.negative_fore);
-  Turn(looks.light, from.light, to.light);
-  Turn(looks.accent, from.accent, to.accent);
-  return looks;
-}
-
 }  // namespace
 
 WindowColours::WindowColours(qt::StockbookWidget& stockbook) : stockbook_(stockbook), light_(Now()) {}
 
 WindowColours::Scheme WindowColours::DarkScheme() {
-  const Appearance dark = Appearance::Dark();
+  const Palette dark = Palette::Dark();
   return {dark, 0x00604A36, dark.Of(platform::GridColour::kForeColorSel), dark.Of(platform::GridColour::kSheetBorder),
           dark.Of(platform::GridColour::kBackColorFrozen)};
 }
 
 WindowColours::Scheme WindowColours::Now() const {
   const control::Stockbook& control = stockbook_.control();
-  return {stockbook_.sheet().appearance(), control.BackColorHot(), control.ForeColorHot(), control.BorderColor(),
-          stockbook_.HeaderColor()};
+  return {stockbook_.sheet().appearance().palette(), control.BackColorHot(), control.ForeColorHot(),
+          control.BorderColor(), stockbook_.HeaderColor()};
 }
 
 void WindowColours::Follow(const QPalette& palette) {
@@ -54,7 +43,9 @@ void WindowColours::Follow(const QPalette& palette) {
 
 void WindowColours::Change(const Scheme& from, const Scheme& to) {
   const auto aside = stockbook_.control().SetHotRowAside();
-  stockbook_.sheet().SetAppearance(Turned(stockbook_.sheet().appearance(), from.sheet, to.sheet));
+  sheet::Appearance looks = stockbook_.sheet().appearance();
+  looks.Turn(from.palette, to.palette);
+  stockbook_.sheet().SetAppearance(looks);
   control::Stockbook& control = stockbook_.control();
   Scheme now = Now();
   if (Turn(now.back_hot, from.back_hot, to.back_hot)) control.SetBackColorHot(now.back_hot);

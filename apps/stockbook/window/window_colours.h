@@ -19,7 +19,7 @@ class WindowColours {
 
  private:
   struct Scheme {
-    sheet::Appearance sheet;  // only the colours are used
+    sheet::Palette palette;
     platform::Colour back_hot = 0;
     platform::Colour fore_hot = 0;
     platform::Colour border = 0;

@@ -6,7 +6,7 @@ namespace stockbook::sheet {
 using platform::Colour;
 using platform::GridColour;
 
-Appearance::Appearance() {
+Palette::Palette() {
   Of(GridColour::kBackColor) = 0x00FFFFFF;
   Of(GridColour::kBackColorBkg) = 0x00F7F5F3;
   Of(GridColour::kBackColorFixed) = 0x00F3F0ED;
@@ -19,11 +19,10 @@ Appearance::Appearance() {
   Of(GridColour::kGridColor) = 0x00E9E5E1;
   Of(GridColour::kGridColorFixed) = 0x00D6D0CB;
   Of(GridColour::kSheetBorder) = 0x00CCC4BE;
-  font.name = "Noto Sans CJK SC";
 }
 
-Appearance Appearance::Dark() {
-  Appearance dark;
+Palette Palette::Dark() {
+  Palette dark;
   dark.Of(GridColour::kBackColor) = 0x00221F1E;
   dark.Of(GridColour::kBackColorBkg) = 0x001B1918;
   dark.Of(GridColour::kBackColorFixed) = 0x00312D2B;
@@ -43,15 +42,32 @@ Appearance Appearance::Dark() {
   return dark;
 }
 
-Colour Appearance::BackOf(CellPart part, bool node) const {
+Colour Palette::BackOf(CellPart part, bool node) const {
   if (part == CellPart::kFixed) return Of(GridColour::kBackColorFixed);
   if (node && node_back) return *node_back;
   return Of(part == CellPart::kFrozen ? GridColour::kBackColorFrozen : GridColour::kBackColor);
 }
 
-Colour Appearance::ForeOf(CellPart part) const {
+Colour Palette::ForeOf(CellPart part) const {
   if (part == CellPart::kFixed) return Of(GridColour::kForeColorFixed);
   return Of(part == CellPart::kFrozen ? GridColour::kForeColorFrozen : GridColour::kForeColor);
+}
+
+void Palette::Turn(const Palette& from, const Palette& to) {
+  const auto turn = [](auto& value, const auto& old_value, const auto& new_value) {
+    if (value == old_value) value = new_value;
+  };
+  for (size_t index = 0; index < kColours; ++index) turn(colours[index], from.colours[index], to.colours[index]);
+  turn(node_back, from.node_back, to.node_back);
+  turn(negative_fore, from.negative_fore, to.negative_fore);
+  turn(light, from.light, to.light);
+  turn(accent, from.accent, to.accent);
+}
+
+Appearance Appearance::Dark() {
+  Appearance dark;
+  dark.palette() = Palette::Dark();
+  return dark;
 }
 
 }  // namespace stockbook::sheet
