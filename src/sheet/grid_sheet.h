@@ -10,8 +10,8 @@
 
 namespace stockbook::sheet {
 
-// A sheet with a view of its own: a whole grid, as whoever works on one needs it. A widget shows the view, tells it
-// size and scale and forwards input to it.
+// A sheet with its own view, which together make up a whole grid. A widget shows the view, gives it its size and scale
+// and forwards input to it.
 class GridSheet final : public Sheet, public platform::Grid {
  public:
   View& view() { return view_; }
@@ -41,7 +41,7 @@ class GridSheet final : public Sheet, public platform::Grid {
   void SetPointer(platform::MousePointer pointer) override { view_.SetPointer(pointer); }
   void SetObserver(platform::GridObserver* observer) override { view_.SetObserver(observer); }
 
-  // Of the sheet and of its own view.
+  // Of the sheet together with its view.
   bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }
   size_t EngineBytes() const { return Sheet::EngineBytes() + sizeof(View) + view_.MemoryBytes(); }
 

@@ -13,10 +13,10 @@ namespace stockbook::sheet {
 class Sheet;
 class View;
 
-// What a row is to the outline: a line, or a node that has lines to show or to hide.
+// Whether a row is a node with lines, and whether it is open.
 enum class NodeState { kNone, kOpen, kClosed };
 
-// Indexes of the table [first, last).
+// Indexes [first, last) of the table.
 struct IndexSpan {
   int first = 0;
   int last = 0;
@@ -25,17 +25,17 @@ struct IndexSpan {
   bool operator==(const IndexSpan&) const = default;
 };
 
-// The sheet as those have it who do not see it: a table of the data rows that are shown and of the columns that are
-// neither fixed nor hidden, both counted from 0, with a caption over each column. What is hidden or folded away is not
-// in it, so an index holds until the next change of the sheet, while the sheet's own rows and columns stay what they
-// are when a node is folded. It keeps nothing; a question costs O(log runs) or O(columns), whatever the number of rows.
+// A view of a sheet as a table, for screen readers: the data rows that are shown and the columns that are neither fixed
+// nor hidden, both counted from 0, with a caption for each column. Hidden and folded rows are not included, so an index
+// is valid until the next change of the sheet, whereas the sheet's own row and column numbers survive folding. It has
+// no state; queries are O(log runs) or O(columns), whatever the number of rows.
 class TableAccess {
  public:
   explicit TableAccess(View& view);
 
   int RowCount() const;
   int ColumnCount() const;
-  // Of an index the sheet's row or column, and back; -1 where there is none.
+  // Convert an index to the sheet's row or column and back; -1 if there is none.
   int RowOf(int index) const;
   int ColumnOf(int index) const;
   int IndexOfRow(int row) const;
@@ -43,30 +43,30 @@ class TableAccess {
 
   // The caption of a column of the sheet, on one line.
   std::string Caption(int column) const;
-  // What a row of the sheet is called: its fixed cells, or what stands in the outline column where they are empty.
+  // The name of a row of the sheet: its fixed cells or, if they are empty, its cell in the outline column.
   std::string RowName(int row) const;
   bool HasCaptions() const;
   NodeState NodeAt(int row) const;
 
-  // Where the cell is in sight, in device pixels of the view; empty where it is scrolled away. The captions of a column
-  // are one cell.
+  // The visible part of the cell, in device pixels of the view; empty if it is out of view. The captions of a column
+  // count as one cell.
   Rect CellArea(int row, int column) const;
   Rect CaptionArea(int column) const;
-  // The data cell at the point, or {-1, column} of a caption; nothing beside the table.
+  // The data cell at the point, or {-1, column} for a caption; nothing outside the table.
   std::optional<CellPosition> CellAt(Point point) const;
 
-  // What of the table is selected; the current cell alone is.
+  // The selected part of the table; at least the current cell.
   IndexSpan SelectedRows() const;
   IndexSpan SelectedColumns() const;
-  // The selection goes over the whole width, or the whole height, of the table.
+  // Whether the selection spans the whole width or height of the table.
   bool SelectsWholeRows() const;
   bool SelectsWholeColumns() const;
 
-  // What a user does by keys or mouse; false where it cannot be, or who watches the sheet refused.
+  // The same as the user can do by keys or mouse. False if it is impossible or the observer refused.
   bool GoTo(int row, int column);
   bool SelectRow(int row);
   bool SelectColumn(int column);
-  // Back to the current cell alone.
+  // Reduces the selection to the current cell.
   bool SelectCurrentAlone();
   bool ToggleNode(int row);
 

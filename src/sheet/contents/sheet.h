@@ -18,8 +18,8 @@
 namespace stockbook::sheet {
 
 // The contents of a grid: cells, columns, rows, outline, formats and looks. It knows no size, scale, scroll position or
-// selection; those belong to its views, of which it may have any number (see View), or none. While redraw is off the
-// views report nothing to anybody. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
+// selection: these belong to its views (see View), of which it may have any number. While redraw is off, the views
+// report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
 class Sheet : public virtual platform::GridTable,
               public virtual platform::GridOutline,
               public virtual platform::GridAppearance {
@@ -135,12 +135,12 @@ class Sheet : public virtual platform::GridTable,
   platform::Font GridFont() const override { return appearance_.font; }
   void SetGridFont(const platform::Font& font) override;
 
-  // The switch that is off while many changes are made.
+  // Off while many changes are made at once.
   bool Redraw() const { return redraw_; }
   void SetRedraw(bool on);
-  // RowState::kDefaultHeight gives the row the height of all rows again.
+  // RowState::kDefaultHeight restores the default height.
   void SetOwnRowHeight(int row, int32_t height_twips);
-  // Looks beyond the port: the tint of nodes, the colour of negative numbers, the accent.
+  // Includes what the port lacks: the colours of nodes and of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
 
   // Read only, for views and painting.
@@ -153,17 +153,17 @@ class Sheet : public virtual platform::GridTable,
   CellPart PartOf(int row, int column) const;
   // Fixed and frozen columns together.
   int PinnedCols() const;
-  // The first column after the fixed ones that is not hidden; the first after them where all are.
+  // The first column after the fixed ones that is not hidden, or simply the first after them if all are hidden.
   int FirstShownColumn() const;
 
-  // A watcher must go before the sheet does.
+  // A watcher must be removed before the sheet is destroyed.
   void AddWatcher(SheetWatcher* watcher) { watchers_.push_back(watcher); }
   void RemoveWatcher(SheetWatcher* watcher) { std::erase(watchers_, watcher); }
 
-  // Every part holds, and the parts agree: O(runs + cells set + columns).
+  // The parts are valid and agree with each other. O(runs + cells set + columns).
   bool CheckInvariants() const;
-  // About what the sheet takes beyond the loaded columns' own values: order, states, what was set on single cells,
-  // picture codes.
+  // Approximate memory beyond the values of the loaded columns: order, states, what was set on single cells, picture
+  // codes.
   size_t EngineBytes() const { return store_.MemoryBytes() + states_.MemoryBytes() + sizeof(Sheet); }
 
  protected:
@@ -177,13 +177,13 @@ class Sheet : public virtual platform::GridTable,
 
   bool HasCell(int row, int column) const { return HasRow(row) && HasColumn(column); }
   void CheckRecords(const char* operation, int column, size_t count) const;
-  // Throws for ranges outside of the grid; false for empty ones.
+  // Throws if the range is outside the grid. False if it is empty.
   bool CheckRange(const char* operation, const platform::CellRange& range) const;
 
   void InsertRows(int row, int count);
   void RemoveRows(int row, int count);
   void SetHeights(const RowHeights& heights);
-  // A watcher may let others watch, too, or stop.
+  // Watchers may be added or removed during the calls.
   template <typename Call>
   void Tell(Call call) {
     for (size_t at = 0; at < watchers_.size(); ++at) call(*watchers_[at]);

@@ -39,7 +39,7 @@ void Sheet::SetCellData(int row, int column, base::Value data) {
 
 std::string Sheet::DisplayText(int row, int column) const {
   if (!HasCell(row, column)) return {};
-  // Captions are texts, whatever the column holds below them.
+  // Captions are texts, whatever the type of the column.
   return row < fixed_rows_ ? store_.TextAt(row, column) : store_.DisplayAt(row, column);
 }
 
@@ -111,7 +111,7 @@ void Sheet::SetCellColors(const CellRange& range, Colour back, Colour fore) {
     CellsChanged(range);
     return;
   }
-  // A row that gets back the colours it has by itself follows the grid's colours again.
+  // Cells of a single row that are given their default colours follow the grid's colours again.
   const bool node = states_.At(range.row1).subtotal;
   for (int column = range.column1; column < range.column2; ++column) {
     const CellPart part = PartOf(range.row1, column);

@@ -84,7 +84,7 @@ bool Sheet::RowHidden(int row) const {
 void Sheet::SetRowHidden(int row, bool hidden) {
   CheckRow("RowHidden", row);
   states_.Update(row, row + 1, [&](RowState& state) { state.hidden = hidden; });
-  // A row that is to be seen is unfolded too.
+  // Showing a row also unfolds the nodes that cover it.
   while (!hidden && states_.At(row).covered) outline_.SetCollapsed(states_.UncoveredBefore(row), false);
   RowsChanged();
 }

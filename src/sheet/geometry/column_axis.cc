@@ -12,7 +12,7 @@ ColumnAxis::ColumnAxis(const std::vector<int>& widths_px) {
 }
 
 int ColumnAxis::ColumnAt(int64_t pixel) const {
-  // The first right edge beyond the pixel belongs to a column with width.
+  // The first right edge beyond the pixel belongs to a column that is not hidden.
   const auto edge = std::upper_bound(edges_.begin() + 1, edges_.end(), std::max<int64_t>(pixel, 0));
   return static_cast<int>(edge - edges_.begin()) - 1;
 }

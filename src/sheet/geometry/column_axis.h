@@ -7,8 +7,8 @@
 
 namespace stockbook::sheet {
 
-// Where the columns stand, in device pixels from the left edge of the unscrolled sheet: prefix sums over their widths,
-// hidden ones of width 0. Finding a column is O(log columns).
+// The positions of the columns, in device pixels from the left edge of the unscrolled sheet: prefix sums of their
+// widths, with hidden columns of width 0. Finding a column is O(log columns).
 class ColumnAxis {
  public:
   ColumnAxis() : edges_(1, 0) {}
@@ -18,7 +18,7 @@ class ColumnAxis {
   int64_t Left(int column) const { return edges_[static_cast<size_t>(column)]; }
   int64_t Width(int column) const { return Left(column + 1) - Left(column); }
   int64_t Total() const { return edges_.back(); }
-  // The column with width at the pixel, or Count() behind the last one.
+  // The visible column at the pixel, or Count() after the last one.
   int ColumnAt(int64_t pixel) const;
 
   bool CheckInvariants() const;

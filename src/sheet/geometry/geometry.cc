@@ -6,7 +6,7 @@
 namespace stockbook::sheet {
 namespace {
 
-// Positions far out of view are as good as at this distance; differences of two of them still fit an int.
+// Positions far out of view are clamped to this distance, so that differences of two of them fit into an int.
 constexpr int64_t kFarAway = int64_t{1} << 29;
 
 int ToView(int64_t pixel) { return static_cast<int>(std::clamp(pixel, -kFarAway, kFarAway)); }
@@ -29,7 +29,7 @@ Geometry::Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned
 }
 
 ScrollPosition Geometry::max_scroll() const {
-  // The pinned parts are in the contents and in the view alike.
+  // The pinned parts are included in both the contents and the view.
   const int64_t room_x = std::max<int64_t>(view_.width, pinned_width_);
   const int64_t room_y = std::max<int64_t>(view_.height, pinned_height_);
   return {std::max<int64_t>(0, ContentWidth() - room_x), std::max<int64_t>(0, ContentHeight() - room_y)};

@@ -12,7 +12,7 @@ namespace stockbook::sheet {
 
 using platform::CellPosition;
 
-// What stays in view: the first rows and the first columns.
+// The rows and columns that do not scroll.
 struct Pinned {
   int rows = 0;  // fixed rows
   int fixed_columns = 0;
@@ -34,48 +34,48 @@ struct Span {
   bool operator==(const Span&) const = default;
 };
 
-// One answer to where everything stands, for painting, hit-testing and scrolling alike. Pixels are device pixels of the
-// view; ranges are half-open; positions are 64-bit. It borrows the axes and is a cheap value: make a new one after any
-// change. Row questions are O(log runs), column questions O(log columns).
+// The positions of all cells in a view, used for painting, hit-testing and scrolling alike. Pixels are device pixels of
+// the view; ranges are half-open; positions are 64-bit. It borrows the axes and is a cheap value: make a new one after
+// any change. Queries about rows are O(log runs), about columns O(log columns).
 class Geometry {
  public:
   Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
 
   Size view() const { return view_; }
   const Pinned& pinned() const { return pinned_; }
-  // The position that was asked for, kept within the contents.
+  // The wanted position, clamped to the contents.
   ScrollPosition scroll() const { return scroll_; }
   ScrollPosition max_scroll() const;
   int64_t ContentWidth() const { return columns_->Total(); }
   int64_t ContentHeight() const { return rows_->Total(); }
-  // What the pinned parts take, at most the view.
+  // The size of the pinned parts, at most that of the view.
   int PinnedWidth() const;
   int FixedWidth() const;  // of the fixed columns alone
   int PinnedHeight() const;
-  // The part that scrolls, and the part of the view that has cells in it.
+  // The part that scrolls, and the part of the view that contains cells.
   Rect BodyRect() const;
   Rect CellsRect() const;
 
-  // Where a cell stands, parts beyond its pane included; empty for hidden ones.
+  // The whole cell, including parts outside its pane; empty if it is hidden.
   Rect CellRect(int row, int column) const;
-  // What is seen of it.
+  // The visible part of it.
   Rect VisibleCellRect(int row, int column) const;
   Rect PaneOf(int row, int column) const;
-  // The cell at a point of the view; row or column is -1 where there is none.
+  // The cell at a point of the view; the row or column is -1 if there is none.
   CellPosition CellAt(Point point) const;
 
-  // Rows / columns of the scrolling part that reach into [from, to) of the view, hidden ones in between included.
+  // The rows or columns of the scrolling part that overlap [from, to) of the view, including hidden ones in between.
   Span RowsWithin(int from, int to) const;
   Span ColumnsWithin(int from, int to) const;
-  // The same of the fixed rows.
+  // The same for the fixed rows.
   Span FixedRowsWithin(int from, int to) const;
-  // The first row of the scrolling part in view, and the last that is wholly in view (never above the first).
+  // The first visible row of the scrolling part, and the last fully visible one (but not above the first).
   int TopRow() const;
   int BottomRow() const;
   int LeftCol() const;
   bool RowIsVisible(int row) const;
 
-  // The scroll position nearest to the present one that shows the whole cell, its left top corner where it is too
+  // The scroll position nearest to the present one that shows the whole cell, or its top left corner if the cell is too
   // large.
   ScrollPosition ToShow(int row, int column) const;
   ScrollPosition WithTopRow(int row) const;
@@ -90,7 +90,7 @@ class Geometry {
   const ColumnAxis* columns_;
   Pinned pinned_;
   Size view_;
-  int64_t pinned_width_ = 0;  // of the contents; the view may show less
+  int64_t pinned_width_ = 0;  // may exceed the view
   int64_t pinned_height_ = 0;
   ScrollPosition scroll_;
 };

@@ -8,8 +8,8 @@
 
 namespace stockbook::sheet {
 
-// How far the tree pushes the contents of the outline column, and where a node's sign stands; for painting and clicking
-// alike. In device pixels.
+// How far the tree indents the contents of the outline column, and where the sign of a node is. Used for painting and
+// for clicks. In device pixels.
 struct OutlineMetrics {
   int step = 16;  // of one level
   int sign = 9;   // side of a node's box; odd, so that it has a middle
@@ -19,12 +19,12 @@ struct OutlineMetrics {
     return {scaled(16), scaled(9) | 1};
   }
 
-  // What a row of the level leaves free at the left. Lines stand as far in as the text of their node.
+  // The indent of a row. Lines are indented as far as the text of their node.
   int Indent(int level, bool node) const { return step * (node ? level + 1 : std::max(level, 1)); }
   Rect Sign(const Rect& cell, int level) const {
     return {cell.x + level * step + (step - sign) / 2, cell.y + (cell.height - sign) / 2, sign, sign};
   }
-  // Where a click opens and closes the node: the step that the sign stands in, the row high.
+  // A click here opens or closes the node: the column of the sign, over the full height of the row.
   Rect ClickArea(const Rect& cell, int level) const {
     return Rect{cell.x + level * step, cell.y, step, cell.height}.Intersected(cell);
   }

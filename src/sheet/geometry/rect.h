@@ -19,7 +19,7 @@ struct Size {
   bool operator==(const Size&) const = default;
 };
 
-// Device pixels [x, right()) by [y, bottom()). A plain value; one without area is empty.
+// Device pixels [x, right()) by [y, bottom()). A plain value; empty if it has no area.
 struct Rect {
   int x = 0;
   int y = 0;

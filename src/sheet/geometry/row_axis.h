@@ -9,9 +9,9 @@
 
 namespace stockbook::sheet {
 
-// Where the rows stand at one scale, in device pixels from the top of the unscrolled sheet: sums over their heights,
-// 0 for rows that are not shown. It borrows the row states and keeps up with them: a question, and a change of rows
-// that are alike, are O(log runs). When every row has changed it is built anew for the next question, which is O(runs).
+// The positions of the rows at one scale, in device pixels from the top of the unscrolled sheet; rows that are not
+// shown have height 0. It borrows the row states and follows their changes. Queries are O(log runs), and so is a change
+// of a run of rows. After a change of all rows the next query rebuilds the axis in O(runs).
 class RowAxis final : private RowStatesWatcher {
  public:
   RowAxis(const RowStates& states, double scale);
@@ -26,13 +26,13 @@ class RowAxis final : private RowStatesWatcher {
   int64_t Count() const { return states_.Rows(); }
   int64_t Top(int64_t row) const { return Runs().Before(row); }
   int64_t Height(int64_t row) const;
-  // Of a row in that state.
+  // The height of a row in that state.
   int32_t HeightOf(const RowState& state) const;
   int64_t Total() const { return Runs().Total(); }
   // The shown row at the pixel, or Count() after the last one; pixels above row 0 give the first shown row.
   int64_t RowAt(int64_t pixel) const;
 
-  // Each row is as high as its state says; O(runs).
+  // The heights agree with the row states; O(runs).
   bool CheckInvariants() const;
   size_t MemoryBytes() const { return runs_.MemoryBytes(); }
 

@@ -7,7 +7,7 @@
 
 namespace stockbook::sheet {
 
-// How large texts come out, in device pixels: what a canvas draws them with. Texts are lines without a line feed.
+// Measures texts as a canvas draws them, in device pixels. Texts are single lines without a line feed.
 class TextMeasure {
  public:
   virtual ~TextMeasure() = default;

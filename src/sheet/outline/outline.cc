@@ -6,8 +6,8 @@
 namespace stockbook::sheet {
 namespace {
 
-// Walks rows in order and tells of each run whether it is covered. Rows of one run are all covered or all not: the
-// first row that is not deeper than the covering node ends it, and its like do not cover each other.
+// Walks runs of rows in order and decides whether each is covered. The rows of a run are covered together: the first
+// row that is not deeper than the covering node ends the cover, and equal rows do not cover each other.
 class Coverage {
  public:
   explicit Coverage(int level) : level_(level) {}
@@ -26,7 +26,7 @@ class Coverage {
 
 int Outline::CoveringLevel(int64_t row) const {
   if (!states_.HasCollapsedNodes() || row == 0) return kNoNode;
-  // Only the last row before that is not covered itself can cover: any such row ends what stood before it.
+  // Only the last uncovered row before this one can cover it: every uncovered row ends earlier covers.
   const int64_t node = states_.UncoveredBefore(row);
   if (node < 0) return kNoNode;
   const RowState state = states_.At(node);
@@ -43,7 +43,7 @@ void Outline::CoverAnew(int64_t row, int level) {
 
 void Outline::InsertRows(int64_t row, int64_t count) {
   states_.Insert(row, count, RowState{});
-  // The last of them ends what covered the rows behind it.
+  // The last of them ends the cover of the rows after it.
   CoverAnew(row + count - 1, 0);
 }
 

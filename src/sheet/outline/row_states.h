@@ -9,22 +9,22 @@
 
 namespace stockbook::sheet {
 
-// What is known of a row beside its cells. Rows are mostly alike, so it is kept by runs.
+// What is known about a row apart from its cells.
 struct RowState {
   static constexpr int32_t kDefaultHeight = -1;
 
   int32_t height_twips = kDefaultHeight;
   int16_t level = 0;
   bool subtotal = false;
-  bool collapsed = false;  // of a node: what it governs is folded away
-  bool covered = false;    // a collapsed node governs the row
-  bool hidden = false;     // hidden for itself
+  bool collapsed = false;  // a folded node
+  bool covered = false;    // by a folded node
+  bool hidden = false;     // on its own account
 
   bool IsShown() const { return !covered && !hidden; }
   bool operator==(const RowState&) const = default;
 };
 
-// How high rows are that have no height of their own, and the limits for all, in twips.
+// The height of rows without one of their own, and the limits for all rows, in twips.
 struct RowHeights {
   int32_t default_twips = 300;
   float min_twips = 0;  // 0: no limit
@@ -33,21 +33,21 @@ struct RowHeights {
   int32_t TwipsOf(int32_t height_twips) const;
 };
 
-// Hears of changes of row states, after each of them.
+// Is notified after each change of row states.
 class RowStatesWatcher {
  public:
   virtual ~RowStatesWatcher() = default;
 
-  // Rows [row, row + count) are new, and alike.
+  // Rows [row, row + count) are new and all alike.
   virtual void RowsInserted(int64_t row, int64_t count) = 0;
   virtual void RowsRemoved(int64_t row, int64_t count) = 0;
-  // The rows [first, last) have other states, some of them at least.
+  // At least some of the rows [first, last) have changed.
   virtual void RowsUpdated(int64_t first, int64_t last) = 0;
   virtual void AllRowsChanged() = 0;
 };
 
-// The states of all rows, with positions: shown rows and nodes before a row, and back. All O(log runs), whatever the
-// number of rows.
+// The states of all rows, stored as runs of equal states. Counts shown rows and nodes before a row, and finds rows by
+// these counts; each in O(log runs), whatever the number of rows.
 class RowStates {
  public:
   int64_t Rows() const { return runs_.size(); }
@@ -74,7 +74,7 @@ class RowStates {
 
   int64_t ShownBefore(int64_t row) const { return runs_.Before(row).shown; }
   int64_t TotalShown() const { return runs_.Total().shown; }
-  // The shown row with so many shown rows before it, or Rows().
+  // The shown row with `index` shown rows before it, or Rows().
   int64_t ShownRow(int64_t index) const;
   // The nearest shown row at or after / at or before `row`; Rows() or -1 when there is none.
   int64_t ShownAtOrAfter(int64_t row) const;
@@ -92,7 +92,7 @@ class RowStates {
   // The last row before `row` whose level is below `level`, or -1.
   int64_t LastRowOfLevelBelow(int64_t row, int level) const;
 
-  // Watching changes nothing of the states. A watcher must go before they do.
+  // A watcher must be removed before the states are destroyed. (Watching does not change the states.)
   void AddWatcher(RowStatesWatcher* watcher) const { watchers_.push_back(watcher); }
   void RemoveWatcher(RowStatesWatcher* watcher) const { std::erase(watchers_, watcher); }
 

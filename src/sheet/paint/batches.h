@@ -8,9 +8,9 @@
 
 namespace stockbook::sheet {
 
-// Rectangles gathered by colour and texts gathered by font and colour, so that the canvas switches each once a pass.
-// There are few of either, which is why a list is searched. What overlaps must not be gathered together: batches are
-// drawn in no particular order. Buffers are kept from pane to pane.
+// Collects rectangles by colour and texts by font and colour, so that the canvas switches each only once a pass. There
+// are few of each, so a list is searched. Things that overlap must not be collected together: batches are drawn in no
+// particular order. Buffers are reused from pane to pane.
 class Batches {
  public:
   void Fill(platform::Colour colour, const Rect& rect) {
@@ -25,7 +25,7 @@ class Batches {
   }
   std::vector<PictureItem>& pictures() { return pictures_; }
 
-  // Draws what was gathered since the last time: fills, pictures, texts.
+  // Draws and drops what was collected: fills, then pictures, then texts.
   void Draw(Canvas& canvas, const std::vector<platform::Font>& fonts) {
     DrawFills(canvas);
     if (!pictures_.empty()) canvas.DrawPictures(pictures_);

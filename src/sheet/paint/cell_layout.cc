@@ -18,7 +18,7 @@ HorizontalAlign HorizontalOf(int16_t code) {
                                     : HorizontalAlign::kRight;
 }
 
-// Where something of the size stands between `first` and `first + room`: 0 at the beginning, 1 in the middle, 2 at the
+// The position of something of the size within [first, first + room): 0 at the beginning, 1 in the middle, 2 at the
 // end.
 int Placed(int first, int room, int size, int where) { return first + (room - size) * where / 2; }
 
@@ -35,7 +35,7 @@ int LinesOf(std::string_view text) {
   return static_cast<int>(std::min(std::count(text.begin(), text.end(), '\n') + 1, kMostLines));
 }
 
-// As formats write it: a minus sign, or brackets around the number.
+// Formats write a minus sign or put the number in brackets.
 bool IsBelowZero(std::string_view number) { return number.front() == '-' || number.front() == '('; }
 
 }  // namespace
@@ -77,7 +77,7 @@ PictureItem CellLayout::PlacePicture(const SnapshotCell& cell, Rect& content) co
   }
   const auto code = static_cast<int>(cell.picture_alignment);
   const int side = code / 3;
-  // A small mark in a corner lies over the text's margin and takes no room, so that marked numbers stay in line.
+  // A small mark in a corner overlaps the margin of the text and takes no room, so that marked numbers stay aligned.
   const bool mark = code % 3 != 1 && height * 2 <= content.height;
   const Rect room = mark ? content : content.Inset(metrics_.gap, 0);
   const Rect at{Placed(room.x, room.width, width, side), Placed(room.y, room.height, height, code % 3), width, height};
@@ -113,7 +113,7 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const 
   const bool clip = line_height > room.height;
   const bool within = room.x >= seen.x && room.right() <= seen.right();
   int y = Placed(room.y, room.height, fitting * line_height, code % 3);
-  // Lines that would not be seen whole are left out, so that half a line is never taken for another number.
+  // Lines that do not fit are left out, so that half a line is never mistaken for another number.
   for (int line = 0; line < fitting; ++line, y += line_height) {
     const std::string_view whole = TakeLine(text);
     if (whole.empty()) continue;
@@ -123,7 +123,7 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const 
     platform::Colour fore = IsBelowZero(whole) ? cell.negative_fore : cell.fore;
     const int width = surely_fits ? 0 : measure_.TextWidth(snapshot_.FontOf(cell), whole);
     if (!surely_fits && IsCutOff(align, room, seen, width)) {
-      // What a step sideways brings into view need not shout.
+      // Scrolling sideways would reveal the number, so the signs are pale.
       if (width <= room.width) fore = snapshot_.appearance().Of(platform::GridColour::kGridColorFixed);
       item.rect.x = std::max(room.x, seen.x);
       item.rect.width = std::min(room.right(), seen.right()) - item.rect.x;
@@ -156,7 +156,7 @@ Size CellLayout::NaturalSize(const SnapshotPane& pane, size_t row, size_t column
   const Rect whole = pane.CellRect(row, column);
   Rect content = ContentRect(pane, row, column);
   if (cell.picture != nullptr && cell.picture_alignment < PictureAlignment::kStretch) PlacePicture(cell, content);
-  // What the tree, the picture and the lines take stays the same, whatever the text is given.
+  // The tree, the picture and the grid lines need the same room whatever the text.
   Size size{whole.width - content.width, whole.height - content.height};
   std::string_view text = snapshot_.TextOf(cell);
   if (text.empty()) return size;

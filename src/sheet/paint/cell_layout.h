@@ -13,7 +13,7 @@
 
 namespace stockbook::sheet {
 
-// Distances of painting in device pixels.
+// Distances in device pixels.
 struct PaintMetrics {
   int line = 1;     // a grid line
   int padding = 4;  // between a cell's edge and its contents
@@ -26,28 +26,28 @@ struct PaintMetrics {
   }
 };
 
-// What the canvas said of a font; asked once a frame.
+// The canvas's measures of a font, taken once a frame.
 struct FontMetrics {
   int line_height = 0;
-  int number_width = 0;  // of the widest sign in a number
+  int number_width = 0;  // of the widest character in a number
 };
 
-// Where the contents of a cell stand.
+// Lays out the contents of cells.
 class CellLayout {
  public:
   CellLayout(const Snapshot& snapshot, TextMeasure& measure);
 
-  // The cell without its grid lines and without what the tree takes.
+  // The cell without its grid lines and the indent of the tree.
   Rect ContentRect(const SnapshotPane& pane, size_t row, size_t column) const;
-  // Of the cell's picture within the content; `content` loses what the picture takes at its left or right.
+  // Places the cell's picture within `content` and reduces `content` by the room it takes on the left or right.
   PictureItem PlacePicture(const SnapshotCell& cell, Rect& content) const;
-  // Adds the lines of the cell's text to `batches`, those that are numbers below zero in their own colour. `seen` is
-  // what is seen of the pane: a number that reaches over its side is not shown as the digits that are left of it.
+  // Adds the lines of the cell's text to `batches`, negative numbers in their own colour. `seen` is the visible part of
+  // the pane: a number that extends beyond its sides is never shown with only some of its digits.
   void PlaceText(const SnapshotCell& cell, const Rect& content, const Rect& seen, Batches& batches) const;
 
-  // Whether a part of the cell's text is not seen in the content: too wide, or of more lines than it is high.
+  // Whether part of the cell's text is invisible because it is too wide or has too many lines.
   bool IsCut(const SnapshotCell& cell, const Rect& content, const Rect& seen) const;
-  // What the cell would have to measure, its lines and margins included, to show everything of it.
+  // The size that the cell needs to show everything, including grid lines and margins.
   Size NaturalSize(const SnapshotPane& pane, size_t row, size_t column) const;
 
   const PaintMetrics& metrics() const { return metrics_; }
@@ -55,9 +55,9 @@ class CellLayout {
 
  private:
   int LineHeightOf(const SnapshotCell& cell) const { return std::max(1, fonts_[cell.font].line_height); }
-  // As many # as fit, where the line is a number that does not.
+  // As many # signs as fit, in place of a number that does not.
   std::string_view Hashes(const SnapshotCell& cell, int width) const;
-  // Whether a line of the width, placed in the room, is not seen whole between the sides of `seen`.
+  // Whether a line of the width, placed in the room, is cut off by the room or by the sides of `seen`.
   static bool IsCutOff(HorizontalAlign align, const Rect& room, const Rect& seen, int width);
 
   const Snapshot& snapshot_;

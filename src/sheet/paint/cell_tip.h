@@ -10,10 +10,10 @@ namespace stockbook::sheet {
 
 class View;
 
-// What is to be told of the cell at a point of the view, while the mouse rests there.
+// The tooltip for the cell at a point of the view.
 struct CellTip {
-  std::string text;  // of the whole cell, as shown; empty where nothing of it is cut off
-  Rect cell;         // what is seen of the cell; the tip holds as long as the mouse stays in it
+  std::string text;  // the whole displayed text; empty if none of it is cut off
+  Rect cell;         // the visible part of the cell; the tooltip is valid while the mouse is in it
 
   static CellTip At(const View& view, TextMeasure& measure, Point point);
 };

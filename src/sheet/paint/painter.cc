@@ -14,7 +14,7 @@ namespace {
 using platform::Colour;
 using platform::GridColour;
 
-// Pops its clip when it goes.
+// Pops its clip when destroyed.
 class Clip {
  public:
   Clip(Canvas& canvas, const Rect& rect) : canvas_(canvas) { canvas_.PushClip(rect); }
@@ -40,7 +40,7 @@ class Painter {
   }
 
  private:
-  // What lies right of and below the cells.
+  // The areas to the right of and below the cells.
   void PaintBackground() {
     const Rect& area = snapshot_.area();
     const Rect cells = snapshot_.cells().Intersected(area);
@@ -68,7 +68,7 @@ class Painter {
     batches_.Draw(canvas_, snapshot_.fonts());
   }
 
-  // One rectangle for all cells, then those of another colour, as wide as the colour goes on.
+  // One rectangle for all cells, then one for each stretch of cells in another colour.
   void FillCells(const SnapshotPane& pane) {
     batches_.Fill(pane.back, pane.cells.Intersected(pane.area));
     batches_.DrawFills(canvas_);
@@ -124,7 +124,7 @@ class Painter {
     const Colour accent = snapshot_.focused() ? looks.accent : looks.Of(GridColour::kForeColorFixed);
     const int right = cell.right() - layout_.metrics().line;
     const int bottom = cell.bottom() - layout_.metrics().line;
-    // A cell lower than the frame is thick shows a part of it, and nothing beyond its edges.
+    // If a cell is lower than its frame is thick, part of the frame is cut off at the edges of the cell.
     const Rect seen = snapshot_.current_pane().Intersected(snapshot_.area()).Intersected(cell);
     batches_.Fill(accent, Rect{cell.x, cell.y, right - cell.x, side}.Intersected(seen));
     batches_.Fill(accent, Rect{cell.x, bottom - side, right - cell.x, side}.Intersected(seen));

@@ -6,9 +6,8 @@
 
 namespace stockbook::sheet {
 
-// Paints the snapshot's area onto the canvas, pane by pane, in passes of few calls each: backgrounds, pictures, texts,
-// grid lines and tree, then the frame of the current cell and the edges. Nothing is drawn outside of the snapshot's
-// area.
+// Paints the snapshot onto the canvas, pane by pane, in passes of few calls each: backgrounds, pictures, texts, grid
+// lines and tree, then the edges and the frame of the current cell. Nothing is drawn outside the snapshot's area.
 void Paint(const Snapshot& snapshot, Canvas& canvas);
 
 }  // namespace stockbook::sheet

@@ -45,7 +45,7 @@ Snapshot SnapshotBuilder::Build() {
   const Span fixed_rows = geometry_.FixedRowsWithin(area.y, area.bottom());
   const Rect caption{left, 0, view.width - left, top};
   const Rect body{left, top, view.width - left, view.height - top};
-  // Scrolled parts first, what stays in view on top of them.
+  // The scrolling parts first, then the pinned parts on top of them.
   AddPane(body_rows, body_columns, body);
   AddPane(body_rows, {pinned.fixed_columns, pinned.columns}, {fixed_width, top, left - fixed_width, view.height - top});
   AddPane(body_rows, {0, pinned.fixed_columns}, {0, top, fixed_width, view.height - top});
@@ -158,7 +158,7 @@ void SnapshotBuilder::AddText(const SnapshotRow& row, const SheetColumn& column,
   }
   cell.text_size = static_cast<uint32_t>(texts.size()) - cell.text_first;
   if (caption || cell.text_size == 0 || !IsNumberType(column.type)) return;
-  // A number is what has digits and nothing but the signs of numbers around them: "1,234.50", "12%", "1.00\n2.00".
+  // A number has digits and no characters but those of numbers: "1,234.50", "12%", "1.00\n2.00".
   const std::string_view text = std::string_view(texts).substr(cell.text_first);
   cell.number = text.find_first_not_of("0123456789.,+-()%Ee \r\n") == std::string_view::npos &&
                 text.find_first_of("0123456789") != std::string_view::npos;
@@ -196,7 +196,7 @@ int SnapshotBuilder::DropEdge(int column) const {
   if (sheet_.Cols() == 0) return -1;
   const int edge =
       column < sheet_.Cols() ? geometry_.CellRect(0, column).x : geometry_.CellRect(0, sheet_.Cols() - 1).right();
-  // A column of which a part is in view has its edge out of it: the mark stands where the part begins or ends.
+  // If the edge of a partly visible column is out of view, the mark is where the visible part begins or ends.
   const int least = column < view_.PinnedCols() ? 0 : geometry_.PinnedWidth();
   const int most = geometry_.view().width - 2 * PaintMetrics::Of(view_.scale()).line;
   return std::max(std::min(edge, most), least);

@@ -19,7 +19,7 @@ struct SnapshotRow {
   int y = 0;
   int height = 0;
   int16_t level = 0;
-  int16_t next_level = -1;  // of the shown row behind it; -1 behind the last
+  int16_t next_level = -1;  // of the next shown row; -1 after the last one
   bool node = false;
   bool collapsed = false;
   bool governs = false;  // a node with lines: it has a sign
@@ -36,19 +36,19 @@ struct SnapshotCell {
   uint32_t text_size = 0;
   platform::Colour back = 0;
   platform::Colour fore = 0;
-  platform::Colour negative_fore = 0;  // of the lines that are numbers below zero
+  platform::Colour negative_fore = 0;  // of lines that are negative numbers
   uint16_t font = 0;
   platform::Alignment alignment = platform::Alignment::kLeftCenter;  // never kGeneral
-  bool number = false;                                               // must not be cut off without telling
+  bool number = false;                                               // must not be cut off silently
   const platform::Picture* picture = nullptr;
   platform::PictureAlignment picture_alignment = platform::PictureAlignment::kLeftTop;
 };
 
-// The cells of one part of the view that scrolls together, row by row.
+// One of the parts of the view that scroll independently, with its cells row by row.
 struct SnapshotPane {
-  Rect area;   // seen of the pane, within the snapshot's area
-  Rect whole;  // seen of the pane, whatever the snapshot's area
-  Rect cells;  // what its rows and columns cover, parts out of sight included
+  Rect area;   // the visible part of the pane within the snapshot's area
+  Rect whole;  // the visible part of the pane, whatever the snapshot's area
+  Rect cells;  // of its rows and columns, including parts out of view
   bool fixed = false;
   platform::Colour back = 0;  // of most cells
   std::vector<SnapshotRow> rows;
@@ -61,32 +61,32 @@ struct SnapshotPane {
   }
 };
 
-// Everything that an area of the view shows, taken from the sheet at one moment and independent of it from then on:
-// what painting needs and nothing else. It costs what is seen, whatever the number of rows.
+// Everything that an area of a view shows: all that painting needs, copied at one moment and independent of the sheet
+// afterwards. Costs O(visible cells), whatever the number of rows.
 class Snapshot {
  public:
-  // Of the part of the view in `area`, in device pixels.
+  // `area` is in device pixels of the view.
   static Snapshot Of(const View& view, const Rect& area);
   // Of the whole view.
   static Snapshot Of(const View& view);
-  // Of the whole view in other looks, and without what the user is at.
+  // Of the whole view, with other looks and without selection, current cell and drop mark.
   static Snapshot OnPaper(const View& view, const Appearance& looks);
 
   const Rect& area() const { return area_; }
   double scale() const { return scale_; }
   const Appearance& appearance() const { return appearance_; }
   const std::vector<SnapshotPane>& panes() const { return panes_; }
-  // Where the sheet has cells; the rest of the view is background.
+  // The part of the view that contains cells; the rest is background.
   const Rect& cells() const { return cells_; }
-  // The current cell with its pane; empty when it is out of sight.
+  // The current cell and its pane; empty if out of view.
   const Rect& current() const { return current_; }
   const Rect& current_pane() const { return current_pane_; }
   bool focused() const { return focused_; }
   // The right edge of the frozen columns, or -1.
   int frozen_edge() const { return frozen_edge_; }
-  // Where a column that is being moved would be put, or -1.
+  // The edge at which a column that is being moved would be dropped, or -1.
   int drop_edge() const { return drop_edge_; }
-  // The column whose cells carry the tree, or -1.
+  // The column that contains the tree, or -1.
   int outline_column() const { return outline_column_; }
   const platform::Font& FontOf(const SnapshotCell& cell) const { return fonts_[cell.font]; }
   const std::vector<platform::Font>& fonts() const { return fonts_; }

@@ -10,17 +10,17 @@
 
 namespace stockbook::sheet {
 
-// Whether a snapshot shows what the user is at: the selected cells, the current one, a column that is being moved.
+// Whether a snapshot shows the selection, the current cell and the drop mark.
 enum class Highlights { kShown, kLeftOut };
 
-// Fills one Snapshot from a view of a sheet; lives for that only.
+// Fills a Snapshot from a view of a sheet.
 class SnapshotBuilder {
  public:
   SnapshotBuilder(const View& view, const Appearance& looks, const Rect& area, Highlights highlights);
   Snapshot Build();
 
  private:
-  // Longer texts are cut: nobody's screen shows more of a cell.
+  // Longer texts are cut; no screen shows more of a cell.
   static constexpr size_t kMostTextBytes = 4096;
 
   void AddPane(Span rows, Span columns, const Rect& pane);

@@ -16,7 +16,7 @@ bool HasLines(OutlineBarStyle style) {
   return style != OutlineBarStyle::kNone && style != OutlineBarStyle::kSymbols &&
          style != OutlineBarStyle::kSymbolsLeaf;
 }
-// Complete trees have a branch to every line, simple ones only the trunk.
+// Complete trees have a branch to every line, simple ones have only the trunk.
 bool HasBranches(OutlineBarStyle style) {
   return style == OutlineBarStyle::kComplete || style == OutlineBarStyle::kCompleteLeaf;
 }

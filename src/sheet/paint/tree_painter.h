@@ -10,8 +10,8 @@
 
 namespace stockbook::sheet {
 
-// Adds the outline tree of the pane's column: the signs of nodes with lines, as boxes or as the sheet's node pictures,
-// and the tree's lines as the outline bar's style has them.
+// Adds the outline tree of the pane's column: the signs of nodes that govern lines, as boxes or as the sheet's node
+// pictures, and the lines of the tree in the style of the outline bar.
 void AddTree(const Appearance& appearance, const PaintMetrics& metrics, const SnapshotPane& pane, size_t column,
              Batches& batches);
 

@@ -8,21 +8,21 @@ namespace stockbook::sheet {
 namespace {
 
 constexpr double kLeastZoom = 0.6;
-// Of a page's width; pinned columns that take more leave too little for the others.
+// The largest share of a page's width for pinned columns, so that enough is left for the others.
 constexpr double kMostPinned = 0.5;
 
 bool IsOpenNode(const Sheet& sheet, int row) {
   return sheet.IsSubtotal(row) && sheet.outline().Governs(row) && !sheet.IsCollapsed(row);
 }
 
-// The first row after those that fit from `first`, which is seen, on; at least one row is taken.
+// The end of the rows that fit on a page from `first`, a shown row, on; at least one row.
 int EndOfPage(const PaperLayout& paper, int first, int64_t room) {
   const Sheet& sheet = paper.sheet();
   const RowStates& states = sheet.states();
   const auto end = static_cast<int>(paper.rows().RowAt(paper.rows().Top(first) + room));
   if (end >= sheet.Rows()) return sheet.Rows();
   if (end <= first) return first + 1;
-  // Nodes of several levels may follow each other.
+  // There may be nodes of several levels in a row.
   auto foot = static_cast<int>(states.ShownAtOrBefore(end - 1));
   int kept = end;
   while (foot > first && IsOpenNode(sheet, foot)) {

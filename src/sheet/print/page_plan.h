@@ -8,17 +8,17 @@
 
 namespace stockbook::sheet {
 
-// The room for cells on a page, in pixels of the sheet before it is made smaller.
+// The room for cells on a page, in pixels of the sheet before scaling down.
 struct PageRoom {
   double width = 0;
   double height = 0;
 };
 
-// Which rows and columns stand on which page. Captions and pinned columns stand on every page. Columns that are too
-// wide together are made smaller, at most to six tenths; if that does not do, they go on on further pages, so that a
-// page of rows is followed by the pages with the rest of its columns. Every shown row stands whole on one page of rows,
-// and a node not at the foot of one; only a row higher than a page is cut. A plan holds until the next change of the
-// sheet; it costs O(log runs) for each page and O(columns).
+// Distributes rows and columns over pages. Captions and pinned columns are repeated on every page. If the columns are
+// too wide they are scaled down, at most to 0.6; if they still do not fit, they continue on further pages, and each
+// page of rows is followed by the pages with the rest of its columns. No shown row is split between pages unless it is
+// higher than a page, and no page ends with an open node. A plan is valid until the next change of the sheet. It costs
+// O(log runs) for each page and O(columns).
 class PagePlan {
  public:
   struct Page {
@@ -26,13 +26,13 @@ class PagePlan {
     Span columns;
   };
 
-  // Of the sheet as it is laid out on the paper. Frozen columns that would take most of a page are pinned no more.
+  // Unpins the frozen columns of the layout if they would take most of a page.
   PagePlan(PaperLayout& paper, PageRoom room);
 
-  // At least one: of an empty sheet the captions are printed.
+  // At least one, with the captions, even for an empty sheet.
   int PageCount() const { return static_cast<int>(row_pages_.size() * column_bands_.size()); }
   Page At(int page) const;
-  // What the cells are to be made smaller by, 0.6 to 1.
+  // The factor by which the cells are scaled down, 0.6 to 1.
   double zoom() const { return zoom_; }
 
  private:

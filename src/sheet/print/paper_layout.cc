@@ -30,7 +30,7 @@ int64_t PaperLayout::Width(Span columns) const {
 
 int64_t PaperLayout::Height(Span of) const { return rows().Top(of.last) - rows().Top(of.first); }
 
-// The view is as large as what it shows, so that it can be scrolled to begin with any row and any column.
+// The view is exactly as large as what it shows, so that it can be scrolled to any first row and column.
 void PaperLayout::Show(Span rows, Span columns) {
   const int64_t width = PinnedWidth() + Width(columns);
   const int64_t height = CaptionHeight() + Height(rows);

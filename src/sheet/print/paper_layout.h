@@ -5,22 +5,22 @@
 
 namespace stockbook::sheet {
 
-// A view of the sheet on paper. Other views of it notice nothing.
+// A view of the sheet on paper. It does not affect other views.
 class PaperLayout {
  public:
   // `scale` is pixels of the paper for one of 96 to the inch.
   PaperLayout(Sheet& sheet, double scale);
 
-  // Only the fixed columns stay in view from now on.
+  // From now on only the fixed columns are pinned.
   void UnpinFrozen() { view_.SetPins(View::Pins::kFixed); }
-  // Lays out exactly the rows and columns that are given, after the captions and the pinned columns.
+  // Shows exactly the given rows and columns, after the captions and the pinned columns.
   void Show(Span rows, Span columns);
 
   const View& view() const { return view_; }
   const Sheet& sheet() const { return view_.sheet(); }
   const RowAxis& rows() const { return view_.rows(); }
   int PinnedCols() const { return view_.PinnedCols(); }
-  // In pixels: what the captions, the pinned columns, and the columns and rows after them take.
+  // In pixels: the sizes of the captions, the pinned columns, and given columns and rows.
   int CaptionHeight() const;
   int PinnedWidth() const;
   int64_t Width(Span columns) const;

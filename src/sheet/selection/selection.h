@@ -9,7 +9,7 @@ namespace stockbook::sheet {
 
 using platform::CellPosition;
 
-// The current cell and the other corner of the selected range. A plain value; -1 where there is no cell.
+// The current cell and the other corner of the selected range. A plain value; -1 means no cell.
 struct Selection {
   CellPosition current;
   CellPosition end;
@@ -26,12 +26,12 @@ struct Selection {
     return row >= range.row1 && row < range.row2 && column >= range.column1 && column < range.column2;
   }
 
-  // Both cells have a row or neither has, and the same of columns.
+  // Both cells have a row or neither has; the same for columns.
   bool CheckInvariants() const {
     const auto both = [](int a, int b) { return a >= -1 && b >= -1 && (a < 0) == (b < 0); };
     return both(current.row, end.row) && both(current.column, end.column);
   }
-  // What it has is within a grid of so many rows and columns.
+  // Both cells lie within a grid of that size.
   bool IsWithin(int rows, int columns) const {
     return std::max(current.row, end.row) < rows && std::max(current.column, end.column) < columns;
   }

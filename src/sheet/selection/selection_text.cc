@@ -21,7 +21,7 @@ namespace {
 constexpr int64_t kCellsWorthAWorker = 100'000;
 constexpr int64_t kMostWorkers = 4;
 
-// The selected cells; of a sheet without a current row only the columns, and without a current column all of them.
+// The selected cells. Without a current row only their columns; without a current column all columns.
 platform::CellRange CopiedRange(const Sheet& sheet, const Selection& selection) {
   if (selection.current.row >= 0 && selection.current.column >= 0) return selection.Range();
   if (selection.current.column < 0) return {0, std::min(sheet.FixedCols(), sheet.Cols()), 0, sheet.Cols()};
@@ -91,7 +91,8 @@ class SelectionWriter {
     }
   }
 
-  // Short texts are copied with what stands behind them; the next text, or the slack at the end, takes its place.
+  // Short texts are copied at a fixed length, with the bytes that follow them; the next text, or the slack at the end,
+  // overwrites those.
   void AddBlock(int row, size_t rows) {
     constexpr size_t kSlack = columns::TextPool::kSlack;
     const size_t begin = text_.size();
@@ -146,7 +147,7 @@ class SelectionWriter {
   std::vector<const SheetColumn*> columns_;
   std::vector<std::unique_ptr<ColumnTexts>> readers_;  // one for each column
   std::vector<std::span<const std::string_view>> blocks_;
-  std::vector<uint8_t> ends_cell_;  // 1 where a tab stands behind the column's cells
+  std::vector<uint8_t> ends_cell_;  // 1 if a tab follows the column's cells
   std::string text_;
 };
 
@@ -160,7 +161,7 @@ std::string SelectionText(const Sheet& sheet, const Selection& selection) {
   const auto begin_of = [&](int part) {
     return range.row1 + static_cast<int>(int64_t{range.row2 - range.row1} * part / parts);
   };
-  // Nothing of the sheet changes meanwhile: this is the thread that changes it, and it waits.
+  // The sheet does not change meanwhile: only this thread changes it, and it waits.
   std::vector<std::future<std::string>> others;
   for (int part = 1; part < parts; ++part) {
     others.push_back(std::async(std::launch::async | std::launch::deferred,

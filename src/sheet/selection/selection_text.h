@@ -8,11 +8,10 @@ namespace stockbook::sheet {
 class Sheet;
 struct Selection;
 
-// The selected range as text that a spreadsheet pastes: a line of the captions of row 0 with their line breaks taken
-// out, then a line for each row that is shown, with the cells as they are displayed; hidden columns are left out. Cells
-// are parted by tabs: every one but that of the last selected column is followed by one. Lines end in "\r\n", but for
-// that of the last selected row. A sheet without a current cell gives the line of all captions. Costs O(cells), some
-// tens of nanoseconds each.
+// The selected range as text for a spreadsheet: a line with the captions of row 0, their line breaks removed, then one
+// line for each shown row, with the cells as displayed. Hidden columns are left out. Every cell is followed by a tab
+// unless it is in the last selected column, every line by "\r\n" unless it is the last selected row. Without a current
+// cell the result is the line of all captions. O(cells), some tens of nanoseconds each.
 std::string SelectionText(const Sheet& sheet, const Selection& selection);
 
 }  // namespace stockbook::sheet

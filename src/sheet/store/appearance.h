@@ -13,36 +13,36 @@
 
 namespace stockbook::sheet {
 
-// The part of the sheet that a cell is in, which decides its colours where none are set.
+// The part of the sheet that a cell is in. It determines the colours of cells without colours of their own.
 enum class CellPart { kBody, kFrozen, kFixed };
 
-// The colours of a sheet: those of the port and a few more, of a light ledger to begin with. A plain value. Texts stand
-// out from what they are on by 7 to 1 at least in both palettes, numbers below zero by 4.5 to 1.
+// The colours of a sheet: those of the port and a few more. By default those of a light ledger. A plain value. In both
+// palettes the contrast of texts is at least 7:1, that of negative numbers 4.5:1.
 struct Palette {
   static constexpr size_t kColours = static_cast<size_t>(platform::GridColour::kSheetBorder) + 1;
 
   std::array<platform::Colour, kColours> colours{};
-  // Of nodes and totals, where no colour is set on the cell; nothing: that of the body.
+  // For nodes and totals without a colour of their own; if empty, that of the body.
   std::optional<platform::Colour> node_back = 0x00FAF5F0;
-  // Of numbers below zero, where no colour is set on the cell; nothing: that of all others.
+  // For negative numbers in cells without a colour of their own; if empty, that of other texts.
   std::optional<platform::Colour> negative_fore = 0x002D1EBE;
   platform::Colour light = 0x00FFFFFF;   // the lit side of inset and raised lines
   platform::Colour accent = 0x00B5651D;  // frame of the current cell, edge of the frozen columns
 
   Palette();
-  // For a dark desktop.
+  // The colours for a dark desktop.
   static Palette Dark();
 
   platform::Colour Of(platform::GridColour which) const { return colours[static_cast<size_t>(which)]; }
   platform::Colour& Of(platform::GridColour which) { return colours[static_cast<size_t>(which)]; }
-  // The colours of a cell on which none are set.
+  // The colours of a cell without colours of its own.
   platform::Colour BackOf(CellPart part, bool node) const;
   platform::Colour ForeOf(CellPart part) const;
-  // Each colour that is as in `from` becomes as in `to`; the others stay.
+  // Replaces each colour that equals the one in `from` by the one in `to`.
   void Turn(const Palette& from, const Palette& to);
 };
 
-// All looks of a sheet. A plain value.
+// Everything about the looks of a sheet. A plain value.
 struct Appearance : Palette {
   platform::GridLineStyle grid_lines = platform::GridLineStyle::kFlat;
   platform::GridLineStyle grid_lines_fixed = platform::GridLineStyle::kFlat;
@@ -52,7 +52,7 @@ struct Appearance : Palette {
   platform::PictureRef node_open;
   platform::PictureRef node_closed;
 
-  // In the colours for a dark desktop.
+  // With the dark palette.
   static Appearance Dark();
 
   Palette& palette() { return *this; }

@@ -13,7 +13,7 @@
 
 namespace stockbook::sheet {
 
-// What somebody set of a cell's looks; what is absent comes from the column, the kind of row or the grid.
+// The looks that were set on a cell. Anything absent comes from the column, the kind of row or the grid.
 struct CellStyle {
   std::optional<platform::Colour> back;
   std::optional<platform::Colour> fore;
@@ -25,8 +25,8 @@ struct CellStyle {
   bool operator==(const CellStyle&) const = default;
 };
 
-// The distinct cell styles of a sheet, each with a code; code 0 is the style with nothing set. Codes stay valid until
-// Clear; interning is one hash look-up.
+// The distinct cell styles of a sheet, each with a code that stays valid. Code 0 is the empty style. Interning a style
+// takes one hash lookup.
 class CellStyles {
  public:
   CellStyles() : styles_(1) {}
@@ -42,14 +42,14 @@ class CellStyles {
   }
   size_t Count() const { return styles_.size(); }
 
-  // Code 0 has nothing set, and every other style is found by one code alone.
+  // Code 0 is the empty style, and no two codes have the same style.
   bool CheckInvariants() const;
-  // About what the styles take.
+  // Approximate memory of the styles.
   size_t MemoryBytes() const;
 
  private:
   static size_t HashOf(const CellStyle& style);
-  // 0 where the style has no code yet.
+  // 0 if the style has no code yet.
   uint32_t Find(const CellStyle& style, size_t hash) const;
 
   std::vector<CellStyle> styles_;

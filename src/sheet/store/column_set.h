@@ -11,7 +11,7 @@
 
 namespace stockbook::sheet {
 
-// The columns in their order, found by key in O(1). Moving one costs a pointer for each column that it passes.
+// The columns in order; a key is looked up in O(1). Moving a column moves one pointer for each column it passes.
 class ColumnSet {
  public:
   int Count() const { return static_cast<int>(columns_.size()); }
@@ -19,12 +19,12 @@ class ColumnSet {
   const SheetColumn& At(int position) const { return *columns_[static_cast<size_t>(position)]; }
 
   void SetCount(int count);
-  // The first column with the key, or -1; the empty key finds none.
+  // The first column with the key, or -1. The empty key matches none.
   int IndexOf(std::string_view key) const;
   void SetKey(int position, std::string_view key);
   void Move(int from, int to);
 
-  // Every column knows its position, and keys find the columns that carry them.
+  // Every column knows its position, and every key leads to its columns.
   bool CheckInvariants() const;
   size_t MemoryBytes() const;
 

@@ -61,7 +61,7 @@ void ColumnTexts::ReadRows(size_t first, std::span<const int64_t> raw, const Raw
       text = loaded_->TextOfCode(static_cast<uint32_t>(raw[at]));
       if (text.data() == nullptr) text = std::string_view(kNothing.data(), 0);
     } else if (at > 0 && raw[at] == raw[at - 1] && raw[at] != 0) {
-      // The value of the row before is not made a text again.
+      // A value equal to the previous row's is not formatted again.
       text = texts_[place + at - 1];
       if (!made_at_.empty() && made_at_.back().record == place + at - 1)
         made_at_.push_back({place + at, made_at_.back().at, made_at_.back().size});

@@ -9,8 +9,8 @@
 
 namespace stockbook::sheet {
 
-// A code per row id, kept as intervals; ids without one have code 0, and code 0 is never stored. Reading is O(log
-// intervals), changing a range O(log intervals + intervals in it), whatever the number of ids.
+// Maps row ids to codes, stored as intervals of equal codes. Ids without a code have code 0, which is never stored.
+// Reading is O(log intervals), changing a range O(log intervals + intervals in it), whatever the number of ids.
 class IntervalMap {
  public:
   bool IsEmpty() const { return intervals_.empty(); }
@@ -23,7 +23,7 @@ class IntervalMap {
     return id < interval.last ? interval.code : 0;
   }
 
-  // Gives every id in [first, last) the code change(code).
+  // Replaces the code of every id in [first, last) by change(code).
   template <typename Change>
   void Update(int64_t first, int64_t last, Change change) {
     if (first >= last) return;
@@ -50,7 +50,8 @@ class IntervalMap {
   }
   void Clear() { intervals_.clear(); }
 
-  // Calls visit(first, last, code) for the intervals in ascending order until it returns false; false when it did.
+  // Calls visit(first, last, code) for the intervals in ascending order until it returns false. Returns false in that
+  // case.
   template <typename Visit>
   bool ForEach(Visit visit) const {
     for (const auto& [first, interval] : intervals_) {
@@ -59,7 +60,7 @@ class IntervalMap {
     return true;
   }
 
-  // About what the intervals take.
+  // Approximate memory of the intervals.
   size_t MemoryBytes() const {
     constexpr size_t kTreeNode = 4 * sizeof(void*);
     return intervals_.size() * (sizeof(std::pair<const int64_t, Interval>) + kTreeNode);
@@ -83,7 +84,7 @@ class IntervalMap {
     uint32_t code = 0;
   };
 
-  // Makes `id` the beginning of an interval if it lies inside of one.
+  // Splits the interval that contains `id`, so that `id` begins one.
   void Cut(int64_t id) {
     auto next = intervals_.lower_bound(id);
     if (next == intervals_.begin()) return;

@@ -6,12 +6,12 @@
 namespace stockbook::sheet {
 namespace {
 
-// The ids of a piece.
+// The ids in a piece.
 RowIdRange RangeOf(RowId id, int64_t count) {
   return id >= 0 ? RowIdRange{id, id + count} : RowIdRange{id - count + 1, id + 1};
 }
 
-// Sorts ranges and makes one of those that touch.
+// Sorts the ranges and joins those that touch.
 void Coalesce(std::vector<RowIdRange>& ranges) {
   std::sort(ranges.begin(), ranges.end(), [](const RowIdRange& a, const RowIdRange& b) { return a.first < b.first; });
   size_t kept = 0;

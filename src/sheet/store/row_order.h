@@ -9,8 +9,7 @@
 
 namespace stockbook::sheet {
 
-// What a row is, for as long as it lives and wherever it stands: a record from 0 on, or an inserted row from -1
-// downwards.
+// Identifies a row for as long as it exists, wherever it moves: records count up from 0, inserted rows down from -1.
 using RowId = int64_t;
 
 // Row ids [first, last).
@@ -21,9 +20,9 @@ struct RowIdRange {
   bool operator==(const RowIdRange&) const = default;
 };
 
-// The order of the rows: pieces of records and of inserted rows. Records always stand in ascending order, so a record
-// is found by the same tree as a row. Every operation is O(log pieces); a row that is inserted or removed costs the
-// others nothing, and ids are never used twice until Clear.
+// The order of the rows, in pieces of records and of inserted rows. Records are always in ascending order, so the same
+// tree finds a row by its position and by its record. Every operation is O(log pieces); inserting or removing a row
+// does not touch the others, and ids are never reused until Clear.
 class RowOrder {
  public:
   int64_t Rows() const { return pieces_.size(); }
@@ -32,7 +31,7 @@ class RowOrder {
   RowId IdAt(int64_t row) const { return pieces_.At(row); }
   // The row of a record, or -1 when it was removed.
   int64_t RowOfRecord(int64_t record) const;
-  // How many rows from `row` on are records that follow each other; 0 where the row is no record.
+  // How many rows from `row` on are consecutive records; 0 if the row is not a record.
   int64_t RecordsFrom(int64_t row) const;
 
   // Inserts new rows before `row`.
@@ -49,7 +48,7 @@ class RowOrder {
     Insert(row, count);
   }
 
-  // The ids of rows [first, last) as few ranges in no particular order; record ranges may reach over removed records.
+  // The ids of rows [first, last) as few ranges, in no particular order. Ranges of records may include removed records.
   std::vector<RowIdRange> IdsOf(int64_t first, int64_t last) const;
   // The ids of all rows as ascending ranges that do not touch.
   std::vector<RowIdRange> LivingIds() const;
@@ -62,7 +61,7 @@ class RowOrder {
     });
   }
 
-  // Every id stands once, records in ascending order. O(pieces log pieces).
+  // Every id occurs once, and records are in ascending order. O(pieces log pieces).
   bool CheckInvariants() const;
   size_t MemoryBytes() const { return pieces_.MemoryBytes(); }
 

@@ -32,7 +32,7 @@ void EraseIds(Map& cells, RowIdRange ids) {
   }
 }
 
-// The number that the value's text spells, without making the text where it is known to spell the same number.
+// The number that the value's text spells. The text is not made if it is known to spell the same number.
 double NumberOfText(const base::Value& value) {
   if (const auto* whole = value.As<int64_t>(); whole != nullptr && std::abs(*whole) <= kExactDoubles) {
     return static_cast<double>(*whole);
@@ -123,7 +123,7 @@ void SheetColumn::Unload() {
   loaded_data_.reset();
   std::erase_if(data_, kIsOfRecord);
   pictures = LoadedPictures();
-  // Styles may have been set on records in between that were gone already: the next ones must not get them.
+  // Styles may have been set on records in between that had already gone; new records must not inherit them.
   if (!styles.IsEmpty()) styles.Erase(0, std::numeric_limits<RowId>::max());
 }
 
@@ -137,7 +137,7 @@ void SheetColumn::CopyRow(RowId from, RowId to) {
 }
 
 bool SheetColumn::CheckInvariants(const std::vector<RowIdRange>& living, size_t records, size_t style_count) const {
-  // The rows [first, last) are all alive, or, of records, all known.
+  // The rows [first, last) are all alive; for records it is enough that all are known.
   const auto alive = [&](RowId first, RowId last) {
     const auto behind = std::upper_bound(living.begin(), living.end(), first,
                                          [](RowId id, const RowIdRange& range) { return id < range.first; });

@@ -18,7 +18,7 @@
 
 namespace stockbook::sheet {
 
-// The pictures of loaded rows: one of a few per record.
+// The pictures of loaded rows: each record has one of a few.
 struct LoadedPictures {
   std::vector<uint8_t> codes;
   std::vector<platform::PictureRef> pictures;
@@ -31,15 +31,15 @@ struct LoadedPictures {
   }
 };
 
-// What a cell holds, without making a text of it: a value of a loaded column, or the text that was set on the cell.
+// What a cell contains, not yet formatted: a value in a loaded column, or a text that was set on the cell.
 struct CellContent {
-  const columns::Column* column = nullptr;  // set when the value comes from a loaded column
+  const columns::Column* column = nullptr;  // the loaded column, or nullptr
   size_t record = 0;
-  std::string_view text;  // else this
+  std::string_view text;  // used if there is no column
 };
 
-// One column of the sheet: its attributes, its loaded columns of texts and hidden data, and what was set on single
-// cells on top of them. Moving a column is moving a pointer. Unset cells cost nothing.
+// One column of the sheet: its attributes, the loaded columns of texts and hidden data, and what was set on single
+// cells. Cells that were not set cost nothing.
 class SheetColumn {
  public:
   static constexpr int kDefaultWidth = 960;  // twips
@@ -67,21 +67,21 @@ class SheetColumn {
   const columns::Column* LoadedText() const { return loaded_text_.get(); }
   const columns::Column* LoadedData() const { return loaded_data_.get(); }
   bool HasRecordTexts() const;
-  // Texts or hidden data set on records.
+  // Whether texts or hidden data were set on records.
   bool HasEditedRecords() const;
 
-  // Forgets everything of the rows.
+  // Drops everything that belongs to the rows.
   void EraseRows(const std::vector<RowIdRange>& ids);
-  // Forgets the loaded columns too.
+  // Drops the loaded columns, too.
   void Unload();
   size_t OverlayCells() const { return texts_.size() + data_.size(); }
-  // Gives the row `to` the text, hidden data and style of the row `from`.
+  // Copies text, hidden data and style from row `from` to row `to`.
   void CopyRow(RowId from, RowId to);
 
-  // What was loaded has a value for each of the `records`, and nothing is kept for rows that are not among the
-  // ascending `living` ids; styles may reach over records that were removed, and have codes below `style_count`.
+  // The loaded columns have a value for each of the `records`, and nothing is stored for rows outside the ascending
+  // `living` ids, except that styles may span removed records. Style codes are below `style_count`.
   bool CheckInvariants(const std::vector<RowIdRange>& living, size_t records, size_t style_count) const;
-  // About what the column takes beyond what was loaded into it.
+  // Approximate memory beyond that of the loaded columns.
   size_t MemoryBytes() const;
 
  private:

@@ -26,7 +26,7 @@ size_t CommonSize(const std::vector<Column>& columns) {
   return rows;
 }
 
-// Walks the texts of a column in row order and notes where another one begins.
+// Walks the texts of a column in row order and records where a different text begins.
 class TextRunFinder {
  public:
   explicit TextRunFinder(const SheetColumn& column) : column_(column), loaded_(column.LoadedText()) {
@@ -51,7 +51,7 @@ class TextRunFinder {
     if (runs_.empty() || runs_.back().text != text) runs_.push_back({row, std::move(text)});
   }
 
-  // Codes tell equal texts apart without reading them.
+  // Comparing codes is enough; the texts need not be read.
   void VisitCodes(int64_t row, int64_t count, RowId id) {
     std::array<uint32_t, 4096> codes{};
     for (int64_t done = 0; done < count;) {
@@ -77,7 +77,7 @@ class TextRunFinder {
 void Store::RemoveRows(int row, int count) {
   const std::vector<RowIdRange> ids = order_.IdsOf(row, row + count);
   order_.Remove(row, count);
-  // A range of records may reach over records that were removed before; forgetting those again does no harm.
+  // A range of records may include records that were removed earlier; erasing those again is harmless.
   for (int column = 0; column < columns_.Count(); ++column) columns_.At(column).EraseRows(ids);
 }
 

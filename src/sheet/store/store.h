@@ -17,8 +17,8 @@
 
 namespace stockbook::sheet {
 
-// The cells of a sheet: columns of values taken over whole, an order of rows over them, and what was set on single
-// cells on top. Rows and columns are checked by the caller; nothing here knows of levels, heights or colours shown.
+// The cells of a sheet: whole columns of values, the order of the rows, and what was set on single cells. The caller
+// checks rows and columns. Outline levels, heights and displayed colours are unknown here.
 class Store {
  public:
   static constexpr int kMostRows = 1 << 30;
@@ -36,19 +36,19 @@ class Store {
   // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
   void Load(std::vector<columns::Column> columns, int first_column, int fixed_rows);
   size_t RecordCount() const { return records_; }
-  // Lets the loaded columns go; rows of theirs that are left (as fixed ones) keep what they show.
+  // Drops the loaded columns. Rows of theirs that remain (as fixed rows) keep their contents.
   void ForgetRecords();
 
   std::string TextAt(int row, int column) const;
   std::string DisplayAt(int row, int column) const;
-  // The same for callers that have the id and a buffer to append to.
+  // The same, appended to a buffer, for callers that know the row id.
   void AppendDisplay(const SheetColumn& column, RowId id, std::string& out) const;
   void SetText(int row, int column, std::string_view text) { columns_.At(column).SetText(order_.IdAt(row), text); }
 
-  // The style of a cell by its id; nothing set where nothing was set.
+  // The style of a cell, empty if none was set.
   const CellStyle& StyleAt(const SheetColumn& column, RowId id) const { return styles_.At(column.styles.At(id)); }
   platform::PictureRef PictureAt(const SheetColumn& column, RowId id, platform::PictureAlignment& alignment) const;
-  // Gives the cells of the range the style change(style).
+  // Replaces the style of every cell in the range by change(style).
   template <typename Change>
   void ChangeStyles(const platform::CellRange& range, Change change) {
     const std::vector<RowIdRange> ids = order_.IdsOf(range.row1, range.row2);
@@ -65,16 +65,16 @@ class Store {
     int64_t row = 0;
     std::string text;
   };
-  // The rows at which a run of equal texts begins, over the rows of the ascending half-open ranges taken together.
+  // The rows at which a run of equal texts begins. The ascending half-open ranges are treated as one sequence of rows.
   std::vector<TextRun> TextRuns(int column, const std::vector<std::pair<int64_t, int64_t>>& row_ranges) const;
 
-  // The parts hold, and the columns keep nothing of rows that are gone. O(pieces + cells set).
+  // The parts are valid, and the columns hold nothing for rows that no longer exist. O(pieces + cells set).
   bool CheckInvariants() const;
-  // About what the store takes beyond the loaded columns' own values.
+  // Approximate memory beyond the values of the loaded columns.
   size_t MemoryBytes() const { return order_.MemoryBytes() + columns_.MemoryBytes() + styles_.MemoryBytes(); }
 
  private:
-  // Makes inserted rows with the same contents of the records that still stand in the order.
+  // Turns the remaining records into inserted rows with the same contents.
   void KeepRecordsAsRows();
 
   RowOrder order_;

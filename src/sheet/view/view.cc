@@ -94,13 +94,13 @@ void View::ScrollTo(ScrollPosition position) {
   anchor_ = {row, pixel - rows_.Top(row)};
   if (geometry().scroll() == before.scroll()) return;
   ScrollChanged();
-  // The mark does not always move with the pixels under it.
+  // The mark does not always scroll with the pixels under it.
   if (drop_column_ >= 0) DamageAll();
 }
 
 void View::ScrollBy(int64_t dx_px, int64_t dy_px) {
   const ScrollPosition at = geometry().scroll();
-  // Farther than any sheet is large, and far from overflowing.
+  // Larger than any sheet, and far from overflowing.
   constexpr int64_t kFar = int64_t{1} << 60;
   ScrollTo({at.x + std::clamp(dx_px, -kFar, kFar), at.y + std::clamp(dy_px, -kFar, kFar)});
 }
@@ -212,11 +212,11 @@ void View::DamageAll() {
 void View::CellsChanged(const CellRange& range) {
   if (!Reports() || range.row1 >= range.row2 || range.column1 >= range.column2) return;
   const Geometry at = geometry();
-  // Half-open in both directions: from the first cell's corner to where the next one would begin.
+  // Half-open in both directions: from the first cell's corner to where the cell after the last one would begin.
   const Rect first = at.CellRect(range.row1, range.column1);
   const Rect last = at.CellRect(range.row2 - 1, range.column2 - 1);
   Rect area{first.x, first.y, last.right() - first.x, last.bottom() - first.y};
-  // A range that begins in pinned parts and ends in scrolled ones is wider than its corners tell.
+  // A range that begins in a pinned part and ends in a scrolled one may be larger than its corners suggest.
   if (range.column1 < PinnedCols() && range.column2 > PinnedCols()) area.width = size_.width - area.x;
   if (range.row1 < sheet_.FixedRows() && range.row2 > sheet_.FixedRows()) area.height = size_.height - area.y;
   area = area.Intersected({0, 0, size_.width, size_.height});

@@ -16,16 +16,16 @@
 
 namespace stockbook::sheet {
 
-// Where somebody is in a sheet: size and scale, scroll position, current cell and selection, mouse and focus. A sheet
-// may have several views; each keeps its place when rows and columns come and go, and tells its viewer what has to be
-// painted again. Input changes the sheet through its view. It borrows the sheet; making one costs O(runs + columns).
+// A place in a sheet: size and scale, scroll position, current cell and selection, mouse and focus. A sheet may have
+// several views. Each keeps its place when rows and columns are inserted or removed, and tells its viewer what has to
+// be repainted. Input changes the sheet through a view. It borrows the sheet; making one costs O(runs + columns).
 class View final : private SheetWatcher {
  public:
-  // The columns that are not scrolled: the fixed and the frozen ones, or the fixed ones alone.
+  // Which columns do not scroll: the fixed and frozen ones, or only the fixed ones.
   enum class Pins { kFrozen, kFixed };
 
   explicit View(Sheet& sheet);
-  // At the same place in the same sheet, of another size and scale. Nobody hears of it.
+  // A view at the same place in the same sheet, with another size and scale, and without viewer and observer.
   View(const View& other, Size size_px, double scale);
   ~View() override;
   View& operator=(const View&) = delete;
@@ -33,14 +33,14 @@ class View final : private SheetWatcher {
   Sheet& sheet() { return sheet_; }
   const Sheet& sheet() const { return sheet_; }
 
-  // Device pixels, and how many of them are one pixel of 96 to the inch.
+  // In device pixels; the scale is device pixels per pixel of 1/96 inch.
   void SetSize(Size size_px, double scale);
   Size size() const { return size_; }
   double scale() const { return rows_.scale(); }
   void SetPins(Pins pins);
   int PinnedCols() const;
   CellPart PartOf(int row, int column) const;
-  // Good until the next change of the sheet or the view.
+  // Valid until the next change of the sheet or the view.
   Geometry geometry() const;
   const RowAxis& rows() const { return rows_; }
 
@@ -48,17 +48,17 @@ class View final : private SheetWatcher {
   void ScrollBy(int64_t dx_px, int64_t dy_px);
 
   const Selection& selection() const { return selection_; }
-  // Moves the current cell and the other corner and asks the observer; false when it refused.
+  // Moves the current cell and the other corner, if the observer allows it; false if it refused.
   bool ChangeSelection(const Selection& selection);
   // See platform::GridView.
   void CopySelection(platform::Clipboard& clipboard);
-  // The cell under the mouse; -1 where there is none, as it may have gone since the mouse moved.
+  // The cell under the mouse, -1 if there is none (any more).
   CellPosition mouse_cell() const;
   void SetMouseCell(CellPosition cell) { mouse_cell_ = cell; }
-  // Where a column that is being moved would go: before this column, -1 for no mark.
+  // The drop mark: a column that is being moved would be put before this column; -1 for no mark.
   void SetDropColumn(int column);
   int drop_column() const { return drop_column_; }
-  // Whether keys come here: the frame of the current cell shows it.
+  // Whether the view has the keyboard focus; the frame of the current cell shows it.
   void SetFocused(bool focused);
   bool focused() const { return focused_; }
   void SetPointer(platform::MousePointer pointer);
@@ -67,20 +67,20 @@ class View final : private SheetWatcher {
   void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
   SheetViewer* viewer() const { return viewer_; }
   void SetObserver(platform::GridObserver* observer) { observer_ = observer; }
-  // One that allows everything where nobody is set.
+  // If none is set, one that allows everything.
   platform::GridObserver& observer() { return observer_ != nullptr ? *observer_ : nobody_; }
   bool IsObserved() const { return observer_ != nullptr; }
-  // Where the copy key copies to when no observer does it; nowhere without one.
+  // The copy key copies to it unless the observer copies; without one it does nothing.
   void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
   platform::Clipboard* clipboard() const { return clipboard_; }
 
   // O(runs + columns).
   bool CheckInvariants() const;
-  // What the axes take.
+  // Approximate memory of the axes.
   size_t MemoryBytes() const { return rows_.MemoryBytes() + columns_.MemoryBytes(); }
 
  private:
-  // Where the rows are scrolled to: a row and how far into it. It outlives changes of heights and of what is shown.
+  // The scroll position of the rows: a row and an offset into it, which survive changes of heights and of hidden rows.
   struct RowAnchor {
     int row = 0;
     int64_t offset_px = 0;
@@ -98,9 +98,9 @@ class View final : private SheetWatcher {
   void EverythingChanged() override;
   void NodeChanged(int row) override;
 
-  // Whether nothing is scrolled away, so that new rows at the top come into view.
+  // If nothing is scrolled out of view at the top, new rows there come into view.
   bool IsAtTop(int fixed_rows) const { return anchor_.row == fixed_rows && anchor_.offset_px == 0; }
-  // Keeps the current cell and the selection within the grid; puts the current cell into a grid that had none.
+  // Moves the selection back into the sheet, and puts the current cell into a sheet that had no cells for it.
   void KeepSelectionInside();
   const ColumnAxis& columns() const;
   bool Reports() const { return sheet_.Redraw() && viewer_ != nullptr; }
