@@ -19,7 +19,8 @@ namespace stockbook::sheet {
 
 // The contents of a grid: cells, columns, rows, outline, formats and looks. It knows no size, scale, scroll position or
 // selection: these belong to its views (see View), of which it may have any number. While redraw is off, the views
-// report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows).
+// report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows). Its functions are final
+// so that the engine's own calls are direct.
 class Sheet : public virtual platform::GridTable,
               public virtual platform::GridOutline,
               public virtual platform::GridAppearance {
@@ -30,110 +31,110 @@ class Sheet : public virtual platform::GridTable,
   Sheet& operator=(const Sheet&) = delete;
 
   // GridCells
-  std::string TextMatrix(int row, int column) const override;
-  void SetTextMatrix(int row, int column, std::string_view text) override;
-  int64_t TextRevision() const override { return text_revision_ + loaded_revision_; }
-  double ValueMatrix(int row, int column) const override;
-  base::Value CellData(int row, int column) const override;
-  void SetCellData(int row, int column, base::Value data) override;
-  std::string DisplayText(int row, int column) const override;
-  std::string FormatValue(int column, const base::Value& value) const override;
+  std::string TextMatrix(int row, int column) const final;
+  void SetTextMatrix(int row, int column, std::string_view text) final;
+  int64_t TextRevision() const final { return text_revision_ + loaded_revision_; }
+  double ValueMatrix(int row, int column) const final;
+  base::Value CellData(int row, int column) const final;
+  void SetCellData(int row, int column, base::Value data) final;
+  std::string DisplayText(int row, int column) const final;
+  std::string FormatValue(int column, const base::Value& value) const final;
   platform::PictureRef CellPicture(int row, int column) const;
   platform::PictureAlignment CellPictureAlignment(int row, int column) const;
   void SetCellPicture(const platform::CellRange& range, const platform::PictureRef& picture,
-                      platform::PictureAlignment alignment) override;
-  void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) override;
+                      platform::PictureAlignment alignment) final;
+  void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) final;
   std::string CellFontName(int row, int column) const;
-  void SetCellFontName(const platform::CellRange& range, std::string_view name) override;
-  platform::Colour CellBackColor(int row, int column) const override;
-  platform::Colour CellForeColor(int row, int column) const override;
-  void SetCellColors(const platform::CellRange& range, platform::Colour back, platform::Colour fore) override;
+  void SetCellFontName(const platform::CellRange& range, std::string_view name) final;
+  platform::Colour CellBackColor(int row, int column) const final;
+  platform::Colour CellForeColor(int row, int column) const final;
+  void SetCellColors(const platform::CellRange& range, platform::Colour back, platform::Colour fore) final;
 
   // GridColumns
-  int Cols() const override { return store_.columns().Count(); }
-  void SetCols(int count) override;
-  int FixedCols() const override { return fixed_cols_; }
-  void SetFixedCols(int count) override;
-  int FrozenCols() const override { return frozen_cols_; }
-  void SetFrozenCols(int count) override;
-  int ColIndex(std::string_view key) const override { return store_.columns().IndexOf(key); }
-  std::string ColKey(int column) const override;
-  void SetColKey(int column, std::string_view key) override;
-  void SetColPosition(int column, int position) override;
-  int64_t ColRevision() const override { return column_revision_; }
-  bool ColHidden(int column) const override;
-  void SetColHidden(int column, bool hidden) override;
-  platform::DataType ColDataType(int column) const override;
-  void SetColDataType(int column, platform::DataType type) override;
-  std::string ColFormat(int column) const override;
-  void SetColFormat(int column, std::string_view format) override;
-  int ColWidth(int column) const override;
-  void SetColWidth(int column, int twips) override;
+  int Cols() const final { return store_.columns().Count(); }
+  void SetCols(int count) final;
+  int FixedCols() const final { return fixed_cols_; }
+  void SetFixedCols(int count) final;
+  int FrozenCols() const final { return frozen_cols_; }
+  void SetFrozenCols(int count) final;
+  int ColIndex(std::string_view key) const final { return store_.columns().IndexOf(key); }
+  std::string ColKey(int column) const final;
+  void SetColKey(int column, std::string_view key) final;
+  void SetColPosition(int column, int position) final;
+  int64_t ColRevision() const final { return column_revision_; }
+  bool ColHidden(int column) const final;
+  void SetColHidden(int column, bool hidden) final;
+  platform::DataType ColDataType(int column) const final;
+  void SetColDataType(int column, platform::DataType type) final;
+  std::string ColFormat(int column) const final;
+  void SetColFormat(int column, std::string_view format) final;
+  int ColWidth(int column) const final;
+  void SetColWidth(int column, int twips) final;
   platform::Alignment ColAlignment(int column) const;
-  void SetColAlignment(int column, platform::Alignment alignment) override;
+  void SetColAlignment(int column, platform::Alignment alignment) final;
 
   // GridRows
-  int Rows() const override { return store_.Rows(); }
-  void SetRows(int count) override;
-  int FixedRows() const override { return fixed_rows_; }
-  void SetFixedRows(int count) override;
-  void AddItem(std::string_view tab_text, int position) override;
+  int Rows() const final { return store_.Rows(); }
+  void SetRows(int count) final;
+  int FixedRows() const final { return fixed_rows_; }
+  void SetFixedRows(int count) final;
+  void AddItem(std::string_view tab_text, int position) final;
   void RemoveItem(int row);
-  int64_t Revision() const override { return revision_; }
-  bool RowHidden(int row) const override;
-  void SetRowHidden(int row, bool hidden) override;
-  int RowHeight(int row) const override;
-  void SetRowHeight(int row, int twips) override;
-  float RowHeightMin() const override { return states_.heights().min_twips; }
-  void SetRowHeightMin(float twips) override;
-  float RowHeightMax() const override { return states_.heights().max_twips; }
-  void SetRowHeightMax(float twips) override;
+  int64_t Revision() const final { return revision_; }
+  bool RowHidden(int row) const final;
+  void SetRowHidden(int row, bool hidden) final;
+  int RowHeight(int row) const final;
+  void SetRowHeight(int row, int twips) final;
+  float RowHeightMin() const final { return states_.heights().min_twips; }
+  void SetRowHeightMin(float twips) final;
+  float RowHeightMax() const final { return states_.heights().max_twips; }
+  void SetRowHeightMax(float twips) final;
 
   // GridOutline
-  void GroupBy(int column, int caption_column, std::string_view caption_format) override;
-  void SetIsSubtotal(int row, bool subtotal) override;
-  bool IsSubtotal(int row) const override;
-  int NextSubtotal(int row) const override;
-  int RowOutlineLevel(int row) const override;
-  void SetRowOutlineLevel(int row, int level) override;
-  bool IsCollapsed(int row) const override;
-  void SetIsCollapsed(int row, bool collapsed) override;
-  void CollapseAll(bool collapsed) override;
-  int OutlineCol() const override { return outline_col_ < Cols() ? outline_col_ : -1; }
-  void SetOutlineCol(int column) override;
-  platform::OutlineBarStyle OutlineBar() const override { return appearance_.outline_bar; }
-  void SetOutlineBar(platform::OutlineBarStyle style) override;
+  void GroupBy(int column, int caption_column, std::string_view caption_format) final;
+  void SetIsSubtotal(int row, bool subtotal) final;
+  bool IsSubtotal(int row) const final;
+  int NextSubtotal(int row) const final;
+  int RowOutlineLevel(int row) const final;
+  void SetRowOutlineLevel(int row, int level) final;
+  bool IsCollapsed(int row) const final;
+  void SetIsCollapsed(int row, bool collapsed) final;
+  void CollapseAll(bool collapsed) final;
+  int OutlineCol() const final { return outline_col_ < Cols() ? outline_col_ : -1; }
+  void SetOutlineCol(int column) final;
+  platform::OutlineBarStyle OutlineBar() const final { return appearance_.outline_bar; }
+  void SetOutlineBar(platform::OutlineBarStyle style) final;
   platform::PictureRef NodeOpenPicture() const { return appearance_.node_open; }
-  void SetNodeOpenPicture(const platform::PictureRef& picture) override;
+  void SetNodeOpenPicture(const platform::PictureRef& picture) final;
   platform::PictureRef NodeClosedPicture() const { return appearance_.node_closed; }
-  void SetNodeClosedPicture(const platform::PictureRef& picture) override;
+  void SetNodeClosedPicture(const platform::PictureRef& picture) final;
 
   // GridBulk
-  void LoadColumns(std::vector<columns::Column> columns, int first_column) override;
-  size_t RecordCount() const override { return store_.RecordCount(); }
-  int RowOfRecord(size_t record) const override;
-  int64_t RecordOfRow(int row) const override;
-  int RecordsFrom(int row) const override;
-  int64_t LoadedRevision() const override { return loaded_revision_; }
-  const columns::Column* LoadedText(int column) const override;
-  const columns::Column* LoadedData(int column) const override;
-  bool HasEditedRecords(int column) const override;
-  void ReplaceLoaded(int column, columns::Column values) override;
-  void ReplaceLoadedText(int column, columns::Column texts) override;
+  void LoadColumns(std::vector<columns::Column> columns, int first_column) final;
+  size_t RecordCount() const final { return store_.RecordCount(); }
+  int RowOfRecord(size_t record) const final;
+  int64_t RecordOfRow(int row) const final;
+  int RecordsFrom(int row) const final;
+  int64_t LoadedRevision() const final { return loaded_revision_; }
+  const columns::Column* LoadedText(int column) const final;
+  const columns::Column* LoadedData(int column) const final;
+  bool HasEditedRecords(int column) const final;
+  void ReplaceLoaded(int column, columns::Column values) final;
+  void ReplaceLoadedText(int column, columns::Column texts) final;
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
-                         platform::PictureAlignment alignment) override;
+                         platform::PictureAlignment alignment) final;
 
   // GridAppearance
-  platform::Colour ColourOf(platform::GridColour which) const override { return appearance_.Of(which); }
-  void SetColour(platform::GridColour which, platform::Colour colour) override;
-  platform::GridLineStyle GridLines() const override { return appearance_.grid_lines; }
-  void SetGridLines(platform::GridLineStyle style) override;
-  platform::GridLineStyle GridLinesFixed() const override { return appearance_.grid_lines_fixed; }
-  void SetGridLinesFixed(platform::GridLineStyle style) override;
-  platform::ScrollBarsSetting ScrollBars() const override { return appearance_.scroll_bars; }
-  void SetScrollBars(platform::ScrollBarsSetting setting) override;
-  platform::Font GridFont() const override { return appearance_.font; }
-  void SetGridFont(const platform::Font& font) override;
+  platform::Colour ColourOf(platform::GridColour which) const final { return appearance_.Of(which); }
+  void SetColour(platform::GridColour which, platform::Colour colour) final;
+  platform::GridLineStyle GridLines() const final { return appearance_.grid_lines; }
+  void SetGridLines(platform::GridLineStyle style) final;
+  platform::GridLineStyle GridLinesFixed() const final { return appearance_.grid_lines_fixed; }
+  void SetGridLinesFixed(platform::GridLineStyle style) final;
+  platform::ScrollBarsSetting ScrollBars() const final { return appearance_.scroll_bars; }
+  void SetScrollBars(platform::ScrollBarsSetting setting) final;
+  platform::Font GridFont() const final { return appearance_.font; }
+  void SetGridFont(const platform::Font& font) final;
 
   // Off while many changes are made at once.
   bool Redraw() const { return redraw_; }
