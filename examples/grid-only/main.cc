@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The grid engine on its own, without the stock journal and without a database: a cash
-// book of 100,000 lines grouped by month. `grid_only` opens it in a window; `grid_only --picture FILE` writes one
-// picture of it and exits.
+// The grid engine on its own, without the stock journal and without a database: a cash book of 100,000 lines grouped by
+// month. `grid_only` opens it in a window; `grid_only --picture FILE` writes one picture of it and exits.
 #include <QApplication>
 #include <cstdio>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "columns/column.h"
