@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/view/viewer.h"
-#include "sheet/grid_sheet.h"
 
 namespace stockbook::sheet::test {
 

@@ -19,8 +19,8 @@ namespace stockbook::sheet {
 
 // The contents of a grid: cells, columns, rows, outline, formats and looks. It knows no size, scale, scroll position or
 // selection: these belong to its views (see View), of which it may have any number. While redraw is off, the views
-// report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows). Its functions are final
-// so that the engine's own calls are direct.
+// report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows). Its functions are
+// final so that the engine's own calls are direct.
 class Sheet : public virtual platform::GridTable,
               public virtual platform::GridOutline,
               public virtual platform::GridAppearance {
