@@ -28,13 +28,13 @@ class CellFormat {
 
   const std::string& text() const { return text_; }
   bool IsEmpty() const { return kind_ == Kind::kNone; }
-  // Appends the value as shown and returns true; false, with nothing appended, when it is to be shown as stored.
+  // Appends the value as shown and returns true; returns false and appends nothing if the value is shown as stored.
   bool Append(platform::DataType type, const base::Value& value, std::string& out) const;
   bool Append(platform::DataType type, std::string_view text, std::string& out) const;
 
   // Whether it changes how numbers look in cells of the type.
   bool FormatsNumbers(platform::DataType type) const { return kind_ == Kind::kNumber && IsNumberType(type); }
-  // How it shows them, where that is of the common shape.
+  // How it shows them, if it has the common shape.
   const std::optional<PlainNumber>& plain() const { return number_.plain(); }
 
  private:

@@ -10,9 +10,10 @@
 
 namespace stockbook::sheet {
 
-// A date format as data: y, M, d, H (24 hours) and h (12 with AM/PM, else 24), m, s by the number of letters; m next to
-// hours or seconds means minutes, else the month, in either case of letters; MMM and ddd are names. Texts in double
-// quotes, characters after a backslash and all others (年, 月, 日) stand for themselves. A plain value.
+// A parsed date format: y, M, d, H (24 hours), h (12 with AM/PM, otherwise 24), m and s, by the number of letters; m
+// next to hours or seconds means minutes, otherwise the month, in either case of letters; MMM and ddd are names. Texts
+// in double quotes, characters after a backslash and all others (年, 月, 日: year, month, day) are literal. A plain
+// value.
 class DateFormat {
  public:
   DateFormat() = default;

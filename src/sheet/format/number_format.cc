@@ -12,7 +12,7 @@ using base::PatternPiece;
 
 constexpr int kGroup = 3;
 
-// Of ten, that a number is multiplied with before the section shows it.
+// The power of ten by which a number is multiplied before the section shows it.
 int PowerOf(const NumberSection& section) { return 2 * section.percent_signs - kGroup * section.other_commas; }
 
 bool IsGrouped(const NumberSection& section) { return section.grouping_commas > 0; }
@@ -35,14 +35,14 @@ std::string ShowWhole(const NumberSection& section, const std::string& digits) {
     ++shown;
   };
   int places = section.whole_places;
-  // A section without digits before its point still shows those that the number has.
+  // A section without digits before its point still shows the digits of the number.
   if (places == 0) {
     while (left > 0) put(digits[--left]);
   }
   const auto whole = section.Whole();
   for (auto piece = whole.rbegin(); piece != whole.rend(); ++piece) {
     if (!piece->IsPlace()) {
-      // A comma after the first place has done its work.
+      // A comma after the first place has already been handled.
       if (piece->sign != ',' || places == 0) reversed.append(piece->text.rbegin(), piece->text.rend());
       continue;
     }
@@ -51,7 +51,7 @@ std::string ShowWhole(const NumberSection& section, const std::string& digits) {
     } else if (piece->sign == '0') {
       put('0');
     }
-    // The first place takes all digits that are left.
+    // The first place takes all remaining digits.
     if (--places == 0) {
       while (left > 0) put(digits[--left]);
     }
@@ -90,7 +90,7 @@ std::string Show(const NumberSection& section, const Decimal& rounded) {
   return text;
 }
 
-// A section of one text of a character, after its places, as a plain number; nothing for other sections.
+// Converts a section with at most a one-character suffix to a plain number; nothing for other sections.
 std::optional<PlainNumber> PlainOf(const NumberSection& section) {
   constexpr int kMostPlaces = 9;
   const int power = PowerOf(section);

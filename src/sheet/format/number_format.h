@@ -12,12 +12,11 @@
 
 namespace stockbook::sheet {
 
-// A number format as data: up to three sections, for positive, negative and zero numbers, parted by semicolons. In a
-// section 0 is a digit always shown, # a digit shown when there is one, a point begins the decimals, a comma between
-// digits groups by thousands and one after the last digit divides by a thousand, % shows the number times 100; texts
-// in double quotes, characters after a backslash and all others stand for themselves. A section that is missing or
-// empty is that of positive numbers, with a minus sign where the number is negative. A plain value; formatting is
-// O(digits).
+// A parsed number format: up to three sections, for positive, negative and zero numbers, separated by semicolons. In a
+// section 0 is a digit always shown, # a digit shown if there is one, a point starts the decimals, a comma between
+// digits groups by thousands and one after the last digit divides by a thousand, % shows the number times 100; texts in
+// double quotes, characters after a backslash and all others are literal. A missing or empty section is the same as
+// that of positive numbers, with a minus sign for negative numbers. A plain value; formatting is O(digits).
 class NumberFormat {
  public:
   NumberFormat() = default;
@@ -26,7 +25,7 @@ class NumberFormat {
   // Rounded half away from zero to the decimals that the section shows; a number that rounds to zero has no sign.
   std::string Format(const base::Decimal& number) const;
 
-  // The same in one step, where the format is of the common shape.
+  // The same in one step, if the format has the common shape.
   const std::optional<PlainNumber>& plain() const { return plain_; }
 
  private:

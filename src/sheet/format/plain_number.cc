@@ -29,14 +29,14 @@ constexpr std::array<char, 4000> Groups() {
 }
 constexpr std::array kGroups = Groups();
 
-// Writes a number from its last character to its first, three digits at once after a comma that the next ones
-// overwrite.
+// Writes a number from its last character to its first, three digits at once after a comma, which the next group
+// overwrites.
 class Backwards {
  public:
   explicit Backwards(char* end) : at_(end) {}
 
   void Put(char c) { *--at_ = c; }
-  // So many digits of the number, zeros in front.
+  // That many digits of the number, with leading zeros.
   void PutDigits(uint64_t number, int count) {
     for (; count >= 3; count -= 3, number /= 1000) PutLast(number % 1000, 3);
     if (count > 0) PutLast(number % 1000, count);
@@ -50,7 +50,7 @@ class Backwards {
   char* at() const { return at_; }
 
  private:
-  // The last `count` characters of a group; the others are written too, and do not count.
+  // The last `count` characters of a group; the others are written too, but ignored.
   void PutLast(uint64_t group, int count) {
     std::memcpy(at_ - 4, &kGroups[4 * group], 4);
     at_ -= count;
@@ -82,7 +82,7 @@ struct Parts {
   uint64_t fraction = 0;
 };
 
-// The usual numbers of decimals have cases of their own: dividing by a constant takes a fraction of the time.
+// The usual numbers of decimals have their own cases, because dividing by a constant takes a fraction of the time.
 Parts PartsOf(uint64_t size, int places) {
   switch (places) {
     case 0:
@@ -108,7 +108,7 @@ void PutFraction(Backwards& text, uint64_t fraction, int places, int least) {
   if (digits > 0 || least > 0) text.Put('.');
 }
 
-// Below it the digits of a double's shortest decimal come out the same, whatever its 16th digit is.
+// Below this the digits of a double's shortest decimal are the same, whatever its 16th digit is.
 constexpr double kMostExact = 1e11;
 
 bool AppendWritten(const char* begin, const char* end, std::string& out) {

@@ -7,9 +7,9 @@
 
 namespace stockbook::sheet {
 
-// The shape that nearly all number formats have: digits with or without grouping, a least and a most number of
-// decimals, and a sign after them ("%"). It shows a number straight from its integer in some tens of machine
-// instructions and refuses those that it cannot show exactly as NumberFormat does digit by digit. A plain value.
+// The shape of nearly all number formats: digits with or without grouping, a minimum and maximum number of decimals,
+// and a suffix ("%"). It formats a number directly from its integer in a few dozen machine instructions, and refuses
+// numbers that it cannot format exactly as NumberFormat does. A plain value.
 struct PlainNumber {
   int least_whole = 1;
   int least_decimals = 0;
@@ -18,19 +18,19 @@ struct PlainNumber {
   bool grouped = false;
   char suffix = 0;  // 0 is nothing
 
-  // The most bytes that a shown number takes.
+  // The maximum size of a formatted number, in bytes.
   static constexpr size_t kMostBytes = 64;
 
-  // Writes units / 10^decimals, rounded half away from zero, to the kMostBytes before `end`, up to it; returns its
-  // first character, or nullptr when it is too large.
+  // Writes units / 10^decimals, rounded half away from zero, into the kMostBytes before `end`; returns the first
+  // character, or nullptr if the number is too large.
   char* Write(int64_t units, int decimals, char* end) const;
-  // The same of the shortest decimal of at most 15 digits that stands for the double; nullptr also for a double
-  // so near the middle between two shown numbers that its digits have to decide.
+  // The same for the double's shortest decimal of at most 15 digits; nullptr also for a double so close to the middle
+  // between two shown numbers that its digits have to decide.
   char* Write(double number, char* end) const;
-  // As numbers are shown without a format: all their decimals.
+  // How numbers are shown without a format: with all their decimals.
   static char* WriteDefault(double number, char* end);
 
-  // The same appended; false, with nothing appended, for nullptr.
+  // The same, appended; returns false and appends nothing for nullptr.
   bool Append(int64_t units, int decimals, std::string& out) const;
   bool Append(double number, std::string& out) const;
 };

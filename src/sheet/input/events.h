@@ -18,7 +18,7 @@ struct MouseEvent {
   Point at;
 };
 
-// The same as the grid's observer hears it, at so many device pixels to a pixel of 96 to the inch.
+// The event for the grid's observer; `scale` is device pixels per pixel of 1/96 inch.
 platform::GridMouseEvent ToGridEvent(const MouseEvent& event, double scale);
 
 enum class Key : uint8_t {

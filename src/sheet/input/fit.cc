@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kLeastPixels = 4;
 
-// What the largest cell within the part of the view needs.
+// The size that the largest cell within the part of the view needs.
 Size LargestWithin(const View& view, TextMeasure& measure, const Rect& part) {
   const Snapshot snapshot = Snapshot::Of(view, part);
   const CellLayout layout(snapshot, measure);

@@ -5,9 +5,9 @@ namespace stockbook::sheet {
 
 class View;
 
-// Gives a column the width, or a row the height, that everything in it which is in view needs, captions included; at
-// most what is in view. It costs what is seen, whatever the number of rows. Nothing happens where the
-// column or row is out of view or the viewer cannot measure texts.
+// Gives a column the width, or a row the height, that its visible contents need, captions included, but at most the
+// size of the view. Costs O(visible cells), whatever the number of rows. Does nothing if the column or row is out of
+// view or the viewer cannot measure texts.
 void FitColumn(View& view, int column);
 void FitRow(View& view, int row);
 

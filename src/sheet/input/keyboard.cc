@@ -11,7 +11,7 @@ Keyboard::Keyboard(View& view) : view_(view), sheet_(view.sheet()) {}
 
 bool Keyboard::Press(const KeyEvent& event) {
   if (event.key == Key::kOther || event.key == Key::kEscape || event.modifiers.Alt()) return false;
-  // The observer may have something to copy even where nothing is selected.
+  // The observer may have something to copy even if nothing is selected.
   if (IsCopying(event) && view_.observer().Copy()) return true;
   const Selection& selection = view_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
@@ -48,7 +48,7 @@ bool Keyboard::Command(const KeyEvent& event) {
     case Key::kMenu:
       return PressRight(event.modifiers);
     default:
-      // Many keyboards have the plus sign above another one.
+      // On many keyboards the plus sign needs Shift.
       if (!control) return FoldNode({event.key, {}});
       FoldAll(event.key == Key::kMinus);
       return true;
@@ -77,7 +77,7 @@ bool Keyboard::SelectWhole(Modifiers modifiers) {
   return true;
 }
 
-// Without an observer the key is left to the dialog around the sheet.
+// Without an observer the key is passed on to the dialog around the sheet.
 bool Keyboard::DoubleClick() {
   if (!view_.IsObserved()) return false;
   view_.SetMouseCell(view_.selection().current);
@@ -104,7 +104,7 @@ void Keyboard::FoldAll(bool collapsed) {
     view_.ScrollTo(view_.geometry().ToShow(cell.row, cell.column));
     return;
   }
-  // The node that covers the current row takes its place.
+  // The node that hides the current row takes its place.
   MoveTo(Selection::Of({static_cast<int>(sheet_.states().UncoveredBefore(cell.row)), cell.column}));
 }
 
@@ -115,7 +115,7 @@ void Keyboard::MoveTo(const Selection& wanted) {
 }
 
 CellPosition Keyboard::Target(const KeyEvent& event, CellPosition from) const {
-  // A cell in a hidden column is nowhere; the next column that is seen takes its place.
+  // A cell in a hidden column has no place; the next visible column takes over.
   if (from.column < sheet_.FixedCols() || sheet_.ColHidden(from.column)) {
     const int next = ColumnStep(from.column, 1);
     from.column = next != from.column ? next : ColumnStep(from.column, -1);
@@ -176,12 +176,12 @@ int Keyboard::PageRow(int row, int direction) const {
   const RowAxis& rows = view_.rows();
   const int64_t height = rows.Height(row);
   const int64_t page = std::max<int64_t>(view_.geometry().BodyRect().height - height, 1);
-  // Of the row's far edge from the page, so that a page down and a page up come back.
+  // Counted from the far edge of the row, so that a page up undoes a page down.
   const int64_t pixel = rows.Top(row) + (direction < 0 ? height - 1 - page : page);
   const int first = EdgeRow(-1);
   const int last = EdgeRow(1);
   const auto target = static_cast<int>(rows.RowAt(std::max<int64_t>(pixel, 0)));
-  // A row higher than the page is still left behind.
+  // Even a row higher than the page is left.
   const int least = RowStep(row, direction);
   return std::clamp(direction < 0 ? std::min(target, least) : std::max(target, least), first, last);
 }

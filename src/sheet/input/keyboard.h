@@ -15,11 +15,11 @@ class Keyboard {
  public:
   explicit Keyboard(View& view);
 
-  // False when the key means nothing to the sheet.
+  // False if the key has no meaning for the sheet.
   bool Press(const KeyEvent& event);
 
  private:
-  // Where the key leads from the cell; the cell itself where there is no further one.
+  // Where the key leads from the cell; the cell itself if there is no further one.
   CellPosition Target(const KeyEvent& event, CellPosition from) const;
   int RowStep(int row, int direction) const;
   int ColumnStep(int column, int direction) const;
@@ -32,13 +32,13 @@ class Keyboard {
   bool Copy();
   bool SelectWhole(Modifiers modifiers);
   void FoldAll(bool collapsed);
-  // Selects and brings the end of it into view, where the observer lets it.
+  // Selects and scrolls the end of the selection into view, if the observer allows it.
   void MoveTo(const Selection& wanted);
   bool GoToNode(CellPosition cell);
-  // What the mouse does on the cell, done by keys: a double click, or the right button on it or on its caption.
+  // Mouse actions on the current cell by key: a double click, or the right button on it or on its caption.
   bool DoubleClick();
   bool PressRight(Modifiers modifiers);
-  // Opens or closes the node that the current cell is on; false when the key moves instead.
+  // Opens or closes the node of the current cell; false if the key moves instead.
   bool FoldNode(const KeyEvent& event);
   void SelectAll();
 

@@ -14,10 +14,10 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr int kEdgeReach = 4;     // pixels on either side of an edge that grab it
+constexpr int kEdgeReach = 4;     // pixels on either side of an edge where it can be grabbed
 constexpr int kRowEdgeReach = 3;  // rows are low
 constexpr int kDragDistance = 5;  // pixels before a pressed caption moves
-constexpr int kLeastSize = 60;    // twips that a dragged edge leaves
+constexpr int kLeastSize = 60;    // twips; the minimum size for dragging
 constexpr int kMostSize = 1 << 24;
 
 }  // namespace
@@ -132,7 +132,7 @@ void Mouse::ExtendSelection(Point at) {
   const Rect cells = geometry.CellsRect();
   Selection wanted = view_.selection();
   if (cells.IsEmpty() || wanted.current.row < 0) return;
-  // Beyond the cells the nearest one is meant; pinned parts count as beyond while the drag began outside of them.
+  // Beyond the cells the nearest one counts; pinned parts count as beyond if the drag began outside them.
   const int least_y = pressed_.y >= geometry.PinnedHeight() ? geometry.PinnedHeight() : 0;
   const int least_x = pressed_.x >= geometry.PinnedWidth() ? geometry.PinnedWidth() : 0;
   const Point inside{std::clamp(at.x, std::min(least_x, cells.right() - 1), cells.right() - 1),
@@ -166,7 +166,7 @@ void Mouse::Move(const MouseEvent& event) {
 }
 
 void Mouse::Release(const MouseEvent& event) {
-  // Drags are the left button's; another one that goes up meanwhile does not end them.
+  // Only the left button drags; releasing another one meanwhile does not end the drag.
   if (event.button == MouseButton::kLeft) {
     const Drag ended = std::exchange(drag_, Drag::kNone);
     const Edge resized = resized_;
@@ -198,7 +198,7 @@ void Mouse::Fit(const Edge& edge) {
   } else {
     FitRow(view_, edge.row);
   }
-  // Being asked, the observer may have gone or taken the column away.
+  // The observer that was asked may have removed itself or the column.
   if (Exists(edge)) view_.observer().AfterUserResize(edge.row, edge.column);
 }
 
@@ -222,7 +222,7 @@ void Mouse::Wheel(int64_t dx_px, int64_t dy_px) {
   if (drag_ == Drag::kCaption) MoveCaption(last_);
 }
 
-// How far the mouse drags beyond the part that scrolls. What began in the frozen columns is at home there.
+// How far the mouse is dragged beyond the scrolling part. A drag that began in the frozen columns may stay there.
 Mouse::Distance Mouse::BeyondBody() const {
   const Rect body = view_.geometry().BodyRect();
   const bool rows = drag_ == Drag::kCells || drag_ == Drag::kRows;

@@ -17,16 +17,16 @@ struct Run {
   Value value{};
 };
 
-// The nodes of balanced trees over runs (treaps), all in one array, and how trees are cut, joined and built. A tree is
-// named by the index of its root, the empty one by 0. Every node knows the rows and the summary of its subtree. See
-// RunTree for what Traits gives.
+// The nodes of balanced trees over runs (treaps), all in one array, and the operations to split, join and build trees.
+// A tree is identified by the index of its root, the empty tree by 0. Every node has the row count and the summary of
+// its subtree. See RunTree for Traits.
 template <typename Traits>
 class RunNodes {
  public:
   using Value = typename Traits::Value;
   using Summary = typename Traits::Summary;
   using RunType = Run<Value>;
-  // A run where it stands: rows [first, first + count), value of its first row.
+  // A run and its place: rows [first, first + count), value of the first row.
   struct Place {
     int64_t first = 0;
     int64_t count = 0;
@@ -48,13 +48,13 @@ class RunNodes {
   const Node& operator[](uint32_t at) const { return nodes_[at]; }
   size_t Count() const { return nodes_.size() - 1 - free_.size(); }
   size_t MemoryBytes() const { return nodes_.capacity() * sizeof(Node) + free_.capacity() * sizeof(uint32_t); }
-  // Lets the nodes of all trees go.
+  // Frees the nodes of all trees.
   void Clear() {
     nodes_.resize(1);
     free_.clear();
   }
 
-  // The run of a tree that holds the row; a run of no rows where there is none.
+  // The run of a tree that contains the row; an empty run if there is none.
   Place RunIn(uint32_t at, int64_t row) const {
     int64_t first = 0;
     while (at != 0) {
@@ -87,7 +87,7 @@ class RunNodes {
     return at;
   }
 
-  // Lets the nodes of a tree go.
+  // Frees the nodes of a tree.
   void Free(uint32_t at) {
     if (at == 0) return;
     Free(nodes_[at].left);
@@ -95,7 +95,7 @@ class RunNodes {
     free_.push_back(at);
   }
 
-  // Sums a node anew after it or a child has changed.
+  // Updates the sums of a node after it or a child has changed.
   void Pull(uint32_t at) {
     Node& node = nodes_[at];
     node.total = nodes_[node.left].total + node.count + nodes_[node.right].total;
@@ -103,8 +103,8 @@ class RunNodes {
                                    nodes_[node.right].summary);
   }
 
-  // The first `row` rows of a tree, and the others. A run that reaches over the border is taken out and put back as
-  // two, the second one with a random priority of its own.
+  // Splits a tree into its first `row` rows and the others. A run across the border is replaced by two, the second one
+  // with a new random priority.
   std::pair<uint32_t, uint32_t> Split(uint32_t root, int64_t row) {
     const Place place = RunIn(root, row);
     if (place.count == 0 || place.first == row) return SplitBetween(root, row);
@@ -117,7 +117,7 @@ class RunNodes {
     return {Merge(left, head), Merge(tail, right)};
   }
 
-  // One tree of two, in which the runs that meet are one where they continue each other.
+  // Joins two trees, and the two runs that meet if one continues the other.
   uint32_t Join(uint32_t left, uint32_t right) {
     if (left == 0 || right == 0) return left == 0 ? right : left;
     uint32_t last = left;
@@ -140,7 +140,7 @@ class RunNodes {
     Collect(nodes_[at].right, runs);
   }
 
-  // A balanced tree of the runs, joined where they continue each other.
+  // A balanced tree of the runs; runs that continue each other are joined.
   uint32_t Build(const std::vector<RunType>& runs) {
     std::vector<RunType> joined;
     joined.reserve(runs.size());
@@ -224,7 +224,7 @@ class RunNodes {
     if (runs.empty()) return 0;
     const size_t middle = runs.size() / 2;
     const uint32_t at = NewNode(runs[middle].value, runs[middle].count);
-    // The highest of so many random priorities, so that later inserts keep the tree balanced.
+    // The highest of that many random priorities, so that later inserts keep the tree balanced.
     const double random = static_cast<double>(nodes_[at].priority) / kMostPriority;
     const double highest = std::pow(random, 1.0 / static_cast<double>(runs.size()));
     nodes_[at].priority = std::min(most, static_cast<uint32_t>(highest * kMostPriority));

@@ -9,9 +9,9 @@
 
 namespace stockbook::sheet {
 
-// A sequence of rows kept as runs of equal values: what a million rows have in common costs nothing. A balanced tree
-// over the runs (see RunNodes) with a summary of each subtree; insert, remove, change, find by a summed
-// measure and sum of a prefix are O(log runs). Neighbouring runs that can be one are always joined.
+// A sequence of rows stored as runs of equal values, so a million equal rows cost no more than one. A balanced tree
+// over the runs (see RunNodes) with a summary of each subtree; insert, remove, change, find by a summed measure and sum
+// of a prefix are O(log runs). Neighbouring runs that continue each other are always joined.
 //
 // Traits gives: Value, Summary (default: of nothing), and the static functions Summary Of(value, count), Summary
 // Combine(left, right), Value Advance(value, offset): the value `offset` rows into a run, bool Continues(value, count,
@@ -28,7 +28,7 @@ class RunTree {
   size_t RunCount() const { return nodes_.Count(); }
   const Summary& Total() const { return nodes_[root_].summary; }
 
-  // The run that holds a row in [0, size()); a run of no rows for any other.
+  // The run that contains a row in [0, size()); an empty run for any other row.
   Place RunAt(int64_t row) const { return nodes_.RunIn(root_, row); }
   Value At(int64_t row) const {
     const Place place = RunAt(row);
@@ -190,7 +190,7 @@ class RunTree {
     return VisitIn(node.right, end, first, last, visit);
   }
 
-  // Update of one whole run: in its place, unless it becomes like a neighbour.
+  // Updates one whole run in place, unless it becomes equal to a neighbour.
   template <typename Change>
   void UpdateRun(const Place& run, Change& change) {
     Value value = run.value;

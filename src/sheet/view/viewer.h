@@ -8,23 +8,24 @@ namespace stockbook::sheet {
 
 enum class Cursor { kDefault, kColumnResize, kRowResize, kBusy };
 
-// What the toolkit's widget needs to know to keep up with the sheet.
+// Notifies the toolkit's widget of changes.
 class SheetViewer {
  public:
   virtual ~SheetViewer() = default;
-  // These device pixels of the view are to be painted again; never called while redraw is off.
+  // These device pixels of the view must be repainted; never called while redraw is off.
   virtual void Damaged(const Rect& area) = 0;
-  // Content size, scroll position or view changed; the scroll bars are Geometry's content and scroll. The body was
-  // moved by scroll alone when nothing was damaged since.
+  // Content size, scroll position or view changed; the scroll bars are Geometry's content and scroll. If nothing has
+  // been damaged since, the body only scrolled.
   virtual void ScrollChanged() = 0;
   virtual void CursorChanged(Cursor cursor) = 0;
-  // The next two are for those who describe the sheet in words, as a screen reader does; neither is called while redraw
-  // is off. Other changes are found by comparing the sheet with what it was at the last call of any kind.
-  // The current cell or the selection is another one, in view or not.
+  // SelectionChanged and NodeChanged are for screen readers; neither is called while redraw is off. Other changes can be
+  // found by comparing the sheet with its state at the last call of any kind.
+
+  // The current cell or the selection has changed, in view or not.
   virtual void SelectionChanged() {}
-  // This node alone was folded or unfolded; what it governs is already hidden or shown.
+  // Only this node was folded or unfolded; its lines are already hidden or shown.
   virtual void NodeChanged(int /*row*/) {}
-  // What the viewer draws texts with, at the sheet's scale; without one nothing can be fitted to its contents.
+  // Measures texts as the viewer draws them, at the view's scale; without it nothing can be fitted to its contents.
   virtual TextMeasure* Measure() { return nullptr; }
 };
 
