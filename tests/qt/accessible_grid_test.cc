@@ -1,55 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "qt/accessible_grid.h"
-
-#include <gtest/gtest.h>
-
-#include <QAccessible>
-#include <string>
-#include <vector>
-
-#include "qt/application.h"
-#include "qt/grid_view.h"
-#include "qt/stockbook_widget.h"
-#include "support/fake_connection.h"
-#include "support/journal_rows.h"
-#include "support/sample_ledger.h"
+#include "qt/accessible_table.h"
 
 namespace stockbook::qt {
 namespace {
-
-using testing::SampleLedger;
-
-constexpr int kPeriods = 3;
-constexpr int kLines = 10;
-constexpr int kGroup = kLines + 2;  // with the node above and the total below
-constexpr int kFirstNode = 1;
-constexpr int kFirstLine = 2;
-// One column of the ledger is fixed and one hidden.
-constexpr int kColumns = testing::kLedgerColumns - 2;
-constexpr int kBill = 0;
-constexpr int kRevQty = 3;
-
-// A ledger in a window, examined only through the interface that a screen reader uses.
-class AccessibleTable : public WithApplication {
- protected:
-  explicit AccessibleTable(QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility) {
-    SampleLedger({kPeriods, kLines}).Fill(sheet_);
-    view_ = std::make_unique<GridView>(sheet_.view(), nullptr, tell);
-    view_->resize(700, 300);
-    view_->show();
-    view_->activateWindow();
-    view_->setFocus();
-    QApplication::processEvents();
-  }
-
-  QAccessibleInterface* Grid() { return QAccessible::queryAccessibleInterface(view_.get()); }
-  QAccessibleTableInterface* Table() { return Grid()->tableInterface(); }
-  QAccessibleInterface* Cell(int row, int column) { return Table()->cellAt(row, column); }
-  static std::string Name(const QAccessibleInterface* cell) { return cell->text(QAccessible::Name).toStdString(); }
-
-  sheet::GridSheet sheet_;
-  std::unique_ptr<GridView> view_;
-};
 
 TEST_F(AccessibleTable, TellsItsRoleNameAndCounts) {
   ASSERT_NE(Grid(), nullptr);
@@ -329,79 +282,6 @@ TEST_F(AccessibleTable, TakesNoCommandsWhileItIsDisabled) {
   EXPECT_FALSE(sheet_.IsCollapsed(kFirstNode));
   EXPECT_FALSE(Table()->selectRow(2));
   EXPECT_TRUE(Grid()->state().disabled);
-}
-
-// What a screen reader hears while it listens.
-class AccessibleNewsTest : public AccessibleTable {
- protected:
-  AccessibleNewsTest() : AccessibleTable(&Hear) {
-    QAccessible::setActive(true);
-    sheet_.Select(kFirstLine, testing::kLedgerBill);
-    heard_.clear();
-  }
-  ~AccessibleNewsTest() override { QAccessible::setActive(false); }
-
-  static void Hear(QAccessibleEvent* event) {
-    std::string text = qAccessibleEventString(event->type());
-    if (const QAccessibleInterface* from = event->accessibleInterface(); from != nullptr) {
-      text += " " + from->text(QAccessible::Name).toStdString();
-    }
-    if (event->type() == QAccessible::TableModelChanged) {
-      const auto* change = static_cast<QAccessibleTableModelChangeEvent*>(event);
-      text += " " + std::to_string(change->modelChangeType()) + " " + std::to_string(change->firstRow()) + ".." +
-              std::to_string(change->lastRow());
-    }
-    heard_.push_back(text);
-  }
-  static std::vector<std::string> Heard() { return std::exchange(heard_, {}); }
-
-  static inline std::vector<std::string> heard_;
-};
-
-TEST_F(AccessibleNewsTest, TellsTheNewCurrentCell) {
-  sheet_.Select(kFirstNode, testing::kLedgerBill);
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Focus 2004-01", "Selection 2004-01"}));
-  sheet_.Select(sheet_.Rows() - kGroup, testing::kLedgerBill);
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"Focus 2004-03", "Selection 2004-03"})) << "out of view as well";
-  sheet_.Select(sheet_.Rows() - kGroup, testing::kLedgerBill);
-  EXPECT_TRUE(Heard().empty()) << "nothing moved";
-}
-
-TEST_F(AccessibleNewsTest, TellsThatMoreIsSelected) {
-  sheet_.SelectRange(kFirstLine, testing::kLedgerBill, kFirstLine + 3, testing::kLedgerBill);
-  EXPECT_EQ(Heard(), std::vector<std::string>{"SelectionWithin 库存明细账"});
-}
-
-TEST_F(AccessibleNewsTest, TellsThatANodeWasFolded) {
-  sheet_.SetIsCollapsed(kFirstNode, true);
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"StateChanged 2004-01", "TableModelChanged 库存明细账 4 1..10"}));
-  sheet_.SetIsCollapsed(kFirstNode, false);
-  EXPECT_EQ(Heard(), (std::vector<std::string>{"StateChanged 2004-01", "TableModelChanged 库存明细账 2 1..10"}));
-}
-
-TEST_F(AccessibleNewsTest, TellsOfALoadOnceWhenItIsDone) {
-  sheet_.SetRedraw(false);
-  SampleLedger({2, 4}).Fill(sheet_);
-  EXPECT_TRUE(Heard().empty());
-  sheet_.SetRedraw(true);
-  const std::vector<std::string> heard = Heard();
-  ASSERT_FALSE(heard.empty());
-  EXPECT_EQ(heard.front(), "TableModelChanged 库存明细账 0 -1..-1");
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), heard.front()), 1);
-  EXPECT_EQ(heard[1], "Focus 2004-01");
-}
-
-TEST_F(AccessibleNewsTest, TellsNothingOfScrollingAndPainting) {
-  sheet_.view().ScrollTo({0, 60});
-  QApplication::processEvents();
-  view_->viewport()->repaint();
-  EXPECT_TRUE(Heard().empty());
-}
-
-TEST_F(AccessibleNewsTest, TellsNothingWhileNobodyListens) {
-  QAccessible::setActive(false);
-  sheet_.Select(kFirstNode, testing::kLedgerBill);
-  EXPECT_TRUE(Heard().empty());
 }
 
 class AccessibleWidget : public WithApplication {};

@@ -115,11 +115,11 @@ class Style(Tree):
         self.write("src/base/money.h", SOURCE)
         self.refuses("check-style", "#pragma once is missing")
 
-    def test_six_hundred_lines_are_the_most(self):
-        self.write("src/base/money.h", HEADER + "\n" * 598)
+    def test_four_hundred_lines_are_the_most(self):
+        self.write("src/base/money.h", HEADER + "\n" * 398)
         self.accepts("check-style")
-        self.write("src/base/money.h", HEADER + "\n" * 599)
-        self.refuses("check-style", "601 lines; at most 600")
+        self.write("src/base/money.h", HEADER + "\n" * 399)
+        self.refuses("check-style", "401 lines; at most 400")
 
     def test_another_header_before_the_own_one_is_refused(self):
         self.write("src/base/money.h", HEADER)

@@ -18,8 +18,8 @@ class SheetViewer {
   // been damaged since, the body only scrolled.
   virtual void ScrollChanged() = 0;
   virtual void CursorChanged(Cursor cursor) = 0;
-  // SelectionChanged and NodeChanged are for screen readers; neither is called while redraw is off. Other changes can be
-  // found by comparing the sheet with its state at the last call of any kind.
+  // SelectionChanged and NodeChanged are for screen readers; neither is called while redraw is off. Other changes can
+  // be found by comparing the sheet with its state at the last call of any kind.
 
   // The current cell or the selection has changed, in view or not.
   virtual void SelectionChanged() {}
