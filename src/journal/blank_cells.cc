@@ -83,7 +83,7 @@ std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
 
 }  // namespace
 
-void BlankZeroCells(platform::Grid& grid) {
+void BlankZeroCells(platform::GridTable& grid) {
   const columns::Column* flags = grid.LoadedText(grid.ColIndex(keys::kFlag));
   const auto blank = [&](const char* key, auto without) {
     const int index = grid.ColIndex(key);

@@ -42,7 +42,7 @@ Totals ReadTotals(const platform::Recordset& balance, const OpeningFields& field
 
 }  // namespace
 
-Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::Grid& grid) {
+Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::GridTable& grid) {
   if (!balance.result) return {};
   const int row = grid.FixedRows();
   grid.AddItem("", row);

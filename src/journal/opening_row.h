@@ -4,7 +4,7 @@
 #include "base/journal_type.h"
 #include "journal/opening_balance.h"
 #include "journal/running_balance.h"
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::journal {
 
@@ -13,6 +13,6 @@ namespace stockbook::journal {
 // forward, the row shows zeros; if the balance could not be read, there is no row rather than a zero that nobody
 // counted. Balance values that are not numbers count as 0; an amount outside the range of Money throws
 // base::ArithmeticError.
-Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::Grid& grid);
+Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::GridTable& grid);
 
 }  // namespace stockbook::journal

@@ -5,7 +5,7 @@
 
 namespace stockbook::journal {
 
-void MaskAmounts(platform::Grid& grid) {
+void MaskAmounts(platform::GridTable& grid) {
   for (const char* key : base::keys::kRestricted) {
     const base::Value mask{std::string(kAmountMask)};
     grid.ReplaceLoadedText(grid.ColIndex(key), columns::Column::Constant(mask, grid.RecordCount()));

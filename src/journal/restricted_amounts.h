@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::journal {
 
@@ -11,6 +11,6 @@ inline constexpr const char* kAmountMask = "-";
 
 // Shows the mask in the amount columns of all records. The amounts stay in the cells' hidden data. Other rows are not
 // touched.
-void MaskAmounts(platform::Grid& grid);
+void MaskAmounts(platform::GridTable& grid);
 
 }  // namespace stockbook::journal

@@ -11,13 +11,14 @@ namespace {
 
 namespace keys = base::keys;
 
-MovementSource SourceOf(const platform::Grid& grid, const char* quantity, const char* quantity2, const char* amount) {
+MovementSource SourceOf(const platform::GridTable& grid, const char* quantity, const char* quantity2,
+                        const char* amount) {
   const auto loaded = [&](const char* key) { return grid.LoadedText(grid.ColIndex(key)); };
   return {loaded(quantity), loaded(quantity2), loaded(amount)};
 }
 
 // The periods of all records, without their totals.
-std::vector<PeriodTotals> FindPeriods(const platform::Grid& grid) {
+std::vector<PeriodTotals> FindPeriods(const platform::GridTable& grid) {
   std::vector<PeriodTotals> found;
   const columns::Column* periods = grid.LoadedText(grid.ColIndex(keys::kPeriod));
   const size_t records = grid.RecordCount();
@@ -43,7 +44,7 @@ std::vector<PeriodTotals> FindPeriods(const platform::Grid& grid) {
 }  // namespace
 
 std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJournalTypeContants type,
-                                               platform::Grid& grid) {
+                                               platform::GridTable& grid) {
   RunningBalance balance(BalanceKindOf(type), opening);
   RunningPass pass(balance, SourceOf(grid, keys::kQuantity, keys::kQuantity2, keys::kAccount),
                    SourceOf(grid, keys::kRevQty, keys::kRevQty2, keys::kRevAcc),
@@ -63,7 +64,7 @@ std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJo
   return periods;
 }
 
-void EmptyRunningValues(platform::Grid& grid) {
+void EmptyRunningValues(platform::GridTable& grid) {
   for (const char* key : keys::kRunning) {
     if (const int column = grid.ColIndex(key); column >= 0)
       grid.ReplaceLoaded(column, columns::Column::Constant(base::Value(), grid.RecordCount()));

@@ -7,7 +7,7 @@
 
 #include "base/journal_type.h"
 #include "journal/running_balance.h"
-#include "platform/grid.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::journal {
 
@@ -25,10 +25,10 @@ struct PeriodTotals {
 // `Period` changes. One pass over the columns. An amount outside the range of Money throws base::ArithmeticError and
 // leaves the columns as they are.
 std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJournalTypeContants type,
-                                               platform::Grid& grid);
+                                               platform::GridTable& grid);
 
 // Empties the stock columns of all records. The statement delivers each line's own movement there, which would look
 // like the stock if the running values were never computed.
-void EmptyRunningValues(platform::Grid& grid);
+void EmptyRunningValues(platform::GridTable& grid);
 
 }  // namespace stockbook::journal
