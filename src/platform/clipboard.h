@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace stockbook::platform {
 
@@ -11,9 +10,7 @@ class Clipboard {
  public:
   virtual ~Clipboard() = default;
   virtual void Clear() = 0;
-  virtual void SetText(std::string_view text) = 0;
-  // The same for a text that nobody else needs; one that keeps it need not copy it.
-  virtual void TakeText(std::string text) { SetText(text); }
+  virtual void SetText(std::string text) = 0;
 };
 
 }  // namespace stockbook::platform

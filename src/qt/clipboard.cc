@@ -36,9 +36,7 @@ class Utf8Text : public QMimeData {
 
 void QtClipboard::Clear() { QGuiApplication::clipboard()->clear(); }
 
-void QtClipboard::SetText(std::string_view text) { TakeText(std::string(text)); }
-
-void QtClipboard::TakeText(std::string text) {
+void QtClipboard::SetText(std::string text) {
   QGuiApplication::clipboard()->setMimeData(new Utf8Text(std::move(text)));  // the clipboard owns it
 }
 

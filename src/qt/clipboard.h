@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
+
 #include "platform/clipboard.h"
 
 namespace stockbook::qt {
@@ -9,8 +11,7 @@ namespace stockbook::qt {
 class QtClipboard : public platform::Clipboard {
  public:
   void Clear() override;
-  void SetText(std::string_view text) override;
-  void TakeText(std::string text) override;
+  void SetText(std::string text) override;
 };
 
 }  // namespace stockbook::qt

@@ -20,8 +20,6 @@ double QtTextMetrics::TextWidthTwips(std::string_view text, const platform::Font
   return std::ceil(QFontMetricsF(ToQFont(font, 1.0)).horizontalAdvance(ToQString(text))) * kTwipsPerPixel;
 }
 
-double QtTextMetrics::TwipsPerPixelX() const { return kTwipsPerPixel; }
-
 double QtTextMetrics::TwipsPerPixelY() const { return kTwipsPerPixel; }
 
 }  // namespace stockbook::qt

@@ -10,7 +10,6 @@ class QtTextMetrics : public platform::TextMetrics {
  public:
   double TextHeightTwips(std::string_view text, const platform::Font& font) const override;
   double TextWidthTwips(std::string_view text, const platform::Font& font) const override;
-  double TwipsPerPixelX() const override;
   double TwipsPerPixelY() const override;
 };
 

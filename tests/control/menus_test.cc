@@ -261,7 +261,7 @@ TEST_F(Menus, CopyByTheKeysWhatTheItemCopies) {
 TEST_F(Menus, LeaveTheClipboardEmptyWhenCopyingFails) {
   class Refusing : public testing::FakeClipboard {
    public:
-    void SetText(std::string_view) override { throw platform::Error("clipboard", "剪贴板被占用，请稍后再复制。"); }
+    void SetText(std::string) override { throw platform::Error("clipboard", "剪贴板被占用，请稍后再复制。"); }
   };
   Refusing clipboard;
   clipboard.text = "旧";

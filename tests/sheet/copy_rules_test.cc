@@ -96,7 +96,7 @@ TEST_F(CopyRules, AGridWithoutDataRowsGivesTheCaptionLine) {
 TEST_F(CopyRules, AFailureLeavesTheClipboardEmptyAndThePointerAsUsual) {
   class Refusing : public testing::FakeClipboard {
    public:
-    void SetText(std::string_view) override { throw platform::Error("clipboard", "occupied"); }
+    void SetText(std::string) override { throw platform::Error("clipboard", "occupied"); }
   } refusing;
   sheet_.Select(5, 3);
   refusing.text = "before";

@@ -50,7 +50,6 @@ class FakeTextMetrics : public platform::TextMetrics {
   double TextWidthTwips(std::string_view text, const platform::Font& /*font*/) const override {
     return static_cast<double>(text.size()) * 100.0;
   }
-  double TwipsPerPixelX() const override { return 15; }
   double TwipsPerPixelY() const override { return 15; }
   double line_height_twips = 210.5;
 };
@@ -77,7 +76,7 @@ class FakeClipboard : public platform::Clipboard {
     ++cleared;
     if (on_clear) on_clear();
   }
-  void SetText(std::string_view new_text) override { text = new_text; }
+  void SetText(std::string new_text) override { text = std::move(new_text); }
   std::string text;
   int cleared = 0;
   std::function<void()> on_clear;

@@ -134,7 +134,7 @@ void View::CopySelection(platform::Clipboard& clipboard) {
   SetPointer(MousePointer::kArrowHourglass);
   const base::ScopeExit pointer([this] { SetPointer(MousePointer::kDefault); });
   clipboard.Clear();
-  clipboard.TakeText(SelectionText(sheet_, selection_));
+  clipboard.SetText(SelectionText(sheet_, selection_));
 }
 
 CellPosition View::mouse_cell() const {
