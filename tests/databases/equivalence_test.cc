@@ -8,7 +8,7 @@
 #include "databases/database_file.h"
 #include "databases/dialect/translation.h"
 #include "databases/journal_statements.h"
-#include "databases/sqlite/arm_rows.h"
+#include "databases/sqlite/arm_join.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"

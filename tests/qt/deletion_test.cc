@@ -337,7 +337,10 @@ TEST_P(DeletingByTheUser, InAListenerOfTheControlIsHarmless) {
 }
 
 TEST_F(Deleting, InAListenerOfTheControlThatWasAskedItselfIsHarmless) {
-  DeletingListener listener(Deleter());
+  testing::EventRecorder listener;
+  listener.on_hearing = [deletes = Deleter()](const std::string& line) {
+    if (line == "AfterLoaded") deletes();
+  };
   widget_->control().AddListener(&listener);
   widget_->control().Load(7, 0);
   ExpectGone();
