@@ -16,7 +16,7 @@
 #include "columns/column.h"
 #include "journal_window.h"
 #include "qt/clipboard.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "rival_models.h"
 #include "stockbook/command/gui_session.h"
 
@@ -72,7 +72,7 @@ void FirstFrame(const sheet::GridSheet& journal, const bench::ShownTexts& texts)
   const double grid = Least(5, [&] {
     sheet::GridSheet sheet;
     Prepare(sheet, journal, texts.columns());
-    qt::GridView view(sheet.view());
+    qt::SheetWidget view(sheet.view());
     bench::Show(view);
     std::vector<columns::Column> columns = CopiesOf(journal, texts.columns());
     return SecondsOf([&] {

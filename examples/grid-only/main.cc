@@ -10,7 +10,7 @@
 #include "columns/column_builder.h"
 #include "qt/clipboard.h"
 #include "qt/fonts.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "sheet/grid_sheet.h"
 
 namespace sb = stockbook;
@@ -69,7 +69,7 @@ int main(int count, char** arguments) {
   sheet.SetGridFont(sb::qt::DefaultGridFont());
   sheet.view().SetClipboard(&clipboard);
   Fill(sheet);
-  sb::qt::GridView view(sheet.view());
+  sb::qt::SheetWidget view(sheet.view());
   view.setWindowTitle("Cash book");
   view.resize(780, 480);
   view.show();

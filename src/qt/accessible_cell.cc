@@ -2,7 +2,7 @@
 #include "qt/accessible_cell.h"
 
 #include "qt/accessible_grid.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -10,7 +10,7 @@ namespace stockbook::qt {
 using sheet::NodeState;
 
 bool AccessibleCell::isValid() const {
-  const GridView* view = grid_.view();
+  const SheetWidget* view = grid_.view();
   return view != nullptr && view->sheet().Revision() == place_.revision;
 }
 
@@ -51,7 +51,7 @@ QAccessible::State AccessibleCell::state() const {
 }
 
 void AccessibleCell::AddCellStates(QAccessible::State& state) const {
-  const GridView& view = *grid_.view();
+  const SheetWidget& view = *grid_.view();
   state.readOnly = true;
   state.focusable = true;
   state.selectable = true;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -20,8 +20,8 @@ int Clamped(int64_t count) { return static_cast<int>(std::min<int64_t>(count, st
 
 // A new interface for the toolkit's cache, which owns it.
 QAccessibleInterface* MakeInterface(const QString& class_name, QObject* object) {
-  if (class_name != QLatin1String(GridView::staticMetaObject.className())) return nullptr;
-  auto* view = qobject_cast<GridView*>(object);
+  if (class_name != QLatin1String(SheetWidget::staticMetaObject.className())) return nullptr;
+  auto* view = qobject_cast<SheetWidget*>(object);
   return view == nullptr ? nullptr : new AccessibleGrid(view);
 }
 
@@ -33,7 +33,7 @@ QList<int> ListOf(const sheet::IndexSpan& span) {
 
 }  // namespace
 
-AccessibleGrid::AccessibleGrid(GridView* view) : QAccessibleWidget(view, QAccessible::Table) {}
+AccessibleGrid::AccessibleGrid(SheetWidget* view) : QAccessibleWidget(view, QAccessible::Table) {}
 
 AccessibleGrid::~AccessibleGrid() {
   for (const Known& known : recent_) QAccessible::deleteAccessibleInterface(known.id);
@@ -41,7 +41,7 @@ AccessibleGrid::~AccessibleGrid() {
 
 void AccessibleGrid::Install() { QAccessible::installFactory(&MakeInterface); }
 
-GridView* AccessibleGrid::view() const { return qobject_cast<GridView*>(object()); }
+SheetWidget* AccessibleGrid::view() const { return qobject_cast<SheetWidget*>(object()); }
 
 sheet::TableAccess AccessibleGrid::Table() const { return sheet::TableAccess(view()->view()); }
 

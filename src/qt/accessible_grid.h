@@ -10,22 +10,22 @@
 
 namespace stockbook::qt {
 
-class GridView;
+class SheetWidget;
 
-// A GridView for screen readers: a table of the shown data rows and the shown columns that are not fixed, both counted
-// from 0 (see sheet::TableAccess). Its children are the captions, one for each column, and after them the cells row by
-// row. The toggle action of a node's cells folds its row. Cells are created when asked for, and a few thousand of the
-// most recently used are kept; hold a cell by its id, as everywhere in the toolkit, to use it for longer.
+// A SheetWidget for screen readers: a table of the shown data rows and the shown columns that are not fixed, both
+// counted from 0 (see sheet::TableAccess). Its children are the captions, one for each column, and after them the cells
+// row by row. The toggle action of a node's cells folds its row. Cells are created when asked for, and a few thousand
+// of the most recently used are kept; hold a cell by its id, as everywhere in the toolkit, to use it for longer.
 class AccessibleGrid final : public QAccessibleWidget, public QAccessibleTableInterface {
  public:
-  explicit AccessibleGrid(GridView* view);
+  explicit AccessibleGrid(SheetWidget* view);
   ~AccessibleGrid() override;
 
-  // Makes QAccessible::queryAccessibleInterface return an AccessibleGrid for every GridView. Further calls change
+  // Makes QAccessible::queryAccessibleInterface return an AccessibleGrid for every SheetWidget. Further calls change
   // nothing.
   static void Install();
 
-  GridView* view() const;
+  SheetWidget* view() const;
   // The sheet as a table. Valid only while the view exists.
   sheet::TableAccess Table() const;
   // The cell, or for row -1 the column's caption; nullptr if the sheet has no such cell.

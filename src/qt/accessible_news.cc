@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "qt/accessible_grid.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 
 namespace stockbook::qt {
 namespace {
@@ -12,14 +12,14 @@ namespace {
 using ModelChange = QAccessibleTableModelChangeEvent;
 
 // The cell's child index in the view; -1, which stands for the view itself, if it is not in the table.
-int ChildOf(GridView& view, const sheet::CellPosition& cell) {
+int ChildOf(SheetWidget& view, const sheet::CellPosition& cell) {
   const auto* grid = dynamic_cast<AccessibleGrid*>(QAccessible::queryAccessibleInterface(&view));
   return grid == nullptr || cell.row < 0 ? -1 : grid->ChildIndex(cell.row, cell.column);
 }
 
 }  // namespace
 
-AccessibleNews::AccessibleNews(GridView& view, QAccessible::UpdateHandler hand_over)
+AccessibleNews::AccessibleNews(SheetWidget& view, QAccessible::UpdateHandler hand_over)
     : view_(view), hand_over_(hand_over), active_(QAccessible::isActive()) {
   QAccessible::installActivationObserver(this);
 }

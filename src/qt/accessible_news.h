@@ -8,15 +8,15 @@
 
 namespace stockbook::qt {
 
-class GridView;
+class SheetWidget;
 
-// Reports changes in a GridView to screen readers: of the current cell, the selection, a node opened or closed, rows or
-// columns. It compares with what it reported last, so it may be called at any time; without a screen reader it does
+// Reports changes in a SheetWidget to screen readers: of the current cell, the selection, a node opened or closed, rows
+// or columns. It compares with what it reported last, so it may be called at any time; without a screen reader it does
 // nothing and costs nothing.
 class AccessibleNews : private QAccessible::ActivationObserver {
  public:
   // `hand_over` receives every event.
-  AccessibleNews(GridView& view, QAccessible::UpdateHandler hand_over);
+  AccessibleNews(SheetWidget& view, QAccessible::UpdateHandler hand_over);
   ~AccessibleNews() override;
   AccessibleNews(const AccessibleNews&) = delete;
   AccessibleNews& operator=(const AccessibleNews&) = delete;
@@ -44,7 +44,7 @@ class AccessibleNews : private QAccessible::ActivationObserver {
   void Send(QAccessibleEvent& event, int child);
   void Send(QAccessible::Event type, int child);
 
-  GridView& view_;
+  SheetWidget& view_;
   QAccessible::UpdateHandler hand_over_;
   bool active_;
   Table told_;

@@ -12,18 +12,18 @@ namespace stockbook::qt {
 namespace {
 
 // The view whose events may end with the widget deleted.
-class PinnedView : public GridView {
+class PinnedView : public SheetWidget {
  public:
-  PinnedView(WidgetParts& parts, sheet::View& view, QWidget& parent) : GridView(view, &parent), parts_(parts) {}
+  PinnedView(WidgetParts& parts, sheet::View& view, QWidget& parent) : SheetWidget(view, &parent), parts_(parts) {}
 
  protected:
   bool event(QEvent* event) override {
     const Pin pin(parts_.weak_from_this().lock());
-    return GridView::event(event);
+    return SheetWidget::event(event);
   }
   bool viewportEvent(QEvent* event) override {
     const Pin pin(parts_.weak_from_this().lock());
-    return GridView::viewportEvent(event);
+    return SheetWidget::viewportEvent(event);
   }
 
  private:

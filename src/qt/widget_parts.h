@@ -9,10 +9,10 @@
 #include "platform/control_site.h"
 #include "platform/menu.h"
 #include "qt/clipboard.h"
-#include "qt/grid_view.h"
 #include "qt/header_band.h"
 #include "qt/images.h"
 #include "qt/menu.h"
+#include "qt/sheet_widget.h"
 #include "qt/signal_raiser.h"
 #include "qt/text_metrics.h"
 #include "sheet/grid_sheet.h"
@@ -42,7 +42,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   sheet::GridSheet& fg() { return fg_; }
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
-  GridView& view() { return *view_; }
+  SheetWidget& view() { return *view_; }
   std::optional<platform::Colour>& header_colour() { return header_colour_; }
 
  private:
@@ -68,7 +68,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   SignalRaiser raiser_;
   // Children of the widget, but destroyed earlier, because the view borrows the sheet.
   std::unique_ptr<HeaderBand> header_band_;
-  std::unique_ptr<GridView> view_;
+  std::unique_ptr<SheetWidget> view_;
   control::Stockbook control_;
 };
 

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "pictures/picture_comparison.h"
-#include "qt/grid_view.h"
 #include "qt/images.h"
+#include "qt/sheet_widget.h"
 #include "support/sample_ledger.h"
 #include "support/toolkit.h"
 
@@ -110,7 +110,7 @@ void PictureTest::FillLedger(int periods, int lines) {
 }
 
 QImage PictureTest::Seen(QSize size, double scale, View state) {
-  qt::GridView view(sheet_.view());
+  qt::SheetWidget view(sheet_.view());
   view.setEnabled(state == View::kEnabled);
   view.resize(size);
   view.show();

@@ -9,7 +9,7 @@
 
 #include "qt/accessible_grid.h"
 #include "qt/application.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "qt/stockbook_widget.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
@@ -34,7 +34,7 @@ class AccessibleTable : public WithApplication {
  protected:
   explicit AccessibleTable(QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility) {
     SampleLedger({kPeriods, kLines}).Fill(sheet_);
-    view_ = std::make_unique<GridView>(sheet_.view(), nullptr, tell);
+    view_ = std::make_unique<SheetWidget>(sheet_.view(), nullptr, tell);
     view_->resize(700, 300);
     view_->show();
     view_->activateWindow();
@@ -48,7 +48,7 @@ class AccessibleTable : public WithApplication {
   static std::string Name(const QAccessibleInterface* cell) { return cell->text(QAccessible::Name).toStdString(); }
 
   sheet::GridSheet sheet_;
-  std::unique_ptr<GridView> view_;
+  std::unique_ptr<SheetWidget> view_;
 };
 
 }  // namespace stockbook::qt

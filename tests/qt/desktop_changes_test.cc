@@ -14,8 +14,8 @@
 #include <QWindow>
 
 #include "qt/application.h"
-#include "qt/grid_view.h"
 #include "qt/header_band.h"
+#include "qt/sheet_widget.h"
 #include "qt/stockbook_widget.h"
 #include "support/sample_ledger.h"
 
@@ -42,7 +42,7 @@ class Desktop : public WithApplication {
   }
 
   sheet::GridSheet& sheet() { return widget_.sheet(); }
-  GridView& View() { return *qobject_cast<GridView*>(widget_.viewport()->parentWidget()); }
+  SheetWidget& View() { return *qobject_cast<SheetWidget*>(widget_.viewport()->parentWidget()); }
   HeaderBand& Band() { return *widget_.findChild<HeaderBand*>(); }
   QImage Grid() { return widget_.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
   QImage Whole() { return widget_.grab().toImage().convertToFormat(QImage::Format_RGB32); }

@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "qt/application.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "sheet/grid_sheet.h"
 
 namespace stockbook::qt {
@@ -29,7 +29,7 @@ class Watcher : public platform::GridObserver {
   int row = -1;
   int column = -1;
   QPoint place;
-  const GridView* view = nullptr;
+  const SheetWidget* view = nullptr;
 
  private:
   sheet::GridSheet& sheet_;
@@ -51,7 +51,7 @@ class MenuKey : public WithApplication {
   }
 
   sheet::GridSheet sheet_;
-  GridView view_;
+  SheetWidget view_;
 };
 
 TEST_F(MenuKey, StandsForTheRightButtonOnTheCurrentCell) {

@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "qt/clipboard.h"
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 #include "qt/stockbook_widget.h"
 #include "sheet/grid_sheet.h"
 #include "support/event_recorder.h"
@@ -167,7 +167,7 @@ class Host {
     SampleLedger().Fill(*own_sheet_);
     own_sheet_->SetObserver(&listener_);
     own_sheet_->view().SetClipboard(&clipboard_);
-    own_view_ = std::make_unique<qt::GridView>(own_sheet_->view());
+    own_view_ = std::make_unique<qt::SheetWidget>(own_sheet_->view());
     own_view_->setParent(window_.get());
     Show(*own_view_, *own_view_, *own_sheet_);
   }
@@ -179,10 +179,10 @@ class Host {
     journal_->Load(7, 0);
     journal_->control().AddListener(&journalist_);
     journalist_.lines.clear();
-    Show(*journal_, *journal_->findChild<qt::GridView*>(), journal_->sheet());
+    Show(*journal_, *journal_->findChild<qt::SheetWidget*>(), journal_->sheet());
   }
 
-  void Show(QWidget& widget, qt::GridView& view, sheet::GridSheet& sheet) {
+  void Show(QWidget& widget, qt::SheetWidget& view, sheet::GridSheet& sheet) {
     view_ = &view;
     sheet_ = &sheet;
     layout_->insertWidget(1, &widget);
@@ -267,11 +267,11 @@ class Host {
   Listener listener_;
   qt::QtClipboard clipboard_;
   std::unique_ptr<sheet::GridSheet> own_sheet_;
-  std::unique_ptr<qt::GridView> own_view_;
+  std::unique_ptr<qt::SheetWidget> own_view_;
   EventRecorder journalist_;
   std::unique_ptr<qt::StockbookWidget> journal_;
   sheet::GridSheet* sheet_ = nullptr;  // of the ledger or the journal
-  qt::GridView* view_ = nullptr;
+  qt::SheetWidget* view_ = nullptr;
 };
 
 int Run(int count, char** arguments) {

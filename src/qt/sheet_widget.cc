@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/grid_view.h"
+#include "qt/sheet_widget.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -48,7 +48,7 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
-GridView::GridView(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
+SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
     : QAbstractScrollArea(parent), view_(view), mouse_(view), keyboard_(view), news_(*this, tell) {
   setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
   setVerticalScrollBar(new QuietScrollBar(Qt::Vertical));
@@ -64,26 +64,26 @@ GridView::GridView(sheet::View& view, QWidget* parent, QAccessible::UpdateHandle
   FitView();
 }
 
-GridView::~GridView() { view_.SetViewer(nullptr); }
+SheetWidget::~SheetWidget() { view_.SetViewer(nullptr); }
 
-void GridView::Damaged(const sheet::Rect& area) {
+void SheetWidget::Damaged(const sheet::Rect& area) {
   viewport()->update(ToLogical(area));
   news_.Tell();
 }
 
-QRect GridView::ToScreen(const sheet::Rect& rect) const {
+QRect SheetWidget::ToScreen(const sheet::Rect& rect) const {
   const QRect area = ToLogical(rect);
   return {viewport()->mapToGlobal(area.topLeft()), area.size()};
 }
 
-std::optional<sheet::Point> GridView::FromScreen(QPoint point) const {
+std::optional<sheet::Point> SheetWidget::FromScreen(QPoint point) const {
   const QPoint at = viewport()->mapFromGlobal(point);
   if (!viewport()->rect().contains(at)) return std::nullopt;
   const QPointF pixel = QPointF(at) * view_.scale();
   return sheet::Point{static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
 }
 
-QRect GridView::ToLogical(const sheet::Rect& rect) const {
+QRect SheetWidget::ToLogical(const sheet::Rect& rect) const {
   const double scale = view_.scale();
   const int left = static_cast<int>(std::floor(rect.x / scale));
   const int top = static_cast<int>(std::floor(rect.y / scale));
@@ -91,19 +91,19 @@ QRect GridView::ToLogical(const sheet::Rect& rect) const {
           static_cast<int>(std::ceil(rect.bottom() / scale)) - top};
 }
 
-sheet::Size GridView::SizeAt(double scale) const {
+sheet::Size SheetWidget::SizeAt(double scale) const {
   const QSizeF size = QSizeF(viewport()->size()) * scale;
   return {std::max(1, static_cast<int>(std::ceil(size.width()))),
           std::max(1, static_cast<int>(std::ceil(size.height())))};
 }
 
-void GridView::FitView() {
+void SheetWidget::FitView() {
   const double scale = Scale();
   const sheet::Size size = SizeAt(scale);
   if (size != view_.size() || scale != view_.scale()) view_.SetSize(size, scale);
 }
 
-bool GridView::viewportEvent(QEvent* event) {
+bool SheetWidget::viewportEvent(QEvent* event) {
   // The window may have moved to another screen.
   if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::Show) FitView();
   if (event->type() == QEvent::ToolTip) {
@@ -113,25 +113,25 @@ bool GridView::viewportEvent(QEvent* event) {
   return QAbstractScrollArea::viewportEvent(event);
 }
 
-void GridView::ShowTip(const QHelpEvent& event) {
+void SheetWidget::ShowTip(const QHelpEvent& event) {
   const QPointF at = QPointF(event.pos()) * view_.scale();
   const sheet::CellTip tip = sheet::CellTip::At(view_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
   // An empty text hides the last tooltip.
   QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
 }
 
-int GridView::TextWidth(const platform::Font& font, std::string_view line) {
+int SheetWidget::TextWidth(const platform::Font& font, std::string_view line) {
   return fonts_.Find(font, view_.scale()).Width(line);
 }
 
-int GridView::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_.scale()).line_height(); }
+int SheetWidget::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_.scale()).line_height(); }
 
-void GridView::resizeEvent(QResizeEvent* event) {
+void SheetWidget::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
   FitView();
 }
 
-void GridView::changeEvent(QEvent* event) {
+void SheetWidget::changeEvent(QEvent* event) {
   QAbstractScrollArea::changeEvent(event);
   if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange &&
       event->type() != QEvent::EnabledChange)
@@ -141,13 +141,13 @@ void GridView::changeEvent(QEvent* event) {
   viewport()->update();
 }
 
-void GridView::LetGo() {
+void SheetWidget::LetGo() {
   mouse_.Cancel();
   auto_scroll_.stop();
   wheel_rest_ = QPointF();
 }
 
-void GridView::paintEvent(QPaintEvent* event) {
+void SheetWidget::paintEvent(QPaintEvent* event) {
   // While redraw is off, the opaque window keeps the last frame.
   if (!sheet().Redraw()) return;
   QPainter painter(viewport());
@@ -164,7 +164,7 @@ void GridView::paintEvent(QPaintEvent* event) {
         this, [this] { FitView(); }, Qt::QueuedConnection);
 }
 
-void GridView::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view) {
+void SheetWidget::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view) {
   const double scale = view.scale();
   QtCanvas canvas(painter, fonts_, scale);
   if (!isEnabled()) canvas.DimToward(sheet().ColourOf(platform::GridColour::kBackColor));
@@ -178,13 +178,13 @@ void GridView::PaintView(QPainter& painter, const QRegion& region, const sheet::
   }
 }
 
-void GridView::ScrollChanged() {
+void SheetWidget::ScrollChanged() {
   if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is no longer under the mouse
   if (sheet().Redraw()) MovePixels();
   UpdateBars();
 }
 
-void GridView::UpdateBars() {
+void SheetWidget::UpdateBars() {
   const sheet::Geometry geometry = view_.geometry();
   const sheet::ScrollPosition most = geometry.max_scroll();
   const sheet::ScrollPosition at = geometry.scroll();
@@ -205,14 +205,14 @@ void GridView::UpdateBars() {
   updating_bars_ = nested;
 }
 
-void GridView::scrollContentsBy(int /*dx*/, int /*dy*/) {
+void SheetWidget::scrollContentsBy(int /*dx*/, int /*dy*/) {
   if (updating_bars_) return;
   view_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
 }
 
 // Moves the pixels that remain visible and damages what comes into view. When scrolling in both directions, each
 // direction moves in turn. The sheet's frame at the far edges of the view is repainted with the parts that come in.
-void GridView::MovePixels() {
+void SheetWidget::MovePixels() {
   const sheet::Geometry geometry = view_.geometry();
   const sheet::ScrollPosition now = geometry.scroll();
   const sheet::ScrollPosition before = std::exchange(shown_, now);
@@ -240,7 +240,7 @@ void GridView::MovePixels() {
   shown_columns_ = geometry.ColumnsWithin(0, view.width);
 }
 
-void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
+void SheetWidget::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
   if (part.IsEmpty()) return;
   const double scale = view_.scale();
   const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
@@ -254,7 +254,7 @@ void GridView::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
                      ToLogical(part));
 }
 
-void GridView::CursorChanged(sheet::Cursor cursor) {
+void SheetWidget::CursorChanged(sheet::Cursor cursor) {
   switch (cursor) {
     case sheet::Cursor::kDefault:
       viewport()->unsetCursor();
@@ -271,29 +271,29 @@ void GridView::CursorChanged(sheet::Cursor cursor) {
   }
 }
 
-void GridView::keyPressEvent(QKeyEvent* event) {
+void SheetWidget::keyPressEvent(QKeyEvent* event) {
   // The key that ends a drag must not also close a dialog around the grid.
   if (event->key() == Qt::Key_Escape && mouse_.Cancel()) return;
   if (!keyboard_.Press(ToSheet(*event))) event->ignore();
 }
 
-void GridView::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, view_.scale())); }
+void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, view_.scale())); }
 
-void GridView::mouseMoveEvent(QMouseEvent* event) {
+void SheetWidget::mouseMoveEvent(QMouseEvent* event) {
   mouse_.Move(ToSheet(*event, view_.scale()));
   KeepAutoScrolling();
 }
 
-void GridView::mouseReleaseEvent(QMouseEvent* event) {
+void SheetWidget::mouseReleaseEvent(QMouseEvent* event) {
   mouse_.Release(ToSheet(*event, view_.scale()));
   KeepAutoScrolling();
 }
 
-void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, view_.scale())); }
+void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, view_.scale())); }
 
 // The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
 // with Ctrl for the caption of its column.
-void GridView::contextMenuEvent(QContextMenuEvent* event) {
+void SheetWidget::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard) {
     event->setAccepted(view_.IsObserved());
     return;
@@ -304,7 +304,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
   menu_by_key_ = nested;
 }
 
-QPoint GridView::MenuPlace() const {
+QPoint SheetWidget::MenuPlace() const {
   const auto [row, column] = view_.mouse_cell();
   if (!menu_by_key_ || row < 0 || column < 0) return QCursor::pos();
   const sheet::Geometry geometry = view_.geometry();
@@ -312,7 +312,7 @@ QPoint GridView::MenuPlace() const {
   return {cell.left(), cell.bottom() + 1};
 }
 
-void GridView::KeepAutoScrolling() {
+void SheetWidget::KeepAutoScrolling() {
   if (!mouse_.WantsAutoScroll()) {
     auto_scroll_.stop();
   } else if (!auto_scroll_.isActive()) {
@@ -320,7 +320,7 @@ void GridView::KeepAutoScrolling() {
   }
 }
 
-void GridView::timerEvent(QTimerEvent* event) {
+void SheetWidget::timerEvent(QTimerEvent* event) {
   if (event->timerId() != auto_scroll_.timerId()) {
     QAbstractScrollArea::timerEvent(event);
     return;
@@ -329,26 +329,26 @@ void GridView::timerEvent(QTimerEvent* event) {
   KeepAutoScrolling();
 }
 
-void GridView::focusInEvent(QFocusEvent* event) {
+void SheetWidget::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   view_.SetFocused(true);
   news_.TellFocus();
 }
 
-void GridView::focusOutEvent(QFocusEvent* event) {
+void SheetWidget::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
   // The focus comes back when the menu closes.
   if (event->reason() != Qt::PopupFocusReason) view_.SetFocused(false);
 }
 
-void GridView::hideEvent(QHideEvent* event) {
+void SheetWidget::hideEvent(QHideEvent* event) {
   LetGo();
   QAbstractScrollArea::hideEvent(event);
 }
 
 // A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
 // fractions are kept for slow turning.
-void GridView::wheelEvent(QWheelEvent* event) {
+void SheetWidget::wheelEvent(QWheelEvent* event) {
   const double scale = view_.scale();
   QPointF turned;
   if (!event->pixelDelta().isNull()) {

@@ -20,14 +20,14 @@ namespace stockbook::qt {
 
 // Shows a sheet: repaints its damaged parts, moves pixels when it scrolls, maintains the scroll bars and forwards keys,
 // mouse and wheel. While the sheet's redraw is off, the last frame stays. The sheet outlives the view.
-class GridView : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
+class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
   Q_OBJECT
 
  public:
   // Events for screen readers go to the toolkit unless another receiver is set.
-  explicit GridView(sheet::View& view, QWidget* parent = nullptr,
-                    QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
-  ~GridView() override;
+  explicit SheetWidget(sheet::View& view, QWidget* parent = nullptr,
+                       QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
+  ~SheetWidget() override;
 
   sheet::View& view() const { return view_; }
   sheet::Sheet& sheet() const { return view_.sheet(); }
