@@ -145,6 +145,7 @@ TEST_F(BareJournal, KeepsWhatTheStatementDeliveredUntilItIsEmptied) {
 
 TEST_F(BareJournal, InsertsATotalAfterTheLastRecordOfAPeriod) {
   Lay(kTwoPeriods);
+  grid_.SetColDataType(grid_.ColIndex("RevAcc"), platform::DataType::kCurrency);
   grid_.SetColFormat(grid_.ColIndex("RevAcc"), "0.00");
   const std::vector<PeriodTotals> periods = ComputeRunningValues(kOpening, base::MaterialJournal, grid_);
   for (const PeriodTotals& period : periods) InsertTotalRow(period, 540, grid_);
