@@ -6,11 +6,9 @@
 #include "interaction/journal_caption.h"
 #include "journal/blank_cells.h"
 #include "journal/journal_rows.h"
-#include "journal/opening_row.h"
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
 #include "journal/running_values.h"
-#include "journal/total_row.h"
 #include "platform/grid_guards.h"
 
 namespace stockbook::control {
