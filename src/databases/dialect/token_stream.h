@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "databases/dialect/token.h"
+#include "databases/dialect/lexer.h"
 
 namespace stockbook::databases {
 

@@ -2,8 +2,6 @@
 #include "databases/sqlite/embedded_connection.h"
 
 #include <new>
-#include <optional>
-#include <vector>
 
 #include "base/money.h"
 #include "base/text.h"
@@ -11,7 +9,7 @@
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
-#include "databases/sqlite/statement_executor.h"
+#include "databases/sqlite/value_feed.h"
 
 namespace stockbook::databases {
 namespace {
@@ -27,6 +25,21 @@ std::string FileOf(std::string_view connection_string) {
   const auto file = settings.Find("Data Source");
   if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
   return *file;
+}
+
+// Runs a translated statement as a whole: SQLite finds, joins, sorts and removes duplicates. Right for every statement.
+std::vector<platform::Field> ExecuteStatement(const Database& database, const TranslatedQuery& query) {
+  Statement statement(database, query.sql);
+  std::vector<ColumnSink> sinks(query.columns.size());
+  std::vector<ValueFeed> feeds;
+  for (size_t index = 0; index < sinks.size(); ++index) {
+    feeds.emplace_back(ResultFormOf(query.columns[index].cls)).AddTarget(sinks[index], ValueFeed::Sign::kKept);
+  }
+  StepInto(statement, feeds);
+  std::vector<platform::Field> fields;
+  for (size_t index = 0; index < sinks.size(); ++index)
+    fields.push_back({query.columns[index].name, sinks[index].builder.Finish()});
+  return fields;
 }
 
 }  // namespace

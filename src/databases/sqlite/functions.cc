@@ -2,12 +2,14 @@
 #include "databases/sqlite/functions.h"
 
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <exception>
 #include <memory>
 #include <new>
 #include <vector>
 
-#include "databases/dialect/aggregates.h"
+#include "base/wide_integer.h"
 #include "databases/dialect/conversions.h"
 #include "databases/dialect/date_functions.h"
 #include "databases/dialect/number_functions.h"
@@ -19,6 +21,68 @@ namespace stockbook::databases {
 namespace {
 
 using base::Value;
+
+[[noreturn]] void ThrowSumOverflow() { throw base::ArithmeticError("合计超出范围：结果太大，请检查数据。"); }
+
+// The running state of Sum and Avg over money or over plain values. Plain data, all zero at the start, because SQLite
+// allocates it. Money and whole numbers add up exactly, doubles with compensation for rounding errors. Values that are
+// no numbers are left out. Results out of range throw base::ArithmeticError; nothing added gives null.
+struct SumState {
+  base::WideInteger whole = 0;  // money units, or whole numbers
+  double real = 0;
+  double real_error = 0;
+  int64_t count = 0;
+  int64_t real_count = 0;
+  bool money = false;
+
+  void AddMoney(base::Money amount);
+  void Add(const Value& value);
+  Value Sum() const;
+  Value Average() const;
+};
+
+void SumState::AddMoney(base::Money amount) {
+  money = true;
+  whole += amount.units();
+  ++count;
+}
+
+void SumState::Add(const Value& value) {
+  if (const auto* number = value.As<int64_t>()) {
+    whole += *number;
+    ++count;
+    return;
+  }
+  const auto number = value.Number();
+  if (!number) return;
+  const double sum = real + *number;
+  real_error += std::fabs(real) >= std::fabs(*number) ? (real - sum) + *number : (*number - sum) + real;
+  real = sum;
+  ++count;
+  ++real_count;
+}
+
+Value SumState::Sum() const {
+  if (count == 0) return {};
+  if (money) return Value(base::MoneyOfUnits(whole));
+  if (real_count == 0) {
+    if (whole > INT64_MAX || whole < INT64_MIN) ThrowSumOverflow();
+    return Value(static_cast<int64_t>(whole));
+  }
+  const double sum = real + real_error + static_cast<double>(whole);
+  if (!std::isfinite(sum)) ThrowSumOverflow();
+  return Value(sum);
+}
+
+Value SumState::Average() const {
+  if (count == 0) return {};
+  if (!money) {
+    const double average = (real + real_error + static_cast<double>(whole)) / static_cast<double>(count);
+    if (!std::isfinite(average)) ThrowSumOverflow();
+    return Value(average);
+  }
+  return Value(base::MoneyOfUnits(base::DivideHalfToEven(whole, count)));
+}
 
 // No exception may pass through SQLite; it becomes the statement's error.
 template <typename Work>
