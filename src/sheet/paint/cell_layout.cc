@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "sheet/paint/cell_layout.h"
 
-#include <algorithm>
-
 namespace stockbook::sheet {
 namespace {
 
-using platform::Alignment;
 using platform::PictureAlignment;
 
 constexpr std::string_view kHashes = "########################################################################";
