@@ -4,43 +4,84 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <stdexcept>
+#include <utility>
+#include <vector>
 
+#include "base/date.h"
+#include "base/money.h"
 #include "base/number.h"
 #include "platform/error.h"
-#include "stockbook/inventory/inventory_insert.h"
+#include "stockbook/inventory/inventory_quantity.h"
 
 namespace stockbook::app {
+
+// A prepared INSERT into one table. Texts are borrowed for the call. It never outlives its database.
+class InsertCursor {
+ public:
+  InsertCursor(sqlite3* database, const InventoryTable& table, const std::string& file)
+      : database_(database), table_(table), file_(file), copies_(table.columns.size()) {
+    const std::string sql = InsertStatement(table);
+    Check(sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                             &statement_, nullptr));
+  }
+  ~InsertCursor() { sqlite3_finalize(statement_); }
+  InsertCursor(const InsertCursor&) = delete;
+  InsertCursor& operator=(const InsertCursor&) = delete;
+
+  // One value per column, in the table's order. Empty texts and zero dates become null.
+  template <typename... Values>
+  void Row(const Values&... values) {
+    if (sizeof...(values) != table_.columns.size())
+      throw std::logic_error("A row of " + std::string(table_.name) + " has another number of values.");
+    int index = 0;
+    (Bind(++index, values), ...);
+    const int code = sqlite3_step(statement_);
+    Check(code == SQLITE_DONE ? SQLITE_OK : code);
+    Check(sqlite3_reset(statement_));
+  }
+
+ private:
+  void Bind(int index, int64_t number) { Check(sqlite3_bind_int64(statement_, index, number)); }
+  void Bind(int index, int number) { Bind(index, int64_t{number}); }
+  void Bind(int index, double number) { Check(sqlite3_bind_double(statement_, index, number)); }
+  void Bind(int index, Quantity quantity) { Bind(index, quantity.ToDouble()); }
+  void Bind(int index, base::Money money) { BindCopy(index, money.Text()); }
+  void Bind(int index, base::Date date) { BindCopy(index, date.IsZero() ? std::string() : date.Text()); }
+  void Bind(int index, std::string_view text) {
+    Check(text.empty() ? sqlite3_bind_null(statement_, index)
+                       : sqlite3_bind_text64(statement_, index, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
+  }
+  // Keeps the text until the row is written.
+  void BindCopy(int index, std::string text) {
+    std::string& kept = copies_[static_cast<size_t>(index - 1)];
+    kept = std::move(text);
+    Bind(index, std::string_view(kept));
+  }
+  void Check(int code) const {
+    if (code == SQLITE_OK) return;
+    throw platform::Error(
+        "write an inventory",
+        "Cannot write '" + file_ + "', table " + std::string(table_.name) + ": " + sqlite3_errmsg(database_) + ".",
+        code);
+  }
+
+  sqlite3* database_;
+  const InventoryTable& table_;
+  std::string file_;
+  std::vector<std::string> copies_;  // of the columns' texts that were made for the row
+  sqlite3_stmt* statement_ = nullptr;
+};
+
 namespace {
 
 double PriceOf(const StockSums& stock) { return base::SafeDivide(stock.amount.ToDouble(), stock.quantity.ToDouble()); }
 
-TableName BalanceTable(BalanceOwner owner) {
-  switch (owner) {
-    case BalanceOwner::Suppliers:
-      return TableName::SupplierBalances;
-    case BalanceOwner::Customers:
-      return TableName::CustomerBalances;
-    case BalanceOwner::Projects:
-      return TableName::ProjectBalances;
-    case BalanceOwner::Depots:
-      break;
-  }
-  return TableName::DepotBalances;
-}
-
-TableName ClassTable(ClassTree tree) {
-  switch (tree) {
-    case ClassTree::Suppliers:
-      return TableName::SupplierClasses;
-    case ClassTree::Customers:
-      return TableName::CustomerClasses;
-    case ClassTree::Projects:
-      return TableName::ProjectClasses;
-    case ClassTree::Products:
-      break;
-  }
-  return TableName::ProductClasses;
-}
+// By BalanceOwner, and by ClassTree.
+constexpr TableName kBalanceTables[] = {TableName::DepotBalances, TableName::SupplierBalances,
+                                        TableName::CustomerBalances, TableName::ProjectBalances};
+constexpr TableName kClassTables[] = {TableName::ProductClasses, TableName::SupplierClasses, TableName::CustomerClasses,
+                                      TableName::ProjectClasses};
 
 }  // namespace
 
@@ -120,7 +161,7 @@ void InventoryWriter::AddProduct(const ProductRecord& product) {
 }
 
 void InventoryWriter::AddClass(ClassTree tree, std::string_view code, std::string_view name) {
-  Into(ClassTable(tree)).Row(code, name);
+  Into(kClassTables[static_cast<size_t>(tree)]).Row(code, name);
 }
 
 void InventoryWriter::AddPeriod(int month) {
@@ -132,7 +173,7 @@ void InventoryWriter::AddBalance(BalanceOwner owner, const BalanceRecord& row) {
   const std::string text = PeriodText(row.month);
   const std::string_view period = text;
   const StockSums& last = row.carried_forward;
-  InsertCursor& table = Into(BalanceTable(owner));
+  InsertCursor& table = Into(kBalanceTables[static_cast<size_t>(owner)]);
   if (owner == BalanceOwner::Depots) {
     table.Row(row.id, row.owner_id, row.product_id, period, row.month / 12, row.month % 12 + 1, PriceOf(last),
               last.quantity, last.quantity2, last.amount, row.received.quantity, row.received.quantity2,

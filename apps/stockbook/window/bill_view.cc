@@ -8,6 +8,7 @@
 #include "base/column_keys.h"
 #include "base/text.h"
 #include "grid/row_runs.h"
+#include "sheet/format/cell_format.h"
 
 namespace stockbook::app {
 namespace {
@@ -58,11 +59,7 @@ std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, 
   return rows;
 }
 
-bool IsNumber(const platform::Grid& grid, int column) {
-  const platform::DataType type = grid.ColDataType(column);
-  return type == platform::DataType::kLong || type == platform::DataType::kDouble ||
-         type == platform::DataType::kCurrency;
-}
+bool IsNumber(const platform::Grid& grid, int column) { return sheet::IsNumberType(grid.ColDataType(column)); }
 
 bool TellsSomething(const platform::Grid& grid, const std::vector<int>& rows, int column) {
   return std::any_of(rows.begin(), rows.end(), [&](int row) {
