@@ -12,28 +12,11 @@ namespace {
 constexpr std::string_view kHalfDay = "am/pm";
 
 DateField FieldOf(char sign, DateLetters letters) {
-  switch (sign) {
-    case 'y':
-    case 'Y':
-      return DateField::kYear;
-    case 'm':
-    case 'M':
-      return DateField::kMonth;
-    case 'd':
-    case 'D':
-      return DateField::kDay;
-    case 'h':
-    case 'H':
-      return DateField::kHour;
-    case 'n':
-    case 'N':
-      return letters == DateLetters::kDesktop ? DateField::kMinute : DateField::kText;
-    case 's':
-    case 'S':
-      return DateField::kSecond;
-    default:
-      return DateField::kText;
-  }
+  constexpr std::string_view kLetters = "ymdhns";  // of the fields from kYear on
+  const char letter = sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign - 'A' + 'a') : sign;
+  const size_t at = kLetters.find(letter);
+  if (at == std::string_view::npos || (letter == 'n' && letters != DateLetters::kDesktop)) return DateField::kText;
+  return static_cast<DateField>(static_cast<size_t>(DateField::kYear) + at);
 }
 
 bool IsHalfDay(const std::vector<PatternPiece>& pieces, size_t at) {
@@ -78,29 +61,14 @@ std::vector<DatePiece> DatePieces(const std::vector<PatternPiece>& pieces, DateL
 }
 
 void AppendDigits(const DatePiece& piece, const DateParts& date, std::string& out) {
-  const auto width = static_cast<size_t>(std::min(piece.width, 2));
-  switch (piece.field) {
-    case DateField::kYear:
-      out += piece.width > 2 ? ZeroPadded(date.year, 4) : ZeroPadded(date.year % 100, 2);
-      break;
-    case DateField::kMonth:
-      out += ZeroPadded(date.month, width);
-      break;
-    case DateField::kDay:
-      out += ZeroPadded(date.day, width);
-      break;
-    case DateField::kHour:
-      out += ZeroPadded(date.hour, width);
-      break;
-    case DateField::kMinute:
-      out += ZeroPadded(date.minute, width);
-      break;
-    case DateField::kSecond:
-      out += ZeroPadded(date.second, width);
-      break;
-    case DateField::kText:
-    case DateField::kHalfDay:
-      break;
+  constexpr int DateParts::*kParts[] = {&DateParts::month, &DateParts::day, &DateParts::hour, &DateParts::minute,
+                                        &DateParts::second};  // of the fields from kMonth on
+  if (piece.field == DateField::kText || piece.field == DateField::kHalfDay) return;
+  if (piece.field == DateField::kYear) {
+    out += piece.width > 2 ? ZeroPadded(date.year, 4) : ZeroPadded(date.year % 100, 2);
+  } else {
+    const auto part = static_cast<size_t>(piece.field) - static_cast<size_t>(DateField::kMonth);
+    out += ZeroPadded(date.*kParts[part], static_cast<size_t>(std::min(piece.width, 2)));
   }
 }
 
