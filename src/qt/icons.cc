@@ -13,23 +13,11 @@ struct BillColours {
   QRgb sheet;
 };
 
-BillColours ColoursOf(BillIcon kind) {
-  switch (kind) {
-    case BillIcon::kReceipt:
-      return {0xFF2E8B57, 0xFFE6F5EB};
-    case BillIcon::kPurchase:
-      return {0xFF1F6FB5, 0xFFE4F0FA};
-    case BillIcon::kIssue:
-      return {0xFFD2691E, 0xFFFDF0E3};
-    case BillIcon::kSale:
-      return {0xFFBE3455, 0xFFFBE8EC};
-    case BillIcon::kTransfer:
-      return {0xFF7A4FB0, 0xFFF1EAF9};
-    case BillIcon::kOther:
-      break;
-  }
-  return {0xFF6B7680, 0xFFF2F4F6};
-}
+// By BillIcon.
+constexpr BillColours kBillColours[] = {
+    {0xFF2E8B57, 0xFFE6F5EB}, {0xFF1F6FB5, 0xFFE4F0FA}, {0xFFD2691E, 0xFFFDF0E3},
+    {0xFFBE3455, 0xFFFBE8EC}, {0xFF7A4FB0, 0xFFF1EAF9}, {0xFF6B7680, 0xFFF2F4F6},
+};
 
 void Fill(QPainter& painter, QRgb colour, const QPainterPath& path) { painter.fillPath(path, QColor(colour)); }
 
@@ -166,30 +154,16 @@ void DrawBook(QPainter& painter) {
 }  // namespace
 
 void DrawBill(QPainter& painter, BillIcon kind, Audit audit) {
-  const BillColours colours = ColoursOf(kind);
+  const BillColours& colours = kBillColours[static_cast<size_t>(kind)];
   DrawSheet(painter, colours, kind);
   DrawArrow(painter, kind, colours.line);
   if (audit == Audit::kAudited) DrawStamp(painter);
 }
 
 void DrawSubject(QPainter& painter, SubjectIcon subject) {
-  switch (subject) {
-    case SubjectIcon::kProduct:
-      DrawBox(painter);
-      break;
-    case SubjectIcon::kDepot:
-      DrawDepot(painter);
-      break;
-    case SubjectIcon::kSupplier:
-      DrawTruck(painter);
-      break;
-    case SubjectIcon::kCustomer:
-      DrawPerson(painter);
-      break;
-    case SubjectIcon::kProject:
-      DrawPlan(painter);
-      break;
-  }
+  using Draw = void (*)(QPainter&);
+  static constexpr Draw kDrawings[] = {DrawBox, DrawDepot, DrawTruck, DrawPerson, DrawPlan};  // by SubjectIcon
+  kDrawings[static_cast<size_t>(subject)](painter);
 }
 
 void DrawStockBook(QPainter& painter) { DrawBook(painter); }

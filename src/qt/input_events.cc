@@ -2,6 +2,7 @@
 #include "qt/input_events.h"
 
 #include <cmath>
+#include <utility>
 
 namespace stockbook::qt {
 namespace {
@@ -15,43 +16,22 @@ sheet::Modifiers ModifiersOf(Qt::KeyboardModifiers modifiers) {
 }
 
 sheet::Key KeyOf(int key) {
-  switch (key) {
-    case Qt::Key_Up:
-      return sheet::Key::kUp;
-    case Qt::Key_Down:
-      return sheet::Key::kDown;
-    case Qt::Key_Left:
-      return sheet::Key::kLeft;
-    case Qt::Key_Right:
-      return sheet::Key::kRight;
-    case Qt::Key_Home:
-      return sheet::Key::kHome;
-    case Qt::Key_End:
-      return sheet::Key::kEnd;
-    case Qt::Key_PageUp:
-      return sheet::Key::kPageUp;
-    case Qt::Key_PageDown:
-      return sheet::Key::kPageDown;
-    case Qt::Key_Plus:
-      return sheet::Key::kPlus;
-    case Qt::Key_Minus:
-      return sheet::Key::kMinus;
-    case Qt::Key_A:
-      return sheet::Key::kA;
-    case Qt::Key_C:
-      return sheet::Key::kC;
-    case Qt::Key_Insert:
-      return sheet::Key::kInsert;
-    case Qt::Key_Space:
-      return sheet::Key::kSpace;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return sheet::Key::kEnter;
-    case Qt::Key_Escape:
-      return sheet::Key::kEscape;
-    default:
-      return sheet::Key::kOther;
+  using sheet::Key;
+  static constexpr std::pair<int, Key> kKeys[] = {
+      {Qt::Key_Up, Key::kUp},         {Qt::Key_Down, Key::kDown},
+      {Qt::Key_Left, Key::kLeft},     {Qt::Key_Right, Key::kRight},
+      {Qt::Key_Home, Key::kHome},     {Qt::Key_End, Key::kEnd},
+      {Qt::Key_PageUp, Key::kPageUp}, {Qt::Key_PageDown, Key::kPageDown},
+      {Qt::Key_Plus, Key::kPlus},     {Qt::Key_Minus, Key::kMinus},
+      {Qt::Key_A, Key::kA},           {Qt::Key_C, Key::kC},
+      {Qt::Key_Insert, Key::kInsert}, {Qt::Key_Space, Key::kSpace},
+      {Qt::Key_Return, Key::kEnter},  {Qt::Key_Enter, Key::kEnter},
+      {Qt::Key_Escape, Key::kEscape},
+  };
+  for (const auto& [code, named] : kKeys) {
+    if (code == key) return named;
   }
+  return Key::kOther;
 }
 
 sheet::MouseButton ButtonOf(Qt::MouseButton button) {
