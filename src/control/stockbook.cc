@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
-#include <utility>
-#include <vector>
 
 #include "base/column_keys.h"
 #include "base/number.h"

@@ -5,7 +5,6 @@
 #include <QPaintEngine>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "qt/colour.h"
 #include "qt/picture.h"

@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <string>
 #include <utility>
 
 #include "qt/text.h"

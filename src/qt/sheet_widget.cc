@@ -15,7 +15,6 @@
 #include <utility>
 
 #include "qt/accessible_grid.h"
-#include "qt/colour.h"
 #include "qt/fonts.h"
 #include "qt/input_events.h"
 #include "qt/scroll_bar.h"

@@ -4,7 +4,6 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/grid.h"
 #include "stockbook/window/journal_desk.h"

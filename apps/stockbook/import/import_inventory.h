@@ -5,7 +5,6 @@
 #include <set>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 #include "stockbook/import/import_movement.h"
 #include "stockbook/inventory/inventory_writer.h"

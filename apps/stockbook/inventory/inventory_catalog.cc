@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/inventory/inventory_catalog.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "platform/recordset.h"

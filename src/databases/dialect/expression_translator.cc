@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "base/number.h"
-#include "base/text.h"
 #include "databases/dialect/call_translator.h"
 #include "databases/dialect/refusal.h"
 #include "databases/dialect/sql_composer.h"

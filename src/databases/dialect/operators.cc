@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "databases/dialect/operators.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 
 #include "base/decimal_text.h"
 #include "base/number.h"
-#include "base/text.h"
 #include "base/wide_integer.h"
 #include "databases/dialect/like_pattern.h"
 

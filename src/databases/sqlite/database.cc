@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/sqlite/database.h"
 
-#include <array>
 #include <filesystem>
 
 namespace stockbook::databases {

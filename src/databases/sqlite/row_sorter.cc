@@ -6,7 +6,6 @@
 #include <bit>
 #include <cstring>
 #include <numeric>
-#include <utility>
 
 namespace stockbook::databases {
 namespace {

@@ -7,7 +7,6 @@
 #include <exception>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/text.h"

@@ -2,7 +2,6 @@
 #include "sheet/paint/tree_painter.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace stockbook::sheet {
 namespace {

@@ -3,9 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <span>
-#include <utility>
 
 #include "platform/error.h"
 
