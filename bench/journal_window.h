@@ -15,6 +15,7 @@
 #include "child_process.h"
 #include "qt/fonts.h"
 #include "qt/stockbook_widget.h"
+#include "sheet/geometry/scale.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/journal_desk.h"
@@ -59,11 +60,11 @@ inline void Match(QTableView& table, const sheet::GridSheet& sheet, const std::v
   table.setFont(qt::ToQFont(sheet.GridFont(), 1.0));
   table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table.verticalHeader()->setDefaultSectionSize(
-      static_cast<int>(sheet.RowHeight(sheet.Rows() - 2) / qt::kTwipsPerPixel));
+      static_cast<int>(sheet.RowHeight(sheet.Rows() - 2) / sheet::kTwipsPerPixel));
   table.verticalHeader()->hide();
   if (table.model() == nullptr) return;
   for (size_t at = 0; at < columns.size(); ++at) {
-    table.setColumnWidth(static_cast<int>(at), static_cast<int>(sheet.ColWidth(columns[at]) / qt::kTwipsPerPixel));
+    table.setColumnWidth(static_cast<int>(at), static_cast<int>(sheet.ColWidth(columns[at]) / sheet::kTwipsPerPixel));
   }
 }
 

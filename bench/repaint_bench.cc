@@ -38,7 +38,7 @@ class Windows {
   QTableView& table() { return *table_; }
   const bench::ShownTexts& texts() const { return texts_; }
   QAbstractItemModel& model() { return model_; }
-  int RowPixels() const { return static_cast<int>(grid_->control().RowHeight() / qt::kTwipsPerPixel); }
+  int RowPixels() const { return static_cast<int>(grid_->control().RowHeight() / sheet::kTwipsPerPixel); }
 
  private:
   app::GuiSession session_;
@@ -118,7 +118,7 @@ void ScrollByThreeRows(benchmark::State& state, Windows& windows) {
 
   Race race(state);
   race.Add("grid", [&] {
-    windows.grid().view().ScrollBy(0, pixels);
+    windows.grid().sheet().view().ScrollBy(0, pixels);
     QApplication::processEvents();
   });
   race.Add("table_view", [&] { ScrollBy(windows.table(), 3); });
