@@ -103,9 +103,13 @@ TEST_F(CopyRules, AFailureLeavesTheClipboardEmptyAndThePointerAsUsual) {
   EXPECT_THROW(sheet_.CopySelection(refusing), platform::Error);
   EXPECT_EQ(refusing.text, "");
   EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kDefault);
-  refusing.text = "before";
-  refusing.on_clear = [] { throw platform::Error("clipboard", "occupied"); };
-  EXPECT_THROW(sheet_.CopySelection(refusing), platform::Error);
+  class Occupied : public testing::FakeClipboard {
+   public:
+    void Clear() override { throw platform::Error("clipboard", "occupied"); }
+  } occupied;
+  occupied.text = "before";
+  EXPECT_THROW(sheet_.CopySelection(occupied), platform::Error);
+  EXPECT_EQ(occupied.text, "before");
   EXPECT_EQ(sheet_.Pointer(), platform::MousePointer::kDefault);
 }
 
