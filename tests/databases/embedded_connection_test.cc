@@ -7,20 +7,16 @@
 #include <fstream>
 
 #include "databases/database_file.h"
-#include "databases/dialect/translation.h"
 #include "databases/journal_statements.h"
-#include "databases/sqlite/catalog.h"
 #include "platform/error.h"
 
 namespace stockbook::testing {
 namespace {
 
-using databases::Catalog;
 using databases::Database;
 using databases::Dialect;
 using databases::EmbeddedConnection;
 using databases::OpenEmbedded;
-using databases::TranslateStatement;
 
 std::string OpenError(const std::string& connection_string) {
   try {
@@ -152,35 +148,6 @@ TEST(EmbeddedConnection, ReadsViewsAndTablesWithoutRowNumbersAndGeneratedColumns
             (std::vector<std::string>{"2|2.5|5", "1|1.5|3"}));
   EXPECT_EQ(AllRows(connection->Execute("SELECT -m FROM v WHERE k=1")), std::vector<std::string>{"-1.5"});
   EXPECT_EQ(AllRows(connection->Execute("SELECT rowid FROM r ORDER BY rowid")), (std::vector<std::string>{"a", "b"}));
-}
-
-TEST(Translation, OfAJournalIsReadableSql) {
-  DatabaseFile file;
-  file.Run(
-      "CREATE TABLE a(k INTEGER PRIMARY KEY, m MONEY TEXT, d DATE, x TEXT); CREATE TABLE b(k INTEGER PRIMARY KEY, y "
-      "TEXT)");
-  const Database database(file.path());
-  Catalog catalog(database);
-  catalog.Refresh();
-  const auto translated = [&](std::string_view statement, Dialect dialect) {
-    return TranslateStatement(statement, dialect, catalog).query.sql;
-  };
-  EXPECT_EQ(translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS "
-                       "bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC",
-                       Dialect::kDesktop),
-            "SELECT t0.\"k\" AS c0, sb_negate_money('M', t0.\"m\") AS c1, sb_concat('Dvv', t0.\"d\", ' ', "
-            "sb_left('vv', t0.\"x\", 2)) AS c2, 0 AS c3 "
-            "FROM \"a\" AS t0 LEFT JOIN \"b\" AS t1 ON (t0.\"k\" = t1.\"k\") WHERE (t0.\"k\" > 1) AND (sb_left('vv', "
-            "t1.\"y\", 1) = 'z') "
-            "ORDER BY sb_value('D', t0.\"d\"), 2 DESC, t0._rowid_, t1._rowid_ LIMIT 2");
-  EXPECT_EQ(translated("SELECT m FROM a UNION SELECT 0 FROM b UNION ALL SELECT y FROM b ORDER BY m", Dialect::kDesktop),
-            "SELECT sb_text('m', sb_value('M', t0.\"m\")) AS c0 FROM \"a\" AS t0 UNION SELECT 0 AS c0 FROM \"b\" AS t1 "
-            "UNION ALL SELECT t2.\"y\" AS c0 FROM \"b\" AS t2 ORDER BY 1");
-  EXPECT_EQ(
-      translated("SELECT Convert(Char(10),d,23) + x, Sum(m) FROM a GROUP BY d, x HAVING Count(*)>1", Dialect::kServer),
-      "SELECT sb_plus_server('vv', sb_to_text('Dvvv', t0.\"d\", 10, 1, 23), t0.\"x\") AS c0, "
-      "sb_sum_money(sb_value('M', t0.\"m\")) AS c1 "
-      "FROM \"a\" AS t0 GROUP BY sb_value('D', t0.\"d\"), t0.\"x\" HAVING (count(*) > 1)");
 }
 
 TEST(EmbeddedConnection, NamesWhatTheDatabaseDoesNotHave) {

@@ -220,6 +220,11 @@ TEST(Equivalence, HoldsInAFileOfSixteenBitTexts) {
   }
 }
 
+databases::Translation Translated(const std::string& statement, databases::Catalog& catalog) {
+  return TranslateStatement(statement, Dialect::kDesktop,
+                            [&](std::string_view name) { return catalog.FindTable(name); });
+}
+
 // Both arms of the journal are read table by table and not in one of the slower ways.
 TEST(JoinedReading, CoversTheArmsOfEveryJournal) {
   DatabaseFile file;
@@ -233,7 +238,7 @@ TEST(JoinedReading, CoversTheArmsOfEveryJournal) {
        {MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), ProjectJournal(Dialect::kDesktop, "1", "2005-03"),
         SupplierJournal(Dialect::kDesktop, " Where Recs.ksID in (5,6)", "2005-03"),
         CustomerJournal(Dialect::kDesktop, " Where Recs.ksID=7", "2005-03")}) {
-    const auto translation = TranslateStatement(statement, Dialect::kDesktop, catalog);
+    const auto translation = Translated(statement, catalog);
     ASSERT_TRUE(translation.plan.has_value());
     std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
     for (const auto& arm : translation.plan->arms) EXPECT_NO_THROW(JoinArm(database, arm, sinks));
@@ -251,8 +256,7 @@ TEST(JoinedReading, RefusesAMasterTableWithAKeyTwice) {
   RegisterFunctions(database);
   databases::Catalog catalog(database);
   catalog.Refresh();
-  const auto translation =
-      TranslateStatement(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), Dialect::kDesktop, catalog);
+  const auto translation = Translated(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), catalog);
   std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
   EXPECT_THROW(JoinArm(database, translation.plan->arms[0], sinks), databases::NotCovered);
   // The line in that depot is then listed once for each of its rows, as by a join.

@@ -105,19 +105,13 @@ ExprPtr ExpressionParser::ParseComparison() {
       left = ParseIsNull(std::move(left));
       continue;
     }
-    const bool negated = tokens_.AtKeyword("NOT");
-    const size_t ahead = negated ? 1 : 0;
+    const size_t ahead = tokens_.AtKeyword("NOT") ? 1 : 0;
     if (tokens_.AtKeyword("IN", ahead)) {
-      left = ParseIn(std::move(left), negated);
+      left = ParseIn(std::move(left));
     } else if (tokens_.AtKeyword("BETWEEN", ahead)) {
-      left = ParseBetween(std::move(left), negated);
+      left = ParseBetween(std::move(left));
     } else if (tokens_.AtKeyword("LIKE", ahead)) {
-      if (negated) tokens_.Take();
-      auto node = Make(ExprKind::kLike, tokens_.Take().offset);
-      node->negated = negated;
-      node->operands.push_back(std::move(left));
-      node->operands.push_back(ParseOperators(0));
-      left = WithChildren(std::move(node));
+      left = ParseLike(std::move(left));
     } else {
       return left;
     }
@@ -132,8 +126,8 @@ ExprPtr ExpressionParser::ParseIsNull(ExprPtr left) {
   return WithChildren(std::move(node));
 }
 
-ExprPtr ExpressionParser::ParseIn(ExprPtr left, bool negated) {
-  if (negated) tokens_.Take();
+ExprPtr ExpressionParser::ParseIn(ExprPtr left) {
+  const bool negated = tokens_.TakeKeyword("NOT");
   auto node = Make(ExprKind::kIn, tokens_.Take().offset);
   node->negated = negated;
   node->operands.push_back(std::move(left));
@@ -149,13 +143,22 @@ ExprPtr ExpressionParser::ParseIn(ExprPtr left, bool negated) {
   return WithChildren(std::move(node));
 }
 
-ExprPtr ExpressionParser::ParseBetween(ExprPtr left, bool negated) {
-  if (negated) tokens_.Take();
+ExprPtr ExpressionParser::ParseBetween(ExprPtr left) {
+  const bool negated = tokens_.TakeKeyword("NOT");
   auto node = Make(ExprKind::kBetween, tokens_.Take().offset);
   node->negated = negated;
   node->operands.push_back(std::move(left));
   node->operands.push_back(ParseOperators(0));
   tokens_.ExpectKeyword("AND");
+  node->operands.push_back(ParseOperators(0));
+  return WithChildren(std::move(node));
+}
+
+ExprPtr ExpressionParser::ParseLike(ExprPtr left) {
+  const bool negated = tokens_.TakeKeyword("NOT");
+  auto node = Make(ExprKind::kLike, tokens_.Take().offset);
+  node->negated = negated;
+  node->operands.push_back(std::move(left));
   node->operands.push_back(ParseOperators(0));
   return WithChildren(std::move(node));
 }

@@ -38,8 +38,10 @@ class ExpressionParser {
   ExprPtr ParseAnd();
   ExprPtr ParseNot();
   ExprPtr ParseComparison();
-  ExprPtr ParseIn(ExprPtr left, bool negated);
-  ExprPtr ParseBetween(ExprPtr left, bool negated);
+  // These begin at the operator, or at the NOT before it.
+  ExprPtr ParseIn(ExprPtr left);
+  ExprPtr ParseBetween(ExprPtr left);
+  ExprPtr ParseLike(ExprPtr left);
   ExprPtr ParseIsNull(ExprPtr left);
   ExprPtr ParseOperators(int rank);
   ExprPtr ParseSign();

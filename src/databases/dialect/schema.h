@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,12 +25,8 @@ struct TableSchema {
   bool plain = false;
 };
 
-// Where the translator looks up tables. The tables stay valid until the source is told to forget them.
-class SchemaSource {
- public:
-  virtual ~SchemaSource() = default;
-  // Ignoring ASCII case; nullptr when there is no such table.
-  virtual const TableSchema* FindTable(std::string_view name) = 0;
-};
+// Finds a table by its name, ignoring ASCII case; nullptr when there is no such table. The tables outlive whatever is
+// translated with them.
+using TableFinder = std::function<const TableSchema*(std::string_view name)>;
 
 }  // namespace stockbook::databases

@@ -25,8 +25,8 @@ SourceSet SetOf(const Scope& scope, size_t first) {
 
 }  // namespace
 
-SelectTranslator::SelectTranslator(Dialect dialect, SchemaSource& schema)
-    : dialect_(dialect), schema_(schema), translate_subquery_([this](const Query& query, const Scope& outer) {
+SelectTranslator::SelectTranslator(Dialect dialect, const TableFinder& find_table)
+    : dialect_(dialect), find_table_(find_table), translate_subquery_([this](const Query& query, const Scope& outer) {
         TranslatedQuery translated = Translate(query, &outer);
         SubquerySql result{std::move(translated.sql), {}};
         for (const ResultColumn& column : translated.columns) result.classes.push_back(column.cls);
@@ -153,7 +153,7 @@ void SelectTranslator::BindSource(const TableRef& ref, BoundSelect& select) {
           {column.name, source.alias + ".c" + std::to_string(index), column.cls, ResultFormOf(column.cls), source.id});
     }
   } else {
-    source.table = schema_.FindTable(ref.name);
+    source.table = find_table_(ref.name);
     if (source.table == nullptr) throw Refusal(ref.offset, "数据库中没有名为“" + ref.name + "”的表");
     select.from += QuotedName(source.table->name) + " AS " + source.alias;
     for (const TableColumn& column : source.table->columns) {

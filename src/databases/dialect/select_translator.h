@@ -53,9 +53,10 @@ struct BoundSelect {
 };
 
 // Translates whole queries. One translator serves one statement, so that each of its sources gets a name of its own.
+// Borrows `find_table`.
 class SelectTranslator {
  public:
-  SelectTranslator(Dialect dialect, SchemaSource& schema);
+  SelectTranslator(Dialect dialect, const TableFinder& find_table);
 
   TranslatedQuery Translate(const Query& query, const Scope* outer = nullptr);
 
@@ -86,7 +87,7 @@ class SelectTranslator {
   ExpressionTranslator Expressions(const Scope& scope) { return {dialect_, scope, translate_subquery_}; }
 
   Dialect dialect_;
-  SchemaSource& schema_;
+  const TableFinder& find_table_;
   size_t next_source_ = 0;
   ExpressionTranslator::QueryTranslator translate_subquery_;
 };

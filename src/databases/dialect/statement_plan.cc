@@ -104,8 +104,8 @@ std::optional<StatementPlan> PlanSingle(const Query& query, SelectTranslator& tr
 
 }  // namespace
 
-std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, SchemaSource& schema) {
-  SelectTranslator translator(dialect, schema);
+std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, const TableFinder& find_table) {
+  SelectTranslator translator(dialect, find_table);
   if (query.arms.size() > 1) return PlanUnion(query, query.order, {}, translator);
   const Query* inner = WrappedQuery(query.arms[0]);
   if (inner == nullptr) return query.order.empty() ? std::nullopt : PlanSingle(query, translator);

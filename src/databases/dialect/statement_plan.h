@@ -33,6 +33,6 @@ struct StatementPlan {
 };
 
 // Nothing when the statement is of another shape, or reads anything but plain stored tables.
-std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, SchemaSource& schema);
+std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, const TableFinder& find_table);
 
 }  // namespace stockbook::databases

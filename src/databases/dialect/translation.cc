@@ -6,12 +6,12 @@
 
 namespace stockbook::databases {
 
-Translation TranslateStatement(std::string_view statement, Dialect dialect, SchemaSource& schema) {
+Translation TranslateStatement(std::string_view statement, Dialect dialect, const TableFinder& find_table) {
   try {
     const Query query = ParseStatement(statement, dialect);
     Translation translation;
-    translation.query = SelectTranslator(dialect, schema).Translate(query);
-    translation.plan = PlanStatement(query, dialect, schema);
+    translation.query = SelectTranslator(dialect, find_table).Translate(query);
+    translation.plan = PlanStatement(query, dialect, find_table);
     return translation;
   } catch (const Refusal& refusal) {
     throw RefusedAt(statement, refusal);

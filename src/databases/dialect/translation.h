@@ -18,6 +18,6 @@ struct Translation {
 };
 
 // Throws platform::Error, with the reason and the place, for anything that the dialect or the schema does not know.
-Translation TranslateStatement(std::string_view statement, Dialect dialect, SchemaSource& schema);
+Translation TranslateStatement(std::string_view statement, Dialect dialect, const TableFinder& find_table);
 
 }  // namespace stockbook::databases

@@ -12,13 +12,14 @@ namespace stockbook::databases {
 
 // The tables and views of an open file, read when they are first asked for and forgotten when the file's schema
 // changes.
-class Catalog : public SchemaSource {
+class Catalog {
  public:
   explicit Catalog(const Database& database) : database_(database) {}
 
   // Call it before a statement is translated: forgets tables that another program has changed since.
   void Refresh();
-  const TableSchema* FindTable(std::string_view name) override;
+  // Ignoring ASCII case; nullptr when there is no such table. It stays valid until Refresh.
+  const TableSchema* FindTable(std::string_view name);
 
  private:
   struct Entry {

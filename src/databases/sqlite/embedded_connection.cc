@@ -67,7 +67,8 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
   // The catalogue, the tables and the rows are those of one moment, even if another program writes.
   const ReadTransaction transaction(database_);
   catalog_.Refresh();
-  const Translation translation = TranslateStatement(statement, dialect_, catalog_);
+  const Translation translation =
+      TranslateStatement(statement, dialect_, [this](std::string_view name) { return catalog_.FindTable(name); });
   if (translation.plan && strategy_ != Strategy::kStatement) {
     const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;
     if (auto fields = ExecutePlan(database_, *translation.plan, translation.query.columns, reading)) {

@@ -37,10 +37,11 @@ uint64_t KeyOfDouble(double number) {
 
 class RowSorter::CodeReader {
  public:
-  CodeReader(const columns::Column& column, bool bulk) : column_(column) {
-    if (!bulk) return;
-    codes_.resize(column.size());
-    column.ReadTextCodes(0, codes_);
+  explicit CodeReader(const columns::Column& column) : column_(column) {}
+  // Without it the codes are read one at a time, as they are asked for.
+  void ReadAll() {
+    codes_.resize(column_.size());
+    column_.ReadTextCodes(0, codes_);
   }
   uint32_t CodeAt(uint32_t cell) const {
     if (!codes_.empty()) return codes_[cell];
@@ -100,7 +101,8 @@ void RowSorter::Refine(const Cells& cells, Direction direction) {
   if (ties_.empty()) return;
   next_ties_.clear();
   const bool texts = cells.column->HasTextCodes();
-  CodeReader codes(*cells.column, texts && TiedRows() > cells.column->size() / kBulkShare);
+  CodeReader codes(*cells.column);
+  if (texts && TiedRows() > cells.column->size() / kBulkShare) codes.ReadAll();
   NumberReader numbers(*cells.column);
   for (const Group& group : ties_) {
     if (SameCell(group, cells)) {

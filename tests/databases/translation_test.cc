@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "databases/dialect/translation.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace stockbook::databases {
+namespace {
+
+TEST(Translation, OfAJournalIsReadableSql) {
+  const std::vector<TableSchema> tables = {
+      {"a",
+       {{"k", ValueClass::kInteger}, {"m", ValueClass::kMoney}, {"d", ValueClass::kDate}, {"x", ValueClass::kText}},
+       "_rowid_"},
+      {"b", {{"k", ValueClass::kInteger}, {"y", ValueClass::kText}}, "_rowid_"},
+  };
+  const auto find_table = [&](std::string_view name) -> const TableSchema* {
+    const auto found = std::find_if(tables.begin(), tables.end(), [&](const TableSchema& table) {
+      return base::EqualsIgnoringCase(table.name, name);
+    });
+    return found == tables.end() ? nullptr : &*found;
+  };
+  const auto translated = [&](std::string_view statement, Dialect dialect) {
+    return TranslateStatement(statement, dialect, find_table).query.sql;
+  };
+  EXPECT_EQ(translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS "
+                       "bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC",
+                       Dialect::kDesktop),
+            "SELECT t0.\"k\" AS c0, sb_negate_money('M', t0.\"m\") AS c1, sb_concat('Dvv', t0.\"d\", ' ', "
+            "sb_left('vv', t0.\"x\", 2)) AS c2, 0 AS c3 "
+            "FROM \"a\" AS t0 LEFT JOIN \"b\" AS t1 ON (t0.\"k\" = t1.\"k\") WHERE (t0.\"k\" > 1) AND (sb_left('vv', "
+            "t1.\"y\", 1) = 'z') "
+            "ORDER BY sb_value('D', t0.\"d\"), 2 DESC, t0._rowid_, t1._rowid_ LIMIT 2");
+  EXPECT_EQ(translated("SELECT m FROM a UNION SELECT 0 FROM b UNION ALL SELECT y FROM b ORDER BY m", Dialect::kDesktop),
+            "SELECT sb_text('m', sb_value('M', t0.\"m\")) AS c0 FROM \"a\" AS t0 UNION SELECT 0 AS c0 FROM \"b\" AS t1 "
+            "UNION ALL SELECT t2.\"y\" AS c0 FROM \"b\" AS t2 ORDER BY 1");
+  EXPECT_EQ(
+      translated("SELECT Convert(Char(10),d,23) + x, Sum(m) FROM a GROUP BY d, x HAVING Count(*)>1", Dialect::kServer),
+      "SELECT sb_plus_server('vv', sb_to_text('Dvvv', t0.\"d\", 10, 1, 23), t0.\"x\") AS c0, "
+      "sb_sum_money(sb_value('M', t0.\"m\")) AS c1 "
+      "FROM \"a\" AS t0 GROUP BY sb_value('D', t0.\"d\"), t0.\"x\" HAVING (count(*) > 1)");
+}
+
+}  // namespace
+}  // namespace stockbook::databases
