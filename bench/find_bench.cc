@@ -108,7 +108,7 @@ class Journal {
 // first to last, words in order, columns up to the first with the word; a message for each hit.
 class PlainTexts {
  public:
-  enum class Stop { kBehindAllWords, kAtMissingWord };
+  enum class Stop { kAfterAllWords, kAtMissingWord };
 
   explicit PlainTexts(const sheet::GridSheet& sheet) : first_row_(sheet.FixedRows()) {
     for (int column = sheet.FixedCols(); column < sheet.Cols(); ++column) {
@@ -191,7 +191,7 @@ void AgainstPlain(sheet::GridSheet& sheet, const PlainTexts& texts, int rounds) 
   for (const std::vector<std::string>& words : kSearches) {
     const std::string search = words[0] + " " + words[1];
     const Measured find = MeasureFind(sheet, search, rounds);
-    const Measured plain = MeasurePlain(texts, words, PlainTexts::Stop::kBehindAllWords, rounds);
+    const Measured plain = MeasurePlain(texts, words, PlainTexts::Stop::kAfterAllWords, rounds);
     const Measured stopping = MeasurePlain(texts, words, PlainTexts::Stop::kAtMissingWord, rounds);
     if (find.hits != plain.hits || find.hits != stopping.hits) {
       std::fprintf(stderr, "%s: %lld hits and %lld\n", search.c_str(), static_cast<long long>(find.hits),

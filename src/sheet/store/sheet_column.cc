@@ -139,9 +139,9 @@ void SheetColumn::CopyRow(RowId from, RowId to) {
 bool SheetColumn::CheckInvariants(const std::vector<RowIdRange>& living, size_t records, size_t style_count) const {
   // The rows [first, last) are all alive; for records it is enough that all are known.
   const auto alive = [&](RowId first, RowId last) {
-    const auto behind = std::upper_bound(living.begin(), living.end(), first,
-                                         [](RowId id, const RowIdRange& range) { return id < range.first; });
-    return behind != living.begin() && last <= std::prev(behind)->last;
+    const auto after = std::upper_bound(living.begin(), living.end(), first,
+                                        [](RowId id, const RowIdRange& range) { return id < range.first; });
+    return after != living.begin() && last <= std::prev(after)->last;
   };
   const auto cell_alive = [&](const auto& cell) { return alive(cell.first, cell.first + 1); };
   const auto sized = [&](const Column* loaded) { return loaded == nullptr || loaded->size() == records; };
