@@ -75,7 +75,7 @@ TEST_F(FitAndCopy, FittingCountsTheTreeAndItsIndent) {
   sheet.SetOutlineCol(1);
   FitColumn(sheet.view(), 1);
   const int text = 6 * RecordingCanvas::kCharacterWidth;  // 200001
-  EXPECT_EQ(PixelsOf(1), text + 2 * kPadding + kLine + OutlineMetrics::Of(1).Indent(1, false));
+  EXPECT_EQ(PixelsOf(1), text + 2 * kPadding + kLine + OutlineMetrics::Of(1).LineIndent(1));
 }
 
 TEST_F(FitAndCopy, ARowIsFittedToItsLines) {

@@ -92,7 +92,9 @@ void Sheet::SetCellFontName(const CellRange& range, std::string_view name) {
 Colour Sheet::CellBackColor(int row, int column) const {
   if (!HasCell(row, column)) return appearance_.Of(GridColour::kBackColor);
   const CellStyle& style = store_.StyleAt(store_.columns().At(column), store_.order().IdAt(row));
-  return style.back ? *style.back : appearance_.BackOf(PartOf(row, column), states_.At(row).subtotal);
+  if (style.back) return *style.back;
+  const CellPart part = PartOf(row, column);
+  return states_.At(row).subtotal ? appearance_.NodeBackOf(part) : appearance_.BackOf(part);
 }
 
 Colour Sheet::CellForeColor(int row, int column) const {
@@ -115,7 +117,7 @@ void Sheet::SetCellColors(const CellRange& range, Colour back, Colour fore) {
   const bool node = states_.At(range.row1).subtotal;
   for (int column = range.column1; column < range.column2; ++column) {
     const CellPart part = PartOf(range.row1, column);
-    const bool own_back = back == appearance_.BackOf(part, node);
+    const bool own_back = back == (node ? appearance_.NodeBackOf(part) : appearance_.BackOf(part));
     const bool own_fore = fore == appearance_.ForeOf(part);
     store_.ChangeStyles({range.row1, column, range.row2, column + 1}, [&](CellStyle& style) {
       style.back = own_back ? std::nullopt : std::optional(back);

@@ -19,8 +19,9 @@ struct OutlineMetrics {
     return {scaled(16), scaled(9) | 1};
   }
 
-  // The indent of a row. Lines are indented as far as the text of their node.
-  int Indent(int level, bool node) const { return step * (node ? level + 1 : std::max(level, 1)); }
+  // Lines are indented as far as the text of their node.
+  int NodeIndent(int level) const { return step * (level + 1); }
+  int LineIndent(int level) const { return step * std::max(level, 1); }
   Rect Sign(const Rect& cell, int level) const {
     return {cell.x + level * step + (step - sign) / 2, cell.y + (cell.height - sign) / 2, sign, sign};
   }

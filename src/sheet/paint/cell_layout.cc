@@ -54,7 +54,8 @@ Rect CellLayout::ContentRect(const SnapshotPane& pane, size_t row, size_t column
   content.width -= metrics_.line;
   content.height -= metrics_.line;
   if (HasTree(pane, column)) {
-    const int indent = metrics_.outline.Indent(pane.rows[row].level, pane.rows[row].node);
+    const SnapshotRow& shown = pane.rows[row];
+    const int indent = shown.node ? metrics_.outline.NodeIndent(shown.level) : metrics_.outline.LineIndent(shown.level);
     content.x += indent;
     content.width -= indent;
   }

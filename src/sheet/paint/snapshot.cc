@@ -106,7 +106,7 @@ void SnapshotBuilder::AddPane(Span rows, Span columns, const Rect& pane) {
                 part.rows.back().y + part.rows.back().height - part.rows.front().y};
   const CellPart kind = view_.PartOf(part.rows.front().row, first.column);
   part.fixed = kind == CellPart::kFixed;
-  part.back = snapshot_.appearance_.BackOf(kind, false);
+  part.back = snapshot_.appearance_.BackOf(kind);
   part.content.reserve(part.rows.size() * part.columns.size());
   for (const SnapshotRow& row : part.rows) FillRow(part, row);
   snapshot_.panes_.push_back(std::move(part));
@@ -199,7 +199,7 @@ void SnapshotBuilder::AddText(const SnapshotRow& row, const SheetColumn& column,
 void SnapshotBuilder::AddColours(const SnapshotRow& row, int column, const CellStyle& style, SnapshotCell& cell) const {
   const Appearance& looks = snapshot_.appearance_;
   const CellPart part = view_.PartOf(row.row, column);
-  cell.back = style.back.value_or(looks.BackOf(part, row.node));
+  cell.back = style.back.value_or(row.node ? looks.NodeBackOf(part) : looks.BackOf(part));
   cell.fore = style.fore.value_or(looks.ForeOf(part));
   const Selection& selection = view_.selection();
   const bool current = selection.current == CellPosition{row.row, column};

@@ -42,10 +42,13 @@ Palette Palette::Dark() {
   return dark;
 }
 
-Colour Palette::BackOf(CellPart part, bool node) const {
+Colour Palette::BackOf(CellPart part) const {
   if (part == CellPart::kFixed) return Of(GridColour::kBackColorFixed);
-  if (node && node_back) return *node_back;
   return Of(part == CellPart::kFrozen ? GridColour::kBackColorFrozen : GridColour::kBackColor);
+}
+
+Colour Palette::NodeBackOf(CellPart part) const {
+  return node_back && part != CellPart::kFixed ? *node_back : BackOf(part);
 }
 
 Colour Palette::ForeOf(CellPart part) const {

@@ -36,7 +36,8 @@ struct Palette {
   platform::Colour Of(platform::GridColour which) const { return colours[static_cast<size_t>(which)]; }
   platform::Colour& Of(platform::GridColour which) { return colours[static_cast<size_t>(which)]; }
   // The colours of a cell without colours of its own.
-  platform::Colour BackOf(CellPart part, bool node) const;
+  platform::Colour BackOf(CellPart part) const;
+  platform::Colour NodeBackOf(CellPart part) const;
   platform::Colour ForeOf(CellPart part) const;
   // Replaces each colour that equals the one in `from` by the one in `to`.
   void Turn(const Palette& from, const Palette& to);
