@@ -31,7 +31,6 @@ class Recordset {
   size_t RecordCount() const { return rows_; }
 
   size_t FieldCount() const { return fields_.size(); }
-  const std::string& FieldName(size_t index) const { return fields_[index].name; }
   // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current
   // record throws Error.
   base::Value FieldValue(std::string_view name) const;

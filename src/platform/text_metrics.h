@@ -22,7 +22,6 @@ class TextMetrics {
   virtual ~TextMetrics() = default;
   // Height of one line of the text in twips (1/1440 inch).
   virtual double TextHeightTwips(std::string_view text, const Font& font) const = 0;
-  virtual double TextWidthTwips(std::string_view text, const Font& font) const = 0;
   virtual double TwipsPerPixelY() const = 0;
 };
 

@@ -9,7 +9,6 @@ namespace stockbook::qt {
 class QtTextMetrics : public platform::TextMetrics {
  public:
   double TextHeightTwips(std::string_view text, const platform::Font& font) const override;
-  double TextWidthTwips(std::string_view text, const platform::Font& font) const override;
   double TwipsPerPixelY() const override;
 };
 

@@ -47,9 +47,6 @@ class FakeTextMetrics : public platform::TextMetrics {
   double TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const override {
     return line_height_twips * font.size_pt / 9.0;
   }
-  double TextWidthTwips(std::string_view text, const platform::Font& /*font*/) const override {
-    return static_cast<double>(text.size()) * 100.0;
-  }
   double TwipsPerPixelY() const override { return 15; }
   double line_height_twips = 210.5;
 };
