@@ -155,13 +155,13 @@ void AddAmounts(const Sums<int64_t>& sums, MovementSums& to) {
   to.issues.amount += base::Money::FromUnits(sums.issues);
 }
 
-using Quantity = double Totals::*;
+using QuantityMember = double Totals::*;
 
-Sums<double> QuantitySums(const MovementSums& sums, Quantity which) {
+Sums<double> QuantitySums(const MovementSums& sums, QuantityMember which) {
   return {sums.movement.*which, sums.receipts.*which, sums.issues.*which};
 }
 
-void StoreSums(const Sums<double>& from, Quantity which, MovementSums& to) {
+void StoreSums(const Sums<double>& from, QuantityMember which, MovementSums& to) {
   to.movement.*which = from.movement;
   to.receipts.*which = from.receipts;
   to.issues.*which = from.issues;
@@ -193,7 +193,7 @@ void RunningBalance::Add(const MovementRows& rows, const RunningColumns& out) {
     return Columns<Number>{OrZeros(rows.movement.*which), OrZeros(rows.receipts.*which), OrZeros(rows.issues.*which),
                            OrZeros(added.*which), OrZeros(subtracted.*which)};
   };
-  const auto run = [&](auto column, Quantity total, double* to) {
+  const auto run = [&](auto column, QuantityMember total, double* to) {
     Sums<double> in_period = QuantitySums(period_, total);
     Sums<double> in_all = QuantitySums(cumulative_, total);
     RunQuantities(columns(column), rows.count, running_.*total, in_period, in_all, to);
