@@ -26,7 +26,7 @@ namespace keys = base::keys;
 constexpr const char* kNumericFont = "Arial";
 
 // A fixed row for the captions and a fixed column for the row marks.
-void StartUp(platform::Grid& grid) {
+void StartUp(platform::GridTable& grid) {
   grid.SetRows(1);
   grid.SetFixedRows(1);
   grid.SetCols(1);
@@ -241,7 +241,7 @@ void Stockbook::FollowFont(const platform::Font& font) {
 
 void Stockbook::DefaultFormat() { FormatGrid(); }
 
-void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_); }
+void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_, fg_); }
 
 void Stockbook::ReadRowHeightsBack() {
   const grid::RowSizes sizes = grid::ReadRowSizes(fg_);
@@ -257,7 +257,7 @@ void Stockbook::ApplyBackPictures() {
 }
 
 bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
-  interaction::Find(fg_, events_, outline_col_key_, rSearchString);
+  interaction::Find(fg_, fg_, events_, outline_col_key_, rSearchString);
   return false;
 }
 
@@ -271,7 +271,7 @@ base::Value Stockbook::DoCommand(std::string_view CmdName, std::vector<base::Val
     if (std::string_view(keys::kNamePartsText).find(rParas.at(0).Text()) != std::string_view::npos)
       RefreshProductNames();
   } else if (CmdName == "SetColFont") {
-    grid::SetColumnsFont(fg_, keys::kNumericText, kNumericFont);
+    grid::SetColumnsFont(fg_, fg_, keys::kNumericText, kNumericFont);
   }
   return {};
 }

@@ -49,7 +49,7 @@ class Stockbook::JournalLoad {
       control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
       Process(30);
       rows_are_raw_ = !rows.AtEnd();
-      journal::LayRows(std::move(rows), grid_);
+      journal::LayRows(std::move(rows), grid_, grid_);
       control_.FormatGrid();
       const journal::Totals opening = WriteOpeningRow();
       Process(35);
@@ -115,7 +115,7 @@ class Stockbook::JournalLoad {
     for (const journal::PeriodTotals& period : periods) {
       for (size_t record = period.begin; record < period.end; ++record)
         Process(40 + static_cast<int>((record + 1) * 60 / records));
-      journal::InsertTotalRow(period, static_cast<int>(control_.row_height_sum_), grid_);
+      journal::InsertTotalRow(period, static_cast<int>(control_.row_height_sum_), grid_, grid_);
     }
   }
 

@@ -52,8 +52,8 @@ std::string BillKinds::Text(int row, std::string_view key) const { return grid_.
 
 bool BillKinds::IsAudited(int row) const { return !Text(row, keys::kAuditor).empty(); }
 
-platform::PictureRef BillKinds::BillKindPicture(int row) const {
-  if (row < grid_.FixedRows() || row >= grid_.Rows()) row = grid_.Row();
+platform::PictureRef BillKinds::BillKindPicture(int row, const platform::GridView& view) const {
+  if (row < grid_.FixedRows() || row >= grid_.Rows()) row = view.Row();
   const Kind& kind = kKinds[KindOf(Text(row, keys::kBillName))];
   return pictures_.*(IsAudited(row) ? kind.host_audited_picture : kind.host_picture);
 }

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "grid/pictures.h"
-#include "platform/grid.h"
+#include "platform/grid_outline.h"
+#include "platform/grid_table.h"
+#include "platform/grid_view.h"
 #include "platform/images.h"
 
 namespace stockbook::grid {
@@ -17,12 +19,13 @@ namespace stockbook::grid {
 // DecorateRow five.
 class BillKinds {
  public:
-  BillKinds(platform::Grid& grid, const Pictures& pictures, const platform::Images& images, platform::PictureRef mark,
-            std::string_view outline_key)
+  BillKinds(platform::GridTable& grid, const Pictures& pictures, const platform::Images& images,
+            platform::PictureRef mark, std::string_view outline_key)
       : grid_(grid), pictures_(pictures), images_(images), mark_(std::move(mark)), outline_key_(outline_key) {}
 
-  // The host's picture for the row's kind, possibly none. Any row that is not a data row stands for the current row.
-  platform::PictureRef BillKindPicture(int row) const;
+  // The host's picture for the row's kind, possibly none. A row that is not a data row stands for the current row of
+  // the view.
+  platform::PictureRef BillKindPicture(int row, const platform::GridView& view) const;
   // Places the row's images: its kind in the outline column, product, mark, depot, partner and project.
   void DecorateRow(int row);
   // Does for all loaded records what DecorateRow does for one, and puts BillKindPicture into the BillKind cells. Takes
@@ -37,7 +40,7 @@ class BillKinds {
                     platform::PictureAlignment alignment);
   const columns::Column* Loaded(std::string_view key) const { return grid_.LoadedText(grid_.ColIndex(key)); }
 
-  platform::Grid& grid_;
+  platform::GridTable& grid_;
   const Pictures& pictures_;
   const platform::Images& images_;
   platform::PictureRef mark_;

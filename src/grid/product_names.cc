@@ -115,9 +115,9 @@ std::string ComposeProductName(const platform::GridTable& grid, int row) {
   return Compose(grid.CellData(row, grid.ColIndex(keys::kProductName)).Text(), parts);
 }
 
-void RefreshProductNames(platform::Grid& grid) {
-  const auto tag = platform::BusyTag(grid, "Refresh_ProductNames");
-  const auto redraw = platform::RedrawOff(grid);
+void RefreshProductNames(platform::GridTable& grid, platform::GridBusy& busy) {
+  const auto tag = platform::BusyTag(busy, "Refresh_ProductNames");
+  const auto redraw = platform::RedrawOff(busy);
   const int name = grid.ColIndex(keys::kProductName);
   const int product = grid.ColIndex(keys::kPdID);
   if (name < 0 || product < 0) return;

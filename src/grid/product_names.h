@@ -3,7 +3,8 @@
 
 #include <string>
 
-#include "platform/grid.h"
+#include "platform/grid_busy.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::grid {
 
@@ -14,6 +15,6 @@ std::string ComposeProductName(const platform::GridTable& grid, int row);
 
 // Recomposes the shown product name of every row with a positive product key, with the grid marked busy
 // ("Refresh_ProductNames") and redraw off. One pass over the records; each distinct name is composed once.
-void RefreshProductNames(platform::Grid& grid);
+void RefreshProductNames(platform::GridTable& grid, platform::GridBusy& busy);
 
 }  // namespace stockbook::grid

@@ -5,9 +5,9 @@
 
 namespace stockbook::grid {
 
-void CaptureRowColours(const platform::Grid& grid, int row, RowColours& colours) {
+void CaptureRowColours(const platform::GridTable& grid, const platform::GridView& view, int row, RowColours& colours) {
   try {
-    if (row < 0) row = grid.Row();
+    if (row < 0) row = view.Row();
     const int frozen = grid.FrozenCols();
     if (row < 0 || row >= grid.Rows() || frozen + 1 >= grid.Cols()) return;
     colours = {grid.CellBackColor(row, frozen + 1), grid.CellForeColor(row, frozen + 1),

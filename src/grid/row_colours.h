@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid.h"
+#include "platform/grid_table.h"
+#include "platform/grid_view.h"
 
 namespace stockbook::grid {
 
@@ -16,8 +17,8 @@ struct RowColours {
   bool operator==(const RowColours&) const = default;
 };
 
-// Reads the colours of a row (below 0: the current row) from the last frozen column and the column after it. Changes
-// nothing else; an error, or a row or column that does not exist, leaves the colours as they were.
-void CaptureRowColours(const platform::Grid& grid, int row, RowColours& colours);
+// Reads the colours of a row (below 0: the current row of the view) from the last frozen column and the column after
+// it. Changes nothing else; an error, or a row or column that does not exist, leaves the colours as they were.
+void CaptureRowColours(const platform::GridTable& grid, const platform::GridView& view, int row, RowColours& colours);
 
 }  // namespace stockbook::grid

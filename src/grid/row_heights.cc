@@ -41,8 +41,9 @@ RowSizes ReadRowSizes(const platform::GridRows& grid) {
   return sizes;
 }
 
-void SetColumnsFont(platform::Grid& grid, std::string_view keys, std::string_view font_name) {
-  const auto redraw = platform::RedrawOff(grid);
+void SetColumnsFont(platform::GridTable& grid, platform::GridBusy& busy, std::string_view keys,
+                    std::string_view font_name) {
+  const auto redraw = platform::RedrawOff(busy);
   if (grid.Rows() <= grid.FixedRows()) return;
   for (const std::string_view key : base::Split(keys, '|')) {
     const int column = key.empty() ? -1 : grid.ColIndex(key);

@@ -3,7 +3,8 @@
 
 #include <string_view>
 
-#include "platform/grid.h"
+#include "platform/grid_busy.h"
+#include "platform/grid_table.h"
 #include "platform/text_metrics.h"
 
 namespace stockbook::grid {
@@ -26,7 +27,8 @@ void SetSumRowHeight(platform::GridRows& grid, int twips);
 RowSizes ReadRowSizes(const platform::GridRows& grid);
 
 // Sets the font of the existing data cells in the columns of the "|"-separated list. Unknown keys and fixed columns are
-// skipped; an empty name means "Arial". Header cells keep their font.
-void SetColumnsFont(platform::Grid& grid, std::string_view keys, std::string_view font_name);
+// skipped; an empty name means "Arial". Header cells keep their font. Redraw is off meanwhile.
+void SetColumnsFont(platform::GridTable& grid, platform::GridBusy& busy, std::string_view keys,
+                    std::string_view font_name);
 
 }  // namespace stockbook::grid

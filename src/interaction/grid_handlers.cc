@@ -16,7 +16,7 @@ using platform::MouseButton;
 
 GridHandlers::GridHandlers(HandlerContext context)
     : context_(std::move(context)),
-      hot_row_(context_.grid, context_.back_color_hot, context_.fore_color_hot),
+      hot_row_(context_.grid, context_.grid, context_.grid, context_.back_color_hot, context_.fore_color_hot),
       menus_(context_, hot_row_) {}
 
 template <typename Step>

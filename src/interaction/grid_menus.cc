@@ -8,9 +8,11 @@
 
 namespace stockbook::interaction {
 
-bool IsRangeSelected(const platform::Grid& grid) { return grid.Col() != grid.ColSel() || grid.Row() != grid.RowSel(); }
+bool IsRangeSelected(const platform::GridView& view) {
+  return view.Col() != view.ColSel() || view.Row() != view.RowSel();
+}
 
-bool IsDataRow(const platform::Grid& grid, int row) { return row >= grid.FixedRows() && row < grid.Rows(); }
+bool IsDataRow(const platform::GridRows& rows, int row) { return row >= rows.FixedRows() && row < rows.Rows(); }
 
 // Cancel matters only for "Load".
 void Announce(Events& events, const char* command) {
@@ -71,7 +73,7 @@ void GridMenus::OpenFastMenu(int row, int column) {
 
 void GridMenus::AnnounceAndName(const char* command) {
   Announce(context_.events, command);
-  TellErrors(context_.events, [&] { grid::RefreshProductNames(context_.grid); });
+  TellErrors(context_.events, [&] { grid::RefreshProductNames(context_.grid, context_.grid); });
 }
 
 void GridMenus::Freeze(int column) {

@@ -7,8 +7,8 @@
 namespace stockbook::interaction {
 
 // Whether more than the current cell is selected.
-bool IsRangeSelected(const platform::Grid& grid);
-bool IsDataRow(const platform::Grid& grid, int row);
+bool IsRangeSelected(const platform::GridView& view);
+bool IsDataRow(const platform::GridRows& rows, int row);
 
 // Announces a command to the host; its exceptions are reported through Notify.
 void Announce(Events& events, const char* command);

@@ -36,9 +36,10 @@ void HotRow::Enter(int row) {
   if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
   frozen_cols_ = grid_.FrozenCols();
   // If all columns are frozen, there is no scrolling cell to read, and nothing is captured.
-  own_ = {grid_.ColourOf(platform::GridColour::kBackColor), grid_.ColourOf(platform::GridColour::kForeColor),
-          grid_.CellBackColor(row, frozen_cols_), grid_.CellForeColor(row, frozen_cols_)};
-  grid::CaptureRowColours(grid_, row, own_);
+  own_ = {appearance_.ColourOf(platform::GridColour::kBackColor),
+          appearance_.ColourOf(platform::GridColour::kForeColor), grid_.CellBackColor(row, frozen_cols_),
+          grid_.CellForeColor(row, frozen_cols_)};
+  grid::CaptureRowColours(grid_, view_, row, own_);
   Remember(row);
   is_hot_ = true;
   grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back_, fore_);
@@ -55,8 +56,8 @@ void HotRow::Leave() {
   // No colours could be read for columns frozen since.
   const bool known = frozen == frozen_cols_;
   grid_.SetCellColors({left, fixed, left + 1, frozen + 1},
-                      known ? own_.frozen_back : grid_.ColourOf(platform::GridColour::kBackColorFrozen),
-                      known ? own_.frozen_fore : grid_.ColourOf(platform::GridColour::kForeColorFrozen));
+                      known ? own_.frozen_back : appearance_.ColourOf(platform::GridColour::kBackColorFrozen),
+                      known ? own_.frozen_fore : appearance_.ColourOf(platform::GridColour::kForeColorFrozen));
 }
 
 }  // namespace stockbook::interaction

@@ -5,7 +5,9 @@
 
 #include "base/scope_exit.h"
 #include "grid/row_colours.h"
-#include "platform/grid.h"
+#include "platform/grid_appearance.h"
+#include "platform/grid_table.h"
+#include "platform/grid_view.h"
 
 namespace stockbook::interaction {
 
@@ -16,8 +18,9 @@ namespace stockbook::interaction {
 class HotRow {
  public:
   // Borrows its arguments; the hot colours are read when needed.
-  HotRow(platform::Grid& grid, const platform::Colour& back, const platform::Colour& fore)
-      : grid_(grid), back_(back), fore_(fore) {}
+  HotRow(platform::GridTable& grid, const platform::GridView& view, const platform::GridAppearance& appearance,
+         const platform::Colour& back, const platform::Colour& fore)
+      : grid_(grid), view_(view), appearance_(appearance), back_(back), fore_(fore) {}
 
   // Makes a data row the hot one, in place of another; ignores other rows.
   void Enter(int row);
@@ -45,7 +48,9 @@ class HotRow {
   int row() const;
   void Remember(int row);
 
-  platform::Grid& grid_;
+  platform::GridTable& grid_;
+  const platform::GridView& view_;
+  const platform::GridAppearance& appearance_;
   const platform::Colour& back_;
   const platform::Colour& fore_;
   grid::RowColours own_;

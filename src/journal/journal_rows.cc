@@ -59,7 +59,7 @@ constexpr TotalColumns kTotalColumns[] = {
 
 }  // namespace
 
-void LayRows(platform::Recordset rows, platform::Grid& grid) {
+void LayRows(platform::Recordset rows, platform::GridTable& grid, platform::GridOutline& outline) {
   if (rows.AtEnd()) return;
   auto fields = rows.TakeAll();
   std::vector<columns::Column> columns;
@@ -68,7 +68,7 @@ void LayRows(platform::Recordset rows, platform::Grid& grid) {
   int column = grid.FixedCols();
   grid.LoadColumns(std::move(columns), column);
   for (const auto& field : fields) grid.SetColKey(column++, field.name);
-  grid.GroupBy(grid.ColIndex(keys::kPeriod), grid.ColIndex(keys::kBillNo), "%s");
+  outline.GroupBy(grid.ColIndex(keys::kPeriod), grid.ColIndex(keys::kBillNo), "%s");
 }
 
 Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::GridTable& grid) {
@@ -100,7 +100,8 @@ Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContant
   return opening;
 }
 
-void InsertTotalRow(const PeriodTotals& period, int height_twips, platform::Grid& grid) {
+void InsertTotalRow(const PeriodTotals& period, int height_twips, platform::GridTable& grid,
+                    platform::GridOutline& outline) {
   const int last = grid.RowOfRecord(period.end - 1);
   if (last < 0) {
     throw platform::Error("insert total row",
@@ -108,8 +109,8 @@ void InsertTotalRow(const PeriodTotals& period, int height_twips, platform::Grid
   }
   const int row = last + 1;
   grid.AddItem("", row);
-  grid.SetIsSubtotal(row, true);
-  grid.SetRowOutlineLevel(row, 0);
+  outline.SetIsSubtotal(row, true);
+  outline.SetRowOutlineLevel(row, 0);
   grid.SetRowHeight(row, height_twips);
   grid.SetTextMatrix(row, grid.ColIndex(keys::kBillNo), PeriodCaption(period.period, kTotalWord));
   const auto write = [&](const char* key, const auto& in_period, const auto& in_all) {

@@ -5,7 +5,7 @@
 #include "journal/opening_balance.h"
 #include "journal/running_balance.h"
 #include "journal/running_values.h"
-#include "platform/grid.h"
+#include "platform/grid_outline.h"
 #include "platform/grid_table.h"
 #include "platform/recordset.h"
 
@@ -13,7 +13,7 @@ namespace stockbook::journal {
 
 // Moves the rows of a journal statement into a cleared grid. Every field becomes a column whose key is the field's
 // name; the rows are grouped by `Period` under nodes captioned with the period. Without rows the grid is not touched.
-void LayRows(platform::Recordset rows, platform::Grid& grid);
+void LayRows(platform::Recordset rows, platform::GridTable& grid, platform::GridOutline& outline);
 
 // Inserts the opening row above all data rows and returns what the journal opens with: what was carried forward, in the
 // supplier journal the receipts and in the customer journal the issues up to the period. If nothing was carried
@@ -25,6 +25,7 @@ Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContant
 // Inserts the total row of a period after its last record: each of the nine movement columns shows the sum of the
 // period and, on a second line, the cumulative sum, both in the column's format. Throws platform::Error when the record
 // is no longer in the grid.
-void InsertTotalRow(const PeriodTotals& period, int height_twips, platform::Grid& grid);
+void InsertTotalRow(const PeriodTotals& period, int height_twips, platform::GridTable& grid,
+                    platform::GridOutline& outline);
 
 }  // namespace stockbook::journal

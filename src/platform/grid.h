@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/grid_appearance.h"
+#include "platform/grid_busy.h"
 #include "platform/grid_outline.h"
 #include "platform/grid_table.h"
 #include "platform/grid_view.h"
@@ -14,6 +15,7 @@ namespace stockbook::platform {
 class Grid : public virtual GridTable,
              public virtual GridOutline,
              public virtual GridView,
+             public virtual GridBusy,
              public virtual GridAppearance {};
 
 }  // namespace stockbook::platform

@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "platform/clipboard.h"
 #include "platform/grid_observer.h"
-#include "platform/grid_types.h"
 
 namespace stockbook::platform {
 
-// Where the user is in the grid: current cell, selection, scroll position, mouse; and what bulk operations set and
-// restore: the redraw switch, the tag and the pointer.
+// Where the user is in the grid: current cell, selection, scroll position and mouse.
 class GridView {
  public:
   virtual ~GridView() = default;
@@ -42,13 +37,6 @@ class GridView {
 
   // Receives what the user does here; nullptr for nobody.
   virtual void SetObserver(GridObserver* observer) = 0;
-
-  virtual bool Redraw() const = 0;
-  virtual void SetRedraw(bool on) = 0;
-  virtual std::string Tag() const = 0;
-  virtual void SetTag(std::string_view tag) = 0;
-  virtual MousePointer Pointer() const = 0;
-  virtual void SetPointer(MousePointer pointer) = 0;
 };
 
 }  // namespace stockbook::platform

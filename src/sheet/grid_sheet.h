@@ -33,13 +33,15 @@ class GridSheet final : public Sheet, public platform::Grid {
   bool RowIsVisible(int row) const override { return view_.geometry().RowIsVisible(row); }
   int MouseRow() const override { return view_.mouse_cell().row; }
   int MouseCol() const override { return view_.mouse_cell().column; }
+  void SetObserver(platform::GridObserver* observer) override { view_.SetObserver(observer); }
+
+  // GridBusy
   bool Redraw() const override { return Sheet::Redraw(); }
   void SetRedraw(bool on) override { Sheet::SetRedraw(on); }
   std::string Tag() const override { return tag_; }
   void SetTag(std::string_view tag) override { tag_ = tag; }
   platform::MousePointer Pointer() const override { return view_.pointer(); }
   void SetPointer(platform::MousePointer pointer) override { view_.SetPointer(pointer); }
-  void SetObserver(platform::GridObserver* observer) override { view_.SetObserver(observer); }
 
   // Of the sheet together with its view.
   bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }

@@ -135,7 +135,7 @@ TEST_F(GridRules, RowsAreSizedByTheSampleTextInTheGridsFont) {
 TEST_F(GridRules, ColumnsGetTheFontTheyAreGiven) {
   sheet_.SetRows(2);
   sheet_.SetRedraw(false);
-  SetColumnsFont(sheet_, "Price|Quantity", "Some Mono");
+  SetColumnsFont(sheet_, sheet_, "Price|Quantity", "Some Mono");
   EXPECT_EQ(sheet_.CellFontName(1, sheet_.ColIndex("Price")), "Some Mono");
   EXPECT_EQ(sheet_.CellFontName(1, sheet_.ColIndex("Quantity")), "Some Mono");
   EXPECT_FALSE(sheet_.Redraw()) << "as it was before";
@@ -163,7 +163,7 @@ TEST_F(GridRules, ProductNamesAreRewrittenUnderTheirMarkerWithRedrawOff) {
   sheet_.SetTag("Load");
   sheet_.SetRedraw(false);
   TagGrid grid(sheet_);
-  RefreshProductNames(grid);
+  RefreshProductNames(grid, grid);
   EXPECT_EQ(grid.tags, (std::vector<std::string>{"Refresh_ProductNames", "Load"}));
   EXPECT_TRUE(grid.written_busy);
   EXPECT_FALSE(sheet_.Redraw()) << "as it was before";
@@ -187,9 +187,9 @@ TEST_F(GridRules, ThePictureOfABillFollowsKindAndAudit) {
   for (const auto& [name, picture] : names) {
     Put(1, "BillName", name);
     Put(1, "Auditor", "");
-    EXPECT_EQ(NameOf(kinds.BillKindPicture(1)), picture);
+    EXPECT_EQ(NameOf(kinds.BillKindPicture(1, sheet_)), picture);
     Put(1, "Auditor", " ");
-    EXPECT_EQ(NameOf(kinds.BillKindPicture(1)), picture + " audited") << "a single blank counts as audited";
+    EXPECT_EQ(NameOf(kinds.BillKindPicture(1, sheet_)), picture + " audited") << "a single blank counts as audited";
   }
 }
 
@@ -202,10 +202,10 @@ TEST_F(GridRules, TheRowAfterTheLastStandsForTheCurrentOne) {
   Put(2, "BillName", "入库单");
   sheet_.Select(2, 3);
   const BillKinds kinds(sheet_, pictures, images, nullptr, "BillNo");
-  EXPECT_EQ(NameOf(kinds.BillKindPicture(4)), "rev");
-  EXPECT_EQ(NameOf(kinds.BillKindPicture(-1)), "rev");
-  EXPECT_EQ(NameOf(kinds.BillKindPicture(3)), "bill");
-  EXPECT_EQ(NameOf(kinds.BillKindPicture(1)), "bill");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(4, sheet_)), "rev");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(-1, sheet_)), "rev");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(3, sheet_)), "bill");
+  EXPECT_EQ(NameOf(kinds.BillKindPicture(1, sheet_)), "bill");
 }
 
 TEST_F(GridRules, TheImageOfABillStandsInTheColumnOfTheOutlineKey) {

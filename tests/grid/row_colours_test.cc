@@ -26,20 +26,20 @@ class RowColoursOf : public ::testing::Test {
 
 TEST_F(RowColoursOf, AreThoseOfTheLastFrozenColumnAndTheOneAfterIt) {
   RowColours colours;
-  CaptureRowColours(sheet_, 2, colours);
+  CaptureRowColours(sheet_, sheet_, 2, colours);
   EXPECT_EQ(colours, kSet);
 }
 
 TEST_F(RowColoursOf, AreThoseOfTheCurrentRowForANegativeRow) {
   sheet_.Select(2, 3);
   RowColours colours;
-  CaptureRowColours(sheet_, -1, colours);
+  CaptureRowColours(sheet_, sheet_, -1, colours);
   EXPECT_EQ(colours, kSet);
 }
 
 TEST_F(RowColoursOf, AreTheGridsOwnWhereNoneAreSet) {
   RowColours colours;
-  CaptureRowColours(sheet_, 1, colours);
+  CaptureRowColours(sheet_, sheet_, 1, colours);
   EXPECT_EQ(colours.normal_back, sheet_.ColourOf(platform::GridColour::kBackColor));
   EXPECT_EQ(colours.normal_fore, sheet_.ColourOf(platform::GridColour::kForeColor));
   EXPECT_EQ(colours.frozen_back, sheet_.ColourOf(platform::GridColour::kBackColorFrozen));
@@ -51,20 +51,20 @@ TEST_F(RowColoursOf, TakeTheFixedColumnForFrozenWhereNothingIsFrozen) {
   sheet_.SetCellColors({1, 0, 2, 1}, 0x555555, 0x666666);
   sheet_.SetCellColors({1, 1, 2, 2}, 0x777777, 0x888888);
   RowColours colours;
-  CaptureRowColours(sheet_, 1, colours);
+  CaptureRowColours(sheet_, sheet_, 1, colours);
   EXPECT_EQ(colours, (RowColours{0x777777, 0x888888, 0x555555, 0x666666}));
 }
 
 TEST_F(RowColoursOf, StayAsTheyWereForARowOrColumnThatIsNotThere) {
   RowColours colours = kBefore;
-  CaptureRowColours(sheet_, 4, colours);
+  CaptureRowColours(sheet_, sheet_, 4, colours);
   EXPECT_EQ(colours, kBefore);
   sheet_.SetFrozenCols(5);
-  CaptureRowColours(sheet_, 2, colours);
+  CaptureRowColours(sheet_, sheet_, 2, colours);
   EXPECT_EQ(colours, kBefore) << "there is no column after the last one";
   sheet_.SetFrozenCols(0);
   sheet_.SetRows(1);
-  CaptureRowColours(sheet_, -1, colours);
+  CaptureRowColours(sheet_, sheet_, -1, colours);
   EXPECT_EQ(colours, kBefore) << "there is no current row";
 }
 
@@ -74,7 +74,7 @@ TEST_F(RowColoursOf, StayAsTheyWereWhicheverCallTheGridRefuses) {
   for (;; ++call) {
     faulty.RefuseCall(call);
     RowColours colours = kBefore;
-    CaptureRowColours(faulty, 2, colours);
+    CaptureRowColours(faulty, faulty, 2, colours);
     if (colours == kSet) break;
     ASSERT_EQ(colours, kBefore) << "call " << call;
   }
@@ -84,7 +84,7 @@ TEST_F(RowColoursOf, StayAsTheyWereWhicheverCallTheGridRefuses) {
 TEST_F(RowColoursOf, AreReadWithoutChangingTheGrid) {
   sheet_.Select(3, 4);
   RowColours colours;
-  CaptureRowColours(sheet_, 2, colours);
+  CaptureRowColours(sheet_, sheet_, 2, colours);
   EXPECT_EQ(sheet_.Row(), 3);
   EXPECT_EQ(sheet_.CellBackColor(2, 3), 0x333333U);
   EXPECT_EQ(sheet_.CellBackColor(2, 4), sheet_.ColourOf(platform::GridColour::kBackColor));

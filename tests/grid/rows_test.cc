@@ -45,19 +45,19 @@ TEST_F(Rows, ShowTheHostsPictureOfThreeSpecialKindsAndTheGenericOneElse) {
   Put(1, "BillName", "入库单");
   Put(2, "BillName", "采购单");
   Put(3, "BillName", "调拨单");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(1)), "rev");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(2)), "bill");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(3)), "shift");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(4)), "bill");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(1, sheet_)), "rev");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(2, sheet_)), "bill");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(3, sheet_)), "shift");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(4, sheet_)), "bill");
   Put(3, "Auditor", "王");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(3)), "") << "the host set no audited picture for transfers";
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(3, sheet_)), "") << "the host set no audited picture for transfers";
 }
 
 TEST_F(Rows, TakeTheCurrentRowForARowThatIsNoDataRow) {
   Put(2, "BillName", "入库单");
   sheet_.Select(2, 3);
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(0)), "rev");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(99)), "rev");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(0, sheet_)), "rev");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(99, sheet_)), "rev");
 }
 
 TEST_F(Rows, DistinguishFiveKindsByTheirImages) {
@@ -92,7 +92,7 @@ TEST_F(Rows, ShowAnAuditedPurchaseTwoWays) {
   Put(1, "Auditor", "王");
   Kinds().DecorateRow(1);
   EXPECT_EQ(Picture(1, "BillNo"), "BuyBill1");
-  EXPECT_EQ(NameOf(Kinds().BillKindPicture(1)), "bill audited");
+  EXPECT_EQ(NameOf(Kinds().BillKindPicture(1, sheet_)), "bill audited");
 }
 
 TEST_F(Rows, MarkAnyOtherIdButZeroAndOnlyPositiveProducts) {
@@ -158,7 +158,7 @@ TEST_F(Rows, KeepTheirTextWithoutAProduct) {
     Put(row, "pdID", products[row - 1]);
   }
   sheet_.SetTag("before");
-  RefreshProductNames(sheet_);
+  RefreshProductNames(sheet_, sheet_);
   EXPECT_EQ(Get(1, "ProductName") + Get(2, "ProductName") + Get(3, "ProductName") + Get(4, "ProductName"), "oldoldold");
   EXPECT_EQ(sheet_.Tag(), "before");
   EXPECT_TRUE(sheet_.Redraw());
@@ -184,14 +184,14 @@ TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
   sheet_.AddItem("", 4);
   Put(4, "pdID", "9");
   sheet_.SetCellData(4, sheet_.ColIndex("ProductName"), base::Value(std::string("螺母")));
-  RefreshProductNames(sheet_);
+  RefreshProductNames(sheet_, sheet_);
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M8[GB1]");
   EXPECT_EQ(Get(3, "ProductName"), "螺栓 M8[GB1]");
   EXPECT_EQ(Get(4, "ProductName"), "螺母");
   EXPECT_EQ(Get(5, "ProductName"), "垫圈 [GB2]");
   EXPECT_EQ(Get(6, "ProductName"), "垫圈") << "no product key";
   EXPECT_EQ(Get(1, "ProductName"), "");
-  RefreshProductNames(sheet_);
+  RefreshProductNames(sheet_, sheet_);
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M8[GB1]") << "composing starts from the bare name again";
 }
 
@@ -208,7 +208,7 @@ TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
   Put(2, "Model", "M10");
   EXPECT_TRUE(sheet_.HasEditedRecords(sheet_.ColIndex("Model")));
   sheet_.SetCellData(3, sheet_.ColIndex("ProductName"), base::Value(std::string("弹簧垫圈")));
-  RefreshProductNames(sheet_);
+  RefreshProductNames(sheet_, sheet_);
   EXPECT_EQ(Get(1, "ProductName"), "螺栓 M8");
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M10");
   EXPECT_EQ(Get(3, "ProductName"), "弹簧垫圈 D6");
@@ -216,7 +216,7 @@ TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
   Put(4, "pdID", "9");
   Put(1, "pdID", "0");
   Put(1, "ProductName", "heading");
-  RefreshProductNames(sheet_);
+  RefreshProductNames(sheet_, sheet_);
   EXPECT_EQ(Get(1, "ProductName"), "heading");
   EXPECT_EQ(Get(4, "ProductName"), "垫圈 D8");
 }
@@ -225,8 +225,8 @@ TEST_F(Rows, GetTagAndRedrawBackWhenTheGridRefuses) {
   testing::FaultyGrid faulty(sheet_);
   Put(1, "pdID", "7");
   sheet_.SetTag("before");
-  const std::function<void()> operations[] = {[&] { RefreshProductNames(faulty); },
-                                              [&] { SetColumnsFont(faulty, "|Price|", "Arial"); }};
+  const std::function<void()> operations[] = {[&] { RefreshProductNames(faulty, faulty); },
+                                              [&] { SetColumnsFont(faulty, faulty, "|Price|", "Arial"); }};
   for (const auto& operation : operations) {
     for (const int call : {3, 4}) {
       faulty.RefuseCall(call);
@@ -269,7 +269,7 @@ TEST_F(Rows, DecorateLoadedRecordsAsTheSameRowsOneByOne) {
     for (size_t at = 0; at < 7; ++at)
       single.SetTextMatrix(row, single.ColIndex(keys[at]), columns[at][static_cast<size_t>(row) - 1]);
     const int kind_column = single.ColIndex("BillKind");
-    single.SetCellPicture({row, kind_column, row + 1, kind_column + 1}, kinds.BillKindPicture(row),
+    single.SetCellPicture({row, kind_column, row + 1, kind_column + 1}, kinds.BillKindPicture(row, single),
                           platform::PictureAlignment::kLeftCenter);
     kinds.DecorateRow(row);
   }
@@ -313,7 +313,7 @@ TEST_F(Rows, GiveTheirHeightsBackAsTheGridShowsThem) {
 }
 
 TEST_F(Rows, GetAFontInTheirExistingCellsOnly) {
-  SetColumnsFont(sheet_, "|Price|Unknown|SeqNo|Quantity|", "");
+  SetColumnsFont(sheet_, sheet_, "|Price|Unknown|SeqNo|Quantity|", "");
   EXPECT_EQ(sheet_.CellFontName(1, sheet_.ColIndex("Price")), "Arial");
   EXPECT_EQ(sheet_.CellFontName(4, sheet_.ColIndex("Quantity")), "Arial");
   EXPECT_NE(sheet_.CellFontName(0, sheet_.ColIndex("Price")), "Arial");
@@ -327,7 +327,7 @@ class EmptyRows : public Rows {
 };
 
 TEST_F(EmptyRows, KeepNoFontForRowsThatComeLater) {
-  SetColumnsFont(sheet_, "|Price|", "Arial");
+  SetColumnsFont(sheet_, sheet_, "|Price|", "Arial");
   sheet_.SetRows(3);
   EXPECT_NE(sheet_.CellFontName(1, sheet_.ColIndex("Price")), "Arial");
 }

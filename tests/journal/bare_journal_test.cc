@@ -36,7 +36,7 @@ class BareJournal : public ::testing::Test {
   void Lay(const std::vector<JournalLine>& lines) {
     testing::AnswerJournal(connection_, lines);
     const QueryBuilder builder(&connection_, base::MaterialJournal, {7, 0, ""});
-    LayRows(connection_.Execute(builder.Build(), platform::kExecuteUnspecified), grid_);
+    LayRows(connection_.Execute(builder.Build(), platform::kExecuteUnspecified), grid_, grid_);
   }
   Totals Open(base::tqJournalTypeContants type, const std::vector<std::vector<base::Value>>& rows) {
     OpeningBalance balance;
@@ -146,7 +146,7 @@ TEST_F(BareJournal, InsertsATotalAfterTheLastRecordOfAPeriod) {
   grid_.SetColDataType(grid_.ColIndex("RevAcc"), platform::DataType::kCurrency);
   grid_.SetColFormat(grid_.ColIndex("RevAcc"), "0.00");
   const std::vector<PeriodTotals> periods = ComputeRunningValues(kOpening, base::MaterialJournal, grid_);
-  for (const PeriodTotals& period : periods) InsertTotalRow(period, 540, grid_);
+  for (const PeriodTotals& period : periods) InsertTotalRow(period, 540, grid_, grid_);
   ASSERT_EQ(grid_.Rows(), 8);
   EXPECT_EQ(Cell(4, "BillNo") + " " + Cell(7, "BillNo"), "2004年03月合计 2004年04月合计");
   EXPECT_EQ(Cell(4, "Quantity"), "1\n1");
@@ -163,7 +163,7 @@ TEST_F(BareJournal, HasNoPlaceForTheTotalOfARecordThatIsGone) {
   Lay(kTwoPeriods);
   const std::vector<PeriodTotals> periods = ComputeRunningValues(kOpening, base::MaterialJournal, grid_);
   grid_.SetRows(grid_.FixedRows());
-  EXPECT_THROW(InsertTotalRow(periods[0], 540, grid_), platform::Error);
+  EXPECT_THROW(InsertTotalRow(periods[0], 540, grid_, grid_), platform::Error);
 }
 
 TEST_F(BareJournal, BlanksZerosOfARowsOwnSideAndMasksAmountsOfRecordsAlone) {

@@ -115,10 +115,11 @@ void SearchAndTell(const platform::GridTable& grid, Events& events, const std::s
   events.Notify("找到记录共 " + std::to_string(count) + " 条。");
 }
 
-void ResetView(platform::Grid& grid) {
+// Not a guard around the search: an exception that is no std::exception must find the grid untouched.
+void ResetView(platform::GridBusy& busy) {
   try {
-    grid.SetRedraw(true);
-    grid.SetPointer(platform::MousePointer::kDefault);
+    busy.SetRedraw(true);
+    busy.SetPointer(platform::MousePointer::kDefault);
   } catch (const std::exception&) {
     // A grid that refuses the change stays as it is.
   }
@@ -126,7 +127,8 @@ void ResetView(platform::Grid& grid) {
 
 }  // namespace
 
-void Find(platform::Grid& grid, Events& events, std::string_view outline_key, std::string_view search) {
+void Find(const platform::GridTable& grid, platform::GridBusy& busy, Events& events, std::string_view outline_key,
+          std::string_view search) {
   const std::string words = Normalised(search);
   // A text of nothing but separators leaves only bars.
   if (words.find_first_not_of("| ") == std::string::npos) return;
@@ -138,7 +140,7 @@ void Find(platform::Grid& grid, Events& events, std::string_view outline_key, st
   } catch (const std::exception& caught) {
     error = caught.what();
   }
-  ResetView(grid);
+  ResetView(busy);
   if (error) events.Notify(*error);
 }
 

@@ -4,7 +4,8 @@
 #include <string_view>
 
 #include "interaction/events.h"
-#include "platform/grid.h"
+#include "platform/grid_busy.h"
+#include "platform/grid_table.h"
 
 namespace stockbook::interaction {
 
@@ -17,6 +18,7 @@ namespace stockbook::interaction {
 //
 // Listeners may change the grid in any way during the search, which continues with the next row number on the grid as
 // it is then. An exception that is not a std::exception passes through, and the grid is not touched any more.
-void Find(platform::Grid& grid, Events& events, std::string_view outline_key, std::string_view search);
+void Find(const platform::GridTable& grid, platform::GridBusy& busy, Events& events, std::string_view outline_key,
+          std::string_view search);
 
 }  // namespace stockbook::interaction

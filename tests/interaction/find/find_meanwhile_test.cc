@@ -84,7 +84,7 @@ TEST_F(FindingMeanwhile, NamesHitsByTheColumnThatHasTheKeyThen) {
 
 TEST_F(FindingMeanwhile, SearchesWithinASearch) {
   Load(kParts);
-  OnFirstHit([&] { Find(sheet_, events_, "Name", "垫"); });
+  OnFirstHit([&] { Find(sheet_, sheet_, events_, "Name", "垫"); });
   EXPECT_EQ(FindText("螺母"),
             (Lines{"#BEGIN#", "螺母 M3 |2", "#BEGIN#", "垫片 |4", "#END#", Summary(1), "#END#", Summary(1)}));
 }

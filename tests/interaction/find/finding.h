@@ -58,7 +58,7 @@ class Finding : public ::testing::Test {
   }
   Lines FindIn(platform::Grid& grid, const std::string& search) {
     listener_.lines.clear();
-    Find(grid, events_, "Name", search);
+    Find(grid, grid, events_, "Name", search);
     return Told();
   }
   // The lines of FindMsg without the event's name, and those of Notify with it.
