@@ -23,9 +23,11 @@ constexpr platform::Colour kInk = 0x00000000;
 
 int Fine(double pixels) { return static_cast<int>(std::lround(pixels * kScale)); }
 
-platform::Font Sized(platform::Font font, double factor, bool bold) {
+enum class Weight { kNormal, kBold };
+
+platform::Font Sized(platform::Font font, double factor, Weight weight) {
   font.size_pt *= factor;
-  font.bold = bold;
+  font.bold = weight == Weight::kBold;
   return font;
 }
 
@@ -71,8 +73,8 @@ void GridPrinter::PaintFrame(QPainter& painter, int page) {
   const sheet::TextItem heading{heading_, {0, 0, width, Fine(kHeadingHeight)}, sheet::HorizontalAlign::kLeft};
   const sheet::TextItem footer{
       number, {0, Fine(pixels.height() - kFooterHeight), width, Fine(kFooterHeight)}, sheet::HorizontalAlign::kRight};
-  canvas.DrawTexts(Sized(font, kHeadingSize, true), kInk, {&heading, 1});
-  canvas.DrawTexts(Sized(font, kFooterSize, false), kInk, {&footer, 1});
+  canvas.DrawTexts(Sized(font, kHeadingSize, Weight::kBold), kInk, {&heading, 1});
+  canvas.DrawTexts(Sized(font, kFooterSize, Weight::kNormal), kInk, {&footer, 1});
 }
 
 void GridPrinter::PaintCells(QPainter& painter, int page) {

@@ -66,13 +66,18 @@ Direction DirectionOf(const CommandLine& line) {
   return line.Choice("direction", kChoices).value_or("issue") == "receipt" ? Direction::Receipt : Direction::Issue;
 }
 
+// What happens to a line that cannot be imported: it is left out, or it ends the import.
+enum class BadLines { kSkipped, kFatal };
+
 class LineReports {
  public:
-  LineReports(std::ostream& err, bool strict) : err_(err), strict_(strict) {}
+  LineReports(std::ostream& err, BadLines bad_lines) : err_(err), bad_lines_(bad_lines) {}
 
   void Report(int64_t line, SkipReason reason, const std::string& explanation, Tally& tally) {
     const std::string sentence = "Line " + std::to_string(line) + " cannot be imported: " + explanation;
-    if (strict_) throw platform::Error("import", sentence + "; correct it, or leave --strict out to skip it.");
+    if (bad_lines_ == BadLines::kFatal) {
+      throw platform::Error("import", sentence + "; correct it, or leave --strict out to skip it.");
+    }
     ++tally.skipped;
     ++tally.reasons[static_cast<size_t>(reason)];
     if (tally.skipped <= kReportsShown) err_ << "stockbook import: " << OneLine(sentence) << "; it is skipped.\n";
@@ -82,7 +87,7 @@ class LineReports {
 
  private:
   std::ostream& err_;
-  bool strict_;
+  BadLines bad_lines_;
 };
 
 void ReadHeader(CsvReader& reader, ImportMapping& mapping) {
@@ -145,7 +150,7 @@ int RunImport(const std::vector<std::string>& arguments, Terminal& terminal) {
   ReadHeader(reader, mapping);
   InventoryWriter writer(output);
   ImportInventory inventory(writer);
-  LineReports reports(terminal.err, line.Has("strict"));
+  LineReports reports(terminal.err, line.Has("strict") ? BadLines::kFatal : BadLines::kSkipped);
   const Tally tally = ReadLines(reader, MovementReader(mapping, direction), reports, inventory);
   if (tally.read == tally.skipped) {
     throw platform::Error("import",
