@@ -15,7 +15,7 @@ bool Keyboard::Press(const KeyEvent& event) {
   if (IsCopying(event) && view_.observer().Copy()) return true;
   const Selection& selection = view_.selection();
   if (selection.current.row < 0 || selection.current.column < 0) return false;
-  if (IsCommand(event.key)) return Command(event);
+  if (const std::optional<bool> done = Command(event)) return *done;
   if (FoldNode(event)) return true;
   const bool extends = event.modifiers.Shift();
   const CellPosition target = Target(event, extends ? selection.end : selection.current);
@@ -27,12 +27,7 @@ bool Keyboard::IsCopying(const KeyEvent& event) {
   return event.modifiers.Control() && (event.key == Key::kC || event.key == Key::kInsert);
 }
 
-bool Keyboard::IsCommand(Key key) {
-  return key == Key::kA || key == Key::kC || key == Key::kInsert || key == Key::kSpace || key == Key::kPlus ||
-         key == Key::kMinus || key == Key::kEnter || key == Key::kMenu;
-}
-
-bool Keyboard::Command(const KeyEvent& event) {
+std::optional<bool> Keyboard::Command(const KeyEvent& event) {
   const bool control = event.modifiers.Control();
   switch (event.key) {
     case Key::kA:
@@ -47,11 +42,14 @@ bool Keyboard::Command(const KeyEvent& event) {
       return DoubleClick();
     case Key::kMenu:
       return PressRight(event.modifiers);
-    default:
+    case Key::kPlus:
+    case Key::kMinus:
       // On many keyboards the plus sign needs Shift.
       if (!control) return FoldNode({event.key, {}});
       FoldAll(event.key == Key::kMinus);
       return true;
+    default:
+      return std::nullopt;
   }
 }
 

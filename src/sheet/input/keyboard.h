@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include "sheet/input/events.h"
 #include "sheet/selection/selection.h"
 
@@ -26,9 +28,9 @@ class Keyboard {
   int EdgeRow(int direction) const;
   int EdgeColumn(int direction) const;
   int PageRow(int row, int direction) const;
-  static bool IsCommand(Key key);
   static bool IsCopying(const KeyEvent& event);
-  bool Command(const KeyEvent& event);
+  // What a key does that does not move the current cell, and whether it had a meaning; nothing for the other keys.
+  std::optional<bool> Command(const KeyEvent& event);
   bool Copy();
   bool SelectWhole(Modifiers modifiers);
   void FoldAll(bool collapsed);
