@@ -20,6 +20,14 @@ std::string ProductText(const std::string& title, const journal::SubjectTexts& s
   return text + " 单位:" + OrMissing(subject.measure);
 }
 
+// The names of a class and of the classes above it, from the top down: "华东\上海". "" when none is known.
+std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code) {
+  std::string path;
+  for (const std::string& name : journal::Subjects(connection, type).ClassNames(code))
+    path += (path.empty() ? "" : "\\") + OrMissing(name);
+  return path;
+}
+
 // Path and name of one partner or project, the path of a class, or all of them.
 std::string MemberText(platform::Connection* connection, base::tqJournalTypeContants type,
                        const journal::SubjectKeys& keys, const std::string& title) {
@@ -31,13 +39,6 @@ std::string MemberText(platform::Connection* connection, base::tqJournalTypeCont
 }
 
 }  // namespace
-
-std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code) {
-  std::string path;
-  for (const std::string& name : journal::Subjects(connection, type).ClassNames(code))
-    path += (path.empty() ? "" : "\\") + OrMissing(name);
-  return path;
-}
 
 JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
                               const journal::SubjectKeys& keys, const journal::SubjectTexts& subject,

@@ -27,7 +27,4 @@ JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalT
                               const journal::SubjectKeys& keys, const journal::SubjectTexts& subject,
                               const std::array<std::string, 4>& titles);
 
-// The names of a class and of the classes above it, from the top down: "华东\上海". "" when none is known.
-std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code);
-
 }  // namespace stockbook::interaction

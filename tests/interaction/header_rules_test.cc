@@ -14,13 +14,18 @@ using testing::Text;
 
 TEST(JournalCaption, LooksUpThePrefixesOfTwoToTenCharacters) {
   FakeConnection connection;
-  EXPECT_EQ(ClassPath(&connection, base::ProjectJournal, "0102030405067"), "");
+  const auto caption_of = [&](const char* class_code) {
+    const std::array<std::string, 4> titles = {"商品", "发货单位", "收货单位", "项目"};
+    return ComposeCaption(&connection, base::ProjectJournal, {0, 0, class_code}, {}, titles).text;
+  };
+  const std::string unknown = "项目:(无) [商品:(无) 单位:(无)]";
+  EXPECT_EQ(caption_of("0102030405067"), unknown);
   EXPECT_EQ(connection.Sent(),
             (std::vector<std::string>{
                 "Select * From 项目分类 Where ClassCode='01' Union Select * From 项目分类 Where ClassCode='0102' Union "
                 "Select * From 项目分类 Where ClassCode='010203' Union Select * From 项目分类 Where "
                 "ClassCode='01020304' Union Select * From 项目分类 Where ClassCode='0102030405'"}));
-  EXPECT_EQ(ClassPath(&connection, base::ProjectJournal, "1"), "");
+  EXPECT_EQ(caption_of("1"), unknown);
   EXPECT_EQ(connection.Sent().size(), 1U) << "a code of one character has no class to look up";
 }
 
