@@ -110,7 +110,7 @@ void Folding(qt::StockbookWidget& widget, const bench::ShownTexts& texts) {
   sheet::GridSheet& sheet = widget.sheet();
   const auto fold = [&](bool collapsed) {
     return SecondsOf([&] {
-      sheet.CollapseAll(collapsed);
+      collapsed ? sheet.CollapseAll() : sheet.ExpandAll();
       widget.viewport()->repaint();
     });
   };
@@ -193,7 +193,7 @@ void Memory(const sheet::GridSheet& journal, const bench::ShownTexts& texts) {
                           platform::PictureAlignment::kLeftCenter);
   sheet.GroupBy(sheet.Cols() - 1, 1, "%s");
   sheet.SelectRange(1, 1, sheet.Rows() - 1, 3);
-  sheet.CollapseAll(true);
+  sheet.CollapseAll();
   const double bytes = (in_use() - before) / static_cast<double>(rows);
   std::printf("%-34s %10.3f bytes a row (at most 24)\n", "memory beyond the data's columns", bytes);
 }

@@ -123,8 +123,4 @@ void BillKinds::DecorateRecords() {
                {nullptr, images_.Find("Project")}, kPicturePlace);
 }
 
-void SetAllCollapsed(platform::GridOutline& grid, OutlineState state) {
-  grid.CollapseAll(state == OutlineState::kCollapsed);
-}
-
 }  // namespace stockbook::grid

@@ -47,8 +47,4 @@ class BillKinds {
   std::string_view outline_key_;
 };
 
-// Collapses or expands every outline node. The other rows, the current row and the scroll position stay as they are.
-enum class OutlineState { kExpanded, kCollapsed };
-void SetAllCollapsed(platform::GridOutline& grid, OutlineState state);
-
 }  // namespace stockbook::grid

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "interaction/grid_menus.h"
 
-#include "grid/bill_kinds.h"
 #include "grid/product_names.h"
 #include "interaction/menus.h"
 #include "interaction/tell_errors.h"
@@ -60,7 +59,7 @@ void GridMenus::OpenFastMenu(int row, int column) {
   const Offer bill = context_.ids_of(row).bill > 0 ? Offer::kEnabled : Offer::kDisabled;
   const platform::MenuChoice choice = context_.menu.PopUp(FastMenu(kind, bill));
   if (choice.name == "mnuCollapse")
-    grid::SetAllCollapsed(grid, choice.index == 1 ? grid::OutlineState::kCollapsed : grid::OutlineState::kExpanded);
+    choice.index == 1 ? grid.CollapseAll() : grid.ExpandAll();
   else if (choice.name == "mnuBill")
     Announce(context_.events, "Bill");
   else if (choice.name == "mnuCopy")

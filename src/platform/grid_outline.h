@@ -34,7 +34,8 @@ class GridOutline {
   virtual bool IsCollapsed(int row) const = 0;
   virtual void SetIsCollapsed(int row, bool collapsed) = 0;
   // Folds or unfolds every node, at the cost of one; current cell and scroll position stay.
-  virtual void CollapseAll(bool collapsed) = 0;
+  virtual void CollapseAll() = 0;
+  virtual void ExpandAll() = 0;
   virtual OutlineBarStyle OutlineBar() const = 0;
   virtual void SetOutlineBar(OutlineBarStyle style) = 0;
   virtual void SetNodeOpenPicture(const PictureRef& picture) = 0;

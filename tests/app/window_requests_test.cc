@@ -154,7 +154,7 @@ TEST_F(Requests, FindSaysThatThereIsNothing) {
 
 TEST_F(Requests, FindOpensThePeriodOfAHit) {
   OpenFirst();
-  grid().CollapseAll(true);
+  grid().CollapseAll();
   Item(QKeySequence::Find)->trigger();
   Type(FirstBillNo());
   Press(&bar().words(), Qt::Key_Return);

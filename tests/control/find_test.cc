@@ -29,7 +29,7 @@ TEST_F(FindInJournal, IgnoresTheRowToStartFrom) {
 TEST_F(FindInJournal, SearchesCollapsedPeriodsAndHiddenRows) {
   const Lines open = Find("出库单 12");
   ASSERT_EQ(open, (Lines{"FindMsg #BEGIN#", "FindMsg 出库单 12 |12", "FindMsg #END#", "Notify 找到记录共 1 条。"}));
-  grid().CollapseAll(true);
+  grid().CollapseAll();
   EXPECT_TRUE(grid().RowHidden(12));
   EXPECT_EQ(Find("出库单 12"), open);
 }

@@ -33,7 +33,7 @@ TEST_F(FindRules, AHitIsNamedByItsBillNumber) {
 
 TEST_F(FindRules, HitsInFoldedPeriodsAreReportedToo) {
   grid().SetTextMatrix(4, ColumnOf("Explain"), "独一无二");
-  grid().CollapseAll(true);
+  grid().CollapseAll();
   heard_.Take();
   control().Find("独一无二");
   EXPECT_EQ(heard_.Take()[1], "FindMsg 出库单 4 |4");

@@ -224,7 +224,7 @@ TEST_F(GridRules, FoldingEverythingTouchesNoRowThatIsNoNode) {
   for (const int line : {2, 3, 5}) sheet_.SetRowOutlineLevel(line, 1);
   sheet_.Select(4, 3);
   sheet_.SetTopRow(1);
-  SetAllCollapsed(sheet_, OutlineState::kCollapsed);
+  sheet_.CollapseAll();
   EXPECT_TRUE(sheet_.IsCollapsed(1) && sheet_.IsCollapsed(4));
   for (const int line : {2, 3, 5}) EXPECT_FALSE(sheet_.IsSubtotal(line) || sheet_.IsCollapsed(line)) << line;
   EXPECT_EQ(sheet_.Row(), 4);

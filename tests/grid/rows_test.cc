@@ -125,10 +125,10 @@ TEST_F(Rows, CollapseAndExpandNodesAndNothingElse) {
   sheet_.SetIsSubtotal(3, true);
   for (const int line : {2, 4}) sheet_.SetRowOutlineLevel(line, 1);
   sheet_.Select(2, 3);
-  SetAllCollapsed(sheet_, OutlineState::kCollapsed);
+  sheet_.CollapseAll();
   EXPECT_TRUE(sheet_.IsCollapsed(1) && sheet_.IsCollapsed(3));
   EXPECT_EQ(sheet_.Row(), 2);
-  SetAllCollapsed(sheet_, OutlineState::kExpanded);
+  sheet_.ExpandAll();
   EXPECT_FALSE(sheet_.IsCollapsed(1) || sheet_.IsCollapsed(3));
 }
 

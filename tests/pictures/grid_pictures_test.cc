@@ -33,7 +33,7 @@ TEST_F(GridPictures, FrozenColumnsStayWhileTheOthersAreScrolledSideways) {
 
 TEST_F(GridPictures, ClosedPeriodsLeaveTheirTotalsInSight) {
   FillLedger(6, 3);
-  sheet_.CollapseAll(true);
+  sheet_.CollapseAll();
   sheet_.SetIsCollapsed(RowOf(3) - 1, false);
   sheet_.Select(RowOf(3) - 1, kLedgerBill);
   ExpectPicture("collapsed");

@@ -319,14 +319,14 @@ TEST_F(PrintingWidget, ComesBackToWhereAFoldedSheetWasScrolledTo) {
   widget.resize(700, 400);
   widget.show();
   sheet.view().ScrollTo({0, 900});
-  sheet.CollapseAll(true);
+  sheet.CollapseAll();
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
   {
     QPdfWriter writer(&buffer);
     EXPECT_TRUE(widget.Print(writer));
   }
-  sheet.CollapseAll(false);
+  sheet.ExpandAll();
   EXPECT_EQ(sheet.view().geometry().scroll().y, 900);
 }
 

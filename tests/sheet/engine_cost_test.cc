@@ -76,8 +76,8 @@ TEST_F(EngineCost, FoldingUnfoldingAndResizingComeBackToTheRunsThereWere) {
     }
     EXPECT_LE(sheet.states().RunCount(), runs + 2);
     for (const int node : nodes) sheet.SetIsCollapsed(node, false);
-    sheet.CollapseAll(true);
-    sheet.CollapseAll(false);
+    sheet.CollapseAll();
+    sheet.ExpandAll();
     for (int row = 100; row < 200; ++row) sheet.SetRowHeight(row, 20 * row);
     EXPECT_GE(sheet.states().RunCount(), runs + 100);
     // Lines that had different heights form one run again once they share one, between the runs before and after.

@@ -237,7 +237,7 @@ void GestureWorld::ChangeOutline() {
       break;
     }
     case 5:
-      sheet_.CollapseAll(Below(2) == 0);
+      Below(2) == 0 ? sheet_.CollapseAll() : sheet_.ExpandAll();
       break;
     case 6:
       // Not by a column whose texts all differ, which would make a node for each row.

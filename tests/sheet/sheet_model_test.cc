@@ -109,7 +109,7 @@ class RandomEdits : public ::testing::TestWithParam<unsigned> {
         const bool collapsed = Below(2) == 0;
         const bool all = Below(10) == 0;
         if (all) {
-          sheet_.CollapseAll(collapsed);
+          collapsed ? sheet_.CollapseAll() : sheet_.ExpandAll();
         } else {
           sheet_.SetIsCollapsed(row, collapsed);
         }

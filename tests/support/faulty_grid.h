@@ -136,7 +136,8 @@ class FaultyGrid : public platform::Grid {
   void CopySelection(platform::Clipboard& clipboard) override { Asked().CopySelection(clipboard); }
   void SetObserver(platform::GridObserver* observer) override { real_.SetObserver(observer); }
   int64_t Revision() const override { return real_.Revision(); }
-  void CollapseAll(bool collapsed) override { Asked().CollapseAll(collapsed); }
+  void CollapseAll() override { Asked().CollapseAll(); }
+  void ExpandAll() override { Asked().ExpandAll(); }
   platform::Colour ColourOf(platform::GridColour which) const override { return Asked().ColourOf(which); }
   void SetColour(platform::GridColour which, platform::Colour colour) override { Asked().SetColour(which, colour); }
   platform::GridLineStyle GridLines() const override { return Asked().GridLines(); }

@@ -78,7 +78,7 @@ int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
   if (const LoadReport report = window.LoadJournal(options); !report.loaded) {
     throw platform::Error("print", LoadError(report));
   }
-  if (line.Has("collapse")) window.stockbook().sheet().CollapseAll(true);
+  if (line.Has("collapse")) window.stockbook().sheet().CollapseAll();
   const QByteArray pdf = PdfOf(window.stockbook(), page);
   output.stream().write(pdf.constData(), pdf.size());
   output.Commit();

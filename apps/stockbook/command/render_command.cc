@@ -119,7 +119,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
     throw platform::Error("render", LoadError(report));
   }
   sheet::GridSheet& sheet = window.stockbook().sheet();
-  if (line.Has("collapse")) sheet.CollapseAll(true);
+  if (line.Has("collapse")) sheet.CollapseAll();
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));
   // Let the window settle: scroll bars appear and disappear.
   QApplication::processEvents();

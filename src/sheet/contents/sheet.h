@@ -99,7 +99,8 @@ class Sheet : public virtual platform::GridTable,
   void SetRowOutlineLevel(int row, int level) final;
   bool IsCollapsed(int row) const final;
   void SetIsCollapsed(int row, bool collapsed) final;
-  void CollapseAll(bool collapsed) final;
+  void CollapseAll() final;
+  void ExpandAll() final;
   int OutlineCol() const final { return outline_col_ < Cols() ? outline_col_ : -1; }
   void SetOutlineCol(int column) final;
   platform::OutlineBarStyle OutlineBar() const final { return appearance_.outline_bar; }

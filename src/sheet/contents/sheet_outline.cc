@@ -78,8 +78,12 @@ void Sheet::SetIsCollapsed(int row, bool collapsed) {
   RowsChanged();
 }
 
-void Sheet::CollapseAll(bool collapsed) {
-  if (outline_.SetAllCollapsed(collapsed)) RowsChanged();
+void Sheet::CollapseAll() {
+  if (outline_.SetAllCollapsed(true)) RowsChanged();
+}
+
+void Sheet::ExpandAll() {
+  if (outline_.SetAllCollapsed(false)) RowsChanged();
 }
 
 void Sheet::SetOutlineCol(int column) {

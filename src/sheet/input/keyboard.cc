@@ -46,7 +46,7 @@ std::optional<bool> Keyboard::Command(const KeyEvent& event) {
     case Key::kMinus:
       // On many keyboards the plus sign needs Shift.
       if (!control) return FoldNode({event.key, {}});
-      FoldAll(event.key == Key::kMinus);
+      FoldAll(event.key);
       return true;
     default:
       return std::nullopt;
@@ -95,8 +95,8 @@ bool Keyboard::PressRight(Modifiers modifiers) {
   return true;
 }
 
-void Keyboard::FoldAll(bool collapsed) {
-  sheet_.CollapseAll(collapsed);
+void Keyboard::FoldAll(Key key) {
+  key == Key::kMinus ? sheet_.CollapseAll() : sheet_.ExpandAll();
   const CellPosition cell = view_.selection().current;
   if (!sheet_.states().At(cell.row).covered) {
     view_.ScrollTo(view_.geometry().ToShow(cell.row, cell.column));

@@ -33,7 +33,8 @@ class Keyboard {
   std::optional<bool> Command(const KeyEvent& event);
   bool Copy();
   bool SelectWhole(Modifiers modifiers);
-  void FoldAll(bool collapsed);
+  // Opens all nodes, or closes them if the key is minus.
+  void FoldAll(Key key);
   // Selects and scrolls the end of the selection into view, if the observer allows it.
   void MoveTo(const Selection& wanted);
   bool GoToNode(CellPosition cell);
