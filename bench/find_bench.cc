@@ -164,7 +164,7 @@ Measured MeasureFind(sheet::GridSheet& sheet, const std::string& search, int rou
     interaction::Events events;
     events.AddListener(&host);
     const double start = CpuSeconds();
-    interaction::Find(sheet, events, kOutlineKey, search);
+    interaction::Find(sheet, sheet, events, kOutlineKey, search);
     measured.seconds = std::min(measured.seconds, CpuSeconds() - start);
     measured.hits = host.messages - 2;  // the begin and the end
   }
