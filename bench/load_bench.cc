@@ -60,6 +60,7 @@ class TimedConnection : public platform::Connection {
     seconds += CpuSeconds() - start;
     return result;
   }
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override { return inner_->ReadAsOfOneMoment(); }
   double seconds = 0;
 
  private:

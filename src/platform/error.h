@@ -6,15 +6,25 @@
 
 namespace stockbook::platform {
 
+// What failed. An error of the statement concerns what was asked (no such table, a text that is refused, a value that
+// does not convert): another statement may well succeed, and a reader may take a neutral result. All others concern the
+// engine: what was asked has an answer, and nobody knows it.
+enum class ErrorKind { kStatement, kBusy, kInputOutput, kDamaged, kMemory, kInterrupted };
+
 // The one error that ports throw: what was being done, and a message for the user in one sentence; the platform's own
 // code and SQLSTATE where there are any. The control turns it into its neutral results at its own edge.
 class Error : public std::runtime_error {
  public:
-  Error(std::string operation, const std::string& message, int native_code = 0, std::string sql_state = {})
+  Error(std::string operation, const std::string& message, int native_code = 0, ErrorKind kind = ErrorKind::kStatement,
+        std::string sql_state = {})
       : std::runtime_error(message),
         operation_(std::move(operation)),
         native_code_(native_code),
+        kind_(kind),
         sql_state_(std::move(sql_state)) {}
+
+  ErrorKind kind() const { return kind_; }
+  bool IsOfEngine() const { return kind_ != ErrorKind::kStatement; }
 
   const std::string& operation() const { return operation_; }
   int native_code() const { return native_code_; }
@@ -23,6 +33,7 @@ class Error : public std::runtime_error {
  private:
   std::string operation_;
   int native_code_;
+  ErrorKind kind_;
   std::string sql_state_;
 };
 

@@ -117,6 +117,7 @@ class FailingConnection : public platform::Connection {
     if (--left_ == 0) throw platform::Error("execute", "statement refused");
     return real_->Execute(statement, options);
   }
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override { return real_->ReadAsOfOneMoment(); }
   bool HasFailed() const { return left_ <= 0; }
 
  private:

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -57,6 +58,17 @@ class FakeConnection : public platform::Connection {
     if (best == nullptr) throw platform::Error("execute", "unknown statement: " + std::string(statement));
     return (*best)();
   }
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override {
+    class Counted : public platform::Moment {
+     public:
+      explicit Counted(int& open) : open_(open) { ++open_; }
+      ~Counted() override { --open_; }
+
+     private:
+      int& open_;
+    };
+    return std::make_unique<Counted>(open_moments);
+  }
   const std::vector<std::string>& Sent() const { return sent_; }
   void Forget() {
     sent_.clear();
@@ -65,6 +77,7 @@ class FakeConnection : public platform::Connection {
 
   std::string connection_string;
   std::vector<int> options;  // of the statements that were sent
+  int open_moments = 0;
 
  private:
   std::map<std::string, std::function<platform::Recordset()>> answers_;

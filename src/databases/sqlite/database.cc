@@ -51,22 +51,47 @@ std::string Explain(int code, const std::string& file, const char* detail) {
   }
 }
 
+platform::ErrorKind KindOf(int code) {
+  switch (code & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return platform::ErrorKind::kBusy;
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+      return platform::ErrorKind::kDamaged;
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_IOERR:
+    case SQLITE_PROTOCOL:
+    case SQLITE_FULL:
+      return platform::ErrorKind::kInputOutput;
+    case SQLITE_NOMEM:
+      return platform::ErrorKind::kMemory;
+    case SQLITE_INTERRUPT:
+      return platform::ErrorKind::kInterrupted;
+    default:
+      return platform::ErrorKind::kStatement;
+  }
+}
+
 }  // namespace
 
 Database::Database(const std::string& file) : file_(file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
   if (!std::filesystem::exists(status))
-    throw platform::Error("Open", "找不到数据库文件“" + file + "”", SQLITE_CANTOPEN);
+    throw platform::Error("Open", "找不到数据库文件“" + file + "”", SQLITE_CANTOPEN, platform::ErrorKind::kInputOutput);
   if (std::filesystem::is_directory(status))
-    throw platform::Error("Open", "“" + file + "”是文件夹，不是数据库文件", SQLITE_CANTOPEN);
+    throw platform::Error("Open", "“" + file + "”是文件夹，不是数据库文件", SQLITE_CANTOPEN,
+                          platform::ErrorKind::kInputOutput);
   TurnOffMemoryStatistics();
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) {
     throw platform::Error("Open",
-                          Explain(code, file, opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code)), code);
+                          Explain(code, file, opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code)), code,
+                          KindOf(code));
   }
   sqlite3_busy_timeout(opened, kBusyTimeoutMs);
   sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
@@ -81,7 +106,7 @@ Database::Database(const std::string& file) : file_(file) {
 
 platform::Error Database::ErrorOf(const char* operation) const {
   const int code = sqlite3_extended_errcode(handle());
-  return {operation, Explain(code, file_, sqlite3_errmsg(handle())), code};
+  return {operation, Explain(code, file_, sqlite3_errmsg(handle())), code, KindOf(code)};
 }
 
 Statement::Statement(const Database& database, std::string_view sql) : database_(database) {
@@ -105,11 +130,20 @@ std::string_view Statement::Text(int column) const {
                          : std::string_view(static_cast<const char*>(text), static_cast<size_t>(bytes));
 }
 
-ReadTransaction::ReadTransaction(const Database& database) : database_(database) {
-  if (sqlite3_exec(database.handle(), "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK)
-    throw database.ErrorOf("Execute");
+ReadTransaction::ReadTransaction(const Database& database)
+    : database_(database), outermost_(sqlite3_get_autocommit(database.handle()) != 0) {
+  if (!outermost_) return;
+  // BEGIN alone takes no lock; the first read does.
+  for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
+    if (sqlite3_exec(database.handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK) continue;
+    const platform::Error error = database.ErrorOf("Execute");
+    sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    throw error;
+  }
 }
 
-ReadTransaction::~ReadTransaction() { sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr); }
+ReadTransaction::~ReadTransaction() {
+  if (outermost_) sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr);
+}
 
 }  // namespace stockbook::databases

@@ -49,9 +49,10 @@ class Statement {
   std::unique_ptr<sqlite3_stmt, Finalizer> handle_;
 };
 
-// Everything read during its lifetime comes from one state of the file.
+// Everything read during its lifetime comes from one state of the file, that of the outermost one's beginning.
 class ReadTransaction {
  public:
+  // Takes the lock at once, so that what follows never waits for another program; throws platform::Error if it cannot.
   explicit ReadTransaction(const Database& database);
   ~ReadTransaction();
   ReadTransaction(const ReadTransaction&) = delete;
@@ -59,6 +60,7 @@ class ReadTransaction {
 
  private:
   const Database& database_;
+  bool outermost_;
 };
 
 }  // namespace stockbook::databases

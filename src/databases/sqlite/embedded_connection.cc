@@ -59,8 +59,19 @@ platform::Recordset EmbeddedConnection::Execute(std::string_view statement, int)
   } catch (const base::ArithmeticError& error) {
     throw platform::Error("Execute", error.what());
   } catch (const std::bad_alloc&) {
-    throw platform::Error("Execute", "内存不足，结果的行数太多，请缩小查询的范围");
+    throw platform::Error("Execute", "内存不足，结果的行数太多，请缩小查询的范围", 0, platform::ErrorKind::kMemory);
   }
+}
+
+std::unique_ptr<platform::Moment> EmbeddedConnection::ReadAsOfOneMoment() {
+  class Reading : public platform::Moment {
+   public:
+    explicit Reading(const Database& database) : transaction_(database) {}
+
+   private:
+    ReadTransaction transaction_;
+  };
+  return std::make_unique<Reading>(database_);
 }
 
 platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statement) {

@@ -18,13 +18,15 @@ enum class Strategy { kFastest, kStatement, kArms };
 
 // An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE. It understands the desktop dialect, or
 // the server dialect when the connection string contains "SQL". Opened read only, one SELECT per call, on one thread. A
-// result is complete when Execute returns and does not follow later changes of the file.
+// result is complete when Execute returns and does not follow later changes of the file. A moment is a read
+// transaction: in rollback mode it holds off writers until it ends.
 class EmbeddedConnection : public platform::Connection {
  public:
   explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
 
   std::string ConnectionString() const override { return connection_string_; }
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
 
  private:
   platform::Recordset ExecuteChecked(std::string_view statement);
