@@ -105,7 +105,8 @@ std::optional<double> ParseNumber(std::string_view text) {
 
 std::optional<int64_t> ParseInteger(std::string_view text) {
   text = TrimBlanks(text);
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  // One sign; from_chars itself takes a minus.
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   int64_t number = 0;
   const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || rest != text.data() + text.size() || text.empty()) return std::nullopt;

@@ -41,6 +41,13 @@ TEST(ParseNumber, ReadsWholeTextsOnly) {
   }
 }
 
+TEST(ParseInteger, TakesOneSignAtMost) {
+  EXPECT_EQ(ParseInteger(" +12 "), 12);
+  EXPECT_EQ(ParseInteger("-12"), -12);
+  for (const char* text : {"+-2", "++2", "-+2", "--2", "+", "-", ""})
+    EXPECT_EQ(ParseInteger(text), std::nullopt) << text;
+}
+
 TEST(SafeDivide, GivesZeroWhereThereIsNoQuotient) {
   EXPECT_EQ(SafeDivide(10, 4), 2.5);
   EXPECT_EQ(SafeDivide(10, 0), 0);
