@@ -46,12 +46,13 @@ JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalT
   const journal::JournalWords words = journal::WordsOf(type);
   const std::string_view picture = keys.dpID >= 1 ? words.member_picture : words.journal_picture;
   const std::string product = ProductText(titles[base::MaterialJournal], subject);
+  const auto member_title = [&]() -> const std::string& { return titles[static_cast<size_t>(type)]; };
   switch (type) {
     case base::SupplierJournal:
     case base::CustomerJournal:
-      return {MemberText(connection, type, keys, titles[type]), picture};
+      return {MemberText(connection, type, keys, member_title()), picture};
     case base::ProjectJournal:
-      return {MemberText(connection, type, keys, titles[type]) + " [" + product + "]", picture};
+      return {MemberText(connection, type, keys, member_title()) + " [" + product + "]", picture};
     case base::MaterialJournal:
       break;
   }

@@ -129,7 +129,8 @@ void RowSearch::ListUndecided(uint8_t all, uint8_t reachable) {
   size_t count = 0;
   for (size_t at = 0; at < found_.size(); ++at) {
     undecided_[count] = static_cast<uint16_t>(at);
-    count += static_cast<size_t>((found_[at] != all) & ((found_[at] | reachable) == all));
+    // Both are computed, because a jump would cost more.
+    count += static_cast<size_t>(found_[at] != all) & static_cast<size_t>((found_[at] | reachable) == all);
   }
   undecided_.resize(count);
 }
