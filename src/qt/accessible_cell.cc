@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qt/accessible_cell.h"
 
+#include <algorithm>
+
 #include "qt/accessible_grid.h"
 #include "qt/sheet_widget.h"
 #include "qt/text.h"
@@ -11,7 +13,9 @@ using sheet::NodeState;
 
 bool AccessibleCell::isValid() const {
   const SheetWidget* view = grid_.view();
-  return view != nullptr && view->sheet().Revision() == place_.revision;
+  // A widget whose sheet has gone shows another one, whose revisions begin anew.
+  return view != nullptr && view->sheet().Revision() == place_.revision &&
+         view->sheet().HasRow(std::max(place_.row, 0)) && view->sheet().HasColumn(place_.column);
 }
 
 QWindow* AccessibleCell::window() const { return grid_.window(); }

@@ -48,7 +48,7 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 }  // namespace
 
 SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
-    : QAbstractScrollArea(parent), view_(view), mouse_(view), keyboard_(view), news_(*this, tell) {
+    : QAbstractScrollArea(parent), view_(&view), news_(*this, tell) {
   setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
   setVerticalScrollBar(new QuietScrollBar(Qt::Vertical));
   setFrameShape(QFrame::NoFrame);
@@ -59,11 +59,29 @@ SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::Update
   viewport()->setLayoutDirection(Qt::LeftToRight);
   horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
   AccessibleGrid::Install();
-  view_.SetViewer(this);
+  Show(view);
+}
+
+SheetWidget::~SheetWidget() { view_->SetViewer(nullptr); }
+
+void SheetWidget::Show(sheet::View& view) {
+  view_ = &view;
+  mouse_.emplace(view);
+  keyboard_.emplace(view);
+  view.SetViewer(this);
   FitView();
 }
 
-SheetWidget::~SheetWidget() { view_.SetViewer(nullptr); }
+void SheetWidget::ViewGone() {
+  auto_scroll_.stop();
+  wheel_rest_ = QPointF();
+  nothing_ = std::make_unique<sheet::GridSheet>();
+  nothing_->SetRows(0);
+  nothing_->SetCols(0);
+  Show(nothing_->view());
+  CursorChanged(sheet::Cursor::kDefault);
+  if (QToolTip::isVisible()) QToolTip::hideText();
+}
 
 void SheetWidget::Damaged(const sheet::Rect& area) {
   viewport()->update(ToLogical(area));
@@ -78,12 +96,12 @@ QRect SheetWidget::ToScreen(const sheet::Rect& rect) const {
 std::optional<sheet::Point> SheetWidget::FromScreen(QPoint point) const {
   const QPoint at = viewport()->mapFromGlobal(point);
   if (!viewport()->rect().contains(at)) return std::nullopt;
-  const QPointF pixel = QPointF(at) * view_.scale();
+  const QPointF pixel = QPointF(at) * view_->scale();
   return sheet::Point{static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
 }
 
 QRect SheetWidget::ToLogical(const sheet::Rect& rect) const {
-  const double scale = view_.scale();
+  const double scale = view_->scale();
   const int left = static_cast<int>(std::floor(rect.x / scale));
   const int top = static_cast<int>(std::floor(rect.y / scale));
   return {left, top, static_cast<int>(std::ceil(rect.right() / scale)) - left,
@@ -99,7 +117,7 @@ sheet::Size SheetWidget::SizeAt(double scale) const {
 void SheetWidget::FitView() {
   const double scale = Scale();
   const sheet::Size size = SizeAt(scale);
-  if (size != view_.size() || scale != view_.scale()) view_.SetSize(size, scale);
+  if (size != view_->size() || scale != view_->scale()) view_->SetSize(size, scale);
 }
 
 bool SheetWidget::viewportEvent(QEvent* event) {
@@ -113,17 +131,17 @@ bool SheetWidget::viewportEvent(QEvent* event) {
 }
 
 void SheetWidget::ShowTip(const QHelpEvent& event) {
-  const QPointF at = QPointF(event.pos()) * view_.scale();
-  const sheet::CellTip tip = sheet::CellTip::At(view_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
+  const QPointF at = QPointF(event.pos()) * view_->scale();
+  const sheet::CellTip tip = sheet::CellTip::At(*view_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
   // An empty text hides the last tooltip.
   QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
 }
 
 int SheetWidget::TextWidth(const platform::Font& font, std::string_view line) {
-  return fonts_.Find(font, view_.scale()).Width(line);
+  return fonts_.Find(font, view_->scale()).Width(line);
 }
 
-int SheetWidget::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_.scale()).line_height(); }
+int SheetWidget::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_->scale()).line_height(); }
 
 void SheetWidget::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
@@ -141,7 +159,7 @@ void SheetWidget::changeEvent(QEvent* event) {
 }
 
 void SheetWidget::LetGo() {
-  mouse_.Cancel();
+  mouse_->Cancel();
   auto_scroll_.stop();
   wheel_rest_ = QPointF();
 }
@@ -151,12 +169,12 @@ void SheetWidget::paintEvent(QPaintEvent* event) {
   if (!sheet().Redraw()) return;
   QPainter painter(viewport());
   const double scale = PaintingScale(painter);
-  if (scale == view_.scale()) {
-    PaintView(painter, event->region(), view_);
+  if (scale == view_->scale()) {
+    PaintView(painter, event->region(), *view_);
     return;
   }
   // Onto something other than the window, a picture of another resolution: a view of its own shows the sheet there.
-  PaintView(painter, event->region(), sheet::View(view_, SizeAt(scale), scale));
+  PaintView(painter, event->region(), sheet::View(*view_, SizeAt(scale), scale));
   // This is the window after all: its screen's scale has changed.
   if (scale == Scale())
     QMetaObject::invokeMethod(
@@ -184,7 +202,7 @@ void SheetWidget::ScrollChanged() {
 }
 
 void SheetWidget::UpdateBars() {
-  const sheet::Geometry geometry = view_.geometry();
+  const sheet::Geometry geometry = view_->geometry();
   const sheet::ScrollPosition most = geometry.max_scroll();
   const sheet::ScrollPosition at = geometry.scroll();
   const sheet::Rect body = geometry.BodyRect();
@@ -199,26 +217,26 @@ void SheetWidget::UpdateBars() {
     bar.setRange(0, scale.MostOnBar());
     bar.setValue(scale.ToBar(position));
   };
-  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(view_));
-  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(view_));
+  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(*view_));
+  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(*view_));
   updating_bars_ = nested;
 }
 
 void SheetWidget::scrollContentsBy(int /*dx*/, int /*dy*/) {
   if (updating_bars_) return;
-  view_.ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
+  view_->ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
 }
 
 // Moves the pixels that remain visible and damages what comes into view. When scrolling in both directions, each
 // direction moves in turn. The sheet's frame at the far edges of the view is repainted with the parts that come in.
 void SheetWidget::MovePixels() {
-  const sheet::Geometry geometry = view_.geometry();
+  const sheet::Geometry geometry = view_->geometry();
   const sheet::ScrollPosition now = geometry.scroll();
   const sheet::ScrollPosition before = std::exchange(shown_, now);
   const sheet::Size view = geometry.view();
   const int pinned_height = geometry.PinnedHeight();
   const int pinned_width = geometry.PinnedWidth();
-  const int frame = static_cast<int>(std::ceil(view_.scale()));
+  const int frame = static_cast<int>(std::ceil(view_->scale()));
   if (before.y != now.y) {
     // The background beside the cells does not move.
     const int width = std::min(view.width, geometry.CellsRect().width + frame);
@@ -241,7 +259,7 @@ void SheetWidget::MovePixels() {
 
 void SheetWidget::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
   if (part.IsEmpty()) return;
-  const double scale = view_.scale();
+  const double scale = view_->scale();
   const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
   const bool far = std::abs(dx) >= part.width || std::abs(dy) >= part.height;
   const bool fits = scale == std::floor(scale) && whole(dx) && whole(dy) && whole(part.x) && whole(part.y);
@@ -272,47 +290,47 @@ void SheetWidget::CursorChanged(sheet::Cursor cursor) {
 
 void SheetWidget::keyPressEvent(QKeyEvent* event) {
   // The key that ends a drag must not also close a dialog around the grid.
-  if (event->key() == Qt::Key_Escape && mouse_.Cancel()) return;
-  if (!keyboard_.Press(ToSheet(*event))) event->ignore();
+  if (event->key() == Qt::Key_Escape && mouse_->Cancel()) return;
+  if (!keyboard_->Press(ToSheet(*event))) event->ignore();
 }
 
-void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_.Press(ToSheet(*event, view_.scale())); }
+void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_->Press(ToSheet(*event, view_->scale())); }
 
 void SheetWidget::mouseMoveEvent(QMouseEvent* event) {
-  mouse_.Move(ToSheet(*event, view_.scale()));
+  mouse_->Move(ToSheet(*event, view_->scale()));
   KeepAutoScrolling();
 }
 
 void SheetWidget::mouseReleaseEvent(QMouseEvent* event) {
-  mouse_.Release(ToSheet(*event, view_.scale()));
+  mouse_->Release(ToSheet(*event, view_->scale()));
   KeepAutoScrolling();
 }
 
-void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_.DoubleClick(ToSheet(*event, view_.scale())); }
+void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_->DoubleClick(ToSheet(*event, view_->scale())); }
 
 // The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
 // with Ctrl for the caption of its column.
 void SheetWidget::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard) {
-    event->setAccepted(view_.IsObserved());
+    event->setAccepted(view_->IsObserved());
     return;
   }
   const int16_t control = event->modifiers().testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
   const bool nested = std::exchange(menu_by_key_, true);
-  event->setAccepted(keyboard_.Press({sheet::Key::kMenu, {control}}));
+  event->setAccepted(keyboard_->Press({sheet::Key::kMenu, {control}}));
   menu_by_key_ = nested;
 }
 
 QPoint SheetWidget::MenuPlace() const {
-  const auto [row, column] = view_.mouse_cell();
+  const auto [row, column] = view_->mouse_cell();
   if (!menu_by_key_ || row < 0 || column < 0) return QCursor::pos();
-  const sheet::Geometry geometry = view_.geometry();
+  const sheet::Geometry geometry = view_->geometry();
   const QRect cell = ToScreen(geometry.CellRect(row, column).Intersected(geometry.PaneOf(row, column)));
   return {cell.left(), cell.bottom() + 1};
 }
 
 void SheetWidget::KeepAutoScrolling() {
-  if (!mouse_.WantsAutoScroll()) {
+  if (!mouse_->WantsAutoScroll()) {
     auto_scroll_.stop();
   } else if (!auto_scroll_.isActive()) {
     auto_scroll_.start(kAutoScrollMs, this);
@@ -324,20 +342,20 @@ void SheetWidget::timerEvent(QTimerEvent* event) {
     QAbstractScrollArea::timerEvent(event);
     return;
   }
-  mouse_.AutoScroll();
+  mouse_->AutoScroll();
   KeepAutoScrolling();
 }
 
 void SheetWidget::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
-  view_.SetFocused(true);
+  view_->SetFocused(true);
   news_.TellFocus();
 }
 
 void SheetWidget::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
   // The focus comes back when the menu closes.
-  if (event->reason() != Qt::PopupFocusReason) view_.SetFocused(false);
+  if (event->reason() != Qt::PopupFocusReason) view_->SetFocused(false);
 }
 
 void SheetWidget::hideEvent(QHideEvent* event) {
@@ -348,12 +366,12 @@ void SheetWidget::hideEvent(QHideEvent* event) {
 // A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
 // fractions are kept for slow turning.
 void SheetWidget::wheelEvent(QWheelEvent* event) {
-  const double scale = view_.scale();
+  const double scale = view_->scale();
   QPointF turned;
   if (!event->pixelDelta().isNull()) {
     turned = QPointF(event->pixelDelta()) * scale;
   } else {
-    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(view_);
+    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(*view_);
   }
   // With Shift the wheel of a plain mouse scrolls sideways.
   if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);
@@ -361,7 +379,7 @@ void SheetWidget::wheelEvent(QWheelEvent* event) {
   const auto dx = static_cast<int64_t>(wheel_rest_.x());
   const auto dy = static_cast<int64_t>(wheel_rest_.y());
   wheel_rest_ -= QPointF(static_cast<double>(dx), static_cast<double>(dy));
-  mouse_.Wheel(-dx, -dy);
+  mouse_->Wheel(-dx, -dy);
   event->accept();
 }
 

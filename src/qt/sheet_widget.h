@@ -5,12 +5,14 @@
 #include <QBasicTimer>
 #include <QHelpEvent>
 #include <QPointF>
+#include <memory>
 #include <optional>
 
 #include "qt/accessible_news.h"
 #include "qt/bar_scale.h"
 #include "qt/canvas.h"
 #include "sheet/geometry/text_measure.h"
+#include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/view/view.h"
@@ -19,7 +21,9 @@
 namespace stockbook::qt {
 
 // Shows a sheet: repaints its damaged parts, moves pixels when it scrolls, maintains the scroll bars and forwards keys,
-// mouse and wheel. While the sheet's redraw is off, the last frame stays. The sheet outlives the view.
+// mouse and wheel. While the sheet's redraw is off, the last frame stays. If the view or its sheet goes first, the
+// widget shows a sheet of its own without rows and columns from then on; only inside of an event that the widget has
+// passed on to them they must stay.
 class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
   Q_OBJECT
 
@@ -29,8 +33,8 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
                        QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
   ~SheetWidget() override;
 
-  sheet::View& view() const { return view_; }
-  sheet::Sheet& sheet() const { return view_.sheet(); }
+  sheet::View& view() const { return *view_; }
+  sheet::Sheet& sheet() const { return view_->sheet(); }
   // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
@@ -62,11 +66,14 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   void CursorChanged(sheet::Cursor cursor) override;
   void SelectionChanged() override { news_.Tell(); }
   void NodeChanged(int row) override { news_.TellNode(row); }
+  void ViewGone() override;
   sheet::TextMeasure* Measure() override { return this; }
   // sheet::TextMeasure
   int TextWidth(const platform::Font& font, std::string_view line) override;
   int LineHeight(const platform::Font& font) override;
 
+  // Makes the view the one that is shown.
+  void Show(sheet::View& view);
   double Scale() const { return viewport()->devicePixelRatioF(); }
   void PaintView(QPainter& painter, const QRegion& region, const sheet::View& view);
   // The size of the viewport in pixels of the scale.
@@ -82,9 +89,10 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
   QRect ToLogical(const sheet::Rect& rect) const;
 
-  sheet::View& view_;
-  sheet::Mouse mouse_;
-  sheet::Keyboard keyboard_;
+  std::unique_ptr<sheet::GridSheet> nothing_;  // instead of a sheet that has gone
+  sheet::View* view_ = nullptr;
+  std::optional<sheet::Mouse> mouse_;
+  std::optional<sheet::Keyboard> keyboard_;
   QBasicTimer auto_scroll_;
   AccessibleNews news_;
   GlyphFonts fonts_;

@@ -15,6 +15,10 @@ Sheet::Sheet() {
   InsertRows(0, fixed_rows_);
 }
 
+Sheet::~Sheet() {
+  Tell([](SheetWatcher& watcher) { watcher.SheetGone(); });
+}
+
 void Sheet::CheckRow(const char* operation, int row) const {
   if (HasRow(row)) return;
   throw Error(operation, std::string(operation) + ": there is no row " + std::to_string(row) +

@@ -26,7 +26,8 @@ class Sheet : public virtual platform::GridTable,
               public virtual platform::GridAppearance {
  public:
   Sheet();
-  ~Sheet() override = default;
+  // Its views let go of it; see View.
+  ~Sheet() override;
   Sheet(const Sheet&) = delete;
   Sheet& operator=(const Sheet&) = delete;
 
@@ -158,7 +159,6 @@ class Sheet : public virtual platform::GridTable,
   // The first column after the fixed ones that is not hidden, or simply the first after them if all are hidden.
   int FirstShownColumn() const;
 
-  // A watcher must be removed before the sheet is destroyed.
   void AddWatcher(SheetWatcher* watcher) { watchers_.push_back(watcher); }
   void RemoveWatcher(SheetWatcher* watcher) { std::erase(watchers_, watcher); }
 

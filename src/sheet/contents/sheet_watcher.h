@@ -33,6 +33,9 @@ class SheetWatcher {
   virtual void EverythingChanged() = 0;
   // Only this node was folded or unfolded; RowsChanged follows.
   virtual void NodeChanged(int row) = 0;
+
+  // The sheet is being destroyed: nothing may be asked of it any more, and the watcher need not be removed.
+  virtual void SheetGone() = 0;
 };
 
 }  // namespace stockbook::sheet

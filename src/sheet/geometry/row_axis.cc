@@ -9,7 +9,9 @@ namespace stockbook::sheet {
 
 RowAxis::RowAxis(const RowStates& states, double scale) : states_(states), scale_(scale) { states_.AddWatcher(this); }
 
-RowAxis::~RowAxis() { states_.RemoveWatcher(this); }
+RowAxis::~RowAxis() {
+  if (!states_gone_) states_.RemoveWatcher(this);
+}
 
 void RowAxis::SetScale(double scale) {
   scale_ = scale;

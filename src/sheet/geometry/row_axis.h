@@ -52,10 +52,12 @@ class RowAxis final : private RowStatesWatcher {
   void RowsRemoved(int64_t row, int64_t count) override;
   void RowsUpdated(int64_t first, int64_t last) override;
   void AllRowsChanged() override { valid_ = false; }
+  void StatesGone() override { states_gone_ = true; }
 
   const HeightRuns& Runs() const;
 
   const RowStates& states_;
+  bool states_gone_ = false;  // all that is left to do is to destroy the axis
   double scale_;
   mutable HeightRuns runs_;
   mutable bool valid_ = false;

@@ -28,6 +28,10 @@ RowStates::Summary RowStates::Traits::Combine(const Summary& left, const Summary
           left.uncovered + right.uncovered, std::min(left.lowest_level, right.lowest_level)};
 }
 
+RowStates::~RowStates() {
+  for (RowStatesWatcher* watcher : watchers_) watcher->StatesGone();
+}
+
 void RowStates::Insert(int64_t row, int64_t count, const RowState& state) {
   runs_.Insert(row, count, state);
   for (RowStatesWatcher* watcher : watchers_) watcher->RowsInserted(row, count);

@@ -44,12 +44,19 @@ class RowStatesWatcher {
   // At least some of the rows [first, last) have changed.
   virtual void RowsUpdated(int64_t first, int64_t last) = 0;
   virtual void AllRowsChanged() = 0;
+  // The states are being destroyed: the watcher need not be removed any more.
+  virtual void StatesGone() = 0;
 };
 
 // The states of all rows, stored as runs of equal states. Counts shown rows and nodes before a row, and finds rows by
 // these counts; each in O(log runs), whatever the number of rows.
 class RowStates {
  public:
+  RowStates() = default;
+  ~RowStates();
+  RowStates(const RowStates&) = delete;
+  RowStates& operator=(const RowStates&) = delete;
+
   int64_t Rows() const { return runs_.size(); }
   size_t RunCount() const { return runs_.RunCount(); }
   RowState At(int64_t row) const { return runs_.At(row); }
@@ -92,7 +99,7 @@ class RowStates {
   // The last row before `row` whose level is below `level`, or -1.
   int64_t LastRowOfLevelBelow(int64_t row, int level) const;
 
-  // A watcher must be removed before the states are destroyed. (Watching does not change the states.)
+  // Watching does not change the states.
   void AddWatcher(RowStatesWatcher* watcher) const { watchers_.push_back(watcher); }
   void RemoveWatcher(RowStatesWatcher* watcher) const { std::erase(watchers_, watcher); }
 

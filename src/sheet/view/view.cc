@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "base/scope_exit.h"
@@ -33,7 +34,24 @@ View::View(const View& other, Size size_px, double scale)
   sheet_.AddWatcher(this);
 }
 
-View::~View() { sheet_.RemoveWatcher(this); }
+View::~View() {
+  Leave();
+  if (!sheet_gone_) sheet_.RemoveWatcher(this);
+}
+
+void View::SheetGone() {
+  sheet_gone_ = true;
+  Leave();
+}
+
+void View::Leave() {
+  if (viewer_ != nullptr) std::exchange(viewer_, nullptr)->ViewGone();
+}
+
+void View::SetViewer(SheetViewer* viewer) {
+  if (viewer != nullptr && viewer != viewer_) Leave();
+  viewer_ = viewer;
+}
 
 void View::SetSize(Size size_px, double scale) {
   constexpr double kLeastScale = 1.0 / 16;

@@ -18,7 +18,8 @@ namespace stockbook::sheet {
 
 // A place in a sheet: size and scale, scroll position, current cell and selection, mouse and focus. A sheet may have
 // several views. Each keeps its place when rows and columns are inserted or removed, and tells its viewer what has to
-// be repainted. Input changes the sheet through a view. It borrows the sheet; making one costs O(runs + columns).
+// be repainted. Input changes the sheet through a view. It borrows the sheet; making one costs O(runs + columns). If
+// the sheet goes first, the viewer is told, and all that is left to do with the view is to destroy it.
 class View final : private SheetWatcher {
  public:
   // Which columns do not scroll: the fixed and frozen ones, or only the fixed ones.
@@ -64,7 +65,8 @@ class View final : private SheetWatcher {
   void SetPointer(platform::MousePointer pointer);
   platform::MousePointer pointer() const { return pointer_; }
 
-  void SetViewer(SheetViewer* viewer) { viewer_ = viewer; }
+  // A view has one viewer; another one takes it over.
+  void SetViewer(SheetViewer* viewer);
   SheetViewer* viewer() const { return viewer_; }
   void SetObserver(platform::GridObserver* observer) { observer_ = observer; }
   // If none is set, one that allows everything.
@@ -97,6 +99,7 @@ class View final : private SheetWatcher {
   void LooksChanged() override;
   void EverythingChanged() override;
   void NodeChanged(int row) override;
+  void SheetGone() override;
 
   // If nothing is scrolled out of view at the top, new rows there come into view.
   bool IsAtTop(int fixed_rows) const { return anchor_.row == fixed_rows && anchor_.offset_px == 0; }
@@ -107,7 +110,11 @@ class View final : private SheetWatcher {
   void DamageAll();
   void ScrollChanged();
 
+  // The viewer hears nothing afterwards.
+  void Leave();
+
   Sheet& sheet_;
+  bool sheet_gone_ = false;
   RowAxis rows_;
   mutable ColumnAxis columns_;
   mutable bool columns_valid_ = false;

@@ -25,6 +25,9 @@ class SheetViewer {
   virtual void SelectionChanged() {}
   // Only this node was folded or unfolded; its lines are already hidden or shown.
   virtual void NodeChanged(int /*row*/) {}
+  // The view or its sheet is being destroyed, or another viewer has taken the view over: nothing may be asked of them
+  // any more, and they will not call again.
+  virtual void ViewGone() {}
   // Measures texts as the viewer draws them, at the view's scale; without it nothing can be fitted to its contents.
   virtual TextMeasure* Measure() { return nullptr; }
 };
