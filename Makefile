@@ -2,7 +2,10 @@
 # The commands of the project, each with all of its set-up. PRESET is one of those in CMakePresets.json.
 PRESET ?= release
 
-.PHONY: help run build test bench check asan clean
+# How long each fuzzer runs.
+SECONDS_EACH ?= 60
+
+.PHONY: help run build test bench check asan fuzz clean
 .SILENT:
 
 help:
@@ -11,12 +14,13 @@ help:
 	echo 'make test    build, and run every test'
 	echo 'make bench   build, and run the benchmarks'
 	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
+	echo 'make fuzz    each fuzzer for a minute, or SECONDS_EACH=n'
 	echo 'make check   the checks of the tree, formatting among them'
 	echo 'make clean   remove build/'
 	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
 
 run:
-	tools/build $(PRESET) stockbook_link
+	tools/build $(PRESET) stockbook_host_link
 	tools/run
 
 build:
@@ -31,6 +35,9 @@ bench:
 
 asan:
 	tools/test asan
+
+fuzz:
+	tools/fuzz $(SECONDS_EACH)
 
 check:
 	tools/check

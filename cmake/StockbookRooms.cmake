@@ -1,20 +1,27 @@
 # SPDX-License-Identifier: MIT
 # One static library per room, with its arrows as link dependencies, and the compiler switches that all targets share.
+# Nothing here changes a setting of a project that this tree is part of.
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
-  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+if(PROJECT_IS_TOP_LEVEL)
+  if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+  endif()
+  find_program(CCACHE_PROGRAM ccache)
+  if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  endif()
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+  # The target all_verify_interface_header_sets compiles every header alone; nothing else builds it.
+  set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
 endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
 
-find_program(CCACHE_PROGRAM ccache)
-if(CCACHE_PROGRAM)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
-endif()
-
+# What every target of this tree is compiled with. Linked PRIVATE, so that no host has to be free of our warnings.
 add_library(stockbook_switches INTERFACE)
 target_compile_features(stockbook_switches INTERFACE cxx_std_20)
-target_include_directories(stockbook_switches INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(stockbook_switches INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-                                                    -Wnon-virtual-dtor -Woverloaded-virtual -Werror -ffp-contract=off)
+                                                    -Wnon-virtual-dtor -Woverloaded-virtual
+                                                    $<$<BOOL:${STOCKBOOK_WERROR}>:-Werror> -ffp-contract=off)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 sees overlapping copies in std::string's own operator+ where there are none.
   target_compile_options(stockbook_switches INTERFACE -Wno-restrict)
@@ -24,25 +31,32 @@ if(STOCKBOOK_SANITIZE)
                                                       -fno-omit-frame-pointer -Wno-maybe-uninitialized)
   target_link_options(stockbook_switches INTERFACE -fsanitize=address,undefined)
 endif()
-set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-# The target all_verify_interface_header_sets compiles every header alone; nothing else builds it.
-set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ON)
 
-# stockbook_room(NAME [DEPENDS room...] [LINK target...]): the library `stockbook_NAME` of src/NAME.
+if(STOCKBOOK_HARDEN)
+  # A compiler that defines _FORTIFY_SOURCE by itself minds its being defined again. Where Qt asks for -fPIC, that comes
+  # later and wins.
+  target_compile_options(stockbook_switches INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fPIE)
+  target_link_options(stockbook_switches INTERFACE -pie -Wl,-z,relro,-z,now)
+endif()
+
+# stockbook_room(NAME [DEPENDS room...] [LINK target...]): the library `stockbook_NAME` of src/NAME, for hosts
+# `Stockbook::NAME`.
 function(stockbook_room name)
   cmake_parse_arguments(ROOM "" "" "DEPENDS;LINK" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cc)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
   if(sources)
     add_library(stockbook_${name} STATIC ${sources})
+    target_link_libraries(stockbook_${name} PRIVATE $<BUILD_INTERFACE:stockbook_switches>)
     set(scope PUBLIC)
   else()
     add_library(stockbook_${name} INTERFACE)
     set(scope INTERFACE)
   endif()
   target_sources(stockbook_${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${headers})
-  target_link_libraries(stockbook_${name} ${scope} stockbook_switches ${ROOM_LINK})
+  add_library(Stockbook::${name} ALIAS stockbook_${name})
+  target_compile_features(stockbook_${name} ${scope} cxx_std_20)
+  target_link_libraries(stockbook_${name} ${scope} ${ROOM_LINK})
   foreach(room IN LISTS ROOM_DEPENDS)
     target_link_libraries(stockbook_${name} ${scope} stockbook_${room})
   endforeach()
@@ -64,16 +78,25 @@ function(stockbook_check_headers target folder base)
   endif()
 endfunction()
 
-# stockbook_program(TARGET): puts the program into the build folder. For a build inside the tree, whatever its preset,
-# build/<name> is a link to the program built last: a target of its own, because another preset may have changed it.
-function(stockbook_program target)
-  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-  cmake_path(GET CMAKE_BINARY_DIR PARENT_PATH parent)
+# stockbook_executable(TARGET NAME source...): a program that is called NAME; only its target has the prefix that keeps
+# it apart from those of a host.
+function(stockbook_executable target name)
+  add_executable(${target} ${ARGN})
+  set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name})
+  target_link_libraries(${target} PRIVATE stockbook_switches)
+endfunction()
+
+# stockbook_program(TARGET NAME): puts the program into the build folder. For a build inside the tree, whatever its
+# preset, build/NAME is a link to the program built last: a target of its own, because another preset may have changed
+# it.
+function(stockbook_program target name)
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+  cmake_path(GET PROJECT_BINARY_DIR PARENT_PATH parent)
   if(parent STREQUAL "${PROJECT_SOURCE_DIR}/build")
-    cmake_path(GET CMAKE_BINARY_DIR FILENAME folder)
+    cmake_path(GET PROJECT_BINARY_DIR FILENAME folder)
     add_custom_target(${target}_link ALL
-      COMMAND ${CMAKE_COMMAND} -E create_symlink ${folder}/${target} ${parent}/${target}
-      COMMENT "build/${target} is the program of ${folder}" VERBATIM)
+      COMMAND ${CMAKE_COMMAND} -E create_symlink ${folder}/${name} ${parent}/${name}
+      COMMENT "build/${name} is the program of ${folder}" VERBATIM)
     add_dependencies(${target}_link ${target})
   endif()
 endfunction()
