@@ -24,7 +24,11 @@ constexpr int kMostColumns = 12;
 }  // namespace
 
 GestureWorld::GestureWorld(unsigned seed, int records, int periods)
-    : random_(seed), records_(records), periods_(periods) {
+    : GestureWorld([random = std::mt19937(seed)]() mutable { return static_cast<unsigned>(random()); }, records,
+                   periods) {}
+
+GestureWorld::GestureWorld(Chance chance, int records, int periods)
+    : random_(std::move(chance)), records_(records), periods_(periods) {
   sheet_.view().SetClipboard(&clipboard_);
   sheet_.LoadColumns(Result(records_, periods_), 1);
   sheet_.GroupBy(1, 2, "%s");

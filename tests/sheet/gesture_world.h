@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 #include <utility>
 #include <vector>
@@ -16,10 +17,14 @@
 namespace stockbook::sheet::test {
 
 // A sheet with a keyboard, a mouse and a host that may do anything at any time, even inside the sheet's own calls.
-// Everything follows from one seed. It makes no call that the sheet may reject with an error.
+// Everything follows from one seed, or from the numbers that it is given. It makes no call that the sheet may reject
+// with an error.
 class GestureWorld final : public platform::GridObserver, public SheetViewer {
  public:
+  using Chance = std::function<unsigned()>;
+
   GestureWorld(unsigned seed, int records, int periods);
+  GestureWorld(Chance chance, int records, int periods);
   ~GestureWorld() override;
 
   // Performs one gesture or one call of the host.
@@ -66,7 +71,7 @@ class GestureWorld final : public platform::GridObserver, public SheetViewer {
   // Now and then the host does something inside a call of the sheet.
   platform::Verdict React();
 
-  std::mt19937 random_;
+  Chance random_;
   int records_ = 0;
   int periods_ = 1;
   testing::FakeClipboard clipboard_;

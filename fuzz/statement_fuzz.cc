@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Statements of any text are parsed, translated and executed: all plans give the same rows or the same error.
+#include <gtest/gtest.h>
+
+#include "databases/database_file.h"
+#include "databases/sqlite/embedded_connection.h"
+#include "fuzzed_bytes.h"
+#include "platform/error.h"
+
+namespace stockbook::fuzz {
+namespace {
+
+using databases::EmbeddedConnection;
+using databases::Strategy;
+
+// One inventory, and a connection for every plan in both dialects.
+class World {
+ public:
+  World() {
+    ::testing::GTEST_FLAG(throw_on_failure) = true;
+    CreateInventory(file_);
+    FillInventory(file_);
+  }
+  void Compare(bool server, std::string_view statement) {
+    Plans& plans = server ? server_ : desktop_;
+    const std::string reference = Outcome(plans.statement, statement);
+    Require(Outcome(plans.fastest, statement) == reference, "the fastest plan gives the same", reference);
+    Require(Outcome(plans.arms, statement) == reference, "the plan by arms gives the same", reference);
+  }
+
+ private:
+  struct Plans {
+    explicit Plans(const std::string& text)
+        : statement(text, Strategy::kStatement), fastest(text, Strategy::kFastest), arms(text, Strategy::kArms) {}
+    EmbeddedConnection statement;
+    EmbeddedConnection fastest;
+    EmbeddedConnection arms;
+  };
+
+  static std::string Outcome(EmbeddedConnection& connection, std::string_view statement) {
+    try {
+      std::string text;
+      for (const std::string& row : testing::ExactRows(connection.Execute(statement))) text += row + "\n";
+      return text;
+    } catch (const platform::Error& error) {
+      const std::string reason = error.what();
+      // Whatever the parser accepts, SQLite must accept.
+      Require(!reason.empty() && reason.find("syntax error") == std::string::npos, "a refusal is ours", reason);
+      return "error: " + reason;
+    }
+  }
+
+  testing::DatabaseFile file_;
+  Plans desktop_{file_.DesktopString()};
+  Plans server_{file_.ServerString()};
+};
+
+}  // namespace
+}  // namespace stockbook::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static stockbook::fuzz::World world;
+  stockbook::fuzz::FuzzedBytes bytes(data, size);
+  const bool server = bytes.Take<char>() == 'S';
+  world.Compare(server, bytes.TakeAll());
+  return 0;
+}
