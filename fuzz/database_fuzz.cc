@@ -114,6 +114,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     default:
       fuzz::WriteFile(file.path(), fuzz::Patched(good, bytes));
   }
-  fuzz::LoadEveryJournal(size % 2 == 0 ? file.DesktopString() : file.ServerString());
+  fuzz::LoadEveryJournal((size % 2 == 0 ? file.DesktopString() : file.ServerString()) + ";Timeout=2");
   return 0;
 }
