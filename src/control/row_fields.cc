@@ -6,31 +6,12 @@
 #include <limits>
 
 #include "columns/block_reader.h"
+#include "control/neutral.h"
 #include "grid/row_runs.h"
 #include "journal/issue_source.h"
 
 namespace stockbook::control {
 namespace {
-
-// The result of `read`, or the empty value if the grid or the database refuses.
-template <typename Read>
-auto OrEmpty(Read read) -> decltype(read()) {
-  try {
-    return read();
-  } catch (const std::exception&) {
-    return {};
-  }
-}
-
-// Writes as far as the grid lets it.
-template <typename Write>
-void Try(Write write) {
-  try {
-    write();
-  } catch (const std::exception&) {
-    // What has been written stays.
-  }
-}
 
 template <typename Integer>
 Integer IntegerOrZero(double number) {
@@ -64,20 +45,22 @@ int FirstRowWith(const platform::GridTable& grid, int column, double value) {
 }  // namespace
 
 std::string RowFields::TextOf(const char* key, int32_t row) const {
-  return OrEmpty([&] { return grid_.TextMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+  return OrNeutral(teller(), [&] { return grid_.TextMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
 }
 
 double RowFields::NumberOf(const char* key, int32_t row) const {
-  return OrEmpty([&] { return grid_.ValueMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+  return OrNeutral(teller(), [&] { return grid_.ValueMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
 }
 
 double RowFields::DoubleDataOf(const char* key, int32_t row) const {
-  return OrEmpty([&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).Number().value_or(0); });
+  return OrNeutral(teller(),
+                   [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).Number().value_or(0); });
 }
 
 base::Money RowFields::MoneyOf(const char* key, int32_t row) const {
-  return OrEmpty(
-      [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).AsMoney().value_or(base::Money()); });
+  return OrNeutral(teller(), [&] {
+    return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).AsMoney().value_or(base::Money());
+  });
 }
 
 base::Date RowFields::DateOf(const char* key, int32_t row) const {
@@ -92,7 +75,7 @@ template int16_t RowFields::IntegerOf<int16_t>(const char* key, int32_t row) con
 template int32_t RowFields::IntegerOf<int32_t>(const char* key, int32_t row) const;
 
 void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& value) const {
-  Try([&] {
+  OrNeutral(teller(), [&] {
     const int cell_row = RowOrCurrent(row);
     grid_.SetCellData(cell_row, grid_.ColIndex(key), value);
     grid_.SetTextMatrix(cell_row, grid_.ColIndex(key),
@@ -101,12 +84,12 @@ void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& val
 }
 
 void RowFields::WriteText(const char* key, int32_t row, const base::Value& value) const {
-  Try([&] { grid_.SetTextMatrix(RowOrCurrent(row), grid_.ColIndex(key), value.Text()); });
+  OrNeutral(teller(), [&] { grid_.SetTextMatrix(RowOrCurrent(row), grid_.ColIndex(key), value.Text()); });
 }
 
 void RowFields::SelectRowWith(const char* key, int32_t value) const {
   if (value <= 0) return;
-  Try([&] {
+  OrNeutral(teller(), [&] {
     const int column = grid_.ColIndex(key);
     const int row = column < 0 ? -1 : FirstRowWith(grid_, column, value);
     if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
@@ -117,7 +100,9 @@ void RowFields::SelectRowWith(const char* key, int32_t value) const {
 
 std::string RowFields::IssueSource(int32_t row) const {
   if (row < 0) return {};
-  return OrEmpty([&] { return journal::IssueSource(connection_, Get(fields::OtherID, row == 0 ? -1 : row)); });
+  return OrNeutral(teller(), [&] {
+    return journal::IssueSource(inventory_.connection(), Get(fields::OtherID, row == 0 ? -1 : row));
+  });
 }
 
 }  // namespace stockbook::control

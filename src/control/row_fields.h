@@ -4,11 +4,12 @@
 #include <cstdint>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "base/column_keys.h"
 #include "base/value.h"
+#include "journal/inventory.h"
 #include "journal/restricted_amounts.h"
-#include "platform/connection.h"
 #include "platform/grid.h"
 
 namespace stockbook::control {
@@ -90,12 +91,13 @@ using journal::AmountTexts;
 
 // Reads and writes the fields of a grid's rows by name: Get(fields::Price, row). A row below 0 is the grid's current
 // one. Nothing fails: what cannot be read is 0, "" or the zero date, and a failing writer leaves what it has written so
-// far. To be created for each use; it borrows the grid and the connection. A field costs one column lookup and one
-// cell; writing pdID takes one pass over its column.
+// far; whoever the inventory tells hears of errors that are not of a cell or a statement. To be created for each use;
+// it borrows the grid and the connection. A field costs one column lookup and one cell; writing pdID takes one pass
+// over its column.
 class RowFields {
  public:
-  RowFields(platform::Grid& grid, platform::Connection* connection, AmountTexts amounts)
-      : grid_(grid), connection_(connection), amounts_(amounts) {}
+  RowFields(platform::Grid& grid, journal::Inventory inventory, AmountTexts amounts)
+      : grid_(grid), inventory_(std::move(inventory)), amounts_(amounts) {}
 
   template <typename Type, FieldPlace place, FieldWriter writer>
   Type Get(const RowField<Type, place, writer>& field, int32_t row = -1) const {
@@ -130,6 +132,9 @@ class RowFields {
   std::string IssueSource(int32_t row) const;
 
  private:
+  journal::Tell teller() const {
+    return [this](const std::string& message) { inventory_.Say(message); };
+  }
   int RowOrCurrent(int32_t row) const { return row < 0 ? grid_.Row() : row; }
   std::string TextOf(const char* key, int32_t row) const;
   double NumberOf(const char* key, int32_t row) const;
@@ -143,7 +148,7 @@ class RowFields {
   void SelectRowWith(const char* key, int32_t value) const;
 
   platform::Grid& grid_;
-  platform::Connection* connection_;
+  journal::Inventory inventory_;
   AmountTexts amounts_;
 };
 

@@ -8,6 +8,7 @@
 #include "base/column_keys.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "control/neutral.h"
 #include "grid/column_layout.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
@@ -118,24 +119,37 @@ void Stockbook::SetAllowInv(bool allow) {
   AllowColumns(fg_, hidden_keys_, allow, keys::kTaxes, keys::kTaxes);
 }
 
-void Stockbook::SetdpID(int32_t id) {
+int16_t Stockbook::NarrowedKey(int32_t id) {
   if (id < INT16_MIN || id > INT16_MAX) {
     throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。",
                           6);
   }
-  keys_.dpID = static_cast<int16_t>(id);
+  return static_cast<int16_t>(id);
 }
 
-std::string Stockbook::AccPeriod() const { return journal::NewestAccPeriod(connection_.get()); }
+void Stockbook::SetdpID(int32_t id) { keys_.dpID = NarrowedKey(id); }
+
+journal::Tell Stockbook::Teller() const {
+  return [this](const std::string& message) { events_.Notify(message); };
+}
+
+std::string Stockbook::AccPeriod() const {
+  return OrNeutral(Teller(), [&] { return journal::NewestAccPeriod(connection_.get()); });
+}
 
 std::string Stockbook::DepotName() const {
-  return journal::Subjects(connection_.get(), layout_.journal_type).DepotName(keys_);
+  return OrNeutral(Teller(),
+                   [&] { return journal::Subjects(connection_.get(), layout_.journal_type).DepotName(keys_); });
+}
+
+journal::SecondUnit Stockbook::SecondUnit() const {
+  return layout_.allow_qty2 ? journal::SecondUnit::kShown : journal::SecondUnit::kHidden;
 }
 
 void Stockbook::SetKeyID(int32_t id) {
   keys_.KeyID = id;
-  const auto second_unit = layout_.allow_qty2 ? journal::SecondUnit::kShown : journal::SecondUnit::kHidden;
-  subject_ = journal::Subjects(connection_.get(), layout_.journal_type).Read(id, second_unit);
+  subject_ = OrNeutral(
+      Teller(), [&] { return journal::Subjects(connection_.get(), layout_.journal_type).Read(id, SecondUnit()); });
 }
 
 void Stockbook::SetCaption(std::string_view caption) {
@@ -157,7 +171,7 @@ void Stockbook::SetAccRestrict(std::string_view text) {
 }
 
 RowFields Stockbook::Fields() const {
-  return {fg_, connection_.get(), acc_restricted_ ? AmountTexts::kMasked : AmountTexts::kShown};
+  return {fg_, {connection_.get(), Teller()}, acc_restricted_ ? AmountTexts::kMasked : AmountTexts::kShown};
 }
 
 int32_t Stockbook::BillID(int32_t row) const { return Fields().Get(fields::BillID, row); }

@@ -18,6 +18,8 @@
 #include "grid/pictures.h"
 #include "interaction/events.h"
 #include "interaction/grid_handlers.h"
+#include "interaction/journal_caption.h"
+#include "journal/inventory.h"
 #include "journal/subject_keys.h"
 #include "journal/subjects.h"
 #include "platform/clipboard.h"
@@ -46,11 +48,12 @@ struct Surroundings {
 
 // The stock journal control without a toolkit: its state and its public interface, whose members are declared in the
 // interface's order (a property's writer is named Set...). The host sets Conn, JournalType and the keys and calls Load;
-// everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers of rows never
-// fail: what is missing reads as 0 or "". Errors of Load are reported through Notify. A listener may call back into the
-// control while it hears an event; whoever owns the control keeps it alive until the event is over. What a listener
-// throws is reported through Notify if Load, Find or a user action raised the event; for other members it reaches the
-// caller.
+// everything runs on the caller's thread. Row arguments below 0 mean the grid's current row. Readers never fail: what
+// is missing or refused reads as 0 or "", and what the database could not read for a reason of its own (busy, damaged,
+// interrupted) does so too and is reported through Notify. Errors of Load are reported through Notify. A listener may
+// call back into the control while it hears an event; whoever owns the control keeps it alive until the event is over.
+// What a listener throws is reported through Notify if Load, Find or a user action raised the event; for other members
+// it reaches the caller.
 class Stockbook {
  public:
   explicit Stockbook(const Surroundings& surroundings);
@@ -131,7 +134,9 @@ class Stockbook {
   void SetFieldsFilter(std::string_view filter) { layout_.fields_filter = filter; }
   const std::string& FieldsFilter() const { return layout_.fields_filter; }
   const std::string& ColsFilter() const { return hidden_keys_.Text(); }
-  // "true", "false" or a number; other texts throw platform::Error and change nothing.
+  // "true", "false" or a number; other texts throw platform::Error and change nothing. Restriction shows "-" in six
+  // cells of every line: Price, Account, RevAcc, IssAcc, StoPrice and StoAcc. It does not cover the opening row, the
+  // total rows and the tax columns (AllowInv): a host that restricts amounts offers no tax columns.
   void SetAccRestrict(std::string_view text);
   const std::string& AccRestrict() const { return acc_restrict_text_; }
   void SetPriceFormat(std::string_view format) { layout_.price_format = format; }
@@ -236,8 +241,11 @@ class Stockbook {
   void SetSheetBorderColor(platform::Colour colour) { Change(&Stockbook::SheetBorderColor, colour); }
   platform::Colour SheetBorderColor() const { return fg_.ColourOf(platform::GridColour::kSheetBorder); }
 
-  // Methods. Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded, false if
-  // it was cancelled or failed. Called by a listener during a load it does nothing and returns false.
+  // Methods. Loads the journal; -1 or an empty code keeps the current setting, so that a class code stays from load to
+  // load, one that a load has found for its second key too: SetdpCode("") before a load of another partner. Returns
+  // true if it was loaded, false if it was cancelled or failed. A database that cannot be read (busy, say) leaves keys,
+  // rows and header as they were. What the journal could do without (a refused balance, class or name) is told through
+  // Notify behind 已读入. Called by a listener during a load it does nothing and returns false.
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const std::string& Msg);
@@ -282,7 +290,14 @@ class Stockbook {
   class JournalLoad;
   class SavedProperties;
 
+  // A second key as it is stored; throws platform::Error where it has no room.
+  static int16_t NarrowedKey(int32_t id);
+  journal::SecondUnit SecondUnit() const;
+  // Raises Notify.
+  journal::Tell Teller() const;
   void WatchGrid();
+  // What the host hears of a row: where its stock came from, or why that could not be read.
+  std::string DescribeSource(int row) const;
   void StoreRowHeight(interaction::ResizedRow kind, int twips);
   void ForgetHotRow();
   // Raises AfterFormatted.
@@ -291,7 +306,7 @@ class Stockbook {
   // Writes the saved property with that reader, and tells the site.
   template <typename Type>
   void Change(Type (Stockbook::*property)() const, std::type_identity_t<Type> value);
-  void RefreshCaption();
+  void ShowCaption(const interaction::JournalCaption& caption);
   void RefreshProductNames();
   void ReadRowHeightsBack();
   void ApplyBackPictures();
@@ -303,7 +318,8 @@ class Stockbook {
   platform::Menu& menu_;
   platform::Clipboard& clipboard_;
   platform::ControlSite& site_;
-  interaction::Events events_;
+  // Readers tell what they could not read.
+  mutable interaction::Events events_;
 
   std::shared_ptr<platform::Connection> connection_;
   grid::LayoutSettings layout_;

@@ -21,11 +21,20 @@ void Stockbook::WatchGrid() {
           [this](int row) {
             return interaction::RowIds{BillID(row), Fields().Get(fields::RecID, row)};
           },
-      .describe = [this](int row) { return Fields().IssueSource(row); },
+      .describe = [this](int row) { return DescribeSource(row); },
       .apply_layout = [this] { FormatGrid(); },
       .store_row_height = [this](interaction::ResizedRow kind, int twips) { StoreRowHeight(kind, twips); },
   });
   fg_.SetObserver(handlers_.get());
+}
+
+std::string Stockbook::DescribeSource(int row) const {
+  // In place of the description: a second message would wipe out the first.
+  std::string problem;
+  const RowFields fields(fg_, {connection_.get(), [&](const std::string& message) { problem = message; }},
+                         AmountTexts::kShown);
+  std::string source = fields.IssueSource(row);
+  return problem.empty() ? source : problem;
 }
 
 void Stockbook::StoreRowHeight(interaction::ResizedRow kind, int twips) {

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <utility>
+
 #include "base/column_keys.h"
 #include "base/scope_exit.h"
 #include "control/stockbook.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
 #include "journal/blank_cells.h"
+#include "journal/error_text.h"
+#include "journal/infinite_quantities.h"
+#include "journal/inventory.h"
 #include "journal/journal_rows.h"
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
@@ -24,7 +30,8 @@ class Stockbook::JournalLoad {
 
   // True when the journal was loaded; false when the host cancelled it or an error stopped it, be it the grid's, the
   // connection's or a listener's. The grid's tag and redraw are restored in any case. Rows loaded before an error stay;
-  // if they were not computed yet, their stock cells are emptied and restricted amounts masked.
+  // if they were not computed yet, their stock cells are emptied and restricted amounts masked. Where only a statement
+  // failed that the journal can do without, the load goes on, and says so at its end.
   bool Run() {
     return ToldOnError([&] {
       const auto redraw = platform::RedrawOff(grid_);
@@ -39,22 +46,12 @@ class Stockbook::JournalLoad {
   bool TakeSteps() {
     const bool cancelled = IsCancelled();
     if (!cancelled) {
-      StoreArguments();
-      ClearGrid();
-      control_.RefreshCaption();
-      Notify("正在读入：" + control_.Caption() + "...");  // reading
-      Process(0);
-      const std::string statement = BuildStatement();
-      platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
-      control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
-      Process(30);
-      rows_are_raw_ = !rows.AtEnd();
-      journal::LayRows(std::move(rows), grid_, grid_);
-      control_.FormatGrid();
-      const journal::Totals opening = WriteOpeningRow();
+      const journal::Totals opening = ReadJournal();
       Process(35);
       Process(40);
-      InsertTotalRows(ComputeRows(opening));
+      const std::vector<journal::PeriodTotals> periods = ComputeRows(opening);
+      AddProblem(journal::DescribeInfiniteQuantity(opening, periods, grid_));
+      InsertTotalRows(periods);
       control_.events_.AfterLoaded();
       if (ShowsNameParts()) control_.RefreshProductNames();
       control_.ReadRowHeightsBack();
@@ -62,6 +59,7 @@ class Stockbook::JournalLoad {
     Notify("已读入：" + control_.Caption());  // read
     control_.outline_col_key_ = keys::kBillNo;
     control_.ApplyBackPictures();
+    TellProblems();
     Process(-1);
     return !cancelled;
   }
@@ -72,12 +70,43 @@ class Stockbook::JournalLoad {
     return cancel;
   }
 
-  void StoreArguments() {
+  // Fills the grid with the rows and the opening row, and returns what the journal opens with. All statements see the
+  // database as of one moment, which begins before anything is changed: a database that is busy leaves the control as
+  // it was. It ends before the many events of the rows, so that no writer waits for a host.
+  journal::Totals ReadJournal() {
     connection_ = control_.connection_;
-    if (key_ >= 0) control_.SetKeyID(key_);
-    if (second_key_ >= 0) control_.SetdpID(second_key_);
-    if (!class_code_.empty()) control_.keys_.dpCode = class_code_;
-    journal::Subjects(connection_.get(), type()).CompleteClassCode(control_.keys_);
+    const auto moment = Inventory().OneMoment();
+    PrepareHeader();
+    ClearGrid();
+    control_.ShowCaption(caption_);
+    Notify("正在读入：" + control_.Caption() + "...");  // reading
+    Process(0);
+    const std::string statement = BuildStatement();
+    platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
+    control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
+    Process(30);
+    rows_are_raw_ = !rows.AtEnd();
+    journal::LayRows(std::move(rows), grid_, grid_);
+    control_.FormatGrid();
+    const auto balance = journal::OpenOpeningBalance(Inventory(), type(), control_.keys_);
+    return journal::WriteOpeningRow(balance, type(), grid_);
+  }
+
+  // Looks up what the header says and stores it with the keys: all of it, or nothing if a look-up fails.
+  void PrepareHeader() {
+    journal::SubjectKeys keys = control_.keys_;
+    journal::SubjectTexts subject = control_.subject_;
+    const journal::Subjects subjects(Inventory(), type());
+    if (second_key_ >= 0) keys.dpID = NarrowedKey(second_key_);
+    if (key_ >= 0) {
+      keys.KeyID = key_;
+      subject = subjects.Read(key_, control_.SecondUnit());
+    }
+    if (!class_code_.empty()) keys.dpCode = class_code_;
+    subjects.CompleteClassCode(keys);
+    caption_ = interaction::ComposeCaption(Inventory(), type(), keys, subject, control_.layout_.titles);
+    control_.keys_ = std::move(keys);
+    control_.subject_ = std::move(subject);
     // Refused arguments leave the rows unchanged, and the hot one hot.
     control_.ForgetHotRow();
   }
@@ -89,12 +118,7 @@ class Stockbook::JournalLoad {
 
   std::string BuildStatement() {
     const auto progress = [this](int indicator) { Process(indicator); };
-    return journal::QueryBuilder(connection_.get(), type(), control_.keys_, progress).Build();
-  }
-
-  journal::Totals WriteOpeningRow() {
-    const auto balance = journal::OpenOpeningBalance(connection_.get(), type(), control_.keys_);
-    return journal::WriteOpeningRow(balance, type(), grid_);
+    return journal::QueryBuilder(Inventory(), type(), control_.keys_, progress).Build();
   }
 
   // Computes and decorates all records; returns the contents of the total rows.
@@ -130,10 +154,8 @@ class Stockbook::JournalLoad {
   bool ToldOnError(Work work) {
     try {
       return work();
-    } catch (const std::exception& error) {
-      TellError(error.what());
     } catch (...) {
-      TellError("读入时发生未知错误，读入已停止。");  // an unknown error
+      TellError(journal::TextOfError("读入时发生未知错误，读入已停止。"));
     }
     return false;
   }
@@ -147,6 +169,7 @@ class Stockbook::JournalLoad {
       }
     };
     attempt([&] { HideUncomputed(); });
+    attempt([&] { TellProblems(); });
     attempt([&] { Notify(message); });
     attempt([&] { Process(-1); });
   }
@@ -155,6 +178,21 @@ class Stockbook::JournalLoad {
     if (!rows_are_raw_) return;
     journal::EmptyRunningValues(grid_);
     if (control_.acc_restricted_) journal::MaskAmounts(grid_);
+  }
+
+  // The database, and whoever hears at the end of the load what could not be read.
+  journal::Inventory Inventory() {
+    return {connection_.get(), [this](const std::string& problem) { AddProblem(problem); }};
+  }
+
+  // A statement that is run twice fails twice.
+  void AddProblem(const std::string& problem) {
+    if (problem.empty() || std::find(problems_.begin(), problems_.end(), problem) != problems_.end()) return;
+    problems_.push_back(problem);
+  }
+
+  void TellProblems() {
+    for (const std::string& problem : std::exchange(problems_, {})) Notify(problem);
   }
 
   void Notify(const std::string& message) { control_.events_.Notify(message); }
@@ -168,12 +206,12 @@ class Stockbook::JournalLoad {
   std::string class_code_;
   // The load stays with the connection it began with, whatever a listener sets meanwhile.
   std::shared_ptr<platform::Connection> connection_;
+  interaction::JournalCaption caption_;
+  std::vector<std::string> problems_;
   bool rows_are_raw_ = false;  // the grid holds rows whose running values are not computed yet
 };
 
-void Stockbook::RefreshCaption() {
-  const interaction::JournalCaption caption =
-      interaction::ComposeCaption(connection_.get(), layout_.journal_type, keys_, subject_, layout_.titles);
+void Stockbook::ShowCaption(const interaction::JournalCaption& caption) {
   c1e_header_.picture = images_.Find(caption.picture_key);
   SetCaption(caption.text);
 }

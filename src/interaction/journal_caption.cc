@@ -21,28 +21,29 @@ std::string ProductText(const std::string& title, const journal::SubjectTexts& s
 }
 
 // The names of a class and of the classes above it, from the top down: "华东\上海". "" when none is known.
-std::string ClassPath(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code) {
+std::string ClassPath(const journal::Inventory& inventory, base::tqJournalTypeContants type, std::string_view code) {
   std::string path;
-  for (const std::string& name : journal::Subjects(connection, type).ClassNames(code))
+  for (const std::string& name : journal::Subjects(inventory, type).ClassNames(code))
     path += (path.empty() ? "" : "\\") + OrMissing(name);
   return path;
 }
 
 // Path and name of one partner or project, the path of a class, or all of them.
-std::string MemberText(platform::Connection* connection, base::tqJournalTypeContants type,
+std::string MemberText(const journal::Inventory& inventory, base::tqJournalTypeContants type,
                        const journal::SubjectKeys& keys, const std::string& title) {
   if (keys.dpID < 1)
-    return keys.dpCode.empty() ? "全部" + title : title + ":" + OrMissing(ClassPath(connection, type, keys.dpCode));
-  const journal::Member member = journal::Subjects(connection, type).ReadMember(keys.dpID);
-  const std::string path = ClassPath(connection, type, member.class_code);
+    return keys.dpCode.empty() ? "全部" + title : title + ":" + OrMissing(ClassPath(inventory, type, keys.dpCode));
+  const journal::Member member = journal::Subjects(inventory, type).ReadMember(keys.dpID);
+  const std::string path = ClassPath(inventory, type, member.class_code);
   return title + ":" + (path.empty() ? "" : path + "\\") + OrMissing(member.name);
 }
 
 }  // namespace
 
-JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
+JournalCaption ComposeCaption(const journal::Inventory& inventory, base::tqJournalTypeContants type,
                               const journal::SubjectKeys& keys, const journal::SubjectTexts& subject,
                               const std::array<std::string, 4>& titles) {
+  const auto moment = inventory.OneMoment();
   const journal::JournalWords words = journal::WordsOf(type);
   const std::string_view picture = keys.dpID >= 1 ? words.member_picture : words.journal_picture;
   const std::string product = ProductText(titles[base::MaterialJournal], subject);
@@ -50,13 +51,13 @@ JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalT
   switch (type) {
     case base::SupplierJournal:
     case base::CustomerJournal:
-      return {MemberText(connection, type, keys, member_title()), picture};
+      return {MemberText(inventory, type, keys, member_title()), picture};
     case base::ProjectJournal:
-      return {MemberText(connection, type, keys, member_title()) + " [" + product + "]", picture};
+      return {MemberText(inventory, type, keys, member_title()) + " [" + product + "]", picture};
     case base::MaterialJournal:
       break;
   }
-  const std::string depot = journal::Subjects(connection, base::MaterialJournal).DepotName(keys);
+  const std::string depot = journal::Subjects(inventory, base::MaterialJournal).DepotName(keys);
   return {product + " [" + OrMissing(depot) + "]", picture};
 }
 

@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "base/journal_type.h"
+#include "journal/inventory.h"
 #include "journal/subject_keys.h"
 #include "journal/subjects.h"
-#include "platform/connection.h"
 
 namespace stockbook::interaction {
 
@@ -22,8 +22,8 @@ struct JournalCaption {
 //   stock     商品:六角螺栓[1001]{M8\GB5783} 单位:千克/件 [全部仓库]
 //   partner   发货单位:华东\上海\某某五金厂        全部发货单位        a class: its path
 //   project   项目:基建\一号楼 [商品:六角螺栓[1001]{M8\GB5783} 单位:件]
-// A missing part reads "(无)". `titles` are the four subject titles. Queries that fail leave their part out.
-JournalCaption ComposeCaption(platform::Connection* connection, base::tqJournalTypeContants type,
+// A missing part reads "(无)". `titles` are the four subject titles. Statements that fail leave their part out.
+JournalCaption ComposeCaption(const journal::Inventory& inventory, base::tqJournalTypeContants type,
                               const journal::SubjectKeys& keys, const journal::SubjectTexts& subject,
                               const std::array<std::string, 4>& titles);
 

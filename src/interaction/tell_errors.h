@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <exception>
+#include <string>
 
 #include "interaction/events.h"
+#include "journal/error_text.h"
 
 namespace stockbook::interaction {
 
@@ -12,7 +13,7 @@ namespace stockbook::interaction {
 template <typename Step>
 void TellErrors(Events& events, Step step) {
   // If a listener fails again, that is not reported.
-  const auto tell = [&](const char* message) {
+  const auto tell = [&](const std::string& message) {
     try {
       events.Notify(message);
     } catch (...) {
@@ -20,10 +21,8 @@ void TellErrors(Events& events, Step step) {
   };
   try {
     step();
-  } catch (const std::exception& error) {
-    tell(error.what());
   } catch (...) {
-    tell("处理表格操作的事件时发生未知错误。");
+    tell(journal::TextOfError("处理表格操作的事件时发生未知错误。"));
   }
 }
 

@@ -7,16 +7,36 @@
 namespace stockbook::journal {
 namespace {
 
-std::string ReadKeys(platform::Connection* connection, const std::string& statement, std::string_view field) {
+constexpr const char* kNobody = "NULL";
+
+bool IsWholeNumber(std::string_view text) {
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// A key that is no number may be a text of any table that a class code asked for, so it is not repeated.
+void SayLeftOut(const Inventory& inventory, size_t count) {
+  if (count == 0) return;
+  inventory.Say("分类中有 " + std::to_string(count) +
+                " 个成员的编号不是整数，它们的单据没有列入：请在库存程序中更正这些编号，再重新读入。");
+}
+
+std::string ReadKeys(const Inventory& inventory, const std::string& statement, std::string_view field) {
   std::string list;
-  if (connection == nullptr) return list;
-  try {
-    platform::Recordset keys = connection->Execute(statement, platform::kExecuteUnspecified);
-    for (; !keys.AtEnd(); keys.MoveNext()) list += "," + keys.FieldValue(field).Text();
-  } catch (const std::exception&) {
-    // The list ends with what was read so far.
-  }
-  if (!list.empty()) list.erase(0, 1);
+  size_t left_out = 0;
+  inventory.Try("读不到分类的全部成员，列出的单据可能超出该分类：", [&] {
+    platform::Recordset keys = inventory.connection()->Execute(statement, platform::kExecuteUnspecified);
+    for (; !keys.AtEnd(); keys.MoveNext()) {
+      const std::string key = keys.FieldValue(field).Text();
+      if (IsWholeNumber(key))
+        list += "," + key;
+      else
+        ++left_out;
+    }
+  });
+  SayLeftOut(inventory, left_out);
+  if (list.empty()) return left_out == 0 ? "" : kNobody;
+  list.erase(0, 1);
   return list;
 }
 
@@ -24,32 +44,31 @@ std::string LengthText(std::string_view code) { return std::to_string(base::Char
 
 }  // namespace
 
-std::string PartnerKeyList(platform::Connection* connection, base::tqJournalTypeContants type, std::string_view code) {
+std::string PartnerKeyList(const Inventory& inventory, base::tqJournalTypeContants type, std::string_view code) {
   const JournalWords words = WordsOf(type == base::SupplierJournal ? type : base::CustomerJournal);
   return ReadKeys(
-      connection,
+      inventory,
       "Select * From " + std::string(words.subject_table) + " Where ClassCode like '" + std::string(code) + "%'",
       "ksID");
 }
 
-std::string ProjectKeyList(platform::Connection* connection, std::string_view code) {
+std::string ProjectKeyList(const Inventory& inventory, std::string_view code) {
   if (code.empty()) return {};
-  return ReadKeys(connection, "Select 项目ID As pjID From 项目设置 Where ClassCode='" + std::string(code) + "'",
-                  "pjID");
+  return ReadKeys(inventory, "Select 项目ID As pjID From 项目设置 Where ClassCode='" + std::string(code) + "'", "pjID");
 }
 
-std::string SupplierKeyList(platform::Connection* connection, std::string_view code) {
+std::string SupplierKeyList(const Inventory& inventory, std::string_view code) {
   if (code.empty()) return {};
   return ReadKeys(
-      connection,
+      inventory,
       "Select ksID From 厂商资料 Where Left(ClassCode," + LengthText(code) + ") = '" + std::string(code) + "'", "ksID");
 }
 
-std::string CustomerKeyList(platform::Connection* connection, std::string_view code) {
+std::string CustomerKeyList(const Inventory& inventory, std::string_view code) {
   if (code.empty()) return {};
   return ReadKeys(
-      connection,
-      "Select ksID From 客户资料 Where Left(ClassCode," + LengthText(code) + ")='" + std::string(code) + "'", "ksID");
+      inventory, "Select ksID From 客户资料 Where Left(ClassCode," + LengthText(code) + ")='" + std::string(code) + "'",
+      "ksID");
 }
 
 }  // namespace stockbook::journal

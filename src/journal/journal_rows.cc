@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "journal/journal_rows.h"
 
+#include <cmath>
+
 #include "base/column_keys.h"
 #include "base/number.h"
 #include "journal/periods.h"
@@ -26,14 +28,24 @@ OpeningFields FieldsOf(base::tqJournalTypeContants type) {
   return {"LastQty", "LastQty2", "LastAcc"};
 }
 
+bool IsInfinite(const base::Value& value) {
+  const auto* number = value.As<double>();
+  return number != nullptr && !std::isfinite(*number);
+}
+
+// An infinite balance is no number either, but zero would hide it.
+double NumberOrZero(const base::Value& value) {
+  return IsInfinite(value) ? *value.As<double>() : value.Number().value_or(0);
+}
+
 base::Money MoneyOrZero(const base::Value& value) {
   if (const auto money = value.AsMoney()) return *money;
-  if (value.Number()) base::Money::ThrowOverflow();
+  if (value.Number() || IsInfinite(value)) base::Money::ThrowOverflow();
   return {};
 }
 
 Totals ReadTotals(const platform::Recordset& balance, const OpeningFields& fields) {
-  const auto number = [&](const char* field) { return balance.FieldValue(field).Number().value_or(0); };
+  const auto number = [&](const char* field) { return NumberOrZero(balance.FieldValue(field)); };
   Totals totals;
   totals.quantity = number(fields.quantity);
   totals.quantity2 = number(fields.quantity2);
@@ -72,7 +84,6 @@ void LayRows(platform::Recordset rows, platform::GridTable& grid, platform::Grid
 }
 
 Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::GridTable& grid) {
-  if (!balance.result) return {};
   const int row = grid.FixedRows();
   grid.AddItem("", row);
   const auto set_text = [&](const char* key, std::string_view text) {
@@ -82,7 +93,7 @@ Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContant
     set_text(keys::kPeriod, period);
     set_text(keys::kBillNo, PeriodCaption(period, kOpeningWord));
   };
-  if (balance.result->AtEnd()) {
+  if (!balance.result || balance.result->AtEnd()) {
     set_period(balance.first_period);
     for (const char* key : keys::kRunning) set_text(key, "0");
     return {};

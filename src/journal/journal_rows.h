@@ -17,9 +17,8 @@ void LayRows(platform::Recordset rows, platform::GridTable& grid, platform::Grid
 
 // Inserts the opening row above all data rows and returns what the journal opens with: what was carried forward, in the
 // supplier journal the receipts and in the customer journal the issues up to the period. If nothing was carried
-// forward, the row shows zeros; if the balance could not be read, there is no row rather than a zero that nobody
-// counted. Balance values that are not numbers count as 0; an amount outside the range of Money throws
-// base::ArithmeticError.
+// forward, or the balance could not be read, the row shows zeros under the earliest period. Balance values that are not
+// numbers count as 0; an amount outside the range of Money throws base::ArithmeticError.
 Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContants type, platform::GridTable& grid);
 
 // Inserts the total row of a period after its last record: each of the nine movement columns shows the sum of the

@@ -30,8 +30,8 @@ std::string BalanceColumns(const char* seam) {
 }
 
 // The balance of suppliers in the supplier journal, otherwise of customers.
-std::string PartnerStatement(platform::Connection* connection, base::tqJournalTypeContants type,
-                             const SubjectKeys& keys, const std::string& first_period) {
+std::string PartnerStatement(const Inventory& inventory, base::tqJournalTypeContants type, const SubjectKeys& keys,
+                             const std::string& first_period) {
   const bool suppliers = type == base::SupplierJournal;
   std::string statement = "SELECT '" + first_period + "' As Period," + BalanceColumns(suppliers ? "" : " ") +
                           (suppliers ? "tqSuppBalance" : "tqCustBalance") + " AS bn ";
@@ -39,20 +39,20 @@ std::string PartnerStatement(platform::Connection* connection, base::tqJournalTy
     statement += " Where bn.ksID=" + Number(keys.dpID);
   } else {
     const std::string list =
-        suppliers ? SupplierKeyList(connection, keys.dpCode) : CustomerKeyList(connection, keys.dpCode);
+        suppliers ? SupplierKeyList(inventory, keys.dpCode) : CustomerKeyList(inventory, keys.dpCode);
     if (!list.empty()) statement += " Where bn.ksID in (" + list + ")";
   }
   if (keys.KeyID != 0) statement += " And bn.pdID=" + Number(keys.KeyID);
   return statement + " And bn.bnPeriod<='" + first_period + "' ";
 }
 
-std::string ProjectStatement(platform::Connection* connection, const SubjectKeys& keys) {
+std::string ProjectStatement(const Inventory& inventory, const SubjectKeys& keys) {
   std::string statement =
       "SELECT bnPeriod AS Period," + BalanceColumns("") + "tqProjBalance AS bn  Where bn.pdID=" + Number(keys.KeyID);
   if (keys.dpID != 0) {
     statement += " And bn.pjID=" + Number(keys.dpID);
   } else {
-    const std::string list = ProjectKeyList(connection, keys.dpCode);
+    const std::string list = ProjectKeyList(inventory, keys.dpCode);
     if (!list.empty()) statement += " And bn.pjID in (" + list + ")";
   }
   return statement + " GROUP BY bn.bnPeriod";
@@ -60,24 +60,25 @@ std::string ProjectStatement(platform::Connection* connection, const SubjectKeys
 
 }  // namespace
 
-std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
-                                  const SubjectKeys& keys, const std::string& first_period) {
+std::string BuildBalanceStatement(const Inventory& inventory, base::tqJournalTypeContants type, const SubjectKeys& keys,
+                                  const std::string& first_period) {
   if (type == base::MaterialJournal) return MaterialStatement(keys, first_period);
-  if (type == base::ProjectJournal) return ProjectStatement(connection, keys);
-  return PartnerStatement(connection, type, keys, first_period);
+  if (type == base::ProjectJournal) return ProjectStatement(inventory, keys);
+  return PartnerStatement(inventory, type, keys, first_period);
 }
 
-OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,
+OpeningBalance OpenOpeningBalance(const Inventory& inventory, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys) {
   OpeningBalance balance;
-  try {
+  const auto read = [&] {
+    const auto moment = inventory.OneMoment();
+    platform::Connection* connection = inventory.connection();
     balance.first_period = EarliestAccPeriod(connection);
-    balance.result = connection->Execute(BuildBalanceStatement(connection, type, keys, balance.first_period),
+    balance.result = connection->Execute(BuildBalanceStatement(inventory, type, keys, balance.first_period),
                                          platform::kExecuteUnspecified);
     balance.result->SetCacheSize(kCacheRows);
-  } catch (const std::exception&) {
-    balance.result.reset();
-  }
+  };
+  inventory.Try("读不到期初余额，期初行按零显示，以后各行的结存从零算起：", read);
   return balance;
 }
 

@@ -5,8 +5,9 @@
 #include <string>
 
 #include "base/journal_type.h"
+#include "journal/inventory.h"
 #include "journal/subject_keys.h"
-#include "platform/connection.h"
+#include "platform/recordset.h"
 
 namespace stockbook::journal {
 
@@ -19,12 +20,12 @@ struct OpeningBalance {
 // The statement of the balance that is carried into the period `first_period`. Fixed oddities: in the partner and
 // project statements IssAcc sums issue quantities, LastPrice is a plain average, the project statement has no period
 // limit.
-std::string BuildBalanceStatement(platform::Connection* connection, base::tqJournalTypeContants type,
-                                  const SubjectKeys& keys, const std::string& first_period);
+std::string BuildBalanceStatement(const Inventory& inventory, base::tqJournalTypeContants type, const SubjectKeys& keys,
+                                  const std::string& first_period);
 
-// Reads the earliest period and runs the balance statement, with a cache of 1000 rows. Never throws; after an error
-// there is no result.
-OpeningBalance OpenOpeningBalance(platform::Connection* connection, base::tqJournalTypeContants type,
+// Reads the earliest period and runs the balance statement, with a cache of 1000 rows. After an error of a statement,
+// which is told, there is no result.
+OpeningBalance OpenOpeningBalance(const Inventory& inventory, base::tqJournalTypeContants type,
                                   const SubjectKeys& keys);
 
 }  // namespace stockbook::journal

@@ -83,11 +83,12 @@ std::string Number(int64_t number) { return std::to_string(number); }
 
 }  // namespace
 
-QueryBuilder::QueryBuilder(platform::Connection* connection, base::tqJournalTypeContants type, SubjectKeys keys,
+QueryBuilder::QueryBuilder(Inventory inventory, base::tqJournalTypeContants type, SubjectKeys keys,
                            std::function<void(int)> progress)
-    : connection_(connection), type_(type), keys_(std::move(keys)), progress_(std::move(progress)) {}
+    : inventory_(std::move(inventory)), type_(type), keys_(std::move(keys)), progress_(std::move(progress)) {}
 
 std::string QueryBuilder::Build() const {
+  const auto moment = inventory_.OneMoment();
   switch (type_) {
     case base::MaterialJournal:
       return Material();
@@ -137,7 +138,7 @@ std::string QueryBuilder::PartnerCondition(const std::string& class_code) const 
   if (keys_.dpID >= 1) {
     condition = " Where (Recs.ksID = " + Number(keys_.dpID) + ")";
   } else {
-    const std::string list = PartnerKeyList(connection_, type_, class_code);
+    const std::string list = PartnerKeyList(inventory_, type_, class_code);
     if (!list.empty()) condition = " Where Recs.ksID in (" + list + ")";
   }
   if (keys_.KeyID >= 1) condition += " And Recs.pdID=" + Number(keys_.KeyID);
@@ -158,21 +159,21 @@ std::string QueryBuilder::Project() const {
 std::string QueryBuilder::ProjectCondition() const {
   std::string condition = "Where  Recs.pdID=" + Number(keys_.KeyID);
   if (keys_.dpID >= 1) return condition + " And Recs.pjID=" + Number(keys_.dpID);
-  const std::string list = ProjectKeyList(connection_, keys_.dpCode);
+  const std::string list = ProjectKeyList(inventory_, keys_.dpCode);
   if (!list.empty()) condition += " And Recs.pjID in (" + list + ")";
   return condition;
 }
 
 std::string QueryBuilder::SelectHead() const {
-  return "SELECT dir.AccPeriod AS Period,dir.BillDate As BillDate," + BillNoExpr(connection_) +
+  return "SELECT dir.AccPeriod AS Period,dir.BillDate As BillDate," + BillNoExpr(connection()) +
          " AS BillNo, Dir.类型 AS BillKind,Dir.说明 As Explain,";
 }
 
-std::string QueryBuilder::PeriodLimit() const { return " And Dir.AccPeriod<='" + NewestAccPeriod(connection_) + "'"; }
+std::string QueryBuilder::PeriodLimit() const { return " And Dir.AccPeriod<='" + NewestAccPeriod(inventory_) + "'"; }
 
 std::string QueryBuilder::PartnerSort() const {
-  return IsSqlServerConnection(connection_) ? " ORDER BY dir.BillDate,dir.单据类型 + dir.单据编号"
-                                            : " ORDER BY dir.BillDate,dir.单据类型 & dir.单据编号";
+  return IsSqlServerConnection(connection()) ? " ORDER BY dir.BillDate,dir.单据类型 + dir.单据编号"
+                                             : " ORDER BY dir.BillDate,dir.单据类型 & dir.单据编号";
 }
 
 void QueryBuilder::Progress(int indicator) const {

@@ -5,19 +5,20 @@
 #include <string>
 
 #include "base/journal_type.h"
+#include "journal/inventory.h"
 #include "journal/subject_keys.h"
-#include "platform/connection.h"
 
 namespace stockbook::journal {
 
 // Builds the one statement of a journal: every receipt and/or issue line of the subject, sorted, under the aliases that
 // are the grid's column keys. Reads class members and the newest period from the connection; runs nothing else. Two
 // inputs deliberately give statements that the database refuses: a partner journal over an empty class with a product,
-// and partner or project journals in the server dialect. Throws platform::Error only when there is no connection.
+// and partner or project journals in the server dialect. Throws when there is no connection, and what its inventory
+// throws.
 class QueryBuilder {
  public:
   // `progress` is called with 10 and 20 as the parts are built.
-  QueryBuilder(platform::Connection* connection, base::tqJournalTypeContants type, SubjectKeys keys,
+  QueryBuilder(Inventory inventory, base::tqJournalTypeContants type, SubjectKeys keys,
                std::function<void(int)> progress = {});
 
   std::string Build() const;
@@ -35,7 +36,9 @@ class QueryBuilder {
   std::string ProjectCondition() const;
   void Progress(int indicator) const;
 
-  platform::Connection* connection_;
+  platform::Connection* connection() const { return inventory_.connection(); }
+
+  Inventory inventory_;
   base::tqJournalTypeContants type_;
   SubjectKeys keys_;
   std::function<void(int)> progress_;

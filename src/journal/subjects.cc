@@ -18,6 +18,8 @@ constexpr const char* kProductQuery =
     "Where pdID=";
 constexpr const char* kClassCode = "ClassCode";
 constexpr const char* kClassName = "ClassName";
+constexpr const char* kNameMissing = "读不到标题中的名称：";
+constexpr const char* kClassMissing = "读不到分类代码：";
 
 std::string Number(int64_t number) { return std::to_string(number); }
 
@@ -33,15 +35,10 @@ void ReadProduct(const platform::Recordset& product, SecondUnit second_unit, Sub
   if (second_unit == SecondUnit::kShown && !unit.empty()) texts.measure += "/" + unit;
 }
 
-// Runs a query; an error ends it where it is.
-template <typename Query>
-void Try(const platform::Connection* connection, Query query) {
-  if (connection == nullptr) return;
-  try {
-    query();
-  } catch (const std::exception&) {
-    // The result is what was read so far.
-  }
+// Of the first record; "" without one.
+std::string FirstText(platform::Connection& connection, const std::string& statement, std::string_view field) {
+  const platform::Recordset result = connection.Execute(statement);
+  return result.AtEnd() ? std::string() : result.FieldValue(field).Text();
 }
 
 }  // namespace
@@ -54,17 +51,19 @@ SubjectTexts Subjects::Read(int32_t key, SecondUnit second_unit) const {
     texts.class_code = std::move(partner.class_code);
     return texts;
   }
-  Try(connection_, [&] { ReadProduct(connection_->Execute(kProductQuery + Number(key)), second_unit, texts); });
+  inventory_.Try(kNameMissing, [&] {
+    ReadProduct(inventory_.connection()->Execute(kProductQuery + Number(key)), second_unit, texts);
+  });
   return texts;
 }
 
 Member Subjects::ReadMember(int32_t key) const {
   const JournalWords words = WordsOf(type_);
   Member member;
-  Try(connection_, [&] {
+  inventory_.Try(kNameMissing, [&] {
     const platform::Recordset record =
-        connection_->Execute("Select * From " + std::string(words.subject_table) + " Where " +
-                             std::string(words.subject_key_field) + "=" + Number(key));
+        inventory_.connection()->Execute("Select * From " + std::string(words.subject_table) + " Where " +
+                                         std::string(words.subject_key_field) + "=" + Number(key));
     if (record.AtEnd()) return;
     member.name = record.FieldValue(words.subject_name_field).Text();
     member.class_code = record.FieldValue(kClassCode).Text();
@@ -74,10 +73,7 @@ Member Subjects::ReadMember(int32_t key) const {
 
 std::string Subjects::ReadText(const std::string& statement, std::string_view field) const {
   std::string text;
-  Try(connection_, [&] {
-    const platform::Recordset result = connection_->Execute(statement);
-    if (!result.AtEnd()) text = result.FieldValue(field).Text();
-  });
+  inventory_.Try(kNameMissing, [&] { text = FirstText(*inventory_.connection(), statement, field); });
   return text;
 }
 
@@ -94,9 +90,14 @@ std::string Subjects::DepotName(const SubjectKeys& keys) const {
 std::string Subjects::SecondKeyClassCode(int32_t key, const SubjectKeys& keys) const {
   const JournalWords words = WordsOf(type_);
   if (words.class_code_key.empty()) return {};
-  return ReadText("Select ClassCode From " + std::string(words.subject_table) + " Where " +
-                      std::string(words.class_code_key) + "=" + Number(key == 0 ? keys.dpID : key),
-                  kClassCode);
+  const std::string statement = "Select ClassCode From " + std::string(words.subject_table) + " Where " +
+                                std::string(words.class_code_key) + "=" + Number(key == 0 ? keys.dpID : key);
+  const Inventory untold(inventory_.connection());
+  std::string code;
+  (type_ == base::ProjectJournal ? untold : inventory_).Try(kClassMissing, [&] {
+    code = FirstText(*inventory_.connection(), statement, kClassCode);
+  });
+  return code;
 }
 
 void Subjects::CompleteClassCode(SubjectKeys& keys) const {
@@ -114,8 +115,9 @@ std::vector<std::string> Subjects::ClassNames(std::string_view code) const {
   if (statement.empty()) return {};
   std::map<std::string, std::string> by_code;  // so the shorter ones come first
   std::vector<std::string> names;
-  Try(connection_, [&] {
-    for (platform::Recordset classes = connection_->Execute(statement); !classes.AtEnd(); classes.MoveNext())
+  inventory_.Try(kNameMissing, [&] {
+    for (platform::Recordset classes = inventory_.connection()->Execute(statement); !classes.AtEnd();
+         classes.MoveNext())
       by_code[classes.FieldValue(kClassCode).Text()] = classes.FieldValue(kClassName).Text();
     for (const auto& [class_code, name] : by_code) names.push_back(name);
   });

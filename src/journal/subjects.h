@@ -4,11 +4,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/journal_type.h"
+#include "journal/inventory.h"
 #include "journal/subject_keys.h"
-#include "platform/connection.h"
 
 namespace stockbook::journal {
 
@@ -30,11 +31,11 @@ struct Member {
 
 enum class SecondUnit { kHidden, kShown };
 
-// Turns the numbers and codes that name a journal's subject into texts, by a single query each. If a query fails, the
-// lookup silently returns what it has so far; without a connection it finds nothing.
+// Turns the numbers and codes that name a journal's subject into texts, by a single query each. If a statement fails,
+// the lookup returns what it has so far and tells the error; without a connection it finds nothing.
 class Subjects {
  public:
-  Subjects(platform::Connection* connection, base::tqJournalTypeContants type) : connection_(connection), type_(type) {}
+  Subjects(Inventory inventory, base::tqJournalTypeContants type) : inventory_(std::move(inventory)), type_(type) {}
 
   // The key is a supplier's in the supplier journal, a customer's in the customer journal and a product's in all
   // others.
@@ -44,7 +45,8 @@ class Subjects {
   // The depot, or 全部仓库 (all depots); in all but the stock journal the project, its class, or 全部项目 (all
   // projects).
   std::string DepotName(const SubjectKeys& keys) const;
-  // The class code of the second key; 0 means the stored one.
+  // The class code of the second key; 0 means the stored one. The statement of projects names a key that their table
+  // need not have, so that its failure is expected and not told.
   std::string SecondKeyClassCode(int32_t key, const SubjectKeys& keys) const;
   // Gives the keys of a product without a class code the class code of their second key.
   void CompleteClassCode(SubjectKeys& keys) const;
@@ -55,7 +57,7 @@ class Subjects {
  private:
   std::string ReadText(const std::string& statement, std::string_view field) const;
 
-  platform::Connection* connection_;
+  Inventory inventory_;
   base::tqJournalTypeContants type_;
 };
 

@@ -45,7 +45,7 @@ class GridObserver {
   // The grid has already done its own part for the left button (selection, folding).
   virtual void MouseDown(const GridMouseEvent& /*event*/) {}
   virtual void MouseUp(const GridMouseEvent& /*event*/) {}
-  // By the mouse, or by the key that stands for it, on the cell under the mouse.
+  // By the left button, or by the key that stands for it, on the cell under the mouse.
   virtual void DoubleClick() {}
   // The copy key was pressed. True when the observer has copied; otherwise the grid does what it can by itself.
   virtual bool Copy() { return false; }

@@ -19,7 +19,9 @@ void Recordset::Close() {
 }
 
 base::Value Recordset::FieldValue(size_t index) const {
-  if (AtEnd() || index >= fields_.size()) throw Error("read field", "没有当前记录：请检查查询是否返回了数据。");
+  // A field may end before the others; then its record is missing, and not null.
+  if (AtEnd() || index >= fields_.size() || row_ >= fields_[index].column.size())
+    throw Error("read field", "没有当前记录：请检查查询是否返回了数据。");
   return fields_[index].column.At(row_);
 }
 

@@ -217,6 +217,19 @@ TEST_F(GridEvents, OpenTheBillOnADoubleClickOnItsNumberOnly) {
   EXPECT_TRUE(heard_.Take().empty());
 }
 
+TEST_F(GridEvents, OpenNoBillOnADoubleClickBesideTheCellsOfTheRow) {
+  DoubleClick(5, "SeqNo");
+  EXPECT_EQ(grid().Col(), ColumnOf("BillNo")) << "the first column of the selected row";
+  EXPECT_EQ(heard_.Of("CommandExecute"), Lines{});
+}
+
+TEST_F(GridEvents, OpenTheBillOnADoubleClickOfTheLeftButtonOnly) {
+  grid().Select(5, ColumnOf("BillNo"));
+  for (const auto button : {sheet::MouseButton::kMiddle, sheet::MouseButton::kRight})
+    mouse_.DoubleClick(At(5, "BillNo", button));
+  EXPECT_EQ(heard_.Of("CommandExecute"), Lines{});
+}
+
 TEST_F(GridEvents, OpenTheBillByTheEnterKey) {
   grid().Select(5, ColumnOf("BillNo"));
   heard_.Take();

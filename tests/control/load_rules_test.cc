@@ -221,11 +221,11 @@ TEST_F(LoadRules, PartnerJournalsAddUpTheirOwnSideAlone) {
   connection_->Fail("SELECT '2004-03' As Period", "no balance");
   control().SetJournalType(base::SupplierJournal);
   ASSERT_TRUE(control().Load(0, 5));
-  EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(3, "StoQty2") + " " + Cell(3, "StoAcc"), "5 1 10");
+  EXPECT_EQ(Cell(4, "StoQty") + " " + Cell(4, "StoQty2") + " " + Cell(4, "StoAcc"), "5 1 10");
   control().SetJournalType(base::CustomerJournal);
   ASSERT_TRUE(control().Load(0, 5));
-  EXPECT_EQ(Cell(2, "StoQty") + " " + Cell(2, "StoPrice"), "0 0");
-  EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(3, "StoQty2") + " " + Cell(3, "StoAcc") + " " + Cell(3, "StoPrice"),
+  EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(3, "StoPrice"), "0 0");
+  EXPECT_EQ(Cell(4, "StoQty") + " " + Cell(4, "StoQty2") + " " + Cell(4, "StoAcc") + " " + Cell(4, "StoPrice"),
             "2 3 4 2");
 }
 

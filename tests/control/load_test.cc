@@ -146,15 +146,17 @@ TEST_F(Load, OpensWithZeroWhenNothingWasEverCarriedForward) {
   EXPECT_EQ(Cell(3, "StoQty"), "4");
 }
 
-TEST_F(Load, HasNoOpeningRowWhenTheBalanceCannotBeRead) {
+TEST_F(Load, OpensWithZeroWhenTheBalanceCannotBeRead) {
   AnswerJournal(*connection_, kTwoPeriods);
   connection_->Fail("SELECT TOP 1 AccPeriod AS Period", "no such table");
   diary_.lines.clear();
   EXPECT_TRUE(control().Load(7, 0));
-  EXPECT_EQ(Cell(1, "BillNo"), "2004-03");
-  EXPECT_EQ(Cell(2, "StoQty"), "4");
-  EXPECT_EQ(diary_.lines.back(), "Process -1");
-  EXPECT_EQ(diary_.lines[diary_.lines.size() - 2], std::string("Notify 已读入：") + kCaption);
+  EXPECT_EQ(Cell(1, "BillNo") + " " + Cell(1, "StoQty") + " " + Cell(1, "StoAcc"), "2004年03月期初 0 0");
+  EXPECT_EQ(Cell(3, "StoQty"), "4");
+  const auto end = diary_.lines.end();
+  EXPECT_EQ(end[-1], "Process -1");
+  EXPECT_TRUE(end[-2].starts_with("Notify 读不到期初余额") && end[-2].ends_with("no such table")) << end[-2];
+  EXPECT_EQ(end[-3], std::string("Notify 已读入：") + kCaption);
 }
 
 TEST_F(Load, EndsWithItsClosingMessageWhenTheHostCancels) {
@@ -301,10 +303,10 @@ TEST_F(Load, LeavesTheRunningValuesOfAnUnknownTypeAsTheyWere) {
   connection_->Answer("Select Top 1 * From tqAccPeriod", {"AccPeriod"}, {{testing::Text("2004-03")}});
   control().SetJournalType(static_cast<tqJournalTypeContants>(9));
   ASSERT_TRUE(control().Load(7, 1));
-  EXPECT_EQ(Cell(2, "StoQty") + " " + Cell(3, "StoQty") + " " + Cell(3, "StoAcc") + " " + Cell(3, "StoPrice"),
+  EXPECT_EQ(Cell(3, "StoQty") + " " + Cell(4, "StoQty") + " " + Cell(4, "StoAcc") + " " + Cell(4, "StoPrice"),
             "0 0 0 0");
-  EXPECT_EQ(Cell(4, "RevQty"), "5.00\n5.00");
-  EXPECT_EQ(Cell(4, "IssAcc"), "4.00\n4.00");
+  EXPECT_EQ(Cell(5, "RevQty"), "5.00\n5.00");
+  EXPECT_EQ(Cell(5, "IssAcc"), "4.00\n4.00");
 }
 
 TEST_F(Load, DividesByANegativeStock) {

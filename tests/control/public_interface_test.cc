@@ -149,6 +149,7 @@ TEST_F(LoadedControl, ReadsBillIdNameAndFlagOfARowOrTheCurrentOne) {
   EXPECT_EQ(fakes_.control->BillID(), 1001);
   EXPECT_EQ(fakes_.control->BillID(-5), 1001);
   EXPECT_EQ(fakes_.control->BillName(3), "入库单");
+  for (const int32_t row : {-1, -5}) EXPECT_EQ(fakes_.control->BillName(row), "出库单") << row;
   EXPECT_EQ(fakes_.control->Flag(), 1);
   EXPECT_EQ(fakes_.control->FlagName(), "出库");
 }

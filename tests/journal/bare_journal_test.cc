@@ -2,9 +2,13 @@
 // The pieces of a load over a bare grid, without a control: what each takes, puts into the grid and returns.
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <optional>
+
 #include "base/column_keys.h"
 #include "base/money.h"
 #include "journal/blank_cells.h"
+#include "journal/infinite_quantities.h"
 #include "journal/journal_rows.h"
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
@@ -84,12 +88,38 @@ TEST_F(BareJournal, OpensWithTheTotalsOfItsType) {
   EXPECT_EQ(Cell(3, "StoPrice"), "2.5") << "the row of the first one";
 }
 
-TEST_F(BareJournal, OpensWithZerosWhereNothingWasCarriedForwardAndWithNoRowWhereNothingCouldBeRead) {
+TEST_F(BareJournal, OpensWithZerosWhereNothingWasCarriedForward) {
   Lay(kTwoPeriods);
-  EXPECT_EQ(WriteOpeningRow({}, base::MaterialJournal, grid_), Totals());
-  EXPECT_EQ(grid_.Rows(), 6);
   EXPECT_EQ(Open(base::MaterialJournal, {}), Totals());
   EXPECT_EQ(Cell(1, "Period") + " " + Cell(1, "StoQty2") + " " + Cell(1, "StoPrice"), "2004-03 0 0");
+}
+
+TEST_F(BareJournal, OpensWithZerosWhereTheBalanceCouldNotBeRead) {
+  Lay(kTwoPeriods);
+  EXPECT_EQ(WriteOpeningRow({"2004-03", std::nullopt}, base::MaterialJournal, grid_), Totals());
+  ASSERT_EQ(grid_.Rows(), 7);
+  EXPECT_EQ(Cell(1, "BillNo") + " " + Cell(1, "StoQty") + " " + Cell(1, "StoAcc"), "2004年03月期初 0 0");
+}
+
+TEST_F(BareJournal, OpensUnderNoPeriodWhereThereIsNone) {
+  Lay(kTwoPeriods);
+  EXPECT_EQ(WriteOpeningRow({}, base::MaterialJournal, grid_), Totals());
+  EXPECT_EQ(Cell(1, "BillNo") + " " + Cell(1, "StoQty"), "期初 0");
+}
+
+TEST_F(BareJournal, KeepsAnInfiniteOpeningQuantityAndRefusesSuchAnAmount) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  Lay(kTwoPeriods);
+  const auto open = [&](double quantity, double amount) {
+    return Open(base::MaterialJournal, {{Text("2004-03"), base::Value(quantity), Whole(1), base::Value(amount),
+                                         Whole(0), Whole(0), Whole(0), Whole(0), Whole(0), Whole(0)}});
+  };
+  const Totals opening = open(kInfinite, 5);
+  EXPECT_EQ(opening.quantity, kInfinite);
+  EXPECT_EQ(Cell(1, "StoQty"), "") << "no zero that hides it";
+  const std::string told = DescribeInfiniteQuantity(opening, {}, grid_);
+  EXPECT_NE(told.find("期初余额的数量是无穷大"), std::string::npos) << told;
+  EXPECT_THROW(open(1, kInfinite), base::ArithmeticError);
 }
 
 TEST_F(BareJournal, RefusesAnOpeningAmountOutsideOfTheRangeOfMoney) {
@@ -97,6 +127,35 @@ TEST_F(BareJournal, RefusesAnOpeningAmountOutsideOfTheRangeOfMoney) {
   EXPECT_THROW(Open(base::MaterialJournal, {{Text("2004-03"), Whole(1), Whole(1), base::Value(1e300), Whole(0),
                                              Whole(0), Whole(0), Whole(0), Whole(0), Whole(0)}}),
                base::ArithmeticError);
+}
+
+// What is said of a journal whose second line has that quantity.
+class InfiniteQuantities : public BareJournal {
+ protected:
+  std::string Told(double quantity, double quantity2 = 0) {
+    grid_.SetRows(grid_.FixedRows());
+    grid_.SetCols(grid_.FixedCols());
+    Lay({{.bill_no = "1", .quantity = 4},
+         {.bill_no = "2", .flag = 1, .quantity = quantity, .quantity2 = quantity2},
+         {.period = "2004-04", .bill_no = "3", .flag = 1, .quantity = 1}});
+    const std::vector<PeriodTotals> periods = ComputeRunningValues(kOpening, base::MaterialJournal, grid_);
+    return DescribeInfiniteQuantity(kOpening, periods, grid_);
+  }
+};
+
+TEST_F(InfiniteQuantities, AreToldWithTheBillWhereTheyBegin) {
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(Told(3), "");
+  EXPECT_TRUE(Told(kInfinite).starts_with("单据“2”的数量是无穷大")) << Told(kInfinite);
+  EXPECT_TRUE(Told(-kInfinite).starts_with("单据“2”")) << Told(-kInfinite);
+  EXPECT_TRUE(Told(3, kInfinite).starts_with("单据“2”")) << "the second quantity too";
+}
+
+TEST_F(InfiniteQuantities, AreToldOfSumsThatLeaveTheNumbersToo) {
+  constexpr double kMost = std::numeric_limits<double>::max();
+  Lay({{.bill_no = "1", .quantity = kMost}, {.bill_no = "2", .quantity = kMost}, {.bill_no = "3", .quantity = 1}});
+  const std::vector<PeriodTotals> periods = ComputeRunningValues({}, base::MaterialJournal, grid_);
+  EXPECT_TRUE(DescribeInfiniteQuantity({}, periods, grid_).starts_with("单据“2”"));
 }
 
 TEST_F(BareJournal, RunsItsValuesFromTheOpeningAndTotalsItsPeriods) {

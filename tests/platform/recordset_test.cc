@@ -45,6 +45,22 @@ TEST(Recordset, SaysWhichFieldItDoesNotHaveAndWhatToDo) {
   }
 }
 
+TEST(Recordset, RefusesToReadAFieldThatEndsBeforeTheOthers) {
+  columns::ColumnBuilder shorter;
+  shorter.Append(base::Value(int64_t{1}));
+  columns::ColumnBuilder longer;
+  for (int record = 0; record < 2; ++record) longer.Append(base::Value(int64_t{record}));
+  std::vector<Field> fields;
+  fields.push_back({"short", shorter.Finish()});
+  fields.push_back({"long", longer.Finish()});
+  Recordset records(std::move(fields));
+  EXPECT_EQ(records.FieldValue("short").Text(), "1");
+  records.MoveNext();
+  ASSERT_FALSE(records.AtEnd());
+  EXPECT_EQ(records.FieldValue("long").Text(), "1");
+  EXPECT_THROW(records.FieldValue("short"), Error);
+}
+
 TEST(Recordset, RefusesToReadAfterTheLastRecord) {
   Recordset rows = TwoRows();
   rows.MoveNext();

@@ -39,6 +39,9 @@ TEST_F(Input, ObserverHearsOfTheMouseAfterTheSheetActed) {
   EXPECT_EQ(sheet.MouseCol(), 3);
   mouse.DoubleClick({MouseButton::kLeft, kNone, {240, 110}});
   EXPECT_EQ(listener.Take(), "double;");
+  mouse.DoubleClick({MouseButton::kMiddle, kNone, {240, 110}});
+  mouse.DoubleClick({MouseButton::kRight, kNone, {240, 110}});
+  EXPECT_EQ(listener.Take(), "") << "only the left button's counts";
   mouse.Press({MouseButton::kRight, kNone, {-5, 110}});
   EXPECT_EQ(sheet.MouseCol(), -1);
 }

@@ -39,14 +39,19 @@ class FakeConnection : public platform::Connection {
   void Answer(const std::string& prefix, std::vector<std::string> names, std::vector<std::vector<base::Value>> rows) {
     answers_[prefix] = [names = std::move(names), rows = std::move(rows)] { return MakeRecordset(names, rows); };
   }
-  void Fail(const std::string& prefix, const std::string& message) {
-    answers_[prefix] = [message]() -> platform::Recordset { throw platform::Error("execute", message); };
+  void Fail(const std::string& prefix, const std::string& message,
+            platform::ErrorKind kind = platform::ErrorKind::kStatement) {
+    Do(prefix, [message, kind]() -> platform::Recordset { throw platform::Error("execute", message, 0, kind); });
+  }
+  void Do(const std::string& prefix, std::function<platform::Recordset()> answer) {
+    answers_[prefix] = std::move(answer);
   }
 
   std::string ConnectionString() const override { return connection_string; }
   platform::Recordset Execute(std::string_view statement, int option) override {
     sent_.emplace_back(statement);
     options.push_back(option);
+    moments_of_statements.push_back(open_moments);
     const std::function<platform::Recordset()>* best = nullptr;
     size_t longest = 0;
     for (const auto& [prefix, answer] : answers_) {
@@ -59,6 +64,8 @@ class FakeConnection : public platform::Connection {
     return (*best)();
   }
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override {
+    if (busy) throw platform::Error("begin", "数据库正忙", 5, platform::ErrorKind::kBusy);
+    if (!has_moments) return nullptr;
     class Counted : public platform::Moment {
      public:
       explicit Counted(int& open) : open_(open) { ++open_; }
@@ -73,11 +80,15 @@ class FakeConnection : public platform::Connection {
   void Forget() {
     sent_.clear();
     options.clear();
+    moments_of_statements.clear();
   }
 
   std::string connection_string;
   std::vector<int> options;  // of the statements that were sent
   int open_moments = 0;
+  std::vector<int> moments_of_statements;  // how many were open
+  bool has_moments = true;
+  bool busy = false;  // no moment can begin
 
  private:
   std::map<std::string, std::function<platform::Recordset()>> answers_;

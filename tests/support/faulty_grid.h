@@ -3,21 +3,22 @@
 
 #include <utility>
 
-#include "platform/error.h"
 #include "platform/grid.h"
+#include "support/faults.h"
 
 namespace stockbook::testing {
 
-// Stands before another grid and refuses its n-th call from when it is told to. What ends an operation (redraw, tag,
-// observer) is never refused.
+// Stands before another grid and refuses its n-th call from when it is told to, or that of all ports with which it
+// shares its faults. What ends an operation (redraw, tag, observer) is never refused.
 class FaultyGrid : public platform::Grid {
  public:
-  explicit FaultyGrid(platform::Grid& real) : real_(real) {}
+  explicit FaultyGrid(platform::Grid& real) : real_(real), faults_(own_) {}
+  FaultyGrid(platform::Grid& real, Faults& shared) : real_(real), faults_(shared) {}
 
   // 0 refuses nothing.
-  void RefuseCall(int number) { left_ = number; }
+  void RefuseCall(int number) { faults_.FailCall(number); }
   // Whether the call came and was refused.
-  bool HasRefused() const { return refused_; }
+  bool HasRefused() const { return faults_.HasFailed(); }
 
   std::string TextMatrix(int row, int column) const override { return Asked().TextMatrix(row, column); }
   void SetTextMatrix(int row, int column, std::string_view text) override { Asked().SetTextMatrix(row, column, text); }
@@ -150,15 +151,14 @@ class FaultyGrid : public platform::Grid {
   void SetGridFont(const platform::Font& font) override { Asked().SetGridFont(font); }
 
  private:
-  platform::Grid& Asked() const {
-    if (left_ == 0 || --left_ > 0) return real_;
-    refused_ = true;
-    throw platform::Error("grid", "the grid refuses");
+  platform::Grid& Asked(const char* call = __builtin_FUNCTION()) const {
+    faults_.Meet(call);
+    return real_;
   }
 
   platform::Grid& real_;
-  mutable int left_ = 0;
-  mutable bool refused_ = false;
+  Faults own_{"the grid refuses"};
+  Faults& faults_;
 };
 
 }  // namespace stockbook::testing

@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "interaction/find/row_search.h"
 #include "interaction/find/search_terms.h"
+#include "journal/error_text.h"
 #include "platform/error.h"
 
 namespace stockbook::interaction {
@@ -138,7 +139,7 @@ void Find(const platform::GridTable& grid, platform::GridBusy& busy, Events& eve
   try {
     SearchAndTell(grid, events, key, words);
   } catch (const std::exception& caught) {
-    error = caught.what();
+    error = journal::TextOfError(caught.what());
   }
   ResetView(busy);
   if (error) events.Notify(*error);

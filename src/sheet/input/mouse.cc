@@ -181,14 +181,12 @@ void Mouse::Release(const MouseEvent& event) {
 
 void Mouse::DoubleClick(const MouseEvent& event) {
   view_.SetMouseCell(view_.geometry().CellAt(event.at));
-  if (event.button == MouseButton::kLeft) {
-    if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
-      Fit(edge);
-      return;
-    }
-    if (ToggleNodeAt(event.at)) return;
+  if (event.button != MouseButton::kLeft) return;
+  if (const Edge edge = EdgeAt(event.at); !edge.IsNone()) {
+    Fit(edge);
+    return;
   }
-  view_.observer().DoubleClick();
+  if (!ToggleNodeAt(event.at)) view_.observer().DoubleClick();
 }
 
 void Mouse::Fit(const Edge& edge) {

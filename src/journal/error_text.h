@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stockbook::journal {
+
+// What the user is told of the exception that is being handled: its own text, or `unknown` where it has none. To be
+// called in a catch clause.
+std::string TextOfError(std::string_view unknown);
+
+}  // namespace stockbook::journal
