@@ -113,7 +113,7 @@ TEST_F(CommandLine, ExportsObjectsThatAgreeWithTheTables) {
     EXPECT_TRUE(IsTheJournalOf(tables, options, shown));
     const auto lines =
         std::count_if(shown.rows.begin(), shown.rows.end(), [](const ShownRow& row) { return row.level == 1; });
-    EXPECT_TRUE(SaysWhatALoadSays(shown, options, static_cast<size_t>(lines)));
+    EXPECT_TRUE(SaysWhatALoadSays(shown, options, static_cast<size_t>(lines), Balance::kRead));
   }
 }
 

@@ -18,7 +18,8 @@ app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOp
 ::testing::AssertionResult EndToEnd::ShowsWhatTheTablesGive(const std::string& database, const BaseTables& tables,
                                                             const app::JournalOptions& options) {
   const app::LoadReport report = Load(database, options);
-  if (RecomputedJournal(tables, options).cannot_run()) {
+  const RecomputedJournal journal(tables, options);
+  if (journal.cannot_run()) {
     if (!report.loaded && !app::LoadError(report).empty()) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << Describe(options) << ": its statement cannot run, and it loaded";
   }
@@ -30,7 +31,8 @@ app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOp
   if (auto same = IsTheJournalOf(tables, options, shown); !same) return same;
   return SaysWhatALoadSays(shown, options,
                            static_cast<size_t>(std::count_if(shown.rows.begin(), shown.rows.end(),
-                                                             [](const ShownRow& row) { return row.level == 1; })));
+                                                             [](const ShownRow& row) { return row.level == 1; })),
+                           journal.balance_is_refused() ? Balance::kRefused : Balance::kRead);
 }
 
 Outcome EndToEnd::Program(const std::vector<std::string>& arguments) const {

@@ -18,9 +18,11 @@ namespace stockbook::end_to_end {
 ::testing::AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options,
                                           const ShownJournal& shown);
 
-// Checks the captions and messages of a whole load, and that its progress rises to 100 and then ends with -1.
+// Checks the captions and messages of a whole load, and that its progress rises to 100 and then ends with -1. A balance
+// that was refused is told behind them.
+enum class Balance { kRead, kRefused };
 ::testing::AssertionResult SaysWhatALoadSays(const ShownJournal& shown, const app::JournalOptions& options,
-                                             size_t line_count);
+                                             size_t line_count, Balance balance);
 
 std::string Describe(const app::JournalOptions& options);
 

@@ -328,9 +328,9 @@ void RecomputedJournal::ReadOpening() {
   bool all_owners = options_.dp_id <= 0;
   std::vector<int64_t> owners{options_.dp_id};
   if (type != kMaterial) owners = BalanceOwners(all_owners);
-  // Without owners the statement of the partner journals lacks its condition and fails, so there is no opening row.
-  if (IsPartner(type) && all_owners) return;
   opening_ = OpeningRow{first, {}};
+  balance_is_refused_ = IsPartner(type) && all_owners;
+  if (balance_is_refused_) return;
   const char* owner_column = type == kMaterial ? "DpID" : IsPartner(type) ? "ksID" : "pjID";
   const char* period_column = type == kMaterial ? "AccPeriod" : "bnPeriod";
   const char* product_column = type == kMaterial ? "PdID" : "pdID";

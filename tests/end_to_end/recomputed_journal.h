@@ -51,6 +51,9 @@ class RecomputedJournal {
 
   // Whether the journal's statement fails: a class without members leaves a partner journal without its condition.
   bool cannot_run() const { return cannot_run_; }
+  // Whether the statement of its balance fails: a partner journal over everybody has no condition to add the product
+  // to. It opens with zeros then, and says so.
+  bool balance_is_refused() const { return balance_is_refused_; }
   // Sorted; lines that tie in the journal's order are adjacent.
   const std::vector<MovementLine>& lines() const { return lines_; }
   // All rows with their running values, given the order of the lines; nothing if an amount exceeds the range of Money.
@@ -76,6 +79,7 @@ class RecomputedJournal {
   std::string latest_;
   std::optional<std::vector<int64_t>> second_keys_;  // nothing stands for all
   bool cannot_run_ = false;
+  bool balance_is_refused_ = false;
   std::optional<OpeningRow> opening_;
   std::vector<MovementLine> lines_;
 };
