@@ -13,8 +13,8 @@ std::optional<JournalOptions> Read(const Words& words) {
 }
 
 TEST(JournalOptions, ReadAllTheirParts) {
-  const auto options = Read(
-      {"--journal", "project", "--product", "7", "--second", "-1", "--class", "0101", "--qty2", "--tax", "--restrict"});
+  const auto options =
+      Read({"--journal", "project", "--product", "7", "--second", "-1", "--class", "0101", "--qty2", "--tax"});
   ASSERT_TRUE(options);
   EXPECT_EQ(options->journal_type, 3);
   EXPECT_EQ(options->key_id, 7);
@@ -22,7 +22,12 @@ TEST(JournalOptions, ReadAllTheirParts) {
   EXPECT_EQ(options->dp_code, "0101");
   EXPECT_TRUE(options->allow_qty2);
   EXPECT_TRUE(options->allow_inv);
-  EXPECT_TRUE(options->acc_restrict);
+  EXPECT_FALSE(options->acc_restrict);
+  EXPECT_TRUE(Read({"--journal", "project", "--product", "7", "--restrict"})->acc_restrict);
+}
+
+TEST(JournalOptions, ShowNoTaxColumnsWhereAmountsAreRestricted) {
+  EXPECT_THROW(Read({"--journal", "material", "--product", "1", "--tax", "--restrict"}), UsageError);
 }
 
 TEST(JournalOptions, NumberTheTypesFromMaterialToProject) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/journal_columns.h"
 
+#include <cstdlib>
 #include <stdexcept>
 
 namespace stockbook::end_to_end {
@@ -146,6 +147,17 @@ size_t PlaceOf(std::string_view key) {
     if (kColumns[place].key == key) return place;
   }
   throw std::out_of_range("there is no column " + std::string(key));
+}
+
+void ComposeName(Cells& line) {
+  const std::string& model = line[PlaceOf("Model")];
+  const std::string& standard = line[PlaceOf("Standard")];
+  const std::string& measure = line[PlaceOf("Measure")];
+  std::string parts = model;
+  if (!standard.empty()) parts += "[" + standard + "]";
+  if (!measure.empty()) parts += "(" + measure + ")";
+  const bool has_product = std::strtod(line[PlaceOf("pdID")].c_str(), nullptr) > 0;
+  if (has_product && !parts.empty()) line[PlaceOf("ProductName")] += " " + parts;
 }
 
 }  // namespace stockbook::end_to_end

@@ -31,4 +31,7 @@ std::array<ColumnDescription, kColumnCount> ColumnsOf(int journal_type, bool qty
 // The index of the column with the key; the test fails if there is none.
 size_t PlaceOf(std::string_view key);
 
+// Adds what the hidden columns say to the name of a line's product: "六角螺栓 M8×30[GB/T 5783](千克)".
+void ComposeName(Cells& line);
+
 }  // namespace stockbook::end_to_end

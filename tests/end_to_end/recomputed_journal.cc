@@ -7,10 +7,7 @@
 namespace stockbook::end_to_end {
 namespace {
 
-constexpr int kMaterial = 0;
-constexpr int kSupplier = 1;
-constexpr int kCustomer = 2;
-constexpr int kProject = 3;
+enum JournalTypes : int { kMaterial, kSupplier, kCustomer, kProject };
 
 bool IsPartner(int type) { return type == kSupplier || type == kCustomer; }
 
@@ -179,6 +176,7 @@ void RecomputedJournal::AddSide(const Side& side) {
 
 void RecomputedJournal::AddMovement(const Side& side, size_t record, size_t bill) {
   for (MovementLine& line : JoinMasters(side, record, bill)) {
+    ComposeName(line.cells);
     // A union keeps one of equal rows.
     const bool is_union = !IsPartner(options_.journal_type);
     const auto equal = [&](const MovementLine& other) { return other.cells == line.cells; };

@@ -68,6 +68,11 @@ int RunCommand(const Command& command, const std::vector<std::string>& arguments
 
 }  // namespace
 
+void Warn(std::string_view command, std::span<const std::string> messages, Terminal& terminal) {
+  for (const std::string& message : messages)
+    terminal.err << "stockbook " << command << ": " << OneLine(message) << "\n";
+}
+
 std::string OneLine(std::string_view text) {
   std::string line = base::CleanUtf8(text);
   std::replace_if(

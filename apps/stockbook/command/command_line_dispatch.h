@@ -33,6 +33,9 @@ inline constexpr int kExitUsage = 2;
 // or the first one is an option, an existing file, or ends in ".db". Every error is one line on `err`.
 int RunProgram(std::span<const Command> commands, const std::vector<std::string>& arguments, Terminal& terminal);
 
+// Tells what a command that goes on could not do, each in a line of its own.
+void Warn(std::string_view command, std::span<const std::string> messages, Terminal& terminal);
+
 // The text without line breaks and other control characters, so that a message stays on one line whatever it quotes.
 std::string OneLine(std::string_view text);
 

@@ -38,7 +38,7 @@ constexpr std::string_view kJournalUsage =
     "  --second ID      the depot, supplier, customer or project, by type; without it all of them\n"
     "  --class CODE     instead of --second: the class of suppliers, customers or projects\n"
     "  --qty2           show the quantities in the second unit\n"
-    "  --tax            show tax rate, tax, price and amount with tax\n"
+    "  --tax            show tax rate, tax, price and amount with tax; not together with --restrict\n"
     "  --restrict       show - instead of amounts\n";
 
 }  // namespace
@@ -73,6 +73,10 @@ std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line) {
   options.allow_qty2 = line.Has("qty2");
   options.allow_inv = line.Has("tax");
   options.acc_restrict = line.Has("restrict");
+  if (options.allow_inv && options.acc_restrict) {
+    throw UsageError(
+        "The options --tax and --restrict exclude each other: the tax columns show amounts; leave one out.");
+  }
   return options;
 }
 

@@ -60,6 +60,12 @@ JournalBar::JournalBar(QWidget* parent)
             [this](const QString& words) { emit Failed(QStringLiteral("没有找到：%1").arg(words)); });
   }
   connect(load_, &QPushButton::clicked, this, &JournalBar::LoadWanted);
+  // The tax columns show amounts, which a restriction hides: there are never both.
+  connect(restrict_, &QCheckBox::toggled, tax_, [this](bool restricted) {
+    if (restricted) tax_->setChecked(false);
+    tax_->setDisabled(restricted);
+  });
+  tax_->setToolTip(QStringLiteral("显示税率、税额和含税金额；隐藏金额时不可用"));
   for (QCheckBox* box : {quantity2_, tax_, restrict_}) connect(box, &QCheckBox::clicked, this, &JournalBar::LoadWanted);
 }
 
@@ -132,7 +138,7 @@ void JournalBar::SetOptions(const JournalOptions& options) {
   product_->Choose(options.key_id, {});
   second_->Choose(options.dp_id, options.dp_id > 0 ? std::string() : options.dp_code);
   quantity2_->setChecked(options.allow_qty2);
-  tax_->setChecked(options.allow_inv);
+  tax_->setChecked(options.allow_inv && !options.acc_restrict);
   restrict_->setChecked(options.acc_restrict);
 }
 

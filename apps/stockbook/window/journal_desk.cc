@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/journal_desk.h"
 
-#include <filesystem>
+#include <algorithm>
 
+#include "base/column_keys.h"
 #include "base/text.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"
@@ -40,22 +41,27 @@ std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, Sql
                                  base::ReplaceAll(path, "\"", "\"\"") + "\"");
 }
 
-LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
-                       const JournalOptions& options) {
-  control.SetConn(std::move(connection));
+void SetUpJournal(control::Stockbook& control, const JournalOptions& options) {
   control.SetAllowQty2(options.allow_qty2);
   control.SetAllowInv(options.allow_inv);
   control.SetAccRestrict(options.acc_restrict ? "True" : "False");
   control.SetJournalType(static_cast<base::tqJournalTypeContants>(options.journal_type));
   // A load completes a missing code and keeps it; clear it so that the next load starts without one.
   control.SetdpCode(options.dp_code);
+  control.SetdpID(options.dp_id);
+}
+
+LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
+                       const JournalOptions& options) {
+  control.SetConn(std::move(connection));
   LoadReport report;
   const Recorder recorder(control, report);
   try {
+    SetUpJournal(control, options);
     // Load does not accept negative keys; the control's properties do.
-    control.SetdpID(options.dp_id);
     if (options.key_id < 0) control.SetKeyID(options.key_id);
     report.loaded = control.Load(options.key_id, options.dp_id);
+    if (report.loaded) ComposeNames(control);
   } catch (const platform::Error& error) {
     report.notify.emplace_back(error.what());
   }
@@ -64,6 +70,19 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
 
 std::string LoadError(const LoadReport& report) {
   return report.loaded || report.notify.empty() ? "" : report.notify.back();
+}
+
+std::vector<std::string> LoadProblems(const LoadReport& report) {
+  constexpr const char* kRead = "已读入：";
+  const auto read = std::find_if(report.notify.begin(), report.notify.end(),
+                                 [](const std::string& message) { return message.starts_with(kRead); });
+  if (!report.loaded || read == report.notify.end()) return {};
+  return {read + 1, report.notify.end()};
+}
+
+void ComposeNames(control::Stockbook& control) {
+  std::vector<base::Value> column{base::Value(std::string(base::keys::kModel))};
+  control.DoCommand("ColChanged", column);
 }
 
 JournalDesk::JournalDesk() : control_(Surroundings()) {}

@@ -29,12 +29,22 @@ struct LoadReport {
   std::vector<int> process;  // without immediate repetitions
 };
 
-// Sets up the control from the options and loads the journal. The control keeps `connection`.
+// Sets what the options say, except for the product, which a load takes, without loading.
+void SetUpJournal(control::Stockbook& control, const JournalOptions& options);
+
+// Sets up the control from the options and loads the journal, with the names of products composed from the columns that
+// are hidden. The control keeps `connection`.
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
                        const JournalOptions& options);
 
 // The error text of a load that failed: its last message, since no host cancels it; "" if there is none.
 std::string LoadError(const LoadReport& report);
+
+// What a loaded journal had to do without, such as a balance that could not be read: the messages behind 已读入 (read).
+std::vector<std::string> LoadProblems(const LoadReport& report);
+
+// Composes the names of products from what is hidden of Model, Standard and Measure.
+void ComposeNames(control::Stockbook& control);
 
 // The control over a sheet without a window, for commands that only need the rows. It needs a running toolkit
 // application (GuiSession) to measure texts.

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "base/column_keys.h"
@@ -27,13 +28,14 @@ constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
 
-// This host has room to show bill numbers and remarks in full, while the control's own layout has to be narrow.
+// This host has room to show bill numbers, remarks and product names in full, while the control's own layout has to be
+// narrow.
 struct HostWidth {
   const char* key;
   int twips;
 };
 constexpr HostWidth kHostWidths[] = {
-    {keys::kBillNo, 3900}, {keys::kBillKind, 1050}, {keys::kExplain, 1800}, {keys::kProductName, 2700}};
+    {keys::kBillNo, 3900}, {keys::kBillKind, 1050}, {keys::kExplain, 1800}, {keys::kProductName, 3900}};
 
 void WidenColumns(platform::Grid& grid) {
   for (const HostWidth& width : kHostWidths) {
@@ -148,26 +150,47 @@ void MainWindow::Reload() { Load(bar_->Options()); }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
-  platform::Grid& grid = stockbook_->Grid();
+  control::Stockbook& control = stockbook_->control();
   const ReadingPlace place(stockbook_->sheet());
   const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
-  columns_.Learn(grid);
+  const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
+  columns_.Learn(stockbook_->Grid());
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = app::LoadJournal(stockbook_->control(), connection_, options);
+  LoadReport report = app::LoadJournal(control, connection_, options);
+  const bool put_back = !report.loaded && PutBackShown(report, keys);
   QApplication::restoreOverrideCursor();
   loading_ = false;
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  if (laid_out_) columns_.PutBack(grid, stockbook_->control().ColsFilter());
-  shown_ = report.loaded ? std::optional(options) : std::nullopt;
-  if (!same || !report.loaded || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
+  if (laid_out_) columns_.PutBack(stockbook_->Grid(), control.ColsFilter());
+  // The names depend on what the user has shown and hidden.
+  ComposeNames(control);
+  if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
+  if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
   UpdateTitle();
   stockbook_->setFocus();
   return report;
+}
+
+// Shows the journal again that a failed load was to replace. Returns false if there is none; then the header names
+// none.
+bool MainWindow::PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys) {
+  control::Stockbook& control = stockbook_->control();
+  // A load tells the progress 0 when it has cleared the grid.
+  const bool cleared = std::find(failed.process.begin(), failed.process.end(), 0) != failed.process.end();
+  if (shown_.has_value() && !cleared) {
+    SetUpJournal(control, *shown_);
+    control.SetdpCode(keys.dpCode);
+    if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
+    return true;
+  }
+  if (shown_.has_value() && app::LoadJournal(control, connection_, *shown_).loaded) return true;
+  if (stockbook_->sheet().RecordCount() == 0) control.SetCaption({});
+  return false;
 }
 
 // Let the keyboard start from a visible cell.

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "journal/subject_keys.h"
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
 #include "stockbook/window/column_memory.h"
@@ -53,6 +54,7 @@ class MainWindow : public QMainWindow {
   void ChooseDatabase();
   void Reload();
   LoadReport Load(const JournalOptions& options);
+  bool PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys);
   void GoToFirstCell();
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);
@@ -67,7 +69,7 @@ class MainWindow : public QMainWindow {
   bool loading_ = false;
   bool laid_out_ = false;                // the load laid the columns out
   bool row_changed_ = false;             // so its description comes next
-  std::optional<JournalOptions> shown_;  // the options of the last load
+  std::optional<JournalOptions> shown_;  // the options of the journal in the grid
   ColumnMemory columns_;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
