@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <array>
 #include <iostream>
 #include <string>
@@ -9,12 +12,27 @@
 #include "stockbook/command/import_command.h"
 #include "stockbook/command/open_command.h"
 #include "stockbook/command/print_command.h"
+#include "stockbook/command/program_end.h"
 #include "stockbook/command/render_command.h"
 #include "stockbook/command/sample_command.h"
 #include "stockbook/command/sql_command.h"
 
+namespace {
+
+// The number of a closed standard stream would go to the next file that is opened, and messages would be written into
+// that. What stands in for the stream fails as a closed one does.
+void OccupyClosedStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   using namespace stockbook::app;
+  OccupyClosedStreams();
+  PrepareForTheEnd();
   // One line per command; 'stockbook --help' lists them in this order.
   const std::array commands{
       OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),

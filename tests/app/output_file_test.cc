@@ -68,5 +68,34 @@ TEST_F(OutputFileTest, KeepsALinkAndReplacesTheFileBehindIt) {
   EXPECT_EQ(ReadAll(path), "new");
 }
 
+TEST_F(OutputFileTest, KeepsTheModeOfTheFileItReplaces) {
+  namespace fs = std::filesystem;
+  for (const fs::perms mode : {fs::perms(0600), fs::perms(0640), fs::perms(0755), fs::perms(0444)}) {
+    const std::string path = Write("journal.csv", "old");
+    fs::permissions(path, mode);
+    std::ostringstream out;
+    OutputFile file(path, out);
+    file.stream() << "new";
+    file.Commit();
+    EXPECT_EQ(fs::status(path).permissions(), mode);
+    EXPECT_EQ(ReadAll(path), "new");
+    fs::remove(path);
+  }
+}
+
+TEST_F(OutputFileTest, LetsNobodyElseReadAReplacementBeforeItIsInPlace) {
+  namespace fs = std::filesystem;
+  const std::string path = Write("journal.csv", "old");
+  fs::permissions(path, fs::perms(0600));
+  const PendingFile file(path);
+  EXPECT_EQ(fs::status(file.path()).permissions(), fs::perms(0600));
+}
+
+TEST_F(OutputFileTest, GivesANewFileTheModeOfAnyNewFile) {
+  const std::string usual = Write("usual.csv", "");
+  PendingFile(PathOf("journal.csv")).Commit();
+  EXPECT_EQ(std::filesystem::status(PathOf("journal.csv")).permissions(), std::filesystem::status(usual).permissions());
+}
+
 }  // namespace
 }  // namespace stockbook::app

@@ -8,6 +8,7 @@
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/journal_export.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 
 namespace stockbook::app {
@@ -21,7 +22,11 @@ Usage: stockbook export DB JOURNAL [--format csv|tsv|ndjson] [--columns visible|
   --format NAME    csv (as usual) or tsv: captions, then shown texts; ndjson: one JSON object a line, the first one with
                    the caption, the columns and what the load said, then one a row with stored and shown texts
   --columns NAME   visible (as usual for csv and tsv) or all (as usual for ndjson)
-  -o FILE          where to; - (as usual) for standard output; an existing file is replaced when all has gone well
+  -o FILE          where to; - (as usual) for standard output; an existing file is replaced when all has gone well,
+                   but never a database
+
+In csv and tsv a text that a spreadsheet would take for a formula, because it begins with =, +, -, @, a tab or a carriage
+return and is no number, has an apostrophe in front.
 
 )";
 
@@ -40,13 +45,16 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
   const std::string format = line.Choice("format", kFormats).value_or("csv");
   const std::string usual_columns = format == "ndjson" ? "all" : "visible";
   const bool all = line.Choice("columns", kColumnChoices).value_or(usual_columns) == "all";
+  const std::string target = line.Value("output").value_or("-");
+  CheckOutput(target, path, Replaces::kNoInventory);
   const auto columns = all ? ExportColumns::kAll : ExportColumns::kVisible;
 
   const GuiSession session(GuiNeed::kPicture);
   JournalDesk desk;
   const LoadReport report = LoadJournal(desk.control(), OpenInventory(path), options);
   if (!report.loaded) throw platform::Error("export", LoadError(report));
-  OutputFile output(line.Value("output").value_or("-"), terminal.out);
+  Warn("export", LoadProblems(report), terminal);
+  OutputFile output(target, terminal.out);
   if (format == "ndjson") {
     WriteNdjson(desk.sheet(), columns, desk.control().Caption(), report, output.stream());
   } else {

@@ -7,9 +7,12 @@
 #include <QString>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 #include "qt/fonts.h"
 #include "qt/text.h"
+#include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/program_end.h"
 
 namespace stockbook::app {
 namespace {
@@ -30,11 +33,31 @@ bool NamesADisplay() {
 #endif
 }
 
+[[noreturn]] void EndWith(const std::string& sentence) {
+  RemoveUnfinishedFiles();
+  std::fprintf(stderr, "stockbook: %s\n", sentence.c_str());
+  std::_Exit(kExitFailed);
+}
+
 // If a display is set but does not respond, the toolkit ends the program; this is the last chance to print an error.
 void SayFatalOnly(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
-  if (type != QtFatalMsg) return;
-  std::fprintf(stderr, "stockbook: %s\n", kNoDisplay);
-  std::_Exit(1);
+  if (type == QtFatalMsg) EndWith(kNoDisplay);
+}
+
+// While a picture is made, an error of the system means that there is none: without memory for a thread, say, the
+// toolkit reports that and waits for the thread for ever.
+void EndAtSystemErrors(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (type == QtCriticalMsg) {
+    EndWith("The system is out of memory or of other means (" + OneLine(message.toStdString()) +
+            "); close other programs or take less data.");
+  }
+  SayFatalOnly(type, context, message);
+}
+
+// The libraries below the toolkit do not all survive a lack of memory, so there must be some to start with.
+void AskForMemory() {
+  constexpr size_t kLeast = size_t{64} << 20;
+  ::operator delete(::operator new(kLeast));
 }
 
 }  // namespace
@@ -43,12 +66,15 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
   if (QCoreApplication::instance() != nullptr) return;
   if (need == GuiNeed::kWindow && !NamesADisplay()) throw NoDisplay(kNoDisplay);
   if (need == GuiNeed::kPicture) {
+    AskForMemory();
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Its event loop is not needed, and it ends the program when it is out of memory.
+    qputenv("QT_NO_GLIB", "1");
     qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
   }
   qInstallMessageHandler(SayFatalOnly);
   application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
-  qInstallMessageHandler(need == GuiNeed::kPicture ? SayFatalOnly : nullptr);
+  qInstallMessageHandler(need == GuiNeed::kPicture ? EndAtSystemErrors : nullptr);
   QApplication::setApplicationName(QStringLiteral("stockbook"));
   QApplication::setApplicationDisplayName(QStringLiteral("库存台账"));
   const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);

@@ -4,6 +4,8 @@
 #include <array>
 #include <ostream>
 
+#include "stockbook/command/spreadsheet_text.h"
+
 namespace stockbook::app {
 namespace {
 
@@ -114,7 +116,7 @@ void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char sepa
   const auto write_row = [&](auto text_of) {
     for (size_t at = 0; at < chosen.size(); ++at) {
       if (at > 0) buffer += separator;
-      AppendField(text_of(chosen[at]), separator, buffer);
+      AppendField(SpreadsheetText(text_of(chosen[at])), separator, buffer);
     }
     buffer += '\n';
     FlushWhenFull(buffer, out);

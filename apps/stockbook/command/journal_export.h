@@ -13,7 +13,8 @@ namespace stockbook::app {
 enum class ExportColumns { kVisible, kAll };
 
 // Captions and then the shown texts of all data rows, separated by `separator`; a field that contains the separator, a
-// quote or a line break is quoted, with quotes doubled. Lines end in "\n".
+// quote or a line break is quoted, with quotes doubled. What a spreadsheet would take for a formula is written as
+// SpreadsheetText does. Lines end in "\n".
 void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out);
 
 // One JSON object per line: first the caption, the columns and the messages of the load, then every data row with its

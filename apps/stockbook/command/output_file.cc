@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/output_file.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
-#include <cstdio>
+#include <csignal>
 #include <random>
 #include <system_error>
 
@@ -19,19 +23,51 @@ namespace fs = std::filesystem;
 
 std::string Reason(int code) { return std::generic_category().message(code); }
 
-// Creates a file with a new name beside the target, with the permissions of a new file.
-fs::path CreateBeside(const fs::path& target, const std::string& target_name) {
-  std::random_device random;
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    fs::path candidate = target;
-    candidate += ".new-" + std::to_string(random());
-    if (std::FILE* file = std::fopen(candidate.c_str(), "wbx")) {
-      std::fclose(file);
-      return candidate;
-    }
-    if (errno != EEXIST) Fail(target_name, Reason(errno), errno);
+// Ending signals wait as long as this lives.
+class SignalPause {
+ public:
+  SignalPause() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, &before_);
   }
-  Fail(target_name, "no free name for a temporary file in its folder", EEXIST);
+  ~SignalPause() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  SignalPause(const SignalPause&) = delete;
+  SignalPause& operator=(const SignalPause&) = delete;
+
+ private:
+  sigset_t before_{};
+};
+
+// An open file of the system.
+class Descriptor {
+ public:
+  Descriptor(const fs::path& path, int flags, mode_t mode = 0) : number_(open(path.c_str(), flags | O_CLOEXEC, mode)) {}
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  explicit operator bool() const { return number_ >= 0; }
+  int number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+// Gives the file the owner and mode of the one it replaces. Where it cannot have the same group, the group may do no
+// more than everybody.
+void TakeAfter(const Descriptor& file, const struct stat& replaced) {
+  struct stat own {};
+  if (fstat(file.number(), &own) != 0) return;
+  mode_t mode = replaced.st_mode & 07777;
+  const bool other_owner =
+      own.st_uid != replaced.st_uid && fchown(file.number(), replaced.st_uid, static_cast<gid_t>(-1)) != 0;
+  const bool other_group =
+      own.st_gid != replaced.st_gid && fchown(file.number(), static_cast<uid_t>(-1), replaced.st_gid) != 0;
+  if (other_group) mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << 3);
+  if (other_owner || other_group) mode &= ~static_cast<mode_t>(S_ISUID | S_ISGID);
+  fchmod(file.number(), mode);
 }
 
 bool IsWrittenThrough(const std::string& target) {
@@ -50,7 +86,26 @@ PendingFile::PendingFile(const std::string& target) : target_name_(target), targ
   if (fs::exists(status) && !fs::is_regular_file(status)) Fail(target, "it is no file on a disk", EINVAL);
   // A link is kept; the file it points to is replaced.
   if (fs::is_symlink(fs::symlink_status(target_, error)) && fs::exists(status)) target_ = fs::canonical(target_);
-  temporary_ = CreateBeside(target_, target_name_);
+  CreateBeside();
+}
+
+// A file with a new name beside the target: for its owner alone while it replaces another, which may be a secret.
+void PendingFile::CreateBeside() {
+  std::error_code ignored;
+  const mode_t mode = fs::exists(target_, ignored) ? 0600 : 0666;
+  std::random_device random;
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    fs::path candidate = target_;
+    candidate += ".new-" + std::to_string(random());
+    const SignalPause pause;
+    if (const Descriptor file(candidate, O_WRONLY | O_CREAT | O_EXCL, mode); file) {
+      temporary_ = candidate;
+      unfinished_.emplace(temporary_.string());
+      return;
+    }
+    if (errno != EEXIST) Fail(target_name_, Reason(errno), errno);
+  }
+  Fail(target_name_, "no free name for a temporary file in its folder", EEXIST);
 }
 
 PendingFile::~PendingFile() {
@@ -58,11 +113,25 @@ PendingFile::~PendingFile() {
   if (!temporary_.empty()) fs::remove(temporary_, ignored);
 }
 
+// Puts all of the file on the disk.
+void PendingFile::Keep() const {
+  const Descriptor file(temporary_, O_RDONLY);
+  if (!file) Fail(target_name_, Reason(errno), errno);
+  struct stat replaced {};
+  if (stat(target_.c_str(), &replaced) == 0) TakeAfter(file, replaced);
+  if (fsync(file.number()) != 0) Fail(target_name_, Reason(errno), errno);
+}
+
 void PendingFile::Commit() {
+  Keep();
   std::error_code error;
   fs::rename(temporary_, target_, error);
   if (error) Fail(target_name_, error.message(), error.value());
+  unfinished_.reset();
   temporary_.clear();
+  // Some file systems cannot do this for a folder; the file is in place all the same.
+  const fs::path folder = target_.has_parent_path() ? target_.parent_path() : fs::path(".");
+  if (const Descriptor place(folder, O_RDONLY | O_DIRECTORY); place) fsync(place.number());
 }
 
 OutputFile::OutputFile(const std::string& target, std::ostream& out) : target_(target), stream_(&out) {

@@ -13,6 +13,7 @@
 #include "platform/error.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"
 
@@ -28,7 +29,8 @@ Usage: stockbook print DB JOURNAL [--paper SIZE] [--portrait] [--collapse] -o PD
   --paper SIZE  a3, a4, a5 or letter (a4)
   --portrait    the page upright; otherwise it lies on its side
   --collapse    close all periods
-  -o PDF        the file, - for standard output; an existing one is replaced when all has gone well
+  -o PDF        the file, - for standard output; an existing one is replaced when all has gone well, but
+                never a database
 
 )";
 
@@ -70,14 +72,16 @@ int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
   const QPageLayout page(QPageSize(PaperOf(line)),
                          line.Has("portrait") ? QPageLayout::Portrait : QPageLayout::Landscape,
                          QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm), QPageLayout::Millimeter);
-  OutputFile output(line.Required("output", "-o PDF, the file to write"), terminal.out);
+  const std::string target = line.Required("output", "-o PDF, the file to write");
+  CheckOutput(target, path, Replaces::kNoInventory);
+  OutputFile output(target, terminal.out);
 
   const GuiSession session(GuiNeed::kPicture);
   MainWindow window;
   window.OpenDatabase(path);
-  if (const LoadReport report = window.LoadJournal(options); !report.loaded) {
-    throw platform::Error("print", LoadError(report));
-  }
+  const LoadReport report = window.LoadJournal(options);
+  if (!report.loaded) throw platform::Error("print", LoadError(report));
+  Warn("print", LoadProblems(report), terminal);
   if (line.Has("collapse")) window.stockbook().sheet().CollapseAll();
   const QByteArray pdf = PdfOf(window.stockbook(), page);
   output.stream().write(pdf.constData(), pdf.size());

@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <new>
 #include <optional>
 #include <ostream>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "base/number.h"
 #include "platform/error.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"
 #include "stockbook/window/window_colours.h"
@@ -33,7 +35,8 @@ Usage: stockbook render DB JOURNAL [--size WxH] [--scale S] [--top-row N] [--col
   --top-row N   the grid row to stand on top of the scrolling part
   --collapse    close all periods
   --dark        as on a dark desktop
-  -o PNG        the picture, - for standard output; an existing file is replaced when all has gone well
+  -o PNG        the picture, - for standard output; an existing file is replaced when all has gone well,
+                but never a database
 
 )";
 
@@ -83,6 +86,7 @@ QSize SizeOf(const CommandLine& line, double scale) {
 
 QImage PictureOf(MainWindow& window, double scale) {
   QImage image((QSizeF(window.size()) * scale).toSize(), QImage::Format_RGB32);
+  if (image.isNull()) throw std::bad_alloc();
   image.setDevicePixelRatio(scale);
   image.fill(Qt::white);
   window.render(&image);
@@ -104,7 +108,9 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   const double scale = ScaleOf(line);
   const QSize size = SizeOf(line, scale);
   const auto top_row = line.Integer("top-row", 0, std::numeric_limits<int>::max());
-  OutputFile output(line.Required("output", "-o PNG, the picture to write"), terminal.out);
+  const std::string target = line.Required("output", "-o PNG, the picture to write");
+  CheckOutput(target, path, Replaces::kNoInventory);
+  OutputFile output(target, terminal.out);
 
   const GuiSession session(GuiNeed::kPicture, scale);
   if (line.Has("dark")) QApplication::setPalette(DarkPalette());
@@ -115,9 +121,9 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   window.setMinimumSize(1, 1);
   window.resize(size);
   window.show();
-  if (const LoadReport report = window.LoadJournal(options); !report.loaded) {
-    throw platform::Error("render", LoadError(report));
-  }
+  const LoadReport report = window.LoadJournal(options);
+  if (!report.loaded) throw platform::Error("render", LoadError(report));
+  Warn("render", LoadProblems(report), terminal);
   sheet::GridSheet& sheet = window.stockbook().sheet();
   if (line.Has("collapse")) sheet.CollapseAll();
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/command/spreadsheet_text.h"
+
+#include <algorithm>
+
+#include "base/digits.h"
+
+namespace stockbook::app {
+namespace {
+
+bool BeginsLikeAFormula(std::string_view text) {
+  return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos;
+}
+
+std::string_view WithoutApostrophes(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of('\''), text.size()));
+}
+
+// Passes over digits and grouping commas; returns how many digits.
+size_t TakeDigits(std::string_view& text) {
+  const auto end = std::find_if_not(text.begin(), text.end(), [](char c) { return base::IsDigit(c) || c == ','; });
+  const auto digits = std::count_if(text.begin(), end, base::IsDigit);
+  text.remove_prefix(static_cast<size_t>(end - text.begin()));
+  return static_cast<size_t>(digits);
+}
+
+bool Take(std::string_view& text, std::string_view any) {
+  if (text.empty() || any.find(text.front()) == std::string_view::npos) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+// A number as the grid's formats show it: "-1,234.50", "+7", "-12.5%", "-1E+20".
+bool IsShownNumber(std::string_view text) {
+  Take(text, "+-");
+  size_t digits = TakeDigits(text);
+  if (Take(text, ".")) digits += TakeDigits(text);
+  if (digits == 0) return false;
+  if (Take(text, "eE")) {
+    Take(text, "+-");
+    if (TakeDigits(text) == 0) return false;
+  }
+  Take(text, "%");
+  return text.empty();
+}
+
+}  // namespace
+
+std::string SpreadsheetText(std::string_view text) {
+  const std::string_view bare = WithoutApostrophes(text);
+  const bool is_harmless = bare.size() == text.size() && (text == "-" || IsShownNumber(text));
+  return (BeginsLikeAFormula(bare) && !is_harmless ? "'" : "") + std::string(text);
+}
+
+std::string CellText(std::string text) {
+  if (text.starts_with('\'') && BeginsLikeAFormula(WithoutApostrophes(text))) text.erase(0, 1);
+  return text;
+}
+
+}  // namespace stockbook::app

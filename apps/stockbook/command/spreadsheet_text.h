@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stockbook::app {
+
+// What to write into separated values so that a spreadsheet shows the text and calculates nothing. It takes what begins
+// with =, +, -, @, a tab or a carriage return for a formula: such a text gets an apostrophe in front, unless it is a
+// number or a lone dash. So does one that already has apostrophes there, so that CellText gives every text back.
+std::string SpreadsheetText(std::string_view text);
+
+// The text that SpreadsheetText was given.
+std::string CellText(std::string text);
+
+}  // namespace stockbook::app
