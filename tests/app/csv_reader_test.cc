@@ -108,7 +108,41 @@ TEST(CsvReader, GivesUpALineWithTextAfterAQuoteAndReadsOn) {
 }
 
 TEST(CsvReader, ReportsAQuoteThatIsNeverClosed) {
-  EXPECT_EQ(Parse("a\n\"b\nc").faults, (std::vector<CsvFault>{CsvFault::None, CsvFault::UnclosedQuote}));
+  EXPECT_EQ(Parse("a\n\"b\nc").faults,
+            (std::vector<CsvFault>{CsvFault::None, CsvFault::UnclosedQuote, CsvFault::None}));
+}
+
+TEST(CsvReader, ReadsOnAtTheNextLineWhenAQuoteIsNeverClosed) {
+  std::string text = "a,\"b\r\n";
+  for (int line = 0; line < 20000; ++line) text += std::to_string(line) + ",x\r\n";
+  const Parsed parsed = ParseIn(text, 1000);
+  ASSERT_EQ(parsed.records.size(), 20001u);
+  EXPECT_EQ(parsed.faults.front(), CsvFault::UnclosedQuote);
+  EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"0", "x"}));
+  EXPECT_EQ(parsed.lines[1], 2);
+  EXPECT_EQ(parsed.lines.back(), 20001);
+}
+
+TEST(CsvReader, ReadsOnAtTheNextLineWhenAnotherQuoteClosesTheField) {
+  const Parsed parsed = Parse("a,\"b\nc,d\ne,\"f\"\ng\n");
+  EXPECT_EQ(parsed.records.size(), 4u);
+  EXPECT_EQ(parsed.faults.front(), CsvFault::TextAfterQuote);
+  EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"c", "d"}));
+  EXPECT_EQ(parsed.records[2], (std::vector<std::string>{"e", "f"}));
+  EXPECT_EQ(parsed.lines, (std::vector<int64_t>{1, 2, 3, 4}));
+}
+
+TEST(CsvReader, GivesARecordUpForTheLineAfterItsFirst) {
+  TextSource source("a,\"b\nc,d\ne\",f\ng\n", 3);
+  CsvReader reader(source);
+  CsvRecord record;
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.line_count, 3);
+  reader.GiveUpRecord();
+  ASSERT_TRUE(reader.Next(record));
+  EXPECT_EQ(record.line, 2);
+  EXPECT_EQ(record.line_count, 1);
+  EXPECT_EQ(record.fields, (std::vector<std::string_view>{"c", "d"}));
 }
 
 TEST(CsvReader, GivesUpARecordThatIsTooLongAndReadsOn) {

@@ -130,7 +130,8 @@ TEST_F(ImportRetailTest, BringsInEveryLineAndTheirSums) {
   EXPECT_EQ(inventory.One("SELECT count(*) FROM (SELECT 企业名称 FROM 客户资料 UNION SELECT 企业名称 FROM 厂商资料)"),
             std::to_string(partners.size()));
   EXPECT_EQ(inventory.Lines("SELECT * FROM tqAccPeriod ORDER BY 1"),
-            (std::vector<std::string>{"2010-12", "2011-01", "2011-02", "2011-03", "2011-04", "2011-05", "2011-06"}));
+            (std::vector<std::string>{"2010-11", "2010-12", "2011-01", "2011-02", "2011-03", "2011-04", "2011-05",
+                                      "2011-06"}));
 }
 
 TEST_F(ImportRetailTest, KeepsBalancesThatAgreeWithTheLines) {

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "stockbook/command/command_line.h"
+#include "stockbook/command/output_check.h"
 #include "stockbook/inventory/inventory_balances.h"
 #include "stockbook/sample/sample_inventory.h"
 
@@ -25,7 +26,7 @@ Usage: stockbook sample DB [--lines N] [--periods P] [--seed S] [--one-product]
 
   DB              the inventory to write; an existing one is replaced when all has gone well
   --lines N       receipt and issue lines together (5000)
-  --periods P     months, from January 2025 on (12)
+  --periods P     months with bills, from January 2025 on (12); the period before carries the opening stocks
   --seed S        another number makes another inventory; the same one makes the same (1)
   --one-product   all lines are about product 1, for measuring
 )";
@@ -35,6 +36,7 @@ int RunSample(const std::vector<std::string>& arguments, Terminal& terminal) {
   line.ExpectAtMost(1);
   const std::string path = line.Positional(0, "DB, the inventory to write");
   if (path == "-") throw UsageError("An inventory cannot go to standard output; name a file.");
+  CheckOutput(path, {}, Replaces::kAnyInventory);
   SampleOptions options;
   options.lines = line.Integer("lines", 0, kMostSampleLines).value_or(options.lines);
   options.periods = static_cast<int>(line.Integer("periods", 1, kMostSamplePeriods).value_or(options.periods));

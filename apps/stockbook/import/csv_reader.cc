@@ -17,9 +17,15 @@ CsvReader::CsvReader(ByteSource& source, char delimiter)
 
 int CsvReader::Peek() {
   if (at_ == end_) {
-    at_ = 0;
-    end_ = source_.Read(buffer_.data(), buffer_.size());
-    if (end_ == 0) return kEnd;
+    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(record_at_),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
+    end_ -= record_at_;
+    at_ = end_;
+    record_at_ = 0;
+    if (buffer_.size() < end_ + kBlock) buffer_.resize(end_ + kBlock);
+    const size_t more = source_.Read(buffer_.data() + end_, kBlock);
+    if (more == 0) return kEnd;
+    end_ += more;
   }
   return static_cast<unsigned char>(buffer_[at_]);
 }
@@ -41,7 +47,7 @@ void CsvReader::SkipByteOrderMark() {
 }
 
 void CsvReader::EndLine() {
-  ++line_;
+  last_line_ = line_++;
   const bool carriage_return = Peek() == '\r';
   Skip();
   if (carriage_return && Peek() == '\n') Skip();
@@ -50,12 +56,14 @@ void CsvReader::EndLine() {
 bool CsvReader::Next(CsvRecord& record) {
   if (!begun_) SkipByteOrderMark();
   record.fields.clear();
-  record.line = line_;
+  record_at_ = at_;
+  record_line_ = record.line = line_;
   if (Peek() == kEnd) return false;
   text_.clear();
   ends_.clear();
   record.fault = ReadRecord();
-  if (record.fault != CsvFault::None) GiveUpLine();
+  record.line_count = last_line_ - record.line + 1;
+  if (record.fault != CsvFault::None) GiveUpRecord();
   size_t from = 0;
   for (const size_t end : ends_) {
     record.fields.push_back(std::string_view(text_).substr(from, end - from));
@@ -67,6 +75,7 @@ bool CsvReader::Next(CsvRecord& record) {
 CsvFault CsvReader::ReadRecord() {
   for (;;) {
     const CsvFault fault = Peek() == '"' ? ReadQuoted() : ReadPlain();
+    last_line_ = line_;
     if (fault != CsvFault::None) return fault;
     EndField();
     const int next = Peek();
@@ -109,10 +118,14 @@ CsvFault CsvReader::ReadQuoted() {
   return CsvFault::TooLong;
 }
 
-void CsvReader::GiveUpLine() {
+void CsvReader::GiveUpRecord() {
+  at_ = record_at_;
+  line_ = record_line_;
   for (int next = Peek(); next != kEnd; next = Peek()) {
     if (next == '\n' || next == '\r') return EndLine();
     Skip();
+    // Nothing goes back to this line any more.
+    record_at_ = at_;
   }
 }
 

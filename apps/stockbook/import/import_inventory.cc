@@ -159,12 +159,16 @@ void ImportInventory::WriteMasters() {
 
 void ImportInventory::Complete() {
   WriteMasters();
-  const std::vector<int> months(months_.begin(), months_.end());
-  for (const int month : months) writer_.AddPeriod(month);
-  writer_.AddBalances(BalanceOwner::Depots, depots_, months, FirstPeriodRows::EveryAccount);
-  writer_.AddBalances(BalanceOwner::Suppliers, suppliers_, months, FirstPeriodRows::EveryAccount);
-  writer_.AddBalances(BalanceOwner::Customers, customers_, months, FirstPeriodRows::EveryAccount);
-  writer_.AddBalances(BalanceOwner::Projects, project_stocks_, months, FirstPeriodRows::EveryAccount);
+  if (months_.empty()) return;
+  // The opening row of a partner journal adds up the first period's own receipts or issues, so these must not be in
+  // the lines as well: the first period is one without bills.
+  const int initial_month = *months_.begin() - 1;
+  writer_.AddPeriod(initial_month);
+  for (const int month : months_) writer_.AddPeriod(month);
+  writer_.AddBalances(BalanceOwner::Depots, depots_, initial_month);
+  writer_.AddBalances(BalanceOwner::Suppliers, suppliers_, initial_month);
+  writer_.AddBalances(BalanceOwner::Customers, customers_, initial_month);
+  writer_.AddBalances(BalanceOwner::Projects, project_stocks_, initial_month);
 }
 
 }  // namespace stockbook::app

@@ -12,9 +12,9 @@
 namespace stockbook::app {
 
 // Builds an inventory from movements: one bill for each bill number, time, partner, project and direction; products,
-// partners and projects as they occur, numbered from 1; one depot, 总库; one period for each month that occurs; the
-// balance tables from the lines. Lines are written at once; master records, bill keys and balances stay in memory until
-// the end.
+// partners and projects as they occur, numbered from 1; one depot, 总库; one period for each month that occurs, and
+// an initial one without bills before them; the balance tables from the lines. Lines are written at once; master
+// records, bill keys and balances stay in memory until the end.
 class ImportInventory {
  public:
   explicit ImportInventory(InventoryWriter& writer) : writer_(writer) {}

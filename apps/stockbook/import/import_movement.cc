@@ -5,6 +5,7 @@
 
 #include "base/digits.h"
 #include "base/text.h"
+#include "stockbook/command/spreadsheet_text.h"
 #include "stockbook/import/import_decimal.h"
 
 namespace stockbook::app {
@@ -62,6 +63,11 @@ std::optional<SkipReason> MovementReader::CheckShape(const CsvRecord& record, st
     explanation = "it is empty";
     return SkipReason::EmptyLine;
   }
+  if (record.fields.size() != mapping_.column_count() && record.line_count > 1) {
+    explanation = "a quote in it is closed only in line " + std::to_string(record.line + record.line_count - 1) +
+                  ", and the number of its fields is wrong; close the quote, or double it if it is text";
+    return SkipReason::BadQuotes;
+  }
   if (record.fields.size() != mapping_.column_count()) {
     explanation = "it has " + std::to_string(record.fields.size()) + " fields where the header line has " +
                   std::to_string(mapping_.column_count());
@@ -102,7 +108,7 @@ std::optional<SkipReason> MovementReader::ReadNumbers(const CsvRecord& record, M
 std::optional<SkipReason> MovementReader::Read(const CsvRecord& record, Movement& movement,
                                                std::string& explanation) const {
   if (const auto reason = CheckShape(record, explanation)) return reason;
-  const auto text = [&](ImportField field) { return base::CleanUtf8(mapping_.Text(field, record.fields)); };
+  const auto text = [&](ImportField field) { return CellText(base::CleanUtf8(mapping_.Text(field, record.fields))); };
   movement.product = text(ImportField::Product);
   if (movement.product.empty()) {
     explanation = "the product is empty";
@@ -121,7 +127,7 @@ std::optional<SkipReason> MovementReader::Read(const CsvRecord& record, Movement
   movement.direction = received ? Direction::Receipt : Direction::Issue;
   movement.name = text(ImportField::Name);
   movement.bill = text(ImportField::Bill);
-  movement.partner = base::CleanUtf8(WithoutZeroFraction(mapping_.Text(ImportField::Partner, record.fields)));
+  movement.partner = CellText(base::CleanUtf8(WithoutZeroFraction(mapping_.Text(ImportField::Partner, record.fields))));
   movement.project = text(ImportField::Project);
   return std::nullopt;
 }

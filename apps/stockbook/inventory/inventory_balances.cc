@@ -42,27 +42,20 @@ void BalanceBook::Enter(Direction direction, int64_t owner_id, int64_t product_i
   (direction == Direction::Receipt ? entry.received : entry.issued) += sums;
 }
 
-void BalanceBook::ForEachRow(const std::vector<int>& months, FirstPeriodRows first,
-                             const std::function<void(const BalanceRecord&)>& take) const {
+void BalanceBook::ForEachRow(int initial_month, const std::function<void(const BalanceRecord&)>& take) const {
   std::vector<std::pair<Key, const Account*>> sorted;
   sorted.reserve(accounts_.size());
   for (const auto& [key, account] : accounts_) sorted.emplace_back(key, &account);
   std::sort(sorted.begin(), sorted.end());
   int64_t next_id = openings_ + 1;
   for (const auto& [key, account] : sorted) {
-    const bool opened = account->opening_id != 0;
-    const bool row_in_first = opened || first == FirstPeriodRows::EveryAccount;
-    BalanceRecord row{0, key.owner_id, key.product_id, 0, account->opening, {}, {}};
-    auto entry = account->months.begin();
-    for (size_t index = 0; index < months.size(); ++index) {
-      const bool moved = entry != account->months.end() && entry->month == months[index];
-      const bool begun = opened || entry != account->months.begin();
-      if (!moved && !begun && !(index == 0 && row_in_first)) continue;
-      row.month = months[index];
-      row.received = moved ? entry->received : StockSums();
-      row.issued = moved ? entry->issued : StockSums();
-      if (moved) ++entry;
-      row.id = opened && index == 0 ? account->opening_id : next_id++;
+    BalanceRecord row{account->opening_id, key.owner_id, key.product_id, initial_month, account->opening, {}, {}};
+    if (account->opening_id != 0) take(row);
+    for (const Month& month : account->months) {
+      row.id = next_id++;
+      row.month = month.month;
+      row.received = month.received;
+      row.issued = month.issued;
       take(row);
       row.carried_forward += row.received;
       row.carried_forward -= row.issued;

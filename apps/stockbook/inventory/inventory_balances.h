@@ -18,22 +18,18 @@ int MonthOf(base::Date date);
 // text.
 std::string PeriodText(int month);
 
-// Whether an account without an opening balance has a row of zeros in the first period.
-enum class FirstPeriodRows { OpeningsOnly, EveryAccount };
-
 // The balances of one kind of owner while lines are entered: for each owner and product the opening stock and the
 // receipts and issues of each month. It never reads the database. Entering a line is O(1) for lines in date order.
 class BalanceBook {
  public:
-  // Sets the stock carried into the first period; returns the record's ID, counted from 1 in the order of the calls.
+  // Sets the stock carried into the initial period; returns the record's ID, counted from 1 in the order of the calls.
   int64_t Open(int64_t owner_id, int64_t product_id, const StockSums& stock);
   void Enter(Direction direction, int64_t owner_id, int64_t product_id, int month, const StockSums& sums);
 
-  // Calls `take` for every row, by owner, product and month: a row for the first month where `first` says so or the
-  // account was opened, and one for every month from then, else from the account's first line on. `months` ascend and
-  // include every month entered.
-  void ForEachRow(const std::vector<int>& months, FirstPeriodRows first,
-                  const std::function<void(const BalanceRecord&)>& take) const;
+  // Calls `take` for every row, by owner, product and month: one for the initial month where the account was opened,
+  // and one for every month in which it has a line. So there are no more rows than openings and lines, however many
+  // months lie between them. The initial month precedes every month entered.
+  void ForEachRow(int initial_month, const std::function<void(const BalanceRecord&)>& take) const;
 
  private:
   struct Month {

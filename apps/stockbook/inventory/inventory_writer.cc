@@ -3,7 +3,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -82,6 +85,10 @@ constexpr TableName kBalanceTables[] = {TableName::DepotBalances, TableName::Sup
                                         TableName::CustomerBalances, TableName::ProjectBalances};
 constexpr TableName kClassTables[] = {TableName::ProductClasses, TableName::SupplierClasses, TableName::CustomerClasses,
                                       TableName::ProjectClasses};
+
+// What a database keeps beside itself.
+constexpr const char* kCompanions[] = {"-journal", "-wal", "-shm"};
+constexpr int kPatienceMs = 2000;
 
 }  // namespace
 
@@ -185,9 +192,8 @@ void InventoryWriter::AddBalance(BalanceOwner owner, const BalanceRecord& row) {
   }
 }
 
-void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months,
-                                  FirstPeriodRows first) {
-  book.ForEachRow(months, first, [&](const BalanceRecord& row) { AddBalance(owner, row); });
+void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, int initial_month) {
+  book.ForEachRow(initial_month, [&](const BalanceRecord& row) { AddBalance(owner, row); });
 }
 
 void InventoryWriter::Finish() {
@@ -200,12 +206,38 @@ void InventoryWriter::Finish() {
     throw platform::Error("write an inventory", "Cannot write '" + file_.target() + "': " + sqlite3_errstr(code) + ".",
                           code);
   }
+  SettleReplaced();
   file_.Commit();
   // Leftover files of a replaced inventory must not be taken for parts of the new one.
-  for (const char* suffix : {"-journal", "-wal", "-shm"}) {
+  for (const char* ending : kCompanions) {
     std::error_code ignored;
-    std::filesystem::remove(file_.target() + suffix, ignored);
+    std::filesystem::remove(file_.place() + ending, ignored);
   }
+}
+
+// A journal beside the replaced inventory would be played back into the new one by whoever opens it, if the program
+// were killed between the move and the removal of the journal. The database plays it back into the old one first.
+void InventoryWriter::SettleReplaced() const {
+  std::error_code ignored;
+  const auto is_left = [&](const char* ending) {
+    const auto size = std::filesystem::file_size(file_.place() + ending, ignored);
+    return !ignored && size > 0;
+  };
+  if (std::none_of(std::begin(kCompanions), std::end(kCompanions), is_left)) return;
+  sqlite3* opened = nullptr;
+  int code = sqlite3_open_v2(file_.place().c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  const std::unique_ptr<sqlite3, CloseDatabase> replaced(opened);
+  if (code == SQLITE_OK) {
+    sqlite3_busy_timeout(opened, kPatienceMs);
+    code = sqlite3_exec(opened, "SELECT count(*) FROM sqlite_master; PRAGMA journal_mode=DELETE", nullptr, nullptr,
+                        nullptr);
+  }
+  // What is no database, or cannot be repaired, has nothing to lose.
+  if (code != SQLITE_BUSY && code != SQLITE_LOCKED) return;
+  throw platform::Error(
+      "write an inventory",
+      "Cannot replace '" + file_.target() + "': another program is using it; close that first, or write another file.",
+      code);
 }
 
 }  // namespace stockbook::app

@@ -18,8 +18,9 @@ namespace stockbook::app {
 class InsertCursor;
 
 // Writes a new inventory file: all tables, then the rows in any order, then the indexes. The file is created under a
-// temporary name and moved into place by Finish; without Finish nothing is left. It never reads or changes an existing
-// inventory. Errors are platform::Error. About 2 us per row.
+// temporary name and moved into place by Finish; without Finish nothing is left. An existing inventory is not read, and
+// not changed before it is replaced, except that the database completes what another program left unfinished in it.
+// Errors are platform::Error. About 2 us per row.
 class InventoryWriter {
  public:
   explicit InventoryWriter(const std::string& path);
@@ -36,7 +37,7 @@ class InventoryWriter {
   void AddClass(ClassTree tree, std::string_view code, std::string_view name);
   void AddPeriod(int month);
   void AddBalance(BalanceOwner owner, const BalanceRecord& balance);
-  void AddBalances(BalanceOwner owner, const BalanceBook& book, const std::vector<int>& months, FirstPeriodRows first);
+  void AddBalances(BalanceOwner owner, const BalanceBook& book, int initial_month);
 
   // Creates the indexes, commits, closes and moves the file into place.
   void Finish();
@@ -47,6 +48,7 @@ class InventoryWriter {
   };
 
   void Execute(std::string_view sql);
+  void SettleReplaced() const;
   InsertCursor& Into(TableName table);
 
   PendingFile file_;

@@ -66,10 +66,14 @@ class SampleWriting {
     WriteProducts();
     WriteParties();
     WriteClasses();
+    // The opening row of a partner journal adds up the first period's own receipts or issues, so these must not be in
+    // the lines as well: the first period is one without bills, and carries the opening stocks.
+    const int initial_month = months_.front() - 1;
+    writer_.AddPeriod(initial_month);
     for (const int month : months_) writer_.AddPeriod(month);
     for (const BalanceOwner owner :
          {BalanceOwner::Depots, BalanceOwner::Suppliers, BalanceOwner::Customers, BalanceOwner::Projects}) {
-      writer_.AddBalances(owner, stock_.book(owner), months_, FirstPeriodRows::OpeningsOnly);
+      writer_.AddBalances(owner, stock_.book(owner), initial_month);
     }
     writer_.Finish();
     return {maker_.record_count(Direction::Receipt), maker_.record_count(Direction::Issue), next_bill_ - 1,

@@ -10,7 +10,7 @@ namespace stockbook::app {
 
 struct SampleOptions {
   int64_t lines = 5000;  // receipt and issue lines together
-  int periods = 12;      // months, from January 2025 on
+  int periods = 12;      // months with bills, from January 2025 on; the period before carries the opening stocks
   uint64_t seed = 1;
   SampleProductRange range = SampleProductRange::Many;
 };
