@@ -2,6 +2,7 @@
 // What the window shows after a load that it asked for: whole names, no amounts that are hidden, and the journal that
 // was there when the load fails.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <QCheckBox>
 
@@ -102,6 +103,29 @@ TEST_F(Reloads, PutTheOldJournalBackWhenTheNewOneFails) {
   EXPECT_EQ(stockbook().control().JournalType(), base::MaterialJournal);
   EXPECT_EQ(stockbook().control().KeyID(), 1);
   EXPECT_EQ(stockbook().control().dpCode(), "");
+}
+
+TEST_F(Reloads, KeepTheJournalOfADatabaseThatIsBusy) {
+  Open();
+  window_->LoadJournal(Supplier(2));
+  const std::string title = Title();
+  const std::string caption = stockbook().control().Caption();
+  const int rows = grid().Rows();
+  const std::string total = Cell(rows - 1, keys::kRevQty);
+  sqlite3* writer = nullptr;
+  ASSERT_EQ(sqlite3_open(PathOf("sample.db").c_str(), &writer), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(writer, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(Title(), title);
+  EXPECT_EQ(stockbook().control().Caption(), caption);
+  EXPECT_EQ(grid().Rows(), rows);
+  EXPECT_EQ(Cell(rows - 1, keys::kRevQty), total);
+  EXPECT_NE(window_->message().Text().toStdString(), "已读入：" + caption) << "the error is told";
+  EXPECT_EQ(sqlite3_exec(writer, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(writer);
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(window_->message().Text().toStdString(), "已读入：" + caption);
+  EXPECT_EQ(grid().Rows(), rows);
 }
 
 TEST_F(Reloads, NameNoJournalInTheTitleWhenNoneIsShown) {

@@ -68,7 +68,10 @@ TEST_F(OutputSafety, LeavesNothingUnfinishedWhenASignalEndsTheProgram) {
   const std::string target = Write("stock.db", "old");
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
     ProgramRun run({"import", "-", "-o", target, "--map", "product=p,date=d,quantity=q"}, errors_);
-    run.Write("p,d,q\nA,2026-01-05,1\n");
+    // More than the program reads at a time, so that it is in the middle of the table.
+    std::string table = "p,d,q\n";
+    while (table.size() < 150'000) table += "A,2026-01-05,1\n";
+    run.Write(table);
     const auto until = std::chrono::steady_clock::now() + std::chrono::minutes(5);
     while (Unfinished() == 0 && std::chrono::steady_clock::now() < until)
       std::this_thread::sleep_for(std::chrono::milliseconds(2));
