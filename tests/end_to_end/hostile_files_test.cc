@@ -79,13 +79,14 @@ TEST_F(HostileFiles, WithoutAColumnOfTheJournalGiveAMessageThatNamesIt) {
   }
 }
 
-TEST_F(HostileFiles, WithoutABalanceTableShowTheLinesAndNoOpeningRow) {
+TEST_F(HostileFiles, WithoutABalanceTableShowTheLinesAndOpenWithZero) {
   const char* tables[] = {"仓库余额表", "tqSuppBalance", "tqCustBalance", "tqProjBalance"};
   for (int type = 0; type < 4; ++type) {
     MakeGood(std::string("DROP TABLE ") + tables[type]);
     EXPECT_EQ(ErrorOf(type), "");
     const sheet::GridSheet& grid = desk().sheet();
-    EXPECT_EQ(grid.TextMatrix(1, grid.ColIndex("BillNo")).find("期初"), std::string::npos);
+    EXPECT_TRUE(grid.TextMatrix(1, grid.ColIndex("BillNo")).ends_with("期初"));
+    EXPECT_EQ(grid.TextMatrix(1, grid.ColIndex("StoQty")), "0");
     EXPECT_GT(grid.Rows(), 3);
   }
 }
