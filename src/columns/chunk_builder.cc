@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "base/digits.h"
+#include "base/seeded_hash.h"
 #include "columns/text_pool.h"
 
 namespace stockbook::columns {
@@ -183,7 +184,7 @@ ColumnChunk ChunkBuilder::FinishMixed(const TextPool& texts) {
   ColumnChunk chunk;
   chunk.type = ChunkType::kMixed;
   types_.resize(rows_, type_);
-  std::unordered_map<std::string, int64_t> codes;
+  std::unordered_map<std::string, int64_t, base::SeededHash> codes;
   for (size_t row = 0; row < rows_; ++row) {
     const auto [found, is_new] =
         codes.try_emplace(DictionaryKey(types_[row], numbers_[row]), static_cast<int64_t>(codes.size()));

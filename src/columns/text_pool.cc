@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 
 namespace stockbook::columns {
 namespace {
@@ -11,10 +10,7 @@ namespace {
 constexpr size_t kFirstBlock = 256;
 constexpr size_t kLargestBlock = size_t{1} << 20;
 
-uint32_t HashOf(std::string_view text) {
-  const size_t hash = std::hash<std::string_view>()(text);
-  return static_cast<uint32_t>(hash ^ (hash >> 32));
-}
+uint32_t Folded(uint64_t hash) { return static_cast<uint32_t>(hash ^ (hash >> 32)); }
 
 }  // namespace
 
@@ -69,7 +65,7 @@ void TextPool::Grow() {
 uint32_t TextPool::Add(std::string_view text) {
   if (texts_.size() * 2 > buckets_.size()) Grow();
   const size_t mask = buckets_.size() - 1;
-  const uint32_t hash = HashOf(text);
+  const uint32_t hash = Folded(hash_(text));
   size_t at = hash & mask;
   for (; buckets_[at].code != 0; at = (at + 1) & mask) {
     if (buckets_[at].hash == hash && TextOf(buckets_[at].code) == text) return buckets_[at].code;

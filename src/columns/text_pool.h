@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/seeded_hash.h"
 #include "base/substring.h"
 
 namespace stockbook::columns {
@@ -47,6 +48,7 @@ class TextPool {
     uint32_t code = 0;  // 0 is free
   };
   std::vector<Bucket> buckets_;
+  base::SeededHash hash_;
   std::vector<std::unique_ptr<char[]>> blocks_;
   std::vector<uint32_t> block_codes_;  // the first code of each block
   size_t block_used_ = 0;

@@ -12,9 +12,8 @@ KeyIndex::KeyIndex(int64_t lowest, int64_t highest, size_t count) : lowest_(lowe
 }
 
 size_t KeyIndex::SlotOf(int64_t key) const {
-  constexpr uint64_t kSpread = 0x9E3779B97F4A7C15U;
   const size_t mask = slots_.size() - 1;
-  size_t slot = static_cast<size_t>((static_cast<uint64_t>(key) * kSpread) >> 20) & mask;
+  size_t slot = static_cast<size_t>(hash_(static_cast<uint64_t>(key))) & mask;
   while (slots_[slot] != 0 && keys_[slots_[slot] - 1] != key) slot = (slot + 1) & mask;
   return slot;
 }

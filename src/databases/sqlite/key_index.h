@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/seeded_hash.h"
+
 namespace stockbook::databases {
 
 // Numbers distinct whole-number keys from 0 on, in the order in which they are first added. O(1) each.
@@ -29,6 +31,7 @@ class KeyIndex {
   std::vector<uint32_t> by_key_;  // dense: number of key lowest_ + index, or kNone
   std::vector<int64_t> keys_;
   std::vector<uint32_t> slots_;  // number + 1; 0 is free
+  base::SeededHash hash_;
 };
 
 }  // namespace stockbook::databases

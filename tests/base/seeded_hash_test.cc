@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "base/seeded_hash.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <string>
+
+namespace stockbook::base {
+namespace {
+
+constexpr size_t kMany = 20000;
+
+// How many different places of a table of 65,536 the keys take.
+template <typename Keys>
+size_t PlacesOf(const Keys& keys) {
+  const SeededHash hash;
+  std::set<uint64_t> places;
+  for (const auto& key : keys) places.insert(hash(key) & 0xFFFF);
+  return places.size();
+}
+
+TEST(SeededHash, AgreesOnEqualTextsAndNumbersThroughoutTheProcess) {
+  const SeededHash one;
+  const SeededHash other;
+  for (const size_t length : {0U, 1U, 3U, 4U, 7U, 8U, 15U, 16U, 17U, 33U, 1000U}) {
+    const std::string text(length, 'x');
+    EXPECT_EQ(one(std::string(text)), other(text)) << length;
+    if (length > 0) {
+      std::string changed = text;
+      changed.back() = 'y';
+      EXPECT_NE(one(changed), one(text)) << length;
+      changed = text;
+      changed.front() = 'y';
+      EXPECT_NE(one(changed), one(text)) << length;
+    }
+  }
+  EXPECT_EQ(one(uint64_t{7}), other(uint64_t{7}));
+}
+
+TEST(SeededHash, TellsZerosOfDifferentLengthsApart) {
+  std::set<uint64_t> hashes;
+  for (size_t length = 0; length < 100; ++length) hashes.insert(SeededHash()(std::string(length, '\0')));
+  EXPECT_EQ(hashes.size(), 100U);
+}
+
+TEST(SeededHash, SpreadsKeysThatCollideUnderAFixedMultiplier) {
+  constexpr uint64_t kInverse = 0xF1DE83E19937733DU;  // of 0x9E3779B97F4A7C15 modulo 2^64
+  static_assert(kInverse * 0x9E3779B97F4A7C15U == 1);
+  std::set<uint64_t> keys;
+  for (uint64_t low = 0; low < kMany; ++low) keys.insert(low * kInverse);
+  ASSERT_EQ(keys.size(), kMany);
+  EXPECT_GT(PlacesOf(keys), kMany / 2);
+}
+
+uint64_t Unmixed(uint64_t mixed) {
+  constexpr uint64_t kFactorInverse = 0x5F7A0EA7E59B19BDU;  // of 0xC6A4A7935BD1E995 modulo 2^64
+  static_assert(kFactorInverse * 0xC6A4A7935BD1E995U == 1);
+  mixed *= kFactorInverse;
+  mixed ^= mixed >> 47;
+  return mixed * kFactorInverse;
+}
+
+// Two words that bring a Murmur hash of sixteen bytes to the same state, whatever its last step is.
+TEST(SeededHash, SpreadsTextsThatCollideUnderAHashWithAFixedSeed) {
+  constexpr uint64_t kFactor = 0xC6A4A7935BD1E995U;
+  std::set<std::string> texts;
+  for (uint64_t word = 1; word <= kMany; ++word) {
+    uint64_t mixed = word * kFactor;
+    mixed = (mixed ^ mixed >> 47) * kFactor;
+    const uint64_t state = (0xC70F6907U ^ 16 * kFactor ^ mixed) * kFactor;
+    const uint64_t words[2] = {word, Unmixed(state ^ 0x1234567U)};
+    std::string text(sizeof words, '\0');
+    std::memcpy(text.data(), words, sizeof words);
+    texts.insert(text);
+  }
+  ASSERT_EQ(texts.size(), kMany);
+#if defined(__GLIBCXX__) && __SIZEOF_SIZE_T__ == 8
+  std::set<size_t> fixed;
+  for (const std::string& text : texts) fixed.insert(std::hash<std::string>()(text));
+  EXPECT_EQ(fixed.size(), 1U);
+#endif
+  EXPECT_GT(PlacesOf(texts), kMany / 2);
+}
+
+}  // namespace
+}  // namespace stockbook::base
