@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "platform/error.h"
 
 namespace stockbook::databases {
 namespace {
@@ -42,6 +43,33 @@ TEST(Translation, OfAJournalIsReadableSql) {
       "SELECT sb_plus_server('vv', sb_to_text('Dvvv', t0.\"d\", 10, 1, 23), t0.\"x\") AS c0, "
       "sb_sum_money(sb_value('M', t0.\"m\")) AS c1 "
       "FROM \"a\" AS t0 GROUP BY sb_value('D', t0.\"d\"), t0.\"x\" HAVING (count(*) > 1)");
+}
+
+std::string Refused(const std::string& statement) {
+  const TableSchema table{"a", {{"k", ValueClass::kInteger}}, "_rowid_"};
+  try {
+    TranslateStatement(statement, Dialect::kServer, [&](std::string_view) { return &table; });
+  } catch (const platform::Error& error) {
+    return error.what();
+  }
+  return "translated";
+}
+
+// Written out, each level would be twice as long as the one in it.
+TEST(Translation, RefusesWhatDoublesWithEveryLevel) {
+  std::string columns = "a";
+  std::string cases = "k";
+  std::string nulls = "k";
+  for (int level = 0; level < 40; ++level) {
+    if (level < 20) columns = "(SELECT *, * FROM " + columns + " AS t)";
+    cases = "CASE " + cases + " WHEN 1 THEN 1 WHEN 2 THEN 2 ELSE 3 END";
+    nulls = "NULLIF(" + nulls + ",1)";
+  }
+  EXPECT_TRUE(Refused("SELECT * FROM " + columns + " AS t").starts_with("结果的字段太多，最多 2000 个"));
+  EXPECT_TRUE(Refused("SELECT " + cases + " AS x FROM a").starts_with("CASE 展开后太长"));
+  EXPECT_TRUE(Refused("SELECT " + nulls + " AS x FROM a").starts_with("NULLIF 展开后太长"));
+  EXPECT_EQ(Refused("SELECT CASE CASE k WHEN 1 THEN 2 END WHEN 2 THEN NULLIF(NULLIF(k,1),2) END AS x, *, * FROM a"),
+            "translated");
 }
 
 }  // namespace

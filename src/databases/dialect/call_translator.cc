@@ -232,6 +232,7 @@ TypedSql CallTranslator::ZeroIfNull(const Expr& expr) {
 TypedSql CallTranslator::NullIf(const Expr& expr) {
   CheckCount(expr, 2, 2);
   const std::vector<TypedSql> values = expressions_.TranslateValues(expr.operands);
+  if (values[0].sql.size() > kMostWritten) throw Refusal(expr.offset, "NULLIF 展开后太长，请分成几部分");
   const TypedSql same = Comparison("=", values[0], values[1]);
   TypedSql result = Gathered(values);
   const TypedSql value = Canonical(values[0]);

@@ -55,8 +55,11 @@ ExprPtr ExpressionParser::Join(std::string op, size_t offset, ExprPtr left, Expr
       chain->operands.push_back(std::move(left));
       left = std::move(chain);
     }
+    // The others have been counted: a chain of thousands is not counted again with each of them.
+    left->depth = std::max(left->depth, std::max(left->operands.back()->depth, right->depth) + 1);
     left->operands.push_back(std::move(right));
-    return WithChildren(std::move(left));
+    if (left->depth > kMaxTreeDepth) throw Refusal(left->offset, "表达式过长，请分成几部分");
+    return left;
   }
   auto node = Make(ExprKind::kBinary, offset, std::move(op));
   node->operands.push_back(std::move(left));

@@ -309,7 +309,11 @@ TypedSql ExpressionTranslator::Case(const Expr& expr) {
   std::vector<TypedSql> values;
   TypedSql subject;
   if (expr.has_subject) subject = TranslateValue(*expr.operands[0]);
+  size_t written = 0;
   for (; index < end; index += 2) {
+    // The subject stands in every branch; cases as subjects of cases double what is written with each.
+    written += subject.sql.size();
+    if (written > kMostWritten) throw Refusal(expr.offset, "CASE 展开后太长，请分成几部分");
     conditions.push_back(expr.has_subject ? Comparison("=", subject, TranslateValue(*expr.operands[index]))
                                           : TranslateCondition(*expr.operands[index]));
     values.push_back(TranslateValue(*expr.operands[index + 1]));

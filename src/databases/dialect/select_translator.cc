@@ -266,6 +266,10 @@ void SelectTranslator::AddAll(const SelectItem& item, BoundSelect& select) {
       if (!grouped) value.ungrouped = item.offset;
       select.columns.push_back({column.name, column.cls});
       select.outputs.push_back(std::move(value));
+      // SQLite would refuse them as well, but "*, *" of "*, *" doubles them until no memory is left.
+      constexpr size_t kMostColumns = 2000;
+      if (select.columns.size() > kMostColumns)
+        throw Refusal(item.offset, "结果的字段太多，最多 " + std::to_string(kMostColumns) + " 个");
     }
   }
 }

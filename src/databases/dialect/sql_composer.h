@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -8,6 +9,9 @@
 
 // Composes larger expressions from translated ones. Nothing here reads a statement or refuses one.
 namespace stockbook::databases {
+
+// What a translation writes more than once may have this many bytes: nested, it doubles with every level.
+inline constexpr size_t kMostWritten = size_t{1} << 20;
 
 // True when SQLite itself compares the value as the dialects do.
 bool IsPlain(const TypedSql& value);
