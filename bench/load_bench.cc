@@ -18,6 +18,7 @@
 
 #include "child_process.h"
 #include "databases/sqlite/embedded_connection.h"
+#include "databases/sqlite/process_settings.h"
 #include "journal/query_builder.h"
 #include "journal/running_pass.h"
 #include "sqlite_stepping.h"
@@ -187,6 +188,7 @@ void Print(const char* what, double ratio, double limit) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  databases::TurnOffMemoryStatistics();
   const int64_t lines = argc > 1 ? std::atoll(argv[1]) : 1000000;
   const int rounds = argc > 2 ? std::atoi(argv[2]) : 3;
   const std::string path = SampleOf(lines, 12);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "databases/sqlite/process_settings.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/export_command.h"
 #include "stockbook/command/import_command.h"
@@ -33,6 +34,7 @@ int main(int argc, char** argv) {
   using namespace stockbook::app;
   OccupyClosedStreams();
   PrepareForTheEnd();
+  stockbook::databases::TurnOffMemoryStatistics();
   // One line per command; 'stockbook --help' lists them in this order.
   const std::array commands{
       OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),

@@ -24,8 +24,9 @@ class DatabaseFile {
   void Run(const std::string& sql);
   sqlite3* handle() const { return handle_; }
   const std::string& path() const { return path_; }
-  std::string DesktopString() const { return "Provider=Stockbook.Embedded;Data Source=" + path_; }
-  std::string ServerString() const { return "Provider=Stockbook.Embedded;Dialect=SQL;Data Source=" + path_; }
+  // For statements over tables of any name.
+  std::string DesktopString() const { return "Provider=Stockbook.Embedded;Tables=*;Data Source=" + path_; }
+  std::string ServerString() const { return "Provider=Stockbook.Embedded;Tables=*;Dialect=SQL;Data Source=" + path_; }
 
  private:
   std::string folder_;

@@ -2,6 +2,7 @@
 #include "databases/sqlite/embedded_connection.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -54,6 +55,48 @@ TEST(OpenEmbedded, SaysWhatIsWrongWithTheFile) {
   const std::string text = FileWith(std::string(5000, 'x'));
   EXPECT_EQ(OpenError("Provider=Stockbook.Embedded;Data Source=" + text), "文件“" + text + "”不是 SQLite 数据库");
   std::filesystem::remove(text);
+}
+
+// Opening a pipe would wait for a writer for ever.
+TEST(OpenEmbedded, RefusesWhatIsNoFileWithoutOpeningIt) {
+  const std::string pipe = FileWith("");
+  std::filesystem::remove(pipe);
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(OpenError("Data Source=" + pipe), "“" + pipe + "”是管道、设备或套接字，不是数据库文件");
+  const std::string link = pipe + "-link";
+  std::filesystem::create_symlink(pipe, link);
+  EXPECT_EQ(OpenError("Data Source=" + link), "“" + link + "”是管道、设备或套接字，不是数据库文件");
+  EXPECT_EQ(OpenError("Data Source=/dev/null"), "“/dev/null”是管道、设备或套接字，不是数据库文件");
+  std::filesystem::remove(link);
+  std::filesystem::remove(pipe);
+}
+
+// A copy of the file and its journal, taken while a writer was in the middle.
+TEST(OpenEmbedded, SaysWhatToDoAboutAWriteThatWasCutOff) {
+  DatabaseFile file;
+  CreateInventory(file);
+  FillInventory(file);
+  file.Run("PRAGMA cache_size=1; BEGIN; UPDATE 入库记录 SET 经手人=printf('%.*c', 90000, 'x')");
+  const std::string path = FileWith("");
+  std::filesystem::copy_file(file.path(), path, std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::copy_file(file.path() + "-journal", path + "-journal");
+  file.Run("ROLLBACK");
+  try {
+    OpenEmbedded("Data Source=" + path);
+    ADD_FAILURE();
+  } catch (const platform::Error& error) {
+    EXPECT_EQ(error.what(),
+              "数据库“" + path + "”上次写入时中断，只读打开无法恢复，请让写入它的程序再打开一次，然后重试");
+    EXPECT_EQ(error.kind(), platform::ErrorKind::kInputOutput);
+  }
+  std::filesystem::remove(path);
+  std::filesystem::remove(path + "-journal");
+}
+
+TEST(OpenEmbedded, ChangesNoSettingOfTheWholeProcess) {
+  DatabaseFile file;
+  const auto connection = OpenEmbedded(file.DesktopString());
+  EXPECT_GT(sqlite3_memory_used(), 0);
 }
 
 TEST(OpenEmbedded, SaysWhatIsWrongWithTheConnectionString) {

@@ -8,6 +8,7 @@
 #include "base/digits.h"
 #include "base/text.h"
 #include "base/wide_integer.h"
+#include "databases/dialect/operators.h"
 
 namespace stockbook::databases {
 namespace {
@@ -68,7 +69,9 @@ Value ToText(Arguments values) {
   std::string text = date != nullptr ? DateInStyle(*date, values[3].AsInteger().value_or(0)) : values[0].Text();
   const size_t count = base::CharacterCount(text);
   if (count > length) return Value(std::string(base::LeftCharacters(text, length)));
-  if (values[2].AsInteger() == 1) text.append(length - count, ' ');
+  const bool padded = values[2].AsInteger() == 1;
+  if (padded && length > kMostTextBytes) ThrowTextTooLong();
+  if (padded) text.append(length - count, ' ');
   return Value(std::move(text));
 }
 
@@ -114,7 +117,7 @@ Value LeadingNumber(Arguments values) {
 }
 
 constexpr std::array<ScalarFunction, 6> kFunctions = {{
-    {"sb_to_text", ToText},
+    {"sb_to_text", ToText, 4},
     {"sb_to_integer", ToInteger},
     {"sb_to_integer_server", ToIntegerServer},
     {"sb_to_real", ToReal},

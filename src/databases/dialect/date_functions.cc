@@ -70,9 +70,9 @@ constexpr std::array<ScalarFunction, 11> kFunctions = {{
     {"sb_hour", PartOf<&DateParts::hour>},
     {"sb_minute", PartOf<&DateParts::minute>},
     {"sb_second", PartOf<&DateParts::second>},
-    {"sb_date_serial", DateSerial},
-    {"sb_now", Now},
-    {"sb_today", Today},
+    {"sb_date_serial", DateSerial, 3},
+    {"sb_now", Now, 0},
+    {"sb_today", Today, 0},
     {"sb_to_date", ToDate},
     {"sb_to_day", ToDay},
 }};

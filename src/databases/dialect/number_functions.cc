@@ -103,8 +103,8 @@ Value SquareRoot(Arguments values) {
 }
 
 constexpr std::array<ScalarFunction, 8> kFunctions = {{
-    {"sb_round", Round<Rounding::kHalfEven>},
-    {"sb_round_server", Round<Rounding::kHalfAway>},
+    {"sb_round", Round<Rounding::kHalfEven>, 1, 2},
+    {"sb_round_server", Round<Rounding::kHalfAway>, 1, 2},
     {"sb_floor", Round<Rounding::kDown>},
     {"sb_fix", Round<Rounding::kTowardsZero>},
     {"sb_ceiling", Round<Rounding::kUp>},

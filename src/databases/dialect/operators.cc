@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "databases/dialect/operators.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -168,7 +169,13 @@ Value BitAnd(Arguments values) {
 // Null counts as empty text.
 Value Concat(Arguments values) {
   std::string text;
-  for (const Value& value : values) text += value.Text();
+  size_t longest = 0;
+  for (const Value& value : values) {
+    const size_t before = text.size();
+    text += value.Text();
+    longest = std::max(longest, text.size() - before);
+    if (text.size() > std::max(kMostTextBytes, longest)) ThrowTextTooLong();
+  }
   return Value(std::move(text));
 }
 
@@ -205,24 +212,24 @@ constexpr std::array<ScalarFunction, 22> kFunctions = {{
     {"sb_text", TextOf},
     // Money only: a value that spells no amount is null.
     {"sb_amount", [](Arguments values) { return values[0].As<Money>() != nullptr ? values[0] : Value(); }},
-    {"sb_plus", Plus},
-    {"sb_plus_server", PlusServer},
-    {"sb_minus", Minus},
+    {"sb_plus", Plus, 2},
+    {"sb_plus_server", PlusServer, 2},
+    {"sb_minus", Minus, 2},
     {"sb_negate", Negate},
     // For money columns: a text in them that spells no amount has no negative.
     {"sb_negate_money", [](Arguments values) { return values[0].As<Money>() != nullptr ? Negate(values) : Value(); }},
-    {"sb_multiply", Multiply},
-    {"sb_divide", Divide},
-    {"sb_divide_server", DivideServer},
-    {"sb_divide_whole", DivideWhole},
-    {"sb_modulo", Modulo},
-    {"sb_power", Power},
-    {"sb_bit_and", BitAnd},
-    {"sb_concat", Concat},
-    {"sb_compare", Compare},
-    {"sb_between", Between},
-    {"sb_like", Like<Wildcards::kDesktop>},
-    {"sb_like_server", Like<Wildcards::kServer>},
+    {"sb_multiply", Multiply, 2},
+    {"sb_divide", Divide, 2},
+    {"sb_divide_server", DivideServer, 2},
+    {"sb_divide_whole", DivideWhole, 2},
+    {"sb_modulo", Modulo, 2},
+    {"sb_power", Power, 2},
+    {"sb_bit_and", BitAnd, 2},
+    {"sb_concat", Concat, 1, 126},
+    {"sb_compare", Compare, 2},
+    {"sb_between", Between, 3},
+    {"sb_like", Like<Wildcards::kDesktop>, 2},
+    {"sb_like_server", Like<Wildcards::kServer>, 2},
     {"sb_truth", Truth},
     {"sb_is_null", [](Arguments values) { return Value(static_cast<int64_t>(values[0].IsNull() ? -1 : 0)); }},
 }};
@@ -260,6 +267,8 @@ std::optional<int> CompareMoneyWith(Money money, const Value& other) {
 }  // namespace
 
 void ThrowNumberOverflow() { throw base::ArithmeticError("数值超出范围：计算结果太大，请检查语句和数据。"); }
+
+void ThrowTextTooLong() { throw base::ArithmeticError("文本太长：计算结果超过 4 MB，请检查语句和数据。"); }
 
 std::span<const ScalarFunction> OperatorFunctions() { return kFunctions; }
 

@@ -22,5 +22,7 @@ std::string PlainDecimal(const base::Value& value);
 
 // Throws base::ArithmeticError: the result is no number that the dialects have.
 [[noreturn]] void ThrowNumberOverflow();
+// Throws base::ArithmeticError: the result would be a text of more than kMostTextBytes.
+[[noreturn]] void ThrowTextTooLong();
 
 }  // namespace stockbook::databases

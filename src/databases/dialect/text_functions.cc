@@ -3,9 +3,14 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
+#include "base/money.h"
+#include "base/substring.h"
 #include "base/text.h"
 #include "databases/dialect/format_value.h"
+#include "databases/dialect/operators.h"
 
 namespace stockbook::databases {
 namespace {
@@ -73,6 +78,22 @@ Value Turned(Arguments values) {
   return values[0].IsNull() ? Value() : Value(Turn(values[0].Text()));
 }
 
+// Looks for a text: a short one as it comes, and a long one so that no text makes it slow.
+class TextSearch {
+ public:
+  explicit TextSearch(std::string what) : what_(std::move(what)) {
+    constexpr size_t kShort = 16;
+    if (what_.size() > kShort) steady_.emplace(what_);
+  }
+  size_t FindIn(const std::string& text, size_t from) const {
+    return steady_ ? steady_->FindIn(text, from) : text.find(what_, from);
+  }
+
+ private:
+  std::string what_;
+  std::optional<base::Substring> steady_;
+};
+
 // The first character (from 1) at which `what` occurs, from the `start`-th on; 0 when it does not. ASCII case is
 // ignored.
 Value Position(const Value& start, const Value& text_value, const Value& what_value) {
@@ -80,10 +101,10 @@ Value Position(const Value& start, const Value& text_value, const Value& what_va
   const auto first = start.AsInteger();
   if (!first) return Value();
   const std::string text = base::AsciiLower(text_value.Text());
-  const std::string what = base::AsciiLower(what_value.Text());
+  const TextSearch what(base::AsciiLower(what_value.Text()));
   const size_t from = base::LeftCharacters(text, static_cast<size_t>(std::max<int64_t>(*first, 1) - 1)).size();
   if (from >= text.size()) return Value(int64_t{0});
-  const size_t at = text.find(what, from);
+  const size_t at = what.FindIn(text, from);
   if (at == std::string::npos) return Value(int64_t{0});
   return Value(static_cast<int64_t>(base::CharacterCount(std::string_view(text).substr(0, at)) + 1));
 }
@@ -106,11 +127,14 @@ Value Replace(Arguments values) {
   const std::string what = base::AsciiLower(values[1].Text());
   const std::string by = values[2].Text();
   if (what.empty()) return Value(text);
+  const TextSearch wanted(what);
+  const size_t most = std::max(kMostTextBytes, text.size());
   std::string result;
   size_t from = 0;
-  for (size_t at = lower.find(what); at != std::string::npos; at = lower.find(what, from)) {
+  for (size_t at = wanted.FindIn(lower, 0); at != std::string::npos; at = wanted.FindIn(lower, from)) {
     result.append(text, from, at - from).append(by);
     from = at + what.size();
+    if (result.size() > most) ThrowTextTooLong();
   }
   return Value(result.append(text, from));
 }
@@ -122,14 +146,16 @@ Value Space(Arguments values) {
 }
 
 Value Format(Arguments values) {
+  constexpr size_t kLongestPattern = 8000;
   if (values.size() < 2) return Value(values[0].Text());
+  if (values[1].Text().size() > kLongestPattern) throw base::ArithmeticError("格式太长：最多 8000 个字节，请缩短。");
   return Value(FormatValue(values[0], values[1].Text()));
 }
 
 constexpr std::array<ScalarFunction, 16> kFunctions = {{
-    {"sb_left", CutText<base::LeftCharacters>},
-    {"sb_right", CutText<base::RightCharacters>},
-    {"sb_mid", Middle},
+    {"sb_left", CutText<base::LeftCharacters>, 2},
+    {"sb_right", CutText<base::RightCharacters>, 2},
+    {"sb_mid", Middle, 2, 3},
     {"sb_len", Length},
     {"sb_len_server", LengthServer},
     {"sb_trim", Trimmed<base::TrimBlanks>},
@@ -137,11 +163,11 @@ constexpr std::array<ScalarFunction, 16> kFunctions = {{
     {"sb_rtrim", Trimmed<TrimRight>},
     {"sb_ucase", Turned<AsciiUpper>},
     {"sb_lcase", Turned<base::AsciiLower>},
-    {"sb_instr", InText},
-    {"sb_charindex", CharIndex},
-    {"sb_replace", Replace},
+    {"sb_instr", InText, 2, 3},
+    {"sb_charindex", CharIndex, 2, 3},
+    {"sb_replace", Replace, 3},
     {"sb_space", Space},
-    {"sb_format", Format},
+    {"sb_format", Format, 1, 2},
     {"sb_is_numeric",
      [](Arguments values) { return Value(static_cast<int64_t>(!values[0].IsNull() && values[0].Number() ? -1 : 0)); }},
 }};

@@ -9,6 +9,7 @@
 namespace stockbook::databases {
 
 void Catalog::Refresh() {
+  const Database::OwnWork own(database_);
   Statement statement(database_, "PRAGMA schema_version");
   const int64_t version = statement.Step() ? statement.Integer(0) : 0;
   if (version == version_) return;
@@ -38,6 +39,11 @@ void Catalog::ReadTables() {
 }
 
 const TableSchema* Catalog::FindTable(std::string_view name) {
+  // The same words whether there is such a table or not.
+  if (!database_.tables().Contains(name)) {
+    throw platform::Error(
+        "Execute", "不允许读取表“" + std::string(name) + "”，它不是库存账的表，连接字符串的 Tables 也没有列出它");
+  }
   const auto found = tables_.find(base::AsciiLower(name));
   if (found == tables_.end()) return nullptr;
   if (found->second.schema->columns.empty()) ReadColumns(found->second);
@@ -45,6 +51,7 @@ const TableSchema* Catalog::FindTable(std::string_view name) {
 }
 
 void Catalog::ReadColumns(Entry& entry) const {
+  const Database::OwnWork own(database_);
   constexpr int64_t kHidden = 1;
   TableSchema& table = *entry.schema;
   Statement statement(database_, "PRAGMA main.table_xinfo(" + QuotedName(table.name) + ")");

@@ -2,112 +2,107 @@
 #include "databases/sqlite/database.h"
 
 #include <filesystem>
+#include <utility>
+
+#include "base/text.h"
+#include "databases/sqlite/error_codes.h"
 
 namespace stockbook::databases {
 namespace {
 
-constexpr int kBusyTimeoutMs = 2000;
+int OnProgress(void* interruption) { return static_cast<Interruption*>(interruption)->IsDue() ? 1 : 0; }
 
-// Counting every allocation costs a tenth of a load. SQLite accepts the setting only before its first use in the
-// process; later it refuses, and everything still works, only slower.
-void TurnOffMemoryStatistics() {
-  static const int result = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
-  static_cast<void>(result);
+int OnLock(void* interruption, int tries) {
+  return static_cast<Interruption*>(interruption)->WaitForLock(tries) ? 1 : 0;
 }
 
-// The parser of the dialects already refuses everything but reading; this is a second line of defence.
-int Authorize(void*, int action, const char*, const char*, const char*, const char*) {
-  switch (action) {
-    case SQLITE_SELECT:
-    case SQLITE_READ:
-    case SQLITE_FUNCTION:
-    case SQLITE_PRAGMA:
-    case SQLITE_TRANSACTION:
-      return SQLITE_OK;
-    default:
-      return SQLITE_DENY;
-  }
-}
-
-std::string Explain(int code, const std::string& file, const char* detail) {
-  switch (code & 0xFF) {
-    case SQLITE_NOTADB:
-      return "文件“" + file + "”不是 SQLite 数据库";
-    case SQLITE_CORRUPT:
-      return "数据库文件“" + file + "”已损坏：" + detail;
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return "数据库“" + file + "”正被其他程序独占，请稍后再试";
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-      return "无法打开数据库文件“" + file + "”，请检查文件及其权限：" + detail;
-    case SQLITE_NOMEM:
-      return "内存不足，无法读取数据库“" + file + "”";
-    case SQLITE_IOERR:
-      return "读取数据库文件“" + file + "”时出错：" + detail;
-    default:
-      return detail;
-  }
-}
-
-platform::ErrorKind KindOf(int code) {
-  switch (code & 0xFF) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return platform::ErrorKind::kBusy;
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-      return platform::ErrorKind::kDamaged;
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-    case SQLITE_IOERR:
-    case SQLITE_PROTOCOL:
-    case SQLITE_FULL:
-      return platform::ErrorKind::kInputOutput;
-    case SQLITE_NOMEM:
-      return platform::ErrorKind::kMemory;
-    case SQLITE_INTERRUPT:
-      return platform::ErrorKind::kInterrupted;
-    default:
-      return platform::ErrorKind::kStatement;
-  }
+// Opening a pipe or a device may wait forever, or start something.
+void CheckIsFile(const std::string& file) {
+  std::error_code error;
+  const auto status = std::filesystem::status(file, error);
+  const auto refuse = [](const std::string& reason) {
+    throw platform::Error("Open", reason, SQLITE_CANTOPEN, platform::ErrorKind::kInputOutput);
+  };
+  if (!std::filesystem::exists(status)) refuse("找不到数据库文件“" + file + "”");
+  if (std::filesystem::is_directory(status)) refuse("“" + file + "”是文件夹，不是数据库文件");
+  if (!std::filesystem::is_regular_file(status)) refuse("“" + file + "”是管道、设备或套接字，不是数据库文件");
 }
 
 }  // namespace
 
-Database::Database(const std::string& file) : file_(file) {
-  std::error_code error;
-  const auto status = std::filesystem::status(file, error);
-  if (!std::filesystem::exists(status))
-    throw platform::Error("Open", "找不到数据库文件“" + file + "”", SQLITE_CANTOPEN, platform::ErrorKind::kInputOutput);
-  if (std::filesystem::is_directory(status))
-    throw platform::Error("Open", "“" + file + "”是文件夹，不是数据库文件", SQLITE_CANTOPEN,
-                          platform::ErrorKind::kInputOutput);
-  TurnOffMemoryStatistics();
-  sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-  handle_.reset(opened);
-  if (code != SQLITE_OK) {
-    throw platform::Error("Open",
-                          Explain(code, file, opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code)), code,
-                          KindOf(code));
-  }
-  sqlite3_busy_timeout(opened, kBusyTimeoutMs);
-  sqlite3_limit(opened, SQLITE_LIMIT_ATTACHED, 0);
-  sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  sqlite3_db_config(opened, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+Database::Database(const std::string& file, ReadableTables tables,
+                   std::optional<Interruption::Clock::duration> time_limit)
+    : file_(file),
+      interruption_(std::make_unique<Interruption>(time_limit)),
+      access_(std::make_unique<Access>(Access{std::move(tables), *interruption_})) {
+  CheckIsFile(file);
+  const Interruption::Running running(*interruption_);
+  OpenFile();
+  LimitWhatStatementsMayDo();
   // The first read shows whether the file is a database at all.
-  for (const char* sql : {"PRAGMA query_only=1", "PRAGMA temp_store=MEMORY", "SELECT count(*) FROM sqlite_master"}) {
-    if (sqlite3_exec(opened, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw ErrorOf("Open");
+  for (const char* sql : {"PRAGMA query_only=1", "PRAGMA temp_store=MEMORY", "PRAGMA cell_size_check=1",
+                          "SELECT count(*) FROM sqlite_master"}) {
+    if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw ErrorOf("Open");
   }
-  sqlite3_set_authorizer(opened, Authorize, nullptr);
+  sqlite3_set_authorizer(handle(), Authorize, access_.get());
+}
+
+void Database::OpenFile() {
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(file_.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  handle_.reset(opened);
+  if (code == SQLITE_OK) return;
+  const char* detail = opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code);
+  throw platform::Error("Open", ExplainCode(code, file_, detail), code, KindOfCode(code));
+}
+
+void Database::LimitWhatStatementsMayDo() {
+  constexpr int kInstructionsBetweenChecks = 2000;
+  sqlite3_progress_handler(handle(), kInstructionsBetweenChecks, OnProgress, interruption_.get());
+  sqlite3_busy_handler(handle(), OnLock, interruption_.get());
+  sqlite3_limit(handle(), SQLITE_LIMIT_ATTACHED, 0);
+  // What a journal reads stays far below these.
+  constexpr int kMostBytes = 16 << 20;
+  sqlite3_limit(handle(), SQLITE_LIMIT_LENGTH, kMostBytes);
+  sqlite3_limit(handle(), SQLITE_LIMIT_SQL_LENGTH, kMostBytes);
+  sqlite3_limit(handle(), SQLITE_LIMIT_VDBE_OP, 25'000'000);
+  sqlite3_limit(handle(), SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 1000);
+  sqlite3_db_config(handle(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+// A table that is read for a view was chosen by the author of the view; that the view itself may be read is asked
+// apart. Reading no column of a table is asked without its view, and tells no more than how many rows it has; the
+// translator, which knows every name of a statement, refuses it where it is no view's.
+int Database::Authorize(void* access, int action, const char* table, const char* column, const char*,
+                        const char* view) {
+  const auto& allowed = *static_cast<const Access*>(access);
+  if (allowed.own_work > 0) {
+    const bool reads = action == SQLITE_SELECT || action == SQLITE_READ || action == SQLITE_FUNCTION ||
+                       action == SQLITE_PRAGMA || action == SQLITE_TRANSACTION;
+    return reads ? SQLITE_OK : SQLITE_DENY;
+  }
+  // Views of views are read many times over before SQLite runs its first instruction.
+  if (allowed.interruption.IsDue()) return SQLITE_DENY;
+  if (action == SQLITE_SELECT || action == SQLITE_FUNCTION) return SQLITE_OK;
+  if (action != SQLITE_READ || table == nullptr || column == nullptr) return SQLITE_DENY;
+  if (base::AsciiLower(table).starts_with("sqlite_")) return SQLITE_DENY;
+  return view != nullptr || *column == '\0' || allowed.tables.Contains(table) ? SQLITE_OK : SQLITE_DENY;
 }
 
 platform::Error Database::ErrorOf(const char* operation) const {
   const int code = sqlite3_extended_errcode(handle());
-  return {operation, Explain(code, file_, sqlite3_errmsg(handle())), code, KindOf(code)};
+  const auto kind = KindOfCode(code);
+  // Waiting for a lock ends as busy, even if it was cancelled, and compiling as refused, even if its time was up.
+  const bool cancelled = kind == platform::ErrorKind::kBusy && interruption_->WasCancelled();
+  const bool refused = code == SQLITE_AUTH && interruption_->IsDue();
+  if (kind == platform::ErrorKind::kInterrupted || cancelled || refused) return interruption_->Reason(operation);
+  return {operation, ExplainCode(code, file_, sqlite3_errmsg(handle())), code, kind};
 }
+
+Database::OwnWork::OwnWork(const Database& database) : database_(database) { ++database.access_->own_work; }
+
+Database::OwnWork::~OwnWork() { --database_.access_->own_work; }
 
 Statement::Statement(const Database& database, std::string_view sql) : database_(database) {
   sqlite3_stmt* prepared = nullptr;
@@ -133,6 +128,8 @@ std::string_view Statement::Text(int column) const {
 ReadTransaction::ReadTransaction(const Database& database)
     : database_(database), outermost_(sqlite3_get_autocommit(database.handle()) != 0) {
   if (!outermost_) return;
+  const Database::OwnWork own(database);
+  database.interruption().BeginMoment();
   // BEGIN alone takes no lock; the first read does.
   for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
     if (sqlite3_exec(database.handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK) continue;
@@ -143,7 +140,9 @@ ReadTransaction::ReadTransaction(const Database& database)
 }
 
 ReadTransaction::~ReadTransaction() {
-  if (outermost_) sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr);
+  if (!outermost_) return;
+  const Database::OwnWork own(database_);
+  sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr);
 }
 
 }  // namespace stockbook::databases

@@ -7,25 +7,54 @@
 #include <string>
 #include <string_view>
 
+#include "databases/sqlite/interruption.h"
+#include "databases/sqlite/readable_tables.h"
 #include "platform/error.h"
 
 namespace stockbook::databases {
 
-// An open SQLite file, read only: statements that do anything but read are denied. One thread at a time.
+// An open SQLite file, read only: statements that do anything but read what they may are denied. One thread at a time.
 class Database {
  public:
   // Throws platform::Error when the file is missing, is no database, or cannot be read.
-  explicit Database(const std::string& file);
+  explicit Database(const std::string& file, ReadableTables tables = ReadableTables::All(),
+                    std::optional<Interruption::Clock::duration> time_limit = std::nullopt);
 
   sqlite3* handle() const { return handle_.get(); }
+  const ReadableTables& tables() const { return access_->tables; }
+  Interruption& interruption() const { return *interruption_; }
   platform::Error ErrorOf(const char* operation) const;
 
+  // While one lives, statements are the connection's own: they may read the catalogue and begin and end transactions.
+  class OwnWork {
+   public:
+    explicit OwnWork(const Database& database);
+    ~OwnWork();
+    OwnWork(const OwnWork&) = delete;
+    OwnWork& operator=(const OwnWork&) = delete;
+
+   private:
+    const Database& database_;
+  };
+
  private:
+  struct Access {
+    ReadableTables tables;
+    const Interruption& interruption;
+    int own_work = 0;
+  };
+  static int Authorize(void* access, int action, const char* table, const char* column, const char* base,
+                       const char* view);
+  void OpenFile();
+  void LimitWhatStatementsMayDo();
+
   struct Closer {
     void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
   };
   std::string file_;
-  std::unique_ptr<sqlite3, Closer> handle_;
+  std::unique_ptr<Interruption> interruption_;
+  std::unique_ptr<Access> access_;
+  std::unique_ptr<sqlite3, Closer> handle_;  // after what it calls back
 };
 
 // A prepared statement. Step gives true while there are rows.
@@ -53,6 +82,7 @@ class Statement {
 class ReadTransaction {
  public:
   // Takes the lock at once, so that what follows never waits for another program; throws platform::Error if it cannot.
+  // The outermost one begins a moment of the database's Interruption.
   explicit ReadTransaction(const Database& database);
   ~ReadTransaction();
   ReadTransaction(const ReadTransaction&) = delete;

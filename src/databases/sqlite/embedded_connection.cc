@@ -4,8 +4,6 @@
 #include <new>
 
 #include "base/money.h"
-#include "base/text.h"
-#include "databases/connection_string.h"
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
@@ -13,19 +11,6 @@
 
 namespace stockbook::databases {
 namespace {
-
-constexpr std::string_view kProvider = "Stockbook.Embedded";
-
-std::string FileOf(std::string_view connection_string) {
-  const databases::ConnectionString settings(connection_string);
-  const std::string provider = settings.Find("Provider").value_or(std::string(kProvider));
-  if (!base::EqualsIgnoringCase(provider, kProvider)) {
-    throw platform::Error("Open", "不支持的 Provider“" + provider + "”，内置数据库为 " + std::string(kProvider));
-  }
-  const auto file = settings.Find("Data Source");
-  if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
-  return *file;
-}
 
 // Runs a translated statement as a whole: SQLite finds, joins, sorts and removes duplicates. Right for every statement.
 std::vector<platform::Field> ExecuteStatement(const Database& database, const TranslatedQuery& query) {
@@ -45,15 +30,20 @@ std::vector<platform::Field> ExecuteStatement(const Database& database, const Tr
 }  // namespace
 
 EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy strategy)
+    : EmbeddedConnection(connection_string, strategy, ReadEmbeddedSettings(connection_string)) {}
+
+EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy strategy,
+                                       const EmbeddedSettings& settings)
     : connection_string_(std::move(connection_string)),
       strategy_(strategy),
       dialect_(DialectOf(connection_string_)),
-      database_(FileOf(connection_string_)),
+      database_(settings.file, settings.tables, settings.time_limit),
       catalog_(database_) {
   RegisterFunctions(database_);
 }
 
 platform::Recordset EmbeddedConnection::Execute(std::string_view statement, int) {
+  const Interruption::Running running(database_.interruption());
   try {
     return ExecuteChecked(statement);
   } catch (const base::ArithmeticError& error) {
@@ -71,12 +61,17 @@ std::unique_ptr<platform::Moment> EmbeddedConnection::ReadAsOfOneMoment() {
    private:
     ReadTransaction transaction_;
   };
+  const Interruption::Running running(database_.interruption());
   return std::make_unique<Reading>(database_);
 }
 
 platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statement) {
+  // Long enough for the keys of a million partners.
+  constexpr size_t kMostBytes = size_t{8} << 20;
+  if (statement.size() > kMostBytes) throw platform::Error("Execute", "语句太长，最多 8 MB，请缩小查询的范围");
   // The catalogue, the tables and the rows are those of one moment, even if another program writes.
   const ReadTransaction transaction(database_);
+  database_.interruption().Check();
   catalog_.Refresh();
   const Translation translation =
       TranslateStatement(statement, dialect_, [this](std::string_view name) { return catalog_.FindTable(name); });

@@ -8,6 +8,7 @@
 #include "databases/dialect/dialect.h"
 #include "databases/sqlite/catalog.h"
 #include "databases/sqlite/database.h"
+#include "databases/sqlite/embedded_settings.h"
 #include "platform/connection.h"
 
 namespace stockbook::databases {
@@ -16,10 +17,11 @@ namespace stockbook::databases {
 // the same result; kArms leaves the arms of a union to SQLite, and only kTables reads the tables separately.
 enum class Strategy { kFastest, kStatement, kArms };
 
-// An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE. It understands the desktop dialect, or
-// the server dialect when the connection string contains "SQL". Opened read only, one SELECT per call, on one thread. A
-// result is complete when Execute returns and does not follow later changes of the file. A moment is a read
-// transaction: in rollback mode it holds off writers until it ends.
+// An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE, and what EmbeddedSettings tells. It
+// understands the desktop dialect, or the server dialect when the connection string contains "SQL". Opened read only,
+// one SELECT per call, on one thread; Cancel alone may come from another. A result is complete when Execute returns and
+// does not follow later changes of the file. A moment is a read transaction: in rollback mode it holds off writers
+// until it ends.
 class EmbeddedConnection : public platform::Connection {
  public:
   explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
@@ -27,8 +29,10 @@ class EmbeddedConnection : public platform::Connection {
   std::string ConnectionString() const override { return connection_string_; }
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
+  void Cancel() override { database_.interruption().Cancel(); }
 
  private:
+  EmbeddedConnection(std::string connection_string, Strategy strategy, const EmbeddedSettings& settings);
   platform::Recordset ExecuteChecked(std::string_view statement);
 
   std::string connection_string_;

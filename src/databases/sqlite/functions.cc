@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "databases/sqlite/functions.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <exception>
 #include <memory>
 #include <new>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/wide_integer.h"
@@ -96,19 +100,55 @@ void Guarded(sqlite3_context* context, Work work) {
   }
 }
 
-// The first argument spells the forms of the others.
+struct BoundFunction {
+  const ScalarFunction& function;
+  Interruption& interruption;
+};
+
+// The first argument spells the forms of the others. The translator writes it, but whoever gets to call a function in
+// another way must not read beyond the arguments.
+std::string_view FormsOf(const ScalarFunction& function, int count, sqlite3_value** stored) {
+  const bool spelled = count > 0 && sqlite3_value_type(stored[0]) == SQLITE_TEXT;
+  const std::string_view forms = spelled ? BytesOf(stored[0]) : std::string_view();
+  const size_t arguments = forms.size();
+  if (!spelled || arguments + 1 != static_cast<size_t>(count) || arguments < function.least ||
+      arguments > function.most || forms.find_first_not_of("vrmdMD") != std::string_view::npos) {
+    throw std::invalid_argument(std::string("wrong arguments of ") + function.name);
+  }
+  return forms;
+}
+
 void CallScalar(sqlite3_context* context, int count, sqlite3_value** stored) {
+  constexpr size_t kBytesOfOneCall = 64;
+  constexpr size_t kShortText = 64;
   Guarded(context, [&] {
-    const auto& function = *static_cast<const ScalarFunction*>(sqlite3_user_data(context));
-    const auto* forms = reinterpret_cast<const char*>(sqlite3_value_text(stored[0]));
-    const auto arguments = static_cast<size_t>(count - 1);
+    const auto& bound = *static_cast<const BoundFunction*>(sqlite3_user_data(context));
+    const std::string_view forms = FormsOf(bound.function, count, stored);
     std::array<Value, 4> few;
     std::vector<Value> many;
-    if (arguments > few.size()) many.resize(arguments);
+    if (forms.size() > few.size()) many.resize(forms.size());
     Value* values = many.empty() ? few.data() : many.data();
-    for (size_t index = 0; index < arguments; ++index)
+    size_t longest = 0;
+    size_t work = 1;
+    for (size_t index = 0; index < forms.size(); ++index) {
       values[index] = ReadValue(stored[index + 1], static_cast<Form>(forms[index]));
-    WriteValue(context, function.apply({values, arguments}));
+      const auto* text = values[index].As<std::string>();
+      if (text == nullptr) continue;
+      work += text->size() / kBytesOfOneCall;
+      longest = std::max(longest, text->size());
+    }
+    // SQLite itself looks only between its instructions, of which a call is one.
+    if (bound.interruption.IsDueAfter(work)) {
+      sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+      return;
+    }
+    const Value result = bound.function.apply({values, forms.size()});
+    const auto* text = result.As<std::string>();
+    if (text != nullptr && text->size() > std::max(kMostTextBytes, longest)) ThrowTextTooLong();
+    // Each row may have another one, and the result keeps them all.
+    if (text != nullptr && text->size() > kShortText && !bound.interruption.MayMake(text->size()))
+      throw base::ArithmeticError("文本太多：语句产生的文本一共超过 2 GB，请缩小查询的范围。");
+    WriteValue(context, result);
   });
 }
 
@@ -150,27 +190,32 @@ using Step = void (*)(sqlite3_context*, int, sqlite3_value**);
 using Finish = void (*)(sqlite3_context*);
 
 void RegisterAggregate(const Database& database, const char* name, Step step, Finish finish) {
-  if (sqlite3_create_function_v2(database.handle(), name, 1, SQLITE_UTF8, nullptr, nullptr, step, finish, nullptr) !=
-      SQLITE_OK) {
+  if (sqlite3_create_function_v2(database.handle(), name, 1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr, nullptr, step,
+                                 finish, nullptr) != SQLITE_OK) {
     throw database.ErrorOf("Open");
   }
 }
 
 bool DependsOnTheClock(std::string_view name) { return name == "sb_now" || name == "sb_today"; }
 
+// What the file itself calls (in views, generated columns, checks, indexes, triggers) must not be these functions.
+void RegisterScalar(const Database& database, const ScalarFunction& function) {
+  const int flags = SQLITE_UTF8 | SQLITE_DIRECTONLY | (DependsOnTheClock(function.name) ? 0 : SQLITE_DETERMINISTIC);
+  const int count = function.least == function.most ? static_cast<int>(function.least) + 1 : -1;
+  // SQLite deletes what it is given, even if it refuses the function.
+  auto bound = std::make_unique<BoundFunction>(BoundFunction{function, database.interruption()});
+  if (sqlite3_create_function_v2(database.handle(), function.name, count, flags, bound.release(), CallScalar, nullptr,
+                                 nullptr, [](void* data) { delete static_cast<BoundFunction*>(data); }) != SQLITE_OK) {
+    throw database.ErrorOf("Open");
+  }
+}
+
 }  // namespace
 
 void RegisterFunctions(const Database& database) {
   for (const auto functions :
        {OperatorFunctions(), TextFunctions(), NumberFunctions(), DateFunctions(), ConversionFunctions()}) {
-    for (const ScalarFunction& function : functions) {
-      const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (DependsOnTheClock(function.name) ? 0 : SQLITE_DETERMINISTIC);
-      auto* data = const_cast<ScalarFunction*>(&function);  // SQLite passes it back unchanged, and it is only read
-      if (sqlite3_create_function_v2(database.handle(), function.name, -1, flags, data, CallScalar, nullptr, nullptr,
-                                     nullptr) != SQLITE_OK) {
-        throw database.ErrorOf("Open");
-      }
-    }
+    for (const ScalarFunction& function : functions) RegisterScalar(database, function);
   }
   RegisterAggregate(database, "sb_sum", AddToSum<Form::kPlain>, FinishSum<&SumState::Sum>);
   RegisterAggregate(database, "sb_avg", AddToSum<Form::kPlain>, FinishSum<&SumState::Average>);

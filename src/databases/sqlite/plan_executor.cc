@@ -52,7 +52,7 @@ class PlaceTable {
 class PlanRun {
  public:
   PlanRun(const Database& database, const StatementPlan& plan, ArmReading reading)
-      : plan_(plan), sinks_(plan.arms[0].outputs.size()) {
+      : interruption_(database.interruption()), plan_(plan), sinks_(plan.arms[0].outputs.size()) {
     for (const PlanArm& arm : plan.arms) {
       arms_.push_back(reading == ArmReading::kJoined ? JoinArm(database, arm, sinks_) : StepArm(database, arm, sinks_));
     }
@@ -65,11 +65,15 @@ class PlanRun {
     size_t rows = 0;
     for (const ArmRows& arm : arms_) rows += arm.rows;
     if (rows > UINT32_MAX) throw NotCovered{true};
-    for (ColumnSink& sink : sinks_) columns_.push_back(sink.builder.Finish());
+    for (ColumnSink& sink : sinks_) {
+      interruption_.Check();
+      columns_.push_back(sink.builder.Finish());
+    }
     sinks_.clear();
     PlaceTable places(arms_);
     RowSorter sorter(rows);
     for (const PlanKey& key : plan_.keys) {
+      interruption_.Check();
       const auto direction = key.descending ? RowSorter::Direction::kDescending : RowSorter::Direction::kAscending;
       sorter.Refine({&columns_[key.output], places.Of(key.output)}, direction);
     }
@@ -77,6 +81,7 @@ class PlanRun {
     std::vector<platform::Field> fields;
     std::vector<uint32_t> order(sorter.order().size());
     for (size_t index = 0; index < plan_.result_columns; ++index) {
+      interruption_.Check();
       const std::vector<uint32_t>& at = places.Of(index);
       std::transform(sorter.order().begin(), sorter.order().end(), order.begin(),
                      [&](uint32_t row) { return at[row]; });
@@ -90,11 +95,13 @@ class PlanRun {
   // To find duplicates, a union orders rows by all their columns; rows with equal keys stay in that order.
   void DropDuplicates(RowSorter& sorter, PlaceTable& places) const {
     for (size_t index = 0; index < plan_.result_columns && sorter.HasTies(); ++index) {
+      interruption_.Check();
       sorter.Refine({&columns_[index], places.Of(index)}, RowSorter::Direction::kAscending);
     }
     sorter.DropTied();
   }
 
+  const Interruption& interruption_;
   const StatementPlan& plan_;
   std::vector<ColumnSink> sinks_;
   std::vector<ArmRows> arms_;
