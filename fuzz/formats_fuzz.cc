@@ -66,7 +66,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   (void)databases::FormatValue(value, pattern);
   for (const auto wildcards : {databases::Wildcards::kDesktop, databases::Wildcards::kServer}) {
-    (void)databases::MatchesLike(text, pattern, wildcards);
+    try {
+      (void)databases::MatchesLike(text, pattern, wildcards);
+    } catch (const base::ArithmeticError&) {
+      // The two are so long that the connection refuses them.
+    }
     fuzz::Require(databases::MatchesLike(text, "%", wildcards), "% is any text", std::string(text));
   }
   return 0;
