@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Another program posts while journals are loaded from the same file. It moves pieces from the opening balance to a
-// line and back, so that every whole state of the file has the same last stock.
+// line, so that every whole state of the file has the same last stock, and no two of them go together.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -50,12 +50,10 @@ class BesideAWriter : public ::testing::TestWithParam<const char*> {
 
   // Moves the pieces by one transaction. A writer that is held off gives up at once and tries again the next time.
   void Post() {
-    const std::string pieces = moved_ ? "-1000000" : "+1000000";
-    const std::string back = moved_ ? "+1000000" : "-1000000";
-    const std::string sql = "BEGIN IMMEDIATE; UPDATE 仓库余额表 SET 上期库存数量=上期库存数量" + pieces +
-                            " WHERE ID=55; UPDATE 入库记录 SET 数量=数量" + back + " WHERE RecID=100; COMMIT;";
-    if (sqlite3_exec(file_.handle(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) {
-      moved_ = !moved_;
+    constexpr const char* kMove =
+        "BEGIN IMMEDIATE; UPDATE 仓库余额表 SET 上期库存数量=上期库存数量-1000000 WHERE ID=55;"
+        "UPDATE 入库记录 SET 数量=数量+1000000 WHERE RecID=100; COMMIT;";
+    if (sqlite3_exec(file_.handle(), kMove, nullptr, nullptr, nullptr) == SQLITE_OK) {
       ++posted_;
     } else {
       ++held_off_;
@@ -81,7 +79,6 @@ class BesideAWriter : public ::testing::TestWithParam<const char*> {
 
   testing::DatabaseFile file_;
   testing::ControlOverFakes fakes_;
-  bool moved_ = false;
   int posted_ = 0;
   int held_off_ = 0;
 };
@@ -93,7 +90,7 @@ TEST_P(BesideAWriter, EveryLoadEndsWithTheRightStock) {
 }
 
 TEST_P(BesideAWriter, LoadsWithoutMomentsAreWrongWhichIsWhatTheyAreFor) {
-  EXPECT_LT(RightLoads(Moments::kNone), kLoads);
+  EXPECT_EQ(RightLoads(Moments::kNone), 0);
   EXPECT_EQ(held_off_, 0);
 }
 
@@ -103,6 +100,7 @@ TEST_P(BesideAWriter, ABusyDatabaseKeepsTheJournalThatIsShown) {
   control().AddListener(&heard);
   const int rows = control().Rows();
   const std::string caption = control().Caption();
+  control().SetConn(databases::OpenEmbedded(file_.DesktopString()));
   file_.Run("BEGIN EXCLUSIVE");
   const bool loaded = control().Load(2, 1);
   EXPECT_EQ(loaded, !IsRollback()) << "readers beside a log never wait";
