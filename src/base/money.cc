@@ -5,7 +5,9 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <string>
 
 #include "base/decimal_text.h"
 #include "base/digits.h"
@@ -68,9 +70,14 @@ Money Money::FromDouble(double value) {
 
 std::optional<Money> Money::Parse(std::string_view text) {
   if (const auto plain = ParsePlain(text)) return plain;
-  const auto parts = ReadDecimal(text, Grouping::kNone);
+  auto parts = ReadDecimal(text, Grouping::kCommas);
   using Exponents = std::numeric_limits<int32_t>;
   if (!parts || parts->exponent < Exponents::min() || parts->exponent > Exponents::max()) return std::nullopt;
+  std::string ungrouped;
+  if (parts->whole.find(',') != std::string_view::npos) {
+    std::copy_if(parts->whole.begin(), parts->whole.end(), std::back_inserter(ungrouped), IsDigit);
+    parts->whole = ungrouped;
+  }
   const auto whole_count = static_cast<int64_t>(parts->whole.size());
   const int64_t digit_count = whole_count + static_cast<int64_t>(parts->fraction.size());
   const auto digit_at = [&](int64_t index) {

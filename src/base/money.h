@@ -30,8 +30,8 @@ class Money {
   static Money FromInteger(int64_t whole);
   // Nearest 1/10,000, half to even on the decimal digits; throws ArithmeticError for NaN, infinities and out of range.
   static Money FromDouble(double value);
-  // Reads what ReadDecimal reads without grouping; more than four decimals round half to even. Nothing when the text is
-  // not a number, is out of range, or has an exponent that 32 bits do not hold.
+  // Reads what ReadDecimal reads with grouping commas, as ParseNumber does; more than four decimals round half to even.
+  // Nothing when the text is not a number, is out of range, or has an exponent that 32 bits do not hold.
   static std::optional<Money> Parse(std::string_view text);
 
   constexpr int64_t units() const { return units_; }

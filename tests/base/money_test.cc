@@ -26,9 +26,19 @@ TEST(Money, ReadsAndWritesDecimalsWithoutTrailingZeros) {
 }
 
 TEST(Money, RefusesWhatIsNoNumber) {
-  for (const char* text : {"", " ", "-", ".", "1,000", "12a", "1e", "1e+-2", "--1", "NaN", "0x10", "1 2"}) {
+  for (const char* text :
+       {"", " ", "-", ".", "1,", ",1", "1,,000", "1.0,0", "12a", "1e", "1e+-2", "--1", "NaN", "0x10", "1 2"}) {
     EXPECT_EQ(RoundTrip(text), "nothing") << text;
   }
+}
+
+TEST(Money, ReadsGroupingCommasAsNumbersDo) {
+  EXPECT_EQ(RoundTrip("1,234.50"), "1234.5");
+  EXPECT_EQ(RoundTrip(" -922,337,203,685,477.5808 "), "-922337203685477.5808");
+  EXPECT_EQ(RoundTrip("1,2,3"), "123");
+  EXPECT_EQ(RoundTrip("1,000.00015e1"), "10000.0015");
+  EXPECT_EQ(RoundTrip("0,000,000,000,000,000,000,001"), "1");
+  EXPECT_EQ(RoundTrip("922,337,203,685,477.5808"), "nothing");
 }
 
 TEST(Money, RoundsHalfToEvenOnTheDecimalDigits) {
