@@ -141,7 +141,7 @@ TEST_F(Expressions, ComparisonsAreTrueOrFalseAsMinusOneAndZero) {
            {"d < '2005-3-9'", "-1"},
            {"d > n", "~"},
            {"x = 'abc'", "-1"},
-           {"x = 'ABC'", "0"},
+           {"x = 'ABC'", "-1"},
            {"n = n", "~"},
            {"n Is Null", "-1"},
            {"m Is Not Null", "-1"},

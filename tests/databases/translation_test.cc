@@ -33,7 +33,7 @@ TEST(Translation, OfAJournalIsReadableSql) {
             "SELECT t0.\"k\" AS c0, sb_negate_money('M', t0.\"m\") AS c1, sb_concat('Dvv', t0.\"d\", ' ', "
             "sb_left('vv', t0.\"x\", 2)) AS c2, 0 AS c3 "
             "FROM \"a\" AS t0 LEFT JOIN \"b\" AS t1 ON (t0.\"k\" = t1.\"k\") WHERE (t0.\"k\" > 1) AND (sb_left('vv', "
-            "t1.\"y\", 1) = 'z') "
+            "t1.\"y\", 1) COLLATE sb_text = 'z') "
             "ORDER BY sb_value('D', t0.\"d\"), 2 DESC, t0._rowid_, t1._rowid_ LIMIT 2");
   EXPECT_EQ(translated("SELECT m FROM a UNION SELECT 0 FROM b UNION ALL SELECT y FROM b ORDER BY m", Dialect::kDesktop),
             "SELECT sb_text('m', sb_value('M', t0.\"m\")) AS c0 FROM \"a\" AS t0 UNION SELECT 0 AS c0 FROM \"b\" AS t1 "

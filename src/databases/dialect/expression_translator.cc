@@ -245,7 +245,9 @@ TypedSql ExpressionTranslator::Between(const Expr& expr) {
   TypedSql result;
   if (plain) {
     result = Gathered(parts);
-    result.sql = "(" + parts[0].sql + " BETWEEN " + parts[1].sql + " AND " + parts[2].sql + ")";
+    const bool collated = NeedsCollation(parts[0], parts[1]) || NeedsCollation(parts[0], parts[2]);
+    result.sql = "(" + (collated ? Collated(parts[0]) : parts[0].sql) + " BETWEEN " + parts[1].sql + " AND " +
+                 parts[2].sql + ")";
     result.cls = ValueClass::kBoolean;
   } else {
     result = Call("sb_between", parts, ValueClass::kBoolean);
@@ -259,12 +261,14 @@ TypedSql ExpressionTranslator::In(const Expr& expr) {
   std::vector<TypedSql> parts;
   std::string list;
   const bool decided = value.cls == ValueClass::kMoney || value.cls == ValueClass::kDate;
+  bool collated = false;
   for (size_t index = 1; index < expr.operands.size(); ++index) {
     TypedSql item = TranslateValue(*expr.operands[index]);
     if (decided && item.cls != value.cls && item.cls != ValueClass::kNull) {
       const auto cls = value.cls;
       item = cls == ValueClass::kMoney ? ConvertTo(std::move(item), cls) : Call("sb_to_date", {item}, cls);
     } else {
+      collated = collated || (!decided && !IsNumeric(value.cls) && NeedsCollation(value, item));
       item = Canonical(std::move(item));
     }
     list.append(list.empty() ? "" : ", ").append(item.sql);
@@ -273,7 +277,8 @@ TypedSql ExpressionTranslator::In(const Expr& expr) {
   }
   parts.push_back(value);
   TypedSql result = Gathered(parts);
-  result.sql = "(" + Canonical(value).sql + (expr.negated ? " NOT IN (" : " IN (") + list + "))";
+  result.sql = "(" + (collated ? Collated(value) : Canonical(value).sql);
+  result.sql.append(expr.negated ? " NOT IN (" : " IN (").append(list).append("))");
   result.cls = ValueClass::kBoolean;
   return result;
 }
@@ -287,8 +292,10 @@ TypedSql ExpressionTranslator::InQuery(const Expr& expr, const TypedSql& value) 
   column.cls = query.classes[0];
   column.form = ResultFormOf(column.cls);
   const TypedSql turned = ConvertTo(column, cls);
+  const TypedSql compared = ConvertTo(value, cls);
+  const bool collated = IsPlain(compared) && IsPlain(turned) && NeedsCollation(compared, turned);
   TypedSql result = Gathered({value});
-  result.sql = "(" + ConvertTo(value, cls).sql + (expr.negated ? " NOT IN (" : " IN (");
+  result.sql = "(" + (collated ? Collated(compared) : compared.sql) + (expr.negated ? " NOT IN (" : " IN (");
   result.sql += turned.sql == column.sql ? query.sql : "SELECT " + turned.sql + " FROM (" + query.sql + ")";
   result.sql += "))";
   result.cls = ValueClass::kBoolean;

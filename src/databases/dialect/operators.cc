@@ -8,6 +8,7 @@
 
 #include "base/decimal_text.h"
 #include "base/number.h"
+#include "base/text.h"
 #include "base/wide_integer.h"
 #include "databases/dialect/like_pattern.h"
 
@@ -98,6 +99,7 @@ Value Negate(Arguments values) {
     if (*whole == INT64_MIN) ThrowNumberOverflow();
     return Value(-*whole);
   }
+  if (const auto* real = value.As<double>()) return Value(-*real);  // infinities, too
   const auto number = value.Number();
   return number ? Value(-*number) : Value();
 }
@@ -217,7 +219,7 @@ constexpr std::array<ScalarFunction, 22> kFunctions = {{
     {"sb_minus", Minus, 2},
     {"sb_negate", Negate},
     // For money columns: a text in them that spells no amount has no negative.
-    {"sb_negate_money", [](Arguments values) { return values[0].As<Money>() != nullptr ? Negate(values) : Value(); }},
+    {"sb_negate_money", [](Arguments values) { return IsText(values[0]) ? Value() : Negate(values); }},
     {"sb_multiply", Multiply, 2},
     {"sb_divide", Divide, 2},
     {"sb_divide_server", DivideServer, 2},
@@ -280,13 +282,24 @@ std::optional<int> CompareValues(const Value& left, const Value& right) {
     const auto order = CompareMoneyWith(*money, left);
     return order ? std::optional(-*order) : std::nullopt;
   }
-  if (IsText(left) && IsText(right)) return Sign(left.Text(), right.Text());
+  if (IsText(left) && IsText(right)) return CompareTexts(*left.As<std::string>(), *right.As<std::string>());
   const auto* left_whole = left.As<int64_t>();
   const auto* right_whole = right.As<int64_t>();
   if (left_whole != nullptr && right_whole != nullptr) return Sign(*left_whole, *right_whole);
   const auto a = left.Number();
   const auto b = right.Number();
   return a && b ? std::optional(Sign(*a, *b)) : std::nullopt;
+}
+
+int CompareTexts(std::string_view left, std::string_view right) {
+  const size_t both = std::min(left.size(), right.size());
+  for (size_t at = 0; at < both; ++at) {
+    if (left[at] == right[at]) continue;
+    const auto a = static_cast<unsigned char>(base::AsciiLower(left[at]));
+    const auto b = static_cast<unsigned char>(base::AsciiLower(right[at]));
+    if (a != b) return Sign(a, b);
+  }
+  return Sign(left.size(), right.size());
 }
 
 std::optional<Money> MultiplyMoney(Money money, const Value& factor) {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "databases/dialect/scalar_functions.h"
 
@@ -11,8 +12,11 @@ namespace stockbook::databases {
 std::span<const ScalarFunction> OperatorFunctions();
 
 // -1, 0 or 1; nothing where either is null or the two do not compare. Numbers, money and dates compare exactly with
-// each other and with texts that spell one; two texts compare byte by byte.
+// each other and with texts that spell one; two texts compare as CompareTexts says.
 std::optional<int> CompareValues(const base::Value& left, const base::Value& right);
+
+// -1, 0 or 1: byte by byte, but ASCII letters of either case are the same, as they are to `like`.
+int CompareTexts(std::string_view left, std::string_view right);
 
 // Money times a number: exact, then rounded half to even to 1/10,000.
 std::optional<base::Money> MultiplyMoney(base::Money money, const base::Value& factor);

@@ -1,10 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "databases/dialect/sql_composer.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 namespace stockbook::databases {
+namespace {
+
+// A constant with which every text compares the same whether case is minded or not: a number, or a text of bytes that
+// are neither letters nor between the two alphabets.
+bool IsCaseless(const TypedSql& value) {
+  if (!value.constant) return false;
+  const auto* text = value.constant->As<std::string>();
+  return text == nullptr || std::all_of(text->begin(), text->end(), [](char c) {
+           const auto byte = static_cast<unsigned char>(c);
+           return byte < 'A' || byte > 'z';
+         });
+}
+
+}  // namespace
 
 bool IsPlain(const TypedSql& value) { return value.form == Form::kPlain || value.form == Form::kReal; }
 
@@ -61,13 +76,21 @@ TypedSql ConvertTo(TypedSql value, ValueClass cls) {
   return value;
 }
 
+bool NeedsCollation(const TypedSql& left, const TypedSql& right) {
+  if (IsCaseless(left) || IsCaseless(right)) return false;
+  if (left.cls == ValueClass::kText || right.cls == ValueClass::kText) return true;
+  return !IsNumeric(left.cls) && !IsNumeric(right.cls);
+}
+
+std::string Collated(const TypedSql& value) { return value.sql + " COLLATE " + kTextCollation; }
+
 TypedSql Comparison(std::string_view op, const TypedSql& left, const TypedSql& right) {
   TypedSql result;
   const bool dates = left.cls == ValueClass::kDate && right.cls == ValueClass::kDate;
   if (dates || (IsPlain(left) && IsPlain(right))) {
     result = Gathered({left, right});
     result.sql.append("(")
-        .append(Canonical(left).sql)
+        .append(dates || !NeedsCollation(left, right) ? Canonical(left).sql : Collated(left))
         .append(" ")
         .append(op)
         .append(" ")

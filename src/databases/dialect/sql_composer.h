@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +25,13 @@ TypedSql Call(std::string_view function, const std::vector<TypedSql>& arguments,
 TypedSql Canonical(TypedSql value);
 // The canonical value turned into another class, as Unify asks for it.
 TypedSql ConvertTo(TypedSql value, ValueClass cls);
+// Under what name the room's collation of texts, which ignores case, is known to SQLite.
+inline constexpr const char* kTextCollation = "sb_text";
+// Whether both may be texts, and differ for SQLite where they are the same for the dialects. Columns of numbers are
+// taken to hold numbers, so that SQLite's indexes serve them, and so do constants without letters.
+bool NeedsCollation(const TypedSql& left, const TypedSql& right);
+// The value, to be compared by the room's collation.
+std::string Collated(const TypedSql& value);
 // A condition; `op` is one of = <> < <= > >=.
 TypedSql Comparison(std::string_view op, const TypedSql& left, const TypedSql& right);
 TypedSql Not(TypedSql condition);

@@ -20,6 +20,7 @@
 #include "databases/dialect/operators.h"
 #include "databases/dialect/text_functions.h"
 #include "databases/sqlite/row_values.h"
+#include "databases/sqlite/text_collation.h"
 
 namespace stockbook::databases {
 namespace {
@@ -37,10 +38,12 @@ struct SumState {
   double real_error = 0;
   int64_t count = 0;
   int64_t real_count = 0;
+  double infinite = 0;  // the sum of the infinite values
   bool money = false;
 
   void AddMoney(base::Money amount);
   void Add(const Value& value);
+  void AddInfinite(double number);
   Value Sum() const;
   Value Average() const;
 };
@@ -58,7 +61,10 @@ void SumState::Add(const Value& value) {
     return;
   }
   const auto number = value.Number();
-  if (!number) return;
+  if (!number) {
+    if (const auto* real_value = value.As<double>()) AddInfinite(*real_value);
+    return;
+  }
   const double sum = real + *number;
   real_error += std::fabs(real) >= std::fabs(*number) ? (real - sum) + *number : (*number - sum) + real;
   real = sum;
@@ -66,8 +72,17 @@ void SumState::Add(const Value& value) {
   ++real_count;
 }
 
+// A sum without it would be wrong.
+void SumState::AddInfinite(double number) {
+  infinite += number;
+  if (std::isnan(infinite)) ThrowSumOverflow();
+  ++count;
+  ++real_count;
+}
+
 Value SumState::Sum() const {
   if (count == 0) return {};
+  if (infinite != 0) return Value(infinite);
   if (money) return Value(base::MoneyOfUnits(whole));
   if (real_count == 0) {
     if (whole > INT64_MAX || whole < INT64_MIN) ThrowSumOverflow();
@@ -80,6 +95,7 @@ Value SumState::Sum() const {
 
 Value SumState::Average() const {
   if (count == 0) return {};
+  if (infinite != 0) return Value(infinite);
   if (!money) {
     const double average = (real + real_error + static_cast<double>(whole)) / static_cast<double>(count);
     if (!std::isfinite(average)) ThrowSumOverflow();
@@ -172,7 +188,7 @@ void AddToSum(sqlite3_context* context, int, sqlite3_value** stored) {
       state->AddMoney(*money);
     } else if (form == Form::kPlain) {
       state->Add(value);
-    } else if (value.Number()) {
+    } else if (value.Number() || value.As<double>() != nullptr) {
       base::Money::ThrowOverflow();  // an amount that money cannot hold: a sum without it would be wrong
     }
   });
@@ -217,6 +233,7 @@ void RegisterFunctions(const Database& database) {
        {OperatorFunctions(), TextFunctions(), NumberFunctions(), DateFunctions(), ConversionFunctions()}) {
     for (const ScalarFunction& function : functions) RegisterScalar(database, function);
   }
+  RegisterTextCollation(database);
   RegisterAggregate(database, "sb_sum", AddToSum<Form::kPlain>, FinishSum<&SumState::Sum>);
   RegisterAggregate(database, "sb_avg", AddToSum<Form::kPlain>, FinishSum<&SumState::Average>);
   RegisterAggregate(database, "sb_sum_money", AddToSum<Form::kUnits>, FinishSum<&SumState::Sum>);

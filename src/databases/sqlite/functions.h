@@ -5,7 +5,7 @@
 
 namespace stockbook::databases {
 
-// Makes the functions and aggregates that translated statements call known to the connection.
+// Makes the functions, aggregates and the collation that translated statements use known to the connection.
 void RegisterFunctions(const Database& database);
 
 }  // namespace stockbook::databases
