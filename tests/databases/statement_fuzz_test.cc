@@ -98,13 +98,16 @@ TEST(StatementFuzz, EveryStatementGivesRowsOrAnError) {
   FillInventory(file);
   EmbeddedConnection desktop(file.DesktopString());
   EmbeddedConnection server(file.ServerString());
+  EmbeddedConnection whole_desktop(file.DesktopString(), databases::Strategy::kStatement);
+  EmbeddedConnection whole_server(file.ServerString(), databases::Strategy::kStatement);
   const std::vector<std::string> seeds = Seeds();
   size_t executed = 0;
   size_t refused = 0;
   for (unsigned seed = 0; seed < 6000; ++seed) {
     const std::string statement = Mutator(seed).Mutate(seeds[seed % seeds.size()], seeds);
     try {
-      (seed % 2 == 0 ? desktop : server).Execute(statement);
+      const auto rows = ExactRows((seed % 2 == 0 ? desktop : server).Execute(statement));
+      EXPECT_EQ(rows, ExactRows((seed % 2 == 0 ? whole_desktop : whole_server).Execute(statement))) << statement;
       ++executed;
     } catch (const platform::Error& error) {
       EXPECT_NE(std::string(error.what()), "") << statement;

@@ -112,7 +112,7 @@ class ArmJoiner {
 
   static void AddOutput(TablePart& part, ColumnSink& sink, const TypedSql& output) {
     std::string sql = output.sql;
-    Form form = output.form;
+    Form form = output.form == Form::kPlain ? ResultFormOf(output.cls) : output.form;
     auto sign = ValueFeed::Sign::kKept;
     if (output.column != nullptr) {
       sql = output.column->sql;
@@ -226,9 +226,12 @@ class ArmJoiner {
                    [&](uint32_t row) { return row == kNoRow ? kNoRow : row_of_parent[row]; });
   }
 
-  // Whether fetching rows one by one through an index is faster than reading the whole table.
+  // Whether fetching rows one by one through an index is faster than reading the whole table. Only over a column of
+  // whole numbers does a look-up find what the join's own comparison would: SQLite reads a text as a number when it
+  // compares it with a column of numbers, but not when it compares it with a bound value.
   bool FewAreWanted(const TablePart& part, size_t wanted) const {
     constexpr int64_t kScanShare = 4;
+    if (part.step->new_column->cls != ValueClass::kInteger) return false;
     const TableSchema& table = *part.source->table;
     if (table.row_number.empty()) return false;
     Statement size(database_, "SELECT max(" + table.row_number + ") FROM " + QuotedName(table.name));

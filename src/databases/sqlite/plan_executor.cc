@@ -6,6 +6,7 @@
 
 #include "databases/sqlite/arm_join.h"
 #include "databases/sqlite/row_sorter.h"
+#include "platform/error.h"
 
 namespace stockbook::databases {
 namespace {
@@ -112,18 +113,24 @@ class PlanRun {
 
 std::optional<std::vector<platform::Field>> ExecutePlan(const Database& database, const StatementPlan& plan,
                                                         const std::vector<ResultColumn>& columns, ArmReading reading) {
-  if (reading == ArmReading::kJoined) {
-    try {
-      return PlanRun(database, plan, ArmReading::kJoined).Finish(columns);
-    } catch (const NotCovered& reason) {
-      if (reason.nowhere) return std::nullopt;
-    }
-  }
-  // A single SELECT is left to SQLite as a whole: stepping it unsorted would lose the order of its rows.
-  if (!plan.distinct_union) return std::nullopt;
   try {
+    if (reading == ArmReading::kJoined) {
+      try {
+        return PlanRun(database, plan, ArmReading::kJoined).Finish(columns);
+      } catch (const NotCovered& reason) {
+        if (reason.nowhere) return std::nullopt;
+      }
+    }
+    // A single SELECT is left to SQLite as a whole: stepping it unsorted would lose the order of its rows.
+    if (!plan.distinct_union) return std::nullopt;
     return PlanRun(database, plan, ArmReading::kStepped).Finish(columns);
   } catch (const NotCovered&) {
+    return std::nullopt;
+  } catch (const base::ArithmeticError&) {
+    // A value without a negative, say, may be in a row that the join leaves out.
+    return std::nullopt;
+  } catch (const platform::Error& error) {
+    if (error.IsOfEngine()) throw;
     return std::nullopt;
   }
 }

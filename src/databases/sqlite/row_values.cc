@@ -23,7 +23,8 @@ std::optional<Money> AmountOfReal(double number) {
   return Value(number).AsMoney();
 }
 
-// A text that spells no amount, or one out of range, stays a text.
+// A text that spells no amount, or one out of range, stays a text; an infinite number stays one, so that whoever needs
+// an amount notices.
 Value RawAmount(sqlite3_value* stored) {
   switch (sqlite3_value_type(stored)) {
     case SQLITE_INTEGER: {
@@ -33,6 +34,7 @@ Value RawAmount(sqlite3_value* stored) {
     }
     case SQLITE_FLOAT: {
       const double number = sqlite3_value_double(stored);
+      if (!std::isfinite(number)) return Value(number);
       const auto money = AmountOfReal(number);
       return money ? Value(*money) : Value(base::NumberText(number));
     }

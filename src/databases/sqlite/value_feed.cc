@@ -120,6 +120,10 @@ void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
     TakeUnits(amount->units());
     return;
   }
+  if (const auto* infinite = value.As<double>()) {
+    TakeReal(*infinite);
+    return;
+  }
   Flush();
   AppendText(value.Text(), type);
 }
