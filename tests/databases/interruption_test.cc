@@ -77,7 +77,7 @@ TEST_F(Interrupted, CompilingViewsOfViewsEndsAtTheTimeLimitToo) {
     file_.Run("CREATE VIEW v" + std::to_string(level) + " AS SELECT a.KSID FROM " + inner + " a, " + inner + " b");
   }
   file_.Run("CREATE VIEW 客户资料 AS SELECT KSID FROM v" + std::to_string(levels));
-  EmbeddedConnection connection(With("Timeout=0.2"));
+  EmbeddedConnection connection(With("Timeout=0.01"));
   const auto error = ErrorOf([&] { connection.Execute("SELECT KSID FROM 客户资料"); });
   EXPECT_EQ(error.kind(), ErrorKind::kInterrupted) << error.what();
 }
@@ -184,13 +184,7 @@ TEST(Interruption, OfAnOuterStatementIsNotEndedByAnInnerOne) {
   EXPECT_TRUE(interruption.WasCancelled());
 }
 
-TEST_F(Interrupted, AStatementMakesNoMoreTextsThanAResultCanUse) {
-  EmbeddedConnection connection(With("Timeout=0"));
-  const auto error = ErrorOf([&] {
-    connection.Execute("SELECT Count(*) AS n FROM 厂商资料 WHERE Len(Replace(Space(500),' ',Space(8000)) & KSID)=0");
-  });
-  EXPECT_EQ(error.kind(), ErrorKind::kStatement);
-  EXPECT_TRUE(std::string(error.what()).starts_with("文本太多")) << error.what();
+TEST(Interruption, CountsTheTextsOfAMoment) {
   Interruption interruption(std::nullopt);
   const Interruption::Running running(interruption);
   EXPECT_TRUE(interruption.MayMake(size_t{1} << 31));
