@@ -91,7 +91,7 @@ Totals WriteOpeningRow(const OpeningBalance& balance, base::tqJournalTypeContant
   };
   const auto set_period = [&](std::string_view period) {
     set_text(keys::kPeriod, period);
-    set_text(keys::kBillNo, PeriodCaption(period, kOpeningWord));
+    set_text(keys::kBillNo, period.empty() ? kOpeningWord : PeriodCaption(period, kOpeningWord));
   };
   if (!balance.result || balance.result->AtEnd()) {
     set_period(balance.first_period);

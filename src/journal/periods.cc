@@ -27,7 +27,6 @@ std::string EarliestAccPeriod(platform::Connection* connection) {
 }
 
 std::string PeriodCaption(std::string_view period, std::string_view word) {
-  if (period.empty()) return std::string(word);
   return std::string(base::LeftCharacters(period, 4)) + "年" + std::string(base::RightCharacters(period, 2)) + "月" +
          std::string(word);
 }

@@ -133,7 +133,7 @@ RecomputedJournal::RecomputedJournal(const BaseTables& tables, const app::Journa
   if (options.journal_type != kSupplier) AddSide(issues);
   std::stable_sort(lines_.begin(), lines_.end(),
                    [](const auto& left, const auto& right) { return left.order < right.order; });
-  if (!periods.empty()) ReadOpening();
+  ReadOpening();
 }
 
 void RecomputedJournal::ReadSecondKeys() {
@@ -319,7 +319,8 @@ void RecomputedJournal::SumBalance(const BaseTable& table, const std::vector<siz
 }
 
 void RecomputedJournal::ReadOpening() {
-  const std::string first = Periods(tables_).front();
+  const std::vector<std::string> periods = Periods(tables_);
+  const std::string first = periods.empty() ? "" : periods.front();
   const int type = options_.journal_type;
   const char* names[] = {"仓库余额表", "tqSuppBalance", "tqCustBalance", "tqProjBalance"};
   const BaseTable& table = tables_[names[type]];
@@ -327,7 +328,7 @@ void RecomputedJournal::ReadOpening() {
   std::vector<int64_t> owners{options_.dp_id};
   if (type != kMaterial) owners = BalanceOwners(all_owners);
   opening_ = OpeningRow{first, {}};
-  balance_is_refused_ = IsPartner(type) && all_owners;
+  balance_is_refused_ = periods.empty() || (IsPartner(type) && all_owners);
   if (balance_is_refused_) return;
   const char* owner_column = type == kMaterial ? "DpID" : IsPartner(type) ? "ksID" : "pjID";
   const char* period_column = type == kMaterial ? "AccPeriod" : "bnPeriod";
@@ -361,7 +362,7 @@ std::optional<std::vector<JournalRow>> RecomputedJournal::Rows(const std::vector
     running = opening_->measures;
     rows.push_back({RowKind::kOpening, {}});
     rows.back().cells[PlaceOf("Period")] = opening_->period;
-    rows.back().cells[PlaceOf("BillNo")] = PeriodCaption(opening_->period, "期初");
+    rows.back().cells[PlaceOf("BillNo")] = opening_->period.empty() ? "期初" : PeriodCaption(opening_->period, "期初");
     PutStock(rows.back().cells, running);
   }
   const size_t period_place = PlaceOf("Period");
