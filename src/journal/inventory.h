@@ -30,7 +30,7 @@ class Inventory {
   }
 
   // Runs a query whose result is neutral where its statement fails: what was read so far stays, and the error is told
-  // behind `consequence`, which says what is missing now. Any other error reaches the caller: the answer exists, and
+  // after `consequence`, which says what is missing now. Any other error reaches the caller: the answer exists, and
   // nobody knows it. Without a connection nothing is run.
   template <typename Query>
   void Try(const char* consequence, Query query) const {

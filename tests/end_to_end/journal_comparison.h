@@ -19,7 +19,7 @@ namespace stockbook::end_to_end {
                                           const ShownJournal& shown);
 
 // Checks the captions and messages of a whole load, and that its progress rises to 100 and then ends with -1. A balance
-// that was refused is told behind them.
+// that was refused is told after them.
 enum class Balance { kRead, kRefused };
 ::testing::AssertionResult SaysWhatALoadSays(const ShownJournal& shown, const app::JournalOptions& options,
                                              size_t line_count, Balance balance);

@@ -40,7 +40,7 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
 // The error text of a load that failed: its last message, since no host cancels it; "" if there is none.
 std::string LoadError(const LoadReport& report);
 
-// What a loaded journal had to do without, such as a balance that could not be read: the messages behind 已读入 (read).
+// What a loaded journal had to do without, such as a balance that could not be read: the messages after 已读入 (read).
 std::vector<std::string> LoadProblems(const LoadReport& report);
 
 // Composes the names of products from what is hidden of Model, Standard and Measure.

@@ -45,7 +45,7 @@ bool InClass(std::string_view members, uint32_t code, Wildcards wildcards) {
   return found != negated;
 }
 
-// Goes on where it can, and one character further behind the last "any text" where it cannot. That takes text times
+// Goes on where it can, and one character further after the last "any text" where it cannot. That takes text times
 // pattern at worst, which nobody waits for, so the work has an end.
 class Matcher {
  public:
