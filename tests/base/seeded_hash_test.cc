@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <cstdlib>
 #include <set>
 #include <string>
+
+#include "support/colliding_texts.h"
 
 namespace stockbook::base {
 namespace {
@@ -39,6 +41,16 @@ TEST(SeededHash, AgreesOnEqualTextsAndNumbersThroughoutTheProcess) {
   EXPECT_EQ(one(uint64_t{7}), other(uint64_t{7}));
 }
 
+// The child that the assertion starts begins anew, with a seed of its own.
+TEST(SeededHash, DiffersFromProcessToProcess) {
+  constexpr const char* kName = "STOCKBOOK_TESTS_HASH";
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const std::string hashes = std::to_string(SeededHash()("text")) + " " + std::to_string(SeededHash()(uint64_t{7}));
+  setenv(kName, hashes.c_str(), 0);
+  EXPECT_EXIT(std::exit(hashes == std::getenv(kName) ? 1 : 0), ::testing::ExitedWithCode(0), "");
+  unsetenv(kName);
+}
+
 TEST(SeededHash, TellsZerosOfDifferentLengthsApart) {
   std::set<uint64_t> hashes;
   for (size_t length = 0; length < 100; ++length) hashes.insert(SeededHash()(std::string(length, '\0')));
@@ -54,27 +66,9 @@ TEST(SeededHash, SpreadsKeysThatCollideUnderAFixedMultiplier) {
   EXPECT_GT(PlacesOf(keys), kMany / 2);
 }
 
-uint64_t Unmixed(uint64_t mixed) {
-  constexpr uint64_t kFactorInverse = 0x5F7A0EA7E59B19BDU;  // of 0xC6A4A7935BD1E995 modulo 2^64
-  static_assert(kFactorInverse * 0xC6A4A7935BD1E995U == 1);
-  mixed *= kFactorInverse;
-  mixed ^= mixed >> 47;
-  return mixed * kFactorInverse;
-}
-
-// Two words that bring a Murmur hash of sixteen bytes to the same state, whatever its last step is.
 TEST(SeededHash, SpreadsTextsThatCollideUnderAHashWithAFixedSeed) {
-  constexpr uint64_t kFactor = 0xC6A4A7935BD1E995U;
   std::set<std::string> texts;
-  for (uint64_t word = 1; word <= kMany; ++word) {
-    uint64_t mixed = word * kFactor;
-    mixed = (mixed ^ mixed >> 47) * kFactor;
-    const uint64_t state = (0xC70F6907U ^ 16 * kFactor ^ mixed) * kFactor;
-    const uint64_t words[2] = {word, Unmixed(state ^ 0x1234567U)};
-    std::string text(sizeof words, '\0');
-    std::memcpy(text.data(), words, sizeof words);
-    texts.insert(text);
-  }
+  for (uint64_t word = 1; word <= kMany; ++word) texts.insert(testing::CollidingText(word));
   ASSERT_EQ(texts.size(), kMany);
 #if defined(__GLIBCXX__) && __SIZEOF_SIZE_T__ == 8
   std::set<size_t> fixed;

@@ -195,6 +195,23 @@ TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M8[GB1]") << "composing starts from the bare name again";
 }
 
+TEST_F(Rows, RefreshLoadedNamesWithTheirMeasures) {
+  std::vector<columns::Column> loaded;
+  loaded.push_back(Texts({"螺栓", "螺栓"}));
+  loaded.push_back(Texts({"个", "盒"}));
+  loaded.push_back(Texts({"7", "8"}));
+  sheet_.LoadColumns(std::move(loaded), 1);
+  const char* keys[] = {"ProductName", "Measure", "pdID"};
+  for (int at = 0; at < 3; ++at) sheet_.SetColKey(at + 1, keys[at]);
+  ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo");
+  RefreshProductNames(sheet_, sheet_);
+  EXPECT_EQ(Get(1, "ProductName"), "螺栓 (个)");
+  EXPECT_EQ(Get(2, "ProductName"), "螺栓 (盒)");
+  sheet_.SetColHidden(sheet_.ColIndex("Measure"), false);
+  RefreshProductNames(sheet_, sheet_);
+  EXPECT_EQ(Get(2, "ProductName"), "螺栓");
+}
+
 TEST_F(Rows, RefreshNamesFromTheCellsThatTheHostChanged) {
   std::vector<columns::Column> loaded;
   loaded.push_back(Texts({"螺栓", "螺栓", "垫圈", "垫圈"}));

@@ -65,5 +65,14 @@ TEST(JournalCaption, NamesTheProjectAndItsProduct) {
   EXPECT_EQ(caption.picture_key, "Project");
 }
 
+TEST(JournalCaption, IsReadAsOfOneMoment) {
+  FakeConnection connection;
+  connection.Answer("Select * From 厂商资料", {"企业名称", "ClassCode"}, {{Text("某某五金厂"), Text("0102")}});
+  connection.Answer("Select * From 厂商分类", {"ClassCode", "ClassName"}, {{Text("01"), Text("华东")}});
+  ComposeCaption(&connection, base::SupplierJournal, {0, 5, ""}, {}, kTitles);
+  EXPECT_EQ(connection.moments_of_statements, (std::vector<int>{1, 1}));
+  EXPECT_EQ(connection.open_moments, 0);
+}
+
 }  // namespace
 }  // namespace stockbook::interaction

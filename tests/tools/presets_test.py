@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""The presets compile with what they are there for: checked preconditions while developing and under the sanitizers,
+hardened programs for users. presets_test.py CMAKE"""
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TREE = pathlib.Path(__file__).resolve().parent.parent.parent
+CMAKE = sys.argv[1]
+# The smallest part of the tree that the switches reach.
+SMALL = [f"-DSTOCKBOOK_{part}=OFF" for part in ("TESTS", "APP", "BENCH", "EXAMPLES")] + ["-DSTOCKBOOK_CORE_ONLY=ON"]
+
+
+def configured(preset):
+    """The command that compiles a source."""
+    with tempfile.TemporaryDirectory() as folder:
+        build = pathlib.Path(folder)
+        done = subprocess.run([CMAKE, "--preset", preset, "-B", build, *SMALL], cwd=TREE, capture_output=True, text=True,
+                              encoding="utf-8")
+        assert done.returncode == 0, done.stdout + done.stderr
+        commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+        return next(each["command"] for each in commands if each["file"].endswith("/base/money.cc"))
+
+
+class Presets(unittest.TestCase):
+    def test_developing_checks_the_preconditions_of_the_standard_library(self):
+        command = configured("dev")
+        self.assertIn("-D_GLIBCXX_ASSERTIONS", command)
+        self.assertNotIn("-DNDEBUG", command)
+
+    def test_the_sanitizers_check_them_too(self):
+        for preset in ("asan", "ci-asan"):
+            command = configured(preset)
+            self.assertIn("-fsanitize=address,undefined", command, preset)
+            self.assertIn("-D_GLIBCXX_ASSERTIONS", command, preset)
+
+    def test_what_users_get_is_hardened(self):
+        command = configured("release")
+        for switch in ("-D_FORTIFY_SOURCE=2", "-fstack-protector-strong", "-fPIE", "-O"):
+            self.assertIn(switch, command)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
