@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "databases/database_file.h"
 #include "databases/journal_statements.h"
@@ -132,6 +133,27 @@ TEST(EmbeddedConnection, NeverWrites) {
     EXPECT_NE(ExecuteError(*connection, statement), "executed") << statement;
   }
   EXPECT_EQ(std::filesystem::last_write_time(file.path()), before);
+}
+
+// SQLite keeps the locks of such a database in a file beside it, and may leave an empty log.
+TEST(EmbeddedConnection, ReadsADatabaseWithALogWithoutWritingToIt) {
+  DatabaseFile file;
+  CreateInventory(file);
+  FillInventory(file);
+  file.Run("PRAGMA journal_mode=WAL; PRAGMA wal_checkpoint(TRUNCATE)");
+  const std::string path = FileWith("");
+  std::filesystem::copy_file(file.path(), path, std::filesystem::copy_options::overwrite_existing);
+  const auto bytes = [&] {
+    std::ifstream stream(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+  };
+  const std::string before = bytes();
+  EXPECT_EQ(OpenEmbedded("Data Source=" + path)->Execute("SELECT * FROM 仓库设置").RecordCount(), 2U);
+  EXPECT_TRUE(bytes() == before);
+  std::error_code none;
+  const auto logged = std::filesystem::file_size(path + "-wal", none);
+  EXPECT_TRUE(none || logged == 0);
+  for (const char* ending : {"", "-wal", "-shm"}) std::filesystem::remove(path + ending);
 }
 
 TEST(EmbeddedConnection, SeesWhatAnotherProgramChangesBetweenStatements) {

@@ -45,5 +45,13 @@ TEST(ErrorCodes, AreExplainedInTheUsersLanguage) {
   }
 }
 
+TEST(ErrorCodes, TellAFolderThatMayNotBeWrittenToFromAWriteThatWasCutOff) {
+  for (const int code : {SQLITE_READONLY_DIRECTORY, SQLITE_READONLY_CANTINIT}) {
+    const std::string text = ExplainCode(code, "a.db", "");
+    EXPECT_TRUE(text.starts_with("数据库“a.db”是 WAL 模式")) << text;
+    EXPECT_EQ(text.find("中断"), std::string::npos) << text;
+  }
+}
+
 }  // namespace
 }  // namespace stockbook::databases

@@ -88,6 +88,19 @@ TEST_F(Secrets, OfTheCatalogueShowNowhere) {
   }
 }
 
+TEST_F(Secrets, AreNotMadeUpByAViewOutOfFunctionsOrOfItself) {
+  const char* const made[] = {"SELECT value FROM json_each('[1,2]')", "SELECT fullkey FROM json_tree('[1,2]')",
+                              "SELECT name FROM pragma_table_list",
+                              "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n LIMIT 3"};
+  for (const char* made_up : made) {
+    file_.Run(std::string("DROP VIEW IF EXISTS 厂商资料; CREATE VIEW 厂商资料(KSID) AS ") + made_up);
+    for (const char* tables : {"", ";Tables=*"}) {
+      const std::string result = Result(Plain() + tables, "SELECT KSID FROM 厂商资料");
+      EXPECT_GT(result.size(), 20U) << made_up << " gives " << result;
+    }
+  }
+}
+
 // Without the translator: what a statement of SQLite's own language gets.
 TEST_F(Secrets, AreRefusedBySqliteAsWell) {
   const databases::Database database(file_.path(), ReadableTables());

@@ -16,6 +16,13 @@ int OnLock(void* interruption, int tries) {
   return static_cast<Interruption*>(interruption)->WaitForLock(tries) ? 1 : 0;
 }
 
+// SQLite's own tables, and its functions that make tables, which a view could call; it makes pragmas up as such
+// functions.
+bool IsOfSqlite(std::string_view table) {
+  const std::string name = base::AsciiLower(table);
+  return name.starts_with("sqlite_") || name.starts_with("pragma_") || name == "json_each" || name == "json_tree";
+}
+
 // Opening a pipe or a device may wait forever, or start something.
 void CheckIsFile(const std::string& file) {
   std::error_code error;
@@ -86,7 +93,7 @@ int Database::Authorize(void* access, int action, const char* table, const char*
   if (allowed.interruption.IsDue()) return SQLITE_DENY;
   if (action == SQLITE_SELECT || action == SQLITE_FUNCTION) return SQLITE_OK;
   if (action != SQLITE_READ || table == nullptr || column == nullptr) return SQLITE_DENY;
-  if (base::AsciiLower(table).starts_with("sqlite_")) return SQLITE_DENY;
+  if (IsOfSqlite(table)) return SQLITE_DENY;
   return view != nullptr || *column == '\0' || allowed.tables.Contains(table) ? SQLITE_OK : SQLITE_DENY;
 }
 

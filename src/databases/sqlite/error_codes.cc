@@ -41,6 +41,9 @@ platform::ErrorKind KindOfCode(int code) {
 }
 
 std::string ExplainCode(int code, const std::string& file, const char* detail) {
+  if (code == SQLITE_READONLY_DIRECTORY || code == SQLITE_READONLY_CANTINIT) {
+    return "数据库“" + file + "”是 WAL 模式，而它所在的文件夹不允许写入，请先打开写入它的程序，或允许写入该文件夹";
+  }
   switch (PrimaryCode(code)) {
     case SQLITE_NOTADB:
       return "文件“" + file + "”不是 SQLite 数据库";
