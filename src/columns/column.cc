@@ -55,6 +55,12 @@ void ReadCounted(const ColumnChunk& chunk, size_t first, std::span<Out> out, Con
   }
 }
 
+// Infinite numbers stay what they are, so that whoever sums them up notices.
+double DoubleOf(const base::Value& value) {
+  const auto* number = value.As<double>();
+  return number != nullptr ? *number : value.Number().value_or(0.0);
+}
+
 void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t first, std::span<double> out) {
   const auto unit = static_cast<double>(chunk.unit);
   switch (chunk.type) {
@@ -84,16 +90,16 @@ void ReadChunkNumbers(const ColumnChunk& chunk, const TextPool* pool, size_t fir
       break;
     case ChunkType::kMixed:
       ReadCounted(chunk, first, out,
-                  [&](int64_t code) { return chunk.dictionary[static_cast<size_t>(code)].Number().value_or(0.0); });
+                  [&](int64_t code) { return DoubleOf(chunk.dictionary[static_cast<size_t>(code)]); });
       break;
   }
   ClearNulls(chunk, first, out);
 }
 
-// Values out of range are errors; values that are no numbers are 0.
+// Values out of range are errors, infinite ones too; values that are no numbers are 0.
 int64_t UnitsOf(const base::Value& value) {
   if (const auto money = value.AsMoney()) return money->units();
-  if (value.Number()) base::Money::ThrowOverflow();
+  if (value.Number() || value.As<double>() != nullptr) base::Money::ThrowOverflow();
   return 0;
 }
 

@@ -4,13 +4,13 @@
 namespace stockbook::journal {
 namespace {
 
-// A column that is zero or null in every row need not be decoded.
+// A column that is zero or no number in every row need not be decoded; an infinite one must be.
 const columns::Column* UnlessZero(const columns::Column* column) {
   if (column == nullptr) return nullptr;
   const auto constant = column->ConstantValue();
   if (!constant) return column;
-  const auto number = constant->Number();
-  return number && *number != 0 ? column : nullptr;
+  const auto* number = constant->As<double>();
+  return (number != nullptr ? *number : constant->Number().value_or(0)) != 0 ? column : nullptr;
 }
 
 }  // namespace

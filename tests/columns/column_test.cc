@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 #include "base/money.h"
@@ -169,6 +170,24 @@ TEST(Column, ReadsMoneyOutOfEveryTypeAndRefusesWhatIsOutOfRange) {
   EXPECT_EQ(units, (std::vector<int64_t>{125000, 30000, 25000, 70000, 0, 0}));
   EXPECT_THROW(Build({Value(1e18)}).ReadMoneyUnits(0, std::span(units).first(1)), base::ArithmeticError);
   EXPECT_THROW(Build({Value(int64_t{INT64_MAX})}).ReadMoneyUnits(0, std::span(units).first(1)), base::ArithmeticError);
+}
+
+TEST(Column, ReadsAnInfiniteNumberAmongOtherValuesAsInfinite) {
+  const Column column =
+      Build({Value(std::string("x")), Value(HUGE_VAL), Value(int64_t{7}), Value(-HUGE_VAL), Value(2.5), Value()});
+  std::vector<double> numbers(6);
+  column.ReadNumbers(0, numbers);
+  EXPECT_EQ(numbers, (std::vector<double>{0, HUGE_VAL, 7, -HUGE_VAL, 2.5, 0}));
+  EXPECT_EQ(column.Number(1), HUGE_VAL);
+}
+
+TEST(Column, RefusesAnInfiniteAmountInsteadOfReadingItAsZero) {
+  int64_t units = 0;
+  for (const double infinite : {HUGE_VAL, -HUGE_VAL}) {
+    EXPECT_THROW(Build({Value(infinite)}).ReadMoneyUnits(0, std::span(&units, 1)), base::ArithmeticError);
+    EXPECT_THROW(Build({Value(std::string("x")), Value(infinite)}).ReadMoneyUnits(1, std::span(&units, 1)),
+                 base::ArithmeticError);
+  }
 }
 
 TEST(Column, ReadsRowsOutsideAsNothing) {

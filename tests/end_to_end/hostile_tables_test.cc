@@ -291,6 +291,32 @@ TEST_F(HostileTables, WhoseOpeningAmountOverflowsOpenWithZerosAndSaySo) {
   EXPECT_EQ(Cell(1, "StoAcc"), "922337203685477.5807");
 }
 
+TEST_F(HostileTables, WithAnInfiniteAmountAreRefusedWhateverTheirColumnsDeclare) {
+  for (const Declared declared : {Declared::kNumericMoney, Declared::kRealMoney, Declared::kNothing}) {
+    {
+      InventoryMaker maker(database_, declared);
+      maker.AddMasters();
+      maker.AddReceipt(1, "2025-01-05", {{"数量", "1"}, {"除税金额", "9e999"}});
+    }
+    const app::LoadReport report = Load(database_, {0, 1, 0, "", false, false, false});
+    EXPECT_FALSE(report.loaded) << static_cast<int>(declared);
+    EXPECT_TRUE(app::LoadError(report).starts_with("金额超出范围")) << app::LoadError(report);
+    std::filesystem::remove(database_);
+  }
+}
+
+TEST_F(HostileTables, WhoseOnlyLineHasAnInfiniteQuantityShowNoStockAndSaySo) {
+  {
+    InventoryMaker maker(database_);
+    maker.AddMasters();
+    maker.AddReceipt(1, "2025-01-05", {{"数量", "9e999"}, {"除税金额", "1"}});
+  }
+  const app::LoadReport report = Load(database_, {0, 1, 0, "", false, false, false});
+  ASSERT_TRUE(report.loaded);
+  EXPECT_EQ(Cell(3, "StoQty"), "");
+  EXPECT_EQ(app::LoadProblems(report).size(), 1U);
+}
+
 TEST_F(HostileTables, MayHoldQuantitiesWithoutEnd) {
   {
     InventoryMaker maker(database_);

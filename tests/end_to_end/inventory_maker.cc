@@ -21,6 +21,12 @@ std::string TypeOf(const app::InventoryColumn& column, Declared declared) {
       return money ? "REAL" : type;
     case Declared::kIntegerMoney:
       return money ? "INTEGER" : type;
+    case Declared::kNumericMoney:
+      return money ? "MONEY" : type;
+    case Declared::kTextKeys:
+      return type.starts_with("INTEGER") ? "TEXT" : type;
+    case Declared::kTextMasters:
+      return type == "INTEGER PRIMARY KEY" ? "TEXT PRIMARY KEY" : type;
   }
   return type;
 }

@@ -18,6 +18,9 @@ enum class Declared {
   kNothing,       // columns without types
   kRealMoney,     // money in REAL columns
   kIntegerMoney,  // money in INTEGER columns
+  kNumericMoney,  // money in MONEY columns, which keep numbers as numbers
+  kTextKeys,      // keys in TEXT columns
+  kTextMasters,   // primary keys in TEXT columns, which lines and bills name by whole numbers
 };
 
 // Column names and their values as SQL literals.
