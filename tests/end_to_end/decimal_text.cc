@@ -22,12 +22,14 @@ struct Digits {
 };
 
 std::optional<Digits> Split(std::string_view text) {
-  static const std::regex number(R"(\s*([+-]?)(\d*)(?:\.(\d*))?(?:[eE]([+-]?\d{1,4}))?\s*)");
+  static const std::regex number(R"( *([+-]?)(\d(?:,?\d)*)?(?:\.(\d*))?(?:[eE]([+-]?\d{1,4}))? *)");
   std::cmatch match;
   if (text.size() > 400 || !std::regex_match(text.data(), text.data() + text.size(), match, number))
     return std::nullopt;
   if (match[2].length() + match[3].length() == 0) return std::nullopt;
-  Digits split{match[1] == "-", match[2].str() + match[3].str(), static_cast<int>(match[2].length())};
+  std::string whole = match[2].str();
+  std::erase(whole, ',');
+  Digits split{match[1] == "-", whole + match[3].str(), static_cast<int>(whole.size())};
   if (match[4].matched) split.point += std::stoi(match[4].str());
   const size_t zeros = std::min(split.digits.find_first_not_of('0'), split.digits.size());
   split.digits.erase(0, zeros);
@@ -77,13 +79,23 @@ std::string TwoDecimals(const Digits& number, bool grouped) {
          whole.substr(whole.size() - 2);
 }
 
+// Of a text that spells a number; infinite beyond the range of doubles.
+double NearestDouble(std::string_view text) {
+  std::string plain(text);
+  std::erase(plain, ',');
+  return std::strtod(plain.c_str(), nullptr);
+}
+
 }  // namespace
+
+const Amount kBeyondMoney = Amount{1000000000000000} * 1000000000000000;
 
 std::optional<Amount> AmountOf(std::string_view text) {
   const auto number = Split(text);
   if (!number) return std::nullopt;
   const std::string whole = Whole(*number, kMoneyDecimals, Half::kToEven);
-  if (whole.size() > 36) return std::nullopt;
+  if (!std::isfinite(NearestDouble(text))) return std::nullopt;  // beyond every number
+  if (whole.size() > 30) return number->negative ? -kBeyondMoney : kBeyondMoney;
   Amount amount = 0;
   for (const char digit : whole) amount = amount * 10 + (digit - '0');
   return number->negative ? -amount : amount;
@@ -127,10 +139,13 @@ std::string NumberText(double number) {
   return sign + digits.digits.substr(0, whole) + "." + digits.digits.substr(whole);
 }
 
+// Beyond the numbers are also those that are nearer to zero than any but zero.
 std::optional<double> NumberOf(std::string_view text) {
-  if (!Split(text)) return std::nullopt;
-  const double number = std::strtod(std::string(text).c_str(), nullptr);
-  return std::isfinite(number) ? std::optional(number) : std::nullopt;
+  const auto digits = Split(text);
+  if (!digits) return std::nullopt;
+  const double number = NearestDouble(text);
+  const bool vanished = number == 0 && !digits->digits.empty();
+  return std::isfinite(number) && !vanished ? std::optional(number) : std::nullopt;
 }
 
 std::string Shown(std::string_view text, std::string_view format) {
@@ -139,25 +154,31 @@ std::string Shown(std::string_view text, std::string_view format) {
     return date.empty() ? std::string(text) : date.substr(0, 10);
   }
   auto number = format.empty() ? std::nullopt : Split(text);
-  if (!number) return std::string(text);
+  if (!number || !NumberOf(text)) return std::string(text);
   if (format == "#,##0.00") return TwoDecimals(*number, true);
   if (!number->digits.empty()) number->point += 2;
   return TwoDecimals(*number, false) + "%";
 }
 
 std::string DateText(std::string_view stored) {
-  static const std::regex date(R"((\d{4})-(\d\d)-(\d\d)(?: (\d\d):(\d\d):(\d\d))?)");
+  static const std::regex date(
+      R"( *(\d{4})([-/])(\d{1,2})\2(\d{1,2})(?:[ T](\d{1,2}):(\d{1,2})(?::(\d{1,2})(?:\.\d+)?)?)? *)");
   std::cmatch match;
   if (!std::regex_match(stored.data(), stored.data() + stored.size(), match, date)) return {};
-  const int year = std::stoi(match[1]);
-  const int month = std::stoi(match[2]);
-  const int day = std::stoi(match[3]);
+  const auto part = [&](size_t group) { return match[group].matched ? std::stoi(match[group]) : 0; };
+  const int year = part(1);
+  const int month = part(3);
+  const int day = part(4);
   const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
   const int days[] = {31, leap ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   if (year < 100 || month < 1 || month > 12 || day < 1 || day > days[month - 1]) return {};
-  if (match[4].matched && (std::stoi(match[4]) > 23 || std::stoi(match[5]) > 59 || std::stoi(match[6]) > 59)) return {};
-  const std::string text(stored);
-  return text.size() > 10 && text.substr(10) == " 00:00:00" ? text.substr(0, 10) : text;
+  if (part(5) > 23 || part(6) > 59 || part(7) > 59) return {};
+  char text[40];
+  const int length = std::snprintf(text, sizeof text, "%04d-%02d-%02d", year, month, day);
+  if (part(5) + part(6) + part(7) != 0)
+    std::snprintf(text + length, sizeof text - static_cast<size_t>(length), " %02d:%02d:%02d", part(5), part(6),
+                  part(7));
+  return text;
 }
 
 }  // namespace stockbook::end_to_end

@@ -13,7 +13,10 @@ namespace stockbook::end_to_end {
 // An amount in 1/10,000, wide enough for every sum in a test.
 __extension__ typedef __int128 Amount;
 
-// The amount of a decimal text, rounded half to even; nothing if it is not a number.
+// Stands for every amount that is far beyond money.
+extern const Amount kBeyondMoney;
+
+// The amount of a decimal text, whose whole part commas may group, rounded half to even; nothing if it is not a number.
 std::optional<Amount> AmountOf(std::string_view text);
 // At most four decimals, without trailing zeros.
 std::string AmountText(Amount amount);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <numeric>
 
 #include "end_to_end/journal_comparison.h"
 
@@ -33,6 +34,25 @@ app::LoadReport EndToEnd::Load(const std::string& database, const app::JournalOp
                            static_cast<size_t>(std::count_if(shown.rows.begin(), shown.rows.end(),
                                                              [](const ShownRow& row) { return row.level == 1; })),
                            journal.balance_is_refused() ? Balance::kRefused : Balance::kRead);
+}
+
+::testing::AssertionResult EndToEnd::AgreesBy(const Plan& plan, const std::string& database,
+                                              const RecomputedJournal& journal, const app::JournalOptions& options) {
+  const std::string dialect = plan.dialect == app::SqlDialect::kServer ? "Dialect=SQL;" : "";
+  const auto connection = std::make_shared<databases::EmbeddedConnection>(
+      "Provider=Stockbook.Embedded;" + dialect + "Data Source=\"" + database + "\"", plan.strategy);
+  const app::LoadReport report = app::LoadJournal(desk_.control(), connection, options);
+  const std::string error = app::LoadError(report);
+  if (journal.cannot_run()) {
+    if (!report.loaded && !error.empty()) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << Describe(options) << ": its statement cannot run, and it loaded";
+  }
+  std::vector<size_t> order(journal.lines().size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  const bool fits = journal.Rows(order).has_value();
+  if (!fits && error.starts_with("金额超出范围")) return ::testing::AssertionSuccess();
+  if (!report.loaded) return ::testing::AssertionFailure() << Describe(options) << ": " << error;
+  return IsTheJournal(journal, options, FromGrid(desk_.sheet()));
 }
 
 Outcome EndToEnd::Program(const std::vector<std::string>& arguments) const {

@@ -129,7 +129,11 @@ std::string Describe(const app::JournalOptions& options) {
 
 AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options,
                                const ShownJournal& shown) {
-  const RecomputedJournal journal(tables, options);
+  return IsTheJournal(RecomputedJournal(tables, options), options, shown);
+}
+
+AssertionResult IsTheJournal(const RecomputedJournal& journal, const app::JournalOptions& options,
+                             const ShownJournal& shown) {
   if (journal.cannot_run())
     return AssertionFailure() << Describe(options) << ": a journal is shown whose statement cannot run";
   if (auto columns = SameColumns(shown, options); !columns) return columns << " in " << Describe(options);

@@ -17,6 +17,8 @@ namespace stockbook::end_to_end {
 // The failure names the first row and the cells that differ.
 ::testing::AssertionResult IsTheJournalOf(const BaseTables& tables, const app::JournalOptions& options,
                                           const ShownJournal& shown);
+::testing::AssertionResult IsTheJournal(const RecomputedJournal& journal, const app::JournalOptions& options,
+                                        const ShownJournal& shown);
 
 // Checks the captions and messages of a whole load, and that its progress rises to 100 and then ends with -1. A balance
 // that was refused is told after them.

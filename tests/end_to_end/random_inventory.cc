@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "end_to_end/hostile_literals.h"
+
 namespace stockbook::end_to_end {
 namespace {
 
@@ -18,7 +20,34 @@ std::string Decimals(int64_t scaled, int decimals) {
 
 }  // namespace
 
+std::string RandomInventory::OneOf(std::span<const char* const> literals) {
+  return literals[static_cast<size_t>(Below(static_cast<int>(literals.size())))];
+}
+
+bool RandomInventory::MayRepeat() const {
+  return declared_ == Declared::kWithoutKeys || declared_ == Declared::kNothing || declared_ == Declared::kTextKeys;
+}
+
+std::string RandomInventory::KeyLiteral(int end) {
+  return IsHostile(hostile_share_ / 3) ? OneOf(HostileKeys()) : Key(end);
+}
+
+std::string RandomInventory::OwnKeyLiteral(int key) {
+  const std::string number = std::to_string(key);
+  if (values_ == Values::kUsual || (declared_ != Declared::kTextMasters && !MayRepeat())) return number;
+  if (MayRepeat() && IsHostile(hostile_share_ / 3)) return OneOf(HostileKeys());
+  if (declared_ != Declared::kTextMasters && !Chance(hostile_share_)) return number;
+  const std::array<std::string, 6> spellings{"00" + number, number,       " " + number,
+                                             number + ".0", "+" + number, number + "e0"};
+  return Quoted(spellings[Chance(50) ? 0 : static_cast<size_t>(Below(spellings.size()))]);
+}
+
+std::string RandomInventory::TextLiteral(const std::string& usual) {
+  return IsHostile(hostile_share_) ? OneOf(HostileTexts()) : usual;
+}
+
 std::string RandomInventory::QuantityLiteral() {
+  if (IsHostile(hostile_share_)) return OneOf(Chance(endless_share_) ? EndlessQuantities() : HostileQuantities());
   switch (Below(10)) {
     case 0:
       return "0";
@@ -38,6 +67,7 @@ std::string RandomInventory::QuantityLiteral() {
 }
 
 std::string RandomInventory::AmountLiteral() {
+  if (IsHostile(hostile_share_)) return OneOf(Chance(beyond_share_) ? AmountsBeyond() : HostileAmounts());
   std::string text;
   switch (Below(10)) {
     case 0:
@@ -61,8 +91,18 @@ std::string RandomInventory::AmountLiteral() {
 
 std::string RandomInventory::PeriodText() { return "2025-0" + std::to_string(1 + Below(periods_)); }
 
+std::string RandomInventory::PeriodLiteral() {
+  return IsHostile(hostile_share_ / 3) ? OneOf(HostilePeriods()) : Quoted(PeriodText());
+}
+
+std::string RandomInventory::CodeLiteral() {
+  constexpr const char* kHostileCodes[] = {"'a1'", "'A1'", "'é1'", "'0%'", "1", "'01 '", "'[0]1'", "'_'", "''"};
+  return IsHostile(hostile_share_) ? OneOf(kHostileCodes) : OneOf(kCodes);
+}
+
 std::string RandomInventory::DateLiteral() {
   if (Chance(3)) return "NULL";
+  if (IsHostile(hostile_share_)) return OneOf(HostileDates());
   std::string date = "2025-0" + std::to_string(1 + Below(periods_)) + "-" + std::to_string(10 + Below(4));
   if (Chance(10)) date += " 0" + Key(10) + ":30:00";
   return Quoted(date);
@@ -72,66 +112,96 @@ void RandomInventory::AddMasters(InventoryMaker& maker) {
   // Keys from 1 on; gaps are deleted records.
   for (int key = 1; key <= 4; ++key) {
     const std::string number = std::to_string(key);
-    const auto code = [&] { return std::string(kCodes[static_cast<size_t>(Below(kCodes.size()))]); };
-    if (Chance(80)) maker.Insert("仓库设置", {{"dpID", number}, {"仓库名称", Quoted("库" + number)}});
+    const auto code = [&] { return CodeLiteral(); };
+    const auto own = [&] { return OwnKeyLiteral(key); };
+    const auto name = [&](const char* word) { return TextLiteral(Quoted(word + number)); };
+    if (Chance(80)) InsertOnceOrTwice(maker, "仓库设置", {{"dpID", own()}, {"仓库名称", name("库")}});
     if (Chance(80))
-      maker.Insert("厂商资料", {{"KSID", number}, {"企业名称", Quoted("供方" + number)}, {"ClassCode", code()}});
+      InsertOnceOrTwice(maker, "厂商资料", {{"KSID", own()}, {"企业名称", name("供方")}, {"ClassCode", code()}});
     if (Chance(80))
-      maker.Insert("客户资料", {{"KSID", number}, {"企业名称", Quoted("客户" + number)}, {"ClassCode", code()}});
+      InsertOnceOrTwice(maker, "客户资料", {{"KSID", own()}, {"企业名称", name("客户")}, {"ClassCode", code()}});
     if (Chance(80))
-      maker.Insert("项目设置", {{"项目ID", number},
-                                {"项目名称", Quoted("项目" + number)},
-                                {"项目编号", Quoted("X" + number)},
-                                {"ClassCode", code()}});
+      InsertOnceOrTwice(
+          maker, "项目设置",
+          {{"项目ID", own()}, {"项目名称", name("项目")}, {"项目编号", name("X")}, {"ClassCode", code()}});
     if (Chance(80))
-      maker.Insert("商品设置", {{"pdID", number},
-                                {"商品名称", Quoted("品" + number)},
-                                {"规格", Chance(50) ? "'M8'" : "NULL"},
-                                {"计量单位", "'个'"}});
+      InsertOnceOrTwice(maker, "商品设置",
+                        {{"pdID", own()},
+                         {"商品名称", name("品")},
+                         {"规格", Chance(50) ? "'M8'" : "NULL"},
+                         {"计量单位", TextLiteral("'个'")}});
   }
+}
+
+void RandomInventory::AddPeriods(InventoryMaker& maker) {
   for (int period = 1; period <= periods_; ++period) {
     if (Chance(90)) maker.Insert("tqAccPeriod", {{"AccPeriod", Quoted("2025-0" + std::to_string(period))}});
   }
+  if (IsHostile(hostile_share_)) maker.Insert("tqAccPeriod", {{"AccPeriod", OneOf(HostilePeriods())}});
+}
+
+void RandomInventory::AddDistance(InventoryMaker& maker) {
+  for (const auto& [table, key] : {std::pair{"仓库设置", "dpID"},
+                                   {"厂商资料", "KSID"},
+                                   {"客户资料", "KSID"},
+                                   {"项目设置", "项目ID"},
+                                   {"商品设置", "pdID"},
+                                   {"入库目录", "BillID"},
+                                   {"出库目录", "BillID"}}) {
+    if (Chance(30)) maker.Insert(table, {{key, "1000"}, {"rowid", "1000"}});
+    if (Chance(20)) maker.Run(std::string("CREATE INDEX ") + table + "_i ON " + table + "(" + key + ")");
+  }
+  for (const std::string table : {"入库记录", "出库记录"}) {
+    for (const char* key : {"BillID", "pdID", "dpID", "ksID", "pjID"})
+      if (Chance(20)) maker.Run("CREATE INDEX " + table + key + " ON " + table + "(" + key + ")");
+  }
+}
+
+void RandomInventory::InsertOnceOrTwice(InventoryMaker& maker, const std::string& table, const Literals& values) {
+  maker.Insert(table, values);
+  if (MayRepeat() && IsHostile(hostile_share_ / 3)) maker.Insert(table, values);
 }
 
 void RandomInventory::AddLine(InventoryMaker& maker, const std::string& side, int bill, const Literals& keys) {
   Literals line{{"RecID", std::to_string(next_record_++)},
-                {"BillID", std::to_string(bill)},
-                {"pdID", Key(4)},
-                {"dpID", Key(5)},
-                {"OtherID", Chance(50) ? "0" : Decimals(Below(9) - 4, 0)},
+                {"BillID", IsHostile(hostile_share_ / 6) ? OneOf(HostileKeys()) : std::to_string(bill)},
+                {"pdID", KeyLiteral(4)},
+                {"dpID", KeyLiteral(5)},
+                {"OtherID", IsHostile(hostile_share_) ? OneOf(HostileKeys())
+                            : Chance(50)              ? "0"
+                                                      : Decimals(Below(9) - 4, 0)},
                 {"数量", QuantityLiteral()},
                 {"Qty2", QuantityLiteral()},
-                {"除税单价", Decimals(Below(100000), 4)},
+                {"除税单价", IsHostile(hostile_share_) ? QuantityLiteral() : Decimals(Below(100000), 4)},
                 {"除税金额", AmountLiteral()},
                 {"税率", "0.13"},
                 {"税额", AmountLiteral()},
                 {"单价", "1.5"},
                 {"金额", AmountLiteral()},
-                {"经手人", "'张'"},
+                {"经手人", TextLiteral("'张'")},
                 {"ProductDate", Chance(20) ? DateLiteral() : "NULL"}};
-  for (const char* key : {"ksID", "pjID"}) line[key] = Chance(85) ? keys.at(key) : Key(5);
-  maker.Insert(side + "记录", line);
+  for (const char* key : {"ksID", "pjID"}) line[key] = Chance(85) ? keys.at(key) : KeyLiteral(5);
+  InsertOnceOrTwice(maker, side + "记录", line);
 }
 
 void RandomInventory::AddBills(InventoryMaker& maker, const std::string& side) {
   constexpr std::array<const char*, 6> kKinds{"'入库单'", "'采购单'", "'出库单'", "'销售单'", "'调拨单'", "NULL"};
   const int bills = Below(14);
   for (int bill = 1; bill <= bills; ++bill) {
-    const Literals keys{{"ksID", Key(5)}, {"pjID", Key(5)}};
-    Literals header{{"BillID", std::to_string(bill)},
-                    {"AccPeriod", Chance(97) ? Quoted(PeriodText()) : "NULL"},
+    const Literals keys{{"ksID", KeyLiteral(5)}, {"pjID", KeyLiteral(5)}};
+    Literals header{{"BillID", OwnKeyLiteral(bill)},
+                    {"AccPeriod", Chance(97) ? PeriodLiteral() : "NULL"},
                     {"BillDate", DateLiteral()},
-                    {"单据类型", kKinds[static_cast<size_t>(Below(kKinds.size()))]},
-                    {"单据编号", Chance(95) ? Quoted("N" + Key(6)) : "NULL"},
-                    {"类型", "'现购'"},
-                    {"说明", Chance(50) ? "'说明'" : "NULL"},
+                    {"单据类型", TextLiteral(kKinds[static_cast<size_t>(Below(kKinds.size()))])},
+                    {"单据编号", Chance(95) ? TextLiteral(Quoted("N" + Key(6))) : "NULL"},
+                    {"类型", TextLiteral("'现购'")},
+                    {"说明", Chance(50) ? TextLiteral("'说明'") : "NULL"},
                     {"dpID", Key(5)},
                     {"录入员", "'李'"},
                     {"审核员", Chance(50) ? "'王'" : "NULL"},
                     {"审核日期", DateLiteral()}};
     header.insert(keys.begin(), keys.end());
-    maker.Insert(side + "目录", header);
+    InsertOnceOrTwice(maker, side + "目录", header);
     for (int lines = Below(5); lines > 0; --lines) AddLine(maker, side, Chance(97) ? bill : 99, keys);
   }
 }
@@ -140,20 +210,23 @@ void RandomInventory::AddBalances(InventoryMaker& maker) {
   int id = 1;
   for (int row = Below(12); row > 0; --row) {
     maker.Insert("仓库余额表", {{"ID", std::to_string(id++)},
-                                {"DpID", Key(5)},
-                                {"PdID", Key(4)},
-                                {"AccPeriod", Quoted(PeriodText())},
-                                {"上期库存单价", "1"},
+                                {"DpID", KeyLiteral(5)},
+                                {"PdID", KeyLiteral(4)},
+                                {"AccPeriod", PeriodLiteral()},
+                                {"上期库存单价", QuantityLiteral()},
                                 {"上期库存数量", QuantityLiteral()},
                                 {"上期库存数量2", QuantityLiteral()},
-                                {"上期库存金额", AmountLiteral()}});
+                                {"上期库存金额", AmountLiteral()},
+                                {"TotalRevAccount", AmountLiteral()},
+                                {"TotalIssQuantity", QuantityLiteral()}});
   }
   for (const auto& [table, owner] :
        {std::pair{"tqSuppBalance", "ksID"}, {"tqCustBalance", "ksID"}, {"tqProjBalance", "pjID"}}) {
     for (int row = Below(12); row > 0; --row) {
-      maker.Insert(table, {{"bnPeriod", Quoted(PeriodText())},
-                           {owner, Key(5)},
-                           {"pdID", Key(4)},
+      maker.Insert(table, {{"bnPeriod", PeriodLiteral()},
+                           {owner, KeyLiteral(5)},
+                           {"pdID", KeyLiteral(4)},
+                           {"LastPrice", QuantityLiteral()},
                            {"LastQuantity", QuantityLiteral()},
                            {"LastQuantity2", QuantityLiteral()},
                            {"LastAccount", AmountLiteral()},
@@ -169,17 +242,26 @@ void RandomInventory::AddBalances(InventoryMaker& maker) {
 void RandomInventory::Write(const std::string& path, Declared declared) {
   declared_ = declared;
   periods_ = 1 + Below(4);
+  if (values_ == Values::kHostile) {
+    constexpr int kShares[] = {2, 6, 15, 30};
+    hostile_share_ = kShares[Below(4)];
+    endless_share_ = Chance(25) ? 20 : 0;
+    beyond_share_ = Chance(25) ? 20 : 0;
+  }
   InventoryMaker maker(path, declared);
   AddMasters(maker);
+  AddPeriods(maker);
+  if (values_ == Values::kHostile) AddDistance(maker);
   AddBills(maker, "入库");
   AddBills(maker, "出库");
   AddBalances(maker);
 }
 
 app::JournalOptions RandomInventory::AnyJournal(int type) {
-  constexpr std::array<const char*, 5> kClasses{"", "01", "0101", "02", "7"};
+  constexpr const char* kClasses[] = {"", "01", "0101", "02", "7"};
+  constexpr const char* kHostileClasses[] = {"a", "A1", "é", "0_", "%", "0%", "0", "01 "};
   app::JournalOptions options{
-      type,       Below(4),   Below(6) - 1, kClasses[static_cast<size_t>(Below(kClasses.size()))],
+      type,       Below(4),   Below(6) - 1, IsHostile(20) ? OneOf(kHostileClasses) : OneOf(kClasses),
       Chance(50), Chance(50), Chance(15)};
   if (type == 0) options.dp_code.clear();
   return options;

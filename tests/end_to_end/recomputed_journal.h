@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -9,31 +8,21 @@
 
 #include "end_to_end/base_tables.h"
 #include "end_to_end/journal_columns.h"
+#include "end_to_end/recomputed_opening.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/window/journal_desk.h"
 
 namespace stockbook::end_to_end {
-
-// Quantity, quantity in the second unit, amount.
-struct Measures {
-  double quantity = 0;
-  double quantity2 = 0;
-  Amount amount = 0;
-
-  void Add(const Measures& other, int sign);
-};
 
 // A movement joined with its bill and its masters; the running columns of its cells are still empty.
 struct MovementLine {
   Cells cells;
+  std::string identity;  // of all values of the statement's row; a union keeps one of equal rows
   Measures net;
   Measures receipt;
   Measures issue;
+  bool fits = true;  // whether its amount and the negative of it are in the range of Money
   std::tuple<std::string, int, std::string> order;  // what the journal sorts by
-};
-
-struct OpeningRow {
-  std::string period;
-  Measures measures;
 };
 
 enum class RowKind { kOpening, kNode, kLine, kTotal };
@@ -43,17 +32,19 @@ struct JournalRow {
   Cells cells;
 };
 
-// A journal computed from the base tables of an inventory independently of the program, with its own joins, order and
-// arithmetic.
+// A journal computed from the base tables of an inventory independently of the program: joined by SQL that is written
+// here by hand, with its own order and arithmetic.
 class RecomputedJournal {
  public:
-  RecomputedJournal(const BaseTables& tables, const app::JournalOptions& options);
+  RecomputedJournal(const BaseTables& tables, const app::JournalOptions& options,
+                    app::SqlDialect dialect = app::SqlDialect::kDesktop);
 
-  // Whether the journal's statement fails: a class without members leaves a partner journal without its condition.
+  // Whether the journal's statement fails: a class without members leaves a partner journal without its condition, and
+  // the server knows nothing of the keys that all journals but the material one turn into texts.
   bool cannot_run() const { return cannot_run_; }
   // Whether the statement of its balance fails: a partner journal over everybody has no condition to add the product
   // to. It opens with zeros then, and says so.
-  bool balance_is_refused() const { return balance_is_refused_; }
+  bool balance_is_refused() const { return opening_.is_refused; }
   // Sorted; lines that tie in the journal's order are adjacent.
   const std::vector<MovementLine>& lines() const { return lines_; }
   // All rows with their running values, given the order of the lines; nothing if an amount exceeds the range of Money.
@@ -61,26 +52,25 @@ class RecomputedJournal {
 
  private:
   struct Side;
+  // The rows that one line of a journal is made of; nothing where a master is missing.
+  struct Sources;
 
   void AddSide(const Side& side);
-  void AddMovement(const Side& side, size_t record, size_t bill);
-  std::vector<MovementLine> JoinMasters(const Side& side, size_t record, size_t bill) const;
-  void FillCells(const Side& side, size_t record, size_t bill, MovementLine& line) const;
-  void FillAmounts(const Side& side, size_t record, MovementLine& line) const;
-  bool Selects(const BaseTable& records, size_t record) const;
+  void FillCells(const Side& side, const Sources& at, MovementLine& line) const;
+  void FillBillNo(const Side& side, const Sources& at, MovementLine& line) const;
+  void FillAmounts(const Side& side, const Sources& at, MovementLine& line) const;
+  std::string LinesWanted() const;
+  void CompleteCode();
   void ReadSecondKeys();
-  void ReadOpening();
-  void SumBalance(const BaseTable& table, const std::vector<size_t>& rows, const std::array<std::string, 3>& columns);
-  std::vector<int64_t> BalanceOwners(bool& all) const;
   void Blank(MovementLine& line, int flag) const;
 
   const BaseTables& tables_;
-  const app::JournalOptions& options_;
+  app::JournalOptions options_;
+  bool server_;
   std::string latest_;
-  std::optional<std::vector<int64_t>> second_keys_;  // nothing stands for all
+  std::optional<std::string> second_keys_;  // nothing stands for all
   bool cannot_run_ = false;
-  bool balance_is_refused_ = false;
-  std::optional<OpeningRow> opening_;
+  RecomputedOpening opening_;
   std::vector<MovementLine> lines_;
 };
 
