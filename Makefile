@@ -14,7 +14,7 @@ help:
 	echo 'make test    build, and run every test'
 	echo 'make bench   build, and run the benchmarks'
 	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
-	echo 'make fuzz    each fuzzer for a minute, or SECONDS_EACH=n'
+	echo 'make fuzz    each fuzzer, random journals among them, for a minute, or SECONDS_EACH=n'
 	echo 'make check   the checks of the tree, formatting among them'
 	echo 'make clean   remove build/'
 	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
