@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -94,10 +95,17 @@ TEST(OpenEmbedded, SaysWhatToDoAboutAWriteThatWasCutOff) {
   std::filesystem::remove(path + "-journal");
 }
 
+// In a process that has not called SQLite before: SQLite takes settings no more once it has been.
 TEST(OpenEmbedded, ChangesNoSettingOfTheWholeProcess) {
-  DatabaseFile file;
-  const auto connection = OpenEmbedded(file.DesktopString());
-  EXPECT_GT(sqlite3_memory_used(), 0);
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const std::string path = FileWith("");
+  const auto counts = [&] {
+    const auto connection = OpenEmbedded("Data Source=" + path);
+    std::filesystem::remove(path);  // the child has a file of its own
+    return sqlite3_memory_used() > 0;
+  };
+  EXPECT_EXIT(std::exit(counts() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+  std::filesystem::remove(path);
 }
 
 TEST(OpenEmbedded, SaysWhatIsWrongWithTheConnectionString) {

@@ -124,6 +124,59 @@ TEST(ConnectionFunctions, RefuseArgumentsThatTheirFormsDoNotTell) {
   }
 }
 
+// Each of the two refusals is enough: that of the functions here, that of the schema in Database.IsOpenedAsPromised.
+TEST(ConnectionFunctions, AreRefusedToAViewEvenWhereTheSchemaIsTrusted) {
+  for (const char* call : {"sb_value('v',1)", "sb_sum(1)", "sb_sum_money(1)"}) {
+    DatabaseFile file;
+    file.Run(std::string("CREATE VIEW 仓库设置(dpID) AS SELECT ") + call);
+    const databases::Database database(file.path());
+    databases::RegisterFunctions(database);
+    sqlite3_db_config(database.handle(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 1, nullptr);
+    EXPECT_THROW(databases::Statement(database, "SELECT dpID FROM 仓库设置").Step(), platform::Error) << call;
+    EXPECT_TRUE(databases::Statement(database, std::string("SELECT ") + call).Step()) << call;
+  }
+}
+
+TEST(Database, IsOpenedAsPromised) {
+  DatabaseFile file;
+  const databases::Database database(file.path());
+  const databases::Database::OwnWork own(database);
+  databases::Statement query_only(database, "PRAGMA query_only");
+  ASSERT_TRUE(query_only.Step());
+  EXPECT_EQ(query_only.Integer(0), 1);
+  EXPECT_EQ(sqlite3_db_readonly(database.handle(), "main"), 1);
+  EXPECT_EQ(sqlite3_limit(database.handle(), SQLITE_LIMIT_ATTACHED, -1), 0);
+  EXPECT_EQ(sqlite3_limit(database.handle(), SQLITE_LIMIT_LENGTH, -1), 16 << 20);
+  int trusted = 1;
+  int defensive = 0;
+  sqlite3_db_config(database.handle(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, -1, &trusted);
+  sqlite3_db_config(database.handle(), SQLITE_DBCONFIG_DEFENSIVE, -1, &defensive);
+  EXPECT_EQ(trusted, 0);
+  EXPECT_EQ(defensive, 1);
+}
+
+// SQLite asks between its instructions, of which a statement of one call has too few.
+TEST(ConnectionFunctions, AskWhetherTheirStatementHasToEnd) {
+  DatabaseFile file;
+  const databases::Database database(file.path());
+  databases::RegisterFunctions(database);
+  const databases::Interruption::Running running(database.interruption());
+  databases::Statement statement(database, "SELECT sb_len('v', 'abc')");
+  database.interruption().Cancel();
+  EXPECT_THROW(statement.Step(), platform::Error);
+}
+
+TEST(ConnectionFunctions, CountWhatTheyMake) {
+  DatabaseFile file;
+  const databases::Database database(file.path());
+  databases::RegisterFunctions(database);
+  const databases::Interruption::Running running(database.interruption());
+  EXPECT_TRUE(databases::Statement(database, "SELECT sb_space('v', 65)").Step());
+  EXPECT_TRUE(database.interruption().MayMake((size_t{1} << 31) - 65));
+  EXPECT_TRUE(databases::Statement(database, "SELECT sb_space('v', 64)").Step()) << "short ones do not count";
+  EXPECT_THROW(databases::Statement(database, "SELECT sb_space('v', 65)").Step(), platform::Error);
+}
+
 TEST(ConnectionFunctions, MakeNoEndlessTexts) {
   DatabaseFile file;
   std::string text = "Replace(Space(100),' ',Space(8000))";

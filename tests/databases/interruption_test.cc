@@ -11,6 +11,7 @@
 #include "databases/journal_statements.h"
 #include "databases/sqlite/catalog.h"
 #include "databases/sqlite/embedded_connection.h"
+#include "databases/sqlite/embedded_settings.h"
 #include "databases/sqlite/plan_executor.h"
 
 namespace stockbook::testing {
@@ -56,6 +57,13 @@ TEST_F(Interrupted, AStatementThatNeverEndsEndsAtTheTimeLimit) {
     // It was the statement's own moment: the next one has its own time.
     EXPECT_EQ(connection.Execute("SELECT * FROM 仓库设置").RecordCount(), 2U);
   }
+}
+
+TEST_F(Interrupted, AStatementWithoutFunctionsEndsAtTheTimeLimitToo) {
+  EmbeddedConnection connection(With("Timeout=0.2"));
+  const auto error =
+      ErrorOf([&] { connection.Execute("SELECT Count(*) AS n FROM 厂商资料 a, 厂商资料 b, 厂商资料 c, 厂商资料 d"); });
+  EXPECT_EQ(error.kind(), ErrorKind::kInterrupted) << error.what();
 }
 
 TEST_F(Interrupted, SlowFunctionsEndAtTheTimeLimitToo) {
@@ -176,6 +184,18 @@ TEST(Interruption, AsksTheClockOnceEnoughWorkHasComeTogether) {
   EXPECT_THROW(interruption.Check(), platform::Error);
 }
 
+TEST(Interruption, EndsTheWaitForALock) {
+  Interruption unlimited(std::nullopt);
+  const Interruption::Running waiting(unlimited);
+  EXPECT_TRUE(unlimited.WaitForLock(0));
+  unlimited.Cancel();
+  EXPECT_FALSE(unlimited.WaitForLock(1));
+  Interruption limited(std::chrono::nanoseconds(1));
+  const Interruption::Running late(limited);
+  std::this_thread::sleep_for(std::chrono::microseconds(1));
+  EXPECT_FALSE(limited.WaitForLock(0));
+}
+
 TEST(Interruption, OfAnOuterStatementIsNotEndedByAnInnerOne) {
   Interruption interruption(std::nullopt);
   const Interruption::Running outer(interruption);
@@ -200,6 +220,12 @@ TEST_F(Interrupted, AStatementHasAnEnd) {
   const auto error = ErrorOf([&] { connection.Execute(statement((8 << 20) + 1)); });
   EXPECT_EQ(error.kind(), ErrorKind::kStatement);
   EXPECT_TRUE(std::string(error.what()).starts_with("语句太长")) << error.what();
+}
+
+TEST(EmbeddedSettings, LimitTheTimeUnlessItIsZero) {
+  EXPECT_EQ(databases::ReadEmbeddedSettings("Data Source=x").time_limit, std::chrono::seconds(60));
+  EXPECT_EQ(databases::ReadEmbeddedSettings("Data Source=x;Timeout=2").time_limit, std::chrono::seconds(2));
+  EXPECT_EQ(databases::ReadEmbeddedSettings("Data Source=x;Timeout=0").time_limit, std::nullopt);
 }
 
 TEST(EmbeddedSettings, RefuseATimeLimitThatIsNone) {
