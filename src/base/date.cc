@@ -67,7 +67,7 @@ int64_t DayNumber(int year, int month, int day) {
 }
 
 // yyyy-MM-dd, or with HH:mm:ss, as stores write dates, in a fraction of the time; nothing for any other spelling.
-std::optional<Date> ParsePlain(std::string_view text) {
+std::optional<Date> ParsePlainDate(std::string_view text) {
   constexpr size_t kDayLength = 10;
   constexpr size_t kTimeLength = 19;
   constexpr int kSafeDays = 28;  // every month has them
@@ -107,7 +107,7 @@ std::optional<Date> Date::FromParts(const DateParts& parts) {
 }
 
 std::optional<Date> Date::Parse(std::string_view text) {
-  if (const auto plain = ParsePlain(text)) return plain;
+  if (const auto plain = ParsePlainDate(text)) return plain;
   text = TrimBlanks(text);
   DateParts parts;
   const auto year = TakeNumber(text, 4, 4);

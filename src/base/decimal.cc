@@ -12,11 +12,6 @@
 #include "base/number.h"
 
 namespace stockbook::base {
-namespace {
-
-constexpr int kSignificantDigits = 15;
-
-}  // namespace
 
 std::optional<int64_t> ShortDecimalUnits(double number) {
   constexpr auto kScale = static_cast<double>(Money::kScale);

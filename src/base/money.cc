@@ -16,7 +16,7 @@ namespace stockbook::base {
 namespace {
 
 // "-123.45", as stores write amounts, in a fraction of the time; nothing for any other spelling.
-std::optional<Money> ParsePlain(std::string_view text) {
+std::optional<Money> ParsePlainMoney(std::string_view text) {
   constexpr size_t kMostLength = 18;
   constexpr size_t kSafeDigits = 13;
   if (text.size() > kMostLength) return std::nullopt;
@@ -69,7 +69,7 @@ Money Money::FromDouble(double value) {
 }
 
 std::optional<Money> Money::Parse(std::string_view text) {
-  if (const auto plain = ParsePlain(text)) return plain;
+  if (const auto plain = ParsePlainMoney(text)) return plain;
   auto parts = ReadDecimal(text, Grouping::kCommas);
   using Exponents = std::numeric_limits<int32_t>;
   if (!parts || parts->exponent < Exponents::min() || parts->exponent > Exponents::max()) return std::nullopt;

@@ -14,8 +14,6 @@
 namespace stockbook::base {
 namespace {
 
-constexpr int kSignificantDigits = 15;
-
 // digits d1..dn and exponent e of d1.d2...dn x 10^e, as "1E+15" when it does not fit in plain decimals.
 std::string Compose(bool negative, std::string_view digits, int exponent) {
   std::string text = negative ? "-" : "";

@@ -8,7 +8,10 @@
 
 namespace stockbook::base {
 
-// The default text of a number: the shortest of at most 15 significant digits that stands for it, plain decimal if that
+// What a double keeps of any decimal.
+inline constexpr int kSignificantDigits = 15;
+
+// The default text of a number: the shortest of at most kSignificantDigits that stands for it, plain decimal if that
 // needs at most 15 digits on either side of the point, otherwise with an exponent ("1E+15"). NaN and infinities have no
 // text and give "".
 std::string NumberText(double value);

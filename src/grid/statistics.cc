@@ -18,7 +18,7 @@ namespace keys = base::keys;
 constexpr std::array<const char*, 3> kCounted = {"入库单", "出库单", "调拨单"};
 
 // The index in kCounted of a bill name; kCounted.size() for a name that is not counted.
-uint8_t KindOf(std::string_view bill_name) {
+uint8_t CountedAs(std::string_view bill_name) {
   return static_cast<uint8_t>(std::find(kCounted.begin(), kCounted.end(), bill_name) - kCounted.begin());
 }
 
@@ -38,7 +38,7 @@ BillCounts CountBills(const platform::GridTable& grid) {
   const bool as_loaded = ids != nullptr && names != nullptr;
   const size_t records = as_loaded ? grid.RecordCount() : 0;
   const auto is_bill = columns::ClassifyNumbers(ids, records, [](double id) -> uint8_t { return id > 0 ? 1 : 0; });
-  const auto kinds = columns::ClassifyTexts(names, records, KindOf);
+  const auto kinds = columns::ClassifyTexts(names, records, CountedAs);
   BillCounts counts{};
   for (auto run = RowRunAt(grid, grid.FixedRows()); run.count > 0; run = RowRunAt(grid, run.End())) {
     if (as_loaded && !run.IsInserted()) {
@@ -47,7 +47,7 @@ BillCounts CountBills(const platform::GridTable& grid) {
       continue;
     }
     for (int row = run.row; row < run.End(); ++row) {
-      if (grid.ValueMatrix(row, bill_id) > 0) ++counts[KindOf(grid.TextMatrix(row, bill_name))];
+      if (grid.ValueMatrix(row, bill_id) > 0) ++counts[CountedAs(grid.TextMatrix(row, bill_name))];
     }
   }
   return counts;

@@ -79,8 +79,6 @@ constexpr const char* kSupplierSource =
     " LEFT JOIN 项目设置 AS pj ON Dir.pjID = pj.项目ID) "
     " Left Join 商品设置 as pd On Recs.pdID=pd.pdID ";
 
-std::string Number(int64_t number) { return std::to_string(number); }
-
 }  // namespace
 
 QueryBuilder::QueryBuilder(Inventory inventory, base::tqJournalTypeContants type, SubjectKeys keys,
@@ -114,8 +112,8 @@ std::string QueryBuilder::Material() const {
 }
 
 std::string QueryBuilder::MaterialCondition() const {
-  return " Where (Recs.pdID = " + Number(keys_.KeyID) + ")" +
-         (keys_.dpID >= 1 ? " And Recs.dpID=" + Number(keys_.dpID) : "") + PeriodLimit();
+  return " Where (Recs.pdID = " + std::to_string(keys_.KeyID) + ")" +
+         (keys_.dpID >= 1 ? " And Recs.dpID=" + std::to_string(keys_.dpID) : "") + PeriodLimit();
 }
 
 std::string QueryBuilder::Supplier() const {
@@ -128,7 +126,7 @@ std::string QueryBuilder::Supplier() const {
 std::string QueryBuilder::Customer() const {
   // The class is looked up by the number of the second key, not by the class code; this is kept on purpose.
   const std::string part = SelectHead() + kProductColumns + kIssueAmounts + kCommonTail + kIssueTextKeys +
-                           kIssueProductSource + PartnerCondition(Number(keys_.dpID)) + PartnerSort();
+                           kIssueProductSource + PartnerCondition(std::to_string(keys_.dpID)) + PartnerSort();
   Progress(20);
   return part;
 }
@@ -136,12 +134,12 @@ std::string QueryBuilder::Customer() const {
 std::string QueryBuilder::PartnerCondition(const std::string& class_code) const {
   std::string condition;
   if (keys_.dpID >= 1) {
-    condition = " Where (Recs.ksID = " + Number(keys_.dpID) + ")";
+    condition = " Where (Recs.ksID = " + std::to_string(keys_.dpID) + ")";
   } else {
     const std::string list = PartnerKeyList(inventory_, type_, class_code);
     if (!list.empty()) condition = " Where Recs.ksID in (" + list + ")";
   }
-  if (keys_.KeyID >= 1) condition += " And Recs.pdID=" + Number(keys_.KeyID);
+  if (keys_.KeyID >= 1) condition += " And Recs.pdID=" + std::to_string(keys_.KeyID);
   return condition + PeriodLimit();
 }
 
@@ -157,8 +155,8 @@ std::string QueryBuilder::Project() const {
 }
 
 std::string QueryBuilder::ProjectCondition() const {
-  std::string condition = "Where  Recs.pdID=" + Number(keys_.KeyID);
-  if (keys_.dpID >= 1) return condition + " And Recs.pjID=" + Number(keys_.dpID);
+  std::string condition = "Where  Recs.pdID=" + std::to_string(keys_.KeyID);
+  if (keys_.dpID >= 1) return condition + " And Recs.pjID=" + std::to_string(keys_.dpID);
   const std::string list = ProjectKeyList(inventory_, keys_.dpCode);
   if (!list.empty()) condition += " And Recs.pjID in (" + list + ")";
   return condition;

@@ -21,8 +21,6 @@ constexpr const char* kClassName = "ClassName";
 constexpr const char* kNameMissing = "读不到标题中的名称：";
 constexpr const char* kClassMissing = "读不到分类代码：";
 
-std::string Number(int64_t number) { return std::to_string(number); }
-
 // The header shows the product's two descriptive columns crosswise.
 void ReadProduct(const platform::Recordset& product, SecondUnit second_unit, SubjectTexts& texts) {
   if (product.AtEnd()) return;
@@ -52,7 +50,7 @@ SubjectTexts Subjects::Read(int32_t key, SecondUnit second_unit) const {
     return texts;
   }
   inventory_.Try(kNameMissing, [&] {
-    ReadProduct(inventory_.connection()->Execute(kProductQuery + Number(key)), second_unit, texts);
+    ReadProduct(inventory_.connection()->Execute(kProductQuery + std::to_string(key)), second_unit, texts);
   });
   return texts;
 }
@@ -63,7 +61,7 @@ Member Subjects::ReadMember(int32_t key) const {
   inventory_.Try(kNameMissing, [&] {
     const platform::Recordset record =
         inventory_.connection()->Execute("Select * From " + std::string(words.subject_table) + " Where " +
-                                         std::string(words.subject_key_field) + "=" + Number(key));
+                                         std::string(words.subject_key_field) + "=" + std::to_string(key));
     if (record.AtEnd()) return;
     member.name = record.FieldValue(words.subject_name_field).Text();
     member.class_code = record.FieldValue(kClassCode).Text();
@@ -80,10 +78,10 @@ std::string Subjects::ReadText(const std::string& statement, std::string_view fi
 std::string Subjects::DepotName(const SubjectKeys& keys) const {
   if (type_ == base::MaterialJournal) {
     if (keys.dpID < 1) return "全部仓库";
-    return ReadText("SELECT * FROM 仓库设置 Where dpID=" + Number(keys.dpID), "仓库名称");
+    return ReadText("SELECT * FROM 仓库设置 Where dpID=" + std::to_string(keys.dpID), "仓库名称");
   }
   if (keys.dpCode.empty()) return "全部项目";
-  if (keys.dpID > 0) return ReadText("SELECT * FROM 项目设置 Where 项目ID=" + Number(keys.dpID), "项目名称");
+  if (keys.dpID > 0) return ReadText("SELECT * FROM 项目设置 Where 项目ID=" + std::to_string(keys.dpID), "项目名称");
   return ReadText("SELECT * FROM 项目分类 Where ClassCode='" + keys.dpCode + "'", kClassName);
 }
 
@@ -91,7 +89,7 @@ std::string Subjects::SecondKeyClassCode(int32_t key, const SubjectKeys& keys) c
   const JournalWords words = WordsOf(type_);
   if (words.class_code_key.empty()) return {};
   const std::string statement = "Select ClassCode From " + std::string(words.subject_table) + " Where " +
-                                std::string(words.class_code_key) + "=" + Number(key == 0 ? keys.dpID : key);
+                                std::string(words.class_code_key) + "=" + std::to_string(key == 0 ? keys.dpID : key);
   const Inventory untold(inventory_.connection());
   std::string code;
   (type_ == base::ProjectJournal ? untold : inventory_).Try(kClassMissing, [&] {

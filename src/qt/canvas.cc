@@ -8,6 +8,7 @@
 
 #include "qt/colour.h"
 #include "qt/picture.h"
+#include "qt/rectangle.h"
 #include "qt/text.h"
 
 namespace stockbook::qt {
@@ -16,10 +17,6 @@ namespace {
 constexpr size_t kMostFonts = 16;
 constexpr char32_t kEllipsis = U'…';
 constexpr sheet::Rect kEverywhere{-(1 << 28), -(1 << 28), 1 << 29, 1 << 29};
-
-QRect ToQRect(const sheet::Rect& rect) { return {rect.x, rect.y, rect.width, rect.height}; }
-
-sheet::Rect FromQRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
 bool WantsVectors(const QPaintEngine* engine) {
   if (engine == nullptr) return false;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr size_t kPageSize = 256;
 constexpr size_t kCharacters = 0x40000;  // the toolkit draws the symbols and tags beyond
-constexpr int kMostPixels = 400;         // side of a glyph; larger ones are not worth keeping
+constexpr int kMostGlyphPixels = 400;    // side of a glyph; larger ones are not worth keeping
 constexpr char32_t kReplacement = U'\uFFFD';
 
 // The next character of well-formed UTF-8; U+FFFD for a byte that cannot start one.
@@ -144,7 +144,7 @@ const Glyph* GlyphFont::Rasterise(char32_t character) {
   if (!box.isValid() || box.isEmpty()) return Store({}, {}, advance);
   // A hinted shape may extend slightly beyond the box that the face reports.
   const QRect area = box.toAlignedRect().adjusted(-2, -2, 2, 2);
-  if (area.width() > kMostPixels || area.height() > kMostPixels) return nullptr;
+  if (area.width() > kMostGlyphPixels || area.height() > kMostGlyphPixels) return nullptr;
   QImage image(area.size(), QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);

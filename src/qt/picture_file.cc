@@ -9,7 +9,7 @@
 namespace stockbook::qt {
 namespace {
 
-constexpr const char* kScale = "Scale";
+constexpr const char* kScaleKey = "Scale";
 constexpr int kDrawnScale = 4;
 constexpr double kMostScale = 16;
 
@@ -26,7 +26,7 @@ std::optional<QByteArray> ToPng(const platform::Picture& picture) {
   const auto* own = dynamic_cast<const QtPicture*>(&picture);
   if (own == nullptr) return std::nullopt;
   QImage image = Written(*own);
-  image.setText(QString::fromLatin1(kScale), QString::number(image.devicePixelRatio()));
+  image.setText(QString::fromLatin1(kScaleKey), QString::number(image.devicePixelRatio()));
   QByteArray bytes;
   QBuffer buffer(&bytes);
   if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG")) return std::nullopt;
@@ -36,7 +36,7 @@ std::optional<QByteArray> ToPng(const platform::Picture& picture) {
 platform::PictureRef FromPng(const QByteArray& bytes) {
   QImage image = QImage::fromData(bytes, "PNG");
   if (image.isNull()) return nullptr;
-  const double scale = image.text(QString::fromLatin1(kScale)).toDouble();
+  const double scale = image.text(QString::fromLatin1(kScaleKey)).toDouble();
   if (scale > 0 && scale <= kMostScale) image.setDevicePixelRatio(scale);
   return MakePicture(QPixmap::fromImage(image));
 }

@@ -4,6 +4,8 @@
 #include <QPaintEngine>
 #include <QRegion>
 
+#include "qt/rectangle.h"
+
 namespace stockbook::qt {
 namespace {
 
@@ -14,8 +16,6 @@ uint32_t Mix(uint32_t below, uint32_t above, uint32_t alpha) {
   const uint32_t even = ((below >> 8 & 0x00FF00FFu) * keep + (above >> 8 & 0x00FF00FFu) * alpha) & 0xFF00FF00u;
   return odd | even;
 }
-
-QRect ToQRect(const sheet::Rect& rect) { return {rect.x, rect.y, rect.width, rect.height}; }
 
 }  // namespace
 

@@ -94,13 +94,13 @@ const std::array kCommands{Command{"open", "Open the window", "Usage: open\n", P
                            Command{"work", "Work", "Usage: work\n", FailWorking},
                            Command{"use", "Use", "Usage: use", FailUsage}};
 
-struct Outcome {
+struct Reply {
   int code;
   std::string out;
   std::string err;
 };
 
-Outcome RunWords(const Words& words) {
+Reply RunWords(const Words& words) {
   std::istringstream in;
   std::ostringstream out;
   std::ostringstream err;
@@ -126,7 +126,7 @@ TEST(CommandDispatch, OpensAFileThatExistsWhateverItsName) {
 }
 
 TEST(CommandDispatch, NamesACommandItDoesNotKnowInOneLine) {
-  const Outcome outcome = RunWords({"opne"});
+  const Reply outcome = RunWords({"opne"});
   EXPECT_EQ(outcome.code, 2);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "stockbook: There is no command and no file 'opne'. 'stockbook --help' lists the commands.\n");
@@ -141,10 +141,10 @@ TEST(CommandDispatch, ExplainsItselfAndEveryCommand) {
 }
 
 TEST(CommandDispatch, TurnsErrorsIntoOneLineAndAnExitCode) {
-  const Outcome working = RunWords({"work"});
+  const Reply working = RunWords({"work"});
   EXPECT_EQ(working.code, 1);
   EXPECT_EQ(working.err, "stockbook work: The disk is full.\n");
-  const Outcome usage = RunWords({"use"});
+  const Reply usage = RunWords({"use"});
   EXPECT_EQ(usage.code, 2);
   EXPECT_EQ(usage.err, "stockbook use: That is wrong. See 'stockbook use --help'.\n");
 }

@@ -30,16 +30,16 @@ class TextSource : public ByteSource {
   size_t at_ = 0;
 };
 
-struct Parsed {
+struct ParsedCsv {
   std::vector<std::vector<std::string>> records;
   std::vector<int64_t> lines;
   std::vector<CsvFault> faults;
 };
 
-Parsed ParseIn(const std::string& text, size_t step, char delimiter = ',') {
+ParsedCsv ParseIn(const std::string& text, size_t step, char delimiter = ',') {
   TextSource source(text, step);
   CsvReader reader(source, delimiter);
-  Parsed parsed;
+  ParsedCsv parsed;
   CsvRecord record;
   while (reader.Next(record)) {
     parsed.records.emplace_back(record.fields.begin(), record.fields.end());
@@ -49,10 +49,10 @@ Parsed ParseIn(const std::string& text, size_t step, char delimiter = ',') {
   return parsed;
 }
 
-Parsed Parse(const std::string& text, char delimiter = ',') {
-  const Parsed whole = ParseIn(text, 1 << 20, delimiter);
+ParsedCsv Parse(const std::string& text, char delimiter = ',') {
+  const ParsedCsv whole = ParseIn(text, 1 << 20, delimiter);
   // The pieces in which the bytes arrive make no difference.
-  const Parsed bytes = ParseIn(text, 1, delimiter);
+  const ParsedCsv bytes = ParseIn(text, 1, delimiter);
   EXPECT_EQ(whole.records, bytes.records);
   EXPECT_EQ(whole.lines, bytes.lines);
   EXPECT_EQ(whole.faults, bytes.faults);
@@ -81,7 +81,7 @@ TEST(CsvReader, TakesAQuoteWithinAPlainFieldAsText) {
 }
 
 TEST(CsvReader, CountsLinesWithinQuotesToo) {
-  const Parsed parsed = Parse("a\n\"b\nc\r\nd\re\"\nf\n");
+  const ParsedCsv parsed = Parse("a\n\"b\nc\r\nd\re\"\nf\n");
   EXPECT_EQ(parsed.lines, (std::vector<int64_t>{1, 2, 6}));
 }
 
@@ -101,7 +101,7 @@ TEST(CsvReader, RefusesUtf16) {
 }
 
 TEST(CsvReader, GivesUpALineWithTextAfterAQuoteAndReadsOn) {
-  const Parsed parsed = Parse("\"a\"b,c\nd,e\n");
+  const ParsedCsv parsed = Parse("\"a\"b,c\nd,e\n");
   EXPECT_EQ(parsed.faults, (std::vector<CsvFault>{CsvFault::TextAfterQuote, CsvFault::None}));
   EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"d", "e"}));
   EXPECT_EQ(parsed.lines, (std::vector<int64_t>{1, 2}));
@@ -115,7 +115,7 @@ TEST(CsvReader, ReportsAQuoteThatIsNeverClosed) {
 TEST(CsvReader, ReadsOnAtTheNextLineWhenAQuoteIsNeverClosed) {
   std::string text = "a,\"b\r\n";
   for (int line = 0; line < 20000; ++line) text += std::to_string(line) + ",x\r\n";
-  const Parsed parsed = ParseIn(text, 1000);
+  const ParsedCsv parsed = ParseIn(text, 1000);
   ASSERT_EQ(parsed.records.size(), 20001u);
   EXPECT_EQ(parsed.faults.front(), CsvFault::UnclosedQuote);
   EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"0", "x"}));
@@ -124,7 +124,7 @@ TEST(CsvReader, ReadsOnAtTheNextLineWhenAQuoteIsNeverClosed) {
 }
 
 TEST(CsvReader, ReadsOnAtTheNextLineWhenAnotherQuoteClosesTheField) {
-  const Parsed parsed = Parse("a,\"b\nc,d\ne,\"f\"\ng\n");
+  const ParsedCsv parsed = Parse("a,\"b\nc,d\ne,\"f\"\ng\n");
   EXPECT_EQ(parsed.records.size(), 4u);
   EXPECT_EQ(parsed.faults.front(), CsvFault::TextAfterQuote);
   EXPECT_EQ(parsed.records[1], (std::vector<std::string>{"c", "d"}));
@@ -149,7 +149,7 @@ TEST(CsvReader, GivesUpARecordThatIsTooLongAndReadsOn) {
   const std::string filler(CsvReader::kLongestRecord + 10, 'x');
   for (const std::string& text : {"\"" + filler + "\nb\n", filler + "\nb\n", std::string(filler.size(), ',') + "\nb\n",
                                   "\"" + std::string(filler.size(), '\n') + "\nb"}) {
-    const Parsed parsed = ParseIn(text, 1 << 16);
+    const ParsedCsv parsed = ParseIn(text, 1 << 16);
     ASSERT_FALSE(parsed.faults.empty());
     EXPECT_EQ(parsed.faults.front(), CsvFault::TooLong);
     EXPECT_EQ(parsed.records.back(), std::vector<std::string>{"b"});
@@ -191,7 +191,7 @@ TEST(CsvReader, SurvivesAnyBytesAndLosesNoLine) {
   for (int round = 0; round < 5000; ++round) {
     std::string text = "h\n";
     for (int64_t length = random.Below(40); length > 0; --length) text += random.Pick(alphabet);
-    const Parsed parsed = Parse(text);
+    const ParsedCsv parsed = Parse(text);
     ASSERT_FALSE(parsed.records.empty());
     // Line numbers rise from record to record.
     ASSERT_EQ(std::adjacent_find(parsed.lines.begin(), parsed.lines.end(), std::greater_equal<int64_t>()),

@@ -6,7 +6,7 @@
 namespace stockbook::app {
 namespace {
 
-StockSums Sums(int64_t units, int64_t amount) {
+StockSums StockOf(int64_t units, int64_t amount) {
   return {Quantity::Whole(units), Quantity(), base::Money::FromInteger(amount)};
 }
 
@@ -22,34 +22,34 @@ std::vector<std::string> RowsOf(const BalanceBook& book, int initial_month) {
 
 TEST(BalanceBook, CarriesStockIntoTheInitialPeriodAndFromLineToLine) {
   BalanceBook book;
-  EXPECT_EQ(book.Open(1, 5, Sums(10, 100)), 1);
-  book.Enter(Direction::Receipt, 1, 5, 24301, Sums(1, 7));
-  book.Enter(Direction::Issue, 1, 5, 24301, Sums(2, 30));
-  book.Enter(Direction::Issue, 1, 5, 24300, Sums(1, 5));
+  EXPECT_EQ(book.Open(1, 5, StockOf(10, 100)), 1);
+  book.Enter(Direction::Receipt, 1, 5, 24301, StockOf(1, 7));
+  book.Enter(Direction::Issue, 1, 5, 24301, StockOf(2, 30));
+  book.Enter(Direction::Issue, 1, 5, 24300, StockOf(1, 5));
   EXPECT_EQ(RowsOf(book, 24299), (std::vector<std::string>{"1 1/5 2024-12 100 +0 -0", "2 1/5 2025-01 100 +0 -5",
                                                            "3 1/5 2025-02 95 +7 -30"}));
 }
 
 TEST(BalanceBook, BeginsAnAccountWithoutOpeningAtItsFirstLine) {
   BalanceBook book;
-  book.Enter(Direction::Receipt, 1, 5, 24301, Sums(1, 7));
+  book.Enter(Direction::Receipt, 1, 5, 24301, StockOf(1, 7));
   EXPECT_EQ(RowsOf(book, 24299), (std::vector<std::string>{"1 1/5 2025-02 0 +7 -0"}));
 }
 
 TEST(BalanceBook, HasNoMoreRowsThanOpeningsAndLinesHoweverManyMonthsPass) {
   BalanceBook book;
-  book.Open(1, 5, Sums(10, 100));
-  book.Enter(Direction::Receipt, 1, 5, 24300, Sums(1, 7));
-  book.Enter(Direction::Issue, 1, 5, 36000, Sums(1, 7));
+  book.Open(1, 5, StockOf(10, 100));
+  book.Enter(Direction::Receipt, 1, 5, 24300, StockOf(1, 7));
+  book.Enter(Direction::Issue, 1, 5, 36000, StockOf(1, 7));
   EXPECT_EQ(RowsOf(book, 24299), (std::vector<std::string>{"1 1/5 2024-12 100 +0 -0", "2 1/5 2025-01 100 +7 -0",
                                                            "3 1/5 3000-01 107 +0 -7"}));
 }
 
 TEST(BalanceBook, SortsByOwnerThenProduct) {
   BalanceBook book;
-  book.Enter(Direction::Receipt, 2, 1, 24300, Sums(1, 1));
-  book.Enter(Direction::Receipt, 1, 9, 24300, Sums(1, 1));
-  book.Enter(Direction::Receipt, 1, 2, 24300, Sums(1, 1));
+  book.Enter(Direction::Receipt, 2, 1, 24300, StockOf(1, 1));
+  book.Enter(Direction::Receipt, 1, 9, 24300, StockOf(1, 1));
+  book.Enter(Direction::Receipt, 1, 2, 24300, StockOf(1, 1));
   EXPECT_EQ(RowsOf(book, 24299),
             (std::vector<std::string>{"1 1/2 2025-01 0 +1 -0", "2 1/9 2025-01 0 +1 -0", "3 2/1 2025-01 0 +1 -0"}));
 }

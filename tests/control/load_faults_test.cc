@@ -18,7 +18,7 @@ using testing::FakeConnection;
 using testing::FaultyGrid;
 using testing::JournalLine;
 
-const std::vector<JournalLine> kTwoPeriods = {
+const std::vector<JournalLine> kLinesOfTwoPeriods = {
     {.bill_no = "1", .quantity = 4, .amount = "12.5"},
     {.bill_no = "2", .flag = 1, .quantity = 3, .amount = "8.0001", .other_id = -3},
     {.period = "2004-04", .bill_no = "3", .flag = 1, .quantity = 11, .amount = "20"},
@@ -29,7 +29,7 @@ constexpr int kRowsLoaded = 9;  // captions, opening, two groups of a node, line
 class FaultyLoad : public ::testing::Test {
  protected:
   FaultyLoad() : faulty_(sheet_), connection_(std::make_shared<FakeConnection>()) {
-    testing::AnswerJournal(*connection_, kTwoPeriods);
+    testing::AnswerJournal(*connection_, kLinesOfTwoPeriods);
     control_ = std::make_unique<Stockbook>(
         Surroundings{faulty_, fakes_.fg1, fakes_.metrics, fakes_.images, fakes_.menu, fakes_.clipboard, fakes_.site});
     control_->SetConn(connection_);
@@ -186,7 +186,7 @@ TEST_F(FaultyLoad, DoesNothingWhenItIsCalledFromWithinALoad) {
 }
 
 TEST_F(FaultyLoad, StaysWithItsConnectionWhenAListenerTakesItAway) {
-  testing::AnswerJournal(*connection_, kTwoPeriods);
+  testing::AnswerJournal(*connection_, kLinesOfTwoPeriods);
   const std::weak_ptr<FakeConnection> watched = connection_;
   FakeConnection spare = *connection_;
   heard_.on_hearing = [&](const std::string&) {

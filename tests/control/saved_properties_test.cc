@@ -25,7 +25,7 @@ struct SavedKey {
   std::function<BagValue(ControlOverFakes&)> target;
 };
 
-SavedKey Colour(const char* key, GridColour which) {
+SavedKey ColourKey(const char* key, GridColour which) {
   return {key, Kind::kLong,
           [which](ControlOverFakes& fakes) -> BagValue { return static_cast<int32_t>(fakes.fg.ColourOf(which)); }};
 }
@@ -58,18 +58,18 @@ const std::vector<SavedKey>& SavedKeys() {
       Picture("IssAuditedPicture", &Stockbook::IssAuditedPicture),
       Picture("ShiftPicture", &Stockbook::ShiftPicture),
       Picture("ShiftAuditedPicture", &Stockbook::ShiftAuditedPicture),
-      Colour("SheetBorderColor", GridColour::kSheetBorder),
-      Colour("BackColor", GridColour::kBackColor),
-      Colour("BackColorBkg", GridColour::kBackColorBkg),
-      Colour("BackColorFixed", GridColour::kBackColorFixed),
-      Colour("BackColorFrozen", GridColour::kBackColorFrozen),
-      Colour("BackColorSel", GridColour::kBackColorSel),
-      Colour("ForeColor", GridColour::kForeColor),
-      Colour("ForeColorFixed", GridColour::kForeColorFixed),
-      Colour("ForeColorFrozen", GridColour::kForeColorFrozen),
-      Colour("ForeColorSel", GridColour::kForeColorSel),
-      Colour("GridColor", GridColour::kGridColor),
-      Colour("GridColorFixed", GridColour::kGridColorFixed),
+      ColourKey("SheetBorderColor", GridColour::kSheetBorder),
+      ColourKey("BackColor", GridColour::kBackColor),
+      ColourKey("BackColorBkg", GridColour::kBackColorBkg),
+      ColourKey("BackColorFixed", GridColour::kBackColorFixed),
+      ColourKey("BackColorFrozen", GridColour::kBackColorFrozen),
+      ColourKey("BackColorSel", GridColour::kBackColorSel),
+      ColourKey("ForeColor", GridColour::kForeColor),
+      ColourKey("ForeColorFixed", GridColour::kForeColorFixed),
+      ColourKey("ForeColorFrozen", GridColour::kForeColorFrozen),
+      ColourKey("ForeColorSel", GridColour::kForeColorSel),
+      ColourKey("GridColor", GridColour::kGridColor),
+      ColourKey("GridColorFixed", GridColour::kGridColorFixed),
       Number("GridLines", Kind::kLong, [](auto& fakes) { return fakes.fg.GridLines(); }),
       Number("GridLinesFixed", Kind::kLong, [](auto& fakes) { return fakes.fg.GridLinesFixed(); }),
       Number("OutlineBar", Kind::kLong, [](auto& fakes) { return fakes.fg.OutlineBar(); }),

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Keys of every type and spelling, in masters far larger than what is wanted of them: each plan finds the rows that
+// KeyTypes of every type and spelling, in masters far larger than what is wanted of them: each plan finds the rows that
 // SQL written by hand finds.
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 using databases::Dialect;
 
 // How the tables declare the keys, and how a key is spelled in the bills and masters, as SQL over the number i.
-struct Keys {
+struct KeyTypes {
   std::string of_masters;
   std::string of_lines;
   std::string spelled;
@@ -27,7 +27,7 @@ std::string Table(const std::string& name, const std::string& columns) {
 // 90 masters and bills, of which the lines of a side want a few.
 class KeyedInventory {
  public:
-  explicit KeyedInventory(const Keys& keys) {
+  explicit KeyedInventory(const KeyTypes& keys) {
     const std::string key = keys.of_masters;
     const std::string line = keys.of_lines;
     file_.Run("BEGIN;" + Table("tqAccPeriod", "AccPeriod TEXT") + Table("仓库设置", "dpID " + key + ", 仓库名称 TEXT") +
@@ -94,7 +94,7 @@ std::vector<std::string> JournalRows(KeyedInventory& inventory, const std::strin
   return Sorted(std::move(rows));
 }
 
-class KeysOf : public ::testing::TestWithParam<Keys> {};
+class KeysOf : public ::testing::TestWithParam<KeyTypes> {};
 
 TEST_P(KeysOf, EveryTypeAndSpellingFindTheRowsThatSqliteFinds) {
   KeyedInventory inventory(GetParam());
@@ -119,8 +119,8 @@ TEST(PaddedKeys, OfBillsAndMastersAreFoundByTheNumbersOfTheLines) {
   EXPECT_EQ(rows[1], "15|15|库45|供方15|项目15");
 }
 
-std::vector<Keys> AllKeys() {
-  std::vector<Keys> all;
+std::vector<KeyTypes> AllKeys() {
+  std::vector<KeyTypes> all;
   const std::vector<std::string> spellings = {
       "i",
       "printf('%06d', i)",
@@ -147,7 +147,7 @@ std::vector<Keys> AllKeys() {
   return all;
 }
 
-std::string NameOf(const ::testing::TestParamInfo<Keys>& one) {
+std::string NameOf(const ::testing::TestParamInfo<KeyTypes>& one) {
   std::string name = std::to_string(one.index) + "_" + one.param.of_masters + "_" + one.param.of_lines + "_";
   name += one.param.spelled;
   for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';

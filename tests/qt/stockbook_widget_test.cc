@@ -25,15 +25,15 @@ using testing::AnswerJournal;
 using testing::FakeConnection;
 using testing::JournalLine;
 
-constexpr int kLines = 200;
+constexpr int kJournalLines = 200;
 constexpr int kHeaderRow = 0;
 constexpr int kFirstNode = 2;
 
 std::vector<JournalLine> ManyLines() {
   std::vector<JournalLine> lines;
-  for (int index = 0; index < kLines; ++index) {
+  for (int index = 0; index < kJournalLines; ++index) {
     JournalLine line;
-    line.period = index < kLines / 2 ? "2004-03" : "2004-04";
+    line.period = index < kJournalLines / 2 ? "2004-03" : "2004-04";
     line.bill_no = "2004-03-05 入库单 " + std::to_string(1000 + index);
     line.quantity = index;
     line.amount = std::to_string(index * 3);
@@ -114,7 +114,7 @@ TEST_F(Widget, ShowsTheJournalThatItLoads) {
   const QImage loaded = Window();
   EXPECT_NE(loaded, empty);
   EXPECT_EQ(loaded, PaintedAnew());
-  EXPECT_EQ(sheet().Rows(), 1 + 1 + kLines + 4);
+  EXPECT_EQ(sheet().Rows(), 1 + 1 + kJournalLines + 4);
   EXPECT_EQ(Bar()->maximum(), sheet().view().geometry().max_scroll().y);
   EXPECT_EQ(widget_->control().Caption(), "商品:六角螺栓[1001]{M8\\GB5783} 单位:箱 [全部仓库]");
 }

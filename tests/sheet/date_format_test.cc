@@ -14,7 +14,7 @@ using base::Date;
 using base::Value;
 using platform::DataType;
 
-std::string Shown(std::string_view format, std::string_view date) {
+std::string DateShown(std::string_view format, std::string_view date) {
   return DateFormat::Parse(format).Format(*Date::Parse(date));
 }
 
@@ -24,25 +24,25 @@ std::string CellShown(std::string_view format, DataType type, const Value& value
 }
 
 TEST(DateFormat, ShowsDatesByTheNumberOfLetters) {
-  EXPECT_EQ(Shown("yyyy-MM-dd", "2004-03-01"), "2004-03-01");
-  EXPECT_EQ(Shown("yyyy-MM-dd", "2004-03-01 08:05:09"), "2004-03-01");
-  EXPECT_EQ(Shown("yy/M/d", "2004-03-01"), "04/3/1");
-  EXPECT_EQ(Shown("yyyy年MM月dd日", "2004-03-01"), "2004年03月01日");
-  EXPECT_EQ(Shown("dd MMM yyyy", "2004-12-31"), "31 Dec 2004");
-  EXPECT_EQ(Shown("ddd", "1899-12-30"), "Sat");
+  EXPECT_EQ(DateShown("yyyy-MM-dd", "2004-03-01"), "2004-03-01");
+  EXPECT_EQ(DateShown("yyyy-MM-dd", "2004-03-01 08:05:09"), "2004-03-01");
+  EXPECT_EQ(DateShown("yy/M/d", "2004-03-01"), "04/3/1");
+  EXPECT_EQ(DateShown("yyyy年MM月dd日", "2004-03-01"), "2004年03月01日");
+  EXPECT_EQ(DateShown("dd MMM yyyy", "2004-12-31"), "31 Dec 2004");
+  EXPECT_EQ(DateShown("ddd", "1899-12-30"), "Sat");
 }
 
 TEST(DateFormat, TellsMinutesFromMonthsByTheirNeighbours) {
-  EXPECT_EQ(Shown("yyyy-MM-dd HH:mm:ss", "2004-03-01 08:05:09"), "2004-03-01 08:05:09");
-  EXPECT_EQ(Shown("yyyy-mm-dd hh:MM", "2004-03-01 18:05:09"), "2004-03-01 18:05");
-  EXPECT_EQ(Shown("mm:ss", "2004-03-01 18:05:09"), "05:09");
-  EXPECT_EQ(Shown("h:mm AM/PM", "2004-03-01 18:05:09"), "6:05 PM");
-  EXPECT_EQ(Shown("h:mm am/pm", "2004-03-01 00:05:09"), "12:05 am");
+  EXPECT_EQ(DateShown("yyyy-MM-dd HH:mm:ss", "2004-03-01 08:05:09"), "2004-03-01 08:05:09");
+  EXPECT_EQ(DateShown("yyyy-mm-dd hh:MM", "2004-03-01 18:05:09"), "2004-03-01 18:05");
+  EXPECT_EQ(DateShown("mm:ss", "2004-03-01 18:05:09"), "05:09");
+  EXPECT_EQ(DateShown("h:mm AM/PM", "2004-03-01 18:05:09"), "6:05 PM");
+  EXPECT_EQ(DateShown("h:mm am/pm", "2004-03-01 00:05:09"), "12:05 am");
 }
 
 TEST(DateFormat, KeepsLiteralTexts) {
-  EXPECT_EQ(Shown("\"day \"d", "2004-03-05"), "day 5");
-  EXPECT_EQ(Shown("\\d d", "2004-03-05"), "d 5");
+  EXPECT_EQ(DateShown("\"day \"d", "2004-03-05"), "day 5");
+  EXPECT_EQ(DateShown("\\d d", "2004-03-05"), "d 5");
 }
 
 TEST(DateFormat, SurvivesAnyFormatText) {
@@ -51,7 +51,7 @@ TEST(DateFormat, SurvivesAnyFormatText) {
   for (int round = 0; round < 20000; ++round) {
     std::string format;
     for (auto length = random() % 14; length > 0; --length) format += signs[random() % signs.size()];
-    EXPECT_LT(Shown(format, "2004-12-31 23:59:58").size(), 100U) << format;
+    EXPECT_LT(DateShown(format, "2004-12-31 23:59:58").size(), 100U) << format;
   }
 }
 

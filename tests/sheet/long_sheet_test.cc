@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kGroups = 20;
 constexpr int kLines = 1000000;  // of each group
-constexpr int kRows = kGroups * kLines;
+constexpr int kAllRows = kGroups * kLines;
 
 // Captions, then a node and its lines twenty times over; some rows of other heights, some groups folded. The position
 // of a row is computed from these alone.
@@ -96,7 +96,7 @@ class LongSheet : public ::testing::TestWithParam<double> {
 };
 
 TEST_P(LongSheet, HasEveryRowAtItsPlaceWhateverTheHeightsAndTheFolding) {
-  ASSERT_EQ(sheet_.Rows(), 1 + kRows + kGroups);
+  ASSERT_EQ(sheet_.Rows(), 1 + kAllRows + kGroups);
   for (int round = 0; round < 300; ++round) SetHeight(1 + Below(sheet_.Rows() - 1), Below(40) * 25);
   SetHeight(sheet_.Rows() - 1, 450);
   SetHeight(sheet_.Rows() - 2, 0);
@@ -110,7 +110,7 @@ TEST_P(LongSheet, HasEveryRowAtItsPlaceWhateverTheHeightsAndTheFolding) {
 }
 
 TEST_P(LongSheet, ScrollsToTheEndAndBackToThePixel) {
-  SetHeight(kRows - 5, 500);
+  SetHeight(kAllRows - 5, 500);
   SetHeight(77, 35);
   Fold(3);
   const int64_t end = TopOf(sheet_.Rows()) - 600;
@@ -142,15 +142,15 @@ INSTANTIATE_TEST_SUITE_P(Scales, LongSheet, ::testing::Values(1, 1.25, 1.75, 3))
 TEST(LongSheet, CostsRunsAndNotRows) {
   GridSheet sheet;
   std::vector<columns::Column> columns;
-  columns.push_back(columns::Column::Constant(base::Value(int64_t{7}), kRows));
+  columns.push_back(columns::Column::Constant(base::Value(int64_t{7}), kAllRows));
   sheet.LoadColumns(std::move(columns), 1);
   sheet.SetRowHeight(-1, 250);
   sheet.view().SetSize({800, 600}, 1.25);
   EXPECT_EQ(sheet.states().RunCount(), 1U);
   EXPECT_EQ(sheet.store().order().PieceCount(), 2U);
   EXPECT_LT(sheet.EngineBytes(), 10000U);
-  EXPECT_EQ(sheet.TextMatrix(kRows, 1), "7");
-  EXPECT_EQ(sheet.RowOfRecord(kRows - 1), kRows);
+  EXPECT_EQ(sheet.TextMatrix(kAllRows, 1), "7");
+  EXPECT_EQ(sheet.RowOfRecord(kAllRows - 1), kAllRows);
 }
 
 }  // namespace

@@ -8,14 +8,12 @@
 #include <system_error>
 
 #include "stockbook/command/command_line.h"
+#include "stockbook/inventory/database_companions.h"
 
 namespace stockbook::app {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Files that a database keeps beside itself; what they hold belongs to it.
-constexpr std::array<std::string_view, 3> kCompanions{"-wal", "-journal", "-shm"};
 
 bool AreSame(const fs::path& left, const fs::path& right) {
   std::error_code ignored;
@@ -41,7 +39,7 @@ bool BeginsLikeADatabase(const fs::path& path) {
 
 bool BelongsToInput(const std::string& target, const std::string& input) {
   const fs::path resolved = Resolved(target);
-  for (const std::string_view ending : kCompanions) {
+  for (const std::string_view ending : kDatabaseCompanions) {
     fs::path companion = Resolved(input);
     companion += ending;
     if (resolved == companion || AreSame(target, companion)) return true;
@@ -51,7 +49,7 @@ bool BelongsToInput(const std::string& target, const std::string& input) {
 
 bool BelongsToADatabase(const std::string& target) {
   const std::string name = Resolved(target).string();
-  for (const std::string_view ending : kCompanions) {
+  for (const std::string_view ending : kDatabaseCompanions) {
     if (name.ends_with(ending) && BeginsLikeADatabase(name.substr(0, name.size() - ending.size()))) return true;
   }
   return false;

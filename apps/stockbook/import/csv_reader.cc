@@ -8,12 +8,12 @@
 namespace stockbook::app {
 namespace {
 
-constexpr size_t kBlock = size_t{1} << 16;
+constexpr size_t kReadAtOnce = size_t{1} << 16;
 
 }  // namespace
 
 CsvReader::CsvReader(ByteSource& source, char delimiter)
-    : source_(source), delimiter_(static_cast<unsigned char>(delimiter)), buffer_(kBlock) {}
+    : source_(source), delimiter_(static_cast<unsigned char>(delimiter)), buffer_(kReadAtOnce) {}
 
 int CsvReader::Peek() {
   if (at_ == end_) {
@@ -22,8 +22,8 @@ int CsvReader::Peek() {
     end_ -= record_at_;
     at_ = end_;
     record_at_ = 0;
-    if (buffer_.size() < end_ + kBlock) buffer_.resize(end_ + kBlock);
-    const size_t more = source_.Read(buffer_.data() + end_, kBlock);
+    if (buffer_.size() < end_ + kReadAtOnce) buffer_.resize(end_ + kReadAtOnce);
+    const size_t more = source_.Read(buffer_.data() + end_, kReadAtOnce);
     if (more == 0) return kEnd;
     end_ += more;
   }

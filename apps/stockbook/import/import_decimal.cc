@@ -13,7 +13,6 @@ namespace stockbook::app {
 namespace {
 
 constexpr int kMostDigits = 15;
-constexpr int kQuantityDecimals = 6;
 constexpr int64_t kLargestQuantity = 999'999'999;
 
 }  // namespace
@@ -41,10 +40,10 @@ std::optional<ScaledDecimal> ParseDecimal(std::string_view text) {
 }
 
 std::optional<Quantity> QuantityOf(ScaledDecimal decimal) {
-  if (decimal.scale > kQuantityDecimals) return std::nullopt;
+  if (decimal.scale > Quantity::kDecimals) return std::nullopt;
   // 15 digits times 10^6 can exceed 64 bits, so the size is checked on the way.
   int64_t millionths = decimal.digits;
-  for (int place = decimal.scale; place < kQuantityDecimals; ++place) {
+  for (int place = decimal.scale; place < Quantity::kDecimals; ++place) {
     if (std::abs(millionths) > kLargestQuantity * Quantity::kScale) return std::nullopt;
     millionths *= 10;
   }

@@ -12,8 +12,6 @@ namespace {
 using base::DivideHalfToEven;
 using base::WideInteger;
 
-constexpr int kQuantityDecimals = 6;
-
 [[noreturn]] void ThrowQuantityOverflow() {
   throw base::ArithmeticError("A sum of quantities exceeds 9,223,372,036,854 units; look for wrong quantities.");
 }
@@ -42,7 +40,7 @@ double ScaledDecimal::ToDouble() const {
 
 base::Money AmountOf(Quantity quantity, ScaledDecimal price) {
   const WideInteger product = static_cast<WideInteger>(quantity.millionths()) * price.digits;
-  const int surplus = kQuantityDecimals + price.scale - base::Money::kDecimals;
+  const int surplus = Quantity::kDecimals + price.scale - base::Money::kDecimals;
   return base::MoneyOfUnits(DivideHalfToEven(product, base::WidePowerOfTen(surplus)));
 }
 

@@ -11,6 +11,7 @@ namespace stockbook::app {
 // throws base::ArithmeticError. It becomes a double only when stored. A plain value.
 class Quantity {
  public:
+  static constexpr int kDecimals = 6;
   static constexpr int64_t kScale = 1'000'000;
 
   constexpr Quantity() = default;

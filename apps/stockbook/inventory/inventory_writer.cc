@@ -8,6 +8,8 @@
 #include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,6 +17,7 @@
 #include "base/money.h"
 #include "base/number.h"
 #include "platform/error.h"
+#include "stockbook/inventory/database_companions.h"
 #include "stockbook/inventory/inventory_quantity.h"
 
 namespace stockbook::app {
@@ -86,8 +89,6 @@ constexpr TableName kBalanceTables[] = {TableName::DepotBalances, TableName::Sup
 constexpr TableName kClassTables[] = {TableName::ProductClasses, TableName::SupplierClasses, TableName::CustomerClasses,
                                       TableName::ProjectClasses};
 
-// What a database keeps beside itself.
-constexpr const char* kCompanions[] = {"-journal", "-wal", "-shm"};
 constexpr int kPatienceMs = 2000;
 
 }  // namespace
@@ -209,9 +210,9 @@ void InventoryWriter::Finish() {
   SettleReplaced();
   file_.Commit();
   // Leftover files of a replaced inventory must not be taken for parts of the new one.
-  for (const char* ending : kCompanions) {
+  for (const std::string_view ending : kDatabaseCompanions) {
     std::error_code ignored;
-    std::filesystem::remove(file_.place() + ending, ignored);
+    std::filesystem::remove(file_.place() + std::string(ending), ignored);
   }
 }
 
@@ -219,11 +220,11 @@ void InventoryWriter::Finish() {
 // were killed between the move and the removal of the journal. The database plays it back into the old one first.
 void InventoryWriter::SettleReplaced() const {
   std::error_code ignored;
-  const auto is_left = [&](const char* ending) {
-    const auto size = std::filesystem::file_size(file_.place() + ending, ignored);
+  const auto is_left = [&](std::string_view ending) {
+    const auto size = std::filesystem::file_size(file_.place() + std::string(ending), ignored);
     return !ignored && size > 0;
   };
-  if (std::none_of(std::begin(kCompanions), std::end(kCompanions), is_left)) return;
+  if (std::none_of(kDatabaseCompanions.begin(), kDatabaseCompanions.end(), is_left)) return;
   sqlite3* opened = nullptr;
   int code = sqlite3_open_v2(file_.place().c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   const std::unique_ptr<sqlite3, CloseDatabase> replaced(opened);

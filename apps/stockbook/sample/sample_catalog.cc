@@ -97,7 +97,7 @@ constexpr SampleClass kProjectClasses[] = {
     {"02", "市政工程"}, {"0201", "道路桥梁"}, {"0202", "水处理"},
 };
 
-constexpr std::string_view kDepots[] = {"总库", "紧固件库", "管材库", "城东门市部", "城西门市部", "工地周转库"};
+constexpr std::string_view kDepotNames[] = {"总库", "紧固件库", "管材库", "城东门市部", "城西门市部", "工地周转库"};
 
 // The places and names that the names of parties are combined from.
 constexpr std::array<std::string_view, 8> kTowns{"海宁", "永康", "温岭", "丹阳", "兴化", "永年", "沧县", "江北"};
@@ -121,7 +121,7 @@ struct ProjectName {
   std::string_view name;
   std::string_view class_code;
 };
-constexpr ProjectName kProjects[] = {
+constexpr ProjectName kProjectNames[] = {
     {"滨江花园一期", "0101"},   {"滨江花园二期", "0101"},       {"梧桐里小区", "0101"},   {"翠湖安置房", "0101"},
     {"实验小学综合楼", "0102"}, {"第三人民医院门诊楼", "0102"}, {"文化中心", "0102"},     {"体育馆改造", "0102"},
     {"解放路拓宽", "0201"},     {"南门大桥加固", "0201"},       {"环城东路管网", "0201"}, {"高新区支路", "0201"},
@@ -200,7 +200,7 @@ std::vector<SampleParty> SampleCustomers() {
 
 std::vector<SampleParty> SampleProjects(int first_year) {
   std::vector<SampleParty> projects;
-  for (const ProjectName& project : kProjects) {
+  for (const ProjectName& project : kProjectNames) {
     const auto id = static_cast<int64_t>(projects.size()) + 1;
     projects.push_back({id, std::string(project.name),
                         "XM" + std::to_string(first_year) + "-" + base::ZeroPadded(id, 3), project.class_code});
@@ -208,7 +208,7 @@ std::vector<SampleParty> SampleProjects(int first_year) {
   return projects;
 }
 
-std::span<const std::string_view> SampleDepots() { return kDepots; }
+std::span<const std::string_view> SampleDepots() { return kDepotNames; }
 std::span<const SampleClass> SampleProductClasses() { return kProductClasses; }
 std::span<const SampleClass> SampleSupplierClasses() { return kSupplierClasses; }
 std::span<const SampleClass> SampleCustomerClasses() { return kCustomerClasses; }

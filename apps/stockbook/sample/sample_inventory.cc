@@ -14,7 +14,7 @@
 namespace stockbook::app {
 namespace {
 
-constexpr int kFirstYear = 2025;
+constexpr int kYearOfStart = 2025;
 constexpr double kVat = 0.13;
 constexpr double kOrdinaryRate = 0.03;
 
@@ -52,9 +52,9 @@ class SampleWriting {
       : options_(options),
         writer_(path),
         random_(options.seed),
-        stock_(random_, options.range, kFirstYear),
+        stock_(random_, options.range, kYearOfStart),
         maker_(stock_, random_, options.range) {
-    for (int period = 0; period < options.periods; ++period) months_.push_back(kFirstYear * 12 + period);
+    for (int period = 0; period < options.periods; ++period) months_.push_back(kYearOfStart * 12 + period);
   }
 
   SampleSummary Run() {

@@ -5,11 +5,11 @@
 #include <QKeyEvent>
 #include <QStyle>
 
+#include "stockbook/window/bar_layout.h"
+
 namespace stockbook::app {
 namespace {
 
-constexpr int kMargin = 8;
-constexpr int kSpacing = 6;
 constexpr int kTypingMs = 200;
 // Longer journals are searched at Enter, not while the user types.
 constexpr int kMostRowsWhileTyping = 100'000;
@@ -64,13 +64,13 @@ void FindBar::BuildRow() {
   close_->setAccessibleName(QStringLiteral("关闭查找"));
   count_->setTextFormat(Qt::PlainText);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kMargin, kSpacing, kMargin, kSpacing);
-  row->setSpacing(kSpacing);
+  row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
+  row->setSpacing(kBarSpacing);
   row->addWidget(label);
   row->addWidget(words_, 1);
   row->addWidget(previous_);
   row->addWidget(next_);
-  row->addSpacing(kMargin);
+  row->addSpacing(kBarMargin);
   row->addWidget(count_);
   row->addStretch(1);
   row->addWidget(close_);

@@ -6,12 +6,10 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {
 namespace {
-
-constexpr int kMargin = 8;
-constexpr int kSpacing = 6;
 
 QString SecondKeyLabel(base::tqJournalTypeContants type) {
   switch (type) {
@@ -74,18 +72,18 @@ void JournalBar::BuildRow() {
   product_label->setBuddy(product_);
   second_label_->setBuddy(second_);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kMargin, kSpacing, kMargin, kSpacing);
-  row->setSpacing(kSpacing);
+  row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
+  row->setSpacing(kBarSpacing);
   row->addWidget(type_);
-  row->addSpacing(kMargin);
+  row->addSpacing(kBarMargin);
   row->addWidget(product_label);
   row->addWidget(product_, 3);
-  row->addSpacing(kMargin);
+  row->addSpacing(kBarMargin);
   row->addWidget(second_label_);
   row->addWidget(second_, 2);
-  row->addSpacing(kMargin);
+  row->addSpacing(kBarMargin);
   for (QCheckBox* box : {quantity2_, tax_, restrict_}) row->addWidget(box);
-  row->addSpacing(kMargin);
+  row->addSpacing(kBarMargin);
   row->addWidget(load_);
 }
 

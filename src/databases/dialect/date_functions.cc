@@ -63,7 +63,7 @@ Value ToDay(Arguments values) {
   return date.IsNull() ? date : Value(Date::FromSeconds(date.As<Date>()->days() * Date::kSecondsPerDay));
 }
 
-constexpr std::array<ScalarFunction, 11> kFunctions = {{
+constexpr std::array<ScalarFunction, 11> kDateFunctions = {{
     {"sb_year", PartOf<&DateParts::year>},
     {"sb_month", PartOf<&DateParts::month>},
     {"sb_day", PartOf<&DateParts::day>},
@@ -79,7 +79,7 @@ constexpr std::array<ScalarFunction, 11> kFunctions = {{
 
 }  // namespace
 
-std::span<const ScalarFunction> DateFunctions() { return kFunctions; }
+std::span<const ScalarFunction> DateFunctions() { return kDateFunctions; }
 
 std::optional<Date> ReadDateText(std::string_view text) {
   text = base::TrimBlanks(text);

@@ -102,7 +102,7 @@ Value SquareRoot(Arguments values) {
   return number && *number >= 0 ? Value(std::sqrt(*number)) : Value();
 }
 
-constexpr std::array<ScalarFunction, 8> kFunctions = {{
+constexpr std::array<ScalarFunction, 8> kNumberFunctions = {{
     {"sb_round", Round<Rounding::kHalfEven>, 1, 2},
     {"sb_round_server", Round<Rounding::kHalfAway>, 1, 2},
     {"sb_floor", Round<Rounding::kDown>},
@@ -115,6 +115,6 @@ constexpr std::array<ScalarFunction, 8> kFunctions = {{
 
 }  // namespace
 
-std::span<const ScalarFunction> NumberFunctions() { return kFunctions; }
+std::span<const ScalarFunction> NumberFunctions() { return kNumberFunctions; }
 
 }  // namespace stockbook::databases

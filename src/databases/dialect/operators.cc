@@ -209,7 +209,7 @@ Value Truth(Arguments values) {
 Value Same(Arguments values) { return values[0]; }
 Value TextOf(Arguments values) { return values[0].IsNull() ? Value() : Value(values[0].Text()); }
 
-constexpr std::array<ScalarFunction, 22> kFunctions = {{
+constexpr std::array<ScalarFunction, 22> kOperatorFunctions = {{
     {"sb_value", Same},
     {"sb_text", TextOf},
     // Money only: a value that spells no amount is null.
@@ -272,7 +272,7 @@ void ThrowNumberOverflow() { throw base::ArithmeticError("数值超出范围：�
 
 void ThrowTextTooLong() { throw base::ArithmeticError("文本太长：计算结果超过 4 MB，请检查语句和数据。"); }
 
-std::span<const ScalarFunction> OperatorFunctions() { return kFunctions; }
+std::span<const ScalarFunction> OperatorFunctions() { return kOperatorFunctions; }
 
 std::optional<int> CompareValues(const Value& left, const Value& right) {
   if (left.IsNull() || right.IsNull()) return std::nullopt;

@@ -152,7 +152,7 @@ Value Format(Arguments values) {
   return Value(FormatValue(values[0], values[1].Text()));
 }
 
-constexpr std::array<ScalarFunction, 16> kFunctions = {{
+constexpr std::array<ScalarFunction, 16> kTextFunctions = {{
     {"sb_left", CutText<base::LeftCharacters>, 2},
     {"sb_right", CutText<base::RightCharacters>, 2},
     {"sb_mid", Middle, 2, 3},
@@ -174,6 +174,6 @@ constexpr std::array<ScalarFunction, 16> kFunctions = {{
 
 }  // namespace
 
-std::span<const ScalarFunction> TextFunctions() { return kFunctions; }
+std::span<const ScalarFunction> TextFunctions() { return kTextFunctions; }
 
 }  // namespace stockbook::databases
