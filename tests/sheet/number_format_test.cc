@@ -97,6 +97,14 @@ TEST(NumberFormat, KeepsLiteralTexts) {
   EXPECT_EQ(Shown("\"none\"", 5), "none");
 }
 
+TEST(NumberFormat, KeepsALastCharacterThatIsZeroInTheQuickWayToo) {
+  constexpr std::string_view kFormat("0\0", 2);
+  std::string shown;
+  EXPECT_TRUE(CellFormat(kFormat).Append(platform::DataType::kDouble, base::Value(5.0), shown));
+  EXPECT_EQ(shown, std::string("5\0", 2));
+  EXPECT_EQ(shown, Shown(kFormat, 5));
+}
+
 TEST(NumberFormat, ChoosesTheSectionOfTheSign) {
   EXPECT_EQ(Shown("0.00;(0.00);\"-\"", 1.5), "1.50");
   EXPECT_EQ(Shown("0.00;(0.00);\"-\"", -1.5), "(1.50)");

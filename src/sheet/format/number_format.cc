@@ -90,6 +90,11 @@ std::string Show(const NumberSection& section, const Decimal& rounded) {
   return text;
 }
 
+// One character after all others; none that a PlainNumber takes for no suffix.
+bool IsSuffix(const PatternPiece& piece, const NumberSection& section) {
+  return &piece == &section.pieces.back() && piece.text.size() == 1 && piece.text.front() != 0;
+}
+
 // Converts a section with at most a one-character suffix to a plain number; nothing for other sections.
 std::optional<PlainNumber> PlainOf(const NumberSection& section) {
   constexpr int kMostPlaces = 9;
@@ -107,7 +112,7 @@ std::optional<PlainNumber> PlainOf(const NumberSection& section) {
         return std::nullopt;  // an optional digit after one that is always there
       }
     } else if (piece.sign != ',' || places == 0) {
-      if (&piece != &section.pieces.back() || piece.text.size() != 1) return std::nullopt;
+      if (!IsSuffix(piece, section)) return std::nullopt;
       plain.suffix = piece.text.front();
     }
   }
@@ -117,7 +122,7 @@ std::optional<PlainNumber> PlainOf(const NumberSection& section) {
       ++places;
       if (piece.sign == '0') plain.least_decimals = places;
     } else {
-      if (&piece != &section.pieces.back() || piece.text.size() != 1) return std::nullopt;
+      if (!IsSuffix(piece, section)) return std::nullopt;
       plain.suffix = piece.text.front();
     }
   }
