@@ -304,12 +304,19 @@ void EveryFault::Try(const Operation& operation, int call, Fault fault) {
   ExpectAtRest();
 }
 
+// The sanitizers make it ten times slower: there every call fails in one way only.
+#ifdef STOCKBOOK_SANITIZED
+constexpr int kStep = 4;
+#else
+constexpr int kStep = 1;
+#endif
+
 void EveryFault::TryEveryCall(const Operation& operation, Fault fault) {
   Prepare(operation);
   operation.perform();
   const int calls = faults_.Calls();
   if (fault == Fault::kStatement) RecordProperty(operation.name, calls);
-  for (int call = 1; call <= calls && !HasFailure(); ++call) {
+  for (int call = 1 + static_cast<int>(fault) % kStep; call <= calls && !HasFailure(); call += kStep) {
     SCOPED_TRACE(std::string(operation.name) + ", call " + std::to_string(call) + ", fault " +
                  std::to_string(static_cast<int>(fault)));
     if (!operation.replaces_everything) Prepare(operation);

@@ -127,7 +127,7 @@ TEST_F(OutputSafety, IsTheOldFileWhenTheDiskIsFull) {
 }
 
 TEST_F(OutputSafety, EndsWithASentenceWhenThereIsLittleMemory) {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef STOCKBOOK_SANITIZED
   GTEST_SKIP() << "The sanitizer needs more memory than there is to be.";
 #endif
   const std::string stock = Sample("stock.db", "1");
