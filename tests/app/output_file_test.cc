@@ -1,10 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/output_file.h"
 
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "app/inventory_fixture.h"
 #include "platform/error.h"
+
+namespace {
+
+std::vector<std::string> put_on_the_disk;
+
+}  // namespace
+
+// In place of the system's: notes what each file is called when it is put on the disk.
+extern "C" int fsync(int descriptor) {
+  std::array<char, 4096> name{};
+  const ssize_t length = readlink(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), name.data(), name.size());
+  put_on_the_disk.emplace_back(name.data(), length > 0 ? static_cast<size_t>(length) : 0);
+  return fdatasync(descriptor);
+}
 
 namespace stockbook::app {
 namespace {
@@ -21,6 +41,16 @@ TEST_F(OutputFileTest, ReplacesItsTargetOnlyAtCommit) {
   file.Commit();
   EXPECT_EQ(ReadAll(path), "new");
   EXPECT_EQ(Files(), std::vector<std::string>{"journal.csv"});
+}
+
+TEST_F(OutputFileTest, IsOnTheDiskBeforeItTakesItsPlaceAndThenItsFolder) {
+  const std::filesystem::path path = Write("journal.csv", "old");
+  PendingFile file(path.string());
+  const std::vector<std::string> expected = {std::filesystem::canonical(file.path()).string(),
+                                             std::filesystem::canonical(path.parent_path()).string()};
+  put_on_the_disk.clear();
+  file.Commit();
+  EXPECT_EQ(put_on_the_disk, expected);
 }
 
 TEST_F(OutputFileTest, LeavesNothingWithoutCommit) {
