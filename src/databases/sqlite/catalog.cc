@@ -2,9 +2,11 @@
 #include "databases/sqlite/catalog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "databases/dialect/typed_sql.h"
+#include "databases/sqlite/error_codes.h"
 
 namespace stockbook::databases {
 
@@ -13,9 +15,11 @@ void Catalog::Refresh() {
   Statement statement(database_, "PRAGMA schema_version");
   const int64_t version = statement.Step() ? statement.Integer(0) : 0;
   if (version == version_) return;
+  // Should reading fail half way, the next statement reads again.
+  version_ = kUnread;
   tables_.clear();
-  version_ = version;
   ReadTables();
+  version_ = version;
 }
 
 void Catalog::ReadTables() {
@@ -53,7 +57,9 @@ const TableSchema* Catalog::FindTable(std::string_view name) {
 void Catalog::ReadColumns(Entry& entry) const {
   const Database::OwnWork own(database_);
   constexpr int64_t kHidden = 1;
-  TableSchema& table = *entry.schema;
+  // A table with some of its columns would look as if that were all.
+  TableSchema table;
+  table.name = entry.schema->name;
   Statement statement(database_, "PRAGMA main.table_xinfo(" + QuotedName(table.name) + ")");
   constexpr int kName = 1;
   constexpr int kType = 2;
@@ -70,6 +76,7 @@ void Catalog::ReadColumns(Entry& entry) const {
     if (entry.has_row_numbers && table.row_number.empty() && !has_column(name)) table.row_number = name;
   }
   table.plain = utf8_ && entry.is_table && ComparesByBytes(table);
+  *entry.schema = std::move(table);
 }
 
 bool Catalog::ComparesByBytes(const TableSchema& table) const {
@@ -77,6 +84,7 @@ bool Catalog::ComparesByBytes(const TableSchema& table) const {
     const char* collation = nullptr;
     const int code = sqlite3_table_column_metadata(database_.handle(), "main", table.name.c_str(), column.name.c_str(),
                                                    nullptr, &collation, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK && KindOfCode(code) != platform::ErrorKind::kStatement) throw database_.ErrorOf("Execute");
     return code == SQLITE_OK && collation != nullptr && base::EqualsIgnoringCase(collation, "BINARY");
   });
 }

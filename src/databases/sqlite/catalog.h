@@ -31,8 +31,10 @@ class Catalog {
   void ReadColumns(Entry& entry) const;
   bool ComparesByBytes(const TableSchema& table) const;
 
+  static constexpr int64_t kUnread = -1;
+
   const Database& database_;
-  int64_t version_ = -1;
+  int64_t version_ = kUnread;
   bool utf8_ = false;
   std::map<std::string, Entry, std::less<>> tables_;  // by lower-case name
 };

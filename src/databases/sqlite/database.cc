@@ -137,12 +137,16 @@ ReadTransaction::ReadTransaction(const Database& database)
   if (!outermost_) return;
   const Database::OwnWork own(database);
   database.interruption().BeginMoment();
-  // BEGIN alone takes no lock; the first read does.
-  for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
-    if (sqlite3_exec(database.handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK) continue;
-    const platform::Error error = database.ErrorOf("Execute");
+  try {
+    // BEGIN alone takes no lock; the first read does.
+    for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
+      if (sqlite3_exec(database.handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw database.ErrorOf("Execute");
+    }
+  } catch (...) {
+    // Also if there is no memory for the error: a moment that stays open would never see what others post.
     sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-    throw error;
+    throw;
   }
 }
 
