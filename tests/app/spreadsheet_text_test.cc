@@ -20,9 +20,21 @@ TEST(SpreadsheetText, LeavesNumbersAndOrdinaryTextsAlone) {
   }
 }
 
+TEST(SpreadsheetText, LeavesTheSumsOfATotalRowAlone) {
+  for (const char* text : {"-461.20\n1,807.20", "-5\n0", "+1\n2", "-1.00\n2.00\n3.00", "461.20\n1,807.20"})
+    EXPECT_EQ(SpreadsheetText(text), text);
+}
+
+// To a spreadsheet these are differences and more.
+TEST(SpreadsheetText, PutsAnApostropheBeforeSumsThatWouldBeCalculatedWith) {
+  for (const char* text : {"-461.20\n-1,807.20", "-5\n+3", "-5\n3\n-1", "-5\n=3", "-5\n@A1", "-5\n", "-5\n\n3",
+                           "-5\r\n3", "-5\nA1", "-5\n\t3", "-5\n%"})
+    EXPECT_EQ(SpreadsheetText(text), std::string("'") + text);
+}
+
 TEST(SpreadsheetText, GivesEveryTextBack) {
-  for (const char* text :
-       {"=1", "'=1", "''=1", "-5", "'-5", "-", "'-", "'tis", "", "'", "@", "\tx", "x", "'''", "'''+"}) {
+  for (const char* text : {"-461.20\n1,807.20", "'-461.20\n1,807.20", "'-5\n-3", "=1", "'=1", "''=1", "-5", "'-5", "-",
+                           "'-", "'tis", "", "'", "@", "\tx", "x", "'''", "'''+"}) {
     EXPECT_EQ(CellText(SpreadsheetText(text)), text);
   }
 }

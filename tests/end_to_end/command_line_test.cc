@@ -153,9 +153,9 @@ TEST_F(CommandLine, ExportsCaptionsAndShownTextsInSeparatedValues) {
       if (std::string(choice) == "visible" && shown.columns[place].hidden) continue;
       expected[0].push_back(shown.columns[place].caption);
       for (size_t row = 0; row < shown.rows.size(); ++row) {
-        // Two sums in one cell are no number: a spreadsheet would subtract the second one from the first.
+        // Of two sums in one cell a spreadsheet would subtract the second one from the first.
         const std::string& text = shown.rows[row].display[place];
-        const bool is_formula = text.starts_with("-") && text.find('\n') != std::string::npos;
+        const bool is_formula = text.starts_with("-") && text.find("\n-") != std::string::npos;
         expected[row + 1].push_back((is_formula ? "'" : "") + text);
       }
     }

@@ -26,7 +26,8 @@ Usage: stockbook export DB JOURNAL [--format csv|tsv|ndjson] [--columns visible|
                    but never a database
 
 In csv and tsv a text that a spreadsheet would take for a formula, because it begins with =, +, -, @, a tab or a carriage
-return and is no number, has an apostrophe in front.
+return and is no number, has an apostrophe in front. The two sums of a total row are left as they are, unless both begin
+with a sign: a spreadsheet would subtract the second one from the first.
 
 )";
 

@@ -44,11 +44,23 @@ bool IsShownNumber(std::string_view text) {
   return text.empty();
 }
 
+// The sums of a total row: a number a line. A sign before a later one would be an operator to a spreadsheet, which then
+// shows the difference of the two as if it were the sum.
+bool AreShownNumbers(std::string_view text) {
+  for (bool first = true;; first = false) {
+    const size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    if (!IsShownNumber(line) || (!first && BeginsLikeAFormula(line))) return false;
+    if (end == std::string_view::npos) return true;
+    text.remove_prefix(end + 1);
+  }
+}
+
 }  // namespace
 
 std::string SpreadsheetText(std::string_view text) {
   const std::string_view bare = WithoutApostrophes(text);
-  const bool is_harmless = bare.size() == text.size() && (text == "-" || IsShownNumber(text));
+  const bool is_harmless = bare.size() == text.size() && (text == "-" || AreShownNumbers(text));
   return (BeginsLikeAFormula(bare) && !is_harmless ? "'" : "") + std::string(text);
 }
 

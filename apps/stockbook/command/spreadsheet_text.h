@@ -8,7 +8,8 @@ namespace stockbook::app {
 
 // What to write into separated values so that a spreadsheet shows the text and calculates nothing. It takes what begins
 // with =, +, -, @, a tab or a carriage return for a formula: such a text gets an apostrophe in front, unless it is a
-// number or a lone dash. So does one that already has apostrophes there, so that CellText gives every text back.
+// number, a lone dash, or numbers in lines, as total rows have them, of which only the first has a sign. So does one
+// that already has apostrophes there, so that CellText gives every text back.
 std::string SpreadsheetText(std::string_view text);
 
 // The text that SpreadsheetText was given.
