@@ -72,7 +72,7 @@ class RestlessWriter {
   std::thread thread_;
 };
 
-// Lets another program post before every statement.
+// Lets another program post before every statement and every moment.
 class InterruptedConnection : public platform::Connection {
  public:
   InterruptedConnection(std::shared_ptr<platform::Connection> real, Moments moments, std::function<void()> post)
@@ -83,6 +83,7 @@ class InterruptedConnection : public platform::Connection {
     return real_->Execute(statement, options);
   }
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override {
+    post_();
     return moments_ == Moments::kOffered ? real_->ReadAsOfOneMoment() : nullptr;
   }
 
