@@ -144,7 +144,7 @@ Stored Negative(const Stored& value) {
   }
   if (value.kind == Stored::Kind::kInteger) {
     negative.kind = value.kind;
-    negative.integer = -value.integer;
+    negative.integer = value.integer == INT64_MIN ? value.integer : -value.integer;  // no journal has it
   } else if (value.kind == Stored::Kind::kReal || NumberOf(value.text)) {
     negative.kind = Stored::Kind::kReal;
     negative.real = -value.Number();

@@ -259,7 +259,10 @@ void RecomputedJournal::FillAmounts(const Side& side, const Sources& at, Movemen
   const Stored net[] = {receipt ? moved[0] : Negative(moved[0]), receipt ? moved[1] : Negative(moved[1]),
                         receipt ? moved[2] : Negative(moved[2])};
   line.net = measures(net[0], net[1], net[2]);
-  line.fits = FitsMoney(line.net.amount) && FitsMoney(moved[2].MoneyAmount());
+  line.fits = FitsMoney(line.net.amount) && FitsMoney(moved[2].MoneyAmount()) &&
+              (receipt || std::none_of(std::begin(moved), std::end(moved), [](const Stored& value) {
+                 return value.cls != ColumnClass::kMoney && value.Whole() == INT64_MIN;
+               }));
   constexpr const char* kKeys[][3] = {
       {"Quantity", "RevQty", "IssQty"}, {"Quantity2", "RevQty2", "IssQty2"}, {"Account", "RevAcc", "IssAcc"}};
   for (size_t measure = 0; measure < 3; ++measure) {

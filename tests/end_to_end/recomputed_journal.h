@@ -21,7 +21,7 @@ struct MovementLine {
   Measures net;
   Measures receipt;
   Measures issue;
-  bool fits = true;  // whether its amount and the negative of it are in the range of Money
+  bool fits = true;  // whether its amount and what is negated are in the ranges of Money and of whole numbers
   std::tuple<std::string, int, std::string> order;  // what the journal sorts by
 };
 
