@@ -9,6 +9,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 namespace stockbook::end_to_end {
@@ -17,12 +18,15 @@ namespace {
 constexpr std::chrono::minutes kPatience(5);
 
 [[noreturn]] void Become(const std::vector<char*>& arguments, int input, const std::string& error_file,
-                         const std::optional<Limit>& limit) {
+                         const std::optional<Limit>& limit, Streams streams) {
   const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
   const int error = open(error_file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   dup2(input, STDIN_FILENO);
   dup2(null, STDOUT_FILENO);
   dup2(error, STDERR_FILENO);
+  if (streams == Streams::kClosed) {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) close(stream);
+  }
   const rlimit no_core{0, 0};
   setrlimit(RLIMIT_CORE, &no_core);
   if (limit) {
@@ -36,7 +40,7 @@ constexpr std::chrono::minutes kPatience(5);
 }  // namespace
 
 ProgramRun::ProgramRun(const std::vector<std::string>& arguments, const std::string& error_file,
-                       const std::optional<Limit>& limit) {
+                       const std::optional<Limit>& limit, Streams streams) {
   std::vector<std::string> words{STOCKBOOK_PROGRAM};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
@@ -45,7 +49,7 @@ ProgramRun::ProgramRun(const std::vector<std::string>& arguments, const std::str
   std::array<int, 2> ends{};
   EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
   pid_ = fork();
-  if (pid_ == 0) Become(pointers, ends[0], error_file, limit);
+  if (pid_ == 0) Become(pointers, ends[0], error_file, limit, streams);
   EXPECT_GT(pid_, 0);
   close(ends[0]);
   input_ = ends[1];
@@ -68,6 +72,12 @@ void ProgramRun::CloseInput() {
 }
 
 void ProgramRun::Send(int signal) const { kill(pid_, signal); }
+
+std::string ProgramRun::FileOf(int descriptor) const {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/" + std::to_string(pid_) + "/fd/" + std::to_string(descriptor), error)
+      .string();
+}
 
 int ProgramRun::Wait() {
   int status = 0;

@@ -16,12 +16,14 @@ struct Limit {
   rlim_t bytes = RLIM_INFINITY;
 };
 
+enum class Streams { kUsual, kClosed };
+
 // The program running beside the test, with a pipe into its standard input. Its standard output is discarded, its
-// standard error goes to a file. The destructor kills it by its process id.
+// standard error goes to a file; or all three are closed. The destructor kills it by its process id.
 class ProgramRun {
  public:
   ProgramRun(const std::vector<std::string>& arguments, const std::string& error_file,
-             const std::optional<Limit>& limit = std::nullopt);
+             const std::optional<Limit>& limit = std::nullopt, Streams streams = Streams::kUsual);
   ~ProgramRun();
   ProgramRun(const ProgramRun&) = delete;
   ProgramRun& operator=(const ProgramRun&) = delete;
@@ -29,6 +31,8 @@ class ProgramRun {
   void Write(const std::string& text) const;
   void CloseInput();
   void Send(int signal) const;
+  // The file that the program has open under the number; "" if it is closed.
+  std::string FileOf(int descriptor) const;
   // The status of the program that has ended, as wait tells it. A program that hangs is killed after minutes.
   int Wait();
 
