@@ -46,6 +46,8 @@ bool Sheet::CheckRange(const char* operation, const CellRange& range) const {
 void Sheet::InsertRows(int row, int count) {
   if (count <= 0) return;
   ++revision_;
+  store_.Reserve();
+  outline_.Reserve();
   store_.InsertRows(row, count);
   outline_.InsertRows(row, count);
   const int64_t before = row;
@@ -55,9 +57,16 @@ void Sheet::InsertRows(int row, int count) {
 void Sheet::RemoveRows(int row, int count) {
   if (count <= 0) return;
   ++revision_;
+  DropRows(row, count);
+  Tell([&](SheetWatcher& watcher) { watcher.RowsRemoved(row, count); });
+}
+
+void Sheet::DropRows(int row, int count) {
+  store_.EraseCells(row, count);
+  store_.Reserve();
+  outline_.Reserve();
   store_.RemoveRows(row, count);
   outline_.RemoveRows(row, count);
-  Tell([&](SheetWatcher& watcher) { watcher.RowsRemoved(row, count); });
 }
 
 int Sheet::PinnedCols() const {

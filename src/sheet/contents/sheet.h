@@ -182,8 +182,23 @@ class Sheet : public virtual platform::GridTable,
   // Throws if the range is outside the grid. False if it is empty.
   bool CheckRange(const char* operation, const platform::CellRange& range) const;
 
+  // If there is no memory for one of these, the rows are as they were.
   void InsertRows(int row, int count);
   void RemoveRows(int row, int count);
+  // The same without telling anybody. What the cells of the rows held may be gone even if there is no memory.
+  void DropRows(int row, int count);
+  void ReplaceRows(std::vector<columns::Column> columns, int first_column);
+  // Tells of changes that `work` makes, even if it makes some of them and fails.
+  template <typename Work, typename Told>
+  void Telling(Work work, Told told) {
+    try {
+      work();
+    } catch (...) {
+      told();
+      throw;
+    }
+    told();
+  }
   void SetHeights(const RowHeights& heights);
   // Watchers may be added or removed during the calls.
   template <typename Call>

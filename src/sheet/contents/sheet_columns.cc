@@ -24,9 +24,8 @@ void Sheet::SetCols(int count) {
   }
   if (count == Cols()) return;
   ++revision_;
-  store_.columns().SetCount(count);
   fixed_cols_ = std::min(fixed_cols_, count);
-  ColumnsChanged();
+  Telling([&] { store_.columns().SetCount(count); }, [&] { ColumnsChanged(); });
 }
 
 void Sheet::SetFixedCols(int count) {

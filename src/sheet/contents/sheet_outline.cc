@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Sheet as platform::GridOutline.
+#include <utility>
+
 #include "base/text.h"
 #include "platform/error.h"
 #include "sheet/contents/sheet.h"
@@ -26,14 +28,20 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   if (rows.size() > static_cast<size_t>(kMostRows - Rows())) {
     throw Error("GroupBy", "GroupBy: " + std::to_string(rows.size()) + " groups are more than the grid has room for.");
   }
-  store_.InsertRowBeforeEach(rows);
+  RowOrder order = store_.order();
+  order.InsertBeforeEach(rows);
   outline_.InsertNodes(rows, fixed_rows_);
-  for (size_t node = 0; node < runs.size(); ++node) {
-    const auto row = static_cast<int>(runs[node].row + static_cast<int64_t>(node));
-    store_.SetText(row, caption_column, base::ReplaceAll(caption_format, "%s", runs[node].text));
-  }
-  Tell([&](SheetWatcher& watcher) { watcher.RowsInserted(rows, 1); });
-  RowsChanged();
+  store_.SetOrder(std::move(order));
+  const auto fill = [&] {
+    for (size_t node = 0; node < runs.size(); ++node) {
+      const auto row = static_cast<int>(runs[node].row + static_cast<int64_t>(node));
+      store_.SetText(row, caption_column, base::ReplaceAll(caption_format, "%s", runs[node].text));
+    }
+  };
+  Telling(fill, [&] {
+    Tell([&](SheetWatcher& watcher) { watcher.RowsInserted(rows, 1); });
+    RowsChanged();
+  });
 }
 
 void Sheet::SetIsSubtotal(int row, bool subtotal) {

@@ -31,12 +31,14 @@ void Sheet::SetRows(int count) {
   } else {
     RemoveRows(count, Rows() - count);
   }
-  if (count <= fixed_rows_) {
+  const bool keeps_records = count > fixed_rows_;
+  fixed_rows_ = std::min(fixed_rows_, count);
+  const auto forget = [&] {
+    if (keeps_records) return;
     ++loaded_revision_;
     store_.ForgetRecords();
-  }
-  fixed_rows_ = std::min(fixed_rows_, count);
-  RowsChanged();
+  };
+  Telling(forget, [&] { RowsChanged(); });
 }
 
 void Sheet::SetFixedRows(int count) {
@@ -56,14 +58,15 @@ void Sheet::AddItem(std::string_view tab_text, int position) {
                                std::to_string(fixed_rows_) + " to " + std::to_string(Rows()) + ".");
   }
   InsertRows(position, 1);
-  if (!tab_text.empty()) {
+  const auto fill = [&] {
+    if (tab_text.empty()) return;
     int column = 0;
     for (const std::string_view text : base::Split(tab_text, '\t')) {
       if (column >= Cols()) break;
       store_.SetText(position, column++, text);
     }
-  }
-  RowsChanged();
+  };
+  Telling(fill, [&] { RowsChanged(); });
 }
 
 void Sheet::RemoveItem(int row) {
@@ -138,14 +141,21 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
     throw Error("Load", "There is no column " + std::to_string(first_column) + " to load into; use 0 to " +
                             std::to_string(Cols()) + ".");
   }
+  Store::CheckColumns(columns, fixed_rows_);
   ++revision_;
   ++loaded_revision_;
-  const int old_rows = Rows();
-  store_.Load(std::move(columns), first_column, fixed_rows_);
-  outline_.RemoveRows(fixed_rows_, old_rows - fixed_rows_);
+  const auto told = [&] {
+    Tell([](SheetWatcher& watcher) { watcher.RowsReplaced(); });
+    ColumnsChanged();
+  };
+  Telling([&] { ReplaceRows(std::move(columns), first_column); }, told);
+}
+
+void Sheet::ReplaceRows(std::vector<Column> columns, int first_column) {
+  if (Rows() > fixed_rows_) DropRows(fixed_rows_, Rows() - fixed_rows_);
+  outline_.Reserve();
+  store_.Load(std::move(columns), first_column);
   outline_.InsertRows(fixed_rows_, Rows() - fixed_rows_);
-  Tell([](SheetWatcher& watcher) { watcher.RowsReplaced(); });
-  ColumnsChanged();
 }
 
 int Sheet::RowOfRecord(size_t record) const {

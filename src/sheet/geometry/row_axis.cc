@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sheet/geometry/row_axis.h"
 
+#include <utility>
 #include <vector>
 
 #include "sheet/geometry/scale.h"
@@ -29,21 +30,22 @@ int64_t RowAxis::RowAt(int64_t pixel) const {
 }
 
 void RowAxis::RowsInserted(int64_t row, int64_t count) {
-  if (valid_ && count > 0) runs_.Insert(row, count, HeightOf(states_.At(row)));
+  if (count > 0) Follow([&] { runs_.Insert(row, count, HeightOf(states_.At(row))); });
 }
 
 void RowAxis::RowsRemoved(int64_t row, int64_t count) {
-  if (valid_) runs_.Remove(row, count);
+  Follow([&] { runs_.Remove(row, count); });
 }
 
 void RowAxis::RowsUpdated(int64_t first, int64_t last) {
-  if (!valid_) return;
-  states_.ForEachRun(first, last, [&](int64_t row, int64_t count, const RowState& state) {
-    const int32_t height = HeightOf(state);
-    const auto run = runs_.RunAt(row);
-    if (run.value != height || row + count > run.first + run.count)
-      runs_.Update(row, row + count, [&](int32_t& value) { value = height; });
-    return true;
+  Follow([&] {
+    states_.ForEachRun(first, last, [&](int64_t row, int64_t count, const RowState& state) {
+      const int32_t height = HeightOf(state);
+      const auto run = runs_.RunAt(row);
+      if (run.value != height || row + count > run.first + run.count)
+        runs_.Update(row, row + count, [&](int32_t& value) { value = height; });
+      return true;
+    });
   });
 }
 
@@ -60,7 +62,7 @@ const RowAxis::HeightRuns& RowAxis::Runs() const {
     }
     return true;
   });
-  runs_.Assign(runs);
+  runs_.Assign(std::move(runs));
   valid_ = true;
   return runs_;
 }

@@ -54,6 +54,16 @@ class RowAxis final : private RowStatesWatcher {
   void AllRowsChanged() override { valid_ = false; }
   void StatesGone() override { states_gone_ = true; }
 
+  // Makes a change of the runs; the next query rebuilds them if it fails.
+  template <typename Change>
+  void Follow(Change change) {
+    if (!valid_) return;
+    try {
+      change();
+    } catch (...) {
+      valid_ = false;
+    }
+  }
   const HeightRuns& Runs() const;
 
   const RowStates& states_;

@@ -42,6 +42,7 @@ void Outline::CoverAnew(int64_t row, int level) {
 }
 
 void Outline::InsertRows(int64_t row, int64_t count) {
+  Reserve();
   states_.Insert(row, count, RowState{});
   // The last of them ends the cover of the rows after it.
   CoverAnew(row + count - 1, 0);
@@ -53,17 +54,19 @@ void Outline::RemoveRows(int64_t row, int64_t count) {
     lowest = std::min<int>(lowest, state.level);
     return true;
   });
+  Reserve();
   states_.Remove(row, count);
   CoverAnew(row, lowest);
 }
 
 void Outline::InsertNodes(const std::vector<int64_t>& rows, int64_t first_line) {
-  states_.Update(first_line, states_.Rows(), [](RowState& state) {
-    if (!state.subtotal) state.level = 1;
-  });
   RowState node;
   node.subtotal = true;
   states_.InsertBeforeEach(rows, node);
+  const int64_t moved = std::lower_bound(rows.begin(), rows.end(), first_line) - rows.begin();
+  states_.Update(first_line + moved, states_.Rows(), [](RowState& state) {
+    if (!state.subtotal) state.level = 1;
+  });
   if (!states_.HasCollapsedNodes() && states_.CoveredRows() == 0) return;
   Coverage coverage(kNoNode);
   states_.Update(0, states_.Rows(), [&](RowState& state) { state.covered = coverage.Covers(state); });
@@ -72,6 +75,7 @@ void Outline::InsertNodes(const std::vector<int64_t>& rows, int64_t first_line) 
 void Outline::SetSubtotal(int64_t row, bool subtotal) {
   const RowState before = states_.At(row);
   if (before.subtotal == subtotal) return;
+  Reserve();
   states_.Update(row, row + 1, [&](RowState& state) {
     state.subtotal = subtotal;
     state.collapsed = false;
@@ -82,6 +86,7 @@ void Outline::SetSubtotal(int64_t row, bool subtotal) {
 void Outline::SetLevel(int64_t row, int level) {
   const int before = states_.At(row).level;
   if (before == level) return;
+  Reserve();
   states_.Update(row, row + 1, [&](RowState& state) { state.level = static_cast<int16_t>(level); });
   CoverAnew(row, std::min(before, level));
 }
@@ -89,6 +94,7 @@ void Outline::SetLevel(int64_t row, int level) {
 bool Outline::SetCollapsed(int64_t row, bool collapsed) {
   const RowState state = states_.At(row);
   if (!state.subtotal || state.collapsed == collapsed) return false;
+  Reserve();
   states_.Update(row, row + 1, [&](RowState& node) { node.collapsed = collapsed; });
   if (Governs(row)) CoverAnew(row + 1, state.level);
   return true;

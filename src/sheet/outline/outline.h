@@ -11,11 +11,14 @@ namespace stockbook::sheet {
 
 // The outline over the row states. A node governs the deeper rows that follow it, up to the next row of its own or a
 // higher level; a collapsed node covers the rows it governs. Every change keeps the covered flags correct. It costs
-// O(log runs) plus the runs that the changed row governs.
+// O(log runs) plus the runs that the changed row governs. A change for which there is no memory throws std::bad_alloc
+// and changes nothing.
 class Outline {
  public:
   explicit Outline(RowStates& states) : states_(states) {}
 
+  // Makes room for any change but InsertNodes: it needs no memory then.
+  void Reserve() { states_.Reserve(); }
   // Inserts rows of level 0 before `row`.
   void InsertRows(int64_t row, int64_t count);
   void RemoveRows(int64_t row, int64_t count);

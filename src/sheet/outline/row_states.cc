@@ -68,7 +68,7 @@ void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowStat
     first += run.count;
   }
   for (; next < rows.size(); ++next) runs.push_back({1, state});
-  runs_.Assign(runs);
+  runs_.Assign(std::move(runs));
   for (RowStatesWatcher* watcher : watchers_) watcher->AllRowsChanged();
 }
 

@@ -33,7 +33,7 @@ struct RowHeights {
   int32_t TwipsOf(int32_t height_twips) const;
 };
 
-// Is notified after each change of row states.
+// Is notified after each change of row states. What it does then must not fail.
 class RowStatesWatcher {
  public:
   virtual ~RowStatesWatcher() = default;
@@ -61,8 +61,11 @@ class RowStates {
   size_t RunCount() const { return runs_.RunCount(); }
   RowState At(int64_t row) const { return runs_.At(row); }
 
+  // Makes room for a few changes of any kind but InsertBeforeEach: they need no memory then.
+  void Reserve() { runs_.Reserve(); }
   void Insert(int64_t row, int64_t count, const RowState& state);
-  // One row of the state before each of the ascending `rows` (numbered as they are now); O(runs + rows).
+  // One row of the state before each of the ascending `rows` (numbered as they are now), and room for a few changes;
+  // O(runs + rows).
   void InsertBeforeEach(const std::vector<int64_t>& rows, const RowState& state);
   void Remove(int64_t row, int64_t count);
   template <typename Change>

@@ -22,7 +22,12 @@ uint32_t CellStyles::CodeOf(const CellStyle& style) {
   if (const uint32_t known = Find(style, hash); known != 0) return known;
   const auto code = static_cast<uint32_t>(styles_.size());
   styles_.push_back(style);
-  codes_.emplace(hash, code);
+  try {
+    codes_.emplace(hash, code);
+  } catch (...) {
+    styles_.pop_back();
+    throw;
+  }
   return code;
 }
 

@@ -2,6 +2,7 @@
 #include "sheet/store/column_set.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace stockbook::sheet {
 
@@ -27,9 +28,20 @@ int ColumnSet::IndexOf(std::string_view key) const {
 void ColumnSet::SetKey(int position, std::string_view key) {
   SheetColumn& column = At(position);
   if (column.key == key) return;
+  std::string named(key);
+  if (!key.empty()) List(column, named);
   Forget(column);
-  column.key = key;
-  if (!key.empty()) by_key_[column.key].push_back(&column);
+  column.key = std::move(named);
+}
+
+void ColumnSet::List(const SheetColumn& column, const std::string& key) {
+  auto& listed = by_key_[key];
+  try {
+    listed.push_back(&column);
+  } catch (...) {
+    if (listed.empty()) by_key_.erase(key);
+    throw;
+  }
 }
 
 void ColumnSet::Move(int from, int to) {

@@ -33,6 +33,7 @@ class ColumnSet {
     using is_transparent = void;
     size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
   };
+  void List(const SheetColumn& column, const std::string& key);
   void Forget(const SheetColumn& column);
 
   std::vector<std::unique_ptr<SheetColumn>> columns_;

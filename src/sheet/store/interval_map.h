@@ -7,6 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "base/scope_exit.h"
+
 namespace stockbook::sheet {
 
 // Maps row ids to codes, stored as intervals of equal codes. Ids without a code have code 0, which is never stored.
@@ -23,10 +25,12 @@ class IntervalMap {
     return id < interval.last ? interval.code : 0;
   }
 
-  // Replaces the code of every id in [first, last) by change(code).
+  // Replaces the code of every id in [first, last) by change(code). If that fails, or there is no memory, some of the
+  // codes have been replaced.
   template <typename Change>
   void Update(int64_t first, int64_t last, Change change) {
     if (first >= last) return;
+    const base::ScopeExit joined([&] { JoinWithin(first, last); });
     Cut(first);
     Cut(last);
     auto at = intervals_.lower_bound(first);
@@ -42,7 +46,6 @@ class IntervalMap {
       at->second.code = change(at->second.code);
       at = at->second.code == 0 ? intervals_.erase(at) : std::next(at);
     }
-    JoinWithin(first, last);
   }
 
   void Erase(int64_t first, int64_t last) {

@@ -60,7 +60,7 @@ void RowOrder::InsertBeforeEach(const std::vector<int64_t>& rows) {
     first += piece.count;
   }
   for (; next < rows.size(); ++next) pieces.push_back({1, next_inserted_--});
-  pieces_.Assign(pieces);
+  pieces_.Assign(std::move(pieces));
 }
 
 void RowOrder::Remove(int64_t row, int64_t count) { pieces_.Remove(row, count); }

@@ -22,7 +22,8 @@ struct RowIdRange {
 
 // The order of the rows, in pieces of records and of inserted rows. Records are always in ascending order, so the same
 // tree finds a row by its position and by its record. Every operation is O(log pieces); inserting or removing a row
-// does not touch the others, and ids are never reused until Clear.
+// does not touch the others, and ids are never reused until Clear. A change for which there is no memory throws
+// std::bad_alloc and changes nothing.
 class RowOrder {
  public:
   int64_t Rows() const { return pieces_.size(); }
@@ -34,6 +35,8 @@ class RowOrder {
   // How many rows from `row` on are consecutive records; 0 if the row is not a record.
   int64_t RecordsFrom(int64_t row) const;
 
+  // Makes room for a few changes of any kind but InsertBeforeEach: they need no memory then.
+  void Reserve() { pieces_.Reserve(); }
   // Inserts new rows before `row`.
   void Insert(int64_t row, int64_t count);
   // One new row before each of the ascending `rows` (numbered as they are now); O(pieces + rows).

@@ -48,6 +48,13 @@ class RunNodes {
   const Node& operator[](uint32_t at) const { return nodes_[at]; }
   size_t Count() const { return nodes_.size() - 1 - free_.size(); }
   size_t MemoryBytes() const { return nodes_.capacity() * sizeof(Node) + free_.capacity() * sizeof(uint32_t); }
+  // Makes room for so many more nodes, and for freeing all of them: making and freeing these needs no memory then, so
+  // that an operation on trees that has begun is also finished.
+  void Reserve(size_t more) {
+    const size_t needed = nodes_.size() + more - std::min(more, free_.size());
+    if (needed > nodes_.capacity()) nodes_.reserve(std::max(needed, 2 * nodes_.capacity()));
+    if (free_.capacity() < nodes_.capacity()) free_.reserve(nodes_.capacity());
+  }
   // Frees the nodes of all trees.
   void Clear() {
     nodes_.resize(1);
@@ -132,6 +139,20 @@ class RunNodes {
     return Merge(left, right);
   }
 
+  // The tree with those of its runs joined that continue each other. O(runs log runs); needs no memory.
+  uint32_t Joined(uint32_t root) {
+    uint32_t joined = 0;
+    while (root != 0) {
+      uint32_t first = root;
+      while (nodes_[first].left != 0) first = nodes_[first].left;
+      root = DropFirst(root);
+      nodes_[first].right = 0;
+      Pull(first);
+      joined = Join(joined, first);
+    }
+    return joined;
+  }
+
   // Adds the runs of a tree in order.
   void Collect(uint32_t at, std::vector<RunType>& runs) const {
     if (at == 0) return;
@@ -141,18 +162,17 @@ class RunNodes {
   }
 
   // A balanced tree of the runs; runs that continue each other are joined.
-  uint32_t Build(const std::vector<RunType>& runs) {
-    std::vector<RunType> joined;
-    joined.reserve(runs.size());
+  uint32_t Build(std::vector<RunType>& runs) {
+    size_t joined = 0;
     for (const RunType& run : runs) {
       if (run.count <= 0) continue;
-      if (!joined.empty() && Traits::Continues(joined.back().value, joined.back().count, run.value)) {
-        joined.back().count += run.count;
+      if (joined > 0 && Traits::Continues(runs[joined - 1].value, runs[joined - 1].count, run.value)) {
+        runs[joined - 1].count += run.count;
       } else {
-        joined.push_back(run);
+        runs[joined++] = run;
       }
     }
-    return BuildRange(joined, UINT32_MAX);
+    return BuildRange(std::span(runs).first(joined), UINT32_MAX);
   }
 
   // Whether a tree is in order and its runs are joined; counts its nodes.

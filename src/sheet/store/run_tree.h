@@ -11,7 +11,8 @@ namespace stockbook::sheet {
 
 // A sequence of rows stored as runs of equal values, so a million equal rows cost no more than one. A balanced tree
 // over the runs (see RunNodes) with a summary of each subtree; insert, remove, change, find by a summed measure and sum
-// of a prefix are O(log runs). Neighbouring runs that continue each other are always joined.
+// of a prefix are O(log runs). Neighbouring runs that continue each other are always joined. A change for which there
+// is no memory throws std::bad_alloc and changes nothing.
 //
 // Traits gives: Value, Summary (default: of nothing), and the static functions Summary Of(value, count), Summary
 // Combine(left, right), Value Advance(value, offset): the value `offset` rows into a run, bool Continues(value, count,
@@ -98,24 +99,31 @@ class RunTree {
     VisitIn(root_, 0, first, last, visit);
   }
 
+  // Makes room for a few changes of any kind but Assign: they need no memory then.
+  void Reserve() { nodes_.Reserve(kNodesOfAFewChanges); }
+
   void Insert(int64_t row, int64_t count, const Value& value) {
     if (count <= 0) return;
+    nodes_.Reserve(kNodesOfAChange);
     auto [left, right] = nodes_.Split(root_, row);
     root_ = nodes_.Join(nodes_.Join(left, nodes_.NewNode(value, count)), right);
   }
 
   void Remove(int64_t row, int64_t count) {
     if (count <= 0) return;
+    nodes_.Reserve(kNodesOfAChange);
     auto [left, rest] = nodes_.Split(root_, row);
     auto [middle, right] = nodes_.Split(rest, count);
     nodes_.Free(middle);
     root_ = nodes_.Join(left, right);
   }
 
-  // Changes the values of rows [first, last), run by run, by `change(value)`. O(log runs + runs in the range).
+  // Changes the values of rows [first, last), run by run, by `change(value)`, which may not fail. O(log runs + runs in
+  // the range).
   template <typename Change>
   void Update(int64_t first, int64_t last, Change change) {
     if (first >= last) return;
+    nodes_.Reserve(kNodesOfAChange);
     if (const Place run = RunAt(first); run.first == first && run.first + run.count == last) {
       UpdateRun(run, change);
       return;
@@ -123,7 +131,7 @@ class RunTree {
     auto [left, rest] = nodes_.Split(root_, first);
     auto [middle, right] = nodes_.Split(rest, last - first);
     const Node* before = nullptr;
-    if (ChangeEach(middle, change, before)) middle = Rebuilt(middle);
+    if (ChangeEach(middle, change, before)) middle = nodes_.Joined(middle);
     root_ = nodes_.Join(nodes_.Join(left, middle), right);
   }
 
@@ -134,8 +142,9 @@ class RunTree {
     return runs;
   }
 
-  // Replaces everything; O(runs).
-  void Assign(const std::vector<RunType>& runs) {
+  // Replaces everything, and makes room for a few changes; O(runs).
+  void Assign(std::vector<RunType> runs) {
+    nodes_.Reserve(runs.size() + kNodesOfAFewChanges);
     Clear();
     root_ = nodes_.Build(runs);
   }
@@ -154,6 +163,9 @@ class RunTree {
 
  private:
   using Node = typename RunNodes<Traits>::Node;
+  // A split makes one node at most, and no change splits more than twice.
+  static constexpr size_t kNodesOfAChange = 3;
+  static constexpr size_t kNodesOfAFewChanges = 4 * kNodesOfAChange;
 
   template <typename Has>
   int64_t FindFromIn(uint32_t at, int64_t offset, int64_t row, const Has& has) const {
@@ -234,13 +246,6 @@ class RunTree {
     joins = ChangeEach(node.right, change, before) || joins;
     nodes_.Pull(at);
     return joins;
-  }
-
-  uint32_t Rebuilt(uint32_t at) {
-    std::vector<RunType> runs;
-    nodes_.Collect(at, runs);
-    nodes_.Free(at);
-    return nodes_.Build(runs);
   }
 
   template <typename Reached>

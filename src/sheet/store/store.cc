@@ -72,23 +72,30 @@ class TextRunFinder {
 
 }  // namespace
 
-void Store::RemoveRows(int row, int count) {
+void Store::EraseCells(int row, int count) {
   const std::vector<RowIdRange> ids = order_.IdsOf(row, row + count);
-  order_.Remove(row, count);
   // A range of records may include records that were removed earlier; erasing those again is harmless.
   for (int column = 0; column < columns_.Count(); ++column) columns_.At(column).EraseRows(ids);
 }
 
-void Store::Load(std::vector<Column> columns, int first_column, int fixed_rows) {
+size_t Store::CheckColumns(const std::vector<Column>& columns, int fixed_rows) {
   const size_t rows = CommonSize(columns);
   if (rows + static_cast<size_t>(fixed_rows) > static_cast<size_t>(kMostRows)) {
     throw platform::Error(
         "Load", "The result has " + std::to_string(rows) + " rows, more than a grid can show; narrow the selection.");
   }
-  if (Rows() > fixed_rows) RemoveRows(fixed_rows, Rows() - fixed_rows);
+  return rows;
+}
+
+void Store::Load(std::vector<Column> columns, int first_column) {
   ForgetRecords();
   columns_.SetCount(std::max(columns_.Count(), first_column + static_cast<int>(columns.size())));
-  for (Column& column : columns) columns_.At(first_column++).Load(std::make_shared<const Column>(std::move(column)));
+  const size_t rows = columns.empty() ? 0 : columns.front().size();
+  std::vector<std::shared_ptr<const Column>> shared;
+  shared.reserve(columns.size());
+  for (Column& column : columns) shared.push_back(std::make_shared<const Column>(std::move(column)));
+  order_.Reserve();
+  for (auto& column : shared) columns_.At(first_column++).Load(std::move(column));
   records_ = rows;
   order_.AppendRecords(static_cast<int64_t>(rows));
 }
@@ -100,6 +107,7 @@ void Store::KeepRecordsAsRows() {
   });
   for (const auto& [first, count] : pieces) {
     const RowId from = order_.IdAt(first);
+    order_.Reserve();
     order_.Renew(first, count);
     const RowId to = order_.IdAt(first);
     for (int column = 0; column < columns_.Count(); ++column) {

@@ -29,12 +29,21 @@ class Store {
   const ColumnSet& columns() const { return columns_; }
   const CellStyles& styles() const { return styles_; }
 
+  // Makes room for a few changes of the order of the rows: they need no memory then.
+  void Reserve() { order_.Reserve(); }
   void InsertRows(int row, int count) { order_.Insert(row, count); }
-  void InsertRowBeforeEach(const std::vector<int64_t>& rows) { order_.InsertBeforeEach(rows); }
-  void RemoveRows(int row, int count);
+  // Takes over an order of the same rows and inserted ones.
+  void SetOrder(RowOrder order) { order_ = std::move(order); }
+  // Forgets what belongs to rows that are removed next. Needs memory where styles are cut in two.
+  void EraseCells(int row, int count);
+  void RemoveRows(int row, int count) { order_.Remove(row, count); }
 
-  // Replaces the rows from `fixed_rows` on by the columns' rows; see platform::GridBulk.
-  void Load(std::vector<columns::Column> columns, int first_column, int fixed_rows);
+  // Throws platform::Error if the columns cannot be rows behind the fixed ones: all of them must have as many values,
+  // and no more than a grid can show.
+  static size_t CheckColumns(const std::vector<columns::Column>& columns, int fixed_rows);
+  // Adds the columns' rows behind the fixed ones, which must be all that is left, and replaces the loaded columns; see
+  // platform::GridBulk. If there is no memory, there are no columns, or the columns and no rows of theirs.
+  void Load(std::vector<columns::Column> columns, int first_column);
   size_t RecordCount() const { return records_; }
   // Drops the loaded columns. Rows of theirs that remain (as fixed rows) keep their contents.
   void ForgetRecords();
