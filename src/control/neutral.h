@@ -13,17 +13,19 @@ namespace stockbook::control {
 // statement or a cell refused is the neutral result that a host expects; any other error is told, once.
 template <typename Read>
 auto OrNeutral(const journal::Tell& tell, Read read) -> decltype(read()) {
-  std::string message;
+  constexpr const char* kUnknown = "读取时发生未知错误，结果为空：请重试，或重新读入。";
+  std::string room;
+  const std::string* message = nullptr;
   try {
     return read();
   } catch (const platform::Error& error) {
     if (!error.IsOfEngine()) return decltype(read())();
-    message = error.what();
+    message = &journal::TextOfError(kUnknown, room);
   } catch (...) {
-    message = journal::TextOfError("读取时发生未知错误，结果为空：请重试，或重新读入。");
+    message = &journal::TextOfError(kUnknown, room);
   }
   try {
-    if (tell) tell(message);
+    if (tell) tell(*message);
   } catch (...) {
     // A listener that fails is not told of its own error.
   }

@@ -24,16 +24,18 @@ namespace keys = base::keys;
 // One load. TakeSteps is the order of its steps; what a step computes is in journal/ and grid/.
 class Stockbook::JournalLoad {
  public:
-  // Keys below 0 and an empty class code keep what is set.
-  JournalLoad(Stockbook& control, int32_t key, int32_t second_key, std::string_view class_code)
-      : control_(control), key_(key), second_key_(second_key), class_code_(class_code) {}
+  // Keys below 0 keep what is set.
+  JournalLoad(Stockbook& control, int32_t key, int32_t second_key)
+      : control_(control), key_(key), second_key_(second_key) {}
 
   // True when the journal was loaded; false when the host cancelled it or an error stopped it, be it the grid's, the
   // connection's or a listener's. The grid's tag and redraw are restored in any case. Rows loaded before an error stay;
   // if they were not computed yet, their stock cells are emptied and restricted amounts masked. Where only a statement
-  // failed that the journal can do without, the load goes on, and says so at its end.
-  bool Run() {
+  // failed that the journal can do without, the load goes on, and says so at its end. An empty class code keeps what is
+  // set.
+  bool Run(std::string_view class_code) {
     return ToldOnError([&] {
+      class_code_ = class_code;
       const auto redraw = platform::RedrawOff(grid_);
       const auto tag = platform::BusyTag(grid_, "Load");
       return ToldOnError([&] { return TakeSteps(); });
@@ -155,7 +157,8 @@ class Stockbook::JournalLoad {
     try {
       return work();
     } catch (...) {
-      TellError(journal::TextOfError("读入时发生未知错误，读入已停止。"));
+      std::string room;
+      TellError(journal::TextOfError("读入时发生未知错误，读入已停止。", room));
     }
     return false;
   }
@@ -220,7 +223,7 @@ bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
   if (loading_) return false;
   loading_ = true;
   const base::ScopeExit loaded([this] { loading_ = false; });
-  return JournalLoad(*this, rKeyID, rdpID, rdpCode).Run();
+  return JournalLoad(*this, rKeyID, rdpID).Run(rdpCode);
 }
 
 }  // namespace stockbook::control

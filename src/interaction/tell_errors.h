@@ -22,7 +22,8 @@ void TellErrors(Events& events, Step step) {
   try {
     step();
   } catch (...) {
-    tell(journal::TextOfError("处理表格操作的事件时发生未知错误。"));
+    std::string room;
+    tell(journal::TextOfError("处理表格操作的事件时发生未知错误。", room));
   }
 }
 

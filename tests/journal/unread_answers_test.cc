@@ -174,5 +174,15 @@ TEST(TextOfError, IsItsOwnOrSaysWhatToDoWithoutMemory) {
   EXPECT_TRUE(text_of(std::bad_alloc()).starts_with("内存不足"));
 }
 
+TEST(TextOfError, IsKeptInTheRoomThatItIsGiven) {
+  std::string room;
+  try {
+    throw platform::Error("read", "坏了");
+  } catch (...) {
+    EXPECT_EQ(TextOfError("unknown", room), "坏了");
+  }
+  EXPECT_EQ(room, "坏了");
+}
+
 }  // namespace
 }  // namespace stockbook::journal

@@ -135,14 +135,15 @@ void Find(const platform::GridTable& grid, platform::GridBusy& busy, Events& eve
   if (words.find_first_not_of("| ") == std::string::npos) return;
   // A copy, because a listener may change the key.
   const std::string key(outline_key);
-  std::optional<std::string> error;
+  std::string room;
+  const std::string* error = nullptr;
   try {
     SearchAndTell(grid, events, key, words);
   } catch (const std::exception& caught) {
-    error = journal::TextOfError(caught.what());
+    error = &journal::TextOfError(caught.what(), room);
   }
   ResetView(busy);
-  if (error) events.Notify(*error);
+  if (error != nullptr) events.Notify(*error);
 }
 
 }  // namespace stockbook::interaction
