@@ -33,6 +33,8 @@ void OccupyClosedStreams() {
 int main(int argc, char** argv) {
   using namespace stockbook::app;
   OccupyClosedStreams();
+  // In step with the C library, a stream takes an error of reading for the end of the input.
+  std::ios::sync_with_stdio(false);
   PrepareForTheEnd();
   stockbook::databases::TurnOffMemoryStatistics();
   // One line per command; 'stockbook --help' lists them in this order.

@@ -104,7 +104,9 @@ TEST_F(ClosedStreams, OfErrorsChangeNeitherExitCodesNorFiles) {
 TEST_F(ClosedStreams, OfInputAreToldOfByWhoeverReadsThem) {
   // A folder is opened, but not read.
   for (const std::string& streams : {std::string("<&-"), "<'" + PathOf("") + "'"}) {
-    ExpectSentence(Run(Import("-", "imported.db"), streams), streams);
+    const Outcome outcome = Run(Import("-", "imported.db"), streams);
+    ExpectSentence(outcome, streams);
+    EXPECT_NE(outcome.err.find("Cannot read"), std::string::npos) << streams << outcome.err;
   }
   EXPECT_FALSE(fs::exists(PathOf("imported.db")));
   EXPECT_EQ(Run(Journal("export"), "<&-").out, Program(Journal("export")).out);
