@@ -219,6 +219,14 @@ TEST_F(SampleTest, RefusesWrongArgumentsInOneLineAndWritesNothing) {
   EXPECT_TRUE(Files().empty());
 }
 
+TEST_F(SampleTest, RefusesToTakeThePlaceOfAPartOfAnotherInventory) {
+  ASSERT_EQ(RunArguments({"sample", PathOf("stock.db"), "--lines", "50"}).code, 0);
+  const Outcome outcome = RunArguments({"sample", PathOf("stock.db-journal"), "--lines", "50"});
+  EXPECT_EQ(outcome.code, 2);
+  EXPECT_NE(outcome.err.find("is a part of the database beside it"), std::string::npos) << outcome.err;
+  EXPECT_EQ(Files().size(), 1u);
+}
+
 TEST_F(SampleTest, ReportsAPlaceItCannotWriteTo) {
   const Outcome outcome = RunArguments({"sample", PathOf("missing/a.db")});
   EXPECT_EQ(outcome.code, 1);
