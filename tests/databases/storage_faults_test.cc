@@ -275,7 +275,9 @@ TEST_P(StorageFaults, LeaveReadersWithTheirAnswerOrWithNothingAndAMessage) {
   ASSERT_TRUE(Load({"", base::MaterialJournal, 1, 1, ""}));
   while (issued < control().Rows() && control().Fields().IssueSource(issued).empty()) ++issued;
   control().AddListener(&heard_);
-  for (const auto& [name, read] : readers) {
+  for (const auto& reader : readers) {
+    const auto& [name, reading] = reader;
+    const auto& read = reading;  // a lambda captures no binding
     SCOPED_TRACE(name);
     const std::string right = read();
     EXPECT_NE(right, "");
