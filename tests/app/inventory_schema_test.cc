@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "databases/sqlite/readable_tables.h"
+#include "databases/execution/readable_tables.h"
 
 namespace stockbook::app {
 namespace {

@@ -8,12 +8,12 @@
 
 #include "databases/database_file.h"
 #include "databases/dialect/translation.h"
+#include "databases/execution/row_sorter.h"
 #include "databases/journal_statements.h"
 #include "databases/sqlite/arm_join.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
-#include "databases/sqlite/row_sorter.h"
 
 namespace stockbook::testing {
 namespace {

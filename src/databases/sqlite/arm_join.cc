@@ -5,8 +5,8 @@
 #include <numeric>
 #include <string>
 
+#include "databases/execution/row_sorter.h"
 #include "databases/sqlite/key_index.h"
-#include "databases/sqlite/row_sorter.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,29 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
 #include "databases/dialect/statement_plan.h"
+#include "databases/execution/arranged_rows.h"
 #include "databases/sqlite/database.h"
 #include "databases/sqlite/value_feed.h"
 
 namespace stockbook::databases {
-
-// The rows of one arm of a plan, as places in the columns under construction: the values of an output are in its sink
-// from `offset` on, in the order of the table that they come from; row r takes the one at rows_of_source[source][r].
-struct ArmRows {
-  static constexpr size_t kConstant = SIZE_MAX;
-  struct Place {
-    size_t source = kConstant;
-    size_t offset = 0;
-  };
-
-  size_t rows = 0;
-  std::vector<std::vector<uint32_t>> rows_of_source;
-  std::vector<Place> places;  // of each output
-};
 
 // Lets SQLite run the arm as it is, unsorted.
 ArmRows StepArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks);

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "databases/sqlite/interruption.h"
-#include "databases/sqlite/readable_tables.h"
+#include "databases/execution/interruption.h"
+#include "databases/execution/readable_tables.h"
 #include "platform/error.h"
 
 namespace stockbook::databases {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "databases/sqlite/interruption.h"
-#include "databases/sqlite/readable_tables.h"
+#include "databases/execution/interruption.h"
+#include "databases/execution/readable_tables.h"
 
 namespace stockbook::databases {
 

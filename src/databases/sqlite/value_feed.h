@@ -9,18 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "columns/column_builder.h"
 #include "databases/dialect/typed_sql.h"
+#include "databases/execution/column_sink.h"
 #include "databases/sqlite/database.h"
 
 namespace stockbook::databases {
-
-// A column under construction, and whether a text in it had to be repaired: its order among the others is then no
-// longer the stored one.
-struct ColumnSink {
-  columns::ColumnBuilder builder;
-  bool mended = false;
-};
 
 // Carries one column of stepped rows into the columns that show it, as it is or negated (as sb_negate would give it).
 // Each value is read once, however many columns get it; numbers are passed on in portions, so call Flush after the last

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/sqlite/interruption.h"
+#include "databases/execution/interruption.h"
 
 #include <algorithm>
 #include <string>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/sqlite/row_sorter.h"
+#include "databases/execution/row_sorter.h"
 
 #include <algorithm>
 #include <array>

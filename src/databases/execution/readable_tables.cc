@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/sqlite/readable_tables.h"
+#include "databases/execution/readable_tables.h"
 
 #include <array>
 
