@@ -42,12 +42,16 @@ if(STOCKBOOK_HARDEN)
   target_link_options(stockbook_switches INTERFACE -pie -Wl,-z,relro,-z,now)
 endif()
 
-# stockbook_room(NAME [DEPENDS room...] [LINK target...]): the library `stockbook_NAME` of src/NAME, for hosts
-# `Stockbook::NAME`.
+# stockbook_room(NAME [DEPENDS room...] [LINK target...] [WITHOUT folder...]): the library `stockbook_NAME` of src/NAME,
+# but for the folders that are left out, for hosts `Stockbook::NAME`.
 function(stockbook_room name)
-  cmake_parse_arguments(ROOM "" "" "DEPENDS;LINK" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "DEPENDS;LINK;WITHOUT" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cc)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
+  foreach(folder IN LISTS ROOM_WITHOUT)
+    list(FILTER sources EXCLUDE REGEX "/src/${name}/${folder}/")
+    list(FILTER headers EXCLUDE REGEX "/src/${name}/${folder}/")
+  endforeach()
   if(sources)
     add_library(stockbook_${name} STATIC ${sources})
     target_link_libraries(stockbook_${name} PRIVATE $<BUILD_INTERFACE:stockbook_switches>)
