@@ -33,6 +33,29 @@ std::string TakeQuoted(std::string_view text, size_t& at) {
   Reject(text, start, "的引号没有结尾");
 }
 
+// `Password`, `PWD`, and what drivers have beside them, such as `sslpassword`.
+bool IsPasswordKey(std::string_view key) {
+  const std::string lower = base::AsciiLower(key);
+  return lower == "pwd" || lower.ends_with("password") || lower.ends_with("passwd");
+}
+
+// Whether a value is a connection string of its own, or an address, with a password in it.
+bool MayHoldPassword(std::string_view value) {
+  const std::string lower = base::AsciiLower(base::ReplaceAll(value, " ", ""));
+  for (const std::string_view sign : {"password=", "passwd=", "pwd="}) {
+    if (lower.find(sign) != std::string::npos) return true;
+  }
+  const size_t scheme = value.find("://");
+  return scheme != std::string_view::npos && value.find('@', scheme) != std::string_view::npos;
+}
+
+bool NeedsQuotes(std::string_view value) {
+  if (value.empty()) return false;
+  constexpr std::string_view kSpecial = "'\"{";
+  return value.find(';') != std::string_view::npos || value.front() == ' ' || value.back() == ' ' ||
+         kSpecial.find(value.front()) != std::string_view::npos;
+}
+
 }  // namespace
 
 ConnectionString::ConnectionString(std::string_view text) {
@@ -69,6 +92,37 @@ std::optional<std::string> ConnectionString::Find(std::string_view key) const {
   const auto found = std::find_if(settings_.rbegin(), settings_.rend(),
                                   [&](const auto& setting) { return base::EqualsIgnoringCase(setting.first, key); });
   return found == settings_.rend() ? std::nullopt : std::optional(found->second);
+}
+
+void ConnectionString::Set(std::string_view key, std::string value) {
+  std::erase_if(settings_, [&](const Setting& setting) { return base::EqualsIgnoringCase(setting.first, key); });
+  settings_.emplace_back(key, std::move(value));
+}
+
+bool ConnectionString::RemovePasswords() {
+  return std::erase_if(settings_, [](const Setting& setting) {
+           const bool is_file = base::EqualsIgnoringCase(setting.first, "Data Source");
+           return IsPasswordKey(setting.first) || (!is_file && MayHoldPassword(setting.second));
+         }) > 0;
+}
+
+std::string ConnectionString::Text() const {
+  std::string text;
+  for (const auto& [key, value] : settings_) {
+    if (!text.empty()) text += ';';
+    text.append(key).append("=");
+    if (NeedsQuotes(value)) {
+      text.append("\"").append(base::ReplaceAll(value, "\"", "\"\"")).append("\"");
+    } else {
+      text += value;
+    }
+  }
+  return text;
+}
+
+std::string WithoutPassword(std::string_view connection_string) {
+  ConnectionString settings(connection_string);
+  return settings.RemovePasswords() ? settings.Text() : std::string(connection_string);
 }
 
 }  // namespace stockbook::databases

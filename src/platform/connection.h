@@ -27,7 +27,7 @@ class Moment {
 class Connection {
  public:
   virtual ~Connection() = default;
-  virtual std::string ConnectionString() const = 0;
+  virtual std::string ConnectionString() const = 0;  // as it was opened, but never with a password in it
   virtual Recordset Execute(std::string_view statement, int options = kExecuteUnspecified) = 0;
 
   // Begins a moment, or joins the one that the connection is in: moments nest, and the outermost one decides. A

@@ -60,6 +60,13 @@ TEST(OpenEmbedded, SaysWhatIsWrongWithTheFile) {
 }
 
 // Opening a pipe would wait for a writer for ever.
+TEST(OpenEmbedded, TellsNoPasswordAndTakesNoDialectFromIt) {
+  const DatabaseFile file("CREATE TABLE 仓库设置(dpID INTEGER PRIMARY KEY, 仓库名称 TEXT)");
+  const auto connection = OpenEmbedded("Data Source=" + file.path() + ";Password=SQL");
+  EXPECT_EQ(connection->ConnectionString(), "Data Source=" + file.path());
+  EXPECT_EQ(connection->Execute("SELECT Left('abc', 2) & 'd' AS t").FieldValue("t").Text(), "abd");
+}
+
 TEST(OpenEmbedded, RefusesWhatIsNoFileWithoutOpeningIt) {
   const std::string pipe = FileWith("");
   std::filesystem::remove(pipe);

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "base/money.h"
+#include "databases/connection_string.h"
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
@@ -34,7 +35,7 @@ EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy s
 
 EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy strategy,
                                        const EmbeddedSettings& settings)
-    : connection_string_(std::move(connection_string)),
+    : connection_string_(WithoutPassword(connection_string)),
       strategy_(strategy),
       dialect_(DialectOf(connection_string_)),
       database_(settings.file, settings.tables, settings.time_limit),
