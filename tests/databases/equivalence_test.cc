@@ -7,6 +7,7 @@
 #include <random>
 
 #include "databases/database_file.h"
+#include "databases/dialect/sqlite_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/execution/row_sorter.h"
 #include "databases/journal_statements.h"
@@ -17,6 +18,8 @@
 
 namespace stockbook::testing {
 namespace {
+
+const databases::SqliteEmitter kEquivalenceEmitter;
 
 using databases::Dialect;
 using databases::EmbeddedConnection;
@@ -262,8 +265,8 @@ TEST(Equivalence, HoldsInAFileOfSixteenBitTexts) {
 }
 
 databases::Translation Translated(const std::string& statement, databases::Catalog& catalog) {
-  return TranslateStatement(statement, Dialect::kDesktop,
-                            [&](std::string_view name) { return catalog.FindTable(name); });
+  return databases::TranslateStatement(statement, {Dialect::kDesktop, kEquivalenceEmitter},
+                                       [&](std::string_view name) { return catalog.FindTable(name); });
 }
 
 // Both arms of the journal are read table by table and not in one of the slower ways.

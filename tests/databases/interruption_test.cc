@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "databases/database_file.h"
+#include "databases/dialect/sqlite_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/journal_statements.h"
 #include "databases/sqlite/catalog.h"
@@ -17,6 +18,8 @@
 
 namespace stockbook::testing {
 namespace {
+
+const databases::SqliteEmitter kInterruptionEmitter;
 
 using databases::Dialect;
 using databases::EmbeddedConnection;
@@ -164,9 +167,9 @@ TEST_F(Interrupted, APlanEndsOutsideOfSqliteToo) {
   databases::RegisterFunctions(database);
   databases::Catalog catalog(database);
   catalog.Refresh();
-  const auto translation =
-      databases::TranslateStatement(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), Dialect::kDesktop,
-                                    [&](std::string_view name) { return catalog.FindTable(name); });
+  const auto translation = databases::TranslateStatement(
+      MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), {Dialect::kDesktop, kInterruptionEmitter},
+      [&](std::string_view name) { return catalog.FindTable(name); });
   ASSERT_TRUE(translation.plan);
   for (const auto reading : {databases::ArmReading::kJoined, databases::ArmReading::kStepped}) {
     const Interruption::Running running(database.interruption());

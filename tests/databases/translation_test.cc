@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/dialect/translation.h"
+#include "databases/dialect/sqlite_emitter.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 
 namespace stockbook::databases {
 namespace {
+
+const databases::SqliteEmitter kTranslationEmitter;
 
 TEST(Translation, OfAJournalIsReadableSql) {
   const std::vector<TableSchema> tables = {
@@ -25,7 +28,7 @@ TEST(Translation, OfAJournalIsReadableSql) {
     return found == tables.end() ? nullptr : &*found;
   };
   const auto translated = [&](std::string_view statement, Dialect dialect) {
-    return TranslateStatement(statement, dialect, find_table).query.sql;
+    return databases::TranslateStatement(statement, {dialect, kTranslationEmitter}, find_table).query.sql;
   };
   EXPECT_EQ(translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS "
                        "bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC",
@@ -48,7 +51,8 @@ TEST(Translation, OfAJournalIsReadableSql) {
 std::string TranslatedOrRefused(const std::string& statement) {
   const TableSchema table{"a", {{"k", ValueClass::kInteger}}, "_rowid_"};
   try {
-    TranslateStatement(statement, Dialect::kServer, [&](std::string_view) { return &table; });
+    databases::TranslateStatement(statement, {Dialect::kServer, kTranslationEmitter},
+                                  [&](std::string_view) { return &table; });
   } catch (const platform::Error& error) {
     return error.what();
   }

@@ -153,7 +153,7 @@ TypedSql CallTranslator::Function(const Expr& expr) {
   if (rule == kRules.end()) throw Refusal(expr.offset, "不认识的函数“" + expr.text + "”");
   CheckCount(expr, rule->least, rule->most);
   const std::vector<TypedSql> arguments = expressions_.TranslateValues(expr.operands);
-  return Call(rule->function, arguments, ClassGiven(rule->gives, arguments));
+  return emitter().Call(rule->function, arguments, ClassGiven(rule->gives, arguments), expr.offset);
 }
 
 TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
@@ -166,19 +166,9 @@ TypedSql CallTranslator::Aggregate(const Expr& expr, const std::string& name) {
     result.sql = "count(*)";
     result.cls = ValueClass::kInteger;
   } else {
-    TypedSql value = Canonical(expressions_.TranslateAggregated(*expr.operands[0]));
-    const bool money = value.cls == ValueClass::kMoney;
-    const bool sums = name == "sum" || name == "avg";
-    if (money && !sums && name != "count") value.sql = "sb_amount('m', " + value.sql + ")";
-    result.sources = value.sources;
-    result.sql =
-        (sums ? "sb_" + name + (money ? "_money" : "") : name) + (expr.distinct ? "(DISTINCT " : "(") + value.sql + ")";
-    result.cls = name == "count"                                                                ? ValueClass::kInteger
-                 : name == "avg" && !money                                                      ? ValueClass::kReal
-                 : sums && value.cls != ValueClass::kMoney && value.cls != ValueClass::kInteger ? ValueClass::kAny
-                                                                                                : value.cls;
+    const TypedSql value = emitter().Canonical(expressions_.TranslateAggregated(*expr.operands[0]));
+    result = emitter().Aggregate({name, expr.distinct, expr.offset}, value);
   }
-  result.form = ResultFormOf(result.cls);
   result.has_aggregate = true;
   return result;
 }
@@ -189,10 +179,10 @@ TypedSql CallTranslator::Choice(const Expr& expr) {
   const TypedSql condition = expressions_.TranslateCondition(*expr.operands[0]);
   const TypedSql yes = expressions_.TranslateValue(*expr.operands[1]);
   const TypedSql no = expressions_.TranslateValue(*expr.operands[2]);
-  const ValueClass cls = Unify(yes.cls, no.cls);
+  const ValueClass cls = emitter().Common(yes.cls, no.cls);
   TypedSql result = Gathered({condition, yes, no});
-  result.sql =
-      "(CASE WHEN " + condition.sql + " THEN " + ConvertTo(yes, cls).sql + " ELSE " + ConvertTo(no, cls).sql + " END)";
+  result.sql = "(CASE WHEN " + condition.sql + " THEN " + emitter().ConvertTo(yes, cls).sql + " ELSE " +
+               emitter().ConvertTo(no, cls).sql + " END)";
   result.cls = cls;
   result.form = ResultFormOf(cls);
   return result;
@@ -200,12 +190,12 @@ TypedSql CallTranslator::Choice(const Expr& expr) {
 
 TypedSql CallTranslator::FirstKnown(const std::vector<TypedSql>& values) {
   ValueClass cls = ValueClass::kNull;
-  for (const TypedSql& value : values) cls = Unify(cls, value.cls);
+  for (const TypedSql& value : values) cls = emitter().Common(cls, value.cls);
   TypedSql result = Gathered(values);
   result.sql = "coalesce(";
   for (const TypedSql& value : values) {
     if (&value != &values.front()) result.sql += ", ";
-    result.sql += ConvertTo(value, cls).sql;
+    result.sql += emitter().ConvertTo(value, cls).sql;
   }
   result.sql += ")";
   result.cls = cls;
@@ -220,7 +210,7 @@ TypedSql CallTranslator::ZeroIfNull(const Expr& expr) {
   if (values.size() == 1) {
     TypedSql neutral = Number(0);
     if (!IsNumeric(values[0].cls)) {
-      neutral.sql = "''";
+      neutral.sql = emitter().Literal("", ValueClass::kText);
       neutral.cls = ValueClass::kText;
       neutral.constant = base::Value(std::string());
     }
@@ -233,9 +223,9 @@ TypedSql CallTranslator::NullIf(const Expr& expr) {
   CheckCount(expr, 2, 2);
   const std::vector<TypedSql> values = expressions_.TranslateValues(expr.operands);
   if (values[0].sql.size() > kMostWritten) throw Refusal(expr.offset, "NULLIF 展开后太长，请分成几部分");
-  const TypedSql same = Comparison("=", values[0], values[1]);
+  const TypedSql same = emitter().Comparison("=", values[0], values[1], expr.offset);
   TypedSql result = Gathered(values);
-  const TypedSql value = Canonical(values[0]);
+  const TypedSql value = emitter().Canonical(values[0]);
   result.sql = "(CASE WHEN " + same.sql + " THEN NULL ELSE " + value.sql + " END)";
   result.cls = value.cls;
   result.form = ResultFormOf(value.cls);
@@ -257,14 +247,17 @@ TypedSql CallTranslator::CastToText(const Expr& expr, const TypedSql& value, Pad
     style = *number;
   }
   const int64_t length = expr.type_length ? static_cast<int64_t>(*expr.type_length) : kDefaultLength;
-  return Call("sb_to_text", {value, Number(length), Number(padding == Padding::kBlanks ? 1 : 0), Number(style)},
-              ValueClass::kText);
+  return emitter().Call("sb_to_text",
+                        {value, Number(length), Number(padding == Padding::kBlanks ? 1 : 0), Number(style)},
+                        ValueClass::kText, expr.offset);
 }
 
 TypedSql CallTranslator::Cast(const Expr& expr) {
   const std::string& type = expr.type_name;
   const TypedSql value = expressions_.TranslateValue(*expr.operands[0]);
-  const auto call = [&](const char* function, ValueClass cls) { return Call(function, {value}, cls); };
+  const auto call = [&](const char* function, ValueClass cls) {
+    return emitter().Call(function, {value}, cls, expr.offset);
+  };
   if (IsOneOf(type, {"char", "nchar"})) return CastToText(expr, value, Padding::kBlanks);
   if (IsOneOf(type, {"varchar", "nvarchar", "text", "ntext"})) return CastToText(expr, value, Padding::kNone);
   if (IsOneOf(type, {"int", "integer", "bigint", "smallint", "tinyint"}))
@@ -275,8 +268,10 @@ TypedSql CallTranslator::Cast(const Expr& expr) {
   if (IsOneOf(type, {"decimal", "numeric"})) {
     const auto places = Number(expr.type_scale);
     if (expr.type_scale > base::Money::kDecimals)
-      return Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places}, ValueClass::kReal);
-    return Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places}, ValueClass::kMoney);
+      return emitter().Call("sb_round_server", {call("sb_to_real", ValueClass::kReal), places}, ValueClass::kReal,
+                            expr.offset);
+    return emitter().Call("sb_round_server", {call("sb_to_money", ValueClass::kMoney), places}, ValueClass::kMoney,
+                          expr.offset);
   }
   if (IsOneOf(type, {"datetime", "smalldatetime", "datetime2"})) return call("sb_to_date", ValueClass::kDate);
   if (type == "date") return call("sb_to_day", ValueClass::kDate);

@@ -29,6 +29,8 @@ class CallTranslator {
   static TypedSql Number(int64_t number);
   static void CheckCount(const Expr& expr, size_t least, size_t most);
 
+  const Emitter& emitter() const { return expressions_.emitter(); }
+
   ExpressionTranslator& expressions_;
 };
 

@@ -47,17 +47,15 @@ TypedSql ExpressionTranslator::Translate(const Expr& expr) {
 TypedSql ExpressionTranslator::TranslateValue(const Expr& expr) {
   TypedSql value = Translate(expr);
   if (value.cls != ValueClass::kBoolean) return value;
-  if (dialect_ == Dialect::kServer) throw Refusal(expr.offset, "条件不能当作值使用，请用 CASE");
-  value.sql = "(-" + value.sql + ")";
-  value.cls = ValueClass::kInteger;
-  return value;
+  if (dialect() == Dialect::kServer) throw Refusal(expr.offset, "条件不能当作值使用，请用 CASE");
+  return emitter().NumberOf(std::move(value));
 }
 
 TypedSql ExpressionTranslator::TranslateCondition(const Expr& expr) {
   TypedSql value = Translate(expr);
   if (value.cls == ValueClass::kBoolean) return value;
-  if (dialect_ == Dialect::kServer) throw Refusal(expr.offset, "此处应为条件，例如比较");
-  return Call("sb_truth", {value}, ValueClass::kBoolean);
+  if (dialect() == Dialect::kServer) throw Refusal(expr.offset, "此处应为条件，例如比较");
+  return emitter().Truth(value, expr.offset);
 }
 
 TypedSql ExpressionTranslator::TranslateNode(const Expr& expr) {
@@ -103,32 +101,28 @@ TypedSql ExpressionTranslator::Literal(const Expr& expr) const {
   TypedSql result;
   switch (expr.kind) {
     case ExprKind::kNull:
-      result.sql = "NULL";
       result.cls = ValueClass::kNull;
       result.constant = base::Value();
       break;
     case ExprKind::kText:
-      result.sql = QuotedText(expr.text);
       result.cls = ValueClass::kText;
       result.constant = base::Value(expr.text);
       break;
     case ExprKind::kDate:
-      result.sql = QuotedText(expr.text);
       result.cls = ValueClass::kDate;
       result.form = Form::kDateText;
       result.constant = base::Value(base::Date::Parse(expr.text).value_or(base::Date()));
       break;
     case ExprKind::kDecimal:
-      result.sql = expr.text;
       result.cls = ValueClass::kReal;
       result.constant = base::Value(base::ParseNumber(expr.text).value_or(0));
       break;
     default:
-      result.sql = expr.text;
       result.cls = ValueClass::kInteger;
       result.constant = base::Value(base::ParseInteger(expr.text).value_or(0));
       break;
   }
+  result.sql = emitter().Literal(expr.text, result.cls);
   return result;
 }
 
@@ -161,7 +155,7 @@ TypedSql ExpressionTranslator::Unary(const Expr& expr) {
   const bool keeps =
       value.cls == ValueClass::kMoney || value.cls == ValueClass::kInteger || value.cls == ValueClass::kReal;
   const char* function = value.cls == ValueClass::kMoney ? "sb_negate_money" : "sb_negate";
-  TypedSql result = Call(function, {value}, keeps ? value.cls : ValueClass::kAny);
+  TypedSql result = emitter().Call(function, {value}, keeps ? value.cls : ValueClass::kAny, expr.offset);
   result.negated = value.column;
   return result;
 }
@@ -179,31 +173,37 @@ TypedSql ExpressionTranslator::Binary(const Expr& expr) {
   if (op == "&") return BitAnd(expr);
   static constexpr std::string_view kComparisons = "= <> <= >= < >";
   if (kComparisons.find(op) != std::string_view::npos) {
-    return Comparison(op, TranslateValue(*expr.operands[0]), TranslateValue(*expr.operands[1]));
+    return emitter().Comparison(op, TranslateValue(*expr.operands[0]), TranslateValue(*expr.operands[1]), expr.offset);
   }
   return Arithmetic(expr);
 }
 
 TypedSql ExpressionTranslator::Arithmetic(const Expr& expr) {
   const std::vector<TypedSql> sides = TranslateValues(expr.operands);
-  const bool server = dialect_ == Dialect::kServer;
+  const bool server = dialect() == Dialect::kServer;
   const ValueClass left = sides[0].cls;
   const ValueClass right = sides[1].cls;
   const std::string& op = expr.text;
-  if (op == "+") return Call(server ? "sb_plus_server" : "sb_plus", sides, SumClass(op, left, right, dialect_));
-  if (op == "-") return Call("sb_minus", sides, SumClass(op, left, right, dialect_));
-  if (op == "*") return Call("sb_multiply", sides, ProductClass(left, right));
-  if (op == "/")
-    return Call(server ? "sb_divide_server" : "sb_divide", sides, server ? ValueClass::kAny : ValueClass::kReal);
-  if (op == "\\") return Call("sb_divide_whole", sides, ValueClass::kInteger);
-  if (op == "MOD" || op == "%") return Call("sb_modulo", sides, ValueClass::kInteger);
-  if (op == "^") return Call("sb_power", sides, ValueClass::kReal);
+  const auto call = [&](const char* function, ValueClass cls) {
+    return emitter().Call(function, sides, cls, expr.offset);
+  };
+  if (op == "+") return call(server ? "sb_plus_server" : "sb_plus", SumClass(op, left, right, dialect()));
+  if (op == "-") return call("sb_minus", SumClass(op, left, right, dialect()));
+  if (op == "*") return call("sb_multiply", ProductClass(left, right));
+  if (op == "/") return call(server ? "sb_divide_server" : "sb_divide", server ? ValueClass::kAny : ValueClass::kReal);
+  if (op == "\\") return call("sb_divide_whole", ValueClass::kInteger);
+  if (op == "MOD" || op == "%") return call("sb_modulo", ValueClass::kInteger);
+  if (op == "^") return call("sb_power", ValueClass::kReal);
   throw Refusal(expr.offset, "不支持运算符“" + op + "”");
 }
 
 // In the server dialect & is the bitwise and, which does not apply to texts and dates.
 TypedSql ExpressionTranslator::BitAnd(const Expr& expr) {
   const std::vector<TypedSql> sides = TranslateValues(expr.operands);
+  const bool text =
+      std::any_of(sides.begin(), sides.end(), [](const TypedSql& side) { return side.cls == ValueClass::kText; });
+  if (text && target_.ampersand == Ampersand::kJoinsTexts)
+    return emitter().Call("sb_concat", sides, ValueClass::kText, expr.offset);
   for (const TypedSql& side : sides) {
     if (side.cls == ValueClass::kText) {
       throw Refusal(expr.offset, "Invalid operator for data type. Operator equals boolean AND, type equals varchar.");
@@ -212,27 +212,16 @@ TypedSql ExpressionTranslator::BitAnd(const Expr& expr) {
       throw Refusal(expr.offset, "Invalid operator for data type. Operator equals boolean AND, type equals datetime.");
     }
   }
-  return Call("sb_bit_and", sides, ValueClass::kInteger);
+  return emitter().Call("sb_bit_and", sides, ValueClass::kInteger, expr.offset);
 }
 
 TypedSql ExpressionTranslator::Concat(const Expr& expr) {
-  // SQLite allows 127 arguments; longer chains are joined in portions.
-  constexpr size_t kMostArguments = 100;
-  std::vector<TypedSql> parts;
-  for (const ExprPtr& operand : expr.operands) {
-    if (parts.size() == kMostArguments) {
-      TypedSql portion = Call("sb_concat", parts, ValueClass::kText);
-      parts.clear();
-      parts.push_back(std::move(portion));
-    }
-    parts.push_back(TranslateValue(*operand));
-  }
-  return Call("sb_concat", parts, ValueClass::kText);
+  return emitter().Call("sb_concat", TranslateValues(expr.operands), ValueClass::kText, expr.offset);
 }
 
 TypedSql ExpressionTranslator::IsNull(const Expr& expr) {
   // A money or date column that holds something else reads as null, as it does everywhere.
-  const TypedSql value = Canonical(TranslateValue(*expr.operands[0]));
+  const TypedSql value = emitter().Canonical(TranslateValue(*expr.operands[0]));
   TypedSql result = Gathered({value});
   result.sql = "(" + value.sql + (expr.negated ? " IS NOT NULL)" : " IS NULL)");
   result.cls = ValueClass::kBoolean;
@@ -240,72 +229,28 @@ TypedSql ExpressionTranslator::IsNull(const Expr& expr) {
 }
 
 TypedSql ExpressionTranslator::Between(const Expr& expr) {
-  const std::vector<TypedSql> parts = TranslateValues(expr.operands);
-  const bool plain = std::all_of(parts.begin(), parts.end(), IsPlain);
-  TypedSql result;
-  if (plain) {
-    result = Gathered(parts);
-    const bool collated = NeedsCollation(parts[0], parts[1]) || NeedsCollation(parts[0], parts[2]);
-    result.sql = "(" + (collated ? Collated(parts[0]) : parts[0].sql) + " BETWEEN " + parts[1].sql + " AND " +
-                 parts[2].sql + ")";
-    result.cls = ValueClass::kBoolean;
-  } else {
-    result = Call("sb_between", parts, ValueClass::kBoolean);
-  }
+  TypedSql result = emitter().Between(TranslateValues(expr.operands), expr.offset);
   return expr.negated ? Not(std::move(result)) : result;
 }
 
 TypedSql ExpressionTranslator::In(const Expr& expr) {
-  TypedSql value = TranslateValue(*expr.operands[0]);
-  if (expr.query != nullptr) return InQuery(expr, value);
-  std::vector<TypedSql> parts;
-  std::string list;
-  const bool decided = value.cls == ValueClass::kMoney || value.cls == ValueClass::kDate;
-  bool collated = false;
-  for (size_t index = 1; index < expr.operands.size(); ++index) {
-    TypedSql item = TranslateValue(*expr.operands[index]);
-    if (decided && item.cls != value.cls && item.cls != ValueClass::kNull) {
-      const auto cls = value.cls;
-      item = cls == ValueClass::kMoney ? ConvertTo(std::move(item), cls) : Call("sb_to_date", {item}, cls);
-    } else {
-      collated = collated || (!decided && !IsNumeric(value.cls) && NeedsCollation(value, item));
-      item = Canonical(std::move(item));
-    }
-    list.append(list.empty() ? "" : ", ").append(item.sql);
-    item.sql.clear();
-    parts.push_back(std::move(item));
+  std::vector<TypedSql> items = TranslateValues(expr.operands);
+  const TypedSql value = std::move(items.front());
+  items.erase(items.begin());
+  TypedSql result;
+  if (expr.query != nullptr) {
+    const SubquerySql query = translate_query_(*expr.query, scope_);
+    if (query.classes.size() != 1) throw Refusal(expr.offset, "IN 的子查询只能有一个字段");
+    result = emitter().InQuery(value, query.sql, query.classes[0], expr.offset);
+  } else {
+    result = emitter().In(value, items, expr.offset);
   }
-  parts.push_back(value);
-  TypedSql result = Gathered(parts);
-  result.sql = "(" + (collated ? Collated(value) : Canonical(value).sql);
-  result.sql.append(expr.negated ? " NOT IN (" : " IN (").append(list).append("))");
-  result.cls = ValueClass::kBoolean;
-  return result;
-}
-
-TypedSql ExpressionTranslator::InQuery(const Expr& expr, const TypedSql& value) {
-  const SubquerySql query = translate_query_(*expr.query, scope_);
-  if (query.classes.size() != 1) throw Refusal(expr.offset, "IN 的子查询只能有一个字段");
-  const ValueClass cls = Unify(value.cls, query.classes[0]);
-  TypedSql column;
-  column.sql = "c0";
-  column.cls = query.classes[0];
-  column.form = ResultFormOf(column.cls);
-  const TypedSql turned = ConvertTo(column, cls);
-  const TypedSql compared = ConvertTo(value, cls);
-  const bool collated = IsPlain(compared) && IsPlain(turned) && NeedsCollation(compared, turned);
-  TypedSql result = Gathered({value});
-  result.sql = "(" + (collated ? Collated(compared) : compared.sql) + (expr.negated ? " NOT IN (" : " IN (");
-  result.sql += turned.sql == column.sql ? query.sql : "SELECT " + turned.sql + " FROM (" + query.sql + ")";
-  result.sql += "))";
-  result.cls = ValueClass::kBoolean;
-  result.sources = SourceSet::Many();
-  return result;
+  return expr.negated ? Not(std::move(result)) : result;
 }
 
 TypedSql ExpressionTranslator::Like(const Expr& expr) {
-  const char* function = dialect_ == Dialect::kServer ? "sb_like_server" : "sb_like";
-  TypedSql result = Call(function, TranslateValues(expr.operands), ValueClass::kBoolean);
+  const char* function = dialect() == Dialect::kServer ? "sb_like_server" : "sb_like";
+  TypedSql result = emitter().Call(function, TranslateValues(expr.operands), ValueClass::kBoolean, expr.offset);
   return expr.negated ? Not(std::move(result)) : result;
 }
 
@@ -321,13 +266,14 @@ TypedSql ExpressionTranslator::Case(const Expr& expr) {
     // The subject stands in every branch; cases as subjects of cases double what is written with each.
     written += subject.sql.size();
     if (written > kMostWritten) throw Refusal(expr.offset, "CASE 展开后太长，请分成几部分");
-    conditions.push_back(expr.has_subject ? Comparison("=", subject, TranslateValue(*expr.operands[index]))
-                                          : TranslateCondition(*expr.operands[index]));
+    const Expr& when = *expr.operands[index];
+    conditions.push_back(expr.has_subject ? emitter().Comparison("=", subject, TranslateValue(when), when.offset)
+                                          : TranslateCondition(when));
     values.push_back(TranslateValue(*expr.operands[index + 1]));
   }
   if (expr.has_else) values.push_back(TranslateValue(*expr.operands.back()));
   ValueClass cls = ValueClass::kNull;
-  for (const TypedSql& value : values) cls = Unify(cls, value.cls);
+  for (const TypedSql& value : values) cls = emitter().Common(cls, value.cls);
   std::vector<TypedSql> all = conditions;
   all.insert(all.end(), values.begin(), values.end());
   TypedSql result = Gathered(all);
@@ -336,9 +282,9 @@ TypedSql ExpressionTranslator::Case(const Expr& expr) {
     result.sql.append(" WHEN ")
         .append(conditions[branch].sql)
         .append(" THEN ")
-        .append(ConvertTo(values[branch], cls).sql);
+        .append(emitter().ConvertTo(values[branch], cls).sql);
   }
-  if (expr.has_else) result.sql.append(" ELSE ").append(ConvertTo(values.back(), cls).sql);
+  if (expr.has_else) result.sql.append(" ELSE ").append(emitter().ConvertTo(values.back(), cls).sql);
   result.sql += " END)";
   result.cls = cls;
   result.form = ResultFormOf(cls);

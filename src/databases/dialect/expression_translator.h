@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "databases/dialect/ast.h"
-#include "databases/dialect/dialect.h"
+#include "databases/dialect/target.h"
 #include "databases/dialect/typed_sql.h"
 
 namespace stockbook::databases {
@@ -17,14 +17,12 @@ struct SubquerySql {
   std::vector<ValueClass> classes;
 };
 
-// Turns expressions into SQLite's language. Everything that touches money or dates, and every function, becomes a call
-// of one of the room's own functions (sb_…) whose first argument spells the forms of the others; plain comparisons stay
-// SQLite's own, so that its indexes serve them.
+// Resolves the names of expressions, decides the class of each value and says to the emitter what is meant.
 class ExpressionTranslator {
  public:
   using QueryTranslator = std::function<SubquerySql(const Query&, const Scope&)>;
-  ExpressionTranslator(Dialect dialect, const Scope& scope, const QueryTranslator& translate_query)
-      : dialect_(dialect), scope_(scope), translate_query_(translate_query) {}
+  ExpressionTranslator(const Target& target, const Scope& scope, const QueryTranslator& translate_query)
+      : target_(target), scope_(scope), translate_query_(translate_query) {}
 
   // The raw texts of the GROUP BY expressions: what equals one of them counts as grouped.
   void SetGroups(const std::vector<std::string>* groups) { groups_ = groups; }
@@ -44,7 +42,8 @@ class ExpressionTranslator {
   // As the argument of an aggregate: a value whose columns need no group.
   TypedSql TranslateAggregated(const Expr& argument);
 
-  Dialect dialect() const { return dialect_; }
+  Dialect dialect() const { return target_.dialect; }
+  const Emitter& emitter() const { return target_.emitter; }
 
  private:
   TypedSql TranslateNode(const Expr& expr);
@@ -58,12 +57,11 @@ class ExpressionTranslator {
   TypedSql IsNull(const Expr& expr);
   TypedSql Between(const Expr& expr);
   TypedSql In(const Expr& expr);
-  TypedSql InQuery(const Expr& expr, const TypedSql& value);
   TypedSql Like(const Expr& expr);
   TypedSql Case(const Expr& expr);
   TypedSql Subquery(const Expr& expr);
 
-  Dialect dialect_;
+  Target target_;
   const Scope& scope_;
   const QueryTranslator& translate_query_;
   const std::vector<std::string>* groups_ = nullptr;

@@ -21,6 +21,8 @@ struct TableSchema {
   std::vector<TableColumn> columns;
   // The name that reads the row's own number, or empty where there is none (views, tables without row numbers).
   std::string row_number;
+  // Where rows have no numbers: the columns, as they are spelled above, that tell them apart.
+  std::vector<std::string> row_keys = {};
   // A stored table whose texts compare byte by byte.
   bool plain = false;
 };

@@ -6,6 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
+#include "databases/dialect/select_order.h"
 #include "databases/dialect/sql_composer.h"
 
 namespace stockbook::databases {
@@ -17,6 +18,18 @@ std::string Joined(const std::vector<std::string>& parts, const char* separator)
   return text;
 }
 
+std::vector<std::string> SqlOf(const std::vector<TypedSql>& values) {
+  std::vector<std::string> texts;
+  for (const TypedSql& value : values) texts.push_back(value.sql);
+  return texts;
+}
+
+std::vector<ValueClass> ClassesOf(const std::vector<ResultColumn>& columns) {
+  std::vector<ValueClass> classes;
+  for (const ResultColumn& column : columns) classes.push_back(column.cls);
+  return classes;
+}
+
 SourceSet SetOf(const Scope& scope, size_t first) {
   SourceSet set;
   for (size_t index = first; index < scope.sources.size(); ++index) set.Add(scope.sources[index].id);
@@ -25,8 +38,8 @@ SourceSet SetOf(const Scope& scope, size_t first) {
 
 }  // namespace
 
-SelectTranslator::SelectTranslator(Dialect dialect, const TableFinder& find_table)
-    : dialect_(dialect), find_table_(find_table), translate_subquery_([this](const Query& query, const Scope& outer) {
+SelectTranslator::SelectTranslator(const Target& target, const TableFinder& find_table)
+    : target_(target), find_table_(find_table), translate_subquery_([this](const Query& query, const Scope& outer) {
         TranslatedQuery translated = Translate(query, &outer);
         SubquerySql result{std::move(translated.sql), {}};
         for (const ResultColumn& column : translated.columns) result.classes.push_back(column.cls);
@@ -34,17 +47,42 @@ SelectTranslator::SelectTranslator(Dialect dialect, const TableFinder& find_tabl
       }) {}
 
 TranslatedQuery SelectTranslator::Translate(const Query& query, const Scope* outer) {
+  ++depth_;
+  TranslatedQuery result = query.arms.size() == 1 ? TranslateSingle(query, outer) : TranslateUnion(query, outer);
+  --depth_;
+  return result;
+}
+
+TranslatedQuery SelectTranslator::TranslateSingle(const Query& query, const Scope* outer) {
   TranslatedQuery result;
-  if (query.arms.size() == 1) {
-    const BoundSelect select = Bind(query.arms[0], outer, &query.order);
-    result.columns = select.columns;
-    std::vector<ValueClass> classes;
-    for (const ResultColumn& column : select.columns) classes.push_back(column.cls);
-    result.sql = Write(select, classes);
-    if (!select.order.empty()) result.sql += " ORDER BY " + Joined(select.order, ", ");
-    if (select.top) result.sql += " LIMIT " + std::to_string(*select.top);
-    return result;
+  const BoundSelect select = Bind(query.arms[0], outer, &query.order);
+  result.columns = select.columns;
+  result.sql = Write(select, select.outputs, ClassesOf(select.columns));
+  if (select.distinct && emitter().OrdersUnasked() && !select.order.empty()) {
+    result.sql = emitter().OrderedUnion(std::move(result.sql), DistinctKeys(query, select));
+  } else if (!select.order.empty()) {
+    result.sql += " ORDER BY " + Joined(select.order, ", ");
   }
+  if (select.top) result.sql += emitter().TopAtEnd(*select.top);
+  return result;
+}
+
+// Rows of SELECT DISTINCT can be ordered by nothing but what they show.
+std::vector<Emitter::UnionKey> SelectTranslator::DistinctKeys(const Query& query, const BoundSelect& select) {
+  std::vector<Emitter::UnionKey> keys;
+  for (size_t index = 0; index < select.order_keys.size(); ++index) {
+    const TypedSql& key = select.order_keys[index];
+    const auto shown = std::find_if(select.outputs.begin(), select.outputs.end(),
+                                    [&](const TypedSql& output) { return output.sql == key.sql; });
+    if (shown == select.outputs.end())
+      throw Refusal(query.arms[0].offset, "SELECT DISTINCT 的 ORDER BY 只能使用结果中的字段");
+    keys.push_back({static_cast<size_t>(shown - select.outputs.begin()) + 1, key.cls, select.descending[index]});
+  }
+  return keys;
+}
+
+TranslatedQuery SelectTranslator::TranslateUnion(const Query& query, const Scope* outer) {
+  TranslatedQuery result;
   std::vector<BoundSelect> arms;
   for (const SelectCore& core : query.arms) {
     arms.push_back(Bind(core, outer, nullptr));
@@ -54,39 +92,24 @@ TranslatedQuery SelectTranslator::Translate(const Query& query, const Scope* out
     }
   }
   result.columns = arms.front().columns;
-  std::vector<ValueClass> classes;
   for (size_t index = 0; index < result.columns.size(); ++index) {
     ValueClass cls = ValueClass::kNull;
-    for (const BoundSelect& arm : arms) cls = Unify(cls, arm.columns[index].cls);
+    for (const BoundSelect& arm : arms) cls = emitter().Common(cls, arm.columns[index].cls);
     result.columns[index].cls = cls;
-    classes.push_back(cls);
   }
   for (size_t arm = 0; arm < arms.size(); ++arm) {
     if (arm > 0) result.sql += query.union_all[arm - 1] ? " UNION ALL " : " UNION ";
-    const std::string sql = Write(arms[arm], classes);
-    result.sql += arms[arm].top ? "SELECT * FROM (" + sql + " LIMIT " + std::to_string(*arms[arm].top) + ")" : sql;
+    const std::string sql = Write(arms[arm], arms[arm].outputs, ClassesOf(result.columns));
+    const bool wrapped = arms[arm].top && !emitter().TopAtEnd(*arms[arm].top).empty();
+    result.sql += wrapped ? "SELECT * FROM (" + sql + emitter().TopAtEnd(*arms[arm].top) + ") AS u" : sql;
   }
+  std::vector<Emitter::UnionKey> keys;
   for (const OrderItem& item : query.order) {
-    result.sql += &item == &query.order.front() ? " ORDER BY " : ", ";
-    result.sql += std::to_string(ResolveOrder(*item.expr, result.columns) + 1) + (item.descending ? " DESC" : "");
+    const size_t place = ResolveOrder(*item.expr, result.columns);
+    keys.push_back({place + 1, result.columns[place].cls, item.descending});
   }
+  if (!keys.empty()) result.sql = emitter().OrderedUnion(std::move(result.sql), keys);
   return result;
-}
-
-size_t SelectTranslator::ResolveOrder(const Expr& item, const std::vector<ResultColumn>& columns) {
-  if (item.kind == ExprKind::kInteger) {
-    const auto ordinal = base::ParseInteger(item.text);
-    if (ordinal && *ordinal >= 1 && static_cast<uint64_t>(*ordinal) <= columns.size())
-      return static_cast<size_t>(*ordinal - 1);
-    throw Refusal(item.offset, "ORDER BY 的序号“" + item.text + "”超出字段数");
-  }
-  if (item.kind != ExprKind::kColumn || !item.qualifier.empty()) {
-    throw Refusal(item.offset, "UNION 的 ORDER BY 只能使用结果的字段名或序号");
-  }
-  for (size_t index = 0; index < columns.size(); ++index) {
-    if (base::EqualsIgnoringCase(columns[index].name, item.text)) return index;
-  }
-  throw Refusal(item.offset, "ORDER BY 的字段“" + item.text + "”不在结果中");
 }
 
 BoundSelect SelectTranslator::Bind(const SelectCore& core, const Scope* outer, const std::vector<OrderItem>* order) {
@@ -111,22 +134,30 @@ BoundSelect SelectTranslator::Bind(const SelectCore& core, const Scope* outer, c
   if (select.aggregated) {
     for (const TypedSql& output : select.outputs) CheckGrouped(output);
   }
-  for (TypedSql& output : select.outputs) output = Canonical(std::move(output));
-  if (order != nullptr && !order->empty()) BindOrder(*order, select);
+  for (TypedSql& output : select.outputs) output = emitter().Canonical(std::move(output));
+  if (order != nullptr && !order->empty()) {
+    auto expressions = Expressions(*select.scope);
+    expressions.SetGroups(&select.groups);
+    SelectOrder(emitter()).Bind(*order, expressions, select);
+  } else if (order != nullptr && depth_ <= 1 && emitter().OrdersUnasked()) {
+    SelectOrder(emitter()).BindUnasked(select);
+  }
   return select;
 }
 
-std::string SelectTranslator::Write(const BoundSelect& select, const std::vector<ValueClass>& classes) {
+std::string SelectTranslator::Write(const BoundSelect& select, const std::vector<TypedSql>& outputs,
+                                    const std::vector<ValueClass>& classes) const {
   std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
-  for (size_t index = 0; index < select.outputs.size(); ++index) {
-    sql.append(index == 0 ? "" : ", ").append(ConvertTo(select.outputs[index], classes[index]).sql);
+  if (select.top) sql += emitter().TopAtFront(*select.top);
+  for (size_t index = 0; index < outputs.size(); ++index) {
+    sql.append(index == 0 ? "" : ", ").append(emitter().ConvertTo(outputs[index], classes[index]).sql);
     sql.append(" AS c").append(std::to_string(index));
   }
   if (!select.from.empty()) sql += " FROM " + select.from;
   for (size_t index = 0; index < select.conditions.size(); ++index) {
     sql.append(index == 0 ? " WHERE " : " AND ").append(select.conditions[index].sql);
   }
-  if (!select.groups.empty()) sql += " GROUP BY " + Joined(select.written_groups, ", ");
+  if (!select.groups.empty()) sql += " GROUP BY " + Joined(SqlOf(select.group_values), ", ");
   if (!select.having.empty()) sql += " HAVING " + select.having;
   return sql;
 }
@@ -155,10 +186,10 @@ void SelectTranslator::BindSource(const TableRef& ref, BoundSelect& select) {
   } else {
     source.table = find_table_(ref.name);
     if (source.table == nullptr) throw Refusal(ref.offset, "数据库中没有名为“" + ref.name + "”的表");
-    select.from += QuotedName(source.table->name) + " AS " + source.alias;
+    select.from += emitter().Name(source.table->name) + " AS " + source.alias;
     for (const TableColumn& column : source.table->columns) {
-      source.columns.push_back(
-          {column.name, source.alias + "." + QuotedName(column.name), column.cls, RawFormOf(column.cls), source.id});
+      source.columns.push_back({column.name, source.alias + "." + emitter().Name(column.name), column.cls,
+                                emitter().ColumnForm(column.cls), source.id});
     }
   }
   select.scope->sources.push_back(std::move(source));
@@ -192,7 +223,7 @@ void SelectTranslator::BindJoin(const TableRef& ref, BoundSelect& select, JoinPl
 void SelectTranslator::BindOn(const TableRef& ref, BoundSelect& select, SourceSet left, SourceSet right,
                               JoinStep& step) {
   const Scope& scope = *select.scope;
-  if (dialect_ == Dialect::kDesktop) CheckDesktopOn(*ref.on, scope, left, right);
+  if (target_.dialect == Dialect::kDesktop) CheckDesktopOn(*ref.on, scope, left, right);
   auto expressions = Expressions(scope);
   expressions.ForbidAggregates("ON");
   const TypedSql on = expressions.TranslateCondition(*ref.on);
@@ -256,12 +287,7 @@ void SelectTranslator::AddAll(const SelectItem& item, BoundSelect& select) {
   for (const BoundSource& source : scope.sources) {
     if (only != nullptr && only->id != source.id) continue;
     for (const BoundColumn& column : source.columns) {
-      TypedSql value;
-      value.sql = column.sql;
-      value.cls = column.cls;
-      value.form = column.form;
-      value.sources.Add(column.source);
-      value.column = &column;
+      TypedSql value = ColumnValue(column);
       const bool grouped = std::find(select.groups.begin(), select.groups.end(), column.sql) != select.groups.end();
       if (!grouped) value.ungrouped = item.offset;
       select.columns.push_back({column.name, column.cls});
@@ -292,54 +318,9 @@ void SelectTranslator::BindGroups(const SelectCore& core, BoundSelect& select) {
     const TypedSql value = expressions.TranslateValue(*expr);
     if (value.constant) throw Refusal(expr->offset, "GROUP BY 中不能是常量");
     select.groups.push_back(value.sql);
-    select.written_groups.push_back(Canonical(value).sql);
+    select.group_values.push_back(emitter().Canonical(value));
     select.aggregated = true;
   }
-}
-
-void SelectTranslator::CheckGrouped(const TypedSql& value) const {
-  if (value.ungrouped) throw Refusal(*value.ungrouped, "这个字段既不在 GROUP BY 中，也不在聚合函数中");
-}
-
-void SelectTranslator::BindOrder(const std::vector<OrderItem>& order, BoundSelect& select) {
-  auto expressions = Expressions(*select.scope);
-  expressions.SetGroups(&select.groups);
-  for (const OrderItem& item : order) {
-    const Expr& expr = *item.expr;
-    const bool plain_name = expr.kind == ExprKind::kColumn && expr.qualifier.empty();
-    const bool alias =
-        plain_name && std::any_of(select.columns.begin(), select.columns.end(), [&](const ResultColumn& column) {
-          return base::EqualsIgnoringCase(column.name, expr.text);
-        });
-    const char* direction = item.descending ? " DESC" : "";
-    if (expr.kind == ExprKind::kInteger || alias) {
-      const size_t index = ResolveOrder(expr, select.columns);
-      select.order.push_back(std::to_string(index + 1) + direction);
-      select.order_keys.push_back(select.outputs[index]);
-      select.descending.push_back(item.descending);
-      continue;
-    }
-    TypedSql key = expressions.TranslateValue(expr);
-    if (select.aggregated) CheckGrouped(key);
-    key = Canonical(std::move(key));
-    if (key.constant) continue;
-    select.order.push_back(key.sql + direction);
-    select.order_keys.push_back(std::move(key));
-    select.descending.push_back(item.descending);
-  }
-  AddRowNumbers(select);
-}
-
-// Rows with equal keys come in the order that they have in the tables, first table first.
-void SelectTranslator::AddRowNumbers(BoundSelect& select) {
-  if (select.distinct || select.aggregated || !select.chained) return;
-  for (const BoundSource& source : select.scope->sources) {
-    if (source.table == nullptr || source.table->row_number.empty()) return;
-  }
-  for (const BoundSource& source : select.scope->sources) {
-    select.order.push_back(source.alias + "." + source.table->row_number);
-  }
-  select.ordered_by_rows = true;
 }
 
 }  // namespace stockbook::databases

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "databases/dialect/sql_composer.h"
+#include "databases/dialect/select_order.h"
 
 namespace stockbook::databases {
 namespace {
@@ -45,7 +45,7 @@ bool OutputsAreOwn(const PlanArm& arm) {
 // The column of the result that a key names, with or without the name of the derived table around the union.
 std::optional<size_t> KeyColumn(const Expr& expr, const std::string& wrapper,
                                 const std::vector<ResultColumn>& columns) {
-  if (expr.kind == ExprKind::kInteger) return SelectTranslator::ResolveOrder(expr, columns);
+  if (expr.kind == ExprKind::kInteger) return ResolveOrder(expr, columns);
   if (expr.kind != ExprKind::kColumn) return std::nullopt;
   if (!expr.qualifier.empty() && (wrapper.empty() || !base::EqualsIgnoringCase(expr.qualifier, wrapper)))
     return std::nullopt;
@@ -56,7 +56,8 @@ std::optional<size_t> KeyColumn(const Expr& expr, const std::string& wrapper,
 }
 
 std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<OrderItem>& order,
-                                       const std::string& wrapper, SelectTranslator& translator) {
+                                       const std::string& wrapper, const Emitter& emitter,
+                                       SelectTranslator& translator) {
   if (std::any_of(query.union_all.begin(), query.union_all.end(), [](bool all) { return all; })) return std::nullopt;
   StatementPlan plan;
   plan.distinct_union = true;
@@ -71,13 +72,13 @@ std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<Ord
   }
   std::vector<ValueClass> classes(columns.size(), ValueClass::kNull);
   for (size_t index = 0; index < columns.size(); ++index) {
-    for (const PlanArm& arm : plan.arms) classes[index] = Unify(classes[index], arm.select.columns[index].cls);
+    for (const PlanArm& arm : plan.arms) classes[index] = emitter.Common(classes[index], arm.select.columns[index].cls);
   }
   for (PlanArm& arm : plan.arms) {
     for (size_t index = 0; index < columns.size(); ++index) {
-      arm.outputs.push_back(ConvertTo(arm.select.outputs[index], classes[index]));
+      arm.outputs.push_back(emitter.ConvertTo(arm.select.outputs[index], classes[index]));
     }
-    arm.sql = SelectTranslator::Write(arm.select, classes);
+    arm.sql = translator.Write(arm.select, arm.select.outputs, classes);
     if (!OutputsAreOwn(arm)) return std::nullopt;
   }
   for (const OrderItem& item : order) {
@@ -99,21 +100,28 @@ std::optional<StatementPlan> PlanSingle(const Query& query, SelectTranslator& tr
     plan.keys.push_back({arm.outputs.size(), arm.select.descending[index]});
     arm.outputs.push_back(arm.select.order_keys[index]);
   }
+  for (const TypedSql& key : arm.select.row_keys) {
+    plan.keys.push_back({arm.outputs.size(), false});
+    arm.outputs.push_back(key);
+  }
+  std::vector<ValueClass> classes;
+  for (const TypedSql& output : arm.outputs) classes.push_back(output.cls);
+  arm.sql = translator.Write(arm.select, arm.outputs, classes);
   return OutputsAreOwn(arm) ? std::optional(std::move(plan)) : std::nullopt;
 }
 
 }  // namespace
 
-std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, const TableFinder& find_table) {
-  SelectTranslator translator(dialect, find_table);
-  if (query.arms.size() > 1) return PlanUnion(query, query.order, {}, translator);
+std::optional<StatementPlan> PlanStatement(const Query& query, const Target& target, const TableFinder& find_table) {
+  SelectTranslator translator(target, find_table);
+  if (query.arms.size() > 1) return PlanUnion(query, query.order, {}, target.emitter, translator);
   const Query* inner = WrappedQuery(query.arms[0]);
   if (inner == nullptr) return query.order.empty() ? std::nullopt : PlanSingle(query, translator);
   const std::string& wrapper = query.arms[0].from[0]->alias;
   while (inner->arms.size() == 1 && inner->order.empty() && WrappedQuery(inner->arms[0]) != nullptr)
     inner = WrappedQuery(inner->arms[0]);
   if (inner->arms.size() < 2 || !inner->order.empty()) return std::nullopt;
-  return PlanUnion(*inner, query.order, wrapper, translator);
+  return PlanUnion(*inner, query.order, wrapper, target.emitter, translator);
 }
 
 }  // namespace stockbook::databases

@@ -13,7 +13,7 @@ namespace stockbook::databases {
 struct PlanArm {
   BoundSelect select;
   std::vector<TypedSql> outputs;
-  std::string sql;  // the outputs as c0, c1, … without any order
+  std::string sql;  // the outputs as c0, c1, …, without any order
 };
 
 struct PlanKey {
@@ -33,6 +33,6 @@ struct StatementPlan {
 };
 
 // Nothing when the statement is of another shape, or reads anything but plain stored tables.
-std::optional<StatementPlan> PlanStatement(const Query& query, Dialect dialect, const TableFinder& find_table);
+std::optional<StatementPlan> PlanStatement(const Query& query, const Target& target, const TableFinder& find_table);
 
 }  // namespace stockbook::databases

@@ -6,12 +6,12 @@
 
 namespace stockbook::databases {
 
-Translation TranslateStatement(std::string_view statement, Dialect dialect, const TableFinder& find_table) {
+Translation TranslateStatement(std::string_view statement, const Target& target, const TableFinder& find_table) {
   try {
-    const Query query = ParseStatement(statement, dialect);
+    const Query query = ParseStatement(statement, target.dialect);
     Translation translation;
-    translation.query = SelectTranslator(dialect, find_table).Translate(query);
-    translation.plan = PlanStatement(query, dialect, find_table);
+    translation.query = SelectTranslator(target, find_table).Translate(query);
+    translation.plan = PlanStatement(query, target, find_table);
     return translation;
   } catch (const Refusal& refusal) {
     throw RefusedAt(statement, refusal);

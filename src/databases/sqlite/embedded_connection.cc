@@ -5,6 +5,7 @@
 
 #include "base/money.h"
 #include "databases/connection_string.h"
+#include "databases/dialect/sqlite_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
@@ -74,8 +75,9 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
   const ReadTransaction transaction(database_);
   database_.interruption().Check();
   catalog_.Refresh();
-  const Translation translation =
-      TranslateStatement(statement, dialect_, [this](std::string_view name) { return catalog_.FindTable(name); });
+  const SqliteEmitter emitter;
+  const Translation translation = TranslateStatement(
+      statement, {dialect_, emitter}, [this](std::string_view name) { return catalog_.FindTable(name); });
   if (translation.plan && strategy_ != Strategy::kStatement) {
     const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;
     if (auto fields = ExecutePlan(database_, *translation.plan, translation.query.columns, reading)) {

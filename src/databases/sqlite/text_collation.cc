@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "databases/dialect/operators.h"
-#include "databases/dialect/sql_composer.h"
+#include "databases/dialect/sqlite_emitter.h"
 
 namespace stockbook::databases {
 namespace {
