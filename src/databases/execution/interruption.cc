@@ -45,6 +45,11 @@ void Interruption::Cancel() {
 
 bool Interruption::IsDue() const { return WasCancelled() || (limit_ && used_ + (Clock::now() - started_) >= *limit_); }
 
+std::optional<Interruption::Clock::duration> Interruption::Left() const {
+  if (!limit_) return std::nullopt;
+  return std::max(*limit_ - used_ - (Clock::now() - started_), Clock::duration::zero());
+}
+
 void Interruption::Check() const {
   if (IsDue()) throw Reason("Execute");
 }

@@ -44,6 +44,8 @@ class Interruption {
 
   // Whether what runs has to end. Reads the clock; cheap enough for every few hundred rows.
   bool IsDue() const;
+  // The time that what runs still has, never below zero; nothing without a limit.
+  std::optional<Clock::duration> Left() const;
   bool WasCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
   // Throws Reason("Execute") if what runs has to end. Loops over rows outside of SQLite call it now and then.
   void Check() const;

@@ -17,6 +17,8 @@ class ReadableTables {
 
   // Ignoring ASCII case. SQLite's own tables never are.
   bool Contains(std::string_view name) const;
+  // Their names in lower case, for an engine that looks for these alone; nullptr where every table may be read.
+  const std::set<std::string, std::less<>>* Names() const { return all_ ? nullptr : &names_; }
 
  private:
   std::set<std::string, std::less<>> names_;  // in lower case
