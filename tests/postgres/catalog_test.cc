@@ -27,6 +27,22 @@ class PostgresCatalogs : public PostgresTest {
   }
 };
 
+TEST_F(PostgresCatalogs, KnowWhatTellsRowsApart) {
+  Connect("Tables=*");
+  server().Run(
+      "CREATE TABLE t (a int, b int, c int, PRIMARY KEY (c, a)); CREATE TABLE u (a int UNIQUE); CREATE VIEW v AS "
+      "SELECT * FROM t");
+  const Interruption::Running running(interruption());
+  const Transaction transaction(session());
+  PostgresCatalog catalog(session());
+  catalog.Refresh();
+  EXPECT_EQ(catalog.FindTable("t")->row_keys, (std::vector<std::string>{"c", "a"}));
+  EXPECT_TRUE(catalog.FindTable("t")->plain);
+  EXPECT_TRUE(catalog.FindTable("u")->row_keys.empty());
+  EXPECT_TRUE(catalog.FindTable("v")->row_keys.empty());
+  EXPECT_FALSE(catalog.FindTable("v")->plain);
+}
+
 std::string Number(ValueClass cls) { return std::to_string(static_cast<int>(cls)); }
 
 TEST_F(PostgresCatalogs, KnowTheColumnsOfTablesAndViews) {

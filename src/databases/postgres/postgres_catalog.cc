@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "base/text.h"
 #include "databases/dialect/typed_sql.h"
@@ -14,15 +15,18 @@ namespace {
 // Tables, partitioned and foreign ones, views and materialized views, column by column. A domain counts as what it is
 // made of.
 constexpr const char* kColumns =
-    "SELECT c.relname, a.attname, pg_catalog.format_type(CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE a.atttypid "
-    "END,"
-    " NULL) FROM pg_catalog.pg_class AS c"
+    "SELECT c.relname, a.attname,"
+    " pg_catalog.format_type(CASE WHEN t.typtype = 'd' THEN t.typbasetype ELSE a.atttypid END, NULL), c.relkind,"
+    " pg_catalog.array_position(CAST(i.indkey AS pg_catalog.int2[]), a.attnum)"
+    " FROM pg_catalog.pg_class AS c"
     " JOIN pg_catalog.pg_namespace AS n ON n.oid = c.relnamespace"
     " JOIN pg_catalog.pg_attribute AS a ON a.attrelid = c.oid"
     " JOIN pg_catalog.pg_type AS t ON t.oid = a.atttypid"
+    " LEFT JOIN pg_catalog.pg_index AS i ON i.indrelid = c.oid AND i.indisprimary"
     " WHERE c.relkind IN ('r', 'p', 'f', 'v', 'm') AND a.attnum > 0 AND NOT a.attisdropped"
     " AND n.nspname NOT IN ('pg_catalog', 'information_schema') AND pg_catalog.pg_table_is_visible(c.oid)";
 constexpr const char* kOrder = " ORDER BY c.relname, a.attnum";
+enum Cell : int { kTable, kColumn, kType, kKind, kKeyPlace };
 // ASCII letters alone, whatever the database's language is.
 constexpr const char* kLowerName =
     "pg_catalog.translate(c.relname, 'ABCDEFGHIJKLMNOPQRSTUVWXYZ', 'abcdefghijklmnopqrstuvwxyz')";
@@ -65,16 +69,26 @@ void PostgresCatalog::Refresh() {
 
 void PostgresCatalog::ReadTables() {
   const PostgresResult rows = session_.Ask(ColumnsQuery(session_.settings().tables));
+  std::map<int, std::string> keys;  // of the table under way, by their places
   for (int row = 0; row < PQntuples(rows.get()); ++row) {
-    const std::string name(CellOf(rows, row, 0));
+    const std::string name(CellOf(rows, row, kTable));
     if (!session_.settings().tables.Contains(name)) continue;
     auto& table = tables_[name];
     if (!table) {
       table = std::make_unique<TableSchema>();
       table->name = name;
+      // Only a stored table can be told row from row; a foreign one has its keys elsewhere.
+      const std::string_view kind = CellOf(rows, row, kKind);
+      table->plain = kind == "r" || kind == "p";
       tables_by_lower_case_.emplace(base::AsciiLower(name), table.get());
+      keys.clear();
     }
-    table->columns.push_back({std::string(CellOf(rows, row, 1)), ClassOfPostgresType(CellOf(rows, row, 2))});
+    const std::string column(CellOf(rows, row, kColumn));
+    table->columns.push_back({column, ClassOfPostgresType(CellOf(rows, row, kType))});
+    if (PQgetisnull(rows.get(), row, kKeyPlace) != 0) continue;
+    keys.emplace(std::atoi(PQgetvalue(rows.get(), row, kKeyPlace)), column);
+    table->row_keys.clear();
+    for (const auto& [place, key] : keys) table->row_keys.push_back(key);
   }
 }
 

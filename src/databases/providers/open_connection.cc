@@ -8,6 +8,9 @@
 #include "databases/connection_string.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"
+#ifdef STOCKBOOK_WITH_POSTGRES
+#include "databases/postgres/postgres_connection.h"
+#endif
 
 namespace stockbook::databases {
 namespace {
@@ -21,10 +24,16 @@ struct Provider {
   std::string_view needs;
 };
 
+#ifdef STOCKBOOK_WITH_POSTGRES
+constexpr Open kOpenPostgres = OpenPostgres;
+#else
+constexpr Open kOpenPostgres = nullptr;
+#endif
+
 constexpr std::array<Provider, 4> kProviders = {{
     {"Stockbook.Embedded", OpenEmbedded, ""},
     {"Stockbook.Desktop", nullptr, "libmdb（软件包 mdbtools-dev）"},
-    {"Postgres", nullptr, "libpq（软件包 libpq-dev）"},
+    {"Postgres", kOpenPostgres, "libpq（软件包 libpq-dev）"},
     {"Odbc", nullptr, "unixODBC（软件包 unixodbc-dev）"},
 }};
 
