@@ -8,6 +8,9 @@
 #include "databases/connection_string.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"
+#ifdef STOCKBOOK_WITH_DESKTOP_FILES
+#include "databases/desktop/desktop_connection.h"
+#endif
 #ifdef STOCKBOOK_WITH_POSTGRES
 #include "databases/postgres/postgres_connection.h"
 #endif
@@ -24,6 +27,12 @@ struct Provider {
   std::string_view needs;
 };
 
+#ifdef STOCKBOOK_WITH_DESKTOP_FILES
+constexpr Open kOpenDesktop = OpenDesktop;
+#else
+constexpr Open kOpenDesktop = nullptr;
+#endif
+
 #ifdef STOCKBOOK_WITH_POSTGRES
 constexpr Open kOpenPostgres = OpenPostgres;
 #else
@@ -32,7 +41,7 @@ constexpr Open kOpenPostgres = nullptr;
 
 constexpr std::array<Provider, 4> kProviders = {{
     {"Stockbook.Embedded", OpenEmbedded, ""},
-    {"Stockbook.Desktop", nullptr, "libmdb（软件包 mdbtools-dev）"},
+    {"Stockbook.Desktop", kOpenDesktop, "libmdb（软件包 mdbtools-dev）"},
     {"Postgres", kOpenPostgres, "libpq（软件包 libpq-dev）"},
     {"Odbc", nullptr, "unixODBC（软件包 unixodbc-dev）"},
 }};

@@ -25,6 +25,8 @@ enum class Strategy { kFastest, kStatement, kArms };
 class EmbeddedConnection : public platform::Connection {
  public:
   explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
+  // With settings that do not come from the string, for a file that stands in for what the string names.
+  EmbeddedConnection(std::string connection_string, Strategy strategy, const EmbeddedSettings& settings);
 
   std::string ConnectionString() const override { return connection_string_; }
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
@@ -32,7 +34,6 @@ class EmbeddedConnection : public platform::Connection {
   void Cancel() override { database_.interruption().Cancel(); }
 
  private:
-  EmbeddedConnection(std::string connection_string, Strategy strategy, const EmbeddedSettings& settings);
   platform::Recordset ExecuteChecked(std::string_view statement);
 
   std::string connection_string_;
