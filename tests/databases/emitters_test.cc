@@ -25,6 +25,9 @@ using databases::TableSchema;
 using databases::Translation;
 using databases::ValueClass;
 
+const PostgresEmitter kPostgresEmitter;
+const ServerEmitter kServerEmitter;
+
 const std::vector<TableSchema>& SmallSchema() {
   static const std::vector<TableSchema> tables = [] {
     TableSchema a;
@@ -47,7 +50,7 @@ const std::vector<TableSchema>& SmallSchema() {
 
 Translation Emitted(std::string_view statement, Dialect dialect, const Emitter& emitter,
                     Ampersand ampersand = Ampersand::kServerRefusesTexts) {
-  return databases::TranslateStatement(
+  return databases::Translation(
       statement, {dialect, emitter, ampersand}, [](std::string_view name) -> const TableSchema* {
         const auto found = std::find_if(SmallSchema().begin(), SmallSchema().end(), [&](const TableSchema& table) {
           return base::EqualsIgnoringCase(table.name, name);
@@ -57,11 +60,11 @@ Translation Emitted(std::string_view statement, Dialect dialect, const Emitter& 
 }
 
 std::string InPostgres(std::string_view statement, Dialect dialect = Dialect::kDesktop) {
-  return Emitted(statement, dialect, PostgresEmitter()).query.sql;
+  return Emitted(statement, dialect, kPostgresEmitter).Whole().sql;
 }
 
 std::string InServer(std::string_view statement, Dialect dialect = Dialect::kServer) {
-  return Emitted(statement, dialect, ServerEmitter(), Ampersand::kJoinsTexts).query.sql;
+  return Emitted(statement, dialect, kServerEmitter, Ampersand::kJoinsTexts).Whole().sql;
 }
 
 TEST(PostgresEmitter, WritesStandardSqlWithEveryConversion) {
@@ -119,15 +122,15 @@ TEST(ServerEmitter, WritesTheServersOwnWords) {
 TEST(ServerEmitter, JoinsTextsByAmpersandAsTheDesktopDoes) {
   EXPECT_EQ(InServer("SELECT k & '' FROM a"),
             "SELECT (coalesce(CAST(t0.[k] AS nvarchar(4000)), N'') + N'') AS c0 FROM [a] AS t0 ORDER BY t0.[k]");
-  EXPECT_THROW(Emitted("SELECT k & '' FROM a", Dialect::kServer, ServerEmitter()), platform::Error);
+  EXPECT_THROW(Emitted("SELECT k & '' FROM a", Dialect::kServer, kServerEmitter), platform::Error);
 }
 
 TEST(Emitters, PlanJournalsAsArmsWithoutAnyOrder) {
-  const Translation translation = Emitted("SELECT k, x FROM a ORDER BY d DESC", Dialect::kDesktop, PostgresEmitter());
-  ASSERT_TRUE(translation.plan);
-  EXPECT_EQ(translation.plan->result_columns, 2U);
-  ASSERT_EQ(translation.plan->keys.size(), 2U);
-  EXPECT_EQ(translation.plan->arms[0].sql,
+  Translation translation = Emitted("SELECT k, x FROM a ORDER BY d DESC", Dialect::kDesktop, kPostgresEmitter);
+  ASSERT_TRUE(translation.plan());
+  EXPECT_EQ(translation.plan()->result_columns, 2U);
+  ASSERT_EQ(translation.plan()->keys.size(), 2U);
+  EXPECT_EQ(translation.plan()->arms[0].sql,
             "SELECT t0.\"k\" AS c0, t0.\"x\" AS c1, t0.\"d\" AS c2, t0.\"k\" AS c3 FROM \"a\" AS t0");
 }
 

@@ -265,8 +265,8 @@ TEST(Equivalence, HoldsInAFileOfSixteenBitTexts) {
 }
 
 databases::Translation Translated(const std::string& statement, databases::Catalog& catalog) {
-  return databases::TranslateStatement(statement, {Dialect::kDesktop, kEquivalenceEmitter},
-                                       [&](std::string_view name) { return catalog.FindTable(name); });
+  return databases::Translation(statement, {Dialect::kDesktop, kEquivalenceEmitter},
+                                [&](std::string_view name) { return catalog.FindTable(name); });
 }
 
 // Both arms of the journal are read table by table and not in one of the slower ways.
@@ -282,10 +282,10 @@ TEST(JoinedReading, CoversTheArmsOfEveryJournal) {
        {MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), ProjectJournal(Dialect::kDesktop, "1", "2005-03"),
         SupplierJournal(Dialect::kDesktop, " Where Recs.ksID in (5,6)", "2005-03"),
         CustomerJournal(Dialect::kDesktop, " Where Recs.ksID=7", "2005-03")}) {
-    const auto translation = Translated(statement, catalog);
-    ASSERT_TRUE(translation.plan.has_value());
-    std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
-    for (const auto& arm : translation.plan->arms) EXPECT_NO_THROW(JoinArm(database, arm, sinks));
+    auto translation = Translated(statement, catalog);
+    ASSERT_TRUE(translation.plan().has_value());
+    std::vector<databases::ColumnSink> sinks(translation.plan()->arms[0].outputs.size());
+    for (const auto& arm : translation.plan()->arms) EXPECT_NO_THROW(JoinArm(database, arm, sinks));
   }
 }
 
@@ -300,9 +300,9 @@ TEST(JoinedReading, RefusesAMasterTableWithAKeyTwice) {
   RegisterFunctions(database);
   databases::Catalog catalog(database);
   catalog.Refresh();
-  const auto translation = Translated(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), catalog);
-  std::vector<databases::ColumnSink> sinks(translation.plan->arms[0].outputs.size());
-  EXPECT_THROW(JoinArm(database, translation.plan->arms[0], sinks), databases::NotCovered);
+  auto translation = Translated(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), catalog);
+  std::vector<databases::ColumnSink> sinks(translation.plan()->arms[0].outputs.size());
+  EXPECT_THROW(JoinArm(database, translation.plan()->arms[0], sinks), databases::NotCovered);
   // The line in that depot is then listed once for each of its rows, as by a join.
   EXPECT_EQ(EmbeddedConnection(file.DesktopString())
                 .Execute(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"))

@@ -167,15 +167,15 @@ TEST_F(Interrupted, APlanEndsOutsideOfSqliteToo) {
   databases::RegisterFunctions(database);
   databases::Catalog catalog(database);
   catalog.Refresh();
-  const auto translation = databases::TranslateStatement(
-      MaterialJournal(Dialect::kDesktop, "1)", "2005-03"), {Dialect::kDesktop, kInterruptionEmitter},
-      [&](std::string_view name) { return catalog.FindTable(name); });
-  ASSERT_TRUE(translation.plan);
+  auto translation = databases::Translation(MaterialJournal(Dialect::kDesktop, "1)", "2005-03"),
+                                            {Dialect::kDesktop, kInterruptionEmitter},
+                                            [&](std::string_view name) { return catalog.FindTable(name); });
+  ASSERT_TRUE(translation.plan());
   for (const auto reading : {databases::ArmReading::kJoined, databases::ArmReading::kStepped}) {
     const Interruption::Running running(database.interruption());
     database.interruption().BeginMoment();
     std::this_thread::sleep_for(std::chrono::microseconds(1));
-    const auto run = [&] { databases::ExecutePlan(database, *translation.plan, translation.query.columns, reading); };
+    const auto run = [&] { databases::ExecutePlan(database, *translation.plan(), translation.columns(), reading); };
     EXPECT_EQ(ErrorOf(run).kind(), ErrorKind::kInterrupted);
     const databases::Database::OwnWork own(database);
     EXPECT_EQ(ErrorOf(run).kind(), ErrorKind::kInterrupted);

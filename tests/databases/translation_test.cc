@@ -28,7 +28,7 @@ TEST(Translation, OfAJournalIsReadableSql) {
     return found == tables.end() ? nullptr : &*found;
   };
   const auto translated = [&](std::string_view statement, Dialect dialect) {
-    return databases::TranslateStatement(statement, {dialect, kTranslationEmitter}, find_table).query.sql;
+    return databases::Translation(statement, {dialect, kTranslationEmitter}, find_table).Whole().sql;
   };
   EXPECT_EQ(translated("SELECT TOP 2 A.k, -m AS minus, d & ' ' & Left(x, 2), 0 AS Flag FROM a LEFT JOIN [B] AS "
                        "bb ON a.k=bb.k WHERE a.k>1 And Left(y,1)='z' ORDER BY d, minus DESC",
@@ -51,8 +51,8 @@ TEST(Translation, OfAJournalIsReadableSql) {
 std::string TranslatedOrRefused(const std::string& statement) {
   const TableSchema table{"a", {{"k", ValueClass::kInteger}}, "_rowid_"};
   try {
-    databases::TranslateStatement(statement, {Dialect::kServer, kTranslationEmitter},
-                                  [&](std::string_view) { return &table; });
+    databases::Translation(statement, {Dialect::kServer, kTranslationEmitter},
+                           [&](std::string_view) { return &table; });
   } catch (const platform::Error& error) {
     return error.what();
   }

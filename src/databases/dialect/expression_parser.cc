@@ -108,6 +108,7 @@ ExprPtr ExpressionParser::ParseComparison() {
       left = ParseIsNull(std::move(left));
       continue;
     }
+    if (tokens_.Peek().type != TokenType::kName) return left;
     const size_t ahead = tokens_.AtKeyword("NOT") ? 1 : 0;
     if (tokens_.AtKeyword("IN", ahead)) {
       left = ParseIn(std::move(left));
@@ -180,21 +181,21 @@ int ExpressionParser::RankOf(const Token& token) const {
   return -1;
 }
 
-ExprPtr ExpressionParser::ParseOperators(int rank) {
-  constexpr int kTightest = 4;
-  if (rank > kTightest) return ParseSign();
-  ExprPtr left = ParseOperators(rank + 1);
-  while (RankOf(tokens_.Peek()) == rank) {
+ExprPtr ExpressionParser::ParseOperators(int loosest) {
+  ExprPtr left = ParseSign();
+  for (int rank = RankOf(tokens_.Peek()); rank >= loosest; rank = RankOf(tokens_.Peek())) {
     Token token = tokens_.Take();
     left = Join(Upper(std::move(token.text)), token.offset, std::move(left), ParseOperators(rank + 1));
   }
-  if (rank == 0) {
-    if (tokens_.AtSymbol("||")) throw Refusal(tokens_.offset(), "不支持运算符“||”，连接文本请用 & 或 +");
-    for (const std::string_view sign : {"\\", "%", "^", "|"}) {
-      if (tokens_.AtSymbol(sign)) throw Refusal(tokens_.offset(), "此方言不支持运算符“" + std::string(sign) + "”");
-    }
-  }
+  if (loosest == 0 && tokens_.Peek().type == TokenType::kSymbol) RefuseForeignOperator();
   return left;
+}
+
+void ExpressionParser::RefuseForeignOperator() const {
+  if (tokens_.AtSymbol("||")) throw Refusal(tokens_.offset(), "不支持运算符“||”，连接文本请用 & 或 +");
+  for (const std::string_view sign : {"\\", "%", "^", "|"}) {
+    if (tokens_.AtSymbol(sign)) throw Refusal(tokens_.offset(), "此方言不支持运算符“" + std::string(sign) + "”");
+  }
 }
 
 ExprPtr ExpressionParser::ParseSign() {

@@ -43,7 +43,9 @@ class ExpressionParser {
   ExprPtr ParseBetween(ExprPtr left);
   ExprPtr ParseLike(ExprPtr left);
   ExprPtr ParseIsNull(ExprPtr left);
-  ExprPtr ParseOperators(int rank);
+  // Operators of this rank and tighter ones.
+  ExprPtr ParseOperators(int loosest);
+  void RefuseForeignOperator() const;
   ExprPtr ParseSign();
   ExprPtr ParsePower();
   ExprPtr ParsePrimary();

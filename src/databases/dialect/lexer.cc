@@ -40,6 +40,7 @@ class Lexer {
 
   std::vector<Token> Run() {
     std::vector<Token> tokens;
+    tokens.reserve(statement_.size() / 6 + 8);  // about what a journal has
     while (SkipBlanks()) tokens.push_back(Next());
     tokens.push_back({TokenType::kEnd, {}, statement_.size()});
     return tokens;
@@ -128,7 +129,7 @@ class Lexer {
     static constexpr std::array<std::string_view, 7> kPairs = {"<>", "<=", ">=", "!=", "||", "--", "/*"};
     const std::string_view pair = statement_.substr(at_, 2);
     for (const std::string_view known : kPairs) {
-      if (pair != known) continue;
+      if (pair.front() != known.front() || pair != known) continue;
       if (known == "/*" || (known == "--" && dialect_ == Dialect::kServer)) throw Refusal(at_, "语句中不支持注释");
       if (known == "--") break;  // the desktop dialect has no comments: two minus signs
       const size_t start = at_;

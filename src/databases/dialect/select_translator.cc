@@ -150,7 +150,9 @@ std::string SelectTranslator::Write(const BoundSelect& select, const std::vector
   std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   if (select.top) sql += emitter().TopAtFront(*select.top);
   for (size_t index = 0; index < outputs.size(); ++index) {
-    sql.append(index == 0 ? "" : ", ").append(emitter().ConvertTo(outputs[index], classes[index]).sql);
+    const TypedSql& output = outputs[index];
+    sql.append(index == 0 ? "" : ", ");
+    sql.append(output.cls == classes[index] ? output.sql : emitter().ConvertTo(output, classes[index]).sql);
     sql.append(" AS c").append(std::to_string(index));
   }
   if (!select.from.empty()) sql += " FROM " + select.from;
@@ -187,6 +189,7 @@ void SelectTranslator::BindSource(const TableRef& ref, BoundSelect& select) {
     source.table = find_table_(ref.name);
     if (source.table == nullptr) throw Refusal(ref.offset, "数据库中没有名为“" + ref.name + "”的表");
     select.from += emitter().Name(source.table->name) + " AS " + source.alias;
+    source.columns.reserve(source.table->columns.size());
     for (const TableColumn& column : source.table->columns) {
       source.columns.push_back({column.name, source.alias + "." + emitter().Name(column.name), column.cls,
                                 emitter().ColumnForm(column.cls), source.id});

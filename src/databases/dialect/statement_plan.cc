@@ -74,11 +74,14 @@ std::optional<StatementPlan> PlanUnion(const Query& query, const std::vector<Ord
   for (size_t index = 0; index < columns.size(); ++index) {
     for (const PlanArm& arm : plan.arms) classes[index] = emitter.Common(classes[index], arm.select.columns[index].cls);
   }
+  plan.columns = columns;
+  for (size_t index = 0; index < columns.size(); ++index) plan.columns[index].cls = classes[index];
   for (PlanArm& arm : plan.arms) {
+    arm.outputs.reserve(columns.size());
     for (size_t index = 0; index < columns.size(); ++index) {
       arm.outputs.push_back(emitter.ConvertTo(arm.select.outputs[index], classes[index]));
     }
-    arm.sql = translator.Write(arm.select, arm.select.outputs, classes);
+    arm.sql = translator.Write(arm.select, arm.outputs, classes);
     if (!OutputsAreOwn(arm)) return std::nullopt;
   }
   for (const OrderItem& item : order) {
@@ -96,6 +99,7 @@ std::optional<StatementPlan> PlanSingle(const Query& query, SelectTranslator& tr
   if (!IsPlainSelect(arm.select) || !arm.select.ordered_by_rows) return std::nullopt;
   arm.outputs = arm.select.outputs;
   plan.result_columns = arm.outputs.size();
+  plan.columns = arm.select.columns;
   for (size_t index = 0; index < arm.select.order_keys.size(); ++index) {
     plan.keys.push_back({arm.outputs.size(), arm.select.descending[index]});
     arm.outputs.push_back(arm.select.order_keys[index]);

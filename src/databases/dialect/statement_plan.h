@@ -27,6 +27,7 @@ struct StatementPlan {
   std::vector<PlanArm> arms;
   std::vector<PlanKey> keys;
   size_t result_columns = 0;
+  std::vector<ResultColumn> columns;  // of the result
   // UNION: rows equal in all columns are one; rows with equal keys come in the order of their columns from the first
   // on. Otherwise there is one arm, and rows with equal keys come in the order of the first table's row numbers.
   bool distinct_union = false;

@@ -17,13 +17,24 @@ constexpr std::array<std::string_view, 31> kReserved = {
 
 constexpr size_t kShownCharacters = 30;
 
+// The length and the first letter, of which there are two, tell nearly all words apart.
+bool SameWord(std::string_view text, std::string_view keyword) {
+  return text.size() == keyword.size() && ((text.front() ^ keyword.front()) & ~0x20) == 0 &&
+         base::EqualsIgnoringCase(text, keyword);
+}
+
 }  // namespace
 
 const Token& TokenStream::Peek(size_t ahead) const { return tokens_[std::min(at_ + ahead, tokens_.size() - 1)]; }
 
+Token TokenStream::Take() {
+  if (at_ + 1 < tokens_.size()) return std::move(tokens_[at_++]);
+  return tokens_[at_];
+}
+
 bool TokenStream::AtKeyword(std::string_view keyword, size_t ahead) const {
   const Token& token = Peek(ahead);
-  return token.type == TokenType::kName && base::EqualsIgnoringCase(token.text, keyword);
+  return token.type == TokenType::kName && SameWord(token.text, keyword);
 }
 
 bool TokenStream::AtSymbol(std::string_view symbol, size_t ahead) const {
@@ -35,8 +46,9 @@ bool TokenStream::AtName(size_t ahead) const {
   const Token& token = Peek(ahead);
   if (token.type == TokenType::kQuotedName) return true;
   if (token.type != TokenType::kName) return false;
+  if (static_cast<unsigned char>(token.text.front()) > 'z') return true;  // Chinese, as most names are
   return std::none_of(kReserved.begin(), kReserved.end(),
-                      [&](std::string_view word) { return base::EqualsIgnoringCase(token.text, word); });
+                      [&](std::string_view word) { return SameWord(token.text, word); });
 }
 
 bool TokenStream::TakeKeyword(std::string_view keyword) {

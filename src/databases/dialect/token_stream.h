@@ -15,7 +15,8 @@ class TokenStream {
   explicit TokenStream(std::vector<Token> tokens) : tokens_(std::move(tokens)) {}
 
   const Token& Peek(size_t ahead = 0) const;
-  Token Take() { return tokens_[at_ + 1 < tokens_.size() ? at_++ : at_]; }
+  // The word is handed over; the last one stays.
+  Token Take();
   size_t offset() const { return Peek().offset; }
 
   bool AtKeyword(std::string_view keyword, size_t ahead = 0) const;

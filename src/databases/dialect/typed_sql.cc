@@ -7,8 +7,13 @@
 namespace stockbook::databases {
 namespace {
 
-std::string Quoted(std::string_view text, const char* quote) {
-  return quote + base::ReplaceAll(text, quote, std::string(quote) + quote) + quote;
+std::string Quoted(std::string_view text, char quote) {
+  std::string quoted;
+  quoted.reserve(text.size() + 2);
+  quoted += quote;
+  for (const char c : text) quoted.append(c == quote ? 2 : 1, c);
+  quoted += quote;
+  return quoted;
 }
 
 const BoundSource* SourceNamed(const Scope& scope, const std::string& name, size_t offset) {
@@ -25,7 +30,7 @@ const BoundSource* SourceNamed(const Scope& scope, const std::string& name, size
 const BoundColumn* ColumnNamed(const BoundSource& source, const std::string& name, size_t offset) {
   const BoundColumn* found = nullptr;
   for (const BoundColumn& column : source.columns) {
-    if (!base::EqualsIgnoringCase(column.name, name)) continue;
+    if (column.name.size() != name.size() || !base::EqualsIgnoringCase(column.name, name)) continue;
     if (found != nullptr) throw Refusal(offset, "字段“" + name + "”在“" + source.name + "”中不止一个");
     found = &column;
   }
@@ -71,7 +76,7 @@ const BoundColumn& Scope::Find(const std::string& qualifier, const std::string& 
   throw Refusal(offset, "没有名为“" + name + "”的字段");
 }
 
-std::string QuotedName(std::string_view name) { return Quoted(name, "\""); }
-std::string QuotedText(std::string_view text) { return Quoted(text, "'"); }
+std::string QuotedName(std::string_view name) { return Quoted(name, '"'); }
+std::string QuotedText(std::string_view text) { return Quoted(text, '\''); }
 
 }  // namespace stockbook::databases

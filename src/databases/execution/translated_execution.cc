@@ -60,12 +60,12 @@ std::vector<platform::Field> ReadWhole(const TranslatedQuery& query, RowReader& 
 platform::Recordset ExecuteTranslated(std::string_view statement, const Target& target, const TableFinder& find_table,
                                       RowReader& reader, const Interruption& interruption) {
   try {
-    const Translation translation = TranslateStatement(statement, target, find_table);
-    if (translation.plan) {
-      if (auto fields = ReadArms(*translation.plan, translation.query.columns, reader, interruption))
+    Translation translation(statement, target, find_table);
+    if (translation.plan()) {
+      if (auto fields = ReadArms(*translation.plan(), translation.columns(), reader, interruption))
         return platform::Recordset(std::move(*fields));
     }
-    return platform::Recordset(ReadWhole(translation.query, reader));
+    return platform::Recordset(ReadWhole(translation.Whole(), reader));
   } catch (const base::ArithmeticError& error) {
     throw platform::Error("Execute", error.what());
   } catch (const std::bad_alloc&) {

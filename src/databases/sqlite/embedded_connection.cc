@@ -76,15 +76,15 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
   database_.interruption().Check();
   catalog_.Refresh();
   const SqliteEmitter emitter;
-  const Translation translation = TranslateStatement(
-      statement, {dialect_, emitter}, [this](std::string_view name) { return catalog_.FindTable(name); });
-  if (translation.plan && strategy_ != Strategy::kStatement) {
+  Translation translation(statement, {dialect_, emitter},
+                          [this](std::string_view name) { return catalog_.FindTable(name); });
+  if (translation.plan() && strategy_ != Strategy::kStatement) {
     const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;
-    if (auto fields = ExecutePlan(database_, *translation.plan, translation.query.columns, reading)) {
+    if (auto fields = ExecutePlan(database_, *translation.plan(), translation.columns(), reading)) {
       return platform::Recordset(std::move(*fields));
     }
   }
-  return platform::Recordset(ExecuteStatement(database_, translation.query));
+  return platform::Recordset(ExecuteStatement(database_, translation.Whole()));
 }
 
 std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string) {
