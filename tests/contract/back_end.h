@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "databases/database_file.h"
+#include "databases/dialect/dialect.h"
+
+namespace stockbook::testing {
+
+// A database of one kind with the tables of an inventory in it, for one test.
+class BackEnd {
+ public:
+  BackEnd() = default;
+  BackEnd(const BackEnd&) = delete;
+  BackEnd& operator=(const BackEnd&) = delete;
+  virtual ~BackEnd() = default;
+
+  // What a host hands to OpenConnection, so that the control sends the dialect.
+  virtual std::string ConnectionString(databases::Dialect dialect) const = 0;
+  // Changes the database as another program would, in plain SQL.
+  virtual void Change(const std::string& sql) = 0;
+};
+
+// The kinds that the contract is held against, such as "Embedded" and "Postgres".
+std::vector<std::string> BackEndKinds();
+
+// A database of the kind with the tables and rows of the file; nullptr, and why, where this machine has none.
+std::unique_ptr<BackEnd> MakeBackEnd(const std::string& kind, const DatabaseFile& file, std::string& missing);
+
+}  // namespace stockbook::testing
