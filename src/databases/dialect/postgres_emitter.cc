@@ -36,7 +36,9 @@ constexpr auto kTemplates = std::to_array<FunctionTemplate>({
     {"sb_to_integer_server", 1, "CAST(trunc(CAST($1s AS numeric)) AS bigint)"},
     {"sb_to_real", 1, "$1r"},
     {"sb_to_money", 1, "$1m"},
-    {"sb_val", 1, "coalesce(CAST(substring($1t from '^ *[-+]?[0-9]+[.]?[0-9]*') AS double precision), 0)"},
+    {"sb_val", 1,
+     "(CASE WHEN $1t IS NOT NULL THEN coalesce(CAST(substring($1t from '^ *[-+]?[0-9]+[.]?[0-9]*') AS double "
+     "precision), 0) END)"},
     {"sb_is_numeric", 1, "(CASE WHEN $1r IS NULL THEN 0 ELSE -1 END)"},
     {"sb_is_null", 1, "(CASE WHEN $1t IS NULL THEN -1 ELSE 0 END)"},
     {"sb_abs", 1, "abs($1s)"},
@@ -60,7 +62,11 @@ constexpr auto kTemplates = std::to_array<FunctionTemplate>({
      "day')"},
     {"sb_now", 0, "date_trunc('second', CAST(now() AS timestamp))"},
     {"sb_today", 0, "CAST(CAST(now() AS date) AS timestamp)"},
-    {"multiply_money", 2, "CAST(CAST($1s AS numeric) * CAST($2s AS numeric) AS numeric(19,4))"},
+    // Half to even, as money is rounded everywhere: the server's round() goes away from zero.
+    {"multiply_money", 2,
+     "CAST(CASE WHEN mod(abs(CAST($1s AS numeric) * CAST($2s AS numeric) * 10000), 1) = 0.5 THEN round(CAST($1s AS "
+     "numeric) * CAST($2s AS numeric) * 5000) * 2 / 10000 ELSE round(CAST($1s AS numeric) * CAST($2s AS numeric), 4) "
+     "END AS numeric(19,4))"},
     {"add_days", 2, "($1d + $2r * interval '1 day')"},
     {"subtract_days", 2, "($1d - $2r * interval '1 day')"},
     {"days_between", 2, "CAST(date_part('epoch', $1d - $2d) / 86400 AS double precision)"},

@@ -6,6 +6,7 @@
 
 #include "base/number.h"
 #include "base/text.h"
+#include "databases/dialect/date_functions.h"
 #include "databases/dialect/refusal.h"
 #include "databases/dialect/sql_composer.h"
 
@@ -68,7 +69,8 @@ std::string StrictEmitter::ConstantAs(ValueClass cls, const base::Value& value) 
   if (value.IsNull()) return Cast("NULL", cls);
   if (cls == ValueClass::kText) return TextLiteral(value.Text());
   if (cls == ValueClass::kDate) {
-    const auto date = value.AsDate();
+    const auto* text = value.As<std::string>();
+    const auto date = text != nullptr ? ReadDateText(*text) : value.AsDate();
     return date ? DateLiteral(date->Text()) : Cast("NULL", cls);
   }
   if (cls == ValueClass::kMoney) {
