@@ -49,7 +49,7 @@ constexpr const char* kShared[] = {"k + 1",
                                    "m > r",
                                    "t = 12",
                                    "s = 5",
-                                   "s = k",
+
                                    "t IN ('AB','12')",
                                    "k IN (1,3)",
                                    "k NOT IN (1,3)",
