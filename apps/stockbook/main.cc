@@ -2,7 +2,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -17,6 +19,7 @@
 #include "stockbook/command/render_command.h"
 #include "stockbook/command/sample_command.h"
 #include "stockbook/command/sql_command.h"
+#include "stockbook/inventory/database_source.h"
 
 namespace {
 
@@ -25,6 +28,14 @@ namespace {
 void OccupyClosedStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
+
+// The system's list of programs shows the arguments as they are in memory.
+void HidePasswords(int argc, char** argv) {
+  for (int index = 1; index < argc; ++index) {
+    if (stockbook::app::DatabaseSource::MayHavePassword(argv[index]))
+      std::fill_n(argv[index], std::strlen(argv[index]), '*');
   }
 }
 
@@ -42,7 +53,9 @@ int main(int argc, char** argv) {
       OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),
   };
   Terminal terminal{std::cin, std::cout, std::cerr};
-  const int code = RunProgram(commands, std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);
+  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  HidePasswords(argc, argv);
+  const int code = RunProgram(commands, arguments, terminal);
   std::cout.flush();
   if (code != kExitDone || std::cout) return code;
   std::cerr << "stockbook: The output could not be written; check the disk or the program that reads it.\n";

@@ -10,6 +10,12 @@ namespace {
 
 std::string Quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
+// Of what may be a connection string no more than its first name, since there may be a password in it.
+std::string QuotedArgument(std::string_view text) {
+  const size_t equals = text.find('=');
+  return Quoted(equals == std::string_view::npos ? std::string(text) : std::string(text.substr(0, equals)) + "=...");
+}
+
 const Option* FindOption(std::span<const Option> options, std::string_view name) {
   const auto found =
       std::find_if(options.begin(), options.end(), [&](const Option& option) { return option.name == name; });
@@ -120,7 +126,8 @@ std::string CommandLine::Positional(size_t index, std::string_view meaning) cons
 
 void CommandLine::ExpectAtMost(size_t positional_count) const {
   if (positionals_.size() <= positional_count) return;
-  throw UsageError("The argument " + Quoted(positionals_[positional_count]) + " is one too many; leave it out.");
+  throw UsageError("The argument " + QuotedArgument(positionals_[positional_count]) +
+                   " is one too many; leave it out.");
 }
 
 }  // namespace stockbook::app

@@ -11,6 +11,7 @@
 
 #include "base/text.h"
 #include "stockbook/command/command_line.h"
+#include "stockbook/inventory/database_source.h"
 
 namespace stockbook::app {
 namespace {
@@ -32,7 +33,10 @@ bool AsksForHelp(std::span<const std::string> arguments) {
 }
 
 bool MeansOpen(std::string_view argument) {
-  if (argument.starts_with("-") || argument.ends_with(".db")) return true;
+  if (argument.starts_with("-") || DatabaseSource::IsConnectionString(argument)) return true;
+  for (const std::string_view ending : {".db", ".mdb", ".accdb"}) {
+    if (argument.ends_with(ending)) return true;
+  }
   std::error_code ignored;
   return std::filesystem::exists(std::filesystem::path(argument), ignored);
 }

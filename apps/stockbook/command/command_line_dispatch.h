@@ -30,7 +30,8 @@ inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
 // Runs the command named by the arguments and returns the exit code. The command is `open` if there are no arguments,
-// or the first one is an option, an existing file, or ends in ".db". Every error is one line on `err`.
+// or the first one is an option, an existing file, a connection string, or ends in ".db", ".mdb" or ".accdb". Every
+// error is one line on `err`.
 int RunProgram(std::span<const Command> commands, const std::vector<std::string>& arguments, Terminal& terminal);
 
 // Tells what a command that goes on could not do, each in a line of its own.

@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "platform/error.h"
+#include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/journal_export.h"
 #include "stockbook/command/journal_options.h"
@@ -41,18 +42,19 @@ constexpr std::array<std::string_view, 2> kColumnChoices{"visible", "all"};
 
 int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
   const CommandLine line = ReadJournalCommand(arguments, kOptions);
-  const std::string path = line.Positional(0, "DB, the inventory");
+  DatabaseSource source = ReadSource(line, line.Positional(0, "DB, the inventory"), "export", terminal);
   const JournalOptions options = RequireJournalOptions(line);
   const std::string format = line.Choice("format", kFormats).value_or("csv");
   const std::string usual_columns = format == "ndjson" ? "all" : "visible";
   const bool all = line.Choice("columns", kColumnChoices).value_or(usual_columns) == "all";
   const std::string target = line.Value("output").value_or("-");
-  CheckOutput(target, path, Replaces::kNoInventory);
+  CheckOutput(target, source.file(), Replaces::kNoInventory);
   const auto columns = all ? ExportColumns::kAll : ExportColumns::kVisible;
 
   const GuiSession session(GuiNeed::kPicture);
   JournalDesk desk;
-  const LoadReport report = LoadJournal(desk.control(), OpenInventory(path), options);
+  const LoadReport report =
+      LoadJournal(desk.control(), OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal()), options);
   if (!report.loaded) throw platform::Error("export", LoadError(report));
   Warn("export", LoadProblems(report), terminal);
   OutputFile output(target, terminal.out);

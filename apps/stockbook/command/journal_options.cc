@@ -6,6 +6,8 @@
 #include <limits>
 #include <vector>
 
+#include "stockbook/command/database_options.h"
+
 namespace stockbook::app {
 namespace {
 
@@ -43,13 +45,16 @@ constexpr std::string_view kJournalUsage =
 
 }  // namespace
 
-std::string JournalCommandUsage(std::string_view own) { return std::string(own).append(kJournalUsage); }
+std::string JournalCommandUsage(std::string_view own) {
+  return std::string(own).append(kJournalUsage).append("\n").append(DatabaseUsage());
+}
 
 std::span<const Option> JournalOptionList() { return kOptions; }
 
 CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own) {
   std::vector<Option> known(own.begin(), own.end());
   known.insert(known.end(), kOptions.begin(), kOptions.end());
+  known.push_back(kPasswordFileOption);
   CommandLine line(arguments, known);
   line.ExpectAtMost(1);
   return line;

@@ -25,10 +25,11 @@ struct JournalOptions {
 // The options of JOURNAL, which precede a command's own ones.
 std::span<const Option> JournalOptionList();
 
-// The help of a command with JOURNAL: `own` and the lines that explain JOURNAL.
+// The help of a command with DB and JOURNAL: `own` and the lines that explain these.
 std::string JournalCommandUsage(std::string_view own);
 
-// The parsed arguments of a command with `DB JOURNAL` and `own` options. Throws UsageError like CommandLine.
+// The parsed arguments of a command with `DB JOURNAL`, the options of both and `own` ones. Throws UsageError like
+// CommandLine.
 CommandLine ReadJournalCommand(std::span<const std::string> arguments, std::span<const Option> own);
 
 // The journal, or nothing if no option of JOURNAL was given. Throws UsageError if it is incomplete: the material and

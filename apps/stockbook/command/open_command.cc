@@ -4,9 +4,11 @@
 #include <QStandardPaths>
 #include <filesystem>
 #include <ostream>
+#include <utility>
 
 #include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/main_window.h"
@@ -18,7 +20,7 @@ constexpr std::string_view kUsage = R"(Opens the window.
 
 Usage: stockbook [open] [DB] [JOURNAL]
 
-  DB   the inventory; without it the sample inventory, made on first use in the user's data folder
+  DB   the inventory; .db, .mdb, .accdb or a connection string; without it the sample inventory, made on first use in the user's data folder
 
 Without JOURNAL it is the material journal of product 1, or of the first product that has lines.
 
@@ -38,13 +40,15 @@ std::string SampleDatabase() {
   return path.string();
 }
 
-int RunOpen(const std::vector<std::string>& arguments, Terminal& /*terminal*/) {
-  const CommandLine line(arguments, JournalOptionList());
-  line.ExpectAtMost(1);
+int RunOpen(const std::vector<std::string>& arguments, Terminal& terminal) {
+  const CommandLine line = ReadJournalCommand(arguments, {});
   const auto options = ReadJournalOptions(line);
+  DatabaseSource source;
+  if (!line.positionals().empty()) source = ReadSource(line, line.positionals().front(), "open", terminal);
   GuiSession session(GuiNeed::kWindow);
   MainWindow window;
-  window.OpenDatabase(line.positionals().empty() ? SampleDatabase() : line.positionals().front());
+  if (line.positionals().empty()) source = DatabaseSource(SampleDatabase());
+  window.OpenDatabase(std::move(source), window.AskInDialog());
   window.show();
   // The window appears before a long load begins, and shows its progress.
   QApplication::processEvents();

@@ -8,10 +8,12 @@
 #include <array>
 #include <ostream>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/error.h"
 #include "sheet/grid_sheet.h"
+#include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
@@ -67,18 +69,18 @@ QByteArray PdfOf(qt::StockbookWidget& journal, const QPageLayout& page) {
 
 int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
   const CommandLine line = ReadJournalCommand(arguments, kOptions);
-  const std::string path = line.Positional(0, "DB, the inventory");
+  DatabaseSource source = ReadSource(line, line.Positional(0, "DB, the inventory"), "print", terminal);
   const JournalOptions options = RequireJournalOptions(line);
   const QPageLayout page(QPageSize(PaperOf(line)),
                          line.Has("portrait") ? QPageLayout::Portrait : QPageLayout::Landscape,
                          QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm), QPageLayout::Millimeter);
   const std::string target = line.Required("output", "-o PDF, the file to write");
-  CheckOutput(target, path, Replaces::kNoInventory);
+  CheckOutput(target, source.file(), Replaces::kNoInventory);
   OutputFile output(target, terminal.out);
 
   const GuiSession session(GuiNeed::kPicture);
   MainWindow window;
-  window.OpenDatabase(path);
+  window.OpenDatabase(std::move(source), AskOnTerminal());
   const LoadReport report = window.LoadJournal(options);
   if (!report.loaded) throw platform::Error("print", LoadError(report));
   Warn("print", LoadProblems(report), terminal);

@@ -11,10 +11,12 @@
 #include <new>
 #include <optional>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 #include "base/number.h"
 #include "platform/error.h"
+#include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
@@ -103,19 +105,19 @@ void WritePng(const QImage& image, std::ostream& out) {
 
 int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   const CommandLine line = ReadJournalCommand(arguments, kOptions);
-  const std::string path = line.Positional(0, "DB, the inventory");
+  DatabaseSource source = ReadSource(line, line.Positional(0, "DB, the inventory"), "render", terminal);
   const JournalOptions options = RequireJournalOptions(line);
   const double scale = ScaleOf(line);
   const QSize size = SizeOf(line, scale);
   const auto top_row = line.Integer("top-row", 0, std::numeric_limits<int>::max());
   const std::string target = line.Required("output", "-o PNG, the picture to write");
-  CheckOutput(target, path, Replaces::kNoInventory);
+  CheckOutput(target, source.file(), Replaces::kNoInventory);
   OutputFile output(target, terminal.out);
 
   const GuiSession session(GuiNeed::kPicture, scale);
   if (line.Has("dark")) QApplication::setPalette(DarkPalette());
   MainWindow window;
-  window.OpenDatabase(path);
+  window.OpenDatabase(std::move(source), AskOnTerminal());
   // The requested size, even if it is too narrow for the bar.
   window.layout()->setSizeConstraint(QLayout::SetNoConstraint);
   window.setMinimumSize(1, 1);

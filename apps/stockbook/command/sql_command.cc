@@ -4,13 +4,13 @@
 #include <array>
 #include <ostream>
 
-#include "databases/sqlite/embedded_connection.h"
 #include "journal/opening_balance.h"
 #include "journal/periods.h"
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
+#include "stockbook/command/database_options.h"
 #include "stockbook/command/journal_options.h"
-#include "stockbook/window/journal_desk.h"
+#include "stockbook/inventory/database_source.h"
 
 namespace stockbook::app {
 namespace {
@@ -21,7 +21,7 @@ constexpr std::string_view kUsage =
 Usage: stockbook sql DB JOURNAL [--dialect desktop|server]
 
   DB               the inventory
-  --dialect NAME   the language of the statements: desktop (as usual) or server
+  --dialect NAME   the language of the statements: desktop (as usual) or server; a connection string says it itself
 
 )";
 
@@ -38,10 +38,15 @@ journal::SubjectKeys KeysOf(const JournalOptions& options, platform::Connection&
 
 int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
   const CommandLine line = ReadJournalCommand(arguments, kOptions);
-  const std::string path = line.Positional(0, "DB, the inventory");
+  const std::string argument = line.Positional(0, "DB, the inventory");
+  DatabaseSource source = ReadSource(line, argument, "sql", terminal);
   const JournalOptions options = RequireJournalOptions(line);
   const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
-  const auto connection = OpenInventory(path, server ? SqlDialect::kServer : SqlDialect::kDesktop);
+  if (line.Has("dialect") && DatabaseSource::IsConnectionString(argument))
+    throw UsageError(
+        "The option --dialect is for files: a connection string with SQL in it, as in 'Dialect=SQL', means the "
+        "server dialect, any other the desktop one; leave the option out.");
+  const auto connection = OpenInventory(source, server ? SqlDialect::kServer : SqlDialect::kDesktop, AskOnTerminal());
   const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
   const journal::SubjectKeys keys = KeysOf(options, *connection, type);
   // Both or none: without periods there is no balance statement.

@@ -4,8 +4,6 @@
 #include <algorithm>
 
 #include "base/column_keys.h"
-#include "base/text.h"
-#include "databases/sqlite/embedded_connection.h"
 #include "platform/error.h"
 #include "qt/fonts.h"
 
@@ -33,13 +31,6 @@ class Recorder : public interaction::EventListener {
 };
 
 }  // namespace
-
-std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect) {
-  // In quotes, because a path may contain semicolons.
-  return databases::OpenEmbedded(std::string("Provider=Stockbook.Embedded;") +
-                                 (dialect == SqlDialect::kServer ? "Dialect=SQL;" : "") + "Data Source=\"" +
-                                 base::ReplaceAll(path, "\"", "\"\"") + "\"");
-}
 
 void SetUpJournal(control::Stockbook& control, const JournalOptions& options) {
   control.SetAllowQty2(options.allow_qty2);

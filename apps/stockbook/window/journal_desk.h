@@ -13,14 +13,9 @@
 #include "qt/text_metrics.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/inventory/database_source.h"
 
 namespace stockbook::app {
-
-// The SQL that the control sends.
-enum class SqlDialect { kDesktop, kServer };
-
-// Opens the inventory read-only. Throws platform::Error if the file does not exist or is not an inventory.
-std::shared_ptr<platform::Connection> OpenInventory(const std::string& path, SqlDialect dialect = SqlDialect::kDesktop);
 
 // The messages and the progress of a load.
 struct LoadReport {

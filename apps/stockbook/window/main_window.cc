@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -113,22 +115,34 @@ void MainWindow::TakeLayout() {
   }
 }
 
-void MainWindow::OpenDatabase(const std::string& path) {
-  std::shared_ptr<platform::Connection> connection = OpenInventory(path);
+AskPassword MainWindow::AskInDialog() {
+  return [this](const std::string& database) -> std::optional<std::string> {
+    bool accepted = false;
+    const QString password =
+        QInputDialog::getText(this, QStringLiteral("密码"), QStringLiteral("“%1”的密码：").arg(qt::ToQString(database)),
+                              QLineEdit::Password, {}, &accepted);
+    if (!accepted) return std::nullopt;
+    return qt::FromQString(password);
+  };
+}
+
+void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
+  std::shared_ptr<platform::Connection> connection = OpenInventory(source, SqlDialect::kDesktop, ask);
   bar_->SetInventory(connection);
   connection_ = std::move(connection);
   shown_.reset();
-  path_ = path;
+  database_ = source.name();
+  file_ = source.file();
   UpdateTitle();
 }
 
 void MainWindow::ChooseDatabase() {
   const QString path =
-      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(path_)).path(),
-                                   QStringLiteral("库存数据库 (*.db);;所有文件 (*)"));
+      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
+                                   QStringLiteral("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
   if (path.isEmpty()) return;
   try {
-    OpenDatabase(qt::FromQString(path));
+    OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
     LoadFirstJournal();
   } catch (const platform::Error& error) {
     ShowMessage(qt::ToQString(error.what()));
@@ -229,7 +243,7 @@ void MainWindow::TakeNotice(const QString& message) {
 
 void MainWindow::UpdateTitle() {
   QString title = QStringLiteral("库存台账");
-  if (!path_.empty()) title = QFileInfo(qt::ToQString(path_)).fileName();
+  if (!database_.empty()) title = file_.empty() ? qt::ToQString(database_) : QFileInfo(qt::ToQString(file_)).fileName();
   const QString caption = qt::ToQString(stockbook_->control().Caption());
   if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
   setWindowTitle(title);

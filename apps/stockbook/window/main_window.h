@@ -29,8 +29,11 @@ class MainWindow : public QMainWindow {
  public:
   explicit MainWindow(QWidget* parent = nullptr);
 
-  // Throws platform::Error and leaves the window unchanged if the file is not an inventory.
-  void OpenDatabase(const std::string& path);
+  // Throws platform::Error and leaves the window unchanged if it cannot be opened or is not an inventory.
+  void OpenDatabase(DatabaseSource source, const AskPassword& ask = {});
+  void OpenDatabase(const std::string& argument) { OpenDatabase(DatabaseSource(argument)); }
+  // Asks by a dialog that does not show what is typed.
+  AskPassword AskInDialog();
   // Loads the journal of the options and shows them in the bar.
   LoadReport LoadJournal(const JournalOptions& options);
   // The material journal of the first product that has lines.
@@ -64,7 +67,8 @@ class MainWindow : public QMainWindow {
   void ObeyCommand(const QString& command);
   void UpdateTitle();
 
-  std::string path_;
+  std::string database_;  // as titles call it
+  std::string file_;      // "" for a server
   std::shared_ptr<platform::Connection> connection_;
   bool loading_ = false;
   bool laid_out_ = false;                // the load laid the columns out
