@@ -11,6 +11,8 @@
 
 #include "databases/sqlite/process_settings.h"
 #include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/copy_command.h"
+#include "stockbook/command/doctor_command.h"
 #include "stockbook/command/export_command.h"
 #include "stockbook/command/import_command.h"
 #include "stockbook/command/open_command.h"
@@ -50,7 +52,8 @@ int main(int argc, char** argv) {
   stockbook::databases::TurnOffMemoryStatistics();
   // One line per command; 'stockbook --help' lists them in this order.
   const std::array commands{
-      OpenCommand(), SampleCommand(), ImportCommand(), SqlCommand(), ExportCommand(), PrintCommand(), RenderCommand(),
+      OpenCommand(),  SampleCommand(), ImportCommand(), SqlCommand(),    ExportCommand(),
+      PrintCommand(), RenderCommand(), CopyCommand(),   DoctorCommand(),
   };
   Terminal terminal{std::cin, std::cout, std::cerr};
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

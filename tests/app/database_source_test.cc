@@ -72,8 +72,10 @@ TEST_F(DatabaseSourceTest, KnowsADesktopFileByItsContent) {
     const DatabaseSource source(Write("inventory.db", signature));
     EXPECT_EQ(databases::ConnectionString(source.ConnectionString()).Find("Provider"), "Stockbook.Desktop");
   }
+  EXPECT_TRUE(DatabaseSource(PathOf("inventory.db")).TakesPassword());
   const DatabaseSource other(Write("other.mdb", "SQLite format 3"));
   EXPECT_EQ(databases::ConnectionString(other.ConnectionString()).Find("Provider"), "Stockbook.Embedded");
+  EXPECT_FALSE(other.TakesPassword());
 }
 
 TEST_F(DatabaseSourceTest, QuotesNothingOfAStringThatItCannotRead) {

@@ -8,19 +8,29 @@
 
 #include "base/number.h"
 #include "stockbook/command/command_line_dispatch.h"
+#include "stockbook/command/copy_command.h"
+#include "stockbook/command/doctor_command.h"
 #include "stockbook/command/import_command.h"
 #include "stockbook/command/sample_command.h"
 
 namespace stockbook::app {
 
 Outcome InventoryTest::RunArguments(const std::vector<std::string>& arguments, const std::string& input) const {
-  const std::array commands{SampleCommand(), ImportCommand()};
+  const std::array commands{SampleCommand(), ImportCommand(), CopyCommand(), DoctorCommand()};
   std::istringstream in(input);
   std::ostringstream out;
   std::ostringstream err;
   Terminal terminal{in, out, err};
   const int code = RunProgram(commands, arguments, terminal);
   return {code, out.str(), err.str()};
+}
+
+void InventoryTest::Change(const std::string& path, const std::string& sql) {
+  sqlite3* database = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+      << sql << ": " << sqlite3_errmsg(database);
+  sqlite3_close(database);
 }
 
 OpenedInventory::OpenedInventory(const std::string& path) {

@@ -14,10 +14,12 @@ namespace stockbook::app {
 
 using testing::Outcome;
 
-// A test with a folder of its own, which runs the commands `sample` and `import` in the test's process.
+// A test with a folder of its own, which runs the commands that need no toolkit in the test's process.
 class InventoryTest : public ::testing::Test, protected testing::TestFolder {
  protected:
   Outcome RunArguments(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+  // Changes a file in SQLite's own language.
+  static void Change(const std::string& path, const std::string& sql);
 };
 
 // An inventory opened for reading, with rows as texts; a null is "NULL".

@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QCompleter>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QResizeEvent>
+#include <QTimer>
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -297,6 +299,37 @@ TEST_F(Window, LoadsOnceWhenEnterIsPressedOnTheChoice) {
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QApplication::sendEvent(&chooser, &enter);
   EXPECT_EQ(chosen, 1);
+}
+
+// Answers the dialog that asks for a password, once it is there.
+void AnswerPassword(const QString& typed, QString& label, bool& hidden) {
+  QTimer::singleShot(0, [&, typed] {
+    auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    label = dialog->labelText();
+    hidden = dialog->textEchoMode() == QLineEdit::Password;
+    if (typed.isNull()) return dialog->reject();
+    dialog->setTextValue(typed);
+    dialog->accept();
+  });
+}
+
+TEST_F(Window, AsksForAPasswordWithoutShowingIt) {
+  QString label;
+  bool hidden = false;
+  AnswerPassword(QStringLiteral("open; sesame"), label, hidden);
+  EXPECT_EQ(window_->AskInDialog()("stock@db.example.com"), "open; sesame");
+  EXPECT_TRUE(hidden);
+  EXPECT_EQ(label.toStdString(), "“stock@db.example.com”的密码：");
+  AnswerPassword({}, label, hidden);
+  EXPECT_EQ(window_->AskInDialog()("stock@db.example.com"), std::nullopt);
+}
+
+TEST_F(Window, NamesAnInventoryByItsConnectionStringsFileOnly) {
+  window_->OpenDatabase("Provider=Stockbook.Embedded;Password=s3cret;Data Source=" + PathOf("sample.db"));
+  window_->LoadFirstJournal();
+  EXPECT_TRUE(Title().ends_with("— sample.db")) << Title();
+  EXPECT_EQ(stockbook().control().Conn()->ConnectionString().find("s3cret"), std::string::npos);
 }
 
 TEST_F(Window, OffersAllThenTheClassesThenTheSubjects) {

@@ -83,7 +83,7 @@ TEST_F(PostgresConnecting, SaysWhatIsWrong) {
     std::string reason;
   };
   for (const Case& wrong :
-       {Case{"User=locked;Password=wrong", "28P01", "密码不对"}, Case{"User=locked", "", "需要密码"},
+       {Case{"User=locked;Password=wrong", "28P01", "密码不对"}, Case{"User=locked", "28P01", "需要密码"},
         Case{"User=nobody_here", "28000", "服务器不接受这个用户"}, Case{"Database=nothing", "3D000", "没有这个数据库"},
         Case{"sslmode=require", "", "sslmode"}, Case{"sslmode=maybe", "", "sslmode"},
         Case{"Port=1", "", "请检查 Host、Port"}, Case{"Host=no.such.host.invalid", "", "请检查 Host、Port"},

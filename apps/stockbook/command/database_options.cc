@@ -144,7 +144,8 @@ DatabaseSource ReadSource(const CommandLine& line, const std::string& argument, 
         std::string(places.option) + " or " + places.variable + " instead.";
     Warn(command, {&warning, 1}, terminal);
   } else if (file) {
-    if (!source.TakesPassword()) throw UsageError(option + " is for a server; a file takes no password.");
+    if (!source.TakesPassword())
+      throw UsageError(option + " is for servers and desktop files; this file takes no password.");
     source.SetPassword(ReadPasswordFile(*file));
   } else if (const char* variable = std::getenv(places.variable); variable != nullptr && *variable != '\0') {
     if (source.TakesPassword()) source.SetPassword(variable);

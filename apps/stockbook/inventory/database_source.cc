@@ -81,7 +81,7 @@ void DatabaseSource::ReadString(const std::string& text) {
   databases::ConnectionString settings(text);
   text_ = text;
   // Of the providers here, files are what has a Data Source and is no server.
-  if (!TakesPassword()) file_ = settings.Find("Data Source").value_or("");
+  if (Provider().empty() || Provider().starts_with("stockbook.")) file_ = settings.Find("Data Source").value_or("");
   name_ = file_.empty() ? NameOf(settings) : file_;
   came_with_password_ = settings.RemovePasswords();
 }
@@ -95,10 +95,7 @@ bool DatabaseSource::IsEmbedded() const {
   return !provider || base::EqualsIgnoringCase(*provider, "Stockbook.Embedded");
 }
 
-bool DatabaseSource::TakesPassword() const {
-  const std::string provider = Provider();
-  return !provider.empty() && !provider.starts_with("stockbook.");
-}
+bool DatabaseSource::TakesPassword() const { return !IsEmbedded(); }
 
 std::string DatabaseSource::ConnectionString(SqlDialect dialect) const {
   databases::ConnectionString settings(text_);

@@ -39,7 +39,7 @@ class DatabaseSource {
   bool IsEmbedded() const;
   // Whether the text itself had a password in it.
   bool came_with_password() const { return came_with_password_; }
-  // Whether the kind of database may ask for a password: files do not.
+  // Whether the kind of database may ask for a password: servers and desktop files do.
   bool TakesPassword() const;
   bool HasPassword() const { return came_with_password_ || password_.has_value(); }
   void SetPassword(std::string password) { password_ = std::move(password); }

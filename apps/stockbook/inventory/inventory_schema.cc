@@ -105,20 +105,20 @@ constexpr std::array<InventoryTable, kTableCount> kTables{{
     {"tqProjBalance", kProjectBalances},
 }};
 
-constexpr std::string_view kIndexes[] = {
-    "CREATE INDEX 入库记录_pdID ON 入库记录(pdID)",
-    "CREATE INDEX 入库记录_BillID ON 入库记录(BillID)",
-    "CREATE INDEX 入库记录_ksID ON 入库记录(ksID)",
-    "CREATE INDEX 入库记录_pjID ON 入库记录(pjID)",
-    "CREATE INDEX 出库记录_pdID ON 出库记录(pdID)",
-    "CREATE INDEX 出库记录_BillID ON 出库记录(BillID)",
-    "CREATE INDEX 出库记录_ksID ON 出库记录(ksID)",
-    "CREATE INDEX 出库记录_pjID ON 出库记录(pjID)",
-    "CREATE INDEX tqAccPeriod_AccPeriod ON tqAccPeriod(AccPeriod)",
-    "CREATE INDEX 仓库余额表_PdID ON 仓库余额表(PdID, AccPeriod)",
-    "CREATE INDEX tqSuppBalance_ksID ON tqSuppBalance(ksID, pdID)",
-    "CREATE INDEX tqCustBalance_ksID ON tqCustBalance(ksID, pdID)",
-    "CREATE INDEX tqProjBalance_pdID ON tqProjBalance(pdID, pjID)",
+constexpr InventoryIndex kIndexes[] = {
+    {TableName::ReceiptLines, "pdID", "pdID"},
+    {TableName::ReceiptLines, "BillID", "BillID"},
+    {TableName::ReceiptLines, "ksID", "ksID"},
+    {TableName::ReceiptLines, "pjID", "pjID"},
+    {TableName::IssueLines, "pdID", "pdID"},
+    {TableName::IssueLines, "BillID", "BillID"},
+    {TableName::IssueLines, "ksID", "ksID"},
+    {TableName::IssueLines, "pjID", "pjID"},
+    {TableName::Periods, "AccPeriod", "AccPeriod"},
+    {TableName::DepotBalances, "PdID", "PdID, AccPeriod"},
+    {TableName::SupplierBalances, "ksID", "ksID, pdID"},
+    {TableName::CustomerBalances, "ksID", "ksID, pdID"},
+    {TableName::ProjectBalances, "pdID", "pdID, pjID"},
 };
 
 }  // namespace
@@ -140,6 +140,12 @@ std::string InsertStatement(const InventoryTable& table) {
   return text + ")";
 }
 
-std::span<const std::string_view> InventoryIndexes() { return kIndexes; }
+std::span<const InventoryIndex> InventoryIndexes() { return kIndexes; }
+
+std::string CreateStatement(const InventoryIndex& index) {
+  const std::string table(InventoryTableOf(index.table).name);
+  return "CREATE INDEX " + table + "_" + std::string(index.suffix) + " ON " + table + "(" + std::string(index.columns) +
+         ")";
+}
 
 }  // namespace stockbook::app

@@ -48,7 +48,13 @@ const InventoryTable& InventoryTableOf(TableName name);
 std::string CreateStatement(const InventoryTable& table);
 std::string InsertStatement(const InventoryTable& table);
 
-// The CREATE INDEX statements, for the columns that journals, balances and header look-ups select by.
-std::span<const std::string_view> InventoryIndexes();
+// An index for the columns that journals, balances and header look-ups select by.
+struct InventoryIndex {
+  TableName table;
+  std::string_view suffix;   // of its name, behind the table's
+  std::string_view columns;  // with a comma and a blank between them
+};
+std::span<const InventoryIndex> InventoryIndexes();
+std::string CreateStatement(const InventoryIndex& index);
 
 }  // namespace stockbook::app

@@ -3,9 +3,6 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -17,7 +14,6 @@
 #include "base/money.h"
 #include "base/number.h"
 #include "platform/error.h"
-#include "stockbook/inventory/database_companions.h"
 #include "stockbook/inventory/inventory_quantity.h"
 
 namespace stockbook::app {
@@ -89,44 +85,19 @@ constexpr TableName kBalanceTables[] = {TableName::DepotBalances, TableName::Sup
 constexpr TableName kClassTables[] = {TableName::ProductClasses, TableName::SupplierClasses, TableName::CustomerClasses,
                                       TableName::ProjectClasses};
 
-constexpr int kPatienceMs = 2000;
-
 }  // namespace
 
-void InventoryWriter::CloseDatabase::operator()(sqlite3* database) const { sqlite3_close_v2(database); }
-
 InventoryWriter::InventoryWriter(const std::string& path) : file_(path) {
-  sqlite3* database = nullptr;
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-  const int code = sqlite3_open_v2(file_.path().c_str(), &database, flags, nullptr);
-  database_.reset(database);
-  if (code != SQLITE_OK) {
-    throw platform::Error("write an inventory", "Cannot write '" + path + "': " + sqlite3_errstr(code) + ".", code);
-  }
-  // Nobody else uses the file, and an interrupted one is discarded, so it needs no journal and no waiting for the disk.
-  Execute(
-      "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; "
-      "BEGIN");
   for (size_t index = 0; index < kTableCount; ++index)
-    Execute(CreateStatement(InventoryTableOf(static_cast<TableName>(index))));
+    file_.Execute(CreateStatement(InventoryTableOf(static_cast<TableName>(index))));
 }
 
-InventoryWriter::~InventoryWriter() {
-  // Close the statements and the database before their file is removed.
-  for (auto& cursor : cursors_) cursor.reset();
-  database_.reset();
-}
-
-void InventoryWriter::Execute(std::string_view sql) {
-  const int code = sqlite3_exec(database_.get(), std::string(sql).c_str(), nullptr, nullptr, nullptr);
-  if (code == SQLITE_OK) return;
-  throw platform::Error("write an inventory",
-                        "Cannot write '" + file_.target() + "': " + sqlite3_errmsg(database_.get()) + ".", code);
-}
+// The statements are closed before their database, which is a member declared before them.
+InventoryWriter::~InventoryWriter() = default;
 
 InsertCursor& InventoryWriter::Into(TableName table) {
   auto& cursor = cursors_[static_cast<size_t>(table)];
-  if (!cursor) cursor = std::make_unique<InsertCursor>(database_.get(), InventoryTableOf(table), file_.target());
+  if (!cursor) cursor = std::make_unique<InsertCursor>(file_.handle(), InventoryTableOf(table), file_.target());
   return *cursor;
 }
 
@@ -199,46 +170,9 @@ void InventoryWriter::AddBalances(BalanceOwner owner, const BalanceBook& book, i
 
 void InventoryWriter::Finish() {
   for (auto& cursor : cursors_) cursor.reset();
-  for (const std::string_view index : InventoryIndexes()) Execute(index);
-  // Tells the planner about indexes that select everything, such as a product that has all the lines.
-  Execute("PRAGMA analysis_limit=2000; ANALYZE; COMMIT");
-  const int code = sqlite3_close(database_.release());
-  if (code != SQLITE_OK) {
-    throw platform::Error("write an inventory", "Cannot write '" + file_.target() + "': " + sqlite3_errstr(code) + ".",
-                          code);
-  }
-  SettleReplaced();
+  for (const InventoryIndex& index : InventoryIndexes()) file_.Execute(CreateStatement(index));
+  file_.Close();
   file_.Commit();
-  // Leftover files of a replaced inventory must not be taken for parts of the new one.
-  for (const std::string_view ending : kDatabaseCompanions) {
-    std::error_code ignored;
-    std::filesystem::remove(file_.place() + std::string(ending), ignored);
-  }
-}
-
-// A journal beside the replaced inventory would be played back into the new one by whoever opens it, if the program
-// were killed between the move and the removal of the journal. The database plays it back into the old one first.
-void InventoryWriter::SettleReplaced() const {
-  std::error_code ignored;
-  const auto is_left = [&](std::string_view ending) {
-    const auto size = std::filesystem::file_size(file_.place() + std::string(ending), ignored);
-    return !ignored && size > 0;
-  };
-  if (std::none_of(kDatabaseCompanions.begin(), kDatabaseCompanions.end(), is_left)) return;
-  sqlite3* opened = nullptr;
-  int code = sqlite3_open_v2(file_.place().c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-  const std::unique_ptr<sqlite3, CloseDatabase> replaced(opened);
-  if (code == SQLITE_OK) {
-    sqlite3_busy_timeout(opened, kPatienceMs);
-    code = sqlite3_exec(opened, "SELECT count(*) FROM sqlite_master; PRAGMA journal_mode=DELETE", nullptr, nullptr,
-                        nullptr);
-  }
-  // What is no database, or cannot be repaired, has nothing to lose.
-  if (code != SQLITE_BUSY && code != SQLITE_LOCKED) return;
-  throw platform::Error(
-      "write an inventory",
-      "Cannot replace '" + file_.target() + "': another program is using it; close that first, or write another file.",
-      code);
 }
 
 }  // namespace stockbook::app

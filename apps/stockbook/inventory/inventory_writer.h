@@ -6,12 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "stockbook/command/output_file.h"
 #include "stockbook/inventory/inventory_balances.h"
+#include "stockbook/inventory/inventory_file.h"
 #include "stockbook/inventory/inventory_records.h"
 #include "stockbook/inventory/inventory_schema.h"
-
-struct sqlite3;
 
 namespace stockbook::app {
 
@@ -43,16 +41,9 @@ class InventoryWriter {
   void Finish();
 
  private:
-  struct CloseDatabase {
-    void operator()(sqlite3* database) const;
-  };
-
-  void Execute(std::string_view sql);
-  void SettleReplaced() const;
   InsertCursor& Into(TableName table);
 
-  PendingFile file_;
-  std::unique_ptr<sqlite3, CloseDatabase> database_;
+  InventoryFile file_;
   std::array<std::unique_ptr<InsertCursor>, kTableCount> cursors_;
 };
 

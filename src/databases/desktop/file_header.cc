@@ -133,7 +133,9 @@ FileHeader ReadFileHeader(std::string_view first_bytes, const std::string& file,
   header.code_page = WordAt(page, kCodePageAt);
   header.language = WordAt(page, version == 0 ? kJet3LanguageAt : kLanguageAt);
   if (const std::string reason = WhyLocked(page, header.generation, file, password); !reason.empty()) {
-    throw refuse(reason, platform::ErrorKind::kInputOutput);
+    // Another password opens what is not encrypted; the state is what servers say of a wrong one.
+    const bool is_encrypted = header.generation == Generation::kAce && LongAt(page, kKeyAt) != 0;
+    throw platform::Error(operation, reason, 0, platform::ErrorKind::kInputOutput, is_encrypted ? "" : "28P01");
   }
   return header;
 }

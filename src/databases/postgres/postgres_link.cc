@@ -77,7 +77,7 @@ void PostgresLink::Connect() {
   if (step == PGRES_POLLING_OK) return;
   if (PQconnectionNeedsPassword(handle_.get()) != 0) {
     throw platform::Error("Open", "无法连接数据库服务器“" + server_ + "”：需要密码，请给出 Password", 0,
-                          platform::ErrorKind::kInputOutput);
+                          platform::ErrorKind::kInputOutput, "28P01");
   }
   const std::string message = PQerrorMessage(handle_.get());
   throw ErrorOfConnecting(server_, SqlStateIn(message), message);
