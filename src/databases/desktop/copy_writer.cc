@@ -47,8 +47,9 @@ CopyWriter::CopyWriter(const std::string& path, const std::string& source, Inter
   if (code != SQLITE_OK) Fail();
   constexpr int kInstructionsBetweenLooks = 20000;
   sqlite3_progress_handler(opened, kInstructionsBetweenLooks, AskWhetherDue, &interruption_);
-  // Nobody sees the file before it is whole, and one that is not is thrown away.
-  Run("PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA temp_store=MEMORY; "
+  // Nobody sees the file before it is whole, and one that is not is thrown away. A journal is there all the same:
+  // without one an index that cannot be built would leave its traces.
+  Run("PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA temp_store=MEMORY; "
       "BEGIN");
   Run("CREATE TABLE stockbook_source(path TEXT)");
   Run("INSERT INTO stockbook_source VALUES('" + base::ReplaceAll(source, "'", "''") + "')");
