@@ -112,9 +112,13 @@ void PostgresServer::InitialiseData() {
 
 std::vector<std::string> PostgresServer::ServerCommand() const {
   std::vector<std::string> command = {programs_ + "/postgres", "-D", folder_.PathOf("data")};
-  std::vector<std::string> settings = {
-      "port=" + std::to_string(port_), "listen_addresses=127.0.0.1", "unix_socket_directories=", "fsync=off",
-      "synchronous_commit=off",        "full_page_writes=off",       "timezone=Asia/Shanghai",   "lc_messages=C"};
+  std::vector<std::string> settings = {"port=" + std::to_string(port_),
+                                       "listen_addresses=127.0.0.1",
+                                       "unix_socket_directories=",
+                                       "fsync=off",
+                                       "full_page_writes=off",
+                                       "timezone=Asia/Shanghai",
+                                       "lc_messages=C"};
   settings.insert(settings.end(), settings_.begin(), settings_.end());
   for (const std::string& setting : settings) command.insert(command.end(), {"-c", setting});
   return command;
