@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#ifdef STOCKBOOK_WITH_POSTGRES
+#ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 
 #include <gtest/gtest.h>
 
