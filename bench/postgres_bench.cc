@@ -50,7 +50,8 @@ std::string Fill(const std::string& bills, const std::string& lines, int64_t cou
   const std::string last = std::to_string(count);
   return "INSERT INTO " + bills +
          " SELECT i, to_char(d, 'YYYY-MM'), d, 2025, 1, 1, '单据', 'NO' || lpad(i::text, 8, '0'), '类型', NULL,"
-         " 1 + i % 3, 1 + i % 50, NULL, '张三', d, NULL, NULL FROM (SELECT i, TIMESTAMP '2025-01-01' + (i * 365 / (" +
+         " 1 + i % 3, 1 + i % 50, NULL, '张三', d, NULL, NULL FROM (SELECT i, TIMESTAMP '2025-01-01' + ((i - 1) * 365 "
+         "/ (" +
          last + " / 5)) * INTERVAL '1 day' AS d FROM generate_series(1, " + last + " / 5) AS i) AS t;" +
          "INSERT INTO " + lines +
          " SELECT i, 1 + (i - 1) / 5, 1, 1 + i % 3, 1 + i % 50, NULL, 0, 1 + i % 97, 10 + i % 13, 0.25 * (i % 400),"
