@@ -106,14 +106,14 @@ void ChunkBuilder::AddDoubles(std::span<const double> numbers) {
   rows_ += static_cast<uint32_t>(numbers.size());
 }
 
-void ChunkBuilder::AddMoneyUnits(std::span<const int64_t> units) {
-  if (units.empty()) return;
-  if (type_ != ChunkType::kMoney || !types_.empty()) {
-    for (const int64_t amount : units) AddMoney(base::Money::FromUnits(amount));
+void ChunkBuilder::AddCounted(ChunkType type, std::span<const int64_t> numbers) {
+  if (numbers.empty()) return;
+  if (type_ != type || !types_.empty()) {
+    for (const int64_t number : numbers) AddCounted(type, number);
     return;
   }
-  numbers_.insert(numbers_.end(), units.begin(), units.end());
-  rows_ += static_cast<uint32_t>(units.size());
+  numbers_.insert(numbers_.end(), numbers.begin(), numbers.end());
+  rows_ += static_cast<uint32_t>(numbers.size());
 }
 
 void ChunkBuilder::AddDouble(double number) { AddCounted(ChunkType::kDouble, std::bit_cast<int64_t>(number)); }

@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "columns/chunk_builder.h"
 #include "columns/column_builder.h"
+#include "columns/row_gatherer.h"
 
 namespace stockbook::columns {
 namespace {
@@ -141,16 +142,15 @@ void ReadChunkUnits(const ColumnChunk& chunk, const TextPool* pool, size_t first
 }  // namespace
 
 Column Column::Constant(base::Value value, size_t rows) {
+  if (rows == 0) return {};
   ColumnBuilder builder;
-  for (size_t row = 0; row < std::min(rows, kChunkRows); ++row) builder.Append(value);
+  builder.Append(value);
   Column column = builder.Finish();
-  for (size_t left = rows - column.size_; left > 0;) {
-    ColumnBuilder more;
-    const size_t count = std::min(left, kChunkRows);
-    for (size_t row = 0; row < count; ++row) more.Append(value);
-    column.chunks_.push_back(std::move(more.Finish().chunks_.front()));
-    column.size_ += count;
-    left -= count;
+  const ColumnChunk one = std::move(column.chunks_.front());
+  column.chunks_.clear();
+  column.size_ = rows;
+  for (size_t left = rows; left > 0; left -= std::min(left, kChunkRows)) {
+    column.chunks_.push_back(one.Repeated(static_cast<uint32_t>(std::min(left, kChunkRows))));
   }
   return column;
 }
@@ -314,9 +314,15 @@ Column Column::Gather(std::span<const uint32_t> order) const {
   gathered.size_ = order.size();
   const TextPool empty;
   const TextPool& pool = pool_ ? *pool_ : empty;
+  RowGatherer gatherer(chunks_, size_);
   ChunkBuilder builder;
   for (; !order.empty(); order = order.subspan(std::min(order.size(), kChunkRows))) {
-    for (const uint32_t row : order.first(std::min(order.size(), kChunkRows))) {
+    const auto part = order.first(std::min(order.size(), kChunkRows));
+    if (gatherer.Covers(part)) {
+      gathered.chunks_.push_back(gatherer.Gather(part));
+      continue;
+    }
+    for (const uint32_t row : part) {
       if (row >= size_)
         builder.AddNull();
       else

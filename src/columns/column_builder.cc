@@ -46,6 +46,11 @@ void ColumnBuilder::AppendText(std::string_view text) {
   Roll();
 }
 
+void ColumnBuilder::AppendTextCode(uint32_t code) {
+  chunk_.AddTextCode(code);
+  Roll();
+}
+
 void ColumnBuilder::Append(const base::Value& value) {
   if (const auto* integer = value.As<int64_t>())
     AppendInteger(*integer);
@@ -93,6 +98,43 @@ void ColumnBuilder::AppendFrom(const Column& source, size_t row, std::vector<uin
     chunk_.AddFrom(chunk, row);
   }
   Roll();
+}
+
+void ColumnBuilder::AppendCounted(const ColumnChunk& chunk, const std::vector<uint32_t>& codes) {
+  constexpr size_t kBlock = 1024;
+  int64_t block[kBlock];
+  for (size_t row = 0; row < chunk.rows;) {
+    const size_t count = std::min({kBlock, chunk.rows - row, Column::kChunkRows - chunk_.size()});
+    const std::span<int64_t> numbers(block, count);
+    chunk.packed.Read(row, numbers);
+    if (chunk.type == ChunkType::kText) {
+      for (int64_t& number : numbers) number = codes[static_cast<size_t>(number)];
+    } else if (chunk.unit != 1) {
+      for (int64_t& number : numbers) number *= chunk.unit;
+    }
+    chunk_.AddCounted(chunk.type, numbers);
+    Roll();
+    row += count;
+  }
+}
+
+void ColumnBuilder::AppendColumn(const Column& source) {
+  std::vector<uint32_t> codes(source.TextCodeCount());
+  for (uint32_t code = 1; code < codes.size(); ++code) codes[code] = pool_->Add(source.TextOfCode(code));
+  size_t first = 0;
+  for (const ColumnChunk& chunk : source.chunks_) {
+    const bool plain = !chunk.has_nulls && chunk.type != ChunkType::kNull && chunk.type != ChunkType::kMixed;
+    if (plain && chunk.type != ChunkType::kDouble) {
+      AppendCounted(chunk, codes);
+    } else if (plain) {
+      std::vector<double> doubles(chunk.rows);
+      source.ReadNumbers(first, doubles);
+      AppendDoubles(doubles);
+    } else {
+      for (size_t row = 0; row < chunk.rows; ++row) AppendFrom(source, first + row, codes);
+    }
+    first += chunk.rows;
+  }
 }
 
 size_t ColumnBuilder::size() const { return column_.size_ + chunk_.size(); }

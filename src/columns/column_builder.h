@@ -31,6 +31,10 @@ class ColumnBuilder {
   void AppendDate(base::Date date);
   // Clean UTF-8 (base::CleanUtf8). An empty text is stored apart from null but reads the same.
   void AppendText(std::string_view text);
+  // The same with a code that AddText gave.
+  void AppendTextCode(uint32_t code);
+  // The code under which a clean text is stored, or now will be, so that whoever meets it again need not look it up.
+  uint32_t AddText(std::string_view text) { return pool_->Add(text); }
   void Append(const base::Value& value);
   size_t size() const;
 
@@ -42,6 +46,8 @@ class ColumnBuilder {
   // Appends a row of another column; `pool_codes` translates its text codes and is filled along the way (start it
   // empty).
   void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
+  // Appends all rows of another column: what is looked up by hash is each of its distinct texts, once.
+  void AppendColumn(const Column& source);
 
  private:
   void Roll() {
@@ -49,6 +55,8 @@ class ColumnBuilder {
   }
   void Flush();
   uint32_t CodeOf(std::string_view text);
+  // The rows of a chunk of one counted type, `codes` as AppendFrom has them.
+  void AppendCounted(const ColumnChunk& chunk, const std::vector<uint32_t>& codes);
 
   Column column_;
   std::shared_ptr<TextPool> pool_;

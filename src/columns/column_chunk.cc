@@ -3,6 +3,21 @@
 
 namespace stockbook::columns {
 
+ColumnChunk ColumnChunk::Repeated(uint32_t count) const {
+  ColumnChunk chunk;
+  chunk.type = type;
+  chunk.rows = count;
+  chunk.raw_doubles = raw_doubles;
+  chunk.unit = unit;
+  chunk.dictionary = dictionary;
+  if (raw_doubles) {
+    chunk.doubles.assign(count, doubles.front());
+  } else {
+    chunk.packed = PackedIntegers::Repeated(packed.At(0), count);
+  }
+  return chunk;
+}
+
 double ColumnChunk::DoubleAt(size_t row) const {
   if (raw_doubles) return doubles[row];
   return static_cast<double>(packed.At(row)) / static_cast<double>(unit);

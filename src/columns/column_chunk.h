@@ -29,6 +29,8 @@ struct ColumnChunk {
   bool IsNull(size_t row) const {
     return type == ChunkType::kNull || (has_nulls && ((nulls[row / 64] >> (row % 64)) & 1) != 0);
   }
+  // `count` times the only row of this chunk.
+  ColumnChunk Repeated(uint32_t count) const;
   // The value of a row of any type but kText.
   base::Value NumberValueAt(size_t row) const;
   // Of a kDouble chunk.

@@ -56,11 +56,18 @@ void DivideNarrow(const unsigned char* bytes, size_t first, int32_t base, double
 
 PackedIntegers::PackedIntegers(std::span<const int64_t> numbers) : count_(numbers.size()) {
   if (numbers.empty()) return;
-  const auto [least, most] = std::minmax_element(numbers.begin(), numbers.end());
-  base_ = *least;
-  width_ = WidthOf(static_cast<uint64_t>(*most) - static_cast<uint64_t>(*least));
+  int64_t least = numbers.front();
+  int64_t most = least;
+  for (const int64_t number : numbers) {
+    least = std::min(least, number);
+    most = std::max(most, number);
+  }
+  base_ = least;
+  width_ = WidthOf(static_cast<uint64_t>(most) - static_cast<uint64_t>(least));
   if (width_ == 0) return;
-  bytes_ = std::make_unique_for_overwrite<unsigned char[]>(count_ * width_);
+  mask_ = UINT64_MAX >> (64 - 8 * width_);
+  bytes_ = std::make_unique_for_overwrite<unsigned char[]>(count_ * width_ + kSlack);
+  std::memset(bytes_.get() + count_ * width_, 0, kSlack);
   switch (width_) {
     case 1:
       PackInto<uint8_t>(bytes_.get(), numbers, base_);
@@ -76,10 +83,11 @@ PackedIntegers::PackedIntegers(std::span<const int64_t> numbers) : count_(number
   }
 }
 
-int64_t PackedIntegers::At(size_t row) const {
-  int64_t number = 0;
-  Read(row, std::span(&number, 1));
-  return number;
+PackedIntegers PackedIntegers::Repeated(int64_t number, size_t count) {
+  PackedIntegers repeated;
+  repeated.base_ = number;
+  repeated.count_ = count;
+  return repeated;
 }
 
 void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {

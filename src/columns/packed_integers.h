@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <span>
 
@@ -13,7 +14,14 @@ class PackedIntegers {
  public:
   PackedIntegers() = default;
   explicit PackedIntegers(std::span<const int64_t> numbers);
-  int64_t At(size_t row) const;
+  // `count` times the same number, in no memory of its own.
+  static PackedIntegers Repeated(int64_t number, size_t count);
+  // Without a branch on the width, so that reading here and there is cheap, too.
+  int64_t At(size_t row) const {
+    uint64_t raw = 0;
+    std::memcpy(&raw, (bytes_ ? bytes_.get() : kNothing) + row * width_, sizeof raw);
+    return static_cast<int64_t>(static_cast<uint64_t>(base_) + (raw & mask_));
+  }
   void Read(size_t first, std::span<int64_t> out) const;
   // The same for numbers that are known to fit.
   void ReadCodes(size_t first, std::span<uint32_t> out) const;
@@ -21,13 +29,18 @@ class PackedIntegers {
   void ReadAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const;
   // Every number is `least()` or at most `range()` above it.
   int64_t least() const { return base_; }
-  uint64_t range() const { return width_ == 8 ? UINT64_MAX : (uint64_t{1} << (8 * width_)) - 1; }
+  uint64_t range() const { return mask_; }
   // The same divided by `divisor`, 1 to 10^15; the numbers are below 2^53.
   void ReadQuotients(size_t first, double divisor, std::span<double> out) const;
   size_t MemoryBytes() const { return static_cast<size_t>(width_) * count_; }
 
  private:
+  // At reads eight bytes, whatever the width.
+  static constexpr size_t kSlack = 7;
+  static constexpr unsigned char kNothing[8] = {};
+
   int64_t base_ = 0;
+  uint64_t mask_ = 0;  // of the bits that a number has
   size_t count_ = 0;
   uint8_t width_ = 0;
   std::unique_ptr<unsigned char[]> bytes_;
