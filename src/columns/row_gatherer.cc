@@ -66,8 +66,8 @@ size_t RowGatherer::GatherWithNulls(std::span<const uint32_t> order, std::vector
   for (size_t row = 0; row < order.size(); ++row) {
     const Source& source = sources_[order[row] / Column::kChunkRows];
     const size_t at = order[row] % Column::kChunkRows;
-    const bool is_null = source.packed == nullptr ||
-                         (source.nulls != nullptr && ((source.nulls[at / 64] >> (at % 64)) & 1) != 0);
+    const bool is_null =
+        source.packed == nullptr || (source.nulls != nullptr && ((source.nulls[at / 64] >> (at % 64)) & 1) != 0);
     if (is_null) {
       nulls[row / 64] |= uint64_t{1} << (row % 64);
       // A neighbour's value keeps the packed range narrow; the rows before the first value get that one.

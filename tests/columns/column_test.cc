@@ -121,6 +121,66 @@ Column Joined(const std::vector<Column>& parts) {
   return builder.Finish();
 }
 
+TEST(ColumnBuilder, AppendsWholeColumnsAsRowByRow) {
+  std::mt19937 random(31);
+  for (int kinds = 1; kinds <= 7; ++kinds) {
+    std::vector<Value> values;
+    ColumnBuilder builder;
+    for (const size_t rows : {size_t{3}, Column::kChunkRows - 1, size_t{0}, Column::kChunkRows + 5, size_t{900}}) {
+      std::vector<Value> part;
+      for (size_t row = 0; row < rows; ++row) part.push_back(RandomValue(random, kinds));
+      builder.AppendColumn(Build(part));
+      values.insert(values.end(), part.begin(), part.end());
+    }
+    const Column column = builder.Finish();
+    ASSERT_EQ(column.size(), values.size());
+    for (size_t row = 0; row < values.size(); ++row) ASSERT_EQ(column.At(row), values[row]);
+  }
+}
+
+TEST(ColumnBuilder, AppendsColumnsOfOneTypeAfterOthersWithTheSameTexts) {
+  ColumnBuilder builder;
+  builder.AppendText("甲");
+  builder.AppendColumn(Build({Value(std::string("乙")), Value(std::string("甲"))}));
+  builder.AppendColumn(Build({Value(), Value(std::string("乙"))}));
+  const uint32_t known = builder.AddText("丙");
+  builder.AppendTextCode(known);
+  EXPECT_EQ(builder.AddText("丙"), known);
+  const Column column = builder.Finish();
+  std::vector<uint32_t> codes(6);
+  column.ReadTextCodes(0, codes);
+  EXPECT_EQ(codes, (std::vector<uint32_t>{1, 2, 1, 0, 2, 3}));
+  EXPECT_EQ(column.Text(5), "丙");
+}
+
+// Chunks of one column may count in cents, in ten-thousandths or in whole units, days or minutes.
+TEST(Column, GathersFromChunksOfDifferentUnits) {
+  constexpr size_t kRows = 3 * Column::kChunkRows;
+  ColumnBuilder money;
+  ColumnBuilder doubles;
+  ColumnBuilder dates;
+  for (size_t row = 0; row < kRows; ++row) {
+    const auto number = static_cast<int64_t>(row % 1000);
+    const size_t chunk = row / Column::kChunkRows;
+    money.AppendMoney(base::Money::FromUnits(number * (chunk == 0 ? 10000 : chunk == 1 ? 100 : 1)));
+    doubles.AppendDouble(static_cast<double>(number) / (chunk == 0 ? 1 : chunk == 1 ? 8 : 10));
+    if (chunk == 1 && row % 3 == 0) {
+      dates.AppendNull();
+    } else {
+      dates.AppendDate(base::Date::FromSeconds(number * (chunk == 0 ? 86400 : chunk == 1 ? 60 : 1)));
+    }
+  }
+  std::mt19937 random(5);
+  std::vector<uint32_t> order(Column::kChunkRows + 77);
+  for (uint32_t& row : order) row = static_cast<uint32_t>(random() % kRows);
+  order.back() = kRows + 9;  // out of range
+  for (ColumnBuilder* builder : {&money, &doubles, &dates}) {
+    const Column column = builder->Finish();
+    const Column gathered = column.Gather(order);
+    for (size_t row = 0; row < order.size(); ++row) ASSERT_EQ(gathered.At(row), column.At(order[row])) << row;
+  }
+}
+
 TEST(ColumnBuilder, AppendsRowsOfColumnsOfDifferentTypesAndPools) {
   std::vector<Column> parts;
   parts.push_back(Build({Value(std::string("甲")), Value(std::string("乙"))}));
