@@ -19,6 +19,13 @@ inline double CpuSeconds() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
+// Time on the clock. Other programs on the machine do matter.
+inline double ElapsedSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
 // Resident memory of this process in bytes.
 inline double ResidentBytes() {
   long pages = 0;

@@ -40,13 +40,19 @@ inline size_t ReadRow(sqlite3_stmt* row) {
   return sum;
 }
 
-// Processor time of stepping the statement once through SQLite's own interface with its default settings. Runs in a
+struct StepCost {
+  double seconds = 1e9;  // processor time
+  double elapsed = 1e9;
+};
+
+// The cost of stepping the statement once through SQLite's own interface with its default settings. Runs in a
 // process of its own, because the embedded connection's SQLite settings apply to a whole process.
-inline double StepSeconds(const std::string& path, const std::string& sql) {
+inline StepCost MeasureStepping(const std::string& path, const std::string& sql) {
   return InChild([&] {
     sqlite3* database = nullptr;
     sqlite3_stmt* statement = nullptr;
     const double start = CpuSeconds();
+    const double began = ElapsedSeconds();
     if (sqlite3_open(path.c_str(), &database) != SQLITE_OK ||
         sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
       std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
@@ -57,8 +63,12 @@ inline double StepSeconds(const std::string& path, const std::string& sql) {
     benchmark::DoNotOptimize(sum);
     sqlite3_finalize(statement);
     sqlite3_close(database);
-    return CpuSeconds() - start;
+    return StepCost{CpuSeconds() - start, ElapsedSeconds() - began};
   });
+}
+
+inline double StepSeconds(const std::string& path, const std::string& sql) {
+  return MeasureStepping(path, sql).seconds;
 }
 
 }  // namespace stockbook::bench
