@@ -2,6 +2,7 @@
 #include "databases/faulty_storage.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <new>
 
@@ -11,8 +12,8 @@ struct FaultyStorage::State {
   // Whether this call meets the fault; `fits` says if it is of the kind that can.
   bool Meets(bool fits) {
     if (!fits) return false;
-    ++calls;
-    return calls == failing || (fault == Fault::kRefusedReads && failing > 0 && calls > failing);
+    const int call = ++calls;
+    return call == failing || (fault == Fault::kRefusedReads && failing > 0 && call > failing);
   }
   bool MeetsRead() { return Meets(fault != Fault::kNone && fault != Fault::kRefusedCall); }
   // The code of a refused call, or that the real call may be made.
@@ -21,9 +22,10 @@ struct FaultyStorage::State {
   sqlite3_vfs* real = nullptr;
   sqlite3_vfs vfs{};
   Fault fault = Fault::kNone;
-  int calls = 0;
+  // Several threads may read.
+  std::atomic<int> calls = 0;
   int failing = 0;
-  int open_files = 0;
+  std::atomic<int> open_files = 0;
 };
 
 namespace {

@@ -31,7 +31,8 @@ DesktopSettings ReadDesktopSettings(std::string_view connection_string) {
   }
   const auto file = settings.Find("Data Source");
   if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
-  const EmbeddedSettings embedded{*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or(""))};
+  const EmbeddedSettings embedded{*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or("")),
+                                  ReadThreads(settings)};
   return {embedded, settings.Find("Password").value_or(""), KeepingOf(settings.Find("Cache").value_or("Yes"))};
 }
 

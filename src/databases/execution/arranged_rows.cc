@@ -3,12 +3,17 @@
 
 #include <algorithm>
 #include <deque>
+#include <span>
 #include <utility>
 
 #include "databases/execution/row_sorter.h"
+#include "databases/execution/side_by_side.h"
 
 namespace stockbook::databases {
 namespace {
+
+// Gathering them takes no longer than starting a thread.
+constexpr size_t kFewRows = 16384;
 
 // The places of all rows of an output; outputs of one table share the same vector.
 class PlaceTable {
@@ -23,6 +28,16 @@ class PlaceTable {
     }
     known_.push_back({signature, Compose(output)});
     return known_.back().places;
+  }
+
+  // Puts the rows of all places into this order.
+  void Arrange(std::span<const uint32_t> order) {
+    std::vector<uint32_t> arranged;
+    for (Known& known : known_) {
+      arranged.resize(order.size());
+      std::transform(order.begin(), order.end(), arranged.begin(), [&](uint32_t row) { return known.places[row]; });
+      known.places.swap(arranged);
+    }
   }
 
  private:
@@ -46,7 +61,7 @@ class PlaceTable {
   }
 
   const std::vector<ArmRows>& arms_;
-  std::deque<Known> known_;
+  std::deque<Known> known_;  // what Of gave stays where it is
 };
 
 // To find duplicates, a union orders rows by all their columns; rows with equal keys stay in that order.
@@ -74,7 +89,7 @@ std::vector<columns::Column> FinishedColumns(std::vector<ColumnSink>& sinks, con
 
 std::vector<platform::Field> ArrangeRows(const StatementPlan& plan, const std::vector<ResultColumn>& columns,
                                          const std::vector<ArmRows>& arms, std::vector<ColumnSink>& sinks,
-                                         const Interruption& interruption) {
+                                         const Interruption& interruption, size_t threads) {
   size_t rows = 0;
   for (const ArmRows& arm : arms) rows += arm.rows;
   if (rows > UINT32_MAX) throw NotCovered{true};
@@ -87,15 +102,16 @@ std::vector<platform::Field> ArrangeRows(const StatementPlan& plan, const std::v
     sorter.Refine({&read[key.output], places.Of(key.output)}, direction);
   }
   if (plan.distinct_union) DropDuplicates(read, plan.result_columns, interruption, sorter, places);
-  std::vector<platform::Field> fields;
-  std::vector<uint32_t> order(sorter.order().size());
-  for (size_t index = 0; index < plan.result_columns; ++index) {
+  std::vector<const std::vector<uint32_t>*> orders;
+  for (size_t index = 0; index < plan.result_columns; ++index) orders.push_back(&places.Of(index));
+  places.Arrange(sorter.order());
+  std::vector<platform::Field> fields(plan.result_columns);
+  const size_t workers = sorter.order().size() < kFewRows ? 1 : threads;
+  RunSideBySide(fields.size(), workers, [&](size_t index, const auto&) {
     interruption.Check();
-    const std::vector<uint32_t>& at = places.Of(index);
-    std::transform(sorter.order().begin(), sorter.order().end(), order.begin(), [&](uint32_t row) { return at[row]; });
-    columns::Column source = std::move(read[index]);
-    fields.push_back({columns[index].name, source.Gather(order)});
-  }
+    const columns::Column source = std::move(read[index]);
+    fields[index] = {columns[index].name, source.Gather(*orders[index])};
+  });
   return fields;
 }
 

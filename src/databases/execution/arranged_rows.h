@@ -28,9 +28,10 @@ struct ArmRows {
 
 // The result of a plan whose arms have been read, one after the other, into `sinks`, which are used up: rows sorted by
 // the keys of the plan and freed of duplicates through their places alone, and each column gathered once at the end.
-// Throws NotCovered where the order of the engine's own could differ.
+// The columns are gathered on up to `threads` threads. Throws NotCovered where the order of the engine's own could
+// differ.
 std::vector<platform::Field> ArrangeRows(const StatementPlan& plan, const std::vector<ResultColumn>& columns,
                                          const std::vector<ArmRows>& arms, std::vector<ColumnSink>& sinks,
-                                         const Interruption& interruption);
+                                         const Interruption& interruption, size_t threads = 1);
 
 }  // namespace stockbook::databases

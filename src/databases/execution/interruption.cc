@@ -43,9 +43,13 @@ void Interruption::Cancel() {
   if (running_) cancelled_.store(true, std::memory_order_relaxed);
 }
 
-bool Interruption::IsDue() const { return WasCancelled() || (limit_ && used_ + (Clock::now() - started_) >= *limit_); }
+bool Interruption::IsDue() const {
+  if (leader_ != nullptr) return leader_->IsDue();
+  return WasCancelled() || (limit_ && used_ + (Clock::now() - started_) >= *limit_);
+}
 
 std::optional<Interruption::Clock::duration> Interruption::Left() const {
+  if (leader_ != nullptr) return leader_->Left();
   if (!limit_) return std::nullopt;
   return std::max(*limit_ - used_ - (Clock::now() - started_), Clock::duration::zero());
 }
@@ -77,6 +81,7 @@ bool Interruption::WaitForLock(int tries) {
 }
 
 platform::Error Interruption::Reason(const char* operation) const {
+  if (leader_ != nullptr) return leader_->Reason(operation);
   constexpr auto kKind = platform::ErrorKind::kInterrupted;
   if (WasCancelled() || !limit_) return {operation, "语句已被取消", 0, kKind};
   const double seconds = std::chrono::duration<double>(*limit_).count();

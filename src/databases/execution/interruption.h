@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "platform/error.h"
 
@@ -20,6 +21,12 @@ class Interruption {
 
   // Without a limit only Cancel ends a statement.
   explicit Interruption(std::optional<Clock::duration> limit) : limit_(limit) {}
+  // For another thread that works for the leader's statement: due when the leader is, which runs meanwhile and begins
+  // no moment.
+  struct Leader {
+    const Interruption& interruption;
+  };
+  explicit Interruption(Leader leader) : leader_(&leader.interruption) {}
   Interruption(const Interruption&) = delete;
   Interruption& operator=(const Interruption&) = delete;
 
@@ -46,19 +53,24 @@ class Interruption {
   bool IsDue() const;
   // The time that what runs still has, never below zero; nothing without a limit.
   std::optional<Clock::duration> Left() const;
-  bool WasCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
+  bool WasCancelled() const {
+    return leader_ != nullptr ? leader_->WasCancelled() : cancelled_.load(std::memory_order_relaxed);
+  }
   // Throws Reason("Execute") if what runs has to end. Loops over rows outside of SQLite call it now and then.
   void Check() const;
   // Counts work of any size, a call of a function being 1, and asks IsDue once enough has come together.
   bool IsDueAfter(size_t work);
   // Counts the bytes of a text that a function made; false once those of the moment are more than a result can use.
   bool MayMake(size_t bytes);
+  // What was counted since the last call, for whoever adds it up.
+  size_t TakeMade() { return std::exchange(made_, 0); }
   // Waits a little for another program's lock; false once it has been long enough. `tries` counts from 0 for each lock.
   bool WaitForLock(int tries);
 
   platform::Error Reason(const char* operation) const;
 
  private:
+  const Interruption* const leader_ = nullptr;
   const std::optional<Clock::duration> limit_;
   Clock::duration used_{};  // by the moment's statements before the one that runs
   Clock::time_point started_;

@@ -2,44 +2,97 @@
 #include "databases/sqlite/arm_join.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
+#include <optional>
 #include <string>
 
 #include "databases/execution/row_sorter.h"
+#include "databases/execution/side_by_side.h"
 #include "databases/sqlite/key_index.h"
+#include "databases/sqlite/sliced_read.h"
+#include "databases/sqlite/table_part.h"
 
 namespace stockbook::databases {
 namespace {
 
-constexpr int64_t kNullKey = INT64_MIN;
-constexpr uint32_t kNoRow = UINT32_MAX;
+// So many rows are read before it is worth while to look for help.
+constexpr size_t kAlone = 16384;
+// Where so great a part of a table is wanted, reading it all is faster than fetching row by row.
+constexpr int64_t kScanShare = 4;
 
-// One value read from a table's rows, for the outputs that show it.
-struct Read {
-  std::string sql;
-  ValueFeed feed;
+struct EnoughRows {};
+
+// Takes the rows of the first table, which come with their row numbers in front.
+class FirstRows : public RowVisitor {
+ public:
+  FirstRows(TablePart& part, const std::atomic<bool>& failed) : part_(part), failed_(failed) {}
+  // Ends with EnoughRows where the rest is better read by row numbers: when there is much of it, and most of the table
+  // is wanted, so that no index helps.
+  void EndWhereDense() { end_where_dense_ = true; }
+
+  void Visit(std::span<sqlite3_value* const> values) override {
+    const int64_t number = sqlite3_value_int64(values[0]);
+    ascending_ = ascending_ && (numbers_.empty() || number > numbers_.back());
+    numbers_.push_back(number);
+    part_.TakeRow(values.subspan(1));
+    if (failed_.load(std::memory_order_relaxed)) throw EndedEarly{};
+    if (end_where_dense_ && numbers_.size() == kAlone && ascending_ && IsDense()) throw EnoughRows{};
+  }
+
+  bool ascending() const { return ascending_; }
+  std::vector<int64_t>& numbers() { return numbers_; }
+
+ private:
+  bool IsDense() const {
+    constexpr uint64_t kSparsest = 4;
+    return static_cast<uint64_t>(numbers_.back()) - static_cast<uint64_t>(numbers_.front()) < kAlone * kSparsest;
+  }
+
+  TablePart& part_;
+  const std::atomic<bool>& failed_;
+  bool end_where_dense_ = false;
+  bool ascending_ = true;
+  std::vector<int64_t> numbers_;
 };
 
-// One table of the arm: what to read from it, and what has been read.
-struct TablePart {
-  const BoundSource* source = nullptr;
-  const JoinStep* step = nullptr;  // nullptr for the first table
-  size_t parent = 0;               // the table whose column the step compares with
-  size_t parent_key = 0;           // which of the parent's key columns that is
-  std::vector<std::string> key_columns;
-  std::vector<std::string> conditions;
-  std::vector<Read> reads;
+// Takes the rows of a table that are wanted, which come with the keys that they are joined by in front, and no two with
+// the same.
+class WantedRows : public RowVisitor {
+ public:
+  WantedRows(TablePart& part, const KeyIndex& index, const std::atomic<bool>& failed)
+      : part_(part), index_(index), failed_(failed), met_(index.keys().size()) {}
 
-  size_t rows = 0;
-  std::vector<std::vector<int64_t>> keys;  // of each key column, kNullKey for null
+  void Visit(std::span<sqlite3_value* const> values) override {
+    if (failed_.load(std::memory_order_relaxed)) throw EndedEarly{};
+    const int64_t key = KeyOf(values[0]);
+    const uint32_t number = key == kNullKey ? KeyIndex::kNone : index_.Find(key);
+    if (number == KeyIndex::kNone) return;
+    if (met_[number]) throw NotCovered{};
+    met_[number] = true;
+    keys_.push_back(number);
+    part_.TakeRow(values.subspan(1));
+  }
 
-  bool IsLeft() const { return step != nullptr && step->type == JoinType::kLeft; }
+  // Which key each row has.
+  const std::vector<uint32_t>& keys() const { return keys_; }
+
+ private:
+  TablePart& part_;
+  const KeyIndex& index_;
+  const std::atomic<bool>& failed_;
+  std::vector<bool> met_;
+  std::vector<uint32_t> keys_;
 };
 
 class ArmJoiner {
  public:
-  ArmJoiner(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks)
-      : database_(database), arm_(arm), sinks_(sinks), parts_(arm.select.scope->sources.size()) {}
+  ArmJoiner(const Readers& readers, const PlanArm& arm, std::vector<ColumnSink>& sinks)
+      : readers_(readers),
+        database_(readers.own()),
+        arm_(arm),
+        sinks_(sinks),
+        parts_(arm.select.scope->sources.size()) {}
 
   ArmRows Run() {
     PlanTables();
@@ -106,84 +159,64 @@ class ArmJoiner {
       // Where the optional side is missing, a column is null, but an expression may be anything.
       if (owner->IsLeft() && !bare) throw NotCovered{};
       result_.places.push_back({static_cast<size_t>(owner - parts_.begin()), sinks_[index].builder.size()});
-      AddOutput(*owner, sinks_[index], output);
+      owner->AddRead(output, index, sinks_);
     }
-  }
-
-  static void AddOutput(TablePart& part, ColumnSink& sink, const TypedSql& output) {
-    std::string sql = output.sql;
-    Form form = output.form == Form::kPlain ? ResultFormOf(output.cls) : output.form;
-    auto sign = ValueFeed::Sign::kKept;
-    if (output.column != nullptr) {
-      sql = output.column->sql;
-      if (output.column->form != Form::kPlain) form = output.column->form;
-    } else if (output.negated != nullptr && output.negated->form != Form::kRawDate) {
-      sql = output.negated->sql;
-      if (output.negated->form != Form::kPlain) form = output.negated->form;
-      sign = ValueFeed::Sign::kNegated;
-    }
-    auto same = std::find_if(part.reads.begin(), part.reads.end(),
-                             [&](const Read& other) { return other.sql == sql && other.feed.form() == form; });
-    if (same == part.reads.end()) same = part.reads.insert(part.reads.end(), Read{std::move(sql), ValueFeed(form)});
-    same->feed.AddTarget(sink, sign);
-  }
-
-  // SELECT `first`, the keys, the values FROM the table WHERE its conditions and `more`.
-  static std::string SelectOf(const TablePart& part, const std::string& first, const std::string& more) {
-    std::string list = first;
-    for (const std::string& column : part.key_columns) list += ", " + column;
-    for (const Read& read : part.reads) list += ", " + read.sql;
-    std::string sql = "SELECT " + list + " FROM " + QuotedName(part.source->table->name) + " AS " + part.source->alias;
-    const char* word = " WHERE ";
-    for (const std::string& condition : part.conditions) {
-      sql += word + condition;
-      word = " AND ";
-    }
-    return more.empty() ? sql : sql + word + more;
-  }
-
-  static int64_t KeyAt(const Statement& statement, int column) {
-    sqlite3_value* stored = sqlite3_column_value(statement.handle(), column);
-    const int type = sqlite3_value_type(stored);
-    if (type == SQLITE_NULL) return kNullKey;
-    const int64_t key = sqlite3_value_int64(stored);
-    if (type != SQLITE_INTEGER || key == kNullKey) throw NotCovered{};
-    return key;
-  }
-
-  static void TakeRow(TablePart& part, const Statement& statement) {
-    int column = 1;
-    for (auto& keys : part.keys) keys.push_back(KeyAt(statement, column++));
-    for (Read& read : part.reads) read.feed.Take(sqlite3_column_value(statement.handle(), column++));
-    if (++part.rows >= kNoRow) throw NotCovered{};
-  }
-
-  static void TakeNullRow(TablePart& part) {
-    for (auto& keys : part.keys) keys.push_back(kNullKey);
-    for (Read& read : part.reads) read.feed.TakeNull();
-    ++part.rows;
-  }
-
-  static void FlushReads(TablePart& part) {
-    for (Read& read : part.reads) read.feed.Flush();
   }
 
   void ReadFirstTable() {
     TablePart& part = parts_[0];
-    const std::string row_number = part.source->alias + "." + part.source->table->row_number;
-    if (part.source->table->row_number.empty()) throw NotCovered{};
-    Statement statement(database_, SelectOf(part, row_number, {}));
-    int64_t last = INT64_MIN;
-    bool ascending = true;
-    while (statement.Step()) {
-      const int64_t number = statement.Integer(0);
-      ascending = ascending && number >= last;
-      last = number;
-      row_numbers_.push_back(number);
-      TakeRow(part, statement);
+    const std::string row_number = part.RowNumber();
+    if (row_number.empty()) throw NotCovered{};
+    FirstRows rows(part, never_);
+    rows.EndWhereDense();
+    try {
+      VisitRows(database_, part.QueryOf(row_number, {}, {}), rows, {});
+    } catch (const EnoughRows&) {
+      const int64_t last = rows.numbers().back();
+      if (MostAreWanted(part)) {
+        if (last < INT64_MAX) ReadOtherFirstRows(last + 1);
+      } else {
+        // The sign keeps SQLite from reading by row number instead of the index.
+        const int64_t numbers[] = {last};
+        VisitRows(database_, part.QueryOf(row_number, {}, "+" + row_number + " > ?2"), rows, numbers);
+      }
     }
-    FlushReads(part);
-    if (ascending) row_numbers_.clear();
+    part.Flush();
+    if (!rows.ascending()) row_numbers_ = std::move(rows.numbers());
+  }
+
+  // Whether reading the whole table takes no longer than fetching the rows through an index, if there is one.
+  bool MostAreWanted(const TablePart& part) const {
+    if (!IsSearched(part.QueryOf("1", {}, {}))) return true;
+    const std::string table = QuotedName(part.source->table->name);
+    Statement size(database_, "SELECT max(" + part.source->table->row_number + ") FROM " + table);
+    if (!size.Step()) return false;
+    const int64_t share = size.Integer(0) / kScanShare;
+    // It stops counting there.
+    RowQuery some = part.QueryOf("1", {}, {});
+    some.columns.resize(1);
+    Statement count(database_, "SELECT count(*) FROM (" + TextOf(some) + " LIMIT " + std::to_string(share) + ")");
+    return count.Step() && count.Integer(0) >= share;
+  }
+
+  bool IsSearched(const RowQuery& query) const {
+    constexpr int kDetail = 3;
+    Statement explained(database_, "EXPLAIN QUERY PLAN " + TextOf(query));
+    return explained.Step() && explained.Text(kDetail).substr(0, 6) == "SEARCH";
+  }
+
+  // The rows from that number on, in the order of their numbers.
+  void ReadOtherFirstRows(int64_t first) {
+    const std::string row_number = parts_[0].RowNumber();
+    const RowQuery query = parts_[0].QueryOf(row_number, " NOT INDEXED", RangeOf(row_number));
+    SlicedRead slices(readers_, sinks_);
+    slices.Read(parts_[0], first,
+                [&](const Database& database, TablePart& part, const RowRange& range, const auto& failed) {
+                  FirstRows rows(part, failed);
+                  VisitRows(database, query, rows, range.numbers);
+                  // By row number they cannot come in another order.
+                  if (!rows.ascending()) throw NotCovered{};
+                });
   }
 
   static KeyIndex IndexFor(const std::vector<int64_t>& wanted) {
@@ -208,13 +241,17 @@ class ArmJoiner {
       row_of_parent[row] = row > 0 && wanted[row] == wanted[row - 1] ? row_of_parent[row - 1] : index.Add(wanted[row]);
     }
     std::vector<uint32_t> row_of_key(index.keys().size(), kNoRow);
-    FewAreWanted(part, index.keys().size()) ? LookRowsUp(part, index, row_of_key) : ScanRows(part, index, row_of_key);
+    if (FewAreWanted(part, index.keys().size())) {
+      LookRowsUp(part, index, row_of_key);
+    } else if (!row_of_key.empty()) {
+      ScanRows(part, index, row_of_key);
+    }
     uint32_t missing = kNoRow;
     if (part.IsLeft()) {
       missing = static_cast<uint32_t>(part.rows);
-      TakeNullRow(part);
+      part.TakeNullRow();
     }
-    FlushReads(part);
+    part.Flush();
     for (uint32_t& row : row_of_parent) {
       if (row != kNoRow) row = row_of_key[row];
       if (row == kNoRow) row = missing;
@@ -230,41 +267,58 @@ class ArmJoiner {
   // whole numbers does a look-up find what the join's own comparison would: SQLite reads a text as a number when it
   // compares it with a column of numbers, but not when it compares it with a bound value.
   bool FewAreWanted(const TablePart& part, size_t wanted) const {
-    constexpr int64_t kScanShare = 4;
     if (part.step->new_column->cls != ValueClass::kInteger) return false;
     const TableSchema& table = *part.source->table;
     if (table.row_number.empty()) return false;
     Statement size(database_, "SELECT max(" + table.row_number + ") FROM " + QuotedName(table.name));
     if (!size.Step() || static_cast<int64_t>(wanted) > size.Integer(0) / kScanShare) return false;
-    Statement explained(database_, "EXPLAIN QUERY PLAN " + SelectOf(part, "1", part.step->new_column->sql + " = ?1"));
-    constexpr int kDetail = 3;
-    return explained.Step() && explained.Text(kDetail).substr(0, 6) == "SEARCH";
+    return IsSearched(part.QueryOf("1", {}, part.step->new_column->sql + " = ?2"));
   }
 
   void LookRowsUp(TablePart& part, const KeyIndex& index, std::vector<uint32_t>& row_of_key) {
     const std::string& column = part.step->new_column->sql;
-    Statement statement(database_, SelectOf(part, column, column + " = ?1"));
+    const RowQuery query = part.QueryOf(column, {}, column + " = ?2");
+    Statement statement(database_, TextOf(query));
+    std::vector<sqlite3_value*> values(query.columns.size());
     for (size_t number = 0; number < row_of_key.size(); ++number) {
-      statement.Bind(1, index.keys()[number]);
+      statement.Bind(2, index.keys()[number]);
       while (statement.Step()) {
-        if (KeyAt(statement, 0) != index.keys()[number] || row_of_key[number] != kNoRow) throw NotCovered{};
+        for (size_t at = 0; at < values.size(); ++at)
+          values[at] = sqlite3_column_value(statement.handle(), static_cast<int>(at));
+        if (KeyOf(values[0]) != index.keys()[number] || row_of_key[number] != kNoRow) throw NotCovered{};
         row_of_key[number] = static_cast<uint32_t>(part.rows);
-        TakeRow(part, statement);
+        part.TakeRow(std::span(values).subspan(1));
       }
       statement.Reset();
     }
   }
 
   void ScanRows(TablePart& part, const KeyIndex& index, std::vector<uint32_t>& row_of_key) {
-    if (row_of_key.empty()) return;
-    Statement statement(database_, SelectOf(part, part.step->new_column->sql, {}));
-    while (statement.Step()) {
-      const int64_t key = KeyAt(statement, 0);
-      const uint32_t number = key == kNullKey ? KeyIndex::kNone : index.Find(key);
-      if (number == KeyIndex::kNone) continue;
-      if (row_of_key[number] != kNoRow) throw NotCovered{};
-      row_of_key[number] = static_cast<uint32_t>(part.rows);
-      TakeRow(part, statement);
+    const std::string& key = part.step->new_column->sql;
+    const std::string row_number = part.RowNumber();
+    const size_t first = part.rows;
+    std::vector<std::vector<uint32_t>> keys(1);
+    if (row_of_key.size() < kAlone || row_number.empty()) {
+      WantedRows rows(part, index, never_);
+      VisitRows(database_, part.QueryOf(key, {}, {}), rows, {});
+      keys[0] = rows.keys();
+    } else {
+      const RowQuery query = part.QueryOf(key, " NOT INDEXED", RangeOf(row_number));
+      keys.resize(readers_.threads());
+      SlicedRead slices(readers_, sinks_);
+      slices.Read(part, std::nullopt,
+                  [&](const Database& database, TablePart& slice, const RowRange& range, const auto& failed) {
+                    WantedRows rows(slice, index, failed);
+                    VisitRows(database, query, rows, range.numbers);
+                    keys[range.slice] = rows.keys();
+                  });
+    }
+    auto row = static_cast<uint32_t>(first);
+    for (const auto& of_slice : keys) {
+      for (const uint32_t number : of_slice) {
+        if (row_of_key[number] != kNoRow) throw NotCovered{};
+        row_of_key[number] = row++;
+      }
     }
   }
 
@@ -298,6 +352,8 @@ class ArmJoiner {
     }
   }
 
+  const std::atomic<bool> never_ = false;
+  const Readers& readers_;
   const Database& database_;
   const PlanArm& arm_;
   std::vector<ColumnSink>& sinks_;
@@ -308,8 +364,8 @@ class ArmJoiner {
 
 }  // namespace
 
-ArmRows JoinArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks) {
-  return ArmJoiner(database, arm, sinks).Run();
+ArmRows JoinArm(const Readers& readers, const PlanArm& arm, std::vector<ColumnSink>& sinks) {
+  return ArmJoiner(readers, arm, sinks).Run();
 }
 
 ArmRows StepArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks) {

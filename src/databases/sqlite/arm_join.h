@@ -6,6 +6,7 @@
 #include "databases/dialect/statement_plan.h"
 #include "databases/execution/arranged_rows.h"
 #include "databases/sqlite/database.h"
+#include "databases/sqlite/readers.h"
 #include "databases/sqlite/value_feed.h"
 
 namespace stockbook::databases {
@@ -17,7 +18,7 @@ ArmRows StepArm(const Database& database, const PlanArm& arm, std::vector<Column
 // memory. Throws NotCovered where that could differ from SQLite's own join: joins on anything but whole-number keys
 // that are unique among the rows needed, and expressions over more than one table. Rows come in the first table's row
 // order.
-ArmRows JoinArm(const Database& database, const PlanArm& arm, std::vector<ColumnSink>& sinks);
+ArmRows JoinArm(const Readers& readers, const PlanArm& arm, std::vector<ColumnSink>& sinks);
 
 // The value of a constant output as a result column of its class holds it.
 base::Value ConstantOf(const TypedSql& output);

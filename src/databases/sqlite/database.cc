@@ -39,8 +39,15 @@ void CheckIsFile(const std::string& file) {
 
 Database::Database(const std::string& file, ReadableTables tables,
                    std::optional<Interruption::Clock::duration> time_limit)
+    : Database(file, std::move(tables), std::make_unique<Interruption>(time_limit)) {}
+
+Database::Database(Leader leader)
+    : Database(leader.database.file_, leader.database.tables(),
+               std::make_unique<Interruption>(Interruption::Leader{leader.database.interruption()})) {}
+
+Database::Database(const std::string& file, ReadableTables tables, std::unique_ptr<Interruption> interruption)
     : file_(file),
-      interruption_(std::make_unique<Interruption>(time_limit)),
+      interruption_(std::move(interruption)),
       access_(std::make_unique<Access>(Access{std::move(tables), *interruption_})) {
   CheckIsFile(file);
   const Interruption::Running running(*interruption_);
@@ -138,15 +145,44 @@ ReadTransaction::ReadTransaction(const Database& database)
   const Database::OwnWork own(database);
   database.interruption().BeginMoment();
   try {
-    // BEGIN alone takes no lock; the first read does.
-    for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
-      if (sqlite3_exec(database.handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw database.ErrorOf("Execute");
-    }
+    FindState();
   } catch (...) {
     // Also if there is no memory for the error: a moment that stays open would never see what others post.
     sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
     throw;
+  }
+}
+
+void ReadTransaction::Begin() const {
+  // BEGIN alone takes no lock; the first read does.
+  for (const char* sql : {"BEGIN", "SELECT count(*) FROM sqlite_master"}) {
+    if (sqlite3_exec(database_.handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+      throw database_.ErrorOf("Execute");
+  }
+}
+
+// A log's head that was the same before and after the transaction began is the one that it sees.
+void ReadTransaction::FindState() const {
+  constexpr int kTries = 3;
+  database_.state_ = {};
+  for (int tries = 0;; ++tries) {
+    const auto before = database_.had_log_ ? LogHeadOf(database_.handle()) : std::nullopt;
+    database_.had_log_ = false;
+    Begin();
+    {
+      Statement mode(database_, "PRAGMA main.journal_mode");
+      if (!mode.Step()) return;
+      if (mode.Text(0) != "wal") {
+        database_.state_ = FileState::OfRollbackJournal();
+        return;
+      }
+    }
+    database_.had_log_ = true;
+    const auto after = LogHeadOf(database_.handle());
+    if (before && before == after) database_.state_ = FileState::OfLog(*after);
+    if ((before && before == after) || tries + 1 == kTries) return;
+    if (sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+      throw database_.ErrorOf("Execute");
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "databases/execution/interruption.h"
 #include "databases/execution/readable_tables.h"
+#include "databases/sqlite/file_state.h"
 #include "platform/error.h"
 
 namespace stockbook::databases {
@@ -20,10 +21,18 @@ class Database {
   explicit Database(const std::string& file, ReadableTables tables = ReadableTables::All(),
                     std::optional<Interruption::Clock::duration> time_limit = std::nullopt);
 
+  // Another connection to the same file, for another thread: what ends the leader's statements ends its own, too.
+  struct Leader {
+    const Database& database;
+  };
+  explicit Database(Leader leader);
+
   sqlite3* handle() const { return handle_.get(); }
   const ReadableTables& tables() const { return access_->tables; }
   Interruption& interruption() const { return *interruption_; }
   platform::Error ErrorOf(const char* operation) const;
+  // What the read transaction that is open sees.
+  const FileState& state() const { return state_; }
 
   // While one lives, statements are the connection's own: they may read the catalogue and begin and end transactions.
   class OwnWork {
@@ -45,6 +54,8 @@ class Database {
   };
   static int Authorize(void* access, int action, const char* table, const char* column, const char* base,
                        const char* view);
+  friend class ReadTransaction;
+  Database(const std::string& file, ReadableTables tables, std::unique_ptr<Interruption> interruption);
   void OpenFile();
   void LimitWhatStatementsMayDo();
 
@@ -55,6 +66,8 @@ class Database {
   std::unique_ptr<Interruption> interruption_;
   std::unique_ptr<Access> access_;
   std::unique_ptr<sqlite3, Closer> handle_;  // after what it calls back
+  mutable FileState state_;
+  mutable bool had_log_ = false;  // when it was read last
 };
 
 // A prepared statement. Step gives true while there are rows.
@@ -89,6 +102,10 @@ class ReadTransaction {
   ReadTransaction& operator=(const ReadTransaction&) = delete;
 
  private:
+  void Begin() const;
+  // Finds out what state the transaction sees, and if it cannot, because somebody was writing, begins again.
+  void FindState() const;
+
   const Database& database_;
   bool outermost_;
 };

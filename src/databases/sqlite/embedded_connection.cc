@@ -40,6 +40,7 @@ EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy s
       strategy_(strategy),
       dialect_(DialectOf(connection_string_)),
       database_(settings.file, settings.tables, settings.time_limit),
+      readers_(database_, settings.threads),
       catalog_(database_) {
   RegisterFunctions(database_);
 }
@@ -80,7 +81,7 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
                           [this](std::string_view name) { return catalog_.FindTable(name); });
   if (translation.plan() && strategy_ != Strategy::kStatement) {
     const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;
-    if (auto fields = ExecutePlan(database_, *translation.plan(), translation.columns(), reading)) {
+    if (auto fields = ExecutePlan(readers_, *translation.plan(), translation.columns(), reading)) {
       return platform::Recordset(std::move(*fields));
     }
   }

@@ -9,6 +9,7 @@
 #include "databases/sqlite/catalog.h"
 #include "databases/sqlite/database.h"
 #include "databases/sqlite/embedded_settings.h"
+#include "databases/sqlite/readers.h"
 #include "platform/connection.h"
 
 namespace stockbook::databases {
@@ -19,9 +20,10 @@ enum class Strategy { kFastest, kStatement, kArms };
 
 // An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE, and what EmbeddedSettings tells. It
 // understands the desktop dialect, or the server dialect when the connection string contains "SQL". Opened read only,
-// one SELECT per call, on one thread; Cancel alone may come from another. A result is complete when Execute returns and
-// does not follow later changes of the file. A moment is a read transaction: in rollback mode it holds off writers
-// until it ends.
+// one SELECT per call, called by one thread; Cancel alone may come from another. Long results are read on as many
+// threads as the settings say, and are what one would have read. A result is complete when Execute returns and does not
+// follow later changes of the file. A moment is a read transaction: in rollback mode it holds off writers until it
+// ends.
 class EmbeddedConnection : public platform::Connection {
  public:
   explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
@@ -40,6 +42,7 @@ class EmbeddedConnection : public platform::Connection {
   Strategy strategy_;
   Dialect dialect_;
   Database database_;
+  Readers readers_;
   Catalog catalog_;
 };
 

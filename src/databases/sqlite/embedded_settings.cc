@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "databases/sqlite/embedded_settings.h"
 
+#include <algorithm>
+#include <charconv>
+#include <thread>
+
 #include "base/text.h"
 #include "databases/execution/time_limit.h"
 
@@ -8,7 +12,22 @@ namespace stockbook::databases {
 namespace {
 
 constexpr std::string_view kProvider = "Stockbook.Embedded";
+
 }  // namespace
+
+// More than a few wait for each other's memory instead of reading.
+size_t ReadThreads(const ConnectionString& settings) {
+  constexpr unsigned kUsualMost = 4;
+  constexpr size_t kMost = 16;
+  const auto text = settings.Find("Threads");
+  if (!text) return std::clamp(std::thread::hardware_concurrency(), 1U, kUsualMost);
+  size_t threads = 0;
+  const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), threads);
+  if (error != std::errc() || end != text->data() + text->size() || threads < 1 || threads > kMost)
+    throw platform::Error("Open",
+                          "连接字符串的 Threads“" + *text + "”不是线程数，应为 1 至 16 之间的整数，1 表示不用其他线程");
+  return threads;
+}
 
 EmbeddedSettings ReadEmbeddedSettings(std::string_view connection_string) {
   const ConnectionString settings(connection_string);
@@ -18,7 +37,7 @@ EmbeddedSettings ReadEmbeddedSettings(std::string_view connection_string) {
   }
   const auto file = settings.Find("Data Source");
   if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
-  return {*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or(""))};
+  return {*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or("")), ReadThreads(settings)};
 }
 
 }  // namespace stockbook::databases

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "databases/connection_string.h"
 #include "databases/execution/interruption.h"
 #include "databases/execution/readable_tables.h"
 
@@ -12,12 +14,18 @@ namespace stockbook::databases {
 
 // What the connection string of an embedded database says: Data Source=FILE; Timeout=SECONDS, the time that the
 // statements of one moment may take together, 60 unless it is given and without end if it is 0; Tables=A,B, what may be
-// read beside the tables of a journal.
+// read beside the tables of a journal; Threads=N, on how many threads long results are read, from 1 to 16, as many as
+// the machine has but at most 4 unless it is given.
 struct EmbeddedSettings {
   std::string file;
   std::optional<Interruption::Clock::duration> time_limit;
   ReadableTables tables;
+  size_t threads = 1;
 };
+
+// On how many threads the connection string wants long results to be read. Throws platform::Error when it is no such
+// number.
+size_t ReadThreads(const ConnectionString& settings);
 
 // Throws platform::Error when something is missing or means nothing.
 EmbeddedSettings ReadEmbeddedSettings(std::string_view connection_string);

@@ -2,6 +2,7 @@
 #include "databases/sqlite/plan_executor.h"
 
 #include "databases/execution/arranged_rows.h"
+#include "databases/execution/free_memory.h"
 #include "databases/execution/row_sorter.h"
 #include "databases/sqlite/arm_join.h"
 #include "platform/error.h"
@@ -9,31 +10,42 @@
 namespace stockbook::databases {
 namespace {
 
-std::vector<platform::Field> RunPlan(const Database& database, const StatementPlan& plan,
+// While it lives, the others of the readers may take part.
+class Joined {
+ public:
+  explicit Joined(const Readers& readers) : readers_(readers) {}
+  ~Joined() { readers_.Leave(); }
+  Joined(const Joined&) = delete;
+  Joined& operator=(const Joined&) = delete;
+
+ private:
+  const Readers& readers_;
+};
+
+std::vector<platform::Field> RunPlan(const Readers& readers, const StatementPlan& plan,
                                      const std::vector<ResultColumn>& columns, ArmReading reading) {
+  const Joined joined(readers);
   std::vector<ColumnSink> sinks(plan.arms[0].outputs.size());
   std::vector<ArmRows> arms;
   for (const PlanArm& arm : plan.arms) {
-    arms.push_back(reading == ArmReading::kJoined ? JoinArm(database, arm, sinks) : StepArm(database, arm, sinks));
+    arms.push_back(reading == ArmReading::kJoined ? JoinArm(readers, arm, sinks) : StepArm(readers.own(), arm, sinks));
   }
-  return ArrangeRows(plan, columns, arms, sinks, database.interruption());
+  return ArrangeRows(plan, columns, arms, sinks, readers.own().interruption(), readers.threads());
 }
 
-}  // namespace
-
-std::optional<std::vector<platform::Field>> ExecutePlan(const Database& database, const StatementPlan& plan,
-                                                        const std::vector<ResultColumn>& columns, ArmReading reading) {
+std::optional<std::vector<platform::Field>> TryPlan(const Readers& readers, const StatementPlan& plan,
+                                                    const std::vector<ResultColumn>& columns, ArmReading reading) {
   try {
     if (reading == ArmReading::kJoined) {
       try {
-        return RunPlan(database, plan, columns, ArmReading::kJoined);
+        return RunPlan(readers, plan, columns, ArmReading::kJoined);
       } catch (const NotCovered& reason) {
         if (reason.nowhere) return std::nullopt;
       }
     }
     // A single SELECT is left to SQLite as a whole: stepping it unsorted would lose the order of its rows.
     if (!plan.distinct_union) return std::nullopt;
-    return RunPlan(database, plan, columns, ArmReading::kStepped);
+    return RunPlan(readers, plan, columns, ArmReading::kStepped);
   } catch (const NotCovered&) {
     return std::nullopt;
   } catch (const base::ArithmeticError&) {
@@ -43,6 +55,16 @@ std::optional<std::vector<platform::Field>> ExecutePlan(const Database& database
     if (error.IsOfEngine()) throw;
     return std::nullopt;
   }
+}
+
+}  // namespace
+
+std::optional<std::vector<platform::Field>> ExecutePlan(const Readers& readers, const StatementPlan& plan,
+                                                        const std::vector<ResultColumn>& columns, ArmReading reading) {
+  constexpr size_t kManyRows = 16384;
+  auto fields = TryPlan(readers, plan, columns, reading);
+  if (fields && !fields->empty() && fields->front().column.size() >= kManyRows) ReturnFreeMemory();
+  return fields;
 }
 
 }  // namespace stockbook::databases

@@ -12,7 +12,6 @@ namespace stockbook::databases {
 namespace {
 
 constexpr int64_t kExactReal = int64_t{1} << 53;
-constexpr size_t kRepeatedLength = 64;
 
 }  // namespace
 
@@ -78,13 +77,16 @@ void ValueFeed::TakeWhole(int64_t whole) {
 
 void ValueFeed::TakeText(sqlite3_value* stored, int type) {
   Flush();
-  AppendText(BytesOf(stored), type);
+  const std::string_view bytes = BytesOf(stored);
+  const auto codes = type == SQLITE_TEXT ? known_texts_.CodesOf(bytes) : std::span<const uint32_t>();
+  if (codes.empty()) return AppendText(bytes, type);
+  for (size_t index = 0; index < codes.size(); ++index) targets_[index].sink->builder.AppendTextCode(codes[index]);
 }
 
 // A blob sorts after all texts; as a text it would not.
 void ValueFeed::AppendText(std::string_view bytes, int type) {
-  const bool clean = bytes == last_text_ || IsCleanText(bytes);
-  if (clean && bytes.size() <= kRepeatedLength && bytes != last_text_) last_text_ = bytes;
+  const bool clean = IsCleanText(bytes);
+  if (clean && type == SQLITE_TEXT && !has_negated_) return AppendClean(bytes);
   const std::string mended = clean ? std::string() : base::CleanUtf8(bytes);
   for (Target& target : targets_) {
     if (target.sign == Sign::kNegated) {
@@ -94,6 +96,19 @@ void ValueFeed::AppendText(std::string_view bytes, int type) {
     target.sink->mended = target.sink->mended || type == SQLITE_BLOB || !clean;
     target.sink->builder.AppendText(clean ? bytes : mended);
   }
+}
+
+void ValueFeed::AppendClean(std::string_view text) {
+  if (!known_texts_.IsUseful(text)) {
+    for (Target& target : targets_) target.sink->builder.AppendText(text);
+    return;
+  }
+  codes_.clear();
+  for (Target& target : targets_) {
+    codes_.push_back(target.sink->builder.AddText(text));
+    target.sink->builder.AppendTextCode(codes_.back());
+  }
+  known_texts_.Remember(text, codes_);
 }
 
 // Minus a text is minus the number that it spells; a text that spells none has no negative.
@@ -134,12 +149,12 @@ void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
     return;
   }
   const std::string_view bytes = BytesOf(stored);
-  if (bytes != last_text_ || bytes.empty()) {
-    last_text_ = bytes;
-    const auto date = base::Date::Parse(bytes);
-    last_date_ = date ? base::Value(*date) : base::Value();
+  if (bytes != last_date_text_ || bytes.empty()) {
+    last_date_text_ = bytes;
+    last_date_ = base::Date::Parse(bytes);
   }
-  for (Target& target : targets_) target.sink->builder.Append(last_date_);
+  if (!last_date_) return TakeNull();
+  for (Target& target : targets_) target.sink->builder.AppendDate(*last_date_);
 }
 
 void ValueFeed::FlushReals(const Target& target) const {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "databases/dialect/typed_sql.h"
 #include "databases/execution/column_sink.h"
 #include "databases/sqlite/database.h"
+#include "databases/sqlite/known_texts.h"
 
 namespace stockbook::databases {
 
@@ -24,7 +26,10 @@ class ValueFeed {
 
   explicit ValueFeed(Form form) : form_(form) {}
   Form form() const { return form_; }
-  void AddTarget(ColumnSink& sink, Sign sign) { targets_.push_back({&sink, sign}); }
+  void AddTarget(ColumnSink& sink, Sign sign) {
+    targets_.push_back({&sink, sign});
+    has_negated_ = has_negated_ || sign == Sign::kNegated;
+  }
 
   void Take(sqlite3_value* stored);
   void TakeNull();
@@ -45,6 +50,8 @@ class ValueFeed {
   void TakeAmount(sqlite3_value* stored, int type);
   void TakeDate(sqlite3_value* stored, int type);
   void AppendText(std::string_view bytes, int type);
+  // Appends a clean text to columns that all show it as it is.
+  void AppendClean(std::string_view text);
   void AppendNegatedText(Target& target, std::string_view bytes) const;
   void FlushReals(const Target& target) const;
   void FlushUnits(const Target& target) const;
@@ -56,8 +63,11 @@ class ValueFeed {
   std::array<double, kPortion> reals_{};
   std::array<int64_t, kPortion> units_{};
   std::vector<Target> targets_;
-  std::string last_text_;  // clean; texts and dates repeat from row to row
-  base::Value last_date_;
+  bool has_negated_ = false;
+  KnownTexts known_texts_;
+  std::vector<uint32_t> codes_;
+  std::string last_date_text_;  // dates repeat from row to row
+  std::optional<base::Date> last_date_;
 };
 
 // Steps the statement to its end, column i into feed i, and returns the number of rows.
