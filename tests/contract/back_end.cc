@@ -4,11 +4,13 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
-#include <functional>
+#include <stdexcept>
 
 #include "contract/postgres_copy.h"
 #include "databases/providers/open_connection.h"
+#include "support/test_folder.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 #include "support/postgres_server.h"
 #endif
@@ -45,7 +47,10 @@ class FileBackEnd : public BackEnd {
   std::string ConnectionString(Dialect dialect) const override {
     return connection_ + copy_.path() + ";Tables=*" + (dialect == Dialect::kServer ? ";Dialect=SQL" : "");
   }
-  void Change(const std::string& sql) override { copy_.Run(sql); }
+  bool Change(const std::string& sql) override {
+    copy_.Run(sql);
+    return true;
+  }
 
  private:
   std::string connection_;
@@ -61,6 +66,46 @@ std::unique_ptr<BackEnd> MakeSqliteByOdbc(const DatabaseFile& file, std::string&
   const std::string driver = DriverPath("libsqlite3odbc.so", missing);
   if (driver.empty()) return nullptr;
   return std::make_unique<FileBackEnd>(file, "Provider=Odbc;Driver=" + driver + ";Database=");
+}
+
+const std::filesystem::path kKept = std::filesystem::path(STOCKBOOK_SOURCE_DIR) / "../shared/data";
+
+void Unpack(const std::string& name, const std::string& path) {
+  const std::string command = "xz -dkc '" + (kKept / (name + ".xz")).string() + "' > '" + path + "'";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error(command);
+}
+
+// A desktop file of the kept inventory.
+class DesktopBackEnd : public BackEnd {
+ public:
+  explicit DesktopBackEnd(const std::string& name) : path_(folder_.PathOf(name)) { Unpack(name, path_); }
+  std::string ConnectionString(Dialect dialect) const override {
+    return "Provider=Stockbook.Desktop;Cache=No;Data Source=" + path_ + ";Tables=*" +
+           (dialect == Dialect::kServer ? ";Dialect=SQL" : "");
+  }
+  bool Change(const std::string&) override { return false; }
+
+ private:
+  TestFolder folder_;
+  std::string path_;
+};
+
+std::unique_ptr<BackEnd> MakeDesktop(const DatabaseFile& file, const std::string& name, std::string& missing) {
+  if (!IsBuilt("Stockbook.Desktop", missing)) return nullptr;
+  // Made for another inventory than the kept one.
+  missing = "desktop files cannot be written here";
+  sqlite3_stmt* kept = nullptr;
+  const bool is_kept = sqlite3_prepare_v2(file.handle(), "SELECT 1 FROM kept", -1, &kept, nullptr) == SQLITE_OK;
+  sqlite3_finalize(kept);
+  return is_kept ? std::make_unique<DesktopBackEnd>(name) : nullptr;
+}
+
+std::unique_ptr<BackEnd> MakeOlderDesktop(const DatabaseFile& file, std::string& missing) {
+  return MakeDesktop(file, "inventory.mdb", missing);
+}
+
+std::unique_ptr<BackEnd> MakeNewerDesktop(const DatabaseFile& file, std::string& missing) {
+  return MakeDesktop(file, "inventory.accdb", missing);
 }
 
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
@@ -81,7 +126,10 @@ class PostgresBackEnd : public BackEnd {
     return "Provider=Odbc;Driver=" + driver_ + ";Servername=127.0.0.1;Port=" + std::to_string(server_.port()) +
            ";Database=postgres;UID=tester;ConnSettings=SET search_path TO " + schema_ + tables + ";Description=" + mark;
   }
-  void Change(const std::string& sql) override { server_.Run("SET search_path TO " + schema_ + ";" + sql); }
+  bool Change(const std::string& sql) override {
+    server_.Run("SET search_path TO " + schema_ + ";" + sql);
+    return true;
+  }
 
  private:
   static int schemas_;
@@ -121,12 +169,26 @@ struct Kind {
   std::unique_ptr<BackEnd> (*make)(const DatabaseFile& file, std::string& missing);
 };
 
-constexpr Kind kKinds[] = {{"Embedded", MakeEmbedded},
-                           {"SqliteByOdbc", MakeSqliteByOdbc},
-                           {"Postgres", MakePostgres},
-                           {"PostgresByOdbc", MakePostgresByOdbc}};
+constexpr Kind kKinds[] = {{"Embedded", MakeEmbedded},         {"OlderDesktop", MakeOlderDesktop},
+                           {"NewerDesktop", MakeNewerDesktop}, {"SqliteByOdbc", MakeSqliteByOdbc},
+                           {"Postgres", MakePostgres},         {"PostgresByOdbc", MakePostgresByOdbc}};
 
 }  // namespace
+
+bool FillAsKept(const std::string& kind, DatabaseFile& file) {
+  if (!kind.ends_with("Desktop") || !std::filesystem::exists(kKept / "inventory.db.xz")) return false;
+  const TestFolder folder;
+  const std::string path = folder.PathOf("inventory.db");
+  Unpack("inventory.db", path);
+  sqlite3* kept = nullptr;
+  sqlite3_open_v2(path.c_str(), &kept, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_backup* backup = sqlite3_backup_init(file.handle(), "main", kept, "main");
+  sqlite3_backup_step(backup, -1);
+  sqlite3_backup_finish(backup);
+  sqlite3_close(kept);
+  file.Run("CREATE TABLE kept(k)");
+  return true;
+}
 
 std::vector<std::string> BackEndKinds() {
   std::vector<std::string> names;

@@ -20,9 +20,13 @@ class BackEnd {
 
   // What a host hands to OpenConnection, so that the control sends the dialect.
   virtual std::string ConnectionString(databases::Dialect dialect) const = 0;
-  // Changes the database as another program would, in plain SQL.
-  virtual void Change(const std::string& sql) = 0;
+  // Changes the database as another program would, in plain SQL; false where nothing here can.
+  virtual bool Change(const std::string& sql) = 0;
 };
+
+// The kinds that nothing here can write hold one inventory, which is kept beside the sources. Fills the file with the
+// same one for such a kind; false for the others, and where it is not there.
+bool FillAsKept(const std::string& kind, DatabaseFile& file);
 
 // The kinds that the contract is held against, such as "Embedded" and "Postgres".
 std::vector<std::string> BackEndKinds();
