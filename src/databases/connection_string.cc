@@ -33,6 +33,17 @@ std::string TakeQuoted(std::string_view text, size_t& at) {
   Reject(text, start, "的引号没有结尾");
 }
 
+// Where the value in braces at `at` ends: after the closing brace, a doubled one being none. Without one the brace is a
+// character like any other, and ends nowhere.
+size_t EndOfBraces(std::string_view text, size_t at) {
+  for (++at; at < text.size(); ++at) {
+    if (text[at] != '}') continue;
+    if (at + 1 == text.size() || text[at + 1] != '}') return at + 1;
+    ++at;
+  }
+  return 0;
+}
+
 // `Password`, `PWD`, and what drivers have beside them, such as `sslpassword`.
 bool IsPasswordKey(std::string_view key) {
   const std::string lower = base::AsciiLower(key);
@@ -80,7 +91,8 @@ ConnectionString::ConnectionString(std::string_view text) {
       skip_blanks();
       if (at < text.size() && text[at] != ';') Reject(text, at, "应为分号");
     } else {
-      const size_t end = std::min(text.find(';', at), text.size());
+      const size_t braced = at < text.size() && text[at] == '{' ? EndOfBraces(text, at) : at;
+      const size_t end = std::min(text.find(';', std::max(at, braced)), text.size());
       value = base::TrimBlanks(text.substr(at, end - at));
       at = end;
     }

@@ -10,7 +10,8 @@
 namespace stockbook::databases {
 
 // The settings of a connection string `Key=Value;…`. Keys compare ignoring ASCII case, and the last of several wins. A
-// value may be in double or single quotes, which are doubled inside; then it may contain semicolons.
+// value may be in double or single quotes, which are doubled inside; then it may contain semicolons. So may a value in
+// braces, as ODBC writes it; it keeps its braces.
 class ConnectionString {
  public:
   using Setting = std::pair<std::string, std::string>;

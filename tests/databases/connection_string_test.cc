@@ -71,6 +71,14 @@ TEST(WithoutPassword, LeavesThePasswordNoSayInTheDialect) {
   EXPECT_EQ(DialectOf(WithoutPassword("Provider=Postgres;Password=x;Dialect=SQL")), Dialect::kServer);
 }
 
+TEST(ConnectionString, ReadsDriversValuesInBracesAsOne) {
+  const ConnectionString settings("Driver={Some Driver; 18};UID={a;b}}c};x={;y=1");
+  EXPECT_EQ(settings.Find("Driver"), "{Some Driver; 18}");
+  EXPECT_EQ(settings.Find("UID"), "{a;b}}c}");
+  EXPECT_EQ(settings.Find("x"), "{") << "a brace that nothing closes is a character like any other";
+  EXPECT_EQ(settings.Find("y"), "1");
+}
+
 TEST(DialectOf, IsTheServersWhereSqlStandsAnywhereInCapitals) {
   EXPECT_EQ(DialectOf("Provider=Stockbook.Embedded;Data Source=a.db"), Dialect::kDesktop);
   EXPECT_EQ(DialectOf("Provider=Stockbook.Embedded;Dialect=SQL;Data Source=a.db"), Dialect::kServer);
