@@ -58,6 +58,11 @@ void Interruption::Check() const {
   if (IsDue()) throw Reason("Execute");
 }
 
+std::optional<Interruption::Clock::duration> Interruption::Remaining() const {
+  if (!limit_) return std::nullopt;
+  return std::max(Clock::duration{0}, *limit_ - used_ - (Clock::now() - started_));
+}
+
 bool Interruption::IsDueAfter(size_t work) {
   constexpr size_t kPortion = 256;
   work_ += work;

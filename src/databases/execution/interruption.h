@@ -58,6 +58,8 @@ class Interruption {
   }
   // Throws Reason("Execute") if what runs has to end. Loops over rows outside of SQLite call it now and then.
   void Check() const;
+  // What is left of the time, for work that is handed to somebody else; nothing without a limit.
+  std::optional<Clock::duration> Remaining() const;
   // Counts work of any size, a call of a function being 1, and asks IsDue once enough has come together.
   bool IsDueAfter(size_t work);
   // Counts the bytes of a text that a function made; false once those of the moment are more than a result can use.

@@ -11,6 +11,9 @@
 #ifdef STOCKBOOK_WITH_DESKTOP_FILES
 #include "databases/desktop/desktop_connection.h"
 #endif
+#ifdef STOCKBOOK_WITH_ODBC
+#include "databases/odbc/odbc_connection.h"
+#endif
 #ifdef STOCKBOOK_WITH_POSTGRES
 #include "databases/postgres/postgres_connection.h"
 #endif
@@ -39,11 +42,17 @@ constexpr Open kOpenPostgres = OpenPostgres;
 constexpr Open kOpenPostgres = nullptr;
 #endif
 
+#ifdef STOCKBOOK_WITH_ODBC
+constexpr Open kOpenOdbc = OpenOdbc;
+#else
+constexpr Open kOpenOdbc = nullptr;
+#endif
+
 constexpr std::array<Provider, 4> kProviders = {{
     {"Stockbook.Embedded", OpenEmbedded, ""},
     {"Stockbook.Desktop", kOpenDesktop, "libmdb（软件包 mdbtools-dev）"},
     {"Postgres", kOpenPostgres, "libpq（软件包 libpq-dev）"},
-    {"Odbc", nullptr, "unixODBC（软件包 unixodbc-dev）"},
+    {"Odbc", kOpenOdbc, "unixODBC（软件包 unixodbc-dev）"},
 }};
 
 std::string JoinedNames() {

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "databases/sqlite/error_codes.h"
+#include "databases/sqlite/memory_database.h"
 
 namespace stockbook::databases {
 namespace {
@@ -49,7 +50,7 @@ Database::Database(const std::string& file, ReadableTables tables, std::unique_p
     : file_(file),
       interruption_(std::move(interruption)),
       access_(std::make_unique<Access>(Access{std::move(tables), *interruption_})) {
-  CheckIsFile(file);
+  if (MemoryDatabase::NameInMemory(file) == nullptr) CheckIsFile(file);
   const Interruption::Running running(*interruption_);
   OpenFile();
   LimitWhatStatementsMayDo();
@@ -63,7 +64,10 @@ Database::Database(const std::string& file, ReadableTables tables, std::unique_p
 
 void Database::OpenFile() {
   sqlite3* opened = nullptr;
-  const int code = sqlite3_open_v2(file_.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+  const char* in_memory = MemoryDatabase::NameInMemory(file_);
+  const int code = sqlite3_open_v2(in_memory != nullptr ? in_memory : file_.c_str(), &opened,
+                                   SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX,
+                                   in_memory != nullptr ? MemoryDatabase::kFileSystem : nullptr);
   handle_.reset(opened);
   if (code == SQLITE_OK) return;
   const char* detail = opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(code);
