@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Connection strings of any bytes are read or refused, and a value in quotes is what was put into them.
+// Connection strings of any bytes are read or refused, a value in quotes is what was put into them, and what is written
+// of them again reads the same, or has no password.
 #include "databases/connection_string.h"
 
 #include "base/text.h"
@@ -14,6 +15,10 @@ void ReadAny(std::string_view text, std::string_view key) {
     const databases::ConnectionString settings(text);
     const auto value = settings.Find(key);
     Require(value == settings.Find(base::AsciiLower(key)), "keys compare ignoring case", std::string(text));
+    const databases::ConnectionString again(settings.Text());
+    Require(again.settings() == settings.settings(), "settings read as they were written", std::string(text));
+    databases::ConnectionString shown(databases::WithoutPassword(text));
+    Require(!shown.RemovePasswords(), "no password is left", std::string(text));
   } catch (const platform::Error& error) {
     Require(!std::string_view(error.what()).empty(), "a refusal has a reason", std::string(text));
   }

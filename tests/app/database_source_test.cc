@@ -69,13 +69,24 @@ TEST_F(DatabaseSourceTest, OpensAFileByItsConnectionString) {
 TEST_F(DatabaseSourceTest, KnowsADesktopFileByItsContent) {
   using namespace std::string_literals;
   for (const std::string& signature : {"\0\1\0\0Standard Jet DB\0"s, "\0\1\0\0Standard ACE DB\0"s}) {
-    const DatabaseSource source(Write("inventory.db", signature));
+    const DatabaseSource source(Write("inventory.mdb", signature));
     EXPECT_EQ(databases::ConnectionString(source.ConnectionString()).Find("Provider"), "Stockbook.Desktop");
   }
-  EXPECT_TRUE(DatabaseSource(PathOf("inventory.db")).TakesPassword());
+  EXPECT_TRUE(DatabaseSource(PathOf("inventory.mdb")).TakesPassword());
   const DatabaseSource other(Write("other.mdb", "SQLite format 3"));
   EXPECT_EQ(databases::ConnectionString(other.ConnectionString()).Find("Provider"), "Stockbook.Embedded");
   EXPECT_FALSE(other.TakesPassword());
+}
+
+TEST_F(DatabaseSourceTest, TriesADesktopFileOfAnotherNameAsOne) {
+  std::string page(4096, '\1');
+  page.replace(0, 20, std::string("\0\1\0\0Standard Jet DB\0", 20));
+  try {
+    OpenInventory(Write("stock.db", page));
+    ADD_FAILURE();
+  } catch (const platform::Error& error) {
+    EXPECT_EQ(std::string(error.what()).find("不是 SQLite 数据库"), std::string::npos) << error.what();
+  }
 }
 
 TEST_F(DatabaseSourceTest, QuotesNothingOfAStringThatItCannotRead) {

@@ -35,7 +35,8 @@ std::string NameOf(databases::ConnectionString settings) {
   return settings.Text();
 }
 
-// Whatever a desktop database is called, its first page names the engine.
+// Whatever a desktop database is called, its first page names the engine. Closing a file takes away the locks that
+// SQLite has on it in this process, so that this is not for files that may be SQLite's.
 bool IsDesktopFile(const std::string& file) {
   constexpr size_t kSignatureAt = 4;
   constexpr size_t kSignatureBytes = 15;
@@ -58,6 +59,7 @@ DatabaseSource::DatabaseSource(const std::string& argument) {
     ReadString(argument);
   } else {
     file_ = name_ = argument;
+    is_desktop_file_ = (argument.ends_with(".mdb") || argument.ends_with(".accdb")) && IsDesktopFile(argument);
   }
 }
 
@@ -100,7 +102,7 @@ bool DatabaseSource::TakesPassword() const { return !IsEmbedded(); }
 std::string DatabaseSource::ConnectionString(SqlDialect dialect) const {
   databases::ConnectionString settings(text_);
   if (text_.empty()) {
-    settings.Set("Provider", IsDesktopFile(file_) ? "Stockbook.Desktop" : "Stockbook.Embedded");
+    settings.Set("Provider", is_desktop_file_ ? "Stockbook.Desktop" : "Stockbook.Embedded");
     if (dialect == SqlDialect::kServer) settings.Set("Dialect", "SQL");
     settings.Set("Data Source", file_);
   }
@@ -109,14 +111,21 @@ std::string DatabaseSource::ConnectionString(SqlDialect dialect) const {
   return password_ || waits_ || text_.empty() ? settings.Text() : text_;
 }
 
+bool DatabaseSource::BecomesDesktopFile(const platform::Error& error) {
+  constexpr int kNoDatabase = 26;  // SQLITE_NOTADB
+  if (is_desktop_file_ || !text_.empty() || error.native_code() != kNoDatabase) return false;
+  return is_desktop_file_ = IsDesktopFile(file_);
+}
+
 std::shared_ptr<platform::Connection> OpenInventory(DatabaseSource& source, SqlDialect dialect,
                                                     const AskPassword& ask) {
-  const bool may_ask = ask && source.TakesPassword() && !source.HasPassword();
+  const bool had_password = source.HasPassword();
   for (int attempt = 0;; ++attempt) {
     try {
       return databases::OpenConnection(source.ConnectionString(dialect));
     } catch (const platform::Error& error) {
-      if (!may_ask || attempt == kMostAttempts || !WantsPassword(error)) throw;
+      if (source.BecomesDesktopFile(error)) continue;
+      if (!ask || had_password || !source.TakesPassword() || attempt >= kMostAttempts || !WantsPassword(error)) throw;
       auto password = ask(source.name());
       if (!password) throw;
       source.SetPassword(*std::move(password));

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/connection.h"
+#include "platform/error.h"
 
 namespace stockbook::app {
 
@@ -54,11 +55,17 @@ class DatabaseSource {
  private:
   void ReadString(const std::string& text);
 
+  // Once SQLite has said that the file is none of its own.
+  bool BecomesDesktopFile(const platform::Error& error);
+  friend std::shared_ptr<platform::Connection> OpenInventory(DatabaseSource& source, SqlDialect dialect,
+                                                             const AskPassword& ask);
+
   std::string text_;  // the connection string of what is no file named by its path
   std::string name_;
   std::string file_;
   bool came_with_password_ = false;
   bool waits_ = false;
+  bool is_desktop_file_ = false;
   std::optional<std::string> password_;
 };
 
