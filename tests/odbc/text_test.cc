@@ -7,7 +7,7 @@ namespace stockbook::databases {
 namespace {
 
 std::string ThereAndBack(const std::string& utf8) {
-  const WideText wide = Widened(utf8);
+  const OdbcWideText wide = Widened(utf8);
   EXPECT_EQ(wide.back(), 0);
   std::string text;
   EXPECT_TRUE(AppendUtf8(wide.data(), wide.size() - 1, text));
@@ -21,11 +21,11 @@ TEST(OdbcText, ComesBackAsItWas) {
 
 TEST(OdbcText, TakesTwoUnitsForACharacterBeyondTheFirstPlane) {
   if (sizeof(SQLWCHAR) != 2) GTEST_SKIP() << "the driver manager's characters have four bytes";
-  EXPECT_EQ(Widened("\xF0\x9F\x94\xA9"), (WideText{0xD83D, 0xDD29, 0}));
+  EXPECT_EQ(Widened("\xF0\x9F\x94\xA9"), (OdbcWideText{0xD83D, 0xDD29, 0}));
 }
 
 TEST(OdbcText, MendsHalvesOfPairsAndZeros) {
-  const WideText wide = {'a', 0xD83D, 'b', 0xDD29, 0, 0xD83D};
+  const OdbcWideText wide = {'a', 0xD83D, 'b', 0xDD29, 0, 0xD83D};
   std::string text = "x";
   EXPECT_FALSE(AppendUtf8(wide.data(), wide.size(), text));
   EXPECT_EQ(text,

@@ -66,7 +66,7 @@ size_t WrittenUnits(SQLSMALLINT length) {
 std::optional<OdbcDiagnosis> WideRecord(SQLSMALLINT handle_type, SQLHANDLE handle, SQLSMALLINT number) {
   OdbcDiagnosis record;
   std::array<SQLWCHAR, 6> state{};
-  WideText message(kMessageUnits);
+  OdbcWideText message(kMessageUnits);
   SQLSMALLINT length = 0;
   const SQLRETURN code =
       SQLGetDiagRecW(handle_type, handle, number, state.data(), &record.native, message.data(), kMessageUnits, &length);

@@ -33,7 +33,7 @@ class OdbcArgument {
 
  private:
   std::string narrow_;
-  WideText wide_;
+  OdbcWideText wide_;
 };
 
 SQLRETURN ExecuteOn(SQLHSTMT statement, std::string_view sql, OdbcLetters letters) {
@@ -53,7 +53,7 @@ struct PlainStatement {
   SQLHSTMT handle = nullptr;
 };
 
-bool IsAscii(std::string_view text) {
+bool IsPlainAscii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
 }
 
@@ -106,7 +106,7 @@ void OdbcLink::Connect(const OdbcSettings& settings) {
     SQLSetConnectAttrW(connection_, SQL_ATTR_LOGIN_TIMEOUT, AttributeValue(static_cast<uintptr_t>(seconds)), 0);
   }
   // Only a connected driver tells which letters it takes; for plain ones it makes no difference.
-  if (IsAscii(settings.for_driver)) {
+  if (IsPlainAscii(settings.for_driver)) {
     ConnectBy(OdbcLetters::kWide, settings);
     info_.letters = LettersOfDriver();
     return;
@@ -152,7 +152,7 @@ OdbcFailure OdbcLink::Failure(SQLSMALLINT handle_type, SQLHANDLE handle) const {
 OdbcLetters OdbcLink::LettersOfDriver() const {
   constexpr std::string_view kLetter = "仓";
   OdbcArgument text(kLetter);
-  WideText answer(16);
+  OdbcWideText answer(16);
   SQLINTEGER length = 0;
   const SQLRETURN code =
       SQLNativeSqlW(connection_, text.wide(), SQL_NTS, answer.data(), static_cast<SQLINTEGER>(answer.size()), &length);
@@ -160,7 +160,7 @@ OdbcLetters OdbcLink::LettersOfDriver() const {
 }
 
 std::string OdbcLink::InfoText(SQLUSMALLINT which) const {
-  WideText text(256);
+  OdbcWideText text(256);
   SQLSMALLINT bytes = 0;
   if (!SQL_SUCCEEDED(SQLGetInfoW(connection_, which, text.data(),
                                  static_cast<SQLSMALLINT>(text.size() * sizeof(SQLWCHAR)), &bytes)))

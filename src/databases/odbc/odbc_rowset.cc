@@ -96,7 +96,7 @@ std::vector<OdbcColumn> DescribeColumns(const OdbcStatement& statement) {
   statement.Check(SQLNumResultCols(statement.handle(), &count));
   std::vector<OdbcColumn> columns;
   for (SQLUSMALLINT number = 1; number <= static_cast<SQLUSMALLINT>(count); ++number) {
-    WideText name(256);
+    OdbcWideText name(256);
     SQLSMALLINT length = 0;
     SQLSMALLINT type = 0;
     SQLULEN size = 0;

@@ -10,7 +10,7 @@ namespace {
 
 static_assert(sizeof(SQLWCHAR) == 2 || sizeof(SQLWCHAR) == 4, "a driver's wide character is UTF-16 or UTF-32");
 constexpr bool kUtf16 = sizeof(SQLWCHAR) == 2;
-constexpr uint32_t kReplacement = 0xFFFD;
+constexpr uint32_t kReplacementLetter = 0xFFFD;
 
 bool IsHighSurrogate(uint32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool IsLowSurrogate(uint32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
@@ -36,9 +36,9 @@ void AppendCodePoint(uint32_t code, std::string& utf8) {
 
 }  // namespace
 
-WideText Widened(std::string_view utf8) {
+OdbcWideText Widened(std::string_view utf8) {
   const std::string clean = base::CleanUtf8(utf8);
-  WideText wide;
+  OdbcWideText wide;
   wide.reserve(clean.size() + 1);
   for (size_t at = 0; at < clean.size();) {
     const auto first = static_cast<unsigned char>(clean[at]);
@@ -69,7 +69,7 @@ bool AppendUtf8(const SQLWCHAR* text, size_t length, std::string& utf8) {
     if (kUtf16 && IsHighSurrogate(code) && at + 1 < length && IsLowSurrogate(text[at + 1])) {
       code = 0x10000 + ((code - 0xD800) << 10) + (text[++at] - 0xDC00U);
     } else if (code == 0 || IsHighSurrogate(code) || IsLowSurrogate(code) || code > 0x10FFFF) {
-      code = kReplacement;
+      code = kReplacementLetter;
       clean = false;
     }
     AppendCodePoint(code, utf8);
