@@ -101,10 +101,10 @@ void ColumnBuilder::AppendFrom(const Column& source, size_t row, std::vector<uin
 }
 
 void ColumnBuilder::AppendCounted(const ColumnChunk& chunk, const std::vector<uint32_t>& codes) {
-  constexpr size_t kBlock = 1024;
-  int64_t block[kBlock];
+  constexpr size_t kPortion = 1024;
+  int64_t block[kPortion];
   for (size_t row = 0; row < chunk.rows;) {
-    const size_t count = std::min({kBlock, chunk.rows - row, Column::kChunkRows - chunk_.size()});
+    const size_t count = std::min({kPortion, chunk.rows - row, Column::kChunkRows - chunk_.size()});
     const std::span<int64_t> numbers(block, count);
     chunk.packed.Read(row, numbers);
     if (chunk.type == ChunkType::kText) {

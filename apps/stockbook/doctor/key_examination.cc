@@ -58,11 +58,11 @@ void ExamineTextKey(const ExaminedTable& table, std::string_view name, Ailment t
       nulls.Add([&] { return Example{"第 " + std::to_string(row + 1) + " 行", "为空"}; });
       continue;
     }
-    const auto [first, is_new] = seen.emplace(keys->Text(row), row);
-    if (is_new) continue;
+    const auto found = seen.emplace(keys->Text(row), row);
+    if (found.second) continue;
     twice.Add([&] {
       return Example{table.KeyText(row),
-                     "第 " + std::to_string(first->second + 1) + " 行和第 " + std::to_string(row + 1) + " 行"};
+                     "第 " + std::to_string(found.first->second + 1) + " 行和第 " + std::to_string(row + 1) + " 行"};
     });
   }
 }

@@ -12,7 +12,7 @@ namespace stockbook::databases {
 namespace {
 
 // Whole days since 1899-12-30, the zero date, are what dates are as numbers.
-constexpr auto kTemplates = std::to_array<FunctionTemplate>({
+constexpr auto kPostgresFunctions = std::to_array<FunctionTemplate>({
     {"sb_left", 2, "left($1t, greatest($2n, 0))"},
     {"sb_right", 2, "right($1t, greatest($2n, 0))"},
     {"sb_mid", 2, "substring($1t from $2n)"},
@@ -79,7 +79,7 @@ constexpr std::string_view kNumberPattern = "'^ *[-+]?([0-9]+[.]?[0-9]*|[.][0-9]
 constexpr std::string_view kDatePattern =
     "'^ *[0-9]{4}[-/](0?[1-9]|1[0-2])[-/](0?[1-9]|[12][0-9]|3[01])( [0-9]{1,2}:[0-9]{2}(:[0-9]{2})?)? *$'";
 
-constexpr DateWords kDateWords = {"YYYY", "MM", "DD", "HH24", "MI", "SS"};
+constexpr DateWords kPostgresDateWords = {"YYYY", "MM", "DD", "HH24", "MI", "SS"};
 
 }  // namespace
 
@@ -138,7 +138,7 @@ std::string PostgresEmitter::SumOf(const AggregateCall& call, const std::string&
   return Cast(name + "(" + distinct + "CAST(" + sql + " AS numeric))", cls);
 }
 
-std::span<const FunctionTemplate> PostgresEmitter::Templates() const { return kTemplates; }
+std::span<const FunctionTemplate> PostgresEmitter::Templates() const { return kPostgresFunctions; }
 
 std::string PostgresEmitter::Like(const TypedSql& text, std::string_view pattern, Wildcards wildcards) const {
   const std::string lower = "lower(" + As(ValueClass::kText, text) + " COLLATE \"C\")";
@@ -157,7 +157,7 @@ std::string PostgresEmitter::Format(const TypedSql& value, std::string_view patt
     return "coalesce(" + sign + " || CASE WHEN char_length(" + digits + ") >= " + length + " THEN " + digits +
            " ELSE lpad(" + digits + ", " + length + ", '0') END, '')";
   }
-  const std::string engine = EnginePattern(pattern, kDateWords);
+  const std::string engine = EnginePattern(pattern, kPostgresDateWords);
   if (engine.empty() || value.cls != ValueClass::kDate) return {};
   return "coalesce(to_char(" + value.sql + ", " + TextLiteral(engine) + "), '')";
 }
@@ -168,7 +168,7 @@ std::string PostgresEmitter::ToText(const TypedSql& value, const TextType& type)
   if (value.cls != ValueClass::kDate) {
     text = As(ValueClass::kText, value);
   } else if (!pattern.empty()) {
-    text = "to_char(" + value.sql + ", " + TextLiteral(EnginePattern(pattern, kDateWords)) + ")";
+    text = "to_char(" + value.sql + ", " + TextLiteral(EnginePattern(pattern, kPostgresDateWords)) + ")";
   } else {
     return {};
   }

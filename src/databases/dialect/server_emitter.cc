@@ -10,7 +10,7 @@
 namespace stockbook::databases {
 namespace {
 
-constexpr auto kTemplates = std::to_array<FunctionTemplate>({
+constexpr auto kServerFunctions = std::to_array<FunctionTemplate>({
     {"sb_left", 2, "LEFT($1t, $2n)"},
     {"sb_right", 2, "RIGHT($1t, $2n)"},
     {"sb_mid", 2, "SUBSTRING($1t, $2n, 2147483647)"},
@@ -65,7 +65,7 @@ constexpr auto kTemplates = std::to_array<FunctionTemplate>({
     {"days_of_date", 1, "CAST(DATEDIFF(day, CAST(N'1899-12-30' AS datetime2(0)), $1d) AS float)"},
 });
 
-constexpr DateWords kDateWords = {"yyyy", "MM", "dd", "HH", "mm", "ss"};
+constexpr DateWords kServerDateWords = {"yyyy", "MM", "dd", "HH", "mm", "ss"};
 
 }  // namespace
 
@@ -120,7 +120,7 @@ std::string ServerEmitter::SumOf(const AggregateCall& call, const std::string& s
   return function + (call.distinct ? "DISTINCT " : "") + wide + ")";
 }
 
-std::span<const FunctionTemplate> ServerEmitter::Templates() const { return kTemplates; }
+std::span<const FunctionTemplate> ServerEmitter::Templates() const { return kServerFunctions; }
 
 std::string ServerEmitter::Like(const TypedSql& text, std::string_view pattern, Wildcards wildcards) const {
   const std::string written = BracketPattern(LikeElements(pattern, wildcards));
@@ -130,7 +130,7 @@ std::string ServerEmitter::Like(const TypedSql& text, std::string_view pattern, 
 std::string ServerEmitter::Format(const TypedSql& value, std::string_view pattern) const {
   std::string engine(pattern);
   if (pattern.find_first_not_of('0') != std::string_view::npos) {
-    engine = value.cls == ValueClass::kDate ? EnginePattern(pattern, kDateWords) : std::string();
+    engine = value.cls == ValueClass::kDate ? EnginePattern(pattern, kServerDateWords) : std::string();
   }
   if (engine.empty()) return {};
   const std::string sql = value.cls == ValueClass::kDate ? value.sql : As(ValueClass::kReal, value);
