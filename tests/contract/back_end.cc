@@ -65,7 +65,7 @@ std::unique_ptr<BackEnd> MakeSqliteByOdbc(const DatabaseFile& file, std::string&
   if (!IsBuilt("Odbc", missing)) return nullptr;
   const std::string driver = DriverPath("libsqlite3odbc.so", missing);
   if (driver.empty()) return nullptr;
-  return std::make_unique<FileBackEnd>(file, "Provider=Odbc;Driver=" + driver + ";Database=");
+  return std::make_unique<FileBackEnd>(file, "Provider=Odbc;AmpersandJoins=0;Driver=" + driver + ";Database=");
 }
 
 const std::filesystem::path kKept = std::filesystem::path(STOCKBOOK_SOURCE_DIR) / "../shared/data";
@@ -124,7 +124,8 @@ class PostgresBackEnd : public BackEnd {
     const std::string mark = dialect == Dialect::kServer ? "SQL" : "journal";
     if (driver_.empty()) return server_.ConnectionString("Schema=" + schema_ + tables + ";application_name=" + mark);
     return "Provider=Odbc;Driver=" + driver_ + ";Servername=127.0.0.1;Port=" + std::to_string(server_.port()) +
-           ";Database=postgres;UID=tester;ConnSettings=SET search_path TO " + schema_ + tables + ";Description=" + mark;
+           ";Database=postgres;UID=tester;ConnSettings=SET search_path TO " + schema_ + tables +
+           ";AmpersandJoins=0;Description=" + mark;
   }
   bool Change(const std::string& sql) override {
     server_.Run("SET search_path TO " + schema_ + ";" + sql);

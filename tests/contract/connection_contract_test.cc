@@ -175,6 +175,23 @@ TEST_P(InventoryContract, AMomentSeesNothingThatIsPostedMeanwhile) {
   EXPECT_EQ(connection->Execute("SELECT * FROM 客户资料").RecordCount(), before + 1);
 }
 
+TEST_P(InventoryContract, PartnerJournalsRunInTheServerDialectWhereItsAmpersandJoins) {
+  if (!Make()) return;
+  if (GetParam() != "Embedded" && !GetParam().ends_with("ByOdbc")) GTEST_SKIP() << "this connection has no such option";
+  std::string string = back_end_->ConnectionString(Dialect::kServer);
+  const size_t refused = string.find("AmpersandJoins=0;");
+  if (refused != std::string::npos) string.erase(refused, std::string("AmpersandJoins=0;").size());
+  const auto connection = OpenConnection(GetParam() == "Embedded" ? string + ";AmpersandJoins=1" : string);
+  const auto desktop = Open();
+  size_t rows = 0;
+  for (const auto& [server, other] : PartnerJournals()) {
+    const auto found = connection->Execute(server);
+    rows += found.RecordCount();
+    EXPECT_EQ(found.RecordCount(), desktop->Execute(other).RecordCount()) << server;
+  }
+  EXPECT_GT(rows, 300U);
+}
+
 class ValueContract : public ConnectionContract {
  protected:
   void SetUp() override {

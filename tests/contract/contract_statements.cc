@@ -75,6 +75,18 @@ std::vector<std::string> ControlStatements(Dialect dialect) {
   return statements;
 }
 
+std::vector<std::pair<std::string, std::string>> PartnerJournals() {
+  std::vector<std::pair<std::string, std::string>> pairs(3);
+  for (const Dialect dialect : {Dialect::kServer, Dialect::kDesktop}) {
+    const std::string journals[] = {SupplierJournal(dialect, " Where (Recs.ksID = 5)", "2005-03"),
+                                    CustomerJournal(dialect, " Where (Recs.ksID = 7)", "2005-03"),
+                                    ProjectJournal(dialect, "1", "2005-03")};
+    for (size_t index = 0; index < pairs.size(); ++index)
+      (dialect == Dialect::kServer ? pairs[index].first : pairs[index].second) = journals[index];
+  }
+  return pairs;
+}
+
 std::vector<std::string> StatementsWithAttacks() {
   std::vector<std::string> statements;
   for (const char* code :

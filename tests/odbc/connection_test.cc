@@ -34,7 +34,7 @@ class OdbcOfSqlite : public ::testing::Test {
     if (SqliteOdbcDriver().empty()) GTEST_SKIP() << "the ODBC driver of SQLite (libsqliteodbc) is not installed";
   }
   std::string Through(Dialect dialect, const std::string& more = "") const {
-    return SqliteOdbcString(file_.path(), more) + (dialect == Dialect::kServer ? ";Dialect=SQL" : "");
+    return SqliteOdbcString(file_.path(), more) + (dialect == Dialect::kServer ? ";Dialect=SQL;AmpersandJoins=0" : "");
   }
   void ExpectSameAsEmbedded(Dialect dialect, const std::string& statement) {
     EmbeddedConnection embedded(dialect == Dialect::kServer ? file_.ServerString() : file_.DesktopString());

@@ -198,6 +198,7 @@ std::unique_ptr<EmbeddedConnection> OdbcMirror::Open(const OdbcSettings& setting
   std::string text = "Provider=Stockbook.Embedded;Data Source=" + memory_.name();
   text += ";Tables=\"" + base::ReplaceAll(settings.tables, "\"", "\"\"") + "\"";
   if (settings.dialect == Dialect::kServer) text += ";Dialect=SQL";
+  if (settings.joins_ampersand) text += ";AmpersandJoins=1";
   const auto remaining = interruption.Remaining();
   const double seconds = remaining ? std::chrono::duration<double>(*remaining).count() : 0;
   text += ";Timeout=" + std::to_string(remaining ? std::max(seconds, 0.001) : 0.0);

@@ -39,6 +39,7 @@ EmbeddedConnection::EmbeddedConnection(std::string connection_string, Strategy s
     : connection_string_(WithoutPassword(connection_string)),
       strategy_(strategy),
       dialect_(DialectOf(connection_string_)),
+      ampersand_(settings.ampersand),
       database_(settings.file, settings.tables, settings.time_limit),
       readers_(database_, settings.threads),
       catalog_(database_) {
@@ -77,7 +78,7 @@ platform::Recordset EmbeddedConnection::ExecuteChecked(std::string_view statemen
   database_.interruption().Check();
   catalog_.Refresh();
   const SqliteEmitter emitter;
-  Translation translation(statement, {dialect_, emitter},
+  Translation translation(statement, {dialect_, emitter, ampersand_},
                           [this](std::string_view name) { return catalog_.FindTable(name); });
   if (translation.plan() && strategy_ != Strategy::kStatement) {
     const auto reading = strategy_ == Strategy::kArms ? ArmReading::kStepped : ArmReading::kJoined;

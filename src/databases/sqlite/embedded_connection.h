@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "databases/dialect/dialect.h"
+#include "databases/dialect/target.h"
 #include "databases/sqlite/catalog.h"
 #include "databases/sqlite/database.h"
 #include "databases/sqlite/embedded_settings.h"
@@ -41,6 +41,7 @@ class EmbeddedConnection : public platform::Connection {
   std::string connection_string_;
   Strategy strategy_;
   Dialect dialect_;
+  Ampersand ampersand_;
   Database database_;
   Readers readers_;
   Catalog catalog_;

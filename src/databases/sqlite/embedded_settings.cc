@@ -37,7 +37,9 @@ EmbeddedSettings ReadEmbeddedSettings(std::string_view connection_string) {
   }
   const auto file = settings.Find("Data Source");
   if (!file || file->empty()) throw platform::Error("Open", "连接字符串缺少 Data Source，请写明数据库文件");
-  return {*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or("")), ReadThreads(settings)};
+  const bool joins = settings.Find("AmpersandJoins") == "1";
+  return {*file, ReadTimeLimit(settings), ReadableTables(settings.Find("Tables").value_or("")), ReadThreads(settings),
+          joins ? Ampersand::kJoinsTexts : Ampersand::kServerRefusesTexts};
 }
 
 }  // namespace stockbook::databases
