@@ -2,15 +2,61 @@
 #include "columns/packed_integers.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace stockbook::columns {
 namespace {
 
-uint8_t WidthOf(uint64_t range) {
-  if (range == 0) return 0;
-  if (range <= UINT8_MAX) return 1;
-  if (range <= UINT16_MAX) return 2;
-  return range <= UINT32_MAX ? 4 : 8;
+uint8_t HalvesFor(uint64_t range) {
+  const auto bits = static_cast<int>(std::bit_width(range));
+  return static_cast<uint8_t>(bits <= 4 ? (bits + 3) / 4 : (bits + 7) / 8 * 2);
+}
+
+void PackHalves(unsigned char* bytes, std::span<const int64_t> numbers, int64_t base) {
+  const auto above = [&](size_t row) {
+    return static_cast<unsigned>(static_cast<uint64_t>(numbers[row]) - static_cast<uint64_t>(base));
+  };
+  size_t row = 0;
+  for (; row + 1 < numbers.size(); row += 2) *bytes++ = static_cast<unsigned char>(above(row) | above(row + 1) << 4);
+  if (row < numbers.size()) *bytes = static_cast<unsigned char>(above(row));
+}
+
+template <typename Out>
+void UnpackHalves(const unsigned char* bytes, size_t first, std::span<Out> out, int64_t base) {
+  const auto low = [&](unsigned char byte) { return static_cast<Out>(static_cast<uint64_t>(base) + (byte & 15U)); };
+  const auto high = [&](unsigned char byte) { return static_cast<Out>(static_cast<uint64_t>(base) + (byte >> 4U)); };
+  const unsigned char* in = bytes + first / 2;
+  if (first % 2 != 0 && !out.empty()) {
+    out.front() = high(*in++);
+    out = out.subspan(1);
+  }
+  const size_t pairs = out.size() / 2;
+  for (size_t pair = 0; pair < pairs; ++pair) {
+    out[2 * pair] = low(in[pair]);
+    out[2 * pair + 1] = high(in[pair]);
+  }
+  if (out.size() % 2 != 0) out.back() = low(in[pairs]);
+}
+
+// A number of `width` bytes is read with those after it, and written over the first of the next one.
+uint64_t WideAt(const unsigned char* bytes, size_t row, size_t width, uint64_t mask) {
+  uint64_t raw = 0;
+  std::memcpy(&raw, bytes + row * width, sizeof raw);
+  return raw & mask;
+}
+
+void PackWide(unsigned char* bytes, std::span<const int64_t> numbers, int64_t base, size_t width) {
+  for (const int64_t number : numbers) {
+    const uint64_t raw = static_cast<uint64_t>(number) - static_cast<uint64_t>(base);
+    std::memcpy(bytes, &raw, sizeof raw);
+    bytes += width;
+  }
+}
+
+template <typename Out>
+void UnpackWide(const unsigned char* bytes, size_t width, uint64_t mask, std::span<Out> out, int64_t base) {
+  for (size_t row = 0; row < out.size(); ++row)
+    out[row] = static_cast<Out>(static_cast<uint64_t>(base) + WideAt(bytes, row, width, mask));
 }
 
 template <typename Narrow>
@@ -63,23 +109,29 @@ PackedIntegers::PackedIntegers(std::span<const int64_t> numbers) : count_(number
     most = std::max(most, number);
   }
   base_ = least;
-  width_ = WidthOf(static_cast<uint64_t>(most) - static_cast<uint64_t>(least));
-  if (width_ == 0) return;
-  mask_ = UINT64_MAX >> (64 - 8 * width_);
-  bytes_ = std::make_unique_for_overwrite<unsigned char[]>(count_ * width_ + kSlack);
-  std::memset(bytes_.get() + count_ * width_, 0, kSlack);
-  switch (width_) {
+  halves_ = HalvesFor(static_cast<uint64_t>(most) - static_cast<uint64_t>(least));
+  if (halves_ == 0) return;
+  mask_ = UINT64_MAX >> (64 - 4 * halves_);
+  bytes_ = std::make_unique_for_overwrite<unsigned char[]>(MemoryBytes() + kSlack);
+  std::memset(bytes_.get() + MemoryBytes(), 0, kSlack);
+  switch (halves_) {
     case 1:
-      PackInto<uint8_t>(bytes_.get(), numbers, base_);
+      PackHalves(bytes_.get(), numbers, base_);
       break;
     case 2:
-      PackInto<uint16_t>(bytes_.get(), numbers, base_);
+      PackInto<uint8_t>(bytes_.get(), numbers, base_);
       break;
     case 4:
+      PackInto<uint16_t>(bytes_.get(), numbers, base_);
+      break;
+    case 8:
       PackInto<uint32_t>(bytes_.get(), numbers, base_);
       break;
-    default:
+    case 16:
       PackInto<uint64_t>(bytes_.get(), numbers, base_);
+      break;
+    default:
+      PackWide(bytes_.get(), numbers, base_, halves_ / 2U);
   }
 }
 
@@ -91,62 +143,74 @@ PackedIntegers PackedIntegers::Repeated(int64_t number, size_t count) {
 }
 
 void PackedIntegers::Read(size_t first, std::span<int64_t> out) const {
-  switch (width_) {
+  switch (halves_) {
     case 0:
       std::fill(out.begin(), out.end(), base_);
       break;
     case 1:
-      UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
+      UnpackHalves(bytes_.get(), first, out, base_);
       break;
     case 2:
-      UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+      UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
       break;
     case 4:
+      UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+      break;
+    case 8:
       UnpackFrom<uint32_t>(bytes_.get(), first, out, base_);
       break;
-    default:
+    case 16:
       UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+      break;
+    default:
+      UnpackWide(bytes_.get() + first * (halves_ / 2U), halves_ / 2U, mask_, out, base_);
   }
 }
 
 void PackedIntegers::ReadCodes(size_t first, std::span<uint32_t> out) const {
-  switch (width_) {
+  switch (halves_) {
     case 0:
       return std::fill(out.begin(), out.end(), static_cast<uint32_t>(base_));
     case 1:
-      return UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
+      return UnpackHalves(bytes_.get(), first, out, base_);
     case 2:
-      return UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+      return UnpackFrom<uint8_t>(bytes_.get(), first, out, base_);
     case 4:
+      return UnpackFrom<uint16_t>(bytes_.get(), first, out, base_);
+    case 8:
       return UnpackFrom<uint32_t>(bytes_.get(), first, out, base_);
-    default:
+    case 16:
       return UnpackFrom<uint64_t>(bytes_.get(), first, out, base_);
+    default:
+      return UnpackWide(bytes_.get() + first * (halves_ / 2U), halves_ / 2U, mask_, out, base_);
   }
 }
 
 void PackedIntegers::ReadAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const {
-  switch (width_) {
+  switch (halves_) {
     case 0:
       return std::fill(out.begin(), out.begin() + static_cast<std::ptrdiff_t>(at.size()), base_);
-    case 1:
-      return UnpackAt<uint8_t>(bytes_.get(), first, at, out, base_);
     case 2:
-      return UnpackAt<uint16_t>(bytes_.get(), first, at, out, base_);
+      return UnpackAt<uint8_t>(bytes_.get(), first, at, out, base_);
     case 4:
+      return UnpackAt<uint16_t>(bytes_.get(), first, at, out, base_);
+    case 8:
       return UnpackAt<uint32_t>(bytes_.get(), first, at, out, base_);
-    default:
+    case 16:
       return UnpackAt<uint64_t>(bytes_.get(), first, at, out, base_);
+    default:
+      for (size_t row = 0; row < at.size(); ++row) out[row] = At(first + at[row]);
   }
 }
 
 void PackedIntegers::ReadQuotients(size_t first, double divisor, std::span<double> out) const {
   constexpr int64_t kLeast = INT32_MIN;
   constexpr int64_t kMost = int64_t{INT32_MAX} - UINT16_MAX;
-  if (width_ == 0) return std::fill(out.begin(), out.end(), static_cast<double>(base_) / divisor);
+  if (halves_ == 0) return std::fill(out.begin(), out.end(), static_cast<double>(base_) / divisor);
   const auto base = static_cast<int32_t>(base_);
-  if (width_ == 1 && base_ >= kLeast && base_ <= kMost)
+  if (halves_ == 2 && base_ >= kLeast && base_ <= kMost)
     return DivideNarrow<uint8_t>(bytes_.get(), first, base, divisor, out);
-  if (width_ == 2 && base_ >= kLeast && base_ <= kMost)
+  if (halves_ == 4 && base_ >= kLeast && base_ <= kMost)
     return DivideNarrow<uint16_t>(bytes_.get(), first, base, divisor, out);
   int64_t block[256];
   for (size_t done = 0; done < out.size();) {

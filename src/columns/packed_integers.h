@@ -9,7 +9,8 @@
 
 namespace stockbook::columns {
 
-// Whole numbers of 0, 1, 2, 4 or 8 bytes above a common base; the narrowest width that holds the range is chosen.
+// Whole numbers above a common base, each in nothing, half a byte or 1 to 8 bytes; the narrowest width that holds the
+// range is chosen.
 class PackedIntegers {
  public:
   PackedIntegers() = default;
@@ -19,8 +20,9 @@ class PackedIntegers {
   // Without a branch on the width, so that reading here and there is cheap, too.
   int64_t At(size_t row) const {
     uint64_t raw = 0;
-    std::memcpy(&raw, (bytes_ ? bytes_.get() : kNothing) + row * width_, sizeof raw);
-    return static_cast<int64_t>(static_cast<uint64_t>(base_) + (raw & mask_));
+    const size_t half = row * halves_;
+    std::memcpy(&raw, (bytes_ ? bytes_.get() : kNothing) + half / 2, sizeof raw);
+    return static_cast<int64_t>(static_cast<uint64_t>(base_) + (raw >> (half % 2 * 4) & mask_));
   }
   void Read(size_t first, std::span<int64_t> out) const;
   // The same for numbers that are known to fit.
@@ -32,7 +34,7 @@ class PackedIntegers {
   uint64_t range() const { return mask_; }
   // The same divided by `divisor`, 1 to 10^15; the numbers are below 2^53.
   void ReadQuotients(size_t first, double divisor, std::span<double> out) const;
-  size_t MemoryBytes() const { return static_cast<size_t>(width_) * count_; }
+  size_t MemoryBytes() const { return (count_ * halves_ + 1) / 2; }
 
  private:
   // At reads eight bytes, whatever the width.
@@ -42,7 +44,7 @@ class PackedIntegers {
   int64_t base_ = 0;
   uint64_t mask_ = 0;  // of the bits that a number has
   size_t count_ = 0;
-  uint8_t width_ = 0;
+  uint8_t halves_ = 0;  // half bytes that a number has
   std::unique_ptr<unsigned char[]> bytes_;
 };
 

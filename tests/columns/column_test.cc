@@ -60,6 +60,38 @@ TEST(Column, GivesBackEveryMixtureOfValuesAcrossChunks) {
   }
 }
 
+// Numbers of half a byte and of 1 to 8 bytes.
+TEST(Column, KeepsNumbersInAsManyBytesAsTheyNeed) {
+  for (const int halves : {1, 2, 4, 6, 8, 10, 12, 14, 16}) {
+    const double bytes = halves / 2.0;
+    const uint64_t range = UINT64_MAX >> (64 - 4 * halves);
+    const int64_t least = halves == 16 ? INT64_MIN : -1000;
+    std::mt19937_64 random(5);
+    std::vector<Value> values;
+    for (int row = 0; row < 1000; ++row) {
+      const uint64_t above = row == 0 ? 0 : row == 999 ? range : random() & range;
+      values.emplace_back(static_cast<int64_t>(static_cast<uint64_t>(least) + above));
+    }
+    const Column column = Build(values);
+    EXPECT_LT(static_cast<double>(column.MemoryBytes()), 1000 * bytes + 400) << bytes;
+    std::vector<int64_t> raw(1000);
+    for (size_t first : {size_t{0}, size_t{1}, size_t{993}}) {
+      const RawRows rows = column.ReadRaw(first, raw);
+      ASSERT_EQ(rows.count, 1000 - first);
+      for (size_t row = 0; row < rows.count; ++row) ASSERT_EQ(Value(raw[row]), values[first + row]) << bytes;
+    }
+    const std::vector<uint16_t> places = {0, 1, 6, 500, 998, 999};
+    ASSERT_EQ(column.ReadRawAt(0, places, raw).count, places.size());
+    for (size_t at = 0; at < places.size(); ++at) EXPECT_EQ(Value(raw[at]), values[places[at]]) << bytes;
+    std::vector<double> numbers(1000);
+    column.ReadNumbers(0, numbers);
+    for (size_t row = 0; row < 1000; ++row) {
+      ASSERT_EQ(column.At(row), values[row]) << bytes;
+      ASSERT_EQ(numbers[row], values[row].Number()) << bytes;
+    }
+  }
+}
+
 TEST(Column, ReadsRawNumbersOfRowsHereAndThereAsInARun) {
   std::mt19937 random(23);
   for (int kinds = 1; kinds <= 7; ++kinds) {
@@ -258,21 +290,6 @@ TEST(Column, ReadsRowsOutsideAsNothing) {
   std::vector<double> numbers(3, 9.0);
   column.ReadNumbers(0, numbers);
   EXPECT_EQ(numbers, (std::vector<double>{1.5, 0, 0}));
-}
-
-TEST(TextPool, GivesEqualTextsOneCodeAndKeepsLongOnes) {
-  TextPool pool;
-  const std::string megabyte(size_t{3} << 20, 'x');
-  const uint32_t first = pool.Add("螺丝");
-  const uint32_t longest = pool.Add(megabyte);
-  for (int number = 0; number < 10000; ++number) pool.Add(std::to_string(number));
-  EXPECT_EQ(pool.Add("螺丝"), first);
-  EXPECT_EQ(pool.Add(megabyte), longest);
-  EXPECT_EQ(pool.TextOf(longest), megabyte);
-  EXPECT_EQ(pool.Add(""), pool.Add(""));
-  EXPECT_NE(pool.Add(""), 0U);
-  EXPECT_EQ(pool.TextOf(0), "");
-  EXPECT_EQ(pool.TextOf(4000000), "");
 }
 
 }  // namespace
