@@ -23,7 +23,6 @@ class ChunkBuilder {
   void AddTextCode(uint32_t code) { AddCounted(ChunkType::kText, code); }
   void AddDouble(double number);
   void AddDoubles(std::span<const double> numbers);
-  void AddMoneyUnits(std::span<const int64_t> units) { AddCounted(ChunkType::kMoney, units); }
   // Numbers of one counted type (integers, units of money, seconds of dates, text codes).
   void AddCounted(ChunkType type, std::span<const int64_t> numbers);
   // A row of another chunk; text codes are taken as they are.

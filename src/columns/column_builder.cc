@@ -2,6 +2,7 @@
 #include "columns/column_builder.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace stockbook::columns {
@@ -46,6 +47,12 @@ void ColumnBuilder::AppendText(std::string_view text) {
   Roll();
 }
 
+void ColumnBuilder::AppendTexts(std::span<const std::string_view> texts) {
+  std::array<uint32_t, TextPool::kMostAtOnce> codes;
+  pool_->AddAll(texts, codes);
+  for (size_t at = 0; at < texts.size(); ++at) AppendTextCode(codes[at]);
+}
+
 void ColumnBuilder::AppendTextCode(uint32_t code) {
   chunk_.AddTextCode(code);
   Roll();
@@ -75,11 +82,11 @@ void ColumnBuilder::AppendDoubles(std::span<const double> numbers) {
   }
 }
 
-void ColumnBuilder::AppendMoneyUnits(std::span<const int64_t> units) {
-  while (!units.empty()) {
-    const size_t count = std::min(units.size(), Column::kChunkRows - chunk_.size());
-    chunk_.AddMoneyUnits(units.first(count));
-    units = units.subspan(count);
+void ColumnBuilder::AppendCounted(ChunkType type, std::span<const int64_t> numbers) {
+  while (!numbers.empty()) {
+    const size_t count = std::min(numbers.size(), Column::kChunkRows - chunk_.size());
+    chunk_.AddCounted(type, numbers.first(count));
+    numbers = numbers.subspan(count);
     Roll();
   }
 }
@@ -120,7 +127,12 @@ void ColumnBuilder::AppendCounted(const ColumnChunk& chunk, const std::vector<ui
 
 void ColumnBuilder::AppendColumn(const Column& source) {
   std::vector<uint32_t> codes(source.TextCodeCount());
-  for (uint32_t code = 1; code < codes.size(); ++code) codes[code] = pool_->Add(source.TextOfCode(code));
+  std::array<std::string_view, TextPool::kMostAtOnce> texts;
+  for (size_t code = 1; code < codes.size(); code += texts.size()) {
+    const size_t count = std::min(texts.size(), codes.size() - code);
+    for (size_t at = 0; at < count; ++at) texts[at] = source.TextOfCode(static_cast<uint32_t>(code + at));
+    pool_->AddAll(std::span(texts).first(count), std::span(codes).subspan(code, count));
+  }
   size_t first = 0;
   for (const ColumnChunk& chunk : source.chunks_) {
     const bool plain = !chunk.has_nulls && chunk.type != ChunkType::kNull && chunk.type != ChunkType::kMixed;

@@ -31,6 +31,8 @@ class ColumnBuilder {
   void AppendDate(base::Date date);
   // Clean UTF-8 (base::CleanUtf8). An empty text is stored apart from null but reads the same.
   void AppendText(std::string_view text);
+  // Up to TextPool::kMostAtOnce texts, which are looked up together.
+  void AppendTexts(std::span<const std::string_view> texts);
   // The same with a code that AddText gave.
   void AppendTextCode(uint32_t code);
   // The code under which a clean text is stored, or now will be, so that whoever meets it again need not look it up.
@@ -42,7 +44,10 @@ class ColumnBuilder {
   Column Finish();
 
   void AppendDoubles(std::span<const double> numbers);
-  void AppendMoneyUnits(std::span<const int64_t> units);
+  void AppendMoneyUnits(std::span<const int64_t> units) { AppendCounted(ChunkType::kMoney, units); }
+  void AppendIntegers(std::span<const int64_t> numbers) { AppendCounted(ChunkType::kInteger, numbers); }
+  // Dates by their seconds.
+  void AppendDateSeconds(std::span<const int64_t> seconds) { AppendCounted(ChunkType::kDate, seconds); }
   // Appends a row of another column; `pool_codes` translates its text codes and is filled along the way (start it
   // empty).
   void AppendFrom(const Column& source, size_t row, std::vector<uint32_t>& pool_codes);
@@ -55,6 +60,7 @@ class ColumnBuilder {
   }
   void Flush();
   uint32_t CodeOf(std::string_view text);
+  void AppendCounted(ChunkType type, std::span<const int64_t> numbers);
   // The rows of a chunk of one counted type, `codes` as AppendFrom has them.
   void AppendCounted(const ColumnChunk& chunk, const std::vector<uint32_t>& codes);
 

@@ -2,6 +2,8 @@
 #include "columns/text_pool.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 
 namespace stockbook::columns {
@@ -9,6 +11,8 @@ namespace {
 
 constexpr size_t kFirstBlock = 256;
 constexpr size_t kLargestBlock = size_t{1} << 20;
+// Stands before the four bytes of the length of a text that is as long or longer.
+constexpr unsigned char kLong = 255;
 
 uint32_t Folded(uint64_t hash) { return static_cast<uint32_t>(hash ^ (hash >> 32)); }
 
@@ -19,9 +23,11 @@ TextPool::TextPool() { texts_.push_back(nullptr); }
 std::string_view TextPool::TextOf(uint32_t code) const {
   if (code == 0 || code >= texts_.size()) return {};
   const char* data = texts_[code];
+  const auto first = static_cast<unsigned char>(*data);
+  if (first != kLong) return {data + 1, first};
   uint32_t length = 0;
-  std::memcpy(&length, data, sizeof(length));
-  return {data + sizeof(length), length};
+  std::memcpy(&length, data + 1, sizeof(length));
+  return {data + 1 + sizeof(length), length};
 }
 
 void TextPool::Prefetch(std::span<const int64_t> codes) const {
@@ -34,7 +40,10 @@ void TextPool::Prefetch(std::span<const int64_t> codes) const {
 }
 
 const char* TextPool::Store(std::string_view text) {
-  const size_t needed = sizeof(uint32_t) + text.size();
+  const bool is_long = text.size() >= kLong;
+  const auto length = static_cast<uint32_t>(text.size());
+  const size_t header = is_long ? 1 + sizeof(length) : 1;
+  const size_t needed = header + text.size();
   if (block_size_ - block_used_ < needed) {
     block_size_ = std::max(needed, std::clamp(block_size_ * 2, kFirstBlock, kLargestBlock));
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_size_ + kSlack));
@@ -43,15 +52,17 @@ const char* TextPool::Store(std::string_view text) {
     stored_bytes_ += block_size_ + kSlack;
   }
   char* data = blocks_.back().get() + block_used_;
-  const auto length = static_cast<uint32_t>(text.size());
-  std::memcpy(data, &length, sizeof(length));
-  if (!text.empty()) std::memcpy(data + sizeof(length), text.data(), text.size());
+  *data = static_cast<char>(is_long ? kLong : length);
+  if (is_long) std::memcpy(data + 1, &length, sizeof(length));
+  if (!text.empty()) std::memcpy(data + header, text.data(), text.size());
   block_used_ += needed;
   return data;
 }
 
-void TextPool::Grow() {
-  std::vector<Bucket> buckets(std::max<size_t>(16, buckets_.size() * 2));
+void TextPool::MakeRoomFor(size_t codes) {
+  constexpr size_t kFewest = 16;
+  if (codes * 2 <= buckets_.size()) return;
+  std::vector<Bucket> buckets(std::max(kFewest, std::bit_ceil(codes * 2)));
   const size_t mask = buckets.size() - 1;
   for (const Bucket& bucket : buckets_) {
     if (bucket.code == 0) continue;
@@ -62,10 +73,22 @@ void TextPool::Grow() {
   buckets_ = std::move(buckets);
 }
 
-uint32_t TextPool::Add(std::string_view text) {
-  if (texts_.size() * 2 > buckets_.size()) Grow();
+uint32_t TextPool::Add(std::string_view text) { return AddHashed(text, Folded(hash_(text))); }
+
+void TextPool::AddAll(std::span<const std::string_view> texts, std::span<uint32_t> codes) {
+  MakeRoomFor(texts_.size() + texts.size());
   const size_t mask = buckets_.size() - 1;
-  const uint32_t hash = Folded(hash_(text));
+  std::array<uint32_t, kMostAtOnce> hashes;
+  for (size_t at = 0; at < texts.size(); ++at) {
+    hashes[at] = Folded(hash_(texts[at]));
+    __builtin_prefetch(&buckets_[hashes[at] & mask]);
+  }
+  for (size_t at = 0; at < texts.size(); ++at) codes[at] = AddHashed(texts[at], hashes[at]);
+}
+
+uint32_t TextPool::AddHashed(std::string_view text, uint32_t hash) {
+  MakeRoomFor(texts_.size());
+  const size_t mask = buckets_.size() - 1;
   size_t at = hash & mask;
   for (; buckets_[at].code != 0; at = (at + 1) & mask) {
     if (buckets_[at].hash == hash && TextOf(buckets_[at].code) == text) return buckets_[at].code;

@@ -26,6 +26,10 @@ class TextPool {
   TextPool& operator=(const TextPool&) = delete;
 
   uint32_t Add(std::string_view text);
+  // Adds up to kMostAtOnce texts and writes their codes. Several times as fast as adding them one by one where there
+  // are many different ones: the memory that they need is fetched for all together.
+  void AddAll(std::span<const std::string_view> texts, std::span<uint32_t> codes);
+  static constexpr size_t kMostAtOnce = 64;
   std::string_view TextOf(uint32_t code) const;
   // Prefetches these texts, which are scattered in memory; reading them soon after is several times as fast.
   void Prefetch(std::span<const int64_t> codes) const;
@@ -39,9 +43,11 @@ class TextPool {
 
  private:
   const char* Store(std::string_view text);
-  void Grow();
+  uint32_t AddHashed(std::string_view text, uint32_t hash);
+  // Buckets for this many codes, at least half of them free.
+  void MakeRoomFor(size_t codes);
 
-  std::vector<const char*> texts_;  // by code: the length in four bytes, then the text
+  std::vector<const char*> texts_;  // by code: the length in one byte, or in five, then the text
   // The hash is stored beside the code, so that growing and skipping other texts never reads a text.
   struct Bucket {
     uint32_t hash = 0;
