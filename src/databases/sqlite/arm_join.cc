@@ -17,7 +17,7 @@ namespace stockbook::databases {
 namespace {
 
 // So many rows are read before it is worth while to look for help.
-constexpr size_t kAlone = 16384;
+constexpr size_t kAlone = 4096;
 // Where so great a part of a table is wanted, reading it all is faster than fetching row by row.
 constexpr int64_t kScanShare = 4;
 

@@ -18,7 +18,7 @@ std::optional<int64_t> SlicedRead::LimitOf(const TablePart& part, const char* fu
 }
 
 std::vector<RowRange> SlicedRead::RangesOf(const TablePart& part, std::optional<int64_t> first) const {
-  constexpr uint64_t kFewRows = 16384;
+  constexpr uint64_t kFewRows = 4096;
   if (!first) first = LimitOf(part, "min");
   const auto last = LimitOf(part, "max");
   if (!first || !last || *first > *last) return {};

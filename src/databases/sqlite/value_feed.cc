@@ -31,7 +31,7 @@ void ValueFeed::Take(sqlite3_value* stored) {
       return;
     case Form::kUnits:
       if (type != SQLITE_INTEGER) break;
-      TakeUnits(sqlite3_value_int64(stored));
+      Hold(Held::kUnits, sqlite3_value_int64(stored));
       return;
     case Form::kReal:
     case Form::kPlain:
@@ -57,10 +57,10 @@ void ValueFeed::TakeReal(double number) {
   reals_[count_++] = number;
 }
 
-void ValueFeed::TakeUnits(int64_t units) {
-  if (held_ != Held::kUnits || count_ == kPortion) Flush();
-  held_ = Held::kUnits;
-  units_[count_++] = units;
+void ValueFeed::Hold(Held kind, int64_t number) {
+  if (held_ != kind || count_ == kPortion) Flush();
+  held_ = kind;
+  counted_[count_++] = number;
 }
 
 void ValueFeed::TakeWhole(int64_t whole) {
@@ -68,18 +68,15 @@ void ValueFeed::TakeWhole(int64_t whole) {
     TakeReal(static_cast<double>(whole));
     return;
   }
-  Flush();
-  for (Target& target : targets_) {
-    if (target.sign == Sign::kNegated && whole == INT64_MIN) ThrowNumberOverflow();
-    target.sink->builder.AppendInteger(target.sign == Sign::kNegated ? -whole : whole);
-  }
+  if (whole == INT64_MIN && has_negated_) ThrowNumberOverflow();
+  Hold(Held::kWholes, whole);
 }
 
 void ValueFeed::TakeText(sqlite3_value* stored, int type) {
-  Flush();
   const std::string_view bytes = BytesOf(stored);
   const auto codes = type == SQLITE_TEXT ? known_texts_.CodesOf(bytes) : std::span<const uint32_t>();
   if (codes.empty()) return AppendText(bytes, type);
+  Flush();
   for (size_t index = 0; index < codes.size(); ++index) targets_[index].sink->builder.AppendTextCode(codes[index]);
 }
 
@@ -87,6 +84,7 @@ void ValueFeed::TakeText(sqlite3_value* stored, int type) {
 void ValueFeed::AppendText(std::string_view bytes, int type) {
   const bool clean = IsCleanText(bytes);
   if (clean && type == SQLITE_TEXT && !has_negated_) return AppendClean(bytes);
+  Flush();
   const std::string mended = clean ? std::string() : base::CleanUtf8(bytes);
   for (Target& target : targets_) {
     if (target.sign == Sign::kNegated) {
@@ -99,16 +97,28 @@ void ValueFeed::AppendText(std::string_view bytes, int type) {
 }
 
 void ValueFeed::AppendClean(std::string_view text) {
-  if (!known_texts_.IsUseful(text)) {
-    for (Target& target : targets_) target.sink->builder.AppendText(text);
-    return;
-  }
+  if (!known_texts_.IsUseful(text)) return HoldText(text);
+  Flush();
   codes_.clear();
   for (Target& target : targets_) {
     codes_.push_back(target.sink->builder.AddText(text));
     target.sink->builder.AppendTextCode(codes_.back());
   }
   known_texts_.Remember(text, codes_);
+}
+
+// Where texts differ from row to row they are looked up some at a time.
+void ValueFeed::HoldText(std::string_view text) {
+  constexpr size_t kLongest = 256;
+  if (held_ != Held::kTexts || count_ == columns::TextPool::kMostAtOnce) Flush();
+  if (text.size() > kLongest) {
+    Flush();
+    for (Target& target : targets_) target.sink->builder.AppendText(text);
+    return;
+  }
+  held_ = Held::kTexts;
+  texts_ += text;
+  text_ends_[++count_] = texts_.size();
 }
 
 // Minus a text is minus the number that it spells; a text that spells none has no negative.
@@ -124,7 +134,7 @@ void ValueFeed::AppendNegatedText(Target& target, std::string_view bytes) const 
 void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
   if (type == SQLITE_TEXT) {
     if (const auto amount = base::Money::Parse(BytesOf(stored))) {
-      TakeUnits(amount->units());
+      Hold(Held::kUnits, amount->units());
     } else {
       TakeText(stored, type);
     }
@@ -132,7 +142,7 @@ void ValueFeed::TakeAmount(sqlite3_value* stored, int type) {
   }
   const base::Value value = ReadValue(stored, form_);
   if (const auto* amount = value.As<base::Money>()) {
-    TakeUnits(amount->units());
+    Hold(Held::kUnits, amount->units());
     return;
   }
   if (const auto* infinite = value.As<double>()) {
@@ -154,7 +164,7 @@ void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
     last_date_ = base::Date::Parse(bytes);
   }
   if (!last_date_) return TakeNull();
-  for (Target& target : targets_) target.sink->builder.AppendDate(*last_date_);
+  Hold(Held::kDates, last_date_->seconds());
 }
 
 void ValueFeed::FlushReals(const Target& target) const {
@@ -167,23 +177,44 @@ void ValueFeed::FlushReals(const Target& target) const {
   target.sink->builder.AppendDoubles(std::span<const double>(negated).first(count_));
 }
 
-void ValueFeed::FlushUnits(const Target& target) const {
-  if (target.sign == Sign::kKept) {
-    target.sink->builder.AppendMoneyUnits(std::span(units_).first(count_));
-    return;
-  }
+void ValueFeed::FlushCounted(const Target& target) const {
+  auto numbers = std::span(counted_).first(count_);
   std::array<int64_t, kPortion> negated;
-  for (size_t index = 0; index < count_; ++index) negated[index] = (-base::Money::FromUnits(units_[index])).units();
-  target.sink->builder.AppendMoneyUnits(std::span<const int64_t>(negated).first(count_));
+  if (target.sign == Sign::kNegated && held_ != Held::kDates) {
+    // Money refuses what has no negative; a whole number without one was refused when it came.
+    for (size_t index = 0; index < count_; ++index) negated[index] = (-base::Money::FromUnits(numbers[index])).units();
+    numbers = std::span<const int64_t, kPortion>(negated).first(count_);
+  }
+  columns::ColumnBuilder& builder = target.sink->builder;
+  if (held_ == Held::kUnits) {
+    builder.AppendMoneyUnits(numbers);
+  } else if (held_ == Held::kWholes) {
+    builder.AppendIntegers(numbers);
+  } else {
+    builder.AppendDateSeconds(numbers);
+  }
+}
+
+void ValueFeed::FlushTexts() {
+  std::array<std::string_view, columns::TextPool::kMostAtOnce> texts;
+  for (size_t at = 0; at < count_; ++at)
+    texts[at] = std::string_view(texts_).substr(text_ends_[at], text_ends_[at + 1] - text_ends_[at]);
+  for (Target& target : targets_) target.sink->builder.AppendTexts(std::span(texts).first(count_));
+  texts_.clear();
 }
 
 void ValueFeed::Flush() {
   if (count_ == 0) return;
+  if (held_ == Held::kTexts) {
+    FlushTexts();
+    count_ = 0;
+    return;
+  }
   for (const Target& target : targets_) {
     if (held_ == Held::kReals) {
       FlushReals(target);
     } else {
-      FlushUnits(target);
+      FlushCounted(target);
     }
   }
   count_ = 0;

@@ -37,14 +37,15 @@ class ValueFeed {
 
  private:
   static constexpr size_t kPortion = 512;
-  enum class Held : uint8_t { kNone, kReals, kUnits };
+  enum class Held : uint8_t { kNone, kReals, kUnits, kWholes, kDates, kTexts };
   struct Target {
     ColumnSink* sink;
     Sign sign;
   };
 
   void TakeReal(double number);
-  void TakeUnits(int64_t units);
+  // A number of units of money, a whole number or the seconds of a date.
+  void Hold(Held kind, int64_t number);
   void TakeWhole(int64_t whole);
   void TakeText(sqlite3_value* stored, int type);
   void TakeAmount(sqlite3_value* stored, int type);
@@ -53,15 +54,19 @@ class ValueFeed {
   // Appends a clean text to columns that all show it as it is.
   void AppendClean(std::string_view text);
   void AppendNegatedText(Target& target, std::string_view bytes) const;
+  void HoldText(std::string_view text);
   void FlushReals(const Target& target) const;
-  void FlushUnits(const Target& target) const;
+  void FlushCounted(const Target& target) const;
+  void FlushTexts();
   bool IsAmount() const { return form_ == Form::kRawMoney || form_ == Form::kUnits; }
 
   Form form_;
   Held held_ = Held::kNone;
   size_t count_ = 0;
   std::array<double, kPortion> reals_{};
-  std::array<int64_t, kPortion> units_{};
+  std::array<int64_t, kPortion> counted_{};
+  std::string texts_;  // one after the other
+  std::array<size_t, columns::TextPool::kMostAtOnce + 1> text_ends_{};
   std::vector<Target> targets_;
   bool has_negated_ = false;
   KnownTexts known_texts_;
