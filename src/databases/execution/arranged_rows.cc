@@ -95,7 +95,7 @@ std::vector<platform::Field> ArrangeRows(const StatementPlan& plan, const std::v
   if (rows > UINT32_MAX) throw NotCovered{true};
   std::vector<columns::Column> read = FinishedColumns(sinks, interruption);
   PlaceTable places(arms);
-  RowSorter sorter(rows);
+  RowSorter sorter(rows, threads);
   for (const PlanKey& key : plan.keys) {
     interruption.Check();
     const auto direction = key.descending ? RowSorter::Direction::kDescending : RowSorter::Direction::kAscending;

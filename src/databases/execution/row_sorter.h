@@ -24,10 +24,11 @@ struct Cells {
 
 // Puts rows in order key by key, in the order that SQLite gives to values: nulls, then numbers, then texts byte by
 // byte. Rows that are equal so far keep their order. A key costs O(n) where it is a small range of numbers, and
-// otherwise O(n log n) on eight bytes at a time; it costs nothing for rows that are no longer tied.
+// otherwise O(n log n) on eight bytes at a time; it costs nothing for rows that are no longer tied. Groups of tied rows
+// are ordered on up to `threads` threads.
 class RowSorter {
  public:
-  explicit RowSorter(size_t rows);
+  RowSorter(size_t rows, size_t threads);
 
   enum class Direction { kAscending, kDescending };
   // Orders tied rows by one more key. Throws NotCovered when the key mixes numbers of different kinds, or numbers and
@@ -41,36 +42,16 @@ class RowSorter {
 
  private:
   using Group = std::pair<size_t, size_t>;  // half-open range of order_
-  struct Item {
-    uint64_t key;
-    uint32_t row;
-  };
-  struct TextTask {
-    Group group;
-    size_t depth;
-  };
   class CodeReader;
-  class NumberReader;
+  class Refinement;
 
-  bool SameCell(const Group& group, const Cells& cells) const;
-  void RefineNumbers(const Group& group, const Cells& cells, NumberReader& numbers, Direction direction);
-  void RefineTexts(const Group& group, const Cells& cells, CodeReader& codes, Direction direction);
-  void RefineTextTask(const TextTask& task, const Cells& cells, CodeReader& codes, Direction direction);
-  size_t CommonPrefix(const TextTask& task, const Cells& cells, CodeReader& codes) const;
-  void SortItems();
-  void RadixSortItems(uint64_t lowest, int bits);
-  void WriteItems(size_t begin);
-  // Calls what(begin, end) for each run of two or more items with equal keys.
-  template <typename What>
-  void ForEqualItems(size_t begin, What what) const;
+  // Parts of ties_, each with about as many rows as the others.
+  std::vector<Group> PartsOfTies() const;
   size_t TiedRows() const;
 
+  size_t threads_;
   std::vector<uint32_t> order_;
   std::vector<Group> ties_;
-  std::vector<Group> next_ties_;
-  std::vector<TextTask> tasks_;
-  std::vector<Item> items_;
-  std::vector<Item> scratch_;
 };
 
 }  // namespace stockbook::databases
