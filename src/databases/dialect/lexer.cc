@@ -121,7 +121,7 @@ class Lexer {
 
   Token Name() {
     const size_t start = at_;
-    while (IsNamePart(Peek())) ++at_;
+    while (at_ < statement_.size() && IsNamePart(statement_[at_])) ++at_;
     return {TokenType::kName, std::string(statement_.substr(start, at_ - start)), start};
   }
 

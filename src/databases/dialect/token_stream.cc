@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
@@ -10,10 +11,22 @@
 namespace stockbook::databases {
 namespace {
 
+// In alphabetical order.
 constexpr std::array<std::string_view, 31> kReserved = {
-    "SELECT", "FROM", "WHERE", "GROUP", "ORDER", "BY",   "HAVING", "UNION",  "ALL",    "DISTINCT", "TOP",
-    "AS",     "ON",   "INNER", "LEFT",  "RIGHT", "JOIN", "OUTER",  "CROSS",  "FULL",   "AND",      "OR",
-    "NOT",    "IN",   "IS",    "NULL",  "LIKE",  "CASE", "WHEN",   "EXISTS", "BETWEEN"};
+    "ALL",   "AND",    "AS",    "BETWEEN", "BY",     "CASE", "CROSS", "DISTINCT", "EXISTS", "FROM", "FULL",
+    "GROUP", "HAVING", "IN",    "INNER",   "IS",     "JOIN", "LEFT",  "LIKE",     "NOT",    "NULL", "ON",
+    "OR",    "ORDER",  "OUTER", "RIGHT",   "SELECT", "TOP",  "UNION", "WHEN",     "WHERE"};
+static_assert(std::is_sorted(kReserved.begin(), kReserved.end()));
+
+// Where the words of each letter begin; those of the next letter end them.
+constexpr std::array<uint8_t, 27> kReservedOfLetter = [] {
+  std::array<uint8_t, 27> first{};
+  for (size_t letter = 0; letter < first.size(); ++letter) {
+    while (first[letter] < kReserved.size() && kReserved[first[letter]].front() < static_cast<char>('A' + letter))
+      ++first[letter];
+  }
+  return first;
+}();
 
 constexpr size_t kShownCharacters = 30;
 
@@ -46,8 +59,10 @@ bool TokenStream::AtName(size_t ahead) const {
   const Token& token = Peek(ahead);
   if (token.type == TokenType::kQuotedName) return true;
   if (token.type != TokenType::kName) return false;
-  if (static_cast<unsigned char>(token.text.front()) > 'z') return true;  // Chinese, as most names are
-  return std::none_of(kReserved.begin(), kReserved.end(),
+  const int letter = (token.text.front() & ~0x20) - 'A';
+  if (letter < 0 || letter >= 26) return true;  // Chinese, as most names are
+  const auto at = static_cast<size_t>(letter);
+  return std::none_of(kReserved.begin() + kReservedOfLetter[at], kReserved.begin() + kReservedOfLetter[at + 1],
                       [&](std::string_view word) { return SameWord(token.text, word); });
 }
 
