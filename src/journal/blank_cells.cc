@@ -8,25 +8,26 @@
 #include "base/column_keys.h"
 #include "columns/block_reader.h"
 #include "columns/column_builder.h"
+#include "columns/row_classes.h"
 
 namespace stockbook::journal {
 namespace {
 
 namespace keys = base::keys;
 
-// The column with the rows emptied for which `blank(row)` holds; nothing when there are none.
-template <typename Blank>
-std::optional<columns::Column> Without(const columns::Column& column, Blank blank) {
-  size_t first = 0;
-  while (first < column.size() && !blank(first)) ++first;
-  if (first == column.size()) return std::nullopt;
+// The column with the rows of `blank`, in ascending order, emptied; nothing when there are none.
+std::optional<columns::Column> Without(const columns::Column& column, const std::vector<size_t>& blank) {
+  if (blank.empty()) return std::nullopt;
   columns::ColumnBuilder builder;
   std::vector<uint32_t> pool_codes;
+  auto next = blank.begin();
   for (size_t row = 0; row < column.size(); ++row) {
-    if (row >= first && blank(row))
+    if (next != blank.end() && *next == row) {
       builder.AppendNull();
-    else
+      ++next;
+    } else {
       builder.AppendFrom(column, row, pool_codes);
+    }
   }
   return builder.Finish();
 }
@@ -38,47 +39,47 @@ bool IsZeroDate(const base::Value& value) {
   return number && *number == 0;
 }
 
-// Whether any row of the column reads as the number 0; block by block, because a whole column usually has none.
-bool HasZeros(const columns::Column& column) {
-  columns::BlockReader<double> reader(&column);
-  for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
-    const auto numbers = reader.Read(block);
-    if (std::find(numbers.begin(), numbers.end(), 0.0) != numbers.end()) return true;
-  }
-  return false;
-}
-
 // The column with the zeros of the rows whose flag equals `flag` emptied; nothing when there are none. Without flags
-// all rows count as 0.
+// all rows count as 0. Block by block, because a whole column usually has none.
 std::optional<columns::Column> WithoutZerosOf(const columns::Column& column, const columns::Column* flags,
                                               double flag) {
-  if (!HasZeros(column)) return std::nullopt;
-  std::vector<double> numbers(column.size());
-  std::vector<double> row_flags(column.size());
-  column.ReadNumbers(0, numbers);
-  if (flags != nullptr) flags->ReadNumbers(0, row_flags);
-  return Without(column, [&](size_t row) {
-    return numbers[row] == 0 && row_flags[row] == flag && column.At(row).Number().has_value();
-  });
+  columns::BlockReader<double> numbers(&column);
+  columns::BlockReader<double> row_flags(flags);
+  std::vector<size_t> blank;
+  for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
+    const auto read = numbers.Read(block);
+    if (std::find(read.begin(), read.end(), 0.0) == read.end()) continue;
+    const auto of_rows = row_flags.Read(block);
+    for (size_t at = 0; at < block.count; ++at) {
+      const double row_flag = flags == nullptr ? 0 : of_rows[at];
+      if (read[at] == 0 && row_flag == flag && column.At(block.first + at).Number().has_value())
+        blank.push_back(block.first + at);
+    }
+  }
+  return Without(column, blank);
 }
 
 // The column with its zero dates emptied; nothing when there are none.
 std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
+  std::vector<size_t> blank;
   if (column.HasTextCodes()) {
-    std::vector<char> zero(column.TextCodeCount());
-    bool any = false;
-    for (uint32_t code = 1; code < zero.size(); ++code) {
-      const base::Value text{std::string(column.TextOfCode(code))};
-      zero[code] = IsZeroDate(text) ? 1 : 0;
-      any = any || zero[code] != 0;
+    const std::vector<uint8_t> zero =
+        columns::ClassifyTexts(&column, column.size(), [](std::string_view text) -> uint8_t {
+          return !text.empty() && IsZeroDate(base::Value(std::string(text))) ? 1 : 0;
+        });
+    for (size_t row = 0; row < zero.size(); ++row) {
+      if (zero[row] != 0) blank.push_back(row);
     }
-    if (!any) return std::nullopt;
-    std::vector<uint32_t> codes(column.size());
-    column.ReadTextCodes(0, codes);
-    return Without(column, [&](size_t row) { return zero[codes[row]] != 0; });
+    return Without(column, blank);
   }
-  if (!HasZeros(column)) return std::nullopt;
-  return Without(column, [&](size_t row) { return IsZeroDate(column.At(row)); });
+  columns::BlockReader<double> numbers(&column);
+  for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
+    const auto read = numbers.Read(block);
+    for (size_t at = 0; at < block.count; ++at) {
+      if (read[at] == 0 && IsZeroDate(column.At(block.first + at))) blank.push_back(block.first + at);
+    }
+  }
+  return Without(column, blank);
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "journal/running_values.h"
 
-#include <algorithm>
+#include <optional>
 
 #include "base/column_keys.h"
+#include "columns/block_reader.h"
 #include "journal/running_pass.h"
 
 namespace stockbook::journal {
@@ -30,13 +31,17 @@ std::vector<PeriodTotals> FindPeriods(const platform::GridTable& grid) {
     }
     return found;
   }
-  std::vector<uint32_t> codes(records);
-  periods->ReadTextCodes(0, codes);
-  for (auto begin = codes.begin(); begin != codes.end();) {
-    const auto end = std::find_if(begin, codes.end(), [&](uint32_t code) { return code != *begin; });
-    const auto first = static_cast<size_t>(begin - codes.begin());
-    found.push_back({periods->Text(first), first, static_cast<size_t>(end - codes.begin()), {}, {}});
-    begin = end;
+  columns::BlockReader<uint32_t> reader(periods);
+  std::optional<uint32_t> last;
+  for (const columns::RowBlock block : columns::RowBlocks(0, records)) {
+    const auto codes = reader.Read(block);
+    for (size_t at = 0; at < codes.size(); ++at) {
+      if (last == codes[at]) continue;
+      last = codes[at];
+      const size_t record = block.first + at;
+      if (!found.empty()) found.back().end = record;
+      found.push_back({periods->Text(record), record, records, {}, {}});
+    }
   }
   return found;
 }
@@ -51,6 +56,8 @@ std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJo
                    SourceOf(grid, keys::kIssQty, keys::kIssQty2, keys::kIssAcc));
   RunningBuilder running;
   std::vector<PeriodTotals> periods = FindPeriods(grid);
+  // What the result had in their place makes room for them.
+  EmptyRunningValues(grid);
   for (PeriodTotals& period : periods) {
     balance.StartPeriod();
     pass.Run(period.begin, period.end, running);

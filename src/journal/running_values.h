@@ -23,7 +23,7 @@ struct PeriodTotals {
 // Fills the stock columns of all records with their running values, which start from the opening totals, replacing what
 // the statement delivered there. Returns the totals of each period in order; a new period begins wherever the text of
 // `Period` changes. One pass over the columns. An amount outside the range of Money throws base::ArithmeticError and
-// leaves the columns as they are.
+// leaves the stock columns empty.
 std::vector<PeriodTotals> ComputeRunningValues(const Totals& opening, base::tqJournalTypeContants type,
                                                platform::GridTable& grid);
 
