@@ -205,7 +205,7 @@ void Sheet::ReplaceLoadedText(int column, Column texts) {
 void Sheet::SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<PictureRef> pictures,
                               PictureAlignment alignment) {
   CheckRecords("SetLoadedPictures", column, codes.size());
-  store_.SetLoadedPictures(column, {std::move(codes), std::move(pictures), alignment});
+  store_.SetLoadedPictures(column, {PackedCodes(codes), std::move(pictures), alignment});
   LooksChanged();
 }
 

@@ -150,7 +150,7 @@ bool SheetColumn::CheckInvariants(const std::vector<RowIdRange>& living, size_t 
     return first >= 0 || alive(first, std::min<RowId>(last, 0));
   });
   return styled && sized(loaded_text_.get()) && sized(loaded_data_.get()) &&
-         (pictures.codes.empty() || pictures.codes.size() == records) &&
+         (pictures.codes.size() == 0 || pictures.codes.size() == records) &&
          std::all_of(texts_.begin(), texts_.end(), cell_alive) && std::all_of(data_.begin(), data_.end(), cell_alive);
 }
 
@@ -160,7 +160,7 @@ size_t SheetColumn::MemoryBytes() const {
     return cells.empty() ? 0 : cells.size() * (sizeof(*cells.begin()) + kHashNode) + cells.bucket_count() * kHashNode;
   };
   size_t bytes =
-      sizeof(SheetColumn) + styles.MemoryBytes() + pictures.codes.capacity() + hashed(texts_) + hashed(data_);
+      sizeof(SheetColumn) + styles.MemoryBytes() + pictures.codes.MemoryBytes() + hashed(texts_) + hashed(data_);
   for (const auto& [id, text] : texts_) bytes += text.capacity();
   return bytes;
 }

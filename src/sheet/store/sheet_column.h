@@ -14,19 +14,20 @@
 #include "platform/picture.h"
 #include "sheet/format/cell_format.h"
 #include "sheet/store/interval_map.h"
+#include "sheet/store/packed_codes.h"
 #include "sheet/store/row_order.h"
 
 namespace stockbook::sheet {
 
 // The pictures of loaded rows: each record has one of a few.
 struct LoadedPictures {
-  std::vector<uint8_t> codes;
+  PackedCodes codes;
   std::vector<platform::PictureRef> pictures;
   platform::PictureAlignment alignment = platform::PictureAlignment::kLeftTop;
 
   platform::PictureRef At(RowId id) const {
     if (id < 0 || static_cast<size_t>(id) >= codes.size()) return nullptr;
-    const size_t code = codes[static_cast<size_t>(id)];
+    const size_t code = codes.At(static_cast<size_t>(id));
     return code < pictures.size() ? pictures[code] : nullptr;
   }
 };
