@@ -2,8 +2,12 @@
 #include "stockbook/command/journal_export.h"
 
 #include <array>
+#include <cstdint>
 #include <ostream>
+#include <span>
+#include <vector>
 
+#include "sheet/contents/row_texts.h"
 #include "stockbook/command/spreadsheet_text.h"
 
 namespace stockbook::app {
@@ -19,25 +23,55 @@ std::vector<int> ColumnsOf(const platform::Grid& grid, ExportColumns columns) {
   return chosen;
 }
 
-void AppendField(std::string_view text, char separator, std::string& out) {
-  const std::array<char, 4> special{separator, '"', '\n', '\r'};
-  if (text.find_first_of(std::string_view(special.data(), special.size())) == std::string_view::npos) {
-    out += text;
-    return;
-  }
-  out += '"';
-  for (const char c : text) {
-    if (c == '"') out += '"';
-    out += c;
-  }
-  out += '"';
-}
-
 void FlushWhenFull(std::string& buffer, std::ostream& out) {
   if (buffer.size() < kBufferBytes) return;
   out << buffer;
   buffer.clear();
 }
+
+// Writes rows of fields, a field in quotes where it has to be.
+class FieldWriter {
+ public:
+  FieldWriter(char separator, std::ostream& out) : separator_(separator), out_(out) {
+    for (const char c : {separator, '"', '\n', '\r'}) quoted_[static_cast<unsigned char>(c)] = 1;
+  }
+
+  void WriteRow(std::span<const std::string_view> texts) {
+    for (size_t at = 0; at < texts.size(); ++at) {
+      if (at > 0) buffer_ += separator_;
+      if (NeedsApostrophe(texts[at])) {
+        Append(SpreadsheetText(texts[at]));
+      } else {
+        Append(texts[at]);
+      }
+    }
+    buffer_ += '\n';
+    FlushWhenFull(buffer_, out_);
+  }
+  void Flush() { out_ << buffer_; }
+
+ private:
+  void Append(std::string_view text) {
+    // Without a branch for each character: most texts are short.
+    unsigned quoted = 0;
+    for (const char c : text) quoted |= quoted_[static_cast<unsigned char>(c)];
+    if (quoted == 0) {
+      buffer_ += text;
+      return;
+    }
+    buffer_ += '"';
+    for (const char c : text) {
+      if (c == '"') buffer_ += '"';
+      buffer_ += c;
+    }
+    buffer_ += '"';
+  }
+
+  char separator_;
+  std::ostream& out_;
+  std::array<uint8_t, 256> quoted_{};  // 1 for what has to be in quotes
+  std::string buffer_;
+};
 
 void AppendMember(std::string_view name, std::string_view text, std::string& out) {
   if (out.back() != '{') out += ',';
@@ -110,22 +144,16 @@ void AppendJson(std::string_view text, std::string& out) {
   out += '"';
 }
 
-void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out) {
+void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
   const std::vector<int> chosen = ColumnsOf(grid, columns);
-  std::string buffer;
-  const auto write_row = [&](auto text_of) {
-    for (size_t at = 0; at < chosen.size(); ++at) {
-      if (at > 0) buffer += separator;
-      AppendField(SpreadsheetText(text_of(chosen[at])), separator, buffer);
-    }
-    buffer += '\n';
-    FlushWhenFull(buffer, out);
-  };
-  write_row([&](int column) { return grid.TextMatrix(0, column); });
-  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
-    write_row([&](int column) { return grid.DisplayText(row, column); });
-  }
-  out << buffer;
+  FieldWriter writer(separator, out);
+  std::vector<std::string> captions;
+  for (const int column : chosen) captions.push_back(grid.TextMatrix(0, column));
+  writer.WriteRow(std::vector<std::string_view>(captions.begin(), captions.end()));
+  sheet::RowTexts(grid, chosen).ForEachRow(grid.FixedRows(), grid.Rows(), [&](std::span<const std::string_view> texts) {
+    writer.WriteRow(texts);
+  });
+  writer.Flush();
 }
 
 void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/grid.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/window/journal_desk.h"
 
 namespace stockbook::app {
@@ -15,7 +16,7 @@ enum class ExportColumns { kVisible, kAll };
 // Captions and then the shown texts of all data rows, separated by `separator`; a field that contains the separator, a
 // quote or a line break is quoted, with quotes doubled. What a spreadsheet would take for a formula is written as
 // SpreadsheetText does. Lines end in "\n".
-void WriteSeparated(const platform::Grid& grid, ExportColumns columns, char separator, std::ostream& out);
+void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out);
 
 // One JSON object per line: first the caption, the columns and the messages of the load, then every data row with its
 // outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.

@@ -9,7 +9,9 @@ namespace stockbook::app {
 namespace {
 
 bool BeginsLikeAFormula(std::string_view text) {
-  return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos;
+  if (text.empty()) return false;
+  const char c = text.front();
+  return c == '=' || c == '+' || c == '-' || c == '@' || c == '\t' || c == '\r';
 }
 
 std::string_view WithoutApostrophes(std::string_view text) {
@@ -58,11 +60,15 @@ bool AreShownNumbers(std::string_view text) {
 
 }  // namespace
 
-std::string SpreadsheetText(std::string_view text) {
+bool NeedsApostrophe(std::string_view text) {
+  // Nearly all texts begin otherwise.
+  if (text.empty() || (text.front() != '\'' && !BeginsLikeAFormula(text))) return false;
   const std::string_view bare = WithoutApostrophes(text);
   const bool is_harmless = bare.size() == text.size() && (text == "-" || AreShownNumbers(text));
-  return (BeginsLikeAFormula(bare) && !is_harmless ? "'" : "") + std::string(text);
+  return BeginsLikeAFormula(bare) && !is_harmless;
 }
+
+std::string SpreadsheetText(std::string_view text) { return (NeedsApostrophe(text) ? "'" : "") + std::string(text); }
 
 std::string CellText(std::string text) {
   if (text.starts_with('\'') && BeginsLikeAFormula(WithoutApostrophes(text))) text.erase(0, 1);

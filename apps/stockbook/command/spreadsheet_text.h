@@ -12,6 +12,9 @@ namespace stockbook::app {
 // that already has apostrophes there, so that CellText gives every text back.
 std::string SpreadsheetText(std::string_view text);
 
+// Whether SpreadsheetText puts one there.
+bool NeedsApostrophe(std::string_view text);
+
 // The text that SpreadsheetText was given.
 std::string CellText(std::string text);
 

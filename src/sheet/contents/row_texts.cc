@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "sheet/contents/row_texts.h"
+
+#include <algorithm>
+
+#include "sheet/contents/sheet.h"
+
+namespace stockbook::sheet {
+
+RowTexts::RowTexts(const Sheet& sheet, const std::vector<int>& columns)
+    : sheet_(sheet), row_(columns.size()), made_(columns.size()) {
+  for (const int column : columns) {
+    columns_.push_back(&sheet.store().columns().At(column));
+    readers_.push_back(std::make_unique<ColumnTexts>(sheet.store(), *columns_.back()));
+  }
+}
+
+void RowTexts::ForEachRow(int first, int last, const TakeRow& take) {
+  sheet_.store().order().ForEachPiece(first, last, [&](int64_t, int64_t count, RowId id) {
+    if (id >= 0) {
+      ReadRecords(count, id, take);
+    } else {
+      for (int64_t offset = 0; offset < count; ++offset) ReadRow(id - offset, take);
+    }
+  });
+}
+
+// Column by column, a block of rows at a time.
+void RowTexts::ReadRecords(int64_t count, RowId first, const TakeRow& take) {
+  for (int64_t done = 0; done < count;) {
+    const auto block = std::min<size_t>(static_cast<size_t>(count - done), ColumnTexts::kMostRecords);
+    blocks_.clear();
+    for (auto& reader : readers_) blocks_.push_back(reader->Read(first + done, block));
+    for (size_t at = 0; at < block; ++at) {
+      for (size_t column = 0; column < row_.size(); ++column) row_[column] = blocks_[column][at];
+      take(row_);
+    }
+    done += static_cast<int64_t>(block);
+  }
+}
+
+void RowTexts::ReadRow(RowId id, const TakeRow& take) {
+  for (size_t column = 0; column < row_.size(); ++column) {
+    made_[column].clear();
+    sheet_.store().AppendDisplay(*columns_[column], id, made_[column]);
+    row_[column] = made_[column];
+  }
+  take(row_);
+}
+
+}  // namespace stockbook::sheet
