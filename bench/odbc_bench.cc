@@ -7,50 +7,37 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
-#include "databases/dialect/postgres_emitter.h"
-#include "databases/dialect/translation.h"
+#include "child_process.h"
 #include "databases/odbc/odbc_catalog.h"
 #include "databases/odbc/odbc_connection.h"
 #include "databases/odbc/odbc_session.h"
 #include "journal/query_builder.h"
-#include "server_inventory.h"
+#include "server_journal.h"
 #include "support/postgres_server.h"
 
 namespace {
 
 using namespace stockbook;
+using bench::ElapsedSeconds;
 using databases::Interruption;
-
-double Seconds() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
 
 std::string ThroughDriver(const testing::PostgresServer& server) {
   return "Provider=Odbc;Driver=psqlodbcw.so;Server=127.0.0.1;Port=" + std::to_string(server.port()) +
          ";Database=postgres;UID=tester;Timeout=0";
 }
 
-struct Statements {
-  std::string whole;
-  std::vector<std::string> arms;
-};
-
-Statements TranslatedFor(const std::string& connection_string, const std::string& statement) {
+bench::ServerStatements TranslatedFor(const std::string& connection_string, const std::string& statement) {
   Interruption interruption(std::nullopt);
   const Interruption::Running running(interruption);
   databases::OdbcSession session(databases::ReadOdbcSettings(connection_string), interruption);
   databases::OdbcCatalog catalog("");
-  const databases::PostgresEmitter emitter;
-  databases::Translation translation(statement, {databases::Dialect::kDesktop, emitter},
-                                     [&](std::string_view name) { return &catalog.Find(session, name)->schema; });
-  Statements statements{translation.Whole().sql, {}};
-  if (!translation.plan()) std::exit(1);
-  for (const auto& arm : translation.plan()->arms) statements.arms.push_back(arm.sql);
-  return statements;
+  return bench::TranslatedForServer(statement,
+                                    [&](std::string_view name) { return &catalog.Find(session, name)->schema; });
 }
 
 SQLSMALLINT ValueType(SQLSMALLINT sql_type) {
@@ -103,20 +90,20 @@ size_t ReadValueByValue(const databases::OdbcStatement& statement, const std::st
 double ValueByValueSeconds(const std::string& connection_string, const std::vector<std::string>& statements,
                            size_t lines) {
   const auto link = std::make_shared<databases::OdbcLink>(databases::ReadOdbcSettings(connection_string));
-  const double start = Seconds();
+  const double start = ElapsedSeconds();
   size_t rows = 0;
   for (const std::string& sql : statements) rows += ReadValueByValue(databases::OdbcStatement(link), sql);
-  const double seconds = Seconds() - start;
-  if (rows != lines) std::exit(1);
+  const double seconds = ElapsedSeconds() - start;
+  bench::CheckRows(rows, lines);
   return seconds;
 }
 
 double ColumnSeconds(const std::string& connection_string, const std::string& statement, size_t lines) {
   const auto connection = databases::OpenOdbc(connection_string);
-  const double start = Seconds();
+  const double start = ElapsedSeconds();
   const platform::Recordset rows = connection->Execute(statement);
-  const double seconds = Seconds() - start;
-  if (rows.RecordCount() != lines) std::exit(1);
+  const double seconds = ElapsedSeconds() - start;
+  bench::CheckRows(rows.RecordCount(), lines);
   return seconds;
 }
 
@@ -134,7 +121,7 @@ int main(int argc, char** argv) {
   const std::string where = ThroughDriver(server);
   const std::string statement =
       journal::QueryBuilder(databases::OpenOdbc(where).get(), base::MaterialJournal, {1, 0, ""}).Build();
-  const Statements translated = TranslatedFor(where, statement);
+  const bench::ServerStatements translated = TranslatedFor(where, statement);
   const auto count = static_cast<size_t>(lines);
   double columns = 1e9;
   double whole = 1e9;

@@ -2,7 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
+#include <vector>
+
+#include "databases/dialect/postgres_emitter.h"
+#include "databases/dialect/translation.h"
 
 namespace stockbook::bench {
 
@@ -26,7 +32,8 @@ inline std::string Fill(const std::string& bills, const std::string& lines, int6
   const std::string last = std::to_string(count);
   return "INSERT INTO " + bills +
          " SELECT i, to_char(d, 'YYYY-MM'), d, 2025, 1, 1, '单据', 'NO' || lpad(i::text, 8, '0'), '类型', NULL,"
-         " 1 + i % 3, 1 + i % 50, NULL, '张三', d, NULL, NULL FROM (SELECT i, TIMESTAMP '2025-01-01' + (i * 365 / (" +
+         " 1 + i % 3, 1 + i % 50, NULL, '张三', d, NULL, NULL FROM (SELECT i, TIMESTAMP '2025-01-01' + ((i - 1) * 365 "
+         "/ (" +
          last + " / 5)) * INTERVAL '1 day' AS d FROM generate_series(1, " + last + " / 5) AS i) AS t;" +
          "INSERT INTO " + lines +
          " SELECT i, 1 + (i - 1) / 5, 1, 1 + i % 3, 1 + i % 50, NULL, 0, 1 + i % 97, 10 + i % 13, 0.25 * (i % 400),"
@@ -39,7 +46,8 @@ inline std::string Fill(const std::string& bills, const std::string& lines, int6
 
 // What makes an inventory on a PostgreSQL server, with that many lines of product 1.
 inline std::string ServerInventory(int64_t lines) {
-  return BillsTable("入库目录") + BillsTable("出库目录") + LinesTable("入库记录") + LinesTable("出库记录") +
+  return R"(CREATE TABLE "tqAccPeriod"("AccPeriod" text PRIMARY KEY); INSERT INTO "tqAccPeriod" VALUES ('2025-12');)" +
+         BillsTable("入库目录") + BillsTable("出库目录") + LinesTable("入库记录") + LinesTable("出库记录") +
          R"(CREATE TABLE 仓库设置("dpID" bigint PRIMARY KEY, 仓库名称 text);
              CREATE TABLE 厂商资料("KSID" bigint PRIMARY KEY, 企业名称 text, "ClassCode" text);
              CREATE TABLE 客户资料("KSID" bigint PRIMARY KEY, 企业名称 text, "ClassCode" text);
@@ -51,6 +59,32 @@ inline std::string ServerInventory(int64_t lines) {
              INSERT INTO 客户资料 SELECT i, '客户' || i, '01' FROM generate_series(1, 50) AS i;
              INSERT INTO 商品设置 VALUES (1, '螺栓', 'A1', 'M8', 'GB', '个', '箱', '01');)" +
          Fill("入库目录", "入库记录", lines / 2) + ";" + Fill("出库目录", "出库记录", lines / 2);
+}
+
+// A statement of the journal in the server's language, and the selects of its arms alone.
+struct ServerStatements {
+  std::string whole;
+  std::vector<std::string> arms;
+};
+
+// Ends the process where the statement has no arms.
+inline ServerStatements TranslatedForServer(const std::string& statement, const databases::TableFinder& find_table) {
+  const databases::PostgresEmitter emitter;
+  databases::Translation translation(statement, {databases::Dialect::kDesktop, emitter}, find_table);
+  ServerStatements statements{translation.Whole().sql, {}};
+  if (!translation.plan()) {
+    std::fprintf(stderr, "The journal has no plan.\n");
+    std::exit(1);
+  }
+  for (const auto& arm : translation.plan()->arms) statements.arms.push_back(arm.sql);
+  return statements;
+}
+
+// Ends the process where the rows are not as many as the inventory has lines.
+inline void CheckRows(size_t rows, size_t lines) {
+  if (rows == lines) return;
+  std::fprintf(stderr, "The journal has %zu rows instead of %zu.\n", rows, lines);
+  std::exit(1);
 }
 
 }  // namespace stockbook::bench
