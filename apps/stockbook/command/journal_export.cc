@@ -2,7 +2,7 @@
 #include "stockbook/command/journal_export.h"
 
 #include <array>
-#include <cstdint>
+#include <cstring>
 #include <ostream>
 #include <span>
 #include <vector>
@@ -29,33 +29,60 @@ void FlushWhenFull(std::string& buffer, std::ostream& out) {
   buffer.clear();
 }
 
-// Writes rows of fields, a field in quotes where it has to be.
+// Writes rows of fields, a field in quotes where it has to be. Nearly no row needs any, so rows are copied as they are
+// and then looked through as a whole.
 class FieldWriter {
  public:
-  FieldWriter(char separator, std::ostream& out) : separator_(separator), out_(out) {
-    for (const char c : {separator, '"', '\n', '\r'}) quoted_[static_cast<unsigned char>(c)] = 1;
-  }
+  FieldWriter(char separator, std::ostream& out) : separator_(separator), out_(out) {}
 
+  // Reads sheet::RowTexts::kSlack bytes beyond the end of each text.
   void WriteRow(std::span<const std::string_view> texts) {
-    for (size_t at = 0; at < texts.size(); ++at) {
-      if (at > 0) buffer_ += separator_;
-      if (NeedsApostrophe(texts[at])) {
+    const size_t begin = buffer_.size();
+    if (!CopyPlain(texts)) {
+      buffer_.resize(begin);
+      for (size_t at = 0; at < texts.size(); ++at) {
+        if (at > 0) buffer_ += separator_;
         Append(SpreadsheetText(texts[at]));
-      } else {
-        Append(texts[at]);
       }
+      buffer_ += '\n';
     }
-    buffer_ += '\n';
     FlushWhenFull(buffer_, out_);
   }
   void Flush() { out_ << buffer_; }
 
  private:
+  // False when some text is not written as it is.
+  bool CopyPlain(std::span<const std::string_view> texts) {
+    constexpr size_t kSlack = sheet::RowTexts::kSlack;
+    size_t most = kSlack + texts.size() + 1;
+    for (const std::string_view text : texts) most += text.size();
+    const size_t begin = buffer_.size();
+    buffer_.resize(begin + most);
+    char* to = buffer_.data() + begin;
+    for (const std::string_view text : texts) {
+      const bool doubtful = BeginsLikeAFormula(text) || text.starts_with('\'');
+      if (doubtful && NeedsApostrophe(text)) return false;
+      // The next text overwrites what follows this one.
+      std::memcpy(to, text.data(), text.size() <= kSlack ? kSlack : text.size());
+      to += text.size();
+      *to++ = separator_;
+    }
+    if (texts.empty()) ++to;
+    const std::string_view row(buffer_.data() + begin, static_cast<size_t>(to - buffer_.data()) - begin);
+    size_t separators = 0;
+    size_t others = 0;
+    for (const char c : row) {
+      separators += c == separator_ ? 1 : 0;
+      others += c == '"' || c == '\n' || c == '\r' ? 1 : 0;
+    }
+    to[-1] = '\n';
+    buffer_.resize(begin + row.size());
+    return separators == texts.size() && others == 0;
+  }
+
   void Append(std::string_view text) {
-    // Without a branch for each character: most texts are short.
-    unsigned quoted = 0;
-    for (const char c : text) quoted |= quoted_[static_cast<unsigned char>(c)];
-    if (quoted == 0) {
+    const std::array<char, 4> special{separator_, '"', '\n', '\r'};
+    if (text.find_first_of(std::string_view(special.data(), special.size())) == std::string_view::npos) {
       buffer_ += text;
       return;
     }
@@ -69,7 +96,6 @@ class FieldWriter {
 
   char separator_;
   std::ostream& out_;
-  std::array<uint8_t, 256> quoted_{};  // 1 for what has to be in quotes
   std::string buffer_;
 };
 
@@ -148,8 +174,10 @@ void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char se
   const std::vector<int> chosen = ColumnsOf(grid, columns);
   FieldWriter writer(separator, out);
   std::vector<std::string> captions;
+  std::vector<std::string_view> caption_row;
   for (const int column : chosen) captions.push_back(grid.TextMatrix(0, column));
-  writer.WriteRow(std::vector<std::string_view>(captions.begin(), captions.end()));
+  for (std::string& caption : captions) caption_row.push_back(sheet::RowTexts::WithSlack(caption));
+  writer.WriteRow(caption_row);
   sheet::RowTexts(grid, chosen).ForEachRow(grid.FixedRows(), grid.Rows(), [&](std::span<const std::string_view> texts) {
     writer.WriteRow(texts);
   });

@@ -8,12 +8,6 @@
 namespace stockbook::app {
 namespace {
 
-bool BeginsLikeAFormula(std::string_view text) {
-  if (text.empty()) return false;
-  const char c = text.front();
-  return c == '=' || c == '+' || c == '-' || c == '@' || c == '\t' || c == '\r';
-}
-
 std::string_view WithoutApostrophes(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of('\''), text.size()));
 }
@@ -61,8 +55,6 @@ bool AreShownNumbers(std::string_view text) {
 }  // namespace
 
 bool NeedsApostrophe(std::string_view text) {
-  // Nearly all texts begin otherwise.
-  if (text.empty() || (text.front() != '\'' && !BeginsLikeAFormula(text))) return false;
   const std::string_view bare = WithoutApostrophes(text);
   const bool is_harmless = bare.size() == text.size() && (text == "-" || AreShownNumbers(text));
   return BeginsLikeAFormula(bare) && !is_harmless;

@@ -12,7 +12,14 @@ namespace stockbook::app {
 // that already has apostrophes there, so that CellText gives every text back.
 std::string SpreadsheetText(std::string_view text);
 
-// Whether SpreadsheetText puts one there.
+// Whether a spreadsheet would take the text for a formula, which nearly no text is.
+inline bool BeginsLikeAFormula(std::string_view text) {
+  if (text.empty()) return false;
+  const char c = text.front();
+  return c == '=' || c == '+' || c == '-' || c == '@' || c == '\t' || c == '\r';
+}
+
+// Whether SpreadsheetText puts an apostrophe there.
 bool NeedsApostrophe(std::string_view text);
 
 // The text that SpreadsheetText was given.

@@ -25,6 +25,12 @@ void RowTexts::ForEachRow(int first, int last, const TakeRow& take) {
   });
 }
 
+std::string_view RowTexts::WithSlack(std::string& text) {
+  const size_t size = text.size();
+  text.append(kSlack, ' ');
+  return std::string_view(text).substr(0, size);
+}
+
 // Column by column, a block of rows at a time.
 void RowTexts::ReadRecords(int64_t count, RowId first, const TakeRow& take) {
   for (int64_t done = 0; done < count;) {
@@ -43,7 +49,7 @@ void RowTexts::ReadRow(RowId id, const TakeRow& take) {
   for (size_t column = 0; column < row_.size(); ++column) {
     made_[column].clear();
     sheet_.store().AppendDisplay(*columns_[column], id, made_[column]);
-    row_[column] = made_[column];
+    row_[column] = WithSlack(made_[column]);
   }
   take(row_);
 }

@@ -23,6 +23,12 @@ class RowTexts {
   RowTexts(const RowTexts&) = delete;
   RowTexts& operator=(const RowTexts&) = delete;
 
+  // This many bytes after the end of a text may be read, whatever they contain: copying short texts is fastest without
+  // looking at their length.
+  static constexpr size_t kSlack = columns::TextPool::kSlack;
+  // The text as it was, with that many bytes after it; valid as long as the text stays.
+  static std::string_view WithSlack(std::string& text);
+
   // Gets the texts of a row in the order of the columns, valid until it returns.
   using TakeRow = std::function<void(std::span<const std::string_view> texts)>;
   // Calls `take` for each of the rows [first, last), which are below the fixed ones, hidden rows included.
