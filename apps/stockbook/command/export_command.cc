@@ -11,6 +11,7 @@
 #include "stockbook/command/journal_options.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
+#include "stockbook/command/plain_desk.h"
 
 namespace stockbook::app {
 namespace {
@@ -51,19 +52,27 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
   CheckOutput(target, source.file(), Replaces::kNoInventory);
   const auto columns = all ? ExportColumns::kAll : ExportColumns::kVisible;
 
-  const GuiSession session(GuiNeed::kPicture);
-  JournalDesk desk;
-  const LoadReport report =
-      LoadJournal(desk.control(), OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal()), options);
-  if (!report.loaded) throw platform::Error("export", LoadError(report));
-  Warn("export", LoadProblems(report), terminal);
-  OutputFile output(target, terminal.out);
+  const auto load = [&](control::Stockbook& control) {
+    LoadReport report = LoadJournal(control, OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal()), options);
+    if (!report.loaded) throw platform::Error("export", LoadError(report));
+    Warn("export", LoadProblems(report), terminal);
+    return report;
+  };
   if (format == "ndjson") {
+    // Heights of rows are those of the window.
+    const GuiSession session(GuiNeed::kPicture);
+    JournalDesk desk;
+    const LoadReport report = load(desk.control());
+    OutputFile output(target, terminal.out);
     WriteNdjson(desk.sheet(), columns, desk.control().Caption(), report, output.stream());
+    output.Commit();
   } else {
+    PlainDesk desk;
+    load(desk.control());
+    OutputFile output(target, terminal.out);
     WriteSeparated(desk.sheet(), columns, format == "tsv" ? '\t' : ',', output.stream());
+    output.Commit();
   }
-  output.Commit();
   return kExitDone;
 }
 

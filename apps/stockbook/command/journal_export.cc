@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/journal_export.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <future>
 #include <ostream>
 #include <span>
 #include <vector>
@@ -33,7 +35,7 @@ void FlushWhenFull(std::string& buffer, std::ostream& out) {
 // and then looked through as a whole.
 class FieldWriter {
  public:
-  FieldWriter(char separator, std::ostream& out) : separator_(separator), out_(out) {}
+  explicit FieldWriter(char separator) : separator_(separator) {}
 
   // Reads sheet::RowTexts::kSlack bytes beyond the end of each text.
   void WriteRow(std::span<const std::string_view> texts) {
@@ -46,9 +48,8 @@ class FieldWriter {
       }
       buffer_ += '\n';
     }
-    FlushWhenFull(buffer_, out_);
   }
-  void Flush() { out_ << buffer_; }
+  std::string Take() { return std::move(buffer_); }
 
  private:
   // False when some text is not written as it is.
@@ -95,9 +96,11 @@ class FieldWriter {
   }
 
   char separator_;
-  std::ostream& out_;
   std::string buffer_;
 };
+
+// Rows that take longer to write than starting a thread does.
+constexpr int kRowsAtOnce = 8192;
 
 void AppendMember(std::string_view name, std::string_view text, std::string& out) {
   if (out.back() != '{') out += ',';
@@ -172,16 +175,26 @@ void AppendJson(std::string_view text, std::string& out) {
 
 void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
   const std::vector<int> chosen = ColumnsOf(grid, columns);
-  FieldWriter writer(separator, out);
+  FieldWriter writer(separator);
   std::vector<std::string> captions;
   std::vector<std::string_view> caption_row;
   for (const int column : chosen) captions.push_back(grid.TextMatrix(0, column));
   for (std::string& caption : captions) caption_row.push_back(sheet::RowTexts::WithSlack(caption));
   writer.WriteRow(caption_row);
-  sheet::RowTexts(grid, chosen).ForEachRow(grid.FixedRows(), grid.Rows(), [&](std::span<const std::string_view> texts) {
-    writer.WriteRow(texts);
-  });
-  writer.Flush();
+  out << writer.Take();
+  const auto write_rows = [&](int first) {
+    FieldWriter rows(separator);
+    sheet::RowTexts(grid, chosen)
+        .ForEachRow(first, std::min(first + kRowsAtOnce, grid.Rows()),
+                    [&](std::span<const std::string_view> texts) { rows.WriteRow(texts); });
+    return rows.Take();
+  };
+  // One part is written by another thread, if there is one to have, while this one writes the next.
+  for (int row = grid.FixedRows(); row < grid.Rows(); row += 2 * kRowsAtOnce) {
+    auto first = std::async(std::launch::async | std::launch::deferred, write_rows, row);
+    const std::string second = row + kRowsAtOnce < grid.Rows() ? write_rows(row + kRowsAtOnce) : std::string();
+    out << first.get() << second;
+  }
 }
 
 void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/command/plain_desk.h"
+
+namespace stockbook::app {
+
+double PlainDesk::TextHeightTwips(std::string_view /*text*/, const platform::Font& font) const {
+  constexpr double kTwipsPerPoint = 20;
+  return font.size_pt * kTwipsPerPoint;
+}
+
+}  // namespace stockbook::app
