@@ -79,6 +79,12 @@ class SameExportsOfAServer : public SameExports {
     if (server_ == nullptr) GTEST_SKIP() << "no PostgreSQL server is installed";
     if (!IsBuilt("Postgres")) GTEST_SKIP() << "built without PostgreSQL";
   }
+  // An embedded file behind a driver of its engine; empty where there is none.
+  static std::string BehindDriver(const std::string& file) {
+    const std::string driver = "/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so";
+    if (!IsBuilt("Odbc") || !std::filesystem::exists(driver)) return {};
+    return "Provider=Odbc;Driver=" + driver + ";Database=" + file;
+  }
   // The same database by its own provider and behind its driver, where there is one.
   std::vector<std::string> Servers() const {
     std::vector<std::string> servers = {server_->ConnectionString()};
@@ -99,10 +105,23 @@ TEST_F(SameExportsOfAServer, ComeFromTheServerThatASampleIsCopiedTo) {
   const Outcome copied = Program({"copy", sample, server_->ConnectionString()});
   ASSERT_EQ(copied.code, 0) << copied.err;
   std::vector<std::string> others = Servers();
-  const std::string driver = "/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so";
-  if (IsBuilt("Odbc") && std::filesystem::exists(driver))
-    others.push_back("Provider=Odbc;Driver=" + driver + ";Database=" + sample);
+  if (const std::string driven = BehindDriver(sample); !driven.empty()) others.push_back(driven);
   ExpectTheSame(sample, others);
+}
+
+// From the desktop to a server in one command, and every other way to the same data.
+TEST_F(SameExportsOfAServer, ComeFromTheServerThatADesktopFileIsCopiedTo) {
+  if (!std::filesystem::exists(kShared / "inventory.mdb.xz")) GTEST_SKIP() << "The files are not here: " << kShared;
+  if (!IsBuilt("Stockbook.Desktop")) GTEST_SKIP() << "built without libmdb";
+  setenv("XDG_CACHE_HOME", PathOf("cache").c_str(), 1);
+  const std::string desktop = Unpacked("inventory.mdb");
+  const Outcome copied = Program({"copy", desktop, server_->ConnectionString(), "--replace"});
+  ASSERT_EQ(copied.code, 0) << copied.err;
+  const std::string original = Unpacked("inventory.db");
+  std::vector<std::string> others = Servers();
+  others.push_back(desktop);
+  if (const std::string driven = BehindDriver(original); !driven.empty()) others.push_back(driven);
+  ExpectTheSame(original, others);
 }
 
 #ifndef STOCKBOOK_SANITIZED  // half a million rows are copied
@@ -118,6 +137,11 @@ TEST_F(SameExportsOfAServer, ComeFromTheServerThatRealInvoicesAreCopiedTo) {
   const Outcome copied = Program({"copy", retail, server_->ConnectionString(), "--replace"});
   ASSERT_EQ(copied.code, 0) << copied.err;
   ExpectTheSame(retail, Servers());
+  // Each reading takes the whole file over, so only one journal of each type.
+  const std::string driven = BehindDriver(retail);
+  if (driven.empty()) return;
+  for (const size_t journal : {0U, 3U, 5U, 8U})
+    EXPECT_TRUE(ExportOf(driven, kJournals[journal]) == ExportOf(retail, kJournals[journal])) << journal;
 }
 
 #endif
