@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
 #include "contract/back_end.h"
 #include "contract/contract_statements.h"
+#include "databases/faulty_storage.h"
 #include "databases/providers/open_connection.h"
 #include "platform/error.h"
 #include "support/event_recorder.h"
@@ -89,6 +91,79 @@ TEST_F(LoadUnderFaults, AFileThatIsCutOffSaysSo) {
   EXPECT_FALSE(heard_.Of("Notify").empty());
   std::filesystem::copy_file(copy, file_.path(), std::filesystem::copy_options::overwrite_existing);
   ExpectTheJournal();
+}
+
+// What has been read before is in memory, hence a new connection.
+TEST_F(LoadUnderFaults, AFileThatIsCutOffInTheMiddleSaysSo) {
+  control().SetConn(OpenConnection(file_.DesktopString()));
+  const std::string copy = file_.path() + ".copy";
+  std::filesystem::copy_file(file_.path(), copy);
+  ExpectAFailureThatSays("损坏",
+                         [&] { std::filesystem::resize_file(file_.path(), std::filesystem::file_size(copy) / 3); });
+  std::filesystem::copy_file(copy, file_.path(), std::filesystem::copy_options::overwrite_existing);
+  ExpectTheJournal();
+}
+
+// A program that repairs or restores a database puts another file in its place.
+TEST_F(LoadUnderFaults, AFileThatIsReplacedGivesOneOfTheTwoJournals) {
+  control().SetConn(OpenConnection(file_.DesktopString()));
+  ExpectTheJournal();
+  const int rows = Rows();
+  const std::string other = file_.path() + ".other";
+  std::filesystem::copy_file(file_.path(), other);
+  heard_.on_hearing = [&](const std::string& line) {
+    if (line == "Process 20" && std::filesystem::exists(other)) std::filesystem::rename(other, file_.path());
+  };
+  EXPECT_TRUE(Load()) << ::testing::PrintToString(heard_.Of("Notify"));
+  heard_.on_hearing = nullptr;
+  EXPECT_FALSE(std::filesystem::exists(other));
+  EXPECT_EQ(Rows(), rows);
+  ExpectTheJournal();
+  EXPECT_EQ(Rows(), rows);
+}
+
+TEST_F(LoadUnderFaults, AShareThatGoesAwaySaysSo) {
+  FaultyStorage storage;
+  control().SetConn(OpenConnection(file_.DesktopString()));
+  ExpectAFailureThatSays("读", [&] { storage.Arm(Fault::kRefusedReads, 1); });
+  EXPECT_FALSE(Load());  // still away
+  EXPECT_FALSE(heard_.Of("Notify").empty());
+  storage.Disarm();
+  ExpectTheJournal();
+  control().SetConn(nullptr);  // before the storage
+}
+
+// A desktop file is read once and its copy from then on; a change is noticed when a journal is loaded.
+TEST_F(LoadUnderFaults, ADesktopFileThatIsCutOffReplacedOrGoneSaysSo) {
+  const std::filesystem::path packed = std::filesystem::path(STOCKBOOK_SOURCE_DIR) / "../shared/data/inventory.mdb.xz";
+  if (!std::filesystem::exists(packed)) GTEST_SKIP() << "The inventory is not here: " << packed;
+  const auto built = databases::BuiltProviders();
+  if (std::find(built.begin(), built.end(), "Stockbook.Desktop") == built.end()) GTEST_SKIP() << "built without libmdb";
+  const std::string desktop = file_.path() + ".mdb";
+  const std::string kept = desktop + ".kept";
+  ASSERT_EQ(std::system(("xz -dkc '" + packed.string() + "' > '" + desktop + "'").c_str()), 0);
+  std::filesystem::copy_file(desktop, kept);
+  const auto load = [&] {
+    heard_.lines.clear();
+    try {
+      control().SetConn(OpenConnection("Provider=Stockbook.Desktop;Cache=No;Data Source=" + desktop));
+    } catch (const platform::Error& error) {
+      heard_.lines.push_back(std::string("Notify ") + error.what());
+      return false;
+    }
+    return Load();
+  };
+  ASSERT_TRUE(load()) << ::testing::PrintToString(heard_.Of("Notify"));
+  const int rows = Rows();
+  std::filesystem::resize_file(desktop, std::filesystem::file_size(desktop) / 3);
+  EXPECT_FALSE(load());
+  EXPECT_FALSE(heard_.Of("Notify").empty());
+  std::filesystem::remove(desktop);
+  EXPECT_FALSE(load());
+  EXPECT_FALSE(heard_.Of("Notify").empty());
+  std::filesystem::rename(kept, desktop);
+  ASSERT_TRUE(load());
+  EXPECT_EQ(Rows(), rows);
 }
 
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ

@@ -114,8 +114,15 @@ platform::Error Database::ErrorOf(const char* operation) const {
   // Waiting for a lock ends as busy, even if it was cancelled, and compiling as refused, even if its time was up.
   const bool cancelled = kind == platform::ErrorKind::kBusy && interruption_->WasCancelled();
   const bool refused = code == SQLITE_AUTH && interruption_->IsDue();
+  if (kind == platform::ErrorKind::kDamaged || kind == platform::ErrorKind::kInputOutput) doubts_memory_ = true;
   if (kind == platform::ErrorKind::kInterrupted || cancelled || refused) return interruption_->Reason(operation);
   return {operation, ExplainCode(code, file_, sqlite3_errmsg(handle())), code, kind};
+}
+
+// Where a file is cut off, SQLite remembers zeros in the place of what is missing, for as long as the file says that
+// nobody has written to it: also when it is whole again.
+void Database::ForgetWhatIsDoubted() const {
+  if (std::exchange(doubts_memory_, false)) sqlite3_db_release_memory(handle());
 }
 
 Database::OwnWork::OwnWork(const Database& database) : database_(database) { ++database.access_->own_work; }
@@ -153,6 +160,7 @@ ReadTransaction::ReadTransaction(const Database& database)
   } catch (...) {
     // Also if there is no memory for the error: a moment that stays open would never see what others post.
     sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    database.ForgetWhatIsDoubted();
     throw;
   }
 }
@@ -194,6 +202,7 @@ ReadTransaction::~ReadTransaction() {
   if (!outermost_) return;
   const Database::OwnWork own(database_);
   sqlite3_exec(database_.handle(), "COMMIT", nullptr, nullptr, nullptr);
+  database_.ForgetWhatIsDoubted();
 }
 
 }  // namespace stockbook::databases

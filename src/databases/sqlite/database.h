@@ -58,6 +58,7 @@ class Database {
   Database(const std::string& file, ReadableTables tables, std::unique_ptr<Interruption> interruption);
   void OpenFile();
   void LimitWhatStatementsMayDo();
+  void ForgetWhatIsDoubted() const;
 
   struct Closer {
     void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
@@ -67,7 +68,8 @@ class Database {
   std::unique_ptr<Access> access_;
   std::unique_ptr<sqlite3, Closer> handle_;  // after what it calls back
   mutable FileState state_;
-  mutable bool had_log_ = false;  // when it was read last
+  mutable bool had_log_ = false;        // when it was read last
+  mutable bool doubts_memory_ = false;  // after an error that may have left wrong pages there
 };
 
 // A prepared statement. Step gives true while there are rows.
