@@ -29,9 +29,9 @@ struct RawRows {
 
 // One column of typed values, as a connection delivers it and a grid keeps it: immutable once built, moved and never
 // copied along the way. Rows are kept in chunks of kChunkRows, each in the narrowest encoding that holds its values
-// exactly (constant, scaled integers of 1 to 8 bytes, doubles, codes into a pool of distinct texts), so a typical
-// journal column takes 0 to 4 bytes a row. Texts are made on request only. Reading a row is O(1); out-of-range
-// rows read as null.
+// exactly (constant, scaled integers of half a byte or 1 to 8 bytes, doubles, codes into a pool of distinct texts), so
+// a typical journal column takes 0 to 4 bytes a row. Texts are made on request only. Reading a row is O(1);
+// out-of-range rows read as null.
 class Column {
  public:
   static constexpr size_t kChunkRows = size_t{1} << 16;

@@ -16,7 +16,7 @@
 namespace stockbook::columns {
 
 // Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to
-// the one before it costs a comparison.
+// the one before it costs AppendText a comparison.
 class ColumnBuilder {
  public:
   ColumnBuilder();

@@ -2,6 +2,7 @@
 #include "journal/blank_cells.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -72,11 +73,13 @@ std::optional<columns::Column> WithoutZeroDates(const columns::Column& column) {
     }
     return Without(column, blank);
   }
+  constexpr double kLessThanASecond = 1e-5;  // in days
   columns::BlockReader<double> numbers(&column);
   for (const columns::RowBlock block : columns::RowBlocks(0, column.size())) {
     const auto read = numbers.Read(block);
     for (size_t at = 0; at < block.count; ++at) {
-      if (read[at] == 0 && IsZeroDate(column.At(block.first + at))) blank.push_back(block.first + at);
+      if (std::fabs(read[at]) < kLessThanASecond && IsZeroDate(column.At(block.first + at)))
+        blank.push_back(block.first + at);
     }
   }
   return Without(column, blank);

@@ -5,8 +5,10 @@
 #include <array>
 #include <cstring>
 #include <future>
+#include <new>
 #include <ostream>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "sheet/contents/row_texts.h"
@@ -49,7 +51,8 @@ class FieldWriter {
       buffer_ += '\n';
     }
   }
-  std::string Take() { return std::move(buffer_); }
+  size_t size() const { return buffer_.size(); }
+  std::string Take() { return std::exchange(buffer_, {}); }
 
  private:
   // False when some text is not written as it is.
@@ -99,8 +102,75 @@ class FieldWriter {
   std::string buffer_;
 };
 
-// Rows that take longer to write than starting a thread does.
-constexpr int kRowsAtOnce = 8192;
+// Writes the rows of a sheet on two threads, part by part, each in the memory of some megabytes.
+class RowsWriter {
+ public:
+  RowsWriter(const sheet::GridSheet& grid, const std::vector<int>& columns, char separator, std::ostream& out)
+      : grid_(grid), columns_(columns), separator_(separator), out_(out) {}
+
+  void WriteCaptions() {
+    std::vector<std::string> captions;
+    std::vector<std::string_view> texts;
+    for (const int column : columns_) captions.push_back(grid_.TextMatrix(0, column));
+    for (std::string& caption : captions) texts.push_back(sheet::RowTexts::WithSlack(caption));
+    FieldWriter writer(separator_);
+    writer.WriteRow(texts);
+    out_ << writer.Take();
+  }
+
+  void WriteRows(int first, int last) {
+    while (last - first > kRowsOfPart) {
+      const int middle = first + kRowsOfPart;
+      const int end = std::min(middle + kRowsOfPart, last);
+      auto other = std::async(std::launch::async | std::launch::deferred, [&] { return MakePart(first, middle); });
+      const Part second = MakePart(middle, end);
+      Finish(other.get(), middle);
+      Finish(second, end);
+      first = end;
+    }
+    Finish({first, {}}, last);
+  }
+
+ private:
+  static constexpr int kRowsOfPart = 8192;  // they take longer to write than starting a thread does
+  static constexpr size_t kMostBytes = size_t{2} << 20;
+  struct Part {
+    int end = 0;  // the row after the last one
+    std::string text;
+  };
+
+  // As many of the rows as fit; none where there is no memory for them.
+  Part MakePart(int first, int last) const {
+    try {
+      FieldWriter writer(separator_);
+      const int end = sheet::RowTexts(grid_, columns_).ForEachRow(first, last, [&](auto texts) {
+        writer.WriteRow(texts);
+        return writer.size() < kMostBytes;
+      });
+      return {end, writer.Take()};
+    } catch (const std::bad_alloc&) {
+      return {first, {}};
+    }
+  }
+
+  // Writes the part and the rows up to `last` that are missing.
+  void Finish(const Part& part, int last) {
+    out_ << part.text;
+    if (part.end == last) return;
+    FieldWriter writer(separator_);
+    sheet::RowTexts(grid_, columns_).ForEachRow(part.end, last, [&](auto texts) {
+      writer.WriteRow(texts);
+      if (writer.size() >= kBufferBytes) out_ << writer.Take();
+      return true;
+    });
+    out_ << writer.Take();
+  }
+
+  const sheet::GridSheet& grid_;
+  const std::vector<int>& columns_;
+  char separator_;
+  std::ostream& out_;
+};
 
 void AppendMember(std::string_view name, std::string_view text, std::string& out) {
   if (out.back() != '{') out += ',';
@@ -175,26 +245,9 @@ void AppendJson(std::string_view text, std::string& out) {
 
 void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
   const std::vector<int> chosen = ColumnsOf(grid, columns);
-  FieldWriter writer(separator);
-  std::vector<std::string> captions;
-  std::vector<std::string_view> caption_row;
-  for (const int column : chosen) captions.push_back(grid.TextMatrix(0, column));
-  for (std::string& caption : captions) caption_row.push_back(sheet::RowTexts::WithSlack(caption));
-  writer.WriteRow(caption_row);
-  out << writer.Take();
-  const auto write_rows = [&](int first) {
-    FieldWriter rows(separator);
-    sheet::RowTexts(grid, chosen)
-        .ForEachRow(first, std::min(first + kRowsAtOnce, grid.Rows()),
-                    [&](std::span<const std::string_view> texts) { rows.WriteRow(texts); });
-    return rows.Take();
-  };
-  // One part is written by another thread, if there is one to have, while this one writes the next.
-  for (int row = grid.FixedRows(); row < grid.Rows(); row += 2 * kRowsAtOnce) {
-    auto first = std::async(std::launch::async | std::launch::deferred, write_rows, row);
-    const std::string second = row + kRowsAtOnce < grid.Rows() ? write_rows(row + kRowsAtOnce) : std::string();
-    out << first.get() << second;
-  }
+  RowsWriter writer(grid, chosen, separator, out);
+  writer.WriteCaptions();
+  writer.WriteRows(grid.FixedRows(), grid.Rows());
 }
 
 void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,

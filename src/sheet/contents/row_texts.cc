@@ -15,14 +15,14 @@ RowTexts::RowTexts(const Sheet& sheet, const std::vector<int>& columns)
   }
 }
 
-void RowTexts::ForEachRow(int first, int last, const TakeRow& take) {
+int RowTexts::ForEachRow(int first, int last, const TakeRow& take) {
+  int64_t taken = 0;
+  wanted_ = true;
   sheet_.store().order().ForEachPiece(first, last, [&](int64_t, int64_t count, RowId id) {
-    if (id >= 0) {
-      ReadRecords(count, id, take);
-    } else {
-      for (int64_t offset = 0; offset < count; ++offset) ReadRow(id - offset, take);
-    }
+    if (!wanted_) return;
+    taken += id >= 0 ? ReadRecords(count, id, take) : ReadInserted(count, id, take);
   });
+  return first + static_cast<int>(taken);
 }
 
 std::string_view RowTexts::WithSlack(std::string& text) {
@@ -32,26 +32,34 @@ std::string_view RowTexts::WithSlack(std::string& text) {
 }
 
 // Column by column, a block of rows at a time.
-void RowTexts::ReadRecords(int64_t count, RowId first, const TakeRow& take) {
+int64_t RowTexts::ReadRecords(int64_t count, RowId first, const TakeRow& take) {
   for (int64_t done = 0; done < count;) {
     const auto block = std::min<size_t>(static_cast<size_t>(count - done), ColumnTexts::kMostRecords);
     blocks_.clear();
     for (auto& reader : readers_) blocks_.push_back(reader->Read(first + done, block));
     for (size_t at = 0; at < block; ++at) {
       for (size_t column = 0; column < row_.size(); ++column) row_[column] = blocks_[column][at];
-      take(row_);
+      wanted_ = take(row_);
+      ++done;
+      if (!wanted_) return done;
     }
-    done += static_cast<int64_t>(block);
   }
+  return count;
 }
 
-void RowTexts::ReadRow(RowId id, const TakeRow& take) {
-  for (size_t column = 0; column < row_.size(); ++column) {
-    made_[column].clear();
-    sheet_.store().AppendDisplay(*columns_[column], id, made_[column]);
-    row_[column] = WithSlack(made_[column]);
+// Their ids go down.
+int64_t RowTexts::ReadInserted(int64_t count, RowId first, const TakeRow& take) {
+  for (int64_t done = 0; done < count;) {
+    for (size_t column = 0; column < row_.size(); ++column) {
+      made_[column].clear();
+      sheet_.store().AppendDisplay(*columns_[column], first - done, made_[column]);
+      row_[column] = WithSlack(made_[column]);
+    }
+    wanted_ = take(row_);
+    ++done;
+    if (!wanted_) return done;
   }
-  take(row_);
+  return count;
 }
 
 }  // namespace stockbook::sheet

@@ -16,7 +16,7 @@ namespace stockbook::sheet {
 class Sheet;
 
 // Reads rows as they are displayed, some tens of nanoseconds a cell where they are many. Borrows the sheet, which must
-// not change meanwhile.
+// not change meanwhile; several threads may read one sheet, each with an object of its own.
 class RowTexts {
  public:
   RowTexts(const Sheet& sheet, const std::vector<int>& columns);
@@ -29,14 +29,16 @@ class RowTexts {
   // The text as it was, with that many bytes after it; valid as long as the text stays.
   static std::string_view WithSlack(std::string& text);
 
-  // Gets the texts of a row in the order of the columns, valid until it returns.
-  using TakeRow = std::function<void(std::span<const std::string_view> texts)>;
-  // Calls `take` for each of the rows [first, last), which are below the fixed ones, hidden rows included.
-  void ForEachRow(int first, int last, const TakeRow& take);
+  // Gets the texts of a row in the order of the columns, valid until it returns; false when it wants no more.
+  using TakeRow = std::function<bool(std::span<const std::string_view> texts)>;
+  // Calls `take` for each of the rows [first, last), which are below the fixed ones, hidden rows included. Returns the
+  // row after the last one that was taken.
+  int ForEachRow(int first, int last, const TakeRow& take);
 
  private:
-  void ReadRecords(int64_t count, RowId first, const TakeRow& take);
-  void ReadRow(RowId id, const TakeRow& take);
+  // These return how many rows were taken.
+  int64_t ReadRecords(int64_t count, RowId first, const TakeRow& take);
+  int64_t ReadInserted(int64_t count, RowId first, const TakeRow& take);
 
   const Sheet& sheet_;
   std::vector<const SheetColumn*> columns_;
@@ -44,6 +46,7 @@ class RowTexts {
   std::vector<std::span<const std::string_view>> blocks_;
   std::vector<std::string_view> row_;
   std::vector<std::string> made_;
+  bool wanted_ = true;  // by the taker, so far
 };
 
 }  // namespace stockbook::sheet
