@@ -6,10 +6,10 @@
 #include <exception>
 #include <random>
 
+#include "base/folded_product.h"
+
 namespace stockbook::base {
 namespace {
-
-__extension__ using WideUnsigned = unsigned __int128;
 
 struct Seed {
   uint64_t first;
@@ -35,11 +35,6 @@ const Seed& ProcessSeed() {
   return seed;
 }
 
-uint64_t Mix(uint64_t left, uint64_t right) {
-  const auto product = static_cast<WideUnsigned>(left) * right;
-  return static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
-}
-
 template <typename Word>
 uint64_t WordAt(const char* at) {
   Word word = 0;
@@ -55,7 +50,8 @@ uint64_t SeededHash::operator()(std::string_view bytes) const {
   const char* at = bytes.data();
   size_t left = bytes.size();
   uint64_t state = first_ ^ left;
-  for (; left > 16; at += 16, left -= 16) state = Mix(WordAt<uint64_t>(at) ^ second_, WordAt<uint64_t>(at + 8) ^ state);
+  for (; left > 16; at += 16, left -= 16)
+    state = FoldedProduct(WordAt<uint64_t>(at) ^ second_, WordAt<uint64_t>(at + 8) ^ state);
   // The words of the end overlap where it is short.
   uint64_t front = 0;
   uint64_t back = 0;
@@ -69,9 +65,9 @@ uint64_t SeededHash::operator()(std::string_view bytes) const {
     front = WordAt<uint8_t>(at) << 8 | WordAt<uint8_t>(at + left / 2);
     back = WordAt<uint8_t>(at + left - 1);
   }
-  return Mix(Mix(front ^ second_, back ^ state), second_);
+  return FoldedProduct(FoldedProduct(front ^ second_, back ^ state), second_);
 }
 
-uint64_t SeededHash::operator()(uint64_t number) const { return Mix(number ^ first_, second_); }
+uint64_t SeededHash::operator()(uint64_t number) const { return FoldedProduct(number ^ first_, second_); }
 
 }  // namespace stockbook::base

@@ -3,6 +3,8 @@
 
 #include <limits>
 
+#ifdef __SIZEOF_INT128__
+
 namespace stockbook::base {
 
 WideInteger WidePowerOfTen(int exponent) {
@@ -28,3 +30,5 @@ Money MoneyOfUnits(WideInteger units) {
 }
 
 }  // namespace stockbook::base
+
+#endif

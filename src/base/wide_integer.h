@@ -5,6 +5,9 @@
 
 namespace stockbook::base {
 
+// Where the compiler has them: the databases need it, the rooms above them do not.
+#ifdef __SIZEOF_INT128__
+
 // Products of two 64-bit counts need 128 bits.
 __extension__ using WideInteger = __int128;
 
@@ -16,5 +19,7 @@ WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
 
 // The amount of that many 1/10,000 units; throws ArithmeticError if Money cannot hold it.
 Money MoneyOfUnits(WideInteger units);
+
+#endif
 
 }  // namespace stockbook::base

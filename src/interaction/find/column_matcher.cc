@@ -136,12 +136,14 @@ void ColumnMatcher::Prepare(const RawRows& rows, size_t chunk) {
 
 uint8_t ColumnMatcher::FoundInRepeated(size_t record, int64_t raw, const RawRows& rows) {
   if (!tested_by_distance_.empty()) {
-    uint16_t& tested = tested_by_distance_[static_cast<uint64_t>(raw) - static_cast<uint64_t>(rows.least)];
+    uint16_t& tested =
+        tested_by_distance_[static_cast<size_t>(static_cast<uint64_t>(raw) - static_cast<uint64_t>(rows.least))];
     if (tested == 0) tested = kTested | FoundInValue(record, raw, rows);
     return static_cast<uint8_t>(tested);
   }
   if (tested_by_hash_.empty()) return FoundInValue(record, raw, rows);
-  Tested& tested = tested_by_hash_[(static_cast<uint64_t>(raw) * 0x9E3779B97F4A7C15U) >> (64 - kHashBits)];
+  const uint64_t hash = static_cast<uint64_t>(raw) * 0x9E3779B97F4A7C15U;
+  Tested& tested = tested_by_hash_[static_cast<size_t>(hash >> (64 - kHashBits))];
   if (!tested.is_set || tested.raw != raw) tested = {raw, FoundInValue(record, raw, rows), true};
   return tested.found;
 }

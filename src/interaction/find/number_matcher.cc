@@ -72,7 +72,8 @@ std::string_view WriteDecimal(int64_t units, int decimals, char* end) {
 }  // namespace
 
 NumberMatcher::NumberMatcher(const TermGroup& terms) : terms_(terms) {
-  for (size_t places = 1; places <= kWindow; ++places) padded_[places].assign(kPowersOfTen[places], 0);
+  for (size_t places = 1; places <= kWindow; ++places)
+    padded_[places].assign(static_cast<size_t>(kPowersOfTen[places]), 0);
   for (size_t at = 0; at < terms.terms().size(); ++at) {
     const auto bit = static_cast<uint8_t>(1U << at);
     if ((terms.in_numbers() & bit) != 0) AddTerm(bit, terms.terms()[at]);
@@ -126,7 +127,7 @@ void NumberMatcher::AddDigits(const Digits& digits) {
       for (uint64_t before = 0; before < kPowersOfTen[places]; before += unit) {
         const uint64_t first = before + value * kPowersOfTen[after];
         for (uint64_t number = first; number < first + kPowersOfTen[after]; ++number)
-          padded_[places][number] |= digits.bit;
+          padded_[places][static_cast<size_t>(number)] |= digits.bit;
       }
     }
   }
@@ -136,16 +137,16 @@ template <int kStep>
 uint8_t NumberMatcher::FoundInWhole(uint64_t whole) const {
   uint8_t found = 0;
   for (; whole >= kPowersOfTen[kWindow]; whole /= kPowersOfTen[kStep])
-    found |= padded_[kWindow][whole % kPowersOfTen[kWindow]];
-  return found | plain_[whole];
+    found |= padded_[kWindow][static_cast<size_t>(whole % kPowersOfTen[kWindow])];
+  return found | plain_[static_cast<size_t>(whole)];
 }
 
 template <int kStep>
 uint8_t NumberMatcher::FoundInPlaces(uint64_t fraction, int places) const {
   uint8_t found = 0;
   for (; places > static_cast<int>(kWindow); places -= kStep, fraction /= kPowersOfTen[kStep])
-    found |= padded_[kWindow][fraction % kPowersOfTen[kWindow]];
-  return places > 0 ? found | padded_[static_cast<size_t>(places)][fraction] : found;
+    found |= padded_[kWindow][static_cast<size_t>(fraction % kPowersOfTen[kWindow])];
+  return places > 0 ? found | padded_[static_cast<size_t>(places)][static_cast<size_t>(fraction)] : found;
 }
 
 uint8_t NumberMatcher::FoundInDigits(uint64_t whole, uint64_t fraction, int places) const {
@@ -180,7 +181,7 @@ uint8_t NumberMatcher::FoundIn(int64_t units, int decimals) const {
     // The table already covers trailing zeros.
     if (has_digits_) {
       found |= FoundInDigits(whole, 0, 0);
-      found |= trimmed_[fraction * kPowersOfTen[kWindow - static_cast<size_t>(decimals)]];
+      found |= trimmed_[static_cast<size_t>(fraction * kPowersOfTen[kWindow - static_cast<size_t>(decimals)])];
     }
     if (points_.empty() && (found & ~exact_) == 0) return found;
   }

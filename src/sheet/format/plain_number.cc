@@ -52,7 +52,7 @@ class Backwards {
  private:
   // The last `count` characters of a group; the others are written too, but ignored.
   void PutLast(uint64_t group, int count) {
-    std::memcpy(at_ - 4, &kGroups[4 * group], 4);
+    std::memcpy(at_ - 4, &kGroups[static_cast<size_t>(4 * group)], 4);
     at_ -= count;
   }
 

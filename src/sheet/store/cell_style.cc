@@ -7,7 +7,7 @@ namespace stockbook::sheet {
 
 size_t CellStyles::HashOf(const CellStyle& style) {
   size_t hash = std::hash<std::string>{}(style.font_name);
-  const auto mix = [&hash](size_t part) { hash = (hash ^ part) * 1099511628211U + (hash >> 29); };
+  const auto mix = [&hash](size_t part) { hash = static_cast<size_t>((hash ^ part) * 1099511628211U + (hash >> 29)); };
   mix(style.back ? *style.back + 1U : 0U);
   mix(style.fore ? *style.fore + 1U : 0U);
   mix(style.alignment ? static_cast<size_t>(*style.alignment) + 1U : 0U);
