@@ -9,7 +9,6 @@ stockbook_room(com DEPENDS base columns platform control sheet
 add_dependencies(stockbook_com stockbook_type_library)
 target_include_directories(stockbook_com SYSTEM PUBLIC ${stockbook_type_library_folder})
 target_compile_definitions(stockbook_com PUBLIC UNICODE _UNICODE NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00)
-# No interface of COM has a virtual destructor, and objects are deleted as what they are.
-target_compile_options(stockbook_com PUBLIC -Wno-non-virtual-dtor)
 # It alone is compiled with initguid.h.
 set_source_files_properties(src/com/library/tq_stockbook.cc PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+
