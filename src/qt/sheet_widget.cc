@@ -206,12 +206,12 @@ void SheetWidget::UpdateBars() {
   const sheet::ScrollPosition most = geometry.max_scroll();
   const sheet::ScrollPosition at = geometry.scroll();
   const sheet::Rect body = geometry.BodyRect();
-  x_scale_ = BarScale(most.x);
-  y_scale_ = BarScale(most.y);
+  x_scale_ = sheet::BarScale(most.x);
+  y_scale_ = sheet::BarScale(most.y);
   const bool nested = std::exchange(updating_bars_, true);
   setHorizontalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kHorizontal));
   setVerticalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kVertical));
-  const auto update = [](QScrollBar& bar, const BarScale& scale, int64_t position, int page, int step) {
+  const auto update = [](QScrollBar& bar, const sheet::BarScale& scale, int64_t position, int page, int step) {
     bar.setPageStep(scale.Length(page));
     bar.setSingleStep(scale.Length(step));
     bar.setRange(0, scale.MostOnBar());

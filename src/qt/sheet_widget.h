@@ -9,12 +9,12 @@
 #include <optional>
 
 #include "qt/accessible_news.h"
-#include "qt/bar_scale.h"
 #include "qt/canvas.h"
 #include "sheet/geometry/text_measure.h"
 #include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
+#include "sheet/view/bar_scale.h"
 #include "sheet/view/view.h"
 #include "sheet/view/viewer.h"
 
@@ -96,8 +96,8 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   QBasicTimer auto_scroll_;
   AccessibleNews news_;
   GlyphFonts fonts_;
-  BarScale x_scale_;
-  BarScale y_scale_;
+  sheet::BarScale x_scale_;
+  sheet::BarScale y_scale_;
   sheet::ScrollPosition shown_;  // the scroll position of the pixels in the window
   sheet::Span shown_columns_;    // the scrolling columns in the window
   QPointF wheel_rest_;           // fractions of a pixel left over from the wheel

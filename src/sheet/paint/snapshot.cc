@@ -44,8 +44,10 @@ class SnapshotBuilder {
   Snapshot snapshot_;
 };
 
-Snapshot Snapshot::Of(const View& view, const Rect& area) {
-  return SnapshotBuilder(view, view.sheet().appearance(), area, Highlights::kShown).Build();
+Snapshot Snapshot::Of(const View& view, const Rect& area) { return Of(view, area, view.sheet().appearance()); }
+
+Snapshot Snapshot::Of(const View& view, const Rect& area, const Appearance& looks) {
+  return SnapshotBuilder(view, looks, area, Highlights::kShown).Build();
 }
 
 Snapshot Snapshot::Of(const View& view) { return Of(view, {0, 0, view.size().width, view.size().height}); }

@@ -67,6 +67,8 @@ class Snapshot {
  public:
   // `area` is in device pixels of the view.
   static Snapshot Of(const View& view, const Rect& area);
+  // With other looks than the sheet's.
+  static Snapshot Of(const View& view, const Rect& area, const Appearance& looks);
   // Of the whole view.
   static Snapshot Of(const View& view);
   // Of the whole view, with other looks and without selection, current cell and drop mark.

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "qt/bar_scale.h"
+#include "sheet/view/bar_scale.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <limits>
 
-namespace stockbook::qt {
+namespace stockbook::sheet {
 namespace {
 
 TEST(BarScale, IsExactWhileTheContentsFit) {
@@ -38,4 +38,4 @@ TEST(BarScale, KeepsWhatIsOutsideWithinItsEnds) {
 }
 
 }  // namespace
-}  // namespace stockbook::qt
+}  // namespace stockbook::sheet

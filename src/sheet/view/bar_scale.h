@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace stockbook::qt {
+namespace stockbook::sheet {
 
 // Maps 64-bit positions to a scroll bar of 31 bits: one to one while they fit, in coarser steps beyond. The ends of
 // both scales map to each other exactly. A plain value.
@@ -29,4 +29,4 @@ class BarScale {
   int64_t step_ = 1;
 };
 
-}  // namespace stockbook::qt
+}  // namespace stockbook::sheet

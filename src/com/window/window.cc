@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "com/window/window.h"
+
+#include "platform/error.h"
+
+namespace stockbook::com {
+namespace {
+
+// The DLL that this code is in: its windows' classes are the DLL's.
+HINSTANCE InstanceOf(WNDPROC procedure) {
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(reinterpret_cast<void*>(procedure)), &module);
+  return module;
+}
+
+}  // namespace
+
+Window::~Window() {
+  if (handle_ == nullptr) return;
+  SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+  DestroyWindow(handle_);
+}
+
+void Window::Create(HWND parent, const RECT& place) {
+  const WindowStyle style = Style();
+  const HINSTANCE instance = InstanceOf(&Procedure);
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.style = style.class_style;
+  description.lpfnWndProc = &Procedure;
+  description.hInstance = instance;
+  description.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // the arrow
+  description.lpszClassName = style.class_name;
+  // It fails if the class is there already, which is as good.
+  RegisterClassExW(&description);
+  CreateWindowExW(0, style.class_name, L"", style.style, static_cast<int>(place.left), static_cast<int>(place.top),
+                  static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top), parent,
+                  nullptr, instance, this);
+  if (handle_ == nullptr)
+    throw platform::Error("create a window", "系统没有创建窗口：请关闭一些窗口后重试。",
+                          static_cast<int>(GetLastError()));
+}
+
+void Window::Destroy() {
+  if (handle_ == nullptr) return;
+  const std::shared_ptr<Window> keep = shared_from_this();
+  DestroyWindow(handle_);
+  // It fails while there are other windows of the class. A class that stays would outlive the DLL.
+  UnregisterClassW(Style().class_name, InstanceOf(&Procedure));
+}
+
+Window* Window::Of(HWND handle) { return reinterpret_cast<Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA)); }
+
+LRESULT CALLBACK Window::Procedure(HWND handle, UINT message, WPARAM wide, LPARAM data) {
+  if (message == WM_NCCREATE) {
+    auto* window = static_cast<Window*>(reinterpret_cast<const CREATESTRUCTW*>(data)->lpCreateParams);
+    window->handle_ = handle;
+    SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(window));
+  }
+  Window* window = Of(handle);
+  if (window == nullptr) return DefWindowProcW(handle, message, wide, data);
+  const std::shared_ptr<Window> keep = window->weak_from_this().lock();
+  const ComPtr<IUnknown> pin = window->host_.Pin();
+  const LRESULT result = window->HandleSafely(message, wide, data);
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+    window->handle_ = nullptr;
+  }
+  return result;
+}
+
+LRESULT Window::HandleSafely(UINT message, WPARAM wide, LPARAM data) noexcept {
+  const HWND handle = handle_;
+  try {
+    if (const std::optional<LRESULT> result = Handle(message, wide, data)) return *result;
+  } catch (...) {
+    // The control has told its listeners what it could; the system knows no exceptions.
+    return 0;
+  }
+  return DefWindowProcW(handle, message, wide, data);
+}
+
+}  // namespace stockbook::com
