@@ -14,7 +14,14 @@ StockbookObject::StockbookObject(IUnknown* outer)
       notices_(event_source_.changes(), described_),
       members_(identity_, described_, parts_, notices_),
       class_info_(identity_),
-      error_support_(identity_) {
+      error_support_(identity_),
+      in_place_active_(identity_),
+      activation_(parts_, in_place_active_),
+      ole_object_(identity_, activation_),
+      ole_control_(identity_, activation_, event_source_.raiser()),
+      in_place_(identity_, activation_),
+      view_object_(identity_, activation_) {
+  in_place_active_.SetActivation(activation_);
   parts_.AddSite(notices_);
   parts_.control().AddListener(&event_source_.raiser());
 }
@@ -59,6 +66,13 @@ IUnknown* StockbookObject::Find(REFIID id) {
       {IID_IProvideClassInfo, &class_info_},
       {IID_IProvideClassInfo2, &class_info_},
       {IID_ISupportErrorInfo, &error_support_},
+      {IID_IOleObject, &ole_object_},
+      {IID_IOleControl, &ole_control_},
+      {IID_IOleWindow, &in_place_},
+      {IID_IOleInPlaceObject, &in_place_},
+      {IID_IOleInPlaceActiveObject, &in_place_active_},
+      {IID_IViewObject, &view_object_},
+      {IID_IViewObject2, &view_object_},
   };
   for (const Entry& entry : entries) {
     if (entry.id == id) return entry.interface_pointer;

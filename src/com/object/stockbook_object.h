@@ -4,11 +4,16 @@
 #include "com/library/identifiers.h"
 
 #include "com/library/module.h"
+#include "com/object/activation.h"
 #include "com/object/class_facts.h"
 #include "com/object/event_source.h"
+#include "com/object/in_place.h"
 #include "com/object/object_parts.h"
+#include "com/object/ole_control.h"
+#include "com/object/ole_object.h"
 #include "com/object/property_notices.h"
 #include "com/object/stockbook_members.h"
+#include "com/object/view_object.h"
 
 namespace stockbook::com {
 
@@ -44,6 +49,12 @@ class StockbookObject final : private IUnknown {
   StockbookMembers members_;
   ClassInfo class_info_;
   ErrorSupport error_support_;
+  InPlaceActiveObject in_place_active_;
+  Activation activation_;
+  OleObject ole_object_;
+  OleControl ole_control_;
+  InPlaceObject in_place_;
+  ViewObject view_object_;
 };
 
 // A new object as the interface asked for; what a class factory does.
