@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The Windows component: the room `com`.
+# The Windows component: the room `com`, and of it tqStockbook.dll, which needs no other file.
 
 enable_language(RC)
 include(cmake/StockbookTypeLibrary.cmake)
@@ -12,3 +12,18 @@ target_compile_definitions(stockbook_com PUBLIC UNICODE _UNICODE NOMINMAX STRICT
 # It alone is compiled with initguid.h.
 set_source_files_properties(src/com/library/tq_stockbook.cc PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 
+
+set(stockbook_component_folder ${PROJECT_SOURCE_DIR}/src/com/component)
+string(REPLACE "." "," stockbook_version_numbers ${PROJECT_VERSION})
+set(stockbook_resources ${PROJECT_BINARY_DIR}/component.rc)
+configure_file(${stockbook_component_folder}/component.rc.in ${stockbook_resources} @ONLY)
+set_source_files_properties(${stockbook_resources} PROPERTIES
+  COMPILE_OPTIONS "-I${stockbook_type_library_folder};-I${stockbook_component_folder}"
+  OBJECT_DEPENDS "${stockbook_type_library};${stockbook_component_folder}/stockbook.bmp")
+add_library(stockbook_component MODULE $<TARGET_OBJECTS:stockbook_com> ${stockbook_component_folder}/component.def
+  ${stockbook_resources})
+set_target_properties(stockbook_component PROPERTIES OUTPUT_NAME tqStockbook PREFIX "" LINKER_LANGUAGE CXX
+  LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+target_link_libraries(stockbook_component PRIVATE stockbook_switches stockbook_com)
+# -s: without names of the inside, which nobody could use and which are most of the file.
+target_link_options(stockbook_component PRIVATE -static -s)

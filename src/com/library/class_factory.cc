@@ -23,7 +23,8 @@ ULONG STDMETHODCALLTYPE ClassFactory::Release() {
 HRESULT STDMETHODCALLTYPE ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** result) {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
-  return outer != nullptr ? CLASS_E_NOAGGREGATION : create_(id, result);
+  if (outer != nullptr && id != __uuidof(IUnknown)) return CLASS_E_NOAGGREGATION;
+  return create_(outer, id, result);
 }
 
 HRESULT STDMETHODCALLTYPE ClassFactory::LockServer(BOOL lock) {

@@ -15,15 +15,15 @@ namespace stockbook::com {
 // thread may hold it, the objects belong to the apartment that asks for them.
 class ClassFactory final : public IClassFactory {
  public:
-  // Makes an object and gives out its interface; on failure it gives out nothing.
-  using Create = HRESULT (*)(REFIID id, void** result);
+  // Makes an object, alone or as part of another one, and gives out its interface; on failure it gives out nothing.
+  using Create = HRESULT (*)(IUnknown* outer, REFIID id, void** result);
 
   explicit ClassFactory(Create create) : create_(create) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
   ULONG STDMETHODCALLTYPE Release() override;
-  // The control cannot be part of another object: with an outer one, CLASS_E_NOAGGREGATION.
+  // An outer object may ask for nothing but IUnknown: otherwise CLASS_E_NOAGGREGATION.
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override;
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 
