@@ -92,7 +92,8 @@ HRESULT Activation::OpenWindow(const ComPtr<IOleInPlaceSite>& place) {
   document_.Reset();
   place->GetWindowContext(frame_.PutTyped(), document_.PutTyped(), &position, &clip, &information);
   return Guarded(IID_IOleObject, [&] {
-    window_ = std::make_shared<ControlWindow>(*this, parts_.control(), parts_.fg());
+    WindowHost& host = *this;
+    window_ = std::make_shared<ControlWindow>(host, parts_.control(), parts_.fg());
     window_->SetLooks(Looks());
     window_->Open(parent, position);
     Place(position, clip);
