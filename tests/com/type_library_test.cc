@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "com/automation/text.h"
 #include "com/component.h"
 #include "com/library/identifiers.h"
 #include "com/library_dump.h"

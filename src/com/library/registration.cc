@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "com/automation/text.h"
 #include "com/library/identifiers.h"
 #include "com/library/module.h"
 #include "com/library/registry_key.h"
@@ -72,8 +73,10 @@ HRESULT RegisterLibrary(const std::wstring& path) {
 
 HRESULT UnregisterLibrary() {
   constexpr SYSKIND kWidth = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
-  const HRESULT result = UnRegisterTypeLib(LIBID_tqStockbook, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, kWidth);
-  return result == TYPE_E_REGISTRYACCESS || result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ? S_OK : result;
+  Bstr path;
+  if (FAILED(QueryPathOfRegTypeLib(LIBID_tqStockbook, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, path.Put())))
+    return S_OK;
+  return UnRegisterTypeLib(LIBID_tqStockbook, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, kWidth);
 }
 
 // The names are the same for both widths, and another component may have taken them since.
