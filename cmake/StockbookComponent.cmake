@@ -27,3 +27,27 @@ set_target_properties(stockbook_component PROPERTIES OUTPUT_NAME tqStockbook PRE
 target_link_libraries(stockbook_component PRIVATE stockbook_switches stockbook_com)
 # -s: without names of the inside, which nobody could use and which are most of the file.
 target_link_options(stockbook_component PRIVATE -static -s)
+
+# What goes into the zip: a folder for each width. The other width's build folder lies beside this one.
+if(PROJECT_IS_TOP_LEVEL)
+  add_subdirectory(examples/windows)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(stockbook_width x64)
+  else()
+    set(stockbook_width x86)
+  endif()
+  install(FILES $<TARGET_FILE:stockbook_component> $<TARGET_FILE:stockbook_component_host>
+    DESTINATION ${stockbook_width} COMPONENT windows)
+  install(FILES ${stockbook_type_library} DESTINATION ${stockbook_width} RENAME tqStockbook.tlb COMPONENT windows)
+  install(FILES ${stockbook_type_library_folder}/tq_stockbook.h examples/windows/host.cc examples/windows/event_sink.cc
+    examples/windows/event_sink.h examples/windows/journal.vbs DESTINATION samples COMPONENT windows)
+  install(FILES docs/windows.md LICENSE DESTINATION . COMPONENT windows)
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_FILE_NAME Stockbook-${PROJECT_VERSION}-Windows)
+  set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY ON)
+  set(CPACK_INSTALL_CMAKE_PROJECTS "")
+  foreach(width x64 x86)
+    list(APPEND CPACK_INSTALL_CMAKE_PROJECTS "${PROJECT_BINARY_DIR}/../windows-${width};Stockbook;windows;/")
+  endforeach()
+  include(CPack)
+endif()
