@@ -5,7 +5,7 @@ PRESET ?= release
 # How long each fuzzer runs.
 SECONDS_EACH ?= 60
 
-.PHONY: help run build test bench check asan fuzz clean
+.PHONY: help run build test bench check asan fuzz windows test-windows clean
 .SILENT:
 
 help:
@@ -15,6 +15,7 @@ help:
 	echo 'make bench   build, and run the benchmarks'
 	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
 	echo 'make fuzz    each fuzzer, random journals among them, for a minute, or SECONDS_EACH=n'
+	echo 'make windows the component for Windows, in both widths, as a zip; make test-windows tests it under Wine'
 	echo 'make check   the checks of the tree, formatting among them'
 	echo 'make clean   remove build/'
 	echo 'PRESET=dev|release|asan|core-only chooses another preset than release'
@@ -38,6 +39,12 @@ asan:
 
 fuzz:
 	tools/fuzz $(SECONDS_EACH)
+
+windows:
+	tools/windows zip
+
+test-windows:
+	tools/windows test
 
 check:
 	tools/check
