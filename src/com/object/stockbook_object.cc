@@ -20,8 +20,13 @@ StockbookObject::StockbookObject(IUnknown* outer)
       ole_object_(identity_, activation_),
       ole_control_(identity_, activation_, event_source_.raiser()),
       in_place_(identity_, activation_),
-      view_object_(identity_, activation_) {
+      view_object_(identity_, activation_),
+      saved_state_(parts_),
+      bag_persistence_(identity_, saved_state_),
+      stream_persistence_(identity_, saved_state_),
+      storage_persistence_(identity_, saved_state_) {
   in_place_active_.SetActivation(activation_);
+  parts_.AddSite(saved_state_);
   parts_.AddSite(notices_);
   parts_.control().AddListener(&event_source_.raiser());
 }
@@ -29,6 +34,7 @@ StockbookObject::StockbookObject(IUnknown* outer)
 StockbookObject::~StockbookObject() {
   parts_.control().RemoveListener(&event_source_.raiser());
   parts_.RemoveSite(notices_);
+  parts_.RemoveSite(saved_state_);
 }
 
 ComPtr<IUnknown> StockbookObject::Create(IUnknown* outer) {
@@ -73,6 +79,10 @@ IUnknown* StockbookObject::Find(REFIID id) {
       {IID_IOleInPlaceActiveObject, &in_place_active_},
       {IID_IViewObject, &view_object_},
       {IID_IViewObject2, &view_object_},
+      {IID_IPersist, static_cast<IPersistStreamInit*>(&stream_persistence_)},
+      {IID_IPersistPropertyBag, &bag_persistence_},
+      {IID_IPersistStreamInit, &stream_persistence_},
+      {IID_IPersistStorage, &storage_persistence_},
   };
   for (const Entry& entry : entries) {
     if (entry.id == id) return entry.interface_pointer;

@@ -11,6 +11,7 @@
 #include "com/object/object_parts.h"
 #include "com/object/ole_control.h"
 #include "com/object/ole_object.h"
+#include "com/object/persistence.h"
 #include "com/object/property_notices.h"
 #include "com/object/stockbook_members.h"
 #include "com/object/view_object.h"
@@ -55,6 +56,10 @@ class StockbookObject final : private IUnknown {
   OleControl ole_control_;
   InPlaceObject in_place_;
   ViewObject view_object_;
+  SavedState saved_state_;
+  BagPersistence bag_persistence_;
+  StreamPersistence stream_persistence_;
+  StoragePersistence storage_persistence_;
 };
 
 // A new object as the interface asked for; what a class factory does.
