@@ -27,6 +27,10 @@ set_target_properties(stockbook_component PROPERTIES OUTPUT_NAME tqStockbook PRE
 target_link_libraries(stockbook_component PRIVATE stockbook_switches stockbook_com)
 # -s: without names of the inside, which nobody could use and which are most of the file.
 target_link_options(stockbook_component PRIVATE -static -s)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # The four entrances are exported without the decoration of their calling convention.
+  target_link_options(stockbook_component PRIVATE -Wl,--enable-stdcall-fixup)
+endif()
 
 # What goes into the zip: a folder for each width. The other width's build folder lies beside this one.
 if(PROJECT_IS_TOP_LEVEL)

@@ -307,6 +307,9 @@ void EveryFault::Try(const Operation& operation, int call, Fault fault) {
 // The sanitizers make it ten times slower: there every call fails in one way only.
 #ifdef STOCKBOOK_SANITIZED
 constexpr int kStep = 4;
+#elif defined _WIN32
+// Wine's heap is slower still.
+constexpr int kStep = 32;
 #else
 constexpr int kStep = 1;
 #endif
