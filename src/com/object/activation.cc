@@ -172,6 +172,8 @@ HRESULT Activation::DeactivateUi() {
 HRESULT Activation::DeactivateInPlace() {
   if (state_ == ActivationState::kLoaded) return S_OK;
   DeactivateUi();
+  // The form may have gone on by itself when it heard of that.
+  if (state_ == ActivationState::kLoaded) return S_OK;
   state_ = ActivationState::kLoaded;
   CloseWindow();
   frame_.Reset();

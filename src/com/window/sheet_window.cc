@@ -132,7 +132,7 @@ std::optional<LRESULT> SheetWindow::HandleWindow(UINT message, WPARAM wide, LPAR
       PaintWindow();
       return 0;
     case WM_PRINTCLIENT:
-      surface_.Paint(*view_, std::nullopt);
+      if (sheet().Redraw()) surface_.Paint(*view_, std::nullopt);
       surface_.Show(reinterpret_cast<HDC>(wide), {0, 0, view_->size().width, view_->size().height});
       return 0;
     case WM_ERASEBKGND:
