@@ -23,7 +23,7 @@ class ActivationTest : public ::testing::Test {
  protected:
   void SetUp() override {
     form_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 600, 400, nullptr, nullptr, nullptr, nullptr);
-    if (form_ == nullptr) GTEST_SKIP() << "no window to test with";
+    if (form_ == nullptr) GTEST_SKIP() << "nothing here shows windows";
     site_ = std::make_unique<FormSite>(form_);
     object_ = testing::NewStockbook<IOleObject>();
     ASSERT_TRUE(object_);

@@ -29,7 +29,7 @@ class SheetWindowTest : public ::testing::Test {
  protected:
   void SetUp() override {
     parent_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 600, 400, nullptr, nullptr, nullptr, nullptr);
-    if (parent_ == nullptr) GTEST_SKIP() << "no window to test with";
+    if (parent_ == nullptr) GTEST_SKIP() << "nothing here shows windows";
     testing::SampleLedger().Fill(sheet_);
     window_ = std::make_shared<SheetWindow>(host_, sheet_.view());
     window_->Create(parent_, {0, 0, 500, 300});
