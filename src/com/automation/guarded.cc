@@ -30,7 +30,7 @@ HRESULT ResultOf(int native_code) {
 }
 
 // The grid engine tells programmers in English what it refused; the user of a form reads Chinese first.
-std::string SentenceOf(const platform::Error& error) {
+std::string ChineseSentence(const platform::Error& error) {
   const std::string said = error.what();
   const bool is_english =
       std::all_of(said.begin(), said.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
@@ -62,7 +62,7 @@ HRESULT ReportCurrentException(REFIID interface_id) noexcept {
   } catch (const AutomationError& error) {
     return Tell(interface_id, error.code(), error.what());
   } catch (const platform::Error& error) {
-    return Tell(interface_id, ResultOf(error.native_code()), SentenceOf(error));
+    return Tell(interface_id, ResultOf(error.native_code()), ChineseSentence(error));
   } catch (const std::bad_alloc&) {
     return Tell(interface_id, E_OUTOFMEMORY, "内存不足：请关闭其他程序后重试。");
   } catch (const base::ArithmeticError& error) {

@@ -14,15 +14,15 @@
 namespace stockbook::com {
 namespace {
 
-constexpr uint32_t kMark = 0x424B5453;  // "STKB"
-constexpr uint32_t kVersion = 1;
+constexpr uint32_t kSavedMark = 0x424B5453;  // "STKB"
+constexpr uint32_t kSavedVersion = 1;
 constexpr uint32_t kMostBytes = 256u << 20;  // pictures of a form; more is damage
 
 enum class SavedType : uint8_t { kShort = 1, kLong = 2, kPicture = 3 };
 
 struct SavedHead {
-  uint32_t mark = kMark;
-  uint32_t version = kVersion;
+  uint32_t mark = kSavedMark;
+  uint32_t version = kSavedVersion;
   uint32_t size = 0;
   uint32_t sum = 0;
 };
@@ -51,7 +51,7 @@ void ReadAll(IStream& stream, void* bytes, size_t size) {
 }
 
 template <typename Number>
-void Append(std::string& bytes, Number number) {
+void AppendRaw(std::string& bytes, Number number) {
   char raw[sizeof number];
   std::memcpy(raw, &number, sizeof number);
   bytes.append(raw, sizeof raw);
@@ -127,15 +127,15 @@ platform::BagValue ValueFrom(SavedBytes& bytes, PictureObjects& pictures) {
 
 void AppendValue(std::string& bytes, const platform::BagValue& value, PictureObjects& pictures) {
   if (const auto* number = std::get_if<int16_t>(&value)) {
-    Append(bytes, SavedType::kShort);
-    Append(bytes, *number);
+    AppendRaw(bytes, SavedType::kShort);
+    AppendRaw(bytes, *number);
   } else if (const auto* long_number = std::get_if<int32_t>(&value)) {
-    Append(bytes, SavedType::kLong);
-    Append(bytes, *long_number);
+    AppendRaw(bytes, SavedType::kLong);
+    AppendRaw(bytes, *long_number);
   } else {
     const std::string picture = BytesOf(pictures.ObjectOf(std::get<platform::PictureRef>(value)));
-    Append(bytes, SavedType::kPicture);
-    Append(bytes, static_cast<uint32_t>(picture.size()));
+    AppendRaw(bytes, SavedType::kPicture);
+    AppendRaw(bytes, static_cast<uint32_t>(picture.size()));
     bytes += picture;
   }
 }
@@ -145,8 +145,8 @@ void AppendValue(std::string& bytes, const platform::BagValue& value, PictureObj
 MemoryBag ReadSaved(IStream& stream, PictureObjects& pictures) {
   SavedHead head;
   ReadAll(stream, &head, sizeof head);
-  if (head.mark != kMark || head.size > kMostBytes) FailDamaged();
-  if (head.version != kVersion)
+  if (head.mark != kSavedMark || head.size > kMostBytes) FailDamaged();
+  if (head.version != kSavedVersion)
     throw AutomationError(CTL_E_INVALIDFILEFORMAT, "外观设置是由更新的版本保存的：请安装新版本的控件。");
   std::string bytes(head.size, '\0');
   ReadAll(stream, bytes.data(), bytes.size());
@@ -163,7 +163,7 @@ MemoryBag ReadSaved(IStream& stream, PictureObjects& pictures) {
 void WriteSaved(const MemoryBag& bag, IStream& stream, PictureObjects& pictures) {
   std::string bytes;
   for (const auto& [key, value] : bag.entries()) {
-    Append(bytes, static_cast<uint8_t>(key.size()));
+    AppendRaw(bytes, static_cast<uint8_t>(key.size()));
     bytes += key;
     AppendValue(bytes, value, pictures);
   }
