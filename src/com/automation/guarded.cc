@@ -10,6 +10,7 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "base/money.h"
 #include "com/automation/com_ptr.h"
@@ -38,7 +39,7 @@ std::string ChineseSentence(const platform::Error& error) {
   return "“" + error.operation() + "”：行、列或数值超出了允许的范围（" + said + "）。";
 }
 
-HRESULT Tell(REFIID interface_id, HRESULT result, const std::string& message) noexcept {
+HRESULT Tell(REFIID interface_id, HRESULT result, std::string_view message) noexcept {
   try {
     ComPtr<ICreateErrorInfo> created;
     if (FAILED(CreateErrorInfo(created.PutTyped()))) return result;
@@ -54,7 +55,20 @@ HRESULT Tell(REFIID interface_id, HRESULT result, const std::string& message) no
   return result;
 }
 
+HRESULT TellError(REFIID interface_id, const platform::Error& error) noexcept {
+  const HRESULT result = ResultOf(error.native_code());
+  try {
+    return Tell(interface_id, result, ChineseSentence(error));
+  } catch (...) {
+    return result;
+  }
+}
+
 }  // namespace
+
+HRESULT RefuseNull(REFIID interface_id) noexcept {
+  return Tell(interface_id, E_POINTER, "空指针：调用没有给出存放结果或提供数据的地方。");
+}
 
 HRESULT ReportCurrentException(REFIID interface_id) noexcept {
   try {
@@ -62,7 +76,7 @@ HRESULT ReportCurrentException(REFIID interface_id) noexcept {
   } catch (const AutomationError& error) {
     return Tell(interface_id, error.code(), error.what());
   } catch (const platform::Error& error) {
-    return Tell(interface_id, ResultOf(error.native_code()), ChineseSentence(error));
+    return TellError(interface_id, error);
   } catch (const std::bad_alloc&) {
     return Tell(interface_id, E_OUTOFMEMORY, "内存不足：请关闭其他程序后重试。");
   } catch (const base::ArithmeticError& error) {

@@ -8,7 +8,7 @@
 namespace stockbook::com {
 
 HRESULT JournalMembers::get_Conn(IDispatch** result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = ComPtr<IDispatch>(connection_).Detach();
   return S_OK;
 }
@@ -25,7 +25,7 @@ HRESULT JournalMembers::put_JournalType(tqJournalTypeContants value) {
 }
 
 HRESULT JournalMembers::get_JournalType(tqJournalTypeContants* result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = MaterialJournal;
   return Call([&](Control& control) { *result = static_cast<tqJournalTypeContants>(control.JournalType()); });
 }

@@ -58,12 +58,12 @@ void SavedState::Save(IStream& stream) {
 HRESULT BagPersistence::GetClassID(CLSID* result) { return GiveClass(result); }
 
 HRESULT BagPersistence::Load(IPropertyBag* bag, IErrorLog* log) {
-  if (bag == nullptr) return E_POINTER;
+  if (bag == nullptr) return RefuseNull(IID_IPersistPropertyBag);
   return CallPinned(state_, IID_IPersistPropertyBag, [&] { state_.Load(*bag, log); });
 }
 
 HRESULT BagPersistence::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL /*save_all*/) {
-  if (bag == nullptr) return E_POINTER;
+  if (bag == nullptr) return RefuseNull(IID_IPersistPropertyBag);
   return CallPinned(state_, IID_IPersistPropertyBag, [&] {
     // No property has a default that could be left out.
     state_.Save(*bag);
@@ -74,12 +74,12 @@ HRESULT BagPersistence::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL /*save_al
 HRESULT StreamPersistence::GetClassID(CLSID* result) { return GiveClass(result); }
 
 HRESULT StreamPersistence::Load(IStream* stream) {
-  if (stream == nullptr) return E_POINTER;
+  if (stream == nullptr) return RefuseNull(IID_IPersistStreamInit);
   return CallPinned(state_, IID_IPersistStreamInit, [&] { state_.Load(*stream); });
 }
 
 HRESULT StreamPersistence::Save(IStream* stream, BOOL clear_dirty) {
-  if (stream == nullptr) return E_POINTER;
+  if (stream == nullptr) return RefuseNull(IID_IPersistStreamInit);
   return CallPinned(state_, IID_IPersistStreamInit, [&] {
     state_.Save(*stream);
     if (clear_dirty) state_.SetClean();
@@ -94,10 +94,12 @@ HRESULT StreamPersistence::GetSizeMax(ULARGE_INTEGER* result) {
 
 HRESULT StoragePersistence::GetClassID(CLSID* result) { return GiveClass(result); }
 
-HRESULT StoragePersistence::InitNew(IStorage* storage) { return storage == nullptr ? E_POINTER : S_OK; }
+HRESULT StoragePersistence::InitNew(IStorage* storage) {
+  return storage == nullptr ? RefuseNull(IID_IPersistStorage) : S_OK;
+}
 
 HRESULT StoragePersistence::Load(IStorage* storage) {
-  if (storage == nullptr) return E_POINTER;
+  if (storage == nullptr) return RefuseNull(IID_IPersistStorage);
   return CallPinned(state_, IID_IPersistStorage, [&] {
     ComPtr<IStream> stream;
     Expect(storage->OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.PutTyped()));
@@ -106,7 +108,7 @@ HRESULT StoragePersistence::Load(IStorage* storage) {
 }
 
 HRESULT StoragePersistence::Save(IStorage* storage, BOOL /*same_as_load*/) {
-  if (storage == nullptr) return E_POINTER;
+  if (storage == nullptr) return RefuseNull(IID_IPersistStorage);
   return CallPinned(state_, IID_IPersistStorage, [&] {
     ComPtr<IStream> stream;
     Expect(
