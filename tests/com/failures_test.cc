@@ -68,6 +68,23 @@ TEST(Failures, OfLateCallsNameTheirReason) {
   EXPECT_EQ(control->GetIDsOfNames(IID_NULL, nullptr, 1, 0, nullptr), E_POINTER);
 }
 
+TEST(Failures, OfNullPointersSayWhatIsMissing) {
+  const auto control = NewControl();
+  EXPECT_EQ(control->get_KeyID(nullptr), E_POINTER);
+  EXPECT_EQ(testing::LastDescription().substr(0, 9), "空指针");
+  EXPECT_EQ(control->get_Grid(nullptr), E_POINTER);
+  EXPECT_EQ(testing::LastDescription().substr(0, 9), "空指针");
+  EXPECT_EQ(control.As<IPersistStreamInit>()->Load(nullptr), E_POINTER);
+  EXPECT_EQ(testing::LastDescription().substr(0, 9), "空指针");
+}
+
+TEST(Failures, AreNotDescribedByAnEarlierOne) {
+  const auto control = NewControl();
+  EXPECT_EQ(control->put_dpID(40000), CTL_E_OVERFLOW);
+  EXPECT_EQ(control->put_dpID(4), S_OK);
+  EXPECT_EQ(testing::LastDescription(), "");
+}
+
 TEST(Failures, AreDescribedByTheInterfacesThatSaySo) {
   const auto control = NewControl();
   const auto support = control.As<ISupportErrorInfo>();
@@ -116,6 +133,12 @@ TEST(Commands, NeedElementZeroForChangedColumns) {
   EXPECT_EQ(Command(host.get(), "ColChanged", TextArrayFrom(1, {"Standard"})), kBoundsNumber);
   EXPECT_EQ(Command(host.get(), "ColChanged", nullptr), kBoundsNumber);
   EXPECT_EQ(Command(host.get(), "colchanged", nullptr), S_OK);
+  // Only element 0 is read, so that another one may be anything.
+  SAFEARRAY* mixed = TextArrayFrom(0, {"Price", ""});
+  LONG second = 1;
+  Variant object{static_cast<IDispatch*>(host.get())};
+  SafeArrayPutElement(mixed, &second, &object.get());
+  EXPECT_EQ(Command(host.get(), "ColChanged", mixed), S_OK);
   EXPECT_EQ(Command(host.get(), "SetColFont", nullptr), S_OK);
   SAFEARRAY* longs = SafeArrayCreateVector(VT_I4, 0, 1);
   EXPECT_EQ(Command(host.get(), "ColChanged", longs), kTypeMismatchNumber);

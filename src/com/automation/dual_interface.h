@@ -7,6 +7,7 @@
 
 #include "com/automation/com_ptr.h"
 #include "com/automation/delegating.h"
+#include "com/automation/late_call.h"
 
 namespace stockbook::com {
 
@@ -43,7 +44,8 @@ class DualInterface : public Delegating<Interface> {
     SetErrorInfo(0, nullptr);
     // The call may drop the last reference but this one.
     const ComPtr<IUnknown> pin(&this->object());
-    return described_->Invoke(static_cast<Interface*>(this), id, flags, arguments, result, exception, wrong_argument);
+    return InvokeDescribed(*described_, static_cast<Interface*>(this),
+                           {id, flags, arguments, result, exception, wrong_argument});
   }
 
  protected:

@@ -4,6 +4,17 @@
 #include "com/automation/automation_error.h"
 
 namespace stockbook::com {
+namespace {
+
+base::Value ValueOrNothing(const VARIANT& element) {
+  try {
+    return ToValue(element);
+  } catch (const AutomationError&) {
+    return {};
+  }
+}
+
+}  // namespace
 
 std::vector<base::Value> ValuesFromZero(SAFEARRAY* array) {
   if (array == nullptr || SafeArrayGetDim(array) == 0) return {};
@@ -18,7 +29,7 @@ std::vector<base::Value> ValuesFromZero(SAFEARRAY* array) {
   for (LONG index = 0; index <= last; ++index) {
     Variant element;
     Expect(SafeArrayGetElement(array, &index, &element.get()));
-    values.push_back(ToValue(element.get()));
+    values.push_back(index == 0 ? ToValue(element.get()) : ValueOrNothing(element.get()));
   }
   return values;
 }

@@ -123,9 +123,7 @@ Variant Variant::CopyOf(const VARIANT& other) {
 }
 
 VARIANT Variant::Detach() {
-  const VARIANT value = variant_;
-  VariantInit(&variant_);
-  return value;
+  return std::exchange(variant_, VARIANT{});
 }
 
 int16_t ToShort(const VARIANT& value) { return Converted(value, VT_I2).get().iVal; }
@@ -140,8 +138,15 @@ bool ToBoolean(const VARIANT& value) { return Converted(value, VT_BOOL).get().bo
 
 std::string ToText(const VARIANT& value) { return FromBstr(Converted(value, VT_BSTR).get().bstrVal); }
 
+uint32_t ToBits(const VARIANT& value) {
+  const int64_t number = Converted(value, VT_I8).get().llVal;
+  if (number < std::numeric_limits<int32_t>::min() || number > std::numeric_limits<uint32_t>::max())
+    FailToConvert(DISP_E_OVERFLOW);
+  return static_cast<uint32_t>(number);
+}
+
 ComPtr<IDispatch> ToDispatch(const VARIANT& value) {
-  if (value.vt == VT_EMPTY) return {};
+  if (value.vt == VT_EMPTY || value.vt == VT_NULL) return {};
   return ComPtr<IDispatch>(Converted(value, VT_DISPATCH).get().pdispVal);
 }
 
@@ -168,6 +173,9 @@ base::Value ToValue(const VARIANT& value) {
   }
 }
 
-bool IsMissing(const VARIANT& value) { return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND; }
+bool IsMissing(const VARIANT& value) {
+  if (value.vt == (VT_BYREF | VT_VARIANT)) return IsMissing(*value.pvarVal);
+  return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
 
 }  // namespace stockbook::com

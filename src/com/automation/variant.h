@@ -17,7 +17,7 @@ namespace stockbook::com {
 // Owns an automation value.
 class Variant {
  public:
-  Variant() { VariantInit(&variant_); }
+  Variant() = default;
   explicit Variant(const base::Value& value);
   explicit Variant(std::string_view text);
   explicit Variant(int16_t number);
@@ -51,7 +51,8 @@ class Variant {
   VARIANT Detach();
 
  private:
-  VARIANT variant_;
+  // All of it: whoever writes the type first must not find a value that was never there.
+  VARIANT variant_{};
 };
 
 // Conversions by the rules of automation (a number is read from a text, a boolean is 0 or -1, doubles round half to
@@ -62,7 +63,9 @@ float ToSingle(const VARIANT& value);
 double ToDouble(const VARIANT& value);
 bool ToBoolean(const VARIANT& value);
 std::string ToText(const VARIANT& value);
-// The object, or nothing for Nothing and Empty.
+// A number of 32 bits with or without a sign, as colours are written.
+uint32_t ToBits(const VARIANT& value);
+// The object, or nothing for Nothing, Null and Empty.
 ComPtr<IDispatch> ToDispatch(const VARIANT& value);
 // As the core keeps it: integers and booleans as whole numbers, currency exact, dates to the second, texts, nothing for
 // Null, Empty and a missing argument.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "com/grid/cell_members.h"
 
+#include "com/automation/colour.h"
+
 namespace stockbook::com {
 namespace {
 
@@ -41,7 +43,7 @@ constexpr LateMember kCells[] = {
      },
      [](const MemberCall& call) {
        const platform::CellRange cell = OneCell(call);
-       call.grid().SetCellColors(cell, static_cast<platform::Colour>(ToLong(call.Value())),
+       call.grid().SetCellColors(cell, PlainColour(ToBits(call.Value())),
                                  call.grid().CellForeColor(cell.row1, cell.column1));
      }},
     {L"CellForeColor", 2, 2,
@@ -51,7 +53,7 @@ constexpr LateMember kCells[] = {
      [](const MemberCall& call) {
        const platform::CellRange cell = OneCell(call);
        call.grid().SetCellColors(cell, call.grid().CellBackColor(cell.row1, cell.column1),
-                                 static_cast<platform::Colour>(ToLong(call.Value())));
+                                 PlainColour(ToBits(call.Value())));
      }},
     {L"CellPicture", 2, 2,
      [](const MemberCall& call) {

@@ -3,6 +3,7 @@
 
 #include <olectl.h>
 
+#include "com/automation/colour.h"
 #include "com/grid/late_object.h"
 
 namespace stockbook::com {
@@ -39,7 +40,7 @@ constexpr LateMember kFrameMembers[] = {
      [](const MemberCall& call) { return Variant(static_cast<int32_t>(FrameCalled(call).back_color)); },
      [](const MemberCall& call) {
        ExpectFrame(call, FrameName::kBody);
-       call.control().SetBorderColor(static_cast<platform::Colour>(ToLong(call.Value())) & 0x00FFFFFF);
+       call.control().SetBorderColor(PlainColour(ToBits(call.Value())));
      }},
     {L"Caption", 0, 0, [](const MemberCall& call) { return Variant(std::string_view(FrameCalled(call).caption)); },
      [](const MemberCall& call) {

@@ -3,6 +3,8 @@
 
 #include <olectl.h>
 
+#include "com/automation/colour.h"
+
 namespace stockbook::com {
 namespace {
 
@@ -13,15 +15,12 @@ Variant ReadColour(const MemberCall& call) {
   return Variant(static_cast<int32_t>(call.grid().ColourOf(which)));
 }
 
-// Colours that stand for one of the system's become what the system shows now. The row that has the hot colours gets
-// them anew.
+// The row that has the hot colours gets them anew.
 template <GridColour which>
 void WriteColour(const MemberCall& call) {
-  const auto given = static_cast<OLE_COLOR>(ToLong(call.Value()));
-  COLORREF plain = given & 0x00FFFFFF;
-  OleTranslateColor(given, nullptr, &plain);
+  const platform::Colour colour = PlainColour(ToBits(call.Value()));
   const auto aside = call.control().SetHotRowAside();
-  call.grid().SetColour(which, plain);
+  call.grid().SetColour(which, colour);
 }
 
 template <GridColour which>

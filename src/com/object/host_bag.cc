@@ -28,11 +28,6 @@ ComPtr<IUnknown> ObjectIn(const VARIANT& value) {
   }
 }
 
-// Colours are stored in 32 bits without a sign, too.
-int32_t LongIn(const VARIANT& value) {
-  return value.vt == VT_UI4 || value.vt == VT_UINT ? static_cast<int32_t>(value.ulVal) : ToLong(value);
-}
-
 }  // namespace
 
 platform::BagValue HostBag::Read(std::string_view key, const platform::BagValue& fallback) {
@@ -41,10 +36,15 @@ platform::BagValue HostBag::Read(std::string_view key, const platform::BagValue&
   Variant held;
   held.get().vt = TypeOf(fallback);
   const HRESULT result = bag_.Read(name.c_str(), &held.get(), log_);
-  if (result == E_INVALIDARG) return fallback;
+  if (result == E_INVALIDARG) {
+    // What the bag may have said of that does not describe a later failure.
+    SetErrorInfo(0, nullptr);
+    return fallback;
+  }
   Expect(result);
   if (std::holds_alternative<int16_t>(fallback)) return ToShort(held.get());
-  if (std::holds_alternative<int32_t>(fallback)) return LongIn(held.get());
+  // Colours are stored in 32 bits without a sign, too.
+  if (std::holds_alternative<int32_t>(fallback)) return static_cast<int32_t>(ToBits(held.get()));
   return pictures_.PictureOf(ObjectIn(held.get()).get());
 }
 

@@ -8,7 +8,7 @@
 namespace stockbook::com {
 
 HRESULT MemberCalls::GetPicture(IPictureDisp** result, platform::PictureRef (Control::*read)() const) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = nullptr;
   return Call([&](Control& control) { *result = parts_.pictures().ObjectOf((control.*read)()).Detach(); });
 }
@@ -19,11 +19,6 @@ HRESULT MemberCalls::PutPicture(const char* name, void (Control::*write)(platfor
     notices_.ExpectMayChange(name);
     (control.*write)(std::move(picture));
   });
-}
-
-platform::Colour MemberCalls::PlainColour(OLE_COLOR colour) {
-  COLORREF plain = 0;
-  return SUCCEEDED(OleTranslateColor(colour, nullptr, &plain)) ? plain : colour & 0x00FFFFFF;
 }
 
 void MemberCalls::ExpectCode(const CodeRange& range, LONG value) {

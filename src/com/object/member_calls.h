@@ -8,6 +8,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "com/automation/colour.h"
 #include "com/automation/dual_interface.h"
 #include "com/automation/guarded.h"
 #include "com/automation/text.h"
@@ -43,7 +44,7 @@ class MemberCalls : public DualInterface<_Stockbook> {
   // A reader; the result is the empty value of its type where it fails.
   template <typename Read, typename Result, typename... Arguments>
   HRESULT Get(Result* result, Read read, Arguments... arguments) {
-    if (result == nullptr) return E_POINTER;
+    if (result == nullptr) return RefuseNull(IID__Stockbook);
     *result = Result();
     return Call([&](Control& control) { Give(std::invoke(read, control, arguments...), result); });
   }
@@ -93,8 +94,6 @@ class MemberCalls : public DualInterface<_Stockbook> {
     else
       return static_cast<Argument>(value);
   }
-  // Colours that stand for one of the system's become what the system shows now.
-  static platform::Colour PlainColour(OLE_COLOR colour);
   static void ExpectCode(const CodeRange& range, LONG value);
 
   ObjectParts& parts_;

@@ -10,7 +10,7 @@
 namespace stockbook::com {
 
 HRESULT StockbookMembers::get_Grid(IDispatch** result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = nullptr;
   return Call([&](Control&) {
     if (!grid_) grid_ = NewGridObject(parts().link());
@@ -19,7 +19,7 @@ HRESULT StockbookMembers::get_Grid(IDispatch** result) {
 }
 
 HRESULT StockbookMembers::Load(LONG rKeyID, LONG rdpID, BSTR rdpCode, VARIANT_BOOL* result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = VARIANT_FALSE;
   return Call([&](Control& control) {
     const bool loaded = control.Load(rKeyID, rdpID, FromBstr(rdpCode));
@@ -32,7 +32,7 @@ HRESULT StockbookMembers::Prompt(BSTR Msg) {
 }
 
 HRESULT StockbookMembers::Find(BSTR rSearchString, LONG StartRow, VARIANT_BOOL* result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   *result = VARIANT_FALSE;
   return Call([&](Control& control) {
     const bool found = control.Find(FromBstr(rSearchString), StartRow);
@@ -45,13 +45,13 @@ HRESULT StockbookMembers::DefaultFormat() {
 }
 
 HRESULT StockbookMembers::DoCommand(BSTR CmdName, SAFEARRAY** rParas, VARIANT* result) {
-  if (result == nullptr) return E_POINTER;
+  if (result == nullptr) return RefuseNull(IID__Stockbook);
   VariantInit(result);
-  if (rParas == nullptr) return E_POINTER;
+  if (rParas == nullptr) return RefuseNull(IID__Stockbook);
   return Call([&](Control& control) {
+    const std::string name = FromBstr(CmdName);
     std::vector<base::Value> values = ValuesFromZero(*rParas);
-    VARIANT done = Variant(control.DoCommand(FromBstr(CmdName), values)).Detach();
-    *result = done;
+    *result = Variant(control.DoCommand(name, values)).Detach();
   });
 }
 
