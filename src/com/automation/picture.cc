@@ -123,7 +123,8 @@ ComPtr<IPictureDisp> IconOf(const Pixels& pixels) {
 
 }  // namespace
 
-GivenPicture::GivenPicture(ComPtr<IPicture> picture) : picture_(std::move(picture)) {
+GivenPicture::GivenPicture(ComPtr<IPictureDisp> object, ComPtr<IPicture> picture)
+    : object_(std::move(object)), picture_(std::move(picture)) {
   OLE_XSIZE_HIMETRIC width = 0;
   OLE_YSIZE_HIMETRIC height = 0;
   picture_->get_Width(&width);
@@ -143,7 +144,8 @@ const Pixels& GivenPicture::At(int width, int height) const {
 }
 
 void PictureObjects::Forget() {
-  std::erase_if(pairs_, [](const Pair& pair) { return pair.picture.expired(); });
+  std::erase_if(given_, [](const auto& picture) { return picture.expired(); });
+  std::erase_if(made_, [](const Made& made) { return made.picture.expired(); });
 }
 
 platform::PictureRef PictureObjects::PictureOf(IUnknown* object) {
@@ -153,26 +155,31 @@ platform::PictureRef PictureObjects::PictureOf(IUnknown* object) {
   auto disp = given.As<IPictureDisp>();
   auto picture = given.As<IPicture>();
   if (!picture || !disp) throw AutomationError(CTL_E_INVALIDPICTURE, "图片无效：这个对象不是图片。");
-  for (const Pair& pair : pairs_) {
-    if (pair.object.get() == disp.get()) return pair.picture.lock();
+  for (const Made& made : made_) {
+    if (made.object.get() == disp.get()) return made.picture.lock();
   }
-  auto made = std::make_shared<GivenPicture>(std::move(picture));
-  pairs_.push_back({made, std::move(disp)});
-  return made;
+  for (const auto& known : given_) {
+    const auto other = known.lock();
+    if (other != nullptr && other->object().get() == disp.get()) return other;
+  }
+  auto taken = std::make_shared<GivenPicture>(std::move(disp), std::move(picture));
+  given_.push_back(taken);
+  return taken;
 }
 
 ComPtr<IPictureDisp> PictureObjects::ObjectOf(const platform::PictureRef& picture) {
   if (picture == nullptr) return {};
   Forget();
-  for (const Pair& pair : pairs_) {
-    if (pair.picture.lock() == picture) return pair.object;
+  if (const auto* given = dynamic_cast<const GivenPicture*>(picture.get())) return given->object();
+  for (const Made& made : made_) {
+    if (made.picture.lock() == picture) return made.object;
   }
   const auto* drawable = dynamic_cast<const PixelPicture*>(picture.get());
   if (drawable == nullptr) return {};
   const Pixels& pixels = drawable->At(picture->WidthPx(), picture->HeightPx());
   if (pixels.IsEmpty()) return {};
-  pairs_.push_back({picture, IconOf(pixels)});
-  return pairs_.back().object;
+  made_.push_back({picture, IconOf(pixels)});
+  return made_.back().object;
 }
 
 }  // namespace stockbook::com
