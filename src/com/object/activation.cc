@@ -53,12 +53,14 @@ Activation::Activation(ObjectParts& parts, IOleInPlaceActiveObject& active)
 }
 
 Activation::~Activation() {
+  // A form that hears of a window's end might ask the object for what has ended already.
+  site_.Reset();
   CloseWindow();
   parts_.RemoveSite(*this);
 }
 
 void Activation::SetSite(IOleClientSite* site) {
-  if (site == nullptr) DeactivateInPlace();
+  if (site != site_.get()) DeactivateInPlace();
   site_ = ComPtr<IOleClientSite>(site);
   if (site_) ReadAmbient();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "com/window/accessible_sheet.h"
 
+#include <memory>
+
 #include "com/automation/guarded.h"
 #include "com/automation/text.h"
 #include "com/window/accessible_child.h"
@@ -49,6 +51,9 @@ template <typename Body>
 HRESULT AccessibleSheet::With(const VARIANT& child, Body body) {
   if (window_ == nullptr || window_->handle() == nullptr) return CO_E_OBJNOTCONNECTED;
   if (child.vt != VT_I4) return E_INVALIDARG;
+  // A host that hears of what a reader does may drop the control.
+  const std::shared_ptr<Window> keep = window_->shared_from_this();
+  const ComPtr<IUnknown> pin = window_->Pin();
   HRESULT result = S_OK;
   const HRESULT guarded = Guarded(IID_IAccessible, [&] {
     Cell cell;

@@ -52,11 +52,13 @@ void SheetWindow::ShowView(sheet::View& view) {
   view_ = &view;
   input_.ShowView(view);
   view.SetViewer(this);
+  shows_ = true;
   if (handle() != nullptr) FitView();
 }
 
 void SheetWindow::Leave() {
-  if (view_->viewer() == this) view_->SetViewer(nullptr);
+  // The view may be gone when a window that has ended is destroyed, which nobody tells it then.
+  if (std::exchange(shows_, false) && view_->viewer() == this) view_->SetViewer(nullptr);
   if (accessible_) accessible_->Detach();
   accessible_.Reset();
 }

@@ -78,6 +78,7 @@ class SheetWindow : public Window, private sheet::SheetViewer, private sheet::Te
   std::string name_;
   std::unique_ptr<sheet::GridSheet> nothing_;  // instead of a sheet that has gone
   sheet::View* view_ = nullptr;
+  bool shows_ = false;
   SheetInput input_;
   AccessibleNews news_;
   ComPtr<AccessibleSheet> accessible_;

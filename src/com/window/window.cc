@@ -61,7 +61,7 @@ LRESULT CALLBACK Window::Procedure(HWND handle, UINT message, WPARAM wide, LPARA
   Window* window = Of(handle);
   if (window == nullptr) return DefWindowProcW(handle, message, wide, data);
   const std::shared_ptr<Window> keep = window->weak_from_this().lock();
-  const ComPtr<IUnknown> pin = window->host_.Pin();
+  const ComPtr<IUnknown> pin = window->Pin();
   const LRESULT result = window->HandleSafely(message, wide, data);
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrW(handle, GWLP_USERDATA, 0);

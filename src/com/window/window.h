@@ -28,6 +28,8 @@ class Window : public std::enable_shared_from_this<Window> {
   Window& operator=(const Window&) = delete;
 
   HWND handle() const { return handle_; }
+  // Keeps alive what the window borrows, see WindowHost.
+  ComPtr<IUnknown> Pin() const { return host_.Pin(); }
   // Throws platform::Error if the system does not make one.
   void Create(HWND parent, const RECT& place);
   // Nothing is heard of the window afterwards; the second call does nothing.
