@@ -94,7 +94,7 @@ HRESULT CreateStockbookObject(IUnknown* outer, REFIID id, void** result) noexcep
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
   // An outer object has to get at the object itself first.
-  if (outer != nullptr && id != IID_IUnknown) return E_NOINTERFACE;
+  if (outer != nullptr && id != IID_IUnknown) return CLASS_E_NOAGGREGATION;
   HRESULT answer = E_UNEXPECTED;
   const HRESULT made = Guarded(id, [&] { answer = StockbookObject::Create(outer)->QueryInterface(id, result); });
   return FAILED(made) ? made : answer;
