@@ -6,23 +6,35 @@
 #include <algorithm>
 #include <memory>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "com/automation/text.h"
 #include "com/window/back_buffer.h"
+#include "com/window/clipboard.h"
 #include "com/window/images.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::com {
 namespace {
 
-// Counts what the window tells of the focus.
+// Counts what the window tells of the focus, and how often it wants everything kept alive.
 class QuietHost : public WindowHost {
  public:
-  ComPtr<IUnknown> Pin() override { return {}; }
+  ComPtr<IUnknown> Pin() override {
+    ++pins;
+    return {};
+  }
   void FocusChanged(Focus focus) override { gained += focus == Focus::kGained ? 1 : 0; }
   int gained = 0;
+  int pins = 0;
 };
+
+bool IsKnownClass(const wchar_t* name) {
+  WNDCLASSEXW known{};
+  known.cbSize = sizeof known;
+  return GetClassInfoExW(GetModuleHandleW(nullptr), name, &known) != 0;
+}
 
 // The sample ledger in a window of 500 by 300 pixels, whose parent nobody sees.
 class SheetWindowTest : public ::testing::Test {
@@ -150,6 +162,60 @@ TEST_F(SheetWindowTest, KeepsTheLastFrameWhileRedrawIsOff) {
   EXPECT_NE(Shown(), before);
 }
 
+TEST_F(SheetWindowTest, IsBlankWhereItGrowsWhileRedrawIsOff) {
+  const std::vector<uint32_t> before = Shown();
+  sheet_.SetRedraw(false);
+  SetWindowPos(window_->handle(), nullptr, 0, 0, 560, 360, SWP_NOZORDER);
+  const sheet::Size size = sheet_.view().size();
+  BackBuffer buffer;
+  buffer.Resize(size);
+  PatBlt(buffer.dc(), 0, 0, size.width, size.height, BLACKNESS);
+  Send(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(buffer.dc()), PRF_CLIENT);
+  const std::vector<uint32_t> shown = PixelsOf(buffer);
+  EXPECT_EQ(shown.back(), 0x00FFFFFFu);
+  EXPECT_EQ(shown.front(), before.front());
+}
+
+TEST_F(SheetWindowTest, IsDimmedWhileItIsDisabledAndAfterwardsAsBefore) {
+  const std::vector<uint32_t> before = Shown();
+  EnableWindow(window_->handle(), FALSE);
+  EXPECT_NE(Shown(), before);
+  EnableWindow(window_->handle(), TRUE);
+  EXPECT_EQ(Shown(), before);
+}
+
+TEST_F(SheetWindowTest, GoesOnScrollingWhileTheMouseMovesBeyondItsEdge) {
+  const sheet::Point start = MiddleOf(4, 2);
+  Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(start.x, start.y));
+  constexpr ULONGLONG kPatienceMs = 60000;
+  const ULONGLONG until = GetTickCount64() + kPatienceMs;
+  while (sheet_.view().geometry().scroll().y == 0 && GetTickCount64() < until) {
+    Send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(start.x, 320));
+    MSG timer;
+    if (PeekMessageW(&timer, window_->handle(), WM_TIMER, WM_TIMER, PM_REMOVE) != 0) DispatchMessageW(&timer);
+  }
+  EXPECT_GT(sheet_.view().geometry().scroll().y, 0);
+  Send(WM_LBUTTONUP, 0, MAKELPARAM(start.x, 320));
+}
+
+TEST_F(SheetWindowTest, EndsADragWhoseLastMessageSomebodyElseGot) {
+  const sheet::Point start = MiddleOf(4, 2);
+  const sheet::Point later = MiddleOf(7, 3);
+  Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(start.x, start.y));
+  EXPECT_EQ(GetCapture(), window_->handle());
+  Send(WM_MOUSEMOVE, 0, MAKELPARAM(later.x, later.y));
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(sheet_.view().selection().end, (sheet::CellPosition{4, 2}));
+}
+
+TEST_F(SheetWindowTest, LeavesNoClassBehindWhenItsParentGoesFirst) {
+  ASSERT_TRUE(IsKnownClass(L"tqStockbookSheet"));
+  DestroyWindow(std::exchange(parent_, nullptr));
+  EXPECT_EQ(window_->handle(), nullptr);
+  window_.reset();
+  EXPECT_FALSE(IsKnownClass(L"tqStockbookSheet"));
+}
+
 TEST_F(SheetWindowTest, HasNoBarThatTheSheetDoesNotWant) {
   sheet_.SetScrollBars(platform::ScrollBarsSetting::kNone);
   RECT client{};
@@ -191,6 +257,9 @@ TEST_F(SheetWindowTest, TellsReadersItsCellsByNumber) {
   EXPECT_EQ(table->get_accName(child, caption.Put()), E_INVALIDARG);
   EXPECT_EQ(table->get_accName(child, nullptr), E_POINTER);
   child.lVal = count;
+  const int pins = host_.pins;
+  EXPECT_EQ(table->get_accRole(child, &role), S_OK);
+  EXPECT_EQ(host_.pins, pins + 1) << "what a reader calls may end the window";
   EXPECT_EQ(table->accDoDefaultAction(child), S_OK);
   window_->Destroy();
   table->Detach();
@@ -212,6 +281,53 @@ TEST(WindowImages, HasAPictureForEveryKeyThatIsDrawnAtEverySize) {
     }
   }
   EXPECT_EQ(images.Find("none"), nullptr);
+}
+
+// The records of the number in a metafile of the old kind.
+int CountRecords(HMETAFILE file, WORD wanted) {
+  struct Count {
+    WORD wanted;
+    int found = 0;
+  } count{wanted};
+  EnumMetaFile(
+      nullptr, file,
+      [](HDC, HANDLETABLE*, METARECORD* record, int, LPARAM data) -> int {
+        auto& counting = *reinterpret_cast<Count*>(data);
+        if (record->rdFunction == counting.wanted) ++counting.found;
+        return 1;
+      },
+      reinterpret_cast<LPARAM>(&count));
+  return count.found;
+}
+
+TEST(GdiCanvas, PutsPicturesOnWhiteWhereNothingIsBlended) {
+  const WindowImages images;
+  const HDC dc = CreateMetaFileW(nullptr);
+  {
+    GdiFonts fonts;
+    GdiCanvas canvas(dc, fonts, 1);
+    canvas.PushClip({0, 0, 50, 50});
+    const sheet::PictureItem item{images.Find("RevBill").get(), {4, 4, 16, 16}, false};
+    canvas.DrawPictures({&item, 1});
+  }
+  const HMETAFILE file = CloseMetaFile(dc);
+  EXPECT_EQ(CountRecords(file, META_STRETCHDIB) + CountRecords(file, META_DIBSTRETCHBLT), 1);
+  EXPECT_EQ(CountRecords(file, META_SAVEDC), CountRecords(file, META_RESTOREDC));
+  DeleteMetaFile(file);
+}
+
+TEST(WindowsClipboard, TakesATextFromAControlWithoutAWindow) {
+  WindowsClipboard clipboard;
+  clipboard.SetText("甲\t乙");
+  ASSERT_NE(OpenClipboard(nullptr), 0);
+  EXPECT_EQ(GetClipboardOwner(), nullptr);
+  const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  EXPECT_NE(data, nullptr);
+  if (data != nullptr) {
+    EXPECT_EQ(FromWide(static_cast<const wchar_t*>(GlobalLock(data))), "甲\t乙");
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
 }
 
 TEST(GdiCanvas, KeepsATextWithinTheWidthOfItsRectangle) {

@@ -38,12 +38,17 @@ uint32_t Over(uint32_t below, uint32_t above) {
   return channel(16) | channel(8) | channel(0);
 }
 
+BITMAPINFO InfoOf(const Pixels& picture) {
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof(BITMAPINFOHEADER), picture.width, -picture.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  return info;
+}
+
 // A picture as a bitmap of the system, for devices whose pixels are out of reach.
 class PictureBitmap {
  public:
   explicit PictureBitmap(const Pixels& picture) : dc_(CreateCompatibleDC(nullptr)) {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), picture.width, -picture.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    const BITMAPINFO info = InfoOf(picture);
     void* bits = nullptr;
     bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     if (bits != nullptr) std::copy(picture.values.begin(), picture.values.end(), static_cast<uint32_t*>(bits));
@@ -69,8 +74,8 @@ int NumberAt(double size) { return std::max(1, static_cast<int>(std::lround(size
 
 }  // namespace
 
-GdiCanvas::GdiCanvas(HDC dc, GdiFonts& fonts, double scale)
-    : dc_(dc), saved_(SaveDC(dc)), fonts_(fonts), scale_(scale) {
+GdiCanvas::GdiCanvas(HDC dc, GdiFonts& fonts, double scale) : dc_(dc), fonts_(fonts), scale_(scale) {
+  SaveDC(dc_);
   SetBkMode(dc_, TRANSPARENT);
   SetTextAlign(dc_, TA_LEFT | TA_TOP);
   RECT box{};
@@ -80,7 +85,11 @@ GdiCanvas::GdiCanvas(HDC dc, GdiFonts& fonts, double scale)
   clips_.push_back(kind == ERROR || kind == NULLREGION || IsRectEmpty(&box) != 0 ? kEverywhere : FromRECT(box));
 }
 
-GdiCanvas::~GdiCanvas() { RestoreDC(dc_, saved_); }
+// Step by step: a metafile does not know which state has which number.
+GdiCanvas::~GdiCanvas() {
+  while (clips_.size() > 1) PopClip();
+  RestoreDC(dc_, -1);
+}
 
 void GdiCanvas::PushClip(const sheet::Rect& rect) {
   clips_.push_back(clips_.back().Intersected(rect));
@@ -124,14 +133,14 @@ void GdiCanvas::DrawLine(GdiFont& font, const sheet::TextItem& item) {
   font.Lay(item.text, laid_);
   const bool wide = laid_.width > item.rect.width;
   if (wide && item.overflow == sheet::TextOverflow::kEllipsis) font.ShortenToFit(laid_, item.rect.width);
-  RECT clip = ToRECT(item.rect);
-  if (!item.clip) {
-    clip.top = clips_.back().y;
-    clip.bottom = clips_.back().bottom();
-  }
   const int y = item.rect.y + (item.rect.height - font.line_height()) / 2;
+  RECT clip = ToRECT(item.rect);
+  // Not endless, because old metafiles have 16 bits for it.
+  if (!item.clip) InflateRect(&clip, 0, 2 * font.line_height());
+  constexpr size_t kMostUnits = 8192;  // the system draws nothing of a longer text
   ExtTextOutW(dc_, AlignedX(item, laid_.width), y, item.clip || wide ? ETO_CLIPPED : 0, &clip, laid_.units.data(),
-              static_cast<UINT>(laid_.units.size()), laid_.IsPlaced() ? laid_.advances.data() : nullptr);
+              static_cast<UINT>(std::min(laid_.units.size(), kMostUnits)),
+              laid_.IsPlaced() ? laid_.advances.data() : nullptr);
 }
 
 void GdiCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
@@ -188,8 +197,21 @@ void GdiCanvas::BlendBySystem(const Pixels& picture, const sheet::Rect& rect, co
   const BLENDFUNCTION over{AC_SRC_OVER, 0, static_cast<BYTE>(dim_toward_ ? kOpaque / 2 : kOpaque), AC_SRC_ALPHA};
   SaveDC(dc_);
   IntersectClipRect(dc_, clip.x, clip.y, clip.right(), clip.bottom());
-  GdiAlphaBlend(dc_, rect.x, rect.y, rect.width, rect.height, bitmap.dc(), 0, 0, picture.width, picture.height, over);
+  if (GdiAlphaBlend(dc_, rect.x, rect.y, rect.width, rect.height, bitmap.dc(), 0, 0, picture.width, picture.height,
+                    over) == 0)
+    CopyOnWhite(picture, rect);
   RestoreDC(dc_, -1);
+}
+
+// Old metafiles and some printers blend nothing; what is under a picture is paper there.
+void GdiCanvas::CopyOnWhite(const Pixels& picture, const sheet::Rect& rect) {
+  std::vector<uint32_t> values(picture.values.size());
+  std::transform(picture.values.begin(), picture.values.end(), values.begin(), [this](uint32_t above) {
+    return Over(0x00FFFFFFu, dim_toward_ ? (above >> 1) & 0x7F7F7F7Fu : above);
+  });
+  const BITMAPINFO info = InfoOf(picture);
+  StretchDIBits(dc_, rect.x, rect.y, rect.width, rect.height, 0, 0, picture.width, picture.height, values.data(), &info,
+                DIB_RGB_COLORS, SRCCOPY);
 }
 
 int GdiCanvas::TextWidth(const platform::Font& font, std::string_view line) {

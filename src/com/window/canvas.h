@@ -22,8 +22,8 @@ struct PixelField {
 };
 
 // The sheet's canvas over a device context: fills and texts through the system, one call a text; pictures blended
-// straight onto the pixels if they are accessible, otherwise by the system. It lives for one painting and restores the
-// device context.
+// straight onto the pixels if they are accessible, otherwise by the system, or put on white where that cannot blend. It
+// lives for one painting and restores the device context.
 class GdiCanvas : public sheet::Canvas {
  public:
   // One unit of the device context is a pixel of a sheet at `scale`, and the sheet's top left corner is at its origin.
@@ -52,10 +52,10 @@ class GdiCanvas : public sheet::Canvas {
   void Place(const Pixels& picture, const sheet::Rect& rect, const sheet::Rect& clip);
   void BlendOntoPixels(const Pixels& picture, const sheet::Rect& rect, const sheet::Rect& clip);
   void BlendBySystem(const Pixels& picture, const sheet::Rect& rect, const sheet::Rect& clip);
+  void CopyOnWhite(const Pixels& picture, const sheet::Rect& rect);
   platform::Colour ColourOf(platform::Colour colour) const;
 
   HDC dc_;
-  int saved_;
   GdiFonts& fonts_;
   double scale_;
   PixelField pixels_;

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "base/scope_exit.h"
 #include "com/automation/text.h"
 #include "com/window/rectangle.h"
 #include "com/window/scale.h"
@@ -23,7 +24,8 @@ ControlWindow::ControlWindow(WindowHost& host, control::Stockbook& control, shee
       sheet_window_(std::make_shared<SheetWindow>(host, sheet.view())) {}
 
 WindowStyle ControlWindow::Style() const {
-  return {L"tqStockbookControl", CS_DBLCLKS, WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS};
+  // A form that is a dialog looks for the keyboard's next stop in it, and finds the sheet.
+  return {L"tqStockbookControl", CS_DBLCLKS, WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT};
 }
 
 void ControlWindow::Open(HWND parent, const RECT& place) {
@@ -128,19 +130,17 @@ void ControlWindow::ShowTip(LPARAM place) {
 void ControlWindow::PaintWindow() {
   PAINTSTRUCT paint{};
   const HDC dc = BeginPaint(handle(), &paint);
-  {
-    const Frames frames(control_, looks_);
-    GdiCanvas canvas(dc, fonts_, layout_.scale);
-    frames.PaintAround(canvas, layout_);
-    const sheet::Rect& band = layout_.header;
-    band_.Resize({band.right(), band.bottom()});
-    GdiCanvas on_band(band_.dc(), fonts_, layout_.scale);
-    on_band.SetPixels(band_.pixels());
-    if (IsWindowEnabled(handle()) == 0) on_band.DimToward(control_.C1EHeader().back_color);
-    frames.PaintHeader(on_band, layout_);
-    band_.Show(dc, band, {band.x, band.y});
-  }
-  EndPaint(handle(), &paint);
+  const base::ScopeExit done([&paint, window = handle()] { EndPaint(window, &paint); });
+  const Frames frames(control_, looks_);
+  GdiCanvas canvas(dc, fonts_, layout_.scale);
+  frames.PaintAround(canvas, layout_);
+  const sheet::Rect& band = layout_.header;
+  band_.Resize({band.right(), band.bottom()});
+  GdiCanvas on_band(band_.dc(), fonts_, layout_.scale);
+  on_band.SetPixels(band_.pixels());
+  if (IsWindowEnabled(handle()) == 0) on_band.DimToward(control_.C1EHeader().back_color);
+  frames.PaintHeader(on_band, layout_);
+  band_.Show(dc, band, {band.x, band.y});
 }
 
 }  // namespace stockbook::com

@@ -49,7 +49,7 @@ std::optional<LRESULT> SheetInput::Handle(UINT message, WPARAM wide, LPARAM data
     case WM_TIMER:
       if (wide != kAutoScrollTimer) return std::nullopt;
       mouse_->AutoScroll();
-      KeepAutoScrolling();
+      if (window_.handle() != nullptr) KeepAutoScrolling();
       return 0;
     default:
       return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST ? HandleMouse(message, wide, data) : std::nullopt;
@@ -129,6 +129,8 @@ void SheetInput::Release(MouseButton button, WPARAM keys, LPARAM place) {
 void SheetInput::Move(WPARAM keys, LPARAM place) {
   const sheet::MouseEvent event = MouseMoveOf(keys, place);
   tip_.MouseAt(event.at);
+  // Whoever opened a window of his own when the button went down has got the message of its going up.
+  if (capturing_ && (keys & MK_LBUTTON) == 0) LetGo();
   TRACKMOUSEEVENT track{sizeof(TRACKMOUSEEVENT), TME_LEAVE | TME_HOVER, window_.handle(), HOVER_DEFAULT};
   TrackMouseEvent(&track);
   mouse_->Move(event);
@@ -143,7 +145,7 @@ void SheetInput::Turn(WheelAxis axis, WPARAM keys) {
 bool SheetInput::PressKey(WPARAM key) {
   tip_.Hide();
   // The key that ends a drag must not also close a dialog around the grid.
-  if (key == VK_ESCAPE && mouse_->Cancel()) {
+  if (key == VK_ESCAPE && (mouse_->Cancel() || capturing_)) {
     LetGo();
     return true;
   }
@@ -176,12 +178,15 @@ void SheetInput::ShowTip(LPARAM place) {
 void SheetInput::LetGo() {
   mouse_->Cancel();
   wheel_.Stop();
-  if (window_.handle() != nullptr) KillTimer(window_.handle(), kAutoScrollTimer);
+  if (std::exchange(auto_scrolling_, false)) KillTimer(window_.handle(), kAutoScrollTimer);
   if (std::exchange(capturing_, false)) ReleaseCapture();
 }
 
+// A timer that is set again begins anew, and would never come while the mouse keeps moving.
 void SheetInput::KeepAutoScrolling() {
-  if (mouse_->WantsAutoScroll()) {
+  const bool wanted = mouse_->WantsAutoScroll();
+  if (std::exchange(auto_scrolling_, wanted) == wanted) return;
+  if (wanted) {
     SetTimer(window_.handle(), kAutoScrollTimer, kAutoScrollMs, nullptr);
   } else {
     KillTimer(window_.handle(), kAutoScrollTimer);

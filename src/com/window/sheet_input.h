@@ -54,6 +54,7 @@ class SheetInput {
   Wheel wheel_;
   bool menu_by_key_ = false;
   bool capturing_ = false;
+  bool auto_scrolling_ = false;
 };
 
 }  // namespace stockbook::com

@@ -23,7 +23,7 @@ void SheetSurface::Move(const sheet::Rect& part, int dx, int dy) {
 }
 
 void SheetSurface::Paint(const sheet::View& view, const std::optional<platform::Colour>& dimmed) {
-  buffer_.Resize(view.size());
+  Fit(view);
   for (const sheet::Rect& piece : damage_.Take()) {
     GdiCanvas canvas(buffer_.dc(), fonts_, view.scale());
     canvas.SetPixels(buffer_.pixels());

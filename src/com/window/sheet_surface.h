@@ -20,6 +20,8 @@ class SheetSurface {
   void AddDamage(const sheet::Rect& area) { damage_.Add(area); }
   // Moves what remains visible, with its damage; what comes into view is damaged.
   void Move(const sheet::Rect& part, int dx, int dy);
+  // Gives it the view's size; new pixels are white.
+  void Fit(const sheet::View& view) { buffer_.Resize(view.size()); }
   // Makes what is damaged of the view good. Colours are blended halfway to `dimmed`, if there is one.
   void Paint(const sheet::View& view, const std::optional<platform::Colour>& dimmed);
   // Shows what there is, damaged or not.

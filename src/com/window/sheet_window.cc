@@ -134,7 +134,7 @@ std::optional<LRESULT> SheetWindow::HandleWindow(UINT message, WPARAM wide, LPAR
       PaintWindow();
       return 0;
     case WM_PRINTCLIENT:
-      if (sheet().Redraw()) surface_.Paint(*view_, std::nullopt);
+      PaintDamage();
       surface_.Show(reinterpret_cast<HDC>(wide), {0, 0, view_->size().width, view_->size().height});
       return 0;
     case WM_ERASEBKGND:
@@ -200,14 +200,20 @@ LRESULT SheetWindow::AnswerReader(WPARAM wide) {
 void SheetWindow::PaintWindow() {
   PAINTSTRUCT paint{};
   const HDC dc = BeginPaint(handle(), &paint);
-  const base::ScopeExit done([this, &paint, window = handle()] { EndPaint(window, &paint); });
-  // While redraw is off, the last frame stays.
-  if (sheet().Redraw()) {
-    std::optional<platform::Colour> dimmed;
-    if (IsWindowEnabled(handle()) == 0) dimmed = sheet().ColourOf(platform::GridColour::kBackColor);
-    surface_.Paint(*view_, dimmed);
-  }
+  const base::ScopeExit done([&paint, window = handle()] { EndPaint(window, &paint); });
+  PaintDamage();
   surface_.Show(dc, FromRECT(paint.rcPaint));
+}
+
+// While redraw is off, the last frame stays; where the window has grown meanwhile, it is blank.
+void SheetWindow::PaintDamage() {
+  if (!sheet().Redraw()) {
+    surface_.Fit(*view_);
+    return;
+  }
+  std::optional<platform::Colour> dimmed;
+  if (IsWindowEnabled(handle()) == 0) dimmed = sheet().ColourOf(platform::GridColour::kBackColor);
+  surface_.Paint(*view_, dimmed);
 }
 
 void SheetWindow::ScrollChanged() {

@@ -69,6 +69,7 @@ class SheetWindow : public Window, private sheet::SheetViewer, private sheet::Te
   // Gives the view the size of the window.
   void FitView();
   void PaintWindow();
+  void PaintDamage();
   void DamageAll() { Damaged({0, 0, view_->size().width, view_->size().height}); }
   LRESULT AnswerReader(WPARAM wide);
   void Scroll(int bar, WPARAM message);

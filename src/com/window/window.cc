@@ -1,30 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "com/window/window.h"
 
+#include "com/library/module.h"
 #include "platform/error.h"
 
 namespace stockbook::com {
-namespace {
-
-// The DLL that this code is in: its windows' classes are the DLL's.
-HINSTANCE InstanceOf(WNDPROC procedure) {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                     reinterpret_cast<LPCWSTR>(reinterpret_cast<void*>(procedure)), &module);
-  return module;
-}
-
-}  // namespace
 
 Window::~Window() {
-  if (handle_ == nullptr) return;
-  SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
-  DestroyWindow(handle_);
+  if (handle_ != nullptr) {
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+    DestroyWindow(handle_);
+  }
+  ForgetClass();
+}
+
+// It fails while there are other windows of the class. A class that stays would outlive the DLL.
+void Window::ForgetClass() const {
+  if (class_name_ != nullptr) UnregisterClassW(class_name_, ModuleInstance());
 }
 
 void Window::Create(HWND parent, const RECT& place) {
   const WindowStyle style = Style();
-  const HINSTANCE instance = InstanceOf(&Procedure);
+  const HINSTANCE instance = ModuleInstance();
   WNDCLASSEXW description{};
   description.cbSize = sizeof description;
   description.style = style.class_style;
@@ -34,9 +31,10 @@ void Window::Create(HWND parent, const RECT& place) {
   description.lpszClassName = style.class_name;
   // It fails if the class is there already, which is as good.
   RegisterClassExW(&description);
-  CreateWindowExW(0, style.class_name, L"", style.style, static_cast<int>(place.left), static_cast<int>(place.top),
-                  static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top), parent,
-                  nullptr, instance, this);
+  class_name_ = style.class_name;
+  CreateWindowExW(style.extended_style, style.class_name, L"", style.style, static_cast<int>(place.left),
+                  static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+                  static_cast<int>(place.bottom - place.top), parent, nullptr, instance, this);
   if (handle_ == nullptr)
     throw platform::Error("create a window", "系统没有创建窗口：请关闭一些窗口后重试。",
                           static_cast<int>(GetLastError()));
@@ -46,8 +44,7 @@ void Window::Destroy() {
   if (handle_ == nullptr) return;
   const std::shared_ptr<Window> keep = shared_from_this();
   DestroyWindow(handle_);
-  // It fails while there are other windows of the class. A class that stays would outlive the DLL.
-  UnregisterClassW(Style().class_name, InstanceOf(&Procedure));
+  ForgetClass();
 }
 
 Window* Window::Of(HWND handle) { return reinterpret_cast<Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA)); }

@@ -15,11 +15,12 @@ struct WindowStyle {
   const wchar_t* class_name = L"";
   UINT class_style = 0;
   DWORD style = WS_CHILD;
+  DWORD extended_style = 0;
 };
 
 // A child window. It keeps itself and what it borrows alive while it handles a message, and no exception leaves it for
 // the system. It may outlive the system's window, which a parent destroys; then it has no handle any more. Its class is
-// registered as long as there is a window of it. To be made by std::make_shared.
+// registered until the last window of it has ended, whoever ended it. To be made by std::make_shared.
 class Window : public std::enable_shared_from_this<Window> {
  public:
   explicit Window(WindowHost& host) : host_(host) {}
@@ -47,9 +48,11 @@ class Window : public std::enable_shared_from_this<Window> {
  private:
   static LRESULT CALLBACK Procedure(HWND handle, UINT message, WPARAM wide, LPARAM data);
   LRESULT HandleSafely(UINT message, WPARAM wide, LPARAM data) noexcept;
+  void ForgetClass() const;
 
   WindowHost& host_;
   HWND handle_ = nullptr;
+  const wchar_t* class_name_ = nullptr;  // of the class that was registered
 };
 
 }  // namespace stockbook::com
