@@ -107,6 +107,26 @@ TEST_F(ActivationTest, KeepsTheArrowsAndHandsTabToTheForm) {
   EXPECT_EQ(active->TranslateAccelerator(&key), S_FALSE);
 }
 
+TEST_F(ActivationTest, EndsADragByTheKeyThatWouldCloseTheForm) {
+  ASSERT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
+  const auto active = object_.As<IOleInPlaceActiveObject>();
+  const HWND sheet = FindWindowExW(ControlsWindow(), nullptr, L"tqStockbookSheet", nullptr);
+  SendMessageW(sheet, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(30, 40));
+  ASSERT_EQ(GetCapture(), sheet);
+  site_->heard.clear();
+  MSG key{sheet, WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+  EXPECT_EQ(active->TranslateAccelerator(&key), S_OK);
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(site_->heard, "");
+  EXPECT_EQ(active->TranslateAccelerator(&key), S_FALSE);
+  EXPECT_EQ(site_->heard, "key 27; ");
+}
+
+TEST_F(ActivationTest, LetsTheKeyboardOfADialogIn) {
+  ASSERT_EQ(Do(OLEIVERB_INPLACEACTIVATE), S_OK);
+  EXPECT_NE(GetWindowLongPtrW(ControlsWindow(), GWL_EXSTYLE) & WS_EX_CONTROLPARENT, 0);
+}
+
 TEST_F(ActivationTest, KeepsItsSizeInHundredthsOfAMillimetre) {
   SIZEL extent{};
   EXPECT_EQ(object_->GetExtent(DVASPECT_CONTENT, &extent), S_OK);
@@ -155,6 +175,48 @@ TEST_F(ActivationTest, DrawsItselfIntoAMetafile) {
   DeleteEnhMetaFile(file);
 }
 
+TEST_F(ActivationTest, DrawsItselfWhereATransformationPutsIt) {
+  BackBuffer buffer;
+  buffer.Resize({400, 300});
+  SetGraphicsMode(buffer.dc(), GM_ADVANCED);
+  const XFORM doubled{2, 0, 0, 2, 0, 0};
+  SetWorldTransform(buffer.dc(), &doubled);
+  const RECTL bounds{20, 15, 180, 135};
+  ASSERT_EQ(object_.As<IViewObject2>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, buffer.dc(), &bounds,
+                                             nullptr, nullptr, 0),
+            S_OK);
+  GdiFlush();
+  const auto at = [&](int x, int y) { return buffer.pixels().values[y * 400 + x] & 0x00FFFFFF; };
+  EXPECT_NE(at(41, 31), 0x00FFFFFFu);
+  EXPECT_EQ(at(39, 29), 0x00FFFFFFu);
+  EXPECT_EQ(at(361, 31), 0x00FFFFFFu);
+  XFORM now{};
+  EXPECT_NE(GetWorldTransform(buffer.dc(), &now), 0);
+  EXPECT_EQ(now.eM11, 2);
+}
+
+// A form that prints into an old metafile gets the whole control, each part at its place.
+TEST_F(ActivationTest, DrawsItselfIntoAMetafileOfTheOldKind) {
+  const auto view = object_.As<IViewObject2>();
+  const RECTL bounds{0, 0, 400, 300};
+  BackBuffer straight;
+  straight.Resize({400, 300});
+  ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, straight.dc(), &bounds, nullptr, nullptr, 0),
+            S_OK);
+  const HDC dc = CreateMetaFileW(nullptr);
+  ASSERT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, &bounds, nullptr, 0), S_OK);
+  const HMETAFILE file = CloseMetaFile(dc);
+  BackBuffer played;
+  played.Resize({400, 300});
+  PlayMetaFile(played.dc(), file);
+  DeleteMetaFile(file);
+  GdiFlush();
+  int same = 0;
+  for (int at = 0; at < 400 * 300; ++at)
+    same += (straight.pixels().values[at] & 0x00FFFFFF) == (played.pixels().values[at] & 0x00FFFFFF) ? 1 : 0;
+  EXPECT_GT(same, 400 * 300 * 97 / 100);
+}
+
 TEST_F(ActivationTest, RefusesToDrawWhatItHasNot) {
   const auto view = object_.As<IViewObject2>();
   const RECTL bounds{0, 0, 8, 4};
@@ -183,6 +245,28 @@ TEST_F(ActivationTest, SurvivesTheEndOfTheFormsWindow) {
   ASSERT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
   DestroyWindow(std::exchange(form_, nullptr));
   EXPECT_EQ(object_->Close(OLECLOSE_NOSAVE), S_OK);
+}
+
+TEST_F(ActivationTest, GetsANewWindowInTheNextForm) {
+  ASSERT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
+  DestroyWindow(std::exchange(form_, nullptr));
+  form_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 600, 400, nullptr, nullptr, nullptr, nullptr);
+  FormSite next(form_);
+  EXPECT_EQ(object_->SetClientSite(&next), S_OK);
+  EXPECT_EQ(object_->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &next, 0, form_, &next.place), S_OK);
+  EXPECT_NE(ControlsWindow(), nullptr);
+  EXPECT_EQ(GetParent(ControlsWindow()), form_);
+  EXPECT_EQ(object_->SetClientSite(site_.get()), S_OK);
+  EXPECT_EQ(ControlsWindow(), nullptr);
+  EXPECT_EQ(next.references, 1u);
+}
+
+TEST_F(ActivationTest, IsActivatedAgainByTheFormWhoseWindowWasMadeAnew) {
+  ASSERT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
+  DestroyWindow(FindWindowExW(form_, nullptr, L"tqStockbookControl", nullptr));
+  EXPECT_EQ(ControlsWindow(), nullptr);
+  EXPECT_EQ(Do(OLEIVERB_UIACTIVATE), S_OK);
+  EXPECT_NE(ControlsWindow(), nullptr);
 }
 
 TEST_F(ActivationTest, AnswersNullPointersWithANumber) {

@@ -124,6 +124,8 @@ void Activation::CloseWindow() {
 }
 
 HRESULT Activation::ActivateInPlace() {
+  // A form's window takes ours with it when it goes first.
+  if (window_ != nullptr && window_->handle() == nullptr) DeactivateInPlace();
   if (state_ != ActivationState::kLoaded) {
     if (window_ != nullptr) ShowWindow(window_->handle(), SW_SHOW);
     return S_OK;
@@ -158,7 +160,8 @@ HRESULT Activation::ActivateUi() {
       document_->SetBorderSpace(nullptr);
     }
   }
-  if (window_ != nullptr && !window_->sheet_window().HasFocus()) SetFocus(window_->sheet_window().handle());
+  const HWND sheet = window_ == nullptr ? nullptr : window_->sheet_window().handle();
+  if (sheet != nullptr && GetFocus() != sheet) SetFocus(sheet);
   return S_OK;
 }
 
@@ -216,7 +219,9 @@ void Activation::Close(DWORD save) {
 HRESULT Activation::TranslateKey(const MSG& message) {
   const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   const bool ours = window_ != nullptr && message.hwnd != nullptr && message.hwnd == window_->sheet_window().handle();
-  if (message.message == WM_KEYDOWN && ours && IsKeyOfSheet(message.wParam)) {
+  // The key that ends a drag must not also close the form.
+  const bool ends_drag = ours && message.wParam == VK_ESCAPE && GetCapture() == message.hwnd;
+  if (message.message == WM_KEYDOWN && ours && (ends_drag || IsKeyOfSheet(message.wParam))) {
     SendMessageW(message.hwnd, message.message, message.wParam, message.lParam);
     return S_OK;
   }

@@ -17,12 +17,14 @@ constexpr double kHundredthsPerPixel = 2540.0 / 96.0;
 // units stay. Everywhere else one unit becomes one pixel, so that lines are sharp.
 class DrawingPlace {
  public:
-  DrawingPlace(HDC dc, const RECTL& bounds) : dc_(dc), saved_(SaveDC(dc)) {
+  DrawingPlace(HDC dc, const RECTL& bounds) : dc_(dc) {
+    SaveDC(dc_);
     const DWORD kind = GetObjectType(dc);
     metafile_ = kind == OBJ_METADC || kind == OBJ_ENHMETADC;
     POINT corners[] = {{bounds.left, bounds.top}, {bounds.right, bounds.bottom}};
     if (!metafile_) {
       LPtoDP(dc_, corners, 2);
+      ModifyWorldTransform(dc_, nullptr, MWT_IDENTITY);
       SetMapMode(dc_, MM_TEXT);
       SetWindowOrgEx(dc_, 0, 0, nullptr);
       SetViewportOrgEx(dc_, 0, 0, nullptr);
@@ -32,7 +34,7 @@ class DrawingPlace {
     MoveBy({static_cast<int>(std::min(corners[0].x, corners[1].x)),
             static_cast<int>(std::min(corners[0].y, corners[1].y))});
   }
-  ~DrawingPlace() { RestoreDC(dc_, saved_); }
+  ~DrawingPlace() { RestoreDC(dc_, -1); }
   DrawingPlace(const DrawingPlace&) = delete;
   DrawingPlace& operator=(const DrawingPlace&) = delete;
 
@@ -48,7 +50,6 @@ class DrawingPlace {
 
  private:
   HDC dc_;
-  int saved_;
   bool metafile_ = false;
   sheet::Size size_;
 };
