@@ -171,9 +171,9 @@ class Host {
     RECT view{};
     GetClientRect(Sheet(), &view);
     std::cout << "current=" << number(L"Row") << " " << number(L"Col") << "\nend=" << number(L"RowSel") << " "
-              << number(L"ColSel") << "\ntop=" << number(L"TopRow") << "\nfrozen=" << number(L"FrozenCols")
-              << "\nclipboard=" << OnOneLine(TextOfClipboard()) << "\nmenu=" << OpenMenu() << "\nview=" << view.right
-              << " " << view.bottom << "\nfocus="
+              << number(L"ColSel") << "\ntop=" << number(L"TopRow") << "\nleft=" << number(L"LeftCol")
+              << "\nfrozen=" << number(L"FrozenCols") << "\nclipboard=" << OnOneLine(TextOfClipboard())
+              << "\nmenu=" << OpenMenu() << "\nview=" << view.right << " " << view.bottom << "\nfocus="
               << (focus == before_   ? "before"
                   : focus == Sheet() ? "grid"
                                      : "other")
