@@ -15,6 +15,8 @@ if(EXISTS ${STOCKBOOK_SQLITE}/sqlite3.c AND EXISTS ${STOCKBOOK_SQLITE}/sqlite3.h
   add_library(stockbook_sqlite STATIC ${STOCKBOOK_SQLITE}/sqlite3.c)
   target_include_directories(stockbook_sqlite SYSTEM PUBLIC ${STOCKBOOK_SQLITE})
   target_compile_definitions(stockbook_sqlite PRIVATE SQLITE_OMIT_LOAD_EXTENSION)
+  # It reads a small file, once: compiling it well takes longer.
+  target_compile_options(stockbook_sqlite PRIVATE -O1)
   add_library(SQLite::SQLite3 ALIAS stockbook_sqlite)
   stockbook_room(databases DEPENDS base columns platform LINK SQLite::SQLite3 WITHOUT desktop odbc postgres)
   # localtime_r is of POSIX.
