@@ -171,6 +171,7 @@ TEST(AdoValues, ReadOtherDecimalsAsTheNearestDouble) {
   EXPECT_EQ(ReadDecimal({.low = 1, .scale = 28, .negative = true}), Value(-1e-28));
   EXPECT_EQ(ReadDecimal({.low = 9223372036854775808U}), Value(9223372036854775808.0));
   EXPECT_EQ(ReadDecimal({.low = 922337203685477581, .scale = 2}), Value(9223372036854775.81));
+  EXPECT_EQ(ReadDecimal({.low = 4000000000000000000, .scale = 3}), Value(4e15));
   EXPECT_EQ(ReadDecimal({.high = UINT32_MAX, .low = UINT64_MAX}), Value(79228162514264337593543950335.0));
 }
 

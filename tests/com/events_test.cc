@@ -5,7 +5,7 @@
 
 #include "com/automation/text.h"
 #include "com/event_sink.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 #include "com/object/event_raiser.h"
 #include "com/object/event_source.h"
 
@@ -15,7 +15,7 @@ namespace {
 using testing::Connect;
 using testing::Disconnect;
 using testing::EventSink;
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::NewControl;
 
 constexpr DISPID kHeardProcess = 1;
@@ -31,7 +31,7 @@ bool Heard(const EventSink& sink, const std::string& line) {
 }
 
 TEST(Events, AreHeardWithTheirArguments) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   const auto sink = EventSink::Make();
   const DWORD cookie = Connect(host.get(), sink.get());
   ASSERT_NE(cookie, 0u);
@@ -57,7 +57,7 @@ TEST(Events, AreHeardWithTheirArguments) {
 }
 
 TEST(Events, CancelALoadThroughTheArgumentByReference) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   const auto sink = EventSink::Make([](DISPID event, std::vector<VARIANT*> arguments) -> HRESULT {
     if (event == kHeardCommand) {
       EXPECT_EQ(arguments[1]->vt, VT_BYREF | VT_BOOL);
@@ -73,7 +73,7 @@ TEST(Events, CancelALoadThroughTheArgumentByReference) {
 }
 
 TEST(Events, GoToEveryListenerInTheOrderTheyCame) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   std::string order;
   const auto first = EventSink::Make([&](DISPID, std::vector<VARIANT*>) { return order += "1", S_OK; });
   // One that fails does not keep the others from hearing.
@@ -85,7 +85,7 @@ TEST(Events, GoToEveryListenerInTheOrderTheyCame) {
 }
 
 TEST(Events, LetListenersComeAndGoWhileTheyHear) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   const auto late_comer = EventSink::Make();
   const auto leaver = EventSink::Make();
   DWORD leaving = 0;
@@ -137,7 +137,7 @@ TEST(Events, LetAListenerReleaseTheControlInTheMiddleOfEach) {
   };
   for (const Provocation& provocation : provocations) {
     SCOPED_TRACE(provocation.event);
-    JournalHost host(JournalHost::State::kLoaded);
+    HostedJournal host(HostedJournal::State::kLoaded);
     const auto grid = host.late().Get("Grid").Object();
     bool released = false;
     const auto sink = EventSink::Make([&](DISPID event, std::vector<VARIANT*>) {
@@ -156,7 +156,7 @@ TEST(Events, LetAListenerReleaseTheControlInTheMiddleOfEach) {
 }
 
 TEST(Events, LetAListenerReleaseTheControlWhileTheGridMoves) {
-  JournalHost host(JournalHost::State::kLoaded);
+  HostedJournal host(HostedJournal::State::kLoaded);
   const auto grid = host.late().Get("Grid").Object();
   const auto sink = EventSink::Make([&](DISPID event, std::vector<VARIANT*>) {
     if (event == kHeardRow) host.control().Reset();

@@ -5,12 +5,12 @@
 #include <olectl.h>
 
 #include "com/automation/text.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::Late;
 using testing::NewControl;
 
@@ -125,7 +125,7 @@ HRESULT Command(_Stockbook* control, const char* name, SAFEARRAY* parameters) {
 }
 
 TEST(Commands, NeedElementZeroForChangedColumns) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   EXPECT_EQ(Command(host.get(), "ColChanged", TextArrayFrom(0, {"Standard"})), S_OK);
   EXPECT_EQ(Command(host.get(), "ColChanged", TextArrayFrom(0, {"Price"})), S_OK);
   EXPECT_EQ(Command(host.get(), "ColChanged", TextArrayFrom(0, {})), kBoundsNumber);
@@ -148,7 +148,7 @@ TEST(Commands, NeedElementZeroForChangedColumns) {
 }
 
 TEST(Commands, RewriteProductNamesByLateBinding) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   SAFEARRAY* array = TextArrayFrom(0, {"del"});
   std::vector<Variant> arguments(2);
   arguments[0] = Variant(std::string_view("ColChanged"));

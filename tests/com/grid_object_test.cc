@@ -3,24 +3,24 @@
 
 #include <olectl.h>
 
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::Late;
 using testing::NewPicture;
 
 constexpr HRESULT kMismatch = static_cast<HRESULT>(0x800A000D);
 
 TEST(GridObject, IsTheSameEveryTime) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   EXPECT_EQ(host.late().Get("Grid").Object().get(), host.late().Get("Grid").Object().get());
 }
 
 TEST(GridObject, ShowsTheLoadedCells) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   const Late grid = host.grid();
   EXPECT_EQ(grid.Get("Rows").Long(), 16);
   EXPECT_EQ(grid.Get("FixedRows").Long(), 1);
@@ -42,7 +42,7 @@ TEST(GridObject, ShowsTheLoadedCells) {
 }
 
 TEST(GridObject, WritesCellsColumnsAndRows) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   const Late grid = host.grid();
   EXPECT_TRUE(grid.Put("TextMatrix", 3, 2, "改").Succeeded());
   EXPECT_EQ(grid.Get("TextMatrix", 3, 2).Text(), "改");
@@ -83,7 +83,7 @@ TEST(GridObject, WritesCellsColumnsAndRows) {
 }
 
 TEST(GridObject, SelectsAndFolds) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   const Late grid = host.grid();
   EXPECT_TRUE(grid.Put("Row", 4).Succeeded());
   EXPECT_TRUE(grid.Put("Col", 3).Succeeded());
@@ -110,7 +110,7 @@ TEST(GridObject, SelectsAndFolds) {
 }
 
 TEST(GridObject, RefusesRowsAndColumnsThatAreNotThere) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   const Late grid = host.grid();
   for (const int row : {-2, 16, 2147483647}) {
     const auto refused = grid.Get("TextMatrix", row, 1);
@@ -134,7 +134,7 @@ TEST(GridObject, RefusesRowsAndColumnsThatAreNotThere) {
 }
 
 TEST(GridObject, RefusesWrongTypesCountsAndNames) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   const Late grid = host.grid();
   EXPECT_EQ(grid.Get("TextMatrix", "drei", 1).code, kMismatch);
   EXPECT_EQ(grid.Get("TextMatrix", 1e300, 1).code, CTL_E_OVERFLOW);
@@ -158,7 +158,7 @@ TEST(GridObject, SaysSoWhenTheControlHasEnded) {
   ComPtr<IDispatch> grid;
   ComPtr<IDispatch> frame;
   {
-    const JournalHost host(JournalHost::State::kLoaded);
+    const HostedJournal host(HostedJournal::State::kLoaded);
     grid = host.late().Get("Grid").Object();
     frame = host.grid().Get("C1EBody").Object();
     EXPECT_FALSE(testing::ComponentIsIdle());
@@ -171,7 +171,7 @@ TEST(GridObject, SaysSoWhenTheControlHasEnded) {
 }
 
 TEST(FrameObjects, ReadAndWriteWhatTheControlKeepsOfThem) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   const Late grid = host.grid();
   const Late desk(grid.Get("C1EDesk").Object().get());
   const Late body(grid.Get("C1EBody").Object().get());

@@ -5,12 +5,12 @@
 #include <olectl.h>
 
 #include "com/automation/text.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::Late;
 using testing::NewControl;
 using testing::NewPicture;
@@ -37,7 +37,7 @@ VARIANT InAVariable(VARIANT& variable) {
 }
 
 TEST(LateCalls, TakeNamedArguments) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   std::wstring load = L"Load";
   std::wstring second_key = L"rdpID";
   LPOLESTR names[] = {load.data(), second_key.data()};
@@ -46,9 +46,9 @@ TEST(LateCalls, TakeNamedArguments) {
   Variant depot{int32_t{3}};
   DISPPARAMS parameters{&depot.get(), &ids[1], 1, 1};
   Variant loaded;
-  EXPECT_EQ(host->Invoke(ids[0], IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, loaded.Put(), nullptr,
-                         nullptr),
-            S_OK);
+  EXPECT_EQ(
+      host->Invoke(ids[0], IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, loaded.Put(), nullptr, nullptr),
+      S_OK);
   EXPECT_TRUE(ToBoolean(loaded.get()));
   EXPECT_EQ(host.late().Get("KeyID").Long(), 1);
   EXPECT_EQ(host.late().Get("dpID").Long(), 3);
@@ -108,7 +108,7 @@ TEST(LateCalls, TakeArraysByValueAndFromVariables) {
 }
 
 TEST(LateCalls, KnowColoursAsSignedNumbers) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   const Late late = host.late();
   const int highlight = static_cast<int>(0x80000000u | COLOR_HIGHLIGHT);
   const auto shown = static_cast<int32_t>(GetSysColor(COLOR_HIGHLIGHT));

@@ -7,13 +7,13 @@
 
 #include "com/bag_double.h"
 #include "com/event_sink.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
 using testing::EventSink;
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::Late;
 using testing::NewControl;
 using testing::ReferencesOf;
@@ -24,7 +24,7 @@ TEST(Lifetime, LeavesNoReferenceBehind) {
   const ULONG before = ReferencesOf(picture.get());
   testing::BagDouble bag;
   {
-    const JournalHost host(JournalHost::State::kLoaded);
+    const HostedJournal host(HostedJournal::State::kLoaded);
     EXPECT_FALSE(testing::ComponentIsIdle());
     testing::Connect(host.get(), sink.get());
     host->putref_BillPicture(picture.get());
@@ -91,7 +91,7 @@ struct Holdings {
 
 void MakeLoadAndEnd(int times) {
   for (int time = 0; time < times; ++time) {
-    const JournalHost host(JournalHost::State::kLoaded);
+    const HostedJournal host(HostedJournal::State::kLoaded);
     ASSERT_EQ(host.late().Get("Rows").Long(), 16);
   }
 }

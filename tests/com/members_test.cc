@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "com/automation/text.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
-using testing::JournalHost;
+using testing::HostedJournal;
 using testing::Late;
 using testing::NewControl;
 using testing::NewPicture;
@@ -296,7 +296,7 @@ TEST(Members, ShowTheirOwnPicturesAsObjects) {
 }
 
 TEST(Members, GiveTheConnectionBackAsTheSameObject) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   ComPtr<IDispatch> read;
   EXPECT_EQ(host->get_Conn(read.PutTyped()), S_OK);
   EXPECT_EQ(read.get(), host.connection());
@@ -310,7 +310,7 @@ TEST(Members, GiveTheConnectionBackAsTheSameObject) {
 }
 
 TEST(Members, LoadWithArgumentsLeftOut) {
-  const JournalHost host(JournalHost::State::kEmpty);
+  const HostedJournal host(HostedJournal::State::kEmpty);
   EXPECT_TRUE(host.late().Put("KeyID", 1).Succeeded());
   EXPECT_TRUE(host.late().Call("Load").Truth());
   EXPECT_TRUE(host.late().Call("Load", 5).Truth());
@@ -323,7 +323,7 @@ TEST(Members, LoadWithArgumentsLeftOut) {
 }
 
 TEST(Members, ReadRowsWithTheCurrentOneForARowLeftOut) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   EXPECT_EQ(host.late().Get("Rows").Long(), 16);
   EXPECT_TRUE(host.late().Put("Row", 4).Succeeded());
   EXPECT_EQ(host.late().Get("Row").Long(), 4);
@@ -351,7 +351,7 @@ TEST(Members, ReadRowsWithTheCurrentOneForARowLeftOut) {
 }
 
 TEST(Members, AnswerToTheOtherMethods) {
-  const JournalHost host(JournalHost::State::kLoaded);
+  const HostedJournal host(HostedJournal::State::kLoaded);
   EXPECT_FALSE(host.late().Call("IsRangeSelected").Truth());
   EXPECT_TRUE(host.grid().Call("Select", 3, 2, 5, 4).Succeeded());
   EXPECT_TRUE(host.late().Call("IsRangeSelected").Truth());

@@ -8,14 +8,14 @@
 
 #include "com/event_sink.h"
 #include "com/form_site.h"
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 namespace stockbook::com {
 namespace {
 
 using testing::EventSink;
 using testing::FormSite;
-using testing::JournalHost;
+using testing::HostedJournal;
 
 constexpr DISPID kHeardMoved = 6;
 constexpr DISPID kHeardRange = 7;
@@ -32,7 +32,7 @@ class MouseEvents : public ::testing::Test {
   }
 
   // The window of the sheet of the control, which is placed on the form and has a range selected.
-  HWND ShowWithARange(const JournalHost& host, FormSite& site) {
+  HWND ShowWithARange(const HostedJournal& host, FormSite& site) {
     const auto object = ComPtr<IUnknown>(host.get()).As<IOleObject>();
     EXPECT_EQ(object->SetClientSite(&site), S_OK);
     EXPECT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, form_, &site.place), S_OK);
@@ -48,7 +48,7 @@ class MouseEvents : public ::testing::Test {
 TEST_F(MouseEvents, ComeInTheirOrderWhenAButtonIsReleased) {
   FormSite site(form_);
   {
-    const JournalHost host(JournalHost::State::kLoaded);
+    const HostedJournal host(HostedJournal::State::kLoaded);
     const HWND sheet = ShowWithARange(host, site);
     ASSERT_NE(sheet, nullptr);
     const auto sink = EventSink::Make();
@@ -68,7 +68,7 @@ TEST_F(MouseEvents, LetAListenerReleaseTheControlInTheMiddleOfEach) {
   for (const DISPID event : {kHeardRange, kHeardMouse}) {
     SCOPED_TRACE(event);
     FormSite site(form_);
-    JournalHost host(JournalHost::State::kLoaded);
+    HostedJournal host(HostedJournal::State::kLoaded);
     const HWND sheet = ShowWithARange(host, site);
     ASSERT_NE(sheet, nullptr);
     const auto sink = EventSink::Make([&](DISPID heard, std::vector<VARIANT*>) {
@@ -87,7 +87,7 @@ TEST_F(MouseEvents, LetAListenerReleaseTheControlInTheMiddleOfEach) {
 
 TEST_F(MouseEvents, LetAListenerReleaseTheControlThatAScreenReaderMoves) {
   FormSite site(form_);
-  JournalHost host(JournalHost::State::kLoaded);
+  HostedJournal host(HostedJournal::State::kLoaded);
   const HWND sheet = ShowWithARange(host, site);
   ASSERT_NE(sheet, nullptr);
   ComPtr<IAccessible> reader;

@@ -122,9 +122,7 @@ Variant Variant::CopyOf(const VARIANT& other) {
   return copy;
 }
 
-VARIANT Variant::Detach() {
-  return std::exchange(variant_, VARIANT{});
-}
+VARIANT Variant::Detach() { return std::exchange(variant_, VARIANT{}); }
 
 int16_t ToShort(const VARIANT& value) { return Converted(value, VT_I2).get().iVal; }
 

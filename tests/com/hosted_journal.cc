@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "com/journal_host.h"
+#include "com/hosted_journal.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 namespace stockbook::testing {
 
-JournalHost::JournalHost(State state)
+HostedJournal::HostedJournal(State state)
     : connection_(MakeAdoDouble(log_, std::shared_ptr<platform::Connection>(SmallJournal()))), control_(NewControl()) {
   EXPECT_EQ(control_->putref_Conn(connection_.get()), S_OK);
   if (state == State::kLoaded) {
@@ -15,11 +15,11 @@ JournalHost::JournalHost(State state)
   }
 }
 
-bool JournalHost::Load() const {
+bool HostedJournal::Load() const {
   VARIANT_BOOL loaded = VARIANT_FALSE;
   return SUCCEEDED(control_->Load(1, -1, nullptr, &loaded)) && loaded != VARIANT_FALSE;
 }
 
-Late JournalHost::grid() const { return Late(late().Get("Grid").Object().get()); }
+Late HostedJournal::grid() const { return Late(late().Get("Grid").Object().get()); }
 
 }  // namespace stockbook::testing

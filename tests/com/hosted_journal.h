@@ -11,10 +11,10 @@
 namespace stockbook::testing {
 
 // A control with the small journal behind a connection of ADO's members, loaded where asked.
-class JournalHost {
+class HostedJournal {
  public:
   enum class State { kEmpty, kLoaded };
-  explicit JournalHost(State state);
+  explicit HostedJournal(State state);
 
   _Stockbook* operator->() const { return control_.get(); }
   _Stockbook* get() const { return control_.get(); }
