@@ -186,10 +186,18 @@ TEST_F(ActivationTest, DrawsItselfWhereATransformationPutsIt) {
                                              nullptr, nullptr, 0),
             S_OK);
   GdiFlush();
-  const auto at = [&](int x, int y) { return buffer.pixels().values[y * 400 + x] & 0x00FFFFFF; };
-  EXPECT_NE(at(41, 31), 0x00FFFFFFu);
-  EXPECT_EQ(at(39, 29), 0x00FFFFFFu);
-  EXPECT_EQ(at(361, 31), 0x00FFFFFFu);
+  RECT drawn{};
+  for (int y = 0; y < 300; ++y) {
+    for (int x = 0; x < 400; ++x) {
+      if ((buffer.pixels().values[y * 400 + x] & 0x00FFFFFF) == 0x00FFFFFF) continue;
+      const RECT pixel{x, y, x + 1, y + 1};
+      UnionRect(&drawn, &drawn, &pixel);
+    }
+  }
+  EXPECT_EQ(drawn.left, 40);
+  EXPECT_EQ(drawn.top, 30);
+  EXPECT_EQ(drawn.right, 360);
+  EXPECT_EQ(drawn.bottom, 270);
   XFORM now{};
   EXPECT_NE(GetWorldTransform(buffer.dc(), &now), 0);
   EXPECT_EQ(now.eM11, 2);

@@ -71,9 +71,15 @@ com::ComPtr<IPictureDisp> NewPicture(int pixels) {
   PICTDESC description{};
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_BITMAP;
-  const HDC screen = GetDC(nullptr);
-  description.bmp.hbitmap = CreateCompatibleBitmap(screen, pixels, pixels);
-  ReleaseDC(nullptr, screen);
+  // Of 24 bits a pixel: Wine writes pictures of 32 so that it cannot read them.
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = pixels;
+  info.bmiHeader.biHeight = pixels;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 24;
+  void* bits = nullptr;
+  description.bmp.hbitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
   ComPtr<IPictureDisp> picture;
   OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, picture.Put());
   return picture;

@@ -78,14 +78,8 @@ platform::PictureRef PictureFrom(const std::string& bytes, PictureObjects& pictu
   Expect(CreateStreamOnHGlobal(nullptr, TRUE, stream.PutTyped()));
   WriteAll(*stream, bytes.data(), bytes.size());
   Expect(stream->Seek({}, STREAM_SEEK_SET, nullptr));
-  // A picture that knows how to load itself, made anew.
-  PICTDESC empty{};
-  empty.cbSizeofstruct = sizeof empty;
-  empty.picType = static_cast<UINT>(PICTYPE_UNINITIALIZED);
   ComPtr<IPictureDisp> object;
-  Expect(OleCreatePictureIndirect(&empty, IID_IPictureDisp, TRUE, object.Put()));
-  const auto persist = object.As<IPersistStream>();
-  if (!persist || FAILED(persist->Load(stream.get()))) FailDamaged();
+  if (FAILED(OleLoadPicture(stream.get(), 0, TRUE, IID_IPictureDisp, object.Put()))) FailDamaged();
   return pictures.PictureOf(object.get());
 }
 
