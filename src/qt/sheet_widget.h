@@ -15,6 +15,7 @@
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/view/bar_scale.h"
+#include "sheet/view/pixel_moves.h"
 #include "sheet/view/view.h"
 #include "sheet/view/viewer.h"
 
@@ -98,9 +99,8 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   GlyphFonts fonts_;
   sheet::BarScale x_scale_;
   sheet::BarScale y_scale_;
-  sheet::ScrollPosition shown_;  // the scroll position of the pixels in the window
-  sheet::Span shown_columns_;    // the scrolling columns in the window
-  QPointF wheel_rest_;           // fractions of a pixel left over from the wheel
+  sheet::PixelMoves pixel_moves_;
+  QPointF wheel_rest_;  // fractions of a pixel left over from the wheel
   bool menu_by_key_ = false;
   bool updating_bars_ = false;
 };

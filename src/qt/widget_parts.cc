@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "control/default_pictures.h"
 #include "qt/fonts.h"
 #include "qt/pin.h"
 #include "qt/stockbook_widget.h"
@@ -45,7 +46,7 @@ WidgetParts::WidgetParts(StockbookWidget& widget)
       view_(std::make_unique<PinnedView>(*this, fg_.view(), widget)),
       control_(Surroundings()) {
   menu_.SetPlace([this] { return view_->MenuPlace(); });
-  SetDefaultPictures();
+  control::ShowDefaultPictures(control_, images_);
   control_.AddListener(&raiser_);
 }
 
@@ -88,17 +89,6 @@ control::Surroundings WidgetParts::Surroundings() {
   followed_font_ = DefaultGridFont();
   fg_.SetGridFont(followed_font_);
   return {fg_, fg1_, text_metrics_, images_, *this, clipboard_, *this};
-}
-
-void WidgetParts::SetDefaultPictures() {
-  control_.SetBillPicture(images_.Find("Bill"));
-  control_.SetBillAuditedPicture(images_.Find("Bill1"));
-  control_.SetRevPicture(images_.Find("RevBill"));
-  control_.SetRevAuditedPicture(images_.Find("RevBill1"));
-  control_.SetIssPicture(images_.Find("IssBill"));
-  control_.SetIssAuditedPicture(images_.Find("IssBill1"));
-  control_.SetShiftPicture(images_.Find("ShiftBill"));
-  control_.SetShiftAuditedPicture(images_.Find("ShiftBill1"));
 }
 
 }  // namespace stockbook::qt

@@ -54,7 +54,6 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
 
   // The control lays out at once, which measures the grid's font.
   control::Surroundings Surroundings();
-  void SetDefaultPictures();
 
   StockbookWidget* widget_;  // null once it is deleted
   sheet::GridSheet fg_;

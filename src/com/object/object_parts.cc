@@ -2,6 +2,7 @@
 #include "com/object/object_parts.h"
 
 #include "com/window/fonts.h"
+#include "control/default_pictures.h"
 
 namespace stockbook::com {
 
@@ -9,7 +10,7 @@ ObjectParts::ObjectParts(IUnknown& object)
     : object_(object),
       control_(Surroundings()),
       link_(std::make_shared<ControlLink>(ControlLink{&object, &control_, &fg_, &pictures_})) {
-  SetDefaultPictures();
+  control::ShowDefaultPictures(control_, images_);
 }
 
 control::Surroundings ObjectParts::Surroundings() {
@@ -41,17 +42,6 @@ void ObjectParts::FrameChanged() {
 platform::MenuChoice ObjectParts::PopUp(const platform::MenuItem& menu) {
   const auto pin = Pin();
   return menu_.PopUp(menu);
-}
-
-void ObjectParts::SetDefaultPictures() {
-  control_.SetBillPicture(images_.Find("Bill"));
-  control_.SetBillAuditedPicture(images_.Find("Bill1"));
-  control_.SetRevPicture(images_.Find("RevBill"));
-  control_.SetRevAuditedPicture(images_.Find("RevBill1"));
-  control_.SetIssPicture(images_.Find("IssBill"));
-  control_.SetIssAuditedPicture(images_.Find("IssBill1"));
-  control_.SetShiftPicture(images_.Find("ShiftBill"));
-  control_.SetShiftAuditedPicture(images_.Find("ShiftBill1"));
 }
 
 }  // namespace stockbook::com

@@ -56,7 +56,6 @@ class ObjectParts : private platform::ControlSite, private platform::Menu {
 
   // The control lays out at once, which measures the grid's font.
   control::Surroundings Surroundings();
-  void SetDefaultPictures();
 
   IUnknown& object_;
   std::vector<platform::ControlSite*> sites_;

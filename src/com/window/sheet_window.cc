@@ -222,34 +222,15 @@ void SheetWindow::ScrollChanged() {
   if (handle() != nullptr) bars_.Update(handle(), *view_);
 }
 
-// Moves the pixels that remain visible and damages what comes into view. When scrolling in both directions, each
-// direction moves in turn. The sheet's frame at the far edges of the view is repainted with the parts that come in.
+// Moves the pixels that remain visible and damages what comes into view.
 void SheetWindow::MovePixels() {
-  const sheet::Geometry geometry = view_->geometry();
-  const sheet::ScrollPosition now = geometry.scroll();
-  const sheet::ScrollPosition before = std::exchange(shown_, now);
-  const sheet::Size view = geometry.view();
-  const int pinned_height = geometry.PinnedHeight();
-  const int pinned_width = geometry.PinnedWidth();
-  const int frame = static_cast<int>(std::ceil(view_->scale()));
-  if (before.y != now.y) {
-    // The background beside the cells does not move.
-    const int width = std::min(view.width, geometry.CellsRect().width + frame);
-    MovePart({0, pinned_height, width, view.height - pinned_height - frame}, 0, before.y - now.y);
-    Damaged({0, view.height - frame, width, frame});
-  }
-  if (before.x != now.x) {
-    MovePart({pinned_width, 0, view.width - pinned_width - frame, view.height}, before.x - now.x, 0);
-    Damaged({view.width - frame, 0, frame, view.height});
-    // Numbers in partly visible columns look different when cut off.
-    const sheet::Span columns = geometry.ColumnsWithin(0, view.width);
-    for (const int column : {shown_columns_.first, shown_columns_.last - 1, columns.first, columns.last - 1}) {
-      if (column < columns.first || column >= columns.last) continue;
-      const sheet::Rect rect = geometry.CellRect(0, column).Intersected(geometry.PaneOf(0, column));
-      Damaged({rect.x, 0, rect.width, view.height});
+  for (const sheet::PixelMove& move : pixel_moves_.Follow(*view_)) {
+    if (move.IsDamage()) {
+      Damaged(move.area);
+    } else {
+      MovePart(move.area, move.dx, move.dy);
     }
   }
-  shown_columns_ = geometry.ColumnsWithin(0, view.width);
 }
 
 void SheetWindow::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {

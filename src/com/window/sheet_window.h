@@ -17,6 +17,7 @@
 #include "com/window/window.h"
 #include "sheet/geometry/text_measure.h"
 #include "sheet/grid_sheet.h"
+#include "sheet/view/pixel_moves.h"
 #include "sheet/view/view.h"
 #include "sheet/view/viewer.h"
 
@@ -86,8 +87,7 @@ class SheetWindow : public Window, private sheet::SheetViewer, private sheet::Te
   SheetSurface surface_;
   ScrollBars bars_;
   sheet::Cursor cursor_ = sheet::Cursor::kDefault;
-  sheet::ScrollPosition shown_;  // the scroll position of the pixels in the window
-  sheet::Span shown_columns_;    // the scrolling columns in the window
+  sheet::PixelMoves pixel_moves_;
 };
 
 }  // namespace stockbook::com
