@@ -309,7 +309,7 @@ void EveryFault::Try(const Operation& operation, int call, Fault fault) {
 constexpr int kStep = 4;
 #elif defined _WIN32
 // Wine's heap is slower still.
-constexpr int kStep = 32;
+constexpr int kStep = 8;
 #else
 constexpr int kStep = 1;
 #endif
