@@ -59,7 +59,9 @@ TEST(Failures, OfLateCallsNameTheirReason) {
   EXPECT_EQ(late.Get("NoSuchMember").code, DISP_E_UNKNOWNNAME);
   EXPECT_EQ(late.Put("KeyID", "zwölf").code, DISP_E_TYPEMISMATCH);
   EXPECT_EQ(late.Put("BorderWidth", 70000).code, DISP_E_OVERFLOW);
-  EXPECT_FALSE(late.Get("KeyID", 1).Succeeded());
+  EXPECT_EQ(late.Get("KeyID", 1).code, DISP_E_BADPARAMCOUNT);
+  EXPECT_EQ(late.Get("TitleBackPicture", 1).code, DISP_E_BADPARAMCOUNT) << "there is no picture to ask";
+  EXPECT_EQ(late.Call("Find", "x", 1, 2).code, DISP_E_BADPARAMCOUNT);
   EXPECT_EQ(late.Call("Prompt").code, DISP_E_BADPARAMCOUNT);
   EXPECT_FALSE(late.Put("Rows", 5).Succeeded());
   EXPECT_EQ(control->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYGET, nullptr, nullptr, nullptr, nullptr), E_POINTER);

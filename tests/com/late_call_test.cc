@@ -154,6 +154,30 @@ TEST(LateCalls, RefuseArgumentsThatAreNotThere) {
   DISPPARAMS parameters{nullptr, nullptr, 1, 0};
   EXPECT_EQ(control->Invoke(88, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), E_INVALIDARG);
   EXPECT_EQ(grid->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), E_INVALIDARG);
+  // One that is named, by no list of names; and more names than arguments.
+  Variant number{int32_t{5}};
+  parameters = {&number.get(), nullptr, 1, 1};
+  EXPECT_EQ(control->Invoke(10, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr),
+            E_INVALIDARG);
+  EXPECT_EQ(grid->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr), E_INVALIDARG);
+  DISPID names[] = {DISPID_PROPERTYPUT, 0};
+  parameters = {&number.get(), names, 1, 2};
+  EXPECT_EQ(control->Invoke(10, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr),
+            E_INVALIDARG);
+  // References to nowhere.
+  VARIANT nowhere{};
+  VARIANT variable = InAVariable(nowhere);
+  parameters = {&variable, names, 1, 1};
+  for (const int type : {VT_BYREF | VT_I4, VT_BYREF | VT_VARIANT, VT_BYREF | VT_ARRAY | VT_VARIANT}) {
+    nowhere.vt = static_cast<VARTYPE>(type);
+    EXPECT_EQ(control->Invoke(10, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr),
+              E_INVALIDARG);
+    EXPECT_EQ(grid->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr), E_INVALIDARG);
+  }
+  LPOLESTR nameless[] = {nullptr};
+  DISPID id = 0;
+  EXPECT_EQ(control->GetIDsOfNames(IID_NULL, nameless, 1, 0, &id), E_POINTER);
+  EXPECT_EQ(grid->GetIDsOfNames(IID_NULL, nameless, 1, 0, &id), DISP_E_UNKNOWNNAME);
 }
 
 }  // namespace

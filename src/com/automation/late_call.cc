@@ -3,8 +3,11 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
 #include <optional>
 #include <vector>
+
+#include "com/automation/com_ptr.h"
 
 namespace stockbook::com {
 namespace {
@@ -13,6 +16,8 @@ VARIANT& HeldIn(VARIANT& given) {
   const bool is_variable = given.vt == (VT_BYREF | VT_VARIANT) && given.pvarVal != nullptr;
   return is_variable ? *given.pvarVal : given;
 }
+
+bool LeadsNowhere(const VARIANT& given) { return (given.vt & VT_BYREF) != 0 && given.byref == nullptr; }
 
 // Arrays are the one thing that members take by reference. Everything else is left to type information, which copies
 // what is in a variable: the script may change it meanwhile.
@@ -53,6 +58,41 @@ std::optional<VARIANT> AsUnsigned(VARIANT& given) {
   return number;
 }
 
+// The functions of a dual interface as its table has them. Its other half counts inherited ones, or does not.
+ComPtr<ITypeInfo2> TableOf(ITypeInfo& described) {
+  HREFTYPE reference = 0;
+  ComPtr<ITypeInfo> table;
+  if (SUCCEEDED(described.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)))
+    described.GetRefTypeInfo(reference, table.PutTyped());
+  return (table ? table : ComPtr<ITypeInfo>(&described)).As<ITypeInfo2>();
+}
+
+// How many arguments a reader or method takes, as far as it is known.
+std::optional<UINT> MostArguments(ITypeInfo& described, DISPID id) {
+  const auto table = TableOf(described);
+  UINT index = 0;
+  FUNCDESC* function = nullptr;
+  if (!table || (FAILED(table->GetFuncIndexOfMemId(id, INVOKE_PROPERTYGET, &index)) &&
+                 FAILED(table->GetFuncIndexOfMemId(id, INVOKE_FUNC, &index))))
+    return std::nullopt;
+  if (FAILED(table->GetFuncDesc(index, &function))) return std::nullopt;
+  UINT most = 0;
+  for (SHORT at = 0; at < function->cParams; ++at)
+    most += (function->lprgelemdescParam[at].paramdesc.wParamFlags & PARAMFLAG_FRETVAL) == 0 ? 1 : 0;
+  const bool is_it = function->memid == id;
+  table->ReleaseFuncDesc(function);
+  return is_it ? std::optional<UINT>(most) : std::nullopt;
+}
+
+// Type information hands arguments that are too many for a reader on to the object that was read, and does not look
+// whether there is one.
+bool AreTooMany(ITypeInfo& described, const LateCall& call) {
+  constexpr WORD kWrites = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+  if (call.arguments->cArgs == 0 || (call.flags & kWrites) != 0) return false;
+  const std::optional<UINT> most = MostArguments(described, call.id);
+  return most && call.arguments->cArgs > *most;
+}
+
 HRESULT InvokeOnce(ITypeInfo& described, void* target, const LateCall& call, WORD flags) {
   return described.Invoke(target, call.id, flags, call.arguments, call.result, call.exception, call.wrong_argument);
 }
@@ -71,9 +111,18 @@ HRESULT InvokeForScripts(ITypeInfo& described, void* target, const LateCall& cal
 
 }  // namespace
 
+bool HaveHoles(const DISPPARAMS& arguments) noexcept {
+  if (arguments.cArgs > 0 && arguments.rgvarg == nullptr) return true;
+  if (arguments.cNamedArgs > arguments.cArgs || (arguments.cNamedArgs > 0 && arguments.rgdispidNamedArgs == nullptr))
+    return true;
+  return std::any_of(arguments.rgvarg, arguments.rgvarg + arguments.cArgs,
+                     [](VARIANT& given) { return LeadsNowhere(given) || LeadsNowhere(HeldIn(given)); });
+}
+
 HRESULT InvokeDescribed(ITypeInfo& described, void* target, const LateCall& call) noexcept {
+  if (HaveHoles(*call.arguments)) return E_INVALIDARG;
+  if (AreTooMany(described, call)) return DISP_E_BADPARAMCOUNT;
   const UINT count = call.arguments->cArgs;
-  if (count > 0 && call.arguments->rgvarg == nullptr) return E_INVALIDARG;
   std::vector<VARIANT> values;
   try {
     values.reserve(count);

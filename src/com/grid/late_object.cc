@@ -2,6 +2,7 @@
 #include "com/grid/late_object.h"
 
 #include "com/automation/guarded.h"
+#include "com/automation/late_call.h"
 #include "com/library/module.h"
 
 namespace stockbook::com {
@@ -115,7 +116,7 @@ HRESULT LateObject::Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPAR
   if (result != nullptr) VariantInit(result);
   if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   if (arguments == nullptr) return RefuseNull(IID_IDispatch);
-  if (arguments->cArgs > 0 && arguments->rgvarg == nullptr) return E_INVALIDARG;
+  if (HaveHoles(*arguments)) return E_INVALIDARG;
   if (id < 1 || static_cast<size_t>(id) > members_.size() || (flags & (kReading | kWriting)) == 0)
     return DISP_E_MEMBERNOTFOUND;
   const LateMember& member = members_[static_cast<size_t>(id) - 1];
