@@ -41,6 +41,8 @@ HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer**
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
   if (cookie != nullptr) *cookie = 0;
   if (sink == nullptr || cookie == nullptr) return E_POINTER;
+  // The listener may do anything when it is asked what it is.
+  const ComPtr<IUnknown> pin(&object_);
   return Guarded(IID_IConnectionPoint, [&] {
     ComPtr<IUnknown> listener;
     // A script's listener answers to IDispatch and may not know whose events it hears.

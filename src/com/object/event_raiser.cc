@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "com/object/event_raiser.h"
 
+#include <algorithm>
+#include <array>
+
 #include "com/automation/variant.h"
 
 namespace stockbook::com {
@@ -17,6 +20,8 @@ enum EventId : DISPID {
   kMouseUp,
   kFindMsg,
 };
+
+constexpr size_t kMostArguments = 4;
 
 VARIANTARG ByReference(int16_t& number) {
   VARIANTARG argument;
@@ -37,7 +42,10 @@ VARIANTARG ByReference(float& number) {
 void EventRaiser::Raise(DISPID event, VARIANTARG* arguments, UINT count) {
   if (frozen_ > 0) return;
   sinks_.ForEach<IDispatch>([&](IDispatch& sink) {
-    DISPPARAMS parameters{arguments, nullptr, count, 0};
+    // Each has a list of its own, whatever it does to it: what others hear and what is freed stays the same.
+    std::array<VARIANTARG, kMostArguments> own{};
+    std::copy_n(arguments, count, own.begin());
+    DISPPARAMS parameters{own.data(), nullptr, count, 0};
     Variant result;
     EXCEPINFO exception{};
     UINT wrong_argument = 0;

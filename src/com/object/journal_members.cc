@@ -15,6 +15,8 @@ HRESULT JournalMembers::get_Conn(IDispatch** result) {
 
 HRESULT JournalMembers::putref_Conn(IDispatch* value) {
   return Call([&](Control& control) {
+    // Letting go of the old one may run code of the host's, which finds the new one everywhere.
+    const ComPtr<IDispatch> before = connection_;
     control.SetConn(value == nullptr ? nullptr : OpenAdoConnection(value));
     connection_ = ComPtr<IDispatch>(value);
   });
