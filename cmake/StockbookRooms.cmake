@@ -32,6 +32,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(stockbook_switches INTERFACE -Wno-restrict -Wno-subobject-linkage
                                                       $<$<BOOL:${STOCKBOOK_SANITIZE}>:-Wno-maybe-uninitialized>)
 endif()
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows" AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Sums that are rounded as 64-bit programs round them: the older unit keeps more digits for as long as it likes. Hosts
+  # call with a stack that is aligned to four bytes.
+  target_compile_options(stockbook_switches INTERFACE -msse2 -mfpmath=sse -mstackrealign)
+endif()
 if(STOCKBOOK_SANITIZE)
   target_compile_options(stockbook_switches INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
                                                       -fno-omit-frame-pointer)
