@@ -17,6 +17,7 @@ using testing::EventSink;
 using testing::FormSite;
 using testing::HostedJournal;
 
+constexpr DISPID kHeardBill = 4;
 constexpr DISPID kHeardMoved = 6;
 constexpr DISPID kHeardRange = 7;
 constexpr DISPID kHeardMouse = 8;
@@ -82,6 +83,41 @@ TEST_F(MouseEvents, LetAListenerReleaseTheControlInTheMiddleOfEach) {
     EXPECT_EQ(sink->references(), 1u) << "the control has ended and let go of its listener";
     EXPECT_EQ(site.references, 1u);
     EXPECT_TRUE(testing::ComponentIsIdle());
+  }
+}
+
+// Somewhere there is the number of a bill, whose double click is announced.
+void DoubleClickEverywhere(HWND sheet) {
+  for (int y = 25; y < 290; y += 8) {
+    for (int x = 25; x < 390 && IsWindow(sheet) != FALSE; x += 12) {
+      for (const int message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+        SendMessageW(sheet, static_cast<UINT>(message), 0, MAKELPARAM(x, y));
+    }
+  }
+}
+
+TEST_F(MouseEvents, LetAListenerCloseTheControlInADoubleClick) {
+  for (const bool drops_it : {false, true}) {
+    SCOPED_TRACE(drops_it);
+    FormSite site(form_);
+    HostedJournal host(HostedJournal::State::kLoaded);
+    const HWND sheet = ShowWithARange(host, site);
+    ASSERT_NE(sheet, nullptr);
+    const auto sink = EventSink::Make([&](DISPID heard, std::vector<VARIANT*>) {
+      if (heard != kHeardBill) return S_OK;
+      const auto object = ComPtr<IUnknown>(host.get()).As<IOleObject>();
+      EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
+      EXPECT_EQ(object->SetClientSite(nullptr), S_OK);
+      if (drops_it) host.control().Reset();
+      return S_OK;
+    });
+    testing::Connect(host.get(), sink.get());
+    DoubleClickEverywhere(sheet);
+    EXPECT_EQ(sink->Count(kHeardBill), 1);
+    EXPECT_EQ(IsWindow(sheet), FALSE);
+    EXPECT_EQ(sink->references(), drops_it ? 1u : 2u);
+    EXPECT_EQ(site.references, 1u);
+    EXPECT_EQ(testing::ComponentIsIdle(), drops_it);
   }
 }
 
