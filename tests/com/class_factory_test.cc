@@ -58,6 +58,17 @@ TEST_F(Factory, KeepsTheDllWhileItOrItsObjectsOrALockLive) {
   EXPECT_EQ(can_unload_(), S_OK);
 }
 
+TEST_F(Factory, KeepsTheDllAfterOneUnlockingTooMany) {
+  ComPtr<IClassFactory> factory = testing::StockbookFactory();
+  ASSERT_TRUE(factory);
+  EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+  EXPECT_EQ(factory->LockServer(FALSE), S_OK);
+  EXPECT_EQ(factory->LockServer(FALSE), E_UNEXPECTED);
+  EXPECT_EQ(can_unload_(), S_FALSE);
+  factory.Reset();
+  EXPECT_EQ(can_unload_(), S_OK);
+}
+
 TEST_F(Factory, RefusesAnOuterObjectThatAsksForMoreThanIUnknown) {
   const ComPtr<IClassFactory> factory = testing::StockbookFactory();
   ASSERT_TRUE(factory);

@@ -28,10 +28,8 @@ HRESULT STDMETHODCALLTYPE ClassFactory::CreateInstance(IUnknown* outer, REFIID i
 }
 
 HRESULT STDMETHODCALLTYPE ClassFactory::LockServer(BOOL lock) {
-  if (lock != FALSE)
-    LockModule();
-  else
-    UnlockModule();
+  if (lock == FALSE) return UnlockModule() ? S_OK : E_UNEXPECTED;
+  LockModule();
   return S_OK;
 }
 

@@ -8,6 +8,7 @@ namespace {
 
 // COM asks the DLL as a whole whether it may be unloaded, so this is a fact of the DLL as a whole.
 std::atomic<long> module_uses{0};
+std::atomic<long> module_locks{0};
 
 // Longer ones than Windows allows do not exist.
 constexpr size_t kLongestPath = 32768;
@@ -32,16 +33,21 @@ std::wstring ModulePath() {
   return {};
 }
 
-ModuleUse::ModuleUse() { LockModule(); }
+ModuleUse::ModuleUse() { ++module_uses; }
 
-ModuleUse::ModuleUse(const ModuleUse& /*other*/) { LockModule(); }
+ModuleUse::ModuleUse(const ModuleUse& /*other*/) { ++module_uses; }
 
-ModuleUse::~ModuleUse() { UnlockModule(); }
+ModuleUse::~ModuleUse() { --module_uses; }
 
-void LockModule() { ++module_uses; }
+void LockModule() { ++module_locks; }
 
-void UnlockModule() { --module_uses; }
+bool UnlockModule() {
+  long locks = module_locks;
+  while (locks > 0 && !module_locks.compare_exchange_weak(locks, locks - 1)) {
+  }
+  return locks > 0;
+}
 
-bool ModuleIsInUse() { return module_uses > 0; }
+bool ModuleIsInUse() { return module_uses > 0 || module_locks > 0; }
 
 }  // namespace stockbook::com

@@ -22,9 +22,9 @@ class ModuleUse {
   ~ModuleUse();
 };
 
-// IClassFactory::LockServer counts with the uses.
+// For IClassFactory::LockServer. False for a lock that is not there: it takes no use away.
 void LockModule();
-void UnlockModule();
+bool UnlockModule();
 bool ModuleIsInUse();
 
 }  // namespace stockbook::com
