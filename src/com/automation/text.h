@@ -12,7 +12,7 @@
 namespace stockbook::com {
 
 // Texts are UTF-8 inside and UTF-16 in Windows; they are converted here and nowhere else. What is malformed on either
-// side becomes U+FFFD.
+// side, and every NUL, becomes U+FFFD.
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 
