@@ -21,6 +21,8 @@ class FormSite final : public IOleClientSite, public IOleInPlaceSite, public IOl
   std::string heard;
   std::function<void(const std::string& what)> meanwhile;
   RECT place{0, 0, 400, 300};
+  // Answers for ambient properties; without it there is a colour alone.
+  std::function<HRESULT(DISPID property, VARIANT& value)> ambient;
   ULONG references = 1;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
@@ -82,6 +84,7 @@ class FormSite final : public IOleClientSite, public IOleInPlaceSite, public IOl
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID property, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value, EXCEPINFO*,
                                    UINT*) override {
+    if (ambient) return ambient(property, *value);
     constexpr DISPID kBackColour = -701;
     if (property != kBackColour) return DISP_E_MEMBERNOTFOUND;
     value->vt = VT_I4;

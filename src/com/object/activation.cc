@@ -192,8 +192,10 @@ void Activation::Place(const RECT& place, const RECT& clip) {
   const HWND handle = window_->handle();
   RECT seen{};
   HRGN region = nullptr;
-  // A region only where the form cuts something off: a window with a region is drawn more slowly.
-  if (IntersectRect(&seen, &place, &clip) != 0 && EqualRect(&seen, &place) == 0) {
+  // A region only where the form cuts something off, which may be all of it: a window with a region is drawn more
+  // slowly. A form that says nothing of it gives an empty rectangle.
+  IntersectRect(&seen, &place, &clip);
+  if (IsRectEmpty(&clip) == 0 && EqualRect(&seen, &place) == 0) {
     OffsetRect(&seen, static_cast<int>(-place.left), static_cast<int>(-place.top));
     region = CreateRectRgnIndirect(&seen);
   }

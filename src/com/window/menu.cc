@@ -2,6 +2,7 @@
 #include "com/window/menu.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -11,6 +12,9 @@ namespace stockbook::com {
 namespace {
 
 constexpr UINT kFirstCommand = 1;
+
+// The window that the open menu of this thread belongs to.
+thread_local HWND open_menus_owner = nullptr;
 
 // A menu and its submenus.
 class PopUpMenu {
@@ -67,11 +71,17 @@ platform::MenuChoice WindowsMenu::PopUp(const platform::MenuItem& menu) {
   const POINT place = place_ ? place_() : MousePlace();
   const UINT side = GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0 ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
   // Whatever this object belongs to may be gone when the menu closes: only locals from here on.
+  HWND outer = std::exchange(open_menus_owner, owner);
   const auto chosen =
       static_cast<UINT>(TrackPopupMenuEx(popup.handle(), side | TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                          static_cast<int>(place.x), static_cast<int>(place.y), owner, nullptr));
+  open_menus_owner = outer;
   if (chosen < kFirstCommand || chosen - kFirstCommand >= choices.size()) return {};
   return choices[chosen - kFirstCommand];
+}
+
+void WindowsMenu::EndOf(HWND owner) {
+  if (owner != nullptr && open_menus_owner == owner) EndMenu();
 }
 
 }  // namespace stockbook::com

@@ -19,6 +19,9 @@ class WindowsMenu : public platform::Menu {
   void SetOwner(std::function<HWND()> owner) { owner_ = std::move(owner); }
   // The position of the following menus, in screen coordinates.
   void SetPlace(std::function<POINT()> place) { place_ = std::move(place); }
+  // Closes the menu that is open if it belongs to the window. Not every system does so for a window that ends, and
+  // whoever opened the menu waits for it.
+  static void EndOf(HWND owner);
 
  private:
   std::function<HWND()> owner_;

@@ -9,5 +9,7 @@ namespace stockbook::com {
 // apart and the program has asked for it, otherwise those of the whole desktop.
 double ScaleOf(HWND window);
 double ScaleOf(HDC device);
+// One of the system's measures, as the window has it.
+int MetricOf(HWND window, int index);
 
 }  // namespace stockbook::com

@@ -2,6 +2,7 @@
 #include "com/window/scroll_bars.h"
 
 #include "base/scope_exit.h"
+#include "com/window/scale.h"
 #include "sheet/input/line_step.h"
 
 namespace stockbook::com {
@@ -24,8 +25,8 @@ void ScrollBars::ShowAsNeeded(HWND window, const sheet::View& view) {
   const sheet::Geometry geometry = view.geometry();
   const int64_t width = whole.right - whole.left;
   const int64_t height = whole.bottom - whole.top;
-  const int bar_width = GetSystemMetrics(SM_CXVSCROLL);
-  const int bar_height = GetSystemMetrics(SM_CYHSCROLL);
+  const int bar_width = MetricOf(window, SM_CXVSCROLL);
+  const int bar_height = MetricOf(window, SM_CYHSCROLL);
   const bool x_wanted = IsWanted(view, platform::ScrollBarsSetting::kHorizontal);
   const bool y_wanted = IsWanted(view, platform::ScrollBarsSetting::kVertical);
   bool y_bar = y_wanted && geometry.ContentHeight() > height;

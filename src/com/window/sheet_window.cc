@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/scope_exit.h"
+#include "com/window/menu.h"
 #include "com/window/rectangle.h"
 #include "com/window/scale.h"
 
@@ -153,6 +154,7 @@ std::optional<LRESULT> SheetWindow::HandleWindow(UINT message, WPARAM wide, LPAR
     case WM_DESTROY:
       input_.LetGo();
       input_.HideTip();
+      WindowsMenu::EndOf(handle());
       Leave();
       return 0;
     default:
@@ -168,6 +170,7 @@ std::optional<LRESULT> SheetWindow::HandleChange(UINT message, WPARAM wide, LPAR
       host().FocusChanged(Focus::kGained);
       return 0;
     case WM_KILLFOCUS:
+      input_.HideTip();  // the mouse does not leave when another program is chosen by a key
       view_->SetFocused(false);
       host().FocusChanged(Focus::kLost);
       return 0;
@@ -180,7 +183,10 @@ std::optional<LRESULT> SheetWindow::HandleChange(UINT message, WPARAM wide, LPAR
       DamageAll();
       return 0;
     case WM_SHOWWINDOW:
-      if (wide == FALSE) input_.LetGo();
+      if (wide == FALSE) {
+        input_.LetGo();
+        input_.HideTip();
+      }
       return std::nullopt;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:

@@ -12,10 +12,11 @@ constexpr UINT kUsualLines = 3;
 constexpr UINT kHorizontalSetting = 0x006C;  // SPI_GETWHEELSCROLLCHARS
 
 // What one notch scrolls.
-double NotchPixels(WheelAxis axis, const sheet::View& view) {
+double NotchPixels(WheelAxis turned, WheelAxis scrolled, const sheet::View& view) {
   UINT lines = kUsualLines;
-  SystemParametersInfoW(axis == WheelAxis::kVertical ? SPI_GETWHEELSCROLLLINES : kHorizontalSetting, 0, &lines, 0);
-  if (lines == WHEEL_PAGESCROLL) return view.geometry().BodyRect().height;
+  SystemParametersInfoW(turned == WheelAxis::kVertical ? SPI_GETWHEELSCROLLLINES : kHorizontalSetting, 0, &lines, 0);
+  const sheet::Rect body = view.geometry().BodyRect();
+  if (lines == WHEEL_PAGESCROLL) return scrolled == WheelAxis::kVertical ? body.height : body.width;
   return static_cast<double>(lines) * sheet::LineStep(view);
 }
 
@@ -31,7 +32,7 @@ WheelStep Wheel::Turn(WheelAxis axis, WPARAM keys, const sheet::View& view) {
   const double notches = GET_WHEEL_DELTA_WPARAM(keys) / static_cast<double>(WHEEL_DELTA);
   // With Shift the wheel of a plain mouse scrolls sideways; a wheel that is turned up goes to the left then.
   const bool sideways = axis == WheelAxis::kVertical && (GET_KEYSTATE_WPARAM(keys) & MK_SHIFT) != 0;
-  const double pixels = notches * NotchPixels(axis, view);
+  const double pixels = notches * NotchPixels(axis, sideways ? WheelAxis::kHorizontal : axis, view);
   if (axis == WheelAxis::kHorizontal) {
     rest_x_ += pixels;
   } else if (sideways) {
