@@ -66,6 +66,7 @@ class Activation final : private WindowHost, private platform::ControlSite {
   // WindowHost
   ComPtr<IUnknown> Pin() override { return parts_.Pin(); }
   void FocusChanged(Focus focus) override;
+  void SystemChanged() override { ReadAmbient(); }
   // platform::ControlSite
   void PropertyChanged(std::string_view key) override;
   void FrameChanged() override;

@@ -2,6 +2,7 @@
 #include "com/object/view_object.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "com/automation/guarded.h"
 #include "com/window/frames.h"
@@ -54,6 +55,8 @@ class DrawingPlace {
   sheet::Size size_;
 };
 
+Medium MediumOf(HDC dc) { return GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY ? Medium::kScreen : Medium::kPaper; }
+
 void DrawControl(Activation& activation, HDC dc, const RECTL& bounds) {
   DrawingPlace place(dc, bounds);
   const sheet::Size size = place.size();
@@ -61,7 +64,10 @@ void DrawControl(Activation& activation, HDC dc, const RECTL& bounds) {
   const double natural = std::max(1.0, static_cast<double>(activation.extent().cx) / kHundredthsPerPixel);
   const double scale = size.width / natural;
   GdiFonts fonts;
-  const Frames frames(activation.parts().control(), activation.Looks());
+  const Medium medium = MediumOf(dc);
+  FrameLooks looks = activation.Looks();
+  if (medium == Medium::kPaper) looks.band_colour.reset();
+  const Frames frames(activation.parts().control(), std::move(looks));
   const FrameLayout layout = frames.LayOut(size, scale, fonts);
   {
     GdiCanvas canvas(dc, fonts, scale);
@@ -72,7 +78,7 @@ void DrawControl(Activation& activation, HDC dc, const RECTL& bounds) {
   place.MoveBy({layout.sheet.x, layout.sheet.y});
   const sheet::View view(activation.parts().fg().view(), {layout.sheet.width, layout.sheet.height}, scale);
   GdiCanvas canvas(dc, fonts, scale);
-  PaintSheet(view, {0, 0, layout.sheet.width, layout.sheet.height}, canvas);
+  PaintSheet(view, {0, 0, layout.sheet.width, layout.sheet.height}, medium, canvas);
 }
 
 }  // namespace

@@ -72,6 +72,7 @@ std::optional<LRESULT> ControlWindow::Handle(UINT message, WPARAM wide, LPARAM d
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       fonts_.Clear();
+      if (message != kParentChangedDpi) host().SystemChanged();
       UpdateFrames();
       if (message != kParentChangedDpi) sheet_window_->SystemChanged();
       return 0;
@@ -138,7 +139,7 @@ void ControlWindow::PaintWindow() {
   band_.Resize({band.right(), band.bottom()});
   GdiCanvas on_band(band_.dc(), fonts_, layout_.scale);
   on_band.SetPixels(band_.pixels());
-  if (IsWindowEnabled(handle()) == 0) on_band.DimToward(control_.C1EHeader().back_color);
+  if (IsWindowEnabled(handle()) == 0) on_band.DimToward(frames.BandColour());
   frames.PaintHeader(on_band, layout_);
   band_.Show(dc, band, {band.x, band.y});
 }

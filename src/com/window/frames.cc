@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "com/window/fonts.h"
+#include "com/window/high_contrast.h"
 
 namespace stockbook::com {
 namespace {
@@ -37,7 +38,11 @@ void DrawOne(GdiCanvas& canvas, const platform::PictureRef& picture, const Rect&
 
 }  // namespace
 
-FrameLooks DefaultFrameLooks() { return {DefaultGridFont(), GetSysColor(COLOR_BTNFACE)}; }
+FrameLooks DefaultFrameLooks() {
+  FrameLooks looks{DefaultGridFont(), GetSysColor(COLOR_BTNFACE), {}};
+  if (IsHighContrast()) looks.band_colour = GetSysColor(COLOR_WINDOW);
+  return looks;
+}
 
 platform::Font Frames::CaptionFont() const {
   platform::Font font = looks_.font;
@@ -88,7 +93,7 @@ std::string Frames::CutCaption(const FrameLayout& layout, GdiFonts& fonts) const
 
 void Frames::PaintHeader(GdiCanvas& canvas, const FrameLayout& layout) const {
   const control::Container& header = control_.C1EHeader();
-  FillOne(canvas, header.back_color, layout.header);
+  FillOne(canvas, BandColour(), layout.header);
   if (!layout.icon.IsEmpty()) DrawOne(canvas, header.picture, layout.icon);
   if (!layout.mark.IsEmpty()) DrawOne(canvas, control_.imgMark(), layout.mark);
   const std::string caption = CaptionText();
@@ -96,7 +101,7 @@ void Frames::PaintHeader(GdiCanvas& canvas, const FrameLayout& layout) const {
   const platform::Font font = CaptionFont();
   const sheet::TextItem item{caption, layout.caption, sheet::HorizontalAlign::kLeft, sheet::TextOverflow::kEllipsis,
                              true};
-  canvas.DrawTexts(font, TextOn(header.back_color), {&item, 1});
+  canvas.DrawTexts(font, TextOn(BandColour()), {&item, 1});
 }
 
 void Frames::PaintAround(GdiCanvas& canvas, const FrameLayout& layout) const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "com/window/canvas.h"
@@ -27,6 +28,8 @@ struct FrameLayout {
 struct FrameLooks {
   platform::Font font;               // of the container; the caption's is made of it
   platform::Colour desk_colour = 0;  // behind the frames
+  // In the place of the header band's own, where the user has asked for high contrast.
+  std::optional<platform::Colour> band_colour;
 };
 
 FrameLooks DefaultFrameLooks();
@@ -43,6 +46,7 @@ class Frames {
   // The band alone, and everything around the sheet.
   void PaintHeader(GdiCanvas& canvas, const FrameLayout& layout) const;
   void PaintAround(GdiCanvas& canvas, const FrameLayout& layout) const;
+  platform::Colour BandColour() const { return looks_.band_colour.value_or(control_.C1EHeader().back_color); }
 
  private:
   platform::Font CaptionFont() const;

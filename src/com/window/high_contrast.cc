@@ -33,11 +33,15 @@ sheet::Palette SystemPalette() {
   return palette;
 }
 
-std::optional<sheet::Appearance> HighContrastLooks(const sheet::Appearance& looks) {
+bool IsHighContrast() {
   HIGHCONTRASTW setting{};
   setting.cbSize = sizeof setting;
   const bool known = SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != 0;
-  if (!known || (setting.dwFlags & HCF_HIGHCONTRASTON) == 0) return std::nullopt;
+  return known && (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+std::optional<sheet::Appearance> HighContrastLooks(const sheet::Appearance& looks) {
+  if (!IsHighContrast()) return std::nullopt;
   sheet::Appearance turned = looks;
   turned.Turn(sheet::Palette(), SystemPalette());
   return turned;

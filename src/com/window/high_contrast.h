@@ -7,6 +7,9 @@
 
 namespace stockbook::com {
 
+// Whether the user has asked the system for it.
+bool IsHighContrast();
+
 // The looks for a user who has asked the system for high contrast: the system's colours in the place of those that
 // nobody has chosen. Nothing for everybody else.
 std::optional<sheet::Appearance> HighContrastLooks(const sheet::Appearance& looks);

@@ -28,12 +28,13 @@ void SheetSurface::Paint(const sheet::View& view, const std::optional<platform::
     GdiCanvas canvas(buffer_.dc(), fonts_, view.scale());
     canvas.SetPixels(buffer_.pixels());
     if (dimmed) canvas.DimToward(*dimmed);
-    PaintSheet(view, piece, canvas);
+    PaintSheet(view, piece, Medium::kScreen, canvas);
   }
 }
 
-void PaintSheet(const sheet::View& view, const sheet::Rect& area, GdiCanvas& canvas) {
-  const std::optional<sheet::Appearance> looks = HighContrastLooks(view.sheet().appearance());
+void PaintSheet(const sheet::View& view, const sheet::Rect& area, Medium medium, GdiCanvas& canvas) {
+  std::optional<sheet::Appearance> looks;
+  if (medium == Medium::kScreen) looks = HighContrastLooks(view.sheet().appearance());
   sheet::Paint(looks ? sheet::Snapshot::Of(view, area, *looks) : sheet::Snapshot::Of(view, area), canvas);
 }
 

@@ -33,7 +33,10 @@ class SheetSurface {
   Damage damage_;
 };
 
+// What a sheet is painted on: only a screen is turned to high contrast, whose background may be black.
+enum class Medium { kScreen, kPaper };
+
 // Paints an area of the view, in the system's own colours where the user has asked for high contrast.
-void PaintSheet(const sheet::View& view, const sheet::Rect& area, GdiCanvas& canvas);
+void PaintSheet(const sheet::View& view, const sheet::Rect& area, Medium medium, GdiCanvas& canvas);
 
 }  // namespace stockbook::com

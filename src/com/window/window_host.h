@@ -18,6 +18,8 @@ class WindowHost {
   virtual ComPtr<IUnknown> Pin() = 0;
   // The keyboard focus came to one of the windows, or left for another's.
   virtual void FocusChanged(Focus focus) = 0;
+  // The system's colours or fonts may be others now.
+  virtual void SystemChanged() {}
 };
 
 }  // namespace stockbook::com
