@@ -158,6 +158,18 @@ TEST(AdoValues, AreNothingWhereADateIsOutsideOfTheCalendar) {
   EXPECT_TRUE(ReadDate(std::numeric_limits<double>::quiet_NaN()).IsNull());
 }
 
+// Automation counts days in binary, and its own functions round to the second.
+TEST(AdoValues, RoundTheFractionsOfASecond) {
+  constexpr double kMillisecond = 1.0 / 86400000;
+  const double noon = 38353.5;
+  EXPECT_EQ(ReadDate(noon + 3 * kMillisecond), At(2005, 1, 1, 12));
+  EXPECT_EQ(ReadDate(noon + 497 * kMillisecond), At(2005, 1, 1, 12));
+  EXPECT_EQ(ReadDate(noon + 997 * kMillisecond), At(2005, 1, 1, 12, 0, 1));
+  EXPECT_EQ(ReadDate(-1.25 - 3 * kMillisecond), At(1899, 12, 29, 6));
+  EXPECT_EQ(ReadDate(2958465.99998), At(9999, 12, 31, 23, 59, 58));
+  EXPECT_FALSE(ReadDate(2958465.9999999).Text().starts_with("10000"));
+}
+
 TEST(AdoValues, KeepDecimalsOfFewPlacesExact) {
   EXPECT_EQ(ReadDecimal({.low = 12}), Value(int64_t{12}));
   EXPECT_EQ(ReadDecimal({.low = 9223372036854775807U, .negative = true}), Value(int64_t{-INT64_MAX}));
