@@ -203,6 +203,17 @@ TEST(Persistence, ConvertsWhatABagKeepsAsTextAndRefusesWhatDoesNotConvert) {
   EXPECT_EQ(LoadBag(control.get(), bag), CTL_E_INVALIDPICTURE);
 }
 
+TEST(Persistence, KeepsANumberThatABagHasNothingFor) {
+  const auto control = NewControl();
+  EXPECT_TRUE(Late(control.get()).Put("BackColor", 0x123456).Succeeded());
+  BagDouble bag;
+  bag.values["BackColor"] = Variant();
+  bag.values["BillPicture"] = Variant();
+  EXPECT_EQ(LoadBag(control.get(), bag), S_OK);
+  EXPECT_EQ(Late(control.get()).Get("BackColor").Long(), 0x123456);
+  EXPECT_FALSE(Late(control.get()).Get("BillPicture").Object()) << "no picture is one that can be kept";
+}
+
 TEST(Persistence, KnowsWhetherThereIsSomethingToSave) {
   const auto control = NewControl();
   const auto stream_side = control.As<IPersistStreamInit>();

@@ -42,6 +42,8 @@ platform::BagValue HostBag::Read(std::string_view key, const platform::BagValue&
     return fallback;
   }
   Expect(result);
+  // Some bags succeed with nothing for what they do not have. No number is nothing; a picture may be.
+  if (held.get().vt == VT_EMPTY && TypeOf(fallback) != VT_UNKNOWN) return fallback;
   if (std::holds_alternative<int16_t>(fallback)) return ToShort(held.get());
   // Colours are stored in 32 bits without a sign, too.
   if (std::holds_alternative<int32_t>(fallback)) return static_cast<int32_t>(ToBits(held.get()));

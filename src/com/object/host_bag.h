@@ -10,8 +10,8 @@
 
 namespace stockbook::com {
 
-// The host's property bag. A failure of it is passed on as it is; a key that the bag says it does not have is absent. A
-// value of another type is converted by the rules of automation, or is a failure.
+// The host's property bag. A failure of it is passed on as it is; a key that the bag says it does not have, or has no
+// number for, is absent. A value of another type is converted by the rules of automation, or is a failure.
 class HostBag final : public platform::PropertyBag {
  public:
   // `log` may be null; it is told of values that do not fit.
