@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "com/automation/text.h"
 #include "com/event_sink.h"
 #include "com/form_site.h"
 #include "com/hosted_journal.h"
