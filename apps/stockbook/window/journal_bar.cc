@@ -99,7 +99,6 @@ void JournalBar::SetInventory(std::shared_ptr<platform::Connection> connection) 
 
 void JournalBar::FillChoosers() {
   const auto type = static_cast<base::tqJournalTypeContants>(type_->currentIndex());
-  second_label_->setText(SecondKeyLabel(type));
   std::vector<CatalogEntry> products;
   std::vector<CatalogEntry> seconds;
   if (connection_ != nullptr) {
@@ -108,9 +107,12 @@ void JournalBar::FillChoosers() {
       products = catalog.Products();
       seconds = catalog.SecondKeys(type);
     } catch (const platform::Error& error) {
+      // What could be chosen stays, for the journal that is still shown.
       emit Failed(qt::ToQString(error.what()));
+      return;
     }
   }
+  second_label_->setText(SecondKeyLabel(type));
   if (MayBeEveryProduct(type)) products.insert(products.begin(), CatalogEntry{0, {}, "全部商品"});
   const CatalogEntry product = product_->Current();
   product_->SetEntries(std::move(products));

@@ -18,6 +18,7 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/inventory/inventory_tables.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/reading_place.h"
 
@@ -56,6 +57,8 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent),
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
+      loader_(stockbook_->control()),
+      strip_(new LoadStrip(loader_.beside())),
       find_bar_(new FindBar(*stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
@@ -66,6 +69,7 @@ MainWindow::MainWindow(QWidget* parent)
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
   rows->addWidget(bar_);
+  rows->addWidget(strip_);
   rows->addWidget(stockbook_, 1);
   rows->addWidget(find_bar_);
   setCentralWidget(desk);
@@ -80,6 +84,7 @@ MainWindow::MainWindow(QWidget* parent)
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && !loading_) strip_->watch().LookNow();
 }
 
 void MainWindow::BuildStatusLine() {
@@ -96,6 +101,7 @@ void MainWindow::BuildStatusLine() {
 void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(strip_, &LoadStrip::ReloadWanted, this, [this] { Load(shown_.value_or(bar_->Options())); });
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
@@ -127,8 +133,11 @@ AskPassword MainWindow::AskInDialog() {
 }
 
 void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
-  std::shared_ptr<platform::Connection> connection = OpenInventory(source, SqlDialect::kDesktop, ask);
+  auto connection = loader_.Prepare(OpenInventory(source, SqlDialect::kDesktop, ask));
+  RequireInventory(*connection, qt::FromQString(QFileInfo(qt::ToQString(source.name())).fileName()));
   bar_->SetInventory(connection);
+  loader_.Use(connection);
+  strip_->Follow(connection, source.file());
   connection_ = std::move(connection);
   shown_.reset();
   database_ = source.name();
@@ -145,8 +154,19 @@ void MainWindow::ChooseDatabase() {
     OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
     LoadFirstJournal();
   } catch (const platform::Error& error) {
-    ShowMessage(qt::ToQString(error.what()));
+    TellThatItCannotBeOpened(path, qt::ToQString(error.what()));
   }
+}
+
+void MainWindow::TellThatItCannotBeOpened(const QString& path, const QString& reason) {
+  auto* box =
+      new QMessageBox(QMessageBox::Warning, QStringLiteral("打不开数据库"),
+                      QStringLiteral("打不开“%1”。").arg(QFileInfo(path).fileName()), QMessageBox::NoButton, this);
+  box->setTextFormat(Qt::PlainText);
+  box->setInformativeText(reason);
+  box->addButton(QStringLiteral("关闭(&C)"), QMessageBox::AcceptRole);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
 }
 
 LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
@@ -172,16 +192,24 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = app::LoadJournal(control, connection_, options);
+  strip_->LoadBegins();
+  LoadReport report = loader_.Load(options);
   const bool put_back = !report.loaded && PutBackShown(report, keys);
   QApplication::restoreOverrideCursor();
   loading_ = false;
-  if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
+  // What is chosen is what is shown.
+  if (put_back && !IsSameJournal(*shown_, bar_->Options())) bar_->SetOptions(*shown_);
+  if (report.cancelled) {
+    ShowMessage(QStringLiteral("已取消读取。"));
+  } else if (const std::string error = LoadError(report); !error.empty()) {
+    ShowMessage(qt::ToQString(error));
+  }
   progress_->hide();
   if (laid_out_) columns_.PutBack(stockbook_->Grid(), control.ColsFilter());
   // The names depend on what the user has shown and hidden.
   ComposeNames(control);
   if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
+  strip_->LoadEnded(report, [this, options] { LoadJournal(options); });
   if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));

@@ -15,6 +15,8 @@
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_desk.h"
+#include "stockbook/window/journal_loader.h"
+#include "stockbook/window/load_strip.h"
 #include "stockbook/window/message_line.h"
 #include "stockbook/window/window_colours.h"
 
@@ -43,6 +45,8 @@ class MainWindow : public QMainWindow {
   JournalBar& bar() { return *bar_; }
   FindBar& find_bar() { return *find_bar_; }
   const MessageLine& message() const { return *message_; }
+  LoadStrip& strip() { return *strip_; }
+  JournalLoader& loader() { return loader_; }
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -55,6 +59,7 @@ class MainWindow : public QMainWindow {
   void ConnectControl();
   void TakeLayout();
   void ChooseDatabase();
+  void TellThatItCannotBeOpened(const QString& path, const QString& reason);
   void Reload();
   LoadReport Load(const JournalOptions& options);
   bool PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys);
@@ -77,6 +82,8 @@ class MainWindow : public QMainWindow {
   ColumnMemory columns_;
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
+  JournalLoader loader_;
+  LoadStrip* strip_;
   FindBar* find_bar_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
