@@ -124,11 +124,14 @@ bool Beside::TakesInput(const QObject* receiver) const {
 bool Beside::eventFilter(QObject* watched, QEvent* event) {
   if (HoldBack(watched, event)) return true;
   const QEvent::Type type = event->type();
-  if (!IsInput(type) || TakesInput(watched)) return false;
+  if (!IsInput(type)) return false;
   // Windows of the system pass their events on to widgets, where they come by again.
   if (!watched->isWidgetType() && type != QEvent::Shortcut) return false;
-  if (type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) Cancel();
-  return true;
+  if (type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    Cancel();
+    return true;
+  }
+  return !TakesInput(watched);
 }
 
 // Whoever waits is still on the stack, with the window and the program below it.
