@@ -13,18 +13,18 @@ LoadStrip::LoadStrip(qt::Beside& beside, QWidget* parent)
       work_(new WorkBar(beside)),
       failure_(new NoticeBar),
       change_(new NoticeBar),
+      trail_(new NoticeBar),
       watch_(new ChangeWatch(this)) {
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
-  for (QWidget* bar : std::initializer_list<QWidget*>{work_, failure_, change_}) rows->addWidget(bar);
+  for (QWidget* bar : std::initializer_list<QWidget*>{work_, failure_, change_, trail_}) rows->addWidget(bar);
   connect(watch_, &ChangeWatch::Changed, this, &LoadStrip::TellChange);
 }
 
 void LoadStrip::Follow(std::shared_ptr<platform::Connection> connection, const std::string& file) {
   failure_->Dismiss();
   change_->Dismiss();
-  work_->Expect(0);
   watch_->Follow(std::move(connection), file);
 }
 
@@ -34,7 +34,6 @@ void LoadStrip::LoadEnded(const LoadReport& report, std::function<void()> again)
   if (report.loaded) {
     failure_->Dismiss();
     change_->Dismiss();
-    work_->Expect(work_->RowsRead());
     watch_->LoadSucceeded();
     return;
   }

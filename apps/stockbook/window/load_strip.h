@@ -16,7 +16,7 @@
 namespace stockbook::app {
 
 // The strip above the journal, which is only there when it has something to say: what is being read and how far it is,
-// why the last load failed, and that the inventory was changed since. Borrows what reads.
+// why the last load failed, that the inventory was changed since, and the way back. Borrows what reads.
 class LoadStrip : public QWidget {
   Q_OBJECT
 
@@ -31,6 +31,8 @@ class LoadStrip : public QWidget {
 
   NoticeBar& failure() { return *failure_; }
   NoticeBar& change() { return *change_; }
+  // The way back to a bill.
+  NoticeBar& trail() { return *trail_; }
   WorkBar& work() { return *work_; }
   ChangeWatch& watch() { return *watch_; }
 
@@ -43,6 +45,7 @@ class LoadStrip : public QWidget {
   WorkBar* work_;
   NoticeBar* failure_;
   NoticeBar* change_;
+  NoticeBar* trail_;
   ChangeWatch* watch_;
 };
 

@@ -19,7 +19,6 @@
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/inventory/inventory_tables.h"
-#include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/reading_place.h"
 
 namespace stockbook::app {
@@ -60,6 +59,10 @@ MainWindow::MainWindow(QWidget* parent)
       loader_(stockbook_->control()),
       strip_(new LoadStrip(loader_.beside())),
       find_bar_(new FindBar(*stockbook_)),
+      trail_(new BillTrail({*stockbook_, strip_->trail(), [this] { return shown_; },
+                            [this](const JournalOptions& options) { return LoadJournal(options); },
+                            [this] { return connection_.get(); }},
+                           this)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -101,6 +104,7 @@ void MainWindow::BuildStatusLine() {
 void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(trail_, &BillTrail::Told, this, &MainWindow::ShowMessage);
   connect(strip_, &LoadStrip::ReloadWanted, this, [this] { Load(shown_.value_or(bar_->Options())); });
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
@@ -138,6 +142,7 @@ void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
   bar_->SetInventory(connection);
   loader_.Use(connection);
   strip_->Follow(connection, source.file());
+  trail_->Forget();
   connection_ = std::move(connection);
   shown_.reset();
   database_ = source.name();
@@ -303,8 +308,10 @@ void MainWindow::BuildJournalMenu() {
   QAction* previous = journal->addAction(QStringLiteral("查找上一个(&R)"), find_bar_, &FindBar::Previous);
   previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
   journal->addSeparator();
-  QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), this, &MainWindow::ShowBill);
+  QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), trail_, &BillTrail::Show);
   bill->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));
+  QAction* back = journal->addAction(QStringLiteral("返回单据(&K)"), trail_, &BillTrail::GoBack);
+  back->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B));
   QAction* statistics = journal->addAction(QStringLiteral("统计(&S)..."), this, &MainWindow::ShowStatistics);
   statistics->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
 }
@@ -316,19 +323,8 @@ void MainWindow::ObeyCommand(const QString& command) {
   } else if (command == QLatin1String("Find")) {
     QMetaObject::invokeMethod(find_bar_, &FindBar::Open, Qt::QueuedConnection);
   } else if (command == QLatin1String("Bill")) {
-    QMetaObject::invokeMethod(this, &MainWindow::ShowBill, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(trail_, &BillTrail::Show, Qt::QueuedConnection);
   }
-}
-
-void MainWindow::ShowBill() {
-  const BillView bill = ReadBill(stockbook_->control(), stockbook_->Row());
-  if (bill.lines.empty()) {
-    ShowMessage(QStringLiteral("这一行不属于任何单据。"));
-    return;
-  }
-  auto* dialog = new BillDialog(bill, this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->open();
 }
 
 void MainWindow::ShowStatistics() {

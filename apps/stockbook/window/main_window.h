@@ -11,6 +11,7 @@
 #include "journal/subject_keys.h"
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
+#include "stockbook/window/bill_trail.h"
 #include "stockbook/window/column_memory.h"
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
@@ -67,7 +68,6 @@ class MainWindow : public QMainWindow {
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);
   void TakeNotice(const QString& message);
-  void ShowBill();
   void ShowStatistics();
   void ObeyCommand(const QString& command);
   void UpdateTitle();
@@ -85,6 +85,7 @@ class MainWindow : public QMainWindow {
   JournalLoader loader_;
   LoadStrip* strip_;
   FindBar* find_bar_;
+  BillTrail* trail_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
   QLabel* row_count_;

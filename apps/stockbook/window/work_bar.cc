@@ -2,14 +2,12 @@
 #include "stockbook/window/work_bar.h"
 
 #include <QHBoxLayout>
-#include <algorithm>
 
 #include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {
 namespace {
 
-constexpr int kPermille = 1000;
 constexpr int kRowsWidth = 220;
 
 }  // namespace
@@ -17,6 +15,8 @@ constexpr int kRowsWidth = 220;
 WorkBar::WorkBar(qt::Beside& beside, QWidget* parent)
     : QWidget(parent), text_(new QLabel), progress_(new QProgressBar), cancel_(new QPushButton(tr("取消(&C)"))) {
   text_->setTextFormat(Qt::PlainText);
+  // Engines count what they have read; nobody knows how much there is.
+  progress_->setRange(0, 0);
   progress_->setTextVisible(false);
   progress_->setFixedWidth(kRowsWidth);
   progress_->setAccessibleName(tr("读取的进度"));
@@ -36,21 +36,12 @@ WorkBar::WorkBar(qt::Beside& beside, QWidget* parent)
 }
 
 void WorkBar::Begin() {
-  read_ = 0;
   Show(0);
   show();
 }
 
 void WorkBar::Show(qulonglong rows) {
-  read_ = std::max(read_, rows);
-  // An engine that does not count, or a table that has grown: something goes on, and nobody knows how long.
-  if (read_ == 0 || read_ > expected_) {
-    progress_->setRange(0, 0);
-  } else {
-    progress_->setRange(0, kPermille);
-    progress_->setValue(static_cast<int>(read_ * kPermille / expected_));
-  }
-  text_->setText(read_ == 0 ? tr("正在读取……") : tr("正在读取……已读 %L1 行").arg(read_));
+  text_->setText(rows == 0 ? tr("正在读取……") : tr("正在读取……已读 %L1 行").arg(rows));
   setAccessibleName(text_->text());
 }
 

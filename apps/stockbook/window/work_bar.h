@@ -18,10 +18,7 @@ class WorkBar : public QWidget {
  public:
   explicit WorkBar(qt::Beside& beside, QWidget* parent = nullptr);
 
-  // How many rows are to be expected, from the last time; 0 where nobody knows. They are more than a journal has lines.
-  void Expect(qulonglong rows) { expected_ = rows; }
-  // Those that were read last.
-  qulonglong RowsRead() const { return read_; }
+  QString Text() const { return text_->text(); }
 
  private:
   void Begin();
@@ -30,8 +27,6 @@ class WorkBar : public QWidget {
   QLabel* text_;
   QProgressBar* progress_;
   QPushButton* cancel_;
-  qulonglong expected_ = 0;
-  qulonglong read_ = 0;
 };
 
 }  // namespace stockbook::app
