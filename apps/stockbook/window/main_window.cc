@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/main_window.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,44 +10,19 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
-#include "base/column_keys.h"
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/bill_dialog.h"
-#include "stockbook/window/reading_place.h"
 
 namespace stockbook::app {
 namespace {
 
-namespace keys = base::keys;
-
 constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
-
-// This host has room to show bill numbers, remarks and product names in full, while the control's own layout has to be
-// narrow.
-struct HostWidth {
-  const char* key;
-  int twips;
-};
-constexpr HostWidth kHostWidths[] = {
-    {keys::kBillNo, 3900}, {keys::kBillKind, 1050}, {keys::kExplain, 1800}, {keys::kProductName, 3900}};
-
-void WidenColumns(platform::Grid& grid) {
-  for (const HostWidth& width : kHostWidths) {
-    if (const int column = grid.ColIndex(width.key); column >= 0) grid.SetColWidth(column, width.twips);
-  }
-}
-
-bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
-  return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
-         left.dp_code == right.dp_code;
-}
 
 }  // namespace
 
@@ -57,6 +31,8 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
+      menus_(new WindowMenus(*menuBar())),
+      journal_(std::make_unique<ShownJournal>(*stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -97,22 +73,11 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
-  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
-}
-
-// A layout outside a load is the default layout that the user asked for.
-void MainWindow::TakeLayout() {
-  WidenColumns(stockbook_->Grid());
-  if (loading_) {
-    laid_out_ = true;
-  } else {
-    columns_.StartFrom(stockbook_->Grid());
-  }
 }
 
 AskPassword MainWindow::AskInDialog() {
@@ -129,8 +94,7 @@ AskPassword MainWindow::AskInDialog() {
 void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
   std::shared_ptr<platform::Connection> connection = OpenInventory(source, SqlDialect::kDesktop, ask);
   bar_->SetInventory(connection);
-  connection_ = std::move(connection);
-  shown_.reset();
+  journal_->SetConnection(std::move(connection));
   database_ = source.name();
   file_ = source.file();
   UpdateTitle();
@@ -156,61 +120,23 @@ LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
 
 LoadReport MainWindow::LoadFirstJournal() {
   JournalOptions options;
-  options.key_id = connection_ == nullptr ? 0 : InventoryCatalog(*connection_).FirstProductWithLines();
+  platform::Connection* connection = journal_->connection();
+  options.key_id = connection == nullptr ? 0 : InventoryCatalog(*connection).FirstProductWithLines();
   return LoadJournal(options);
 }
 
 void MainWindow::Reload() { Load(bar_->Options()); }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
-  if (connection_ == nullptr || loading_) return {};
-  control::Stockbook& control = stockbook_->control();
-  const ReadingPlace place(stockbook_->sheet());
-  const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
-  const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
-  columns_.Learn(stockbook_->Grid());
-  laid_out_ = false;
-  loading_ = true;
-  QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = app::LoadJournal(control, connection_, options);
-  const bool put_back = !report.loaded && PutBackShown(report, keys);
-  QApplication::restoreOverrideCursor();
-  loading_ = false;
+  if (journal_->connection() == nullptr || journal_->IsLoading()) return {};
+  LoadReport report = journal_->Load(options);
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  if (laid_out_) columns_.PutBack(stockbook_->Grid(), control.ColsFilter());
-  // The names depend on what the user has shown and hidden.
-  ComposeNames(control);
-  if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
-  if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
   UpdateTitle();
   stockbook_->setFocus();
   return report;
-}
-
-// Shows the journal again that a failed load was to replace. Returns false if there is none; then the header names
-// none.
-bool MainWindow::PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys) {
-  control::Stockbook& control = stockbook_->control();
-  // A load tells the progress 0 when it has cleared the grid.
-  const bool cleared = std::find(failed.process.begin(), failed.process.end(), 0) != failed.process.end();
-  if (shown_.has_value() && !cleared) {
-    SetUpJournal(control, *shown_);
-    control.SetdpCode(keys.dpCode);
-    if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
-    return true;
-  }
-  if (shown_.has_value() && app::LoadJournal(control, connection_, *shown_).loaded) return true;
-  if (stockbook_->sheet().RecordCount() == 0) control.SetCaption({});
-  return false;
-}
-
-// Let the keyboard start from a visible cell.
-void MainWindow::GoToFirstCell() {
-  platform::Grid& grid = stockbook_->Grid();
-  if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
 }
 
 // Load does not return to the event loop, so whatever should be visible meanwhile is painted here.
@@ -227,14 +153,14 @@ void MainWindow::ShowProgress(int indicator) {
 
 void MainWindow::ShowMessage(const QString& message) {
   message_->Show(message);
-  if (loading_ && isVisible()) message_->repaint();
+  if (journal_->IsLoading() && isVisible()) message_->repaint();
 }
 
 // The control describes the new current row, usually with an empty text, which must not clear the previous message.
 void MainWindow::TakeNotice(const QString& message) {
   const bool is_description =
       std::exchange(row_changed_, false) || message.isEmpty() || message == message_->Description();
-  if (is_description && !loading_) {
+  if (is_description && !journal_->IsLoading()) {
     message_->Describe(message);
   } else {
     ShowMessage(message);
@@ -250,35 +176,17 @@ void MainWindow::UpdateTitle() {
 }
 
 void MainWindow::BuildMenus() {
-  BuildFileMenu();
-  BuildJournalMenu();
-}
-
-void MainWindow::BuildFileMenu() {
-  QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
-  QAction* open = file->addAction(QStringLiteral("打开数据库(&O)..."), this, &MainWindow::ChooseDatabase);
-  open->setShortcut(QKeySequence::Open);
-  file->addSeparator();
-  QAction* quit = file->addAction(QStringLiteral("退出(&X)"), this, &QWidget::close);
-  quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-}
-
-void MainWindow::BuildJournalMenu() {
-  QMenu* journal = menuBar()->addMenu(QStringLiteral("台账(&J)"));
-  QAction* load = journal->addAction(QStringLiteral("载入(&L)"), this, &MainWindow::Reload);
-  load->setShortcut(QKeySequence(Qt::Key_F5));
-  journal->addSeparator();
-  QAction* find = journal->addAction(QStringLiteral("查找(&F)"), find_bar_, &FindBar::Open);
-  find->setShortcut(QKeySequence::Find);
-  QAction* next = journal->addAction(QStringLiteral("查找下一个(&N)"), find_bar_, &FindBar::Next);
-  next->setShortcut(QKeySequence(Qt::Key_F3));
-  QAction* previous = journal->addAction(QStringLiteral("查找上一个(&R)"), find_bar_, &FindBar::Previous);
-  previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
-  journal->addSeparator();
-  QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), this, &MainWindow::ShowBill);
-  bill->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));
-  QAction* statistics = journal->addAction(QStringLiteral("统计(&S)..."), this, &MainWindow::ShowStatistics);
-  statistics->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
+  WindowMenus& menus = *menus_;
+  menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
+  menus.Add(MenuPlace::kFileEnd, tr("退出(&X)"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+  menus.Add(MenuPlace::kEditFind, tr("查找(&F)"), QKeySequence::Find, find_bar_, &FindBar::Open);
+  menus.Add(MenuPlace::kEditFind, tr("查找下一个(&N)"), QKeySequence(Qt::Key_F3), find_bar_, &FindBar::Next);
+  menus.Add(MenuPlace::kEditFind, tr("查找上一个(&R)"), QKeySequence(Qt::SHIFT | Qt::Key_F3), find_bar_,
+            &FindBar::Previous);
+  menus.Add(MenuPlace::kViewJournal, tr("载入(&L)"), QKeySequence(Qt::Key_F5), this, &MainWindow::Reload);
+  menus.Add(MenuPlace::kViewJournal, tr("统计(&S)..."), QKeySequence(Qt::CTRL | Qt::Key_T), this,
+            &MainWindow::ShowStatistics);
+  menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), this, &MainWindow::ShowBill);
 }
 
 // The control is in the middle of an event when it asks, so anything lengthy waits until it has returned.

@@ -5,18 +5,16 @@
 #include <QMainWindow>
 #include <QProgressBar>
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "journal/subject_keys.h"
-#include "platform/connection.h"
 #include "qt/stockbook_widget.h"
-#include "stockbook/window/column_memory.h"
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/message_line.h"
+#include "stockbook/window/shown_journal.h"
 #include "stockbook/window/window_colours.h"
+#include "stockbook/window/window_menus.h"
 
 namespace stockbook::app {
 
@@ -42,6 +40,8 @@ class MainWindow : public QMainWindow {
   qt::StockbookWidget& stockbook() { return *stockbook_; }
   JournalBar& bar() { return *bar_; }
   FindBar& find_bar() { return *find_bar_; }
+  WindowMenus& menus() { return *menus_; }
+  ShownJournal& journal() { return *journal_; }
   const MessageLine& message() const { return *message_; }
 
  protected:
@@ -49,16 +49,11 @@ class MainWindow : public QMainWindow {
 
  private:
   void BuildMenus();
-  void BuildFileMenu();
-  void BuildJournalMenu();
   void BuildStatusLine();
   void ConnectControl();
-  void TakeLayout();
   void ChooseDatabase();
   void Reload();
   LoadReport Load(const JournalOptions& options);
-  bool PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys);
-  void GoToFirstCell();
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);
   void TakeNotice(const QString& message);
@@ -67,17 +62,14 @@ class MainWindow : public QMainWindow {
   void ObeyCommand(const QString& command);
   void UpdateTitle();
 
-  std::string database_;  // as titles call it
-  std::string file_;      // "" for a server
-  std::shared_ptr<platform::Connection> connection_;
-  bool loading_ = false;
-  bool laid_out_ = false;                // the load laid the columns out
-  bool row_changed_ = false;             // so its description comes next
-  std::optional<JournalOptions> shown_;  // the options of the journal in the grid
-  ColumnMemory columns_;
+  std::string database_;      // as titles call it
+  std::string file_;          // "" for a server
+  bool row_changed_ = false;  // so its description comes next
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   FindBar* find_bar_;
+  WindowMenus* menus_;
+  std::unique_ptr<ShownJournal> journal_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
   QLabel* row_count_;

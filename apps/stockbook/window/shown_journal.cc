@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/shown_journal.h"
+
+#include <QApplication>
+#include <algorithm>
+#include <utility>
+
+#include "stockbook/window/host_layout.h"
+#include "stockbook/window/reading_place.h"
+
+namespace stockbook::app {
+namespace {
+
+bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
+  return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
+         left.dp_code == right.dp_code;
+}
+
+}  // namespace
+
+ShownJournal::ShownJournal(qt::StockbookWidget& stockbook) : stockbook_(stockbook) {
+  connect(&stockbook, &qt::StockbookWidget::AfterFormatted, this, &ShownJournal::TakeLayout);
+}
+
+void ShownJournal::SetConnection(std::shared_ptr<platform::Connection> connection) {
+  connection_ = std::move(connection);
+  shown_.reset();
+}
+
+// A layout outside a load is the default layout that the user asked for.
+void ShownJournal::TakeLayout() {
+  RefineLayout(stockbook_.Grid());
+  if (loading_) {
+    laid_out_ = true;
+  } else {
+    columns_.StartFrom(stockbook_.Grid());
+  }
+}
+
+LoadReport ShownJournal::Load(const JournalOptions& options) {
+  if (connection_ == nullptr || loading_) return {};
+  control::Stockbook& control = stockbook_.control();
+  const ReadingPlace place(stockbook_.sheet());
+  const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
+  const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
+  columns_.Learn(stockbook_.Grid());
+  laid_out_ = false;
+  loading_ = true;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  LoadReport report = app::LoadJournal(control, connection_, options);
+  const bool put_back = !report.loaded && PutBackShown(report, keys);
+  QApplication::restoreOverrideCursor();
+  loading_ = false;
+  if (laid_out_) columns_.PutBack(stockbook_.Grid(), control.ColsFilter());
+  // The names depend on what the user has shown and hidden.
+  ComposeNames(control);
+  if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
+  if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
+  return report;
+}
+
+// Shows the journal again that a failed load was to replace. Returns false if there is none; then the header names
+// none.
+bool ShownJournal::PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys) {
+  control::Stockbook& control = stockbook_.control();
+  // A load tells the progress 0 when it has cleared the grid.
+  const bool cleared = std::find(failed.process.begin(), failed.process.end(), 0) != failed.process.end();
+  if (shown_.has_value() && !cleared) {
+    SetUpJournal(control, *shown_);
+    control.SetdpCode(keys.dpCode);
+    if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
+    return true;
+  }
+  if (shown_.has_value() && app::LoadJournal(control, connection_, *shown_).loaded) return true;
+  if (stockbook_.sheet().RecordCount() == 0) control.SetCaption({});
+  return false;
+}
+
+// Let the keyboard start from a visible cell.
+void ShownJournal::GoToFirstCell() {
+  platform::Grid& grid = stockbook_.Grid();
+  if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
+}
+
+}  // namespace stockbook::app
