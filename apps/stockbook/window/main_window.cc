@@ -122,14 +122,20 @@ LoadReport MainWindow::LoadFirstJournal() {
   JournalOptions options;
   platform::Connection* connection = journal_->connection();
   options.key_id = connection == nullptr ? 0 : InventoryCatalog(*connection).FirstProductWithLines();
+  if (options.key_id == 0) options.key_id = bar_->Options().key_id;
   return LoadJournal(options);
 }
 
-void MainWindow::Reload() { Load(bar_->Options()); }
+void MainWindow::Reload() {
+  bar_->TakeTypedTexts();
+  Load(bar_->Options());
+}
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (journal_->connection() == nullptr || journal_->IsLoading()) return {};
   LoadReport report = journal_->Load(options);
+  // The bar always names the journal below it.
+  if (!report.loaded && journal_->options().has_value()) bar_->SetOptions(*journal_->options());
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
   const size_t records = stockbook_->sheet().RecordCount();
