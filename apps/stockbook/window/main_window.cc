@@ -16,6 +16,9 @@
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/bill_dialog.h"
+#include "stockbook/window/file_drop.h"
+#include "stockbook/window/first_paint.h"
+#include "stockbook/window/help_dialog.h"
 
 namespace stockbook::app {
 namespace {
@@ -32,7 +35,8 @@ MainWindow::MainWindow(QWidget* parent)
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
       menus_(new WindowMenus(*menuBar())),
-      journal_(std::make_unique<ShownJournal>(*stockbook_)),
+      columns_(std::make_unique<JournalColumns>(*stockbook_)),
+      journal_(std::make_unique<ShownJournal>(*stockbook_, *columns_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -46,6 +50,7 @@ MainWindow::MainWindow(QWidget* parent)
   rows->addWidget(find_bar_);
   setCentralWidget(desk);
   BuildMenus();
+  BuildFeatures();
   BuildStatusLine();
   ConnectControl();
   resize(kUsualSize);
@@ -56,6 +61,18 @@ MainWindow::MainWindow(QWidget* parent)
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (recall_ != nullptr) recall_->KeepWindow();
+  QMainWindow::closeEvent(event);
+}
+
+void MainWindow::Remember(QSettings& settings) {
+  recall_ =
+      std::make_unique<WindowRecall>(settings, RecallParts{*this, *stockbook_, *journal_, *bar_, *zoom_, *menus_});
+  connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
+  connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);
 }
 
 void MainWindow::BuildStatusLine() {
@@ -94,9 +111,15 @@ AskPassword MainWindow::AskInDialog() {
 void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
   std::shared_ptr<platform::Connection> connection = OpenInventory(source, SqlDialect::kDesktop, ask);
   bar_->SetInventory(connection);
+  if (recall_ != nullptr) recall_->LeaveInventory();
   journal_->SetConnection(std::move(connection));
+  history_->Clear();
   database_ = source.name();
   file_ = source.file();
+  if (recall_ != nullptr) {
+    const QString path = file_.empty() ? QString() : QFileInfo(qt::ToQString(file_)).absoluteFilePath();
+    recall_->EnterInventory(file_.empty() ? database_ : qt::FromQString(path), path);
+  }
   UpdateTitle();
 }
 
@@ -104,7 +127,10 @@ void MainWindow::ChooseDatabase() {
   const QString path =
       QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
                                    QStringLiteral("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
-  if (path.isEmpty()) return;
+  if (!path.isEmpty()) OpenFile(path);
+}
+
+void MainWindow::OpenFile(const QString& path) {
   try {
     OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
     LoadFirstJournal();
@@ -119,11 +145,26 @@ LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
 }
 
 LoadReport MainWindow::LoadFirstJournal() {
+  if (const auto last = recall_ == nullptr ? std::nullopt : recall_->LastSubject(); last.has_value()) {
+    // The inventory may have lost the subject meanwhile.
+    LoadReport report = LoadJournal(*last);
+    if (report.loaded && stockbook_->sheet().RecordCount() > 0) return report;
+  }
   JournalOptions options;
   platform::Connection* connection = journal_->connection();
   options.key_id = connection == nullptr ? 0 : InventoryCatalog(*connection).FirstProductWithLines();
   if (options.key_id == 0) options.key_id = bar_->Options().key_id;
   return LoadJournal(options);
+}
+
+void MainWindow::LoadWhenPainted(const std::optional<JournalOptions>& options) {
+  new FirstPaint(*stockbook_->viewport(), [this, options] {
+    try {
+      options.has_value() ? LoadJournal(*options) : LoadFirstJournal();
+    } catch (const platform::Error& error) {
+      ShowMessage(qt::ToQString(error.what()));
+    }
+  });
 }
 
 void MainWindow::Reload() {
@@ -192,7 +233,39 @@ void MainWindow::BuildMenus() {
   menus.Add(MenuPlace::kViewJournal, tr("载入(&L)"), QKeySequence(Qt::Key_F5), this, &MainWindow::Reload);
   menus.Add(MenuPlace::kViewJournal, tr("统计(&S)..."), QKeySequence(Qt::CTRL | Qt::Key_T), this,
             &MainWindow::ShowStatistics);
+  menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
+            [this] { stockbook_->sheet().view().observer().Copy(); });
+  menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
   menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), this, &MainWindow::ShowBill);
+}
+
+void MainWindow::BuildFeatures() {
+  const auto load = [this](const JournalOptions& options) { return LoadJournal(options); };
+  column_actions_ = std::make_unique<ColumnActions>(*stockbook_, *columns_, *menus_);
+  history_ = std::make_unique<JournalHistory>(*stockbook_, *journal_, *menus_, load);
+  links_ = std::make_unique<JournalLinks>(*stockbook_, *journal_, *menus_, load);
+  zoom_ = std::make_unique<JournalZoom>(*stockbook_, *menus_);
+  margin_menu_ = std::make_unique<MarginMenu>(
+      *stockbook_, menus_->ActionsOf({MenuPlace::kViewColumns, MenuPlace::kViewPeriods, MenuPlace::kViewJournal}));
+  connect(columns_.get(), &JournalColumns::Told, this, &MainWindow::ShowMessage);
+  connect(links_.get(), &JournalLinks::Told, this, &MainWindow::ShowMessage);
+  connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::OpenFile);
+  // The control's menus offer what the menu bar has keys for.
+  const auto key = [](const QKeySequence& keys) { return keys.toString(QKeySequence::NativeText); };
+  stockbook_->SetMenuHints({{"mnuBill", key(Qt::CTRL | Qt::Key_B)},
+                            {"mnuCopy", key(QKeySequence::Copy)},
+                            {"mnuFind", key(QKeySequence::Find)},
+                            {"mnuRefresh", key(Qt::Key_F5)},
+                            {"mnuFrozen", key(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
+                            {"mnuHiddenCol", key(Qt::CTRL | Qt::SHIFT | Qt::Key_H)},
+                            {"mnuCollapse0", key(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+                            {"mnuCollapse1", key(Qt::CTRL | Qt::SHIFT | Qt::Key_L)}});
+}
+
+void MainWindow::ShowHelp() {
+  auto* dialog = new HelpDialog(*menus_, this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->open();
 }
 
 // The control is in the middle of an event when it asks, so anything lengthy waits until it has returned.

@@ -9,16 +9,14 @@
 #include "stockbook/window/reading_place.h"
 
 namespace stockbook::app {
-namespace {
 
 bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
   return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
          left.dp_code == right.dp_code;
 }
 
-}  // namespace
-
-ShownJournal::ShownJournal(qt::StockbookWidget& stockbook) : stockbook_(stockbook) {
+ShownJournal::ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& columns)
+    : stockbook_(stockbook), columns_(columns) {
   connect(&stockbook, &qt::StockbookWidget::AfterFormatted, this, &ShownJournal::TakeLayout);
 }
 
@@ -29,12 +27,39 @@ void ShownJournal::SetConnection(std::shared_ptr<platform::Connection> connectio
 
 // A layout outside a load is the default layout that the user asked for.
 void ShownJournal::TakeLayout() {
-  RefineLayout(stockbook_.Grid());
+  RefineLayout(stockbook_.control());
   if (loading_) {
     laid_out_ = true;
   } else {
-    columns_.StartFrom(stockbook_.Grid());
+    memories_[stockbook_.control().JournalType()].StartFrom(stockbook_.Grid());
+    LowerCaptions(stockbook_.control());
   }
+}
+
+void ShownJournal::LearnColumns() {
+  memories_[stockbook_.control().JournalType()].Learn(stockbook_.Grid(), columns_.Now().frozen);
+}
+
+ColumnChanges ShownJournal::ChangesOf(int journal_type) {
+  if (journal_type == stockbook_.control().JournalType()) LearnColumns();
+  return memories_[journal_type].changes();
+}
+
+void ShownJournal::SetChanges(int journal_type, ColumnChanges changes) {
+  memories_[journal_type].SetChanges(std::move(changes));
+}
+
+void ShownJournal::PutColumnsBack(int type_before) {
+  const int type = stockbook_.control().JournalType();
+  ColumnMemory& memory = memories_[type];
+  if (laid_out_) {
+    platform::Grid& grid = stockbook_.Grid();
+    memory.PutBack(grid, stockbook_.control().ColsFilter());
+    // The tree stays where it was when columns move.
+    grid.SetOutlineCol(grid.ColIndex(stockbook_.control().OutlineColKey()));
+  }
+  columns_.Settle(type == type_before ? JournalColumns::Earlier::kKept : JournalColumns::Earlier::kForgotten,
+                  memory.changes().frozen);
 }
 
 LoadReport ShownJournal::Load(const JournalOptions& options) {
@@ -43,7 +68,10 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   const ReadingPlace place(stockbook_.sheet());
   const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
   const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
-  columns_.Learn(stockbook_.Grid());
+  emit Leaving();
+  if (shown_.has_value()) LearnColumns();
+  const int type_before = control.JournalType();
+  columns_.Hold();
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -51,11 +79,13 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   const bool put_back = !report.loaded && PutBackShown(report, keys);
   QApplication::restoreOverrideCursor();
   loading_ = false;
-  if (laid_out_) columns_.PutBack(stockbook_.Grid(), control.ColsFilter());
+  LowerCaptions(control);
+  PutColumnsBack(type_before);
   // The names depend on what the user has shown and hidden.
   ComposeNames(control);
   if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
   if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
+  emit Arrived(report.loaded);
   return report;
 }
 

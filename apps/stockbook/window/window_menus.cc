@@ -25,6 +25,7 @@ QAction* WindowMenus::Add(MenuPlace place, const QString& text, const QKeySequen
   auto* action = new QAction(text, &bar_);
   action->setShortcut(key);
   menus_.at(place)->insertAction(ends_.at(place), action);
+  actions_[place].append(action);
   return action;
 }
 
@@ -32,6 +33,17 @@ QMenu* WindowMenus::AddMenu(MenuPlace place, const QString& text) {
   auto* menu = new QMenu(text, &bar_);
   menus_.at(place)->insertMenu(ends_.at(place), menu);
   return menu;
+}
+
+QList<QAction*> WindowMenus::ActionsOf(std::initializer_list<MenuPlace> places) const {
+  QList<QAction*> found;
+  for (const MenuPlace place : places) {
+    const auto actions = actions_.find(place);
+    if (actions == actions_.end()) continue;
+    if (!found.isEmpty()) found.append(nullptr);
+    found.append(actions->second);
+  }
+  return found;
 }
 
 QList<QAction*> WindowMenus::ActionsWithKeys() const {

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QObject>
 #include <QString>
+#include <initializer_list>
 #include <map>
 
 namespace stockbook::app {
@@ -49,6 +50,8 @@ class WindowMenus : public QObject {
   }
   // A menu of its own at the end of the place.
   QMenu* AddMenu(MenuPlace place, const QString& text);
+  // The actions of the places so far, with a null one between two places.
+  QList<QAction*> ActionsOf(std::initializer_list<MenuPlace> places) const;
   // All actions with a key, in the order of the menus, for a list of the keys.
   QList<QAction*> ActionsWithKeys() const;
 
@@ -57,6 +60,7 @@ class WindowMenus : public QObject {
 
   QMenuBar& bar_;
   std::map<MenuPlace, QMenu*> menus_;
+  std::map<MenuPlace, QList<QAction*>> actions_;
   std::map<MenuPlace, QAction*> ends_;  // the separator that ends a place
 };
 
