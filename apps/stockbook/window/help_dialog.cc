@@ -8,6 +8,9 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "qt/text.h"
+#include "stockbook/command/program_version.h"
+
 namespace stockbook::app {
 namespace {
 
@@ -48,7 +51,7 @@ HelpDialog::HelpDialog(const WindowMenus& menus, QWidget* parent) : QDialog(pare
                     "列太窄，放不下数字。"));
   signs->setTextFormat(Qt::PlainText);
   signs->setWordWrap(true);
-  auto* version = new QLabel(tr("库存台账 %1 版").arg(QStringLiteral(STOCKBOOK_VERSION)));
+  auto* version = new QLabel(tr("库存台账 %1 版").arg(qt::ToQString(ProgramVersion())));
   version->setTextFormat(Qt::PlainText);
   version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   auto* buttons = new QDialogButtonBox;
