@@ -4,16 +4,23 @@
 
 #include <QApplication>
 #include <QDropEvent>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QUrl>
 #include <QWheelEvent>
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "app/window_fixture.h"
 #include "base/column_keys.h"
 #include "sheet/grid_sheet.h"
+#include "stockbook/command/program_version.h"
+#include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/help_dialog.h"
+#include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
 namespace {
@@ -154,6 +161,42 @@ TEST_F(Ways, ALineLeadsToItsPartnerAndFromThereToAProduct) {
   EXPECT_EQ(window_->bar().Options().key_id, product);
 }
 
+TEST_F(Ways, OneSearchFindsProductsPartnersAndProjectsByAnyOfTheirTexts) {
+  OpenFirst();
+  SubjectSearch search(*window_->journal().connection(), nullptr, 5);
+  std::vector<JournalOptions> chosen;
+  QObject::connect(&search, &SubjectSearch::Chosen, [&](const JournalOptions& options) { chosen.push_back(options); });
+  const QAbstractItemModel& found = *search.found().model();
+  const int all = found.rowCount();
+  const auto connection = OpenInventory(PathOf("sample.db"));
+  const InventoryCatalog catalog(*connection);
+  const CatalogEntry customer = catalog.SecondKeys(base::CustomerJournal).back();
+  search.words().setText(QStringLiteral("客户 ") + QString::fromStdString(customer.text));
+  ASSERT_EQ(found.rowCount(), 1);
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(&search.words(), &enter);
+  ASSERT_EQ(chosen.size(), 1U);
+  EXPECT_EQ(chosen[0].journal_type, 2);
+  EXPECT_EQ(chosen[0].dp_id, customer.key);
+  EXPECT_EQ(chosen[0].key_id, 0);
+  search.words().setText(QStringLiteral("项目"));
+  EXPECT_GT(found.rowCount(), 0);
+  EXPECT_LT(found.rowCount(), all);
+  search.words().setText(QStringLiteral("没有这样的台账"));
+  QApplication::sendEvent(&search.words(), &enter);
+  EXPECT_EQ(chosen.size(), 1U) << "nothing was found";
+}
+
+TEST_F(Ways, TheArrowsMoveInWhatWasFoundWhileOneTypes) {
+  OpenFirst();
+  SubjectSearch search(*window_->journal().connection(), nullptr, 5);
+  search.show();
+  EXPECT_EQ(search.found().currentIndex().row(), 0);
+  QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+  QApplication::sendEvent(&search.words(), &down);
+  EXPECT_EQ(search.found().currentIndex().row(), 1);
+}
+
 TEST_F(Ways, CtrlAndTheWheelZoomTheJournal) {
   OpenFirst();
   const int before = static_cast<int>(stockbook().sheet().view().geometry().CellRect(1, 3).height);
@@ -202,6 +245,10 @@ TEST_F(Ways, HelpListsTheKeysOfTheMenusAndOfTheGrid) {
   EXPECT_TRUE(lists(QStringLiteral("Ctrl+A")));
   for (const QTreeWidgetItem* item : help.keys().findItems(QStringLiteral("Ctrl+L"), Qt::MatchExactly, 0))
     EXPECT_EQ(item->text(1).toStdString(), "列设置");
+  const QList<QLabel*> labels = help.findChildren<QLabel*>();
+  EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+    return label->text().contains(QString::fromUtf8(ProgramVersion().data()));
+  })) << "it names the version";
 }
 
 TEST_F(Ways, NoTwoItemsOfTheMenusHaveTheSameKey) {

@@ -34,9 +34,6 @@ bool MayBeEveryProduct(base::tqJournalTypeContants type) {
   return type == base::SupplierJournal || type == base::CustomerJournal;
 }
 
-QString ProductKind() { return QStringLiteral("product"); }
-QString SecondKind(base::tqJournalTypeContants type) { return QStringLiteral("second%1").arg(static_cast<int>(type)); }
-
 }  // namespace
 
 JournalBar::JournalBar(QWidget* parent)
@@ -196,8 +193,8 @@ void JournalBar::SetUses(SubjectUses* uses) {
 
 void JournalBar::CountUses() const {
   if (uses_ == nullptr) return;
-  uses_->Count(ProductKind(), product_->Current());
-  uses_->Count(SecondKind(Type()), second_->Current());
+  uses_->Count(SubjectUses::ProductKind(), product_->Current());
+  uses_->Count(SubjectUses::SecondKind(Type()), second_->Current());
 }
 
 // Where the inventory cannot be read the bar goes back to the type that it has the subjects of, and returns false.
@@ -223,9 +220,9 @@ bool JournalBar::FillChoosers() {
   const auto uses_of = [this](const QString& kind) {
     return [this, kind](const CatalogEntry& entry) { return uses_ == nullptr ? 0 : uses_->Of(kind, entry); };
   };
-  product_->SetEntries(std::move(products), uses_of(ProductKind()));
+  product_->SetEntries(std::move(products), uses_of(SubjectUses::ProductKind()));
   product_->Choose(product.key, product.class_code);
-  second_->SetEntries(std::move(seconds), uses_of(SecondKind(type)));
+  second_->SetEntries(std::move(seconds), uses_of(SubjectUses::SecondKind(type)));
   FollowWidth();
   return true;
 }

@@ -39,6 +39,9 @@ class JournalColumns : public QObject, private sheet::SheetWatcher {
   void Undo();
   void Redo();
 
+  // The view has another scale, so another number of columns fits.
+  void ViewChanged() { look_.start(0); }
+
   // Until Settle, changes are the program's own.
   void Hold();
   // Restores how many columns the user wants frozen; less than 0 keeps it. Earlier changes can no longer be undone if

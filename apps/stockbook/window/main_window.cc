@@ -19,6 +19,7 @@
 #include "stockbook/window/file_drop.h"
 #include "stockbook/window/first_paint.h"
 #include "stockbook/window/help_dialog.h"
+#include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
 namespace {
@@ -235,6 +236,8 @@ void MainWindow::BuildMenus() {
             &MainWindow::ShowStatistics);
   menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
             [this] { stockbook_->sheet().view().observer().Copy(); });
+  menus.Add(MenuPlace::kGoBack, tr("转到台账(&G)..."), QKeySequence(Qt::CTRL | Qt::Key_G), this,
+            &MainWindow::SearchSubject);
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
   menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), this, &MainWindow::ShowBill);
 }
@@ -248,6 +251,7 @@ void MainWindow::BuildFeatures() {
   margin_menu_ = std::make_unique<MarginMenu>(
       *stockbook_, menus_->ActionsOf({MenuPlace::kViewColumns, MenuPlace::kViewPeriods, MenuPlace::kViewJournal}));
   connect(columns_.get(), &JournalColumns::Told, this, &MainWindow::ShowMessage);
+  connect(zoom_.get(), &JournalZoom::Changed, columns_.get(), &JournalColumns::ViewChanged);
   connect(links_.get(), &JournalLinks::Told, this, &MainWindow::ShowMessage);
   connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::OpenFile);
   // The control's menus offer what the menu bar has keys for.
@@ -260,6 +264,20 @@ void MainWindow::BuildFeatures() {
                             {"mnuHiddenCol", key(Qt::CTRL | Qt::SHIFT | Qt::Key_H)},
                             {"mnuCollapse0", key(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
                             {"mnuCollapse1", key(Qt::CTRL | Qt::SHIFT | Qt::Key_L)}});
+}
+
+void MainWindow::SearchSubject() {
+  platform::Connection* connection = journal_->connection();
+  if (connection == nullptr || journal_->IsLoading()) return;
+  try {
+    auto* search =
+        new SubjectSearch(*connection, recall_ == nullptr ? nullptr : &recall_->uses(), bar_->Options().key_id, this);
+    search->setAttribute(Qt::WA_DeleteOnClose);
+    connect(search, &SubjectSearch::Chosen, this, [this](const JournalOptions& options) { LoadJournal(options); });
+    search->open();
+  } catch (const platform::Error& error) {
+    ShowMessage(qt::ToQString(error.what()));
+  }
 }
 
 void MainWindow::ShowHelp() {

@@ -85,6 +85,7 @@ class MainWindow : public QMainWindow {
   void ShowBill();
   void ShowStatistics();
   void ShowHelp();
+  void SearchSubject();
   void ObeyCommand(const QString& command);
   void UpdateTitle();
 

@@ -14,7 +14,10 @@ class SubjectUses {
   // From now on uses are kept in the group of the settings, which outlive this.
   void KeepIn(QSettings* settings, const QString& group);
 
-  // `kind` tells subjects of different tables apart, such as "product" and "customer".
+  // The kinds of subjects, which tell those of different tables apart: products, and by journal type the second keys.
+  static QString ProductKind() { return QStringLiteral("product"); }
+  static QString SecondKind(int journal_type) { return QStringLiteral("second%1").arg(journal_type); }
+
   int Of(const QString& kind, const CatalogEntry& entry) const;
   void Count(const QString& kind, const CatalogEntry& entry);
 

@@ -42,6 +42,7 @@ class WindowRecall : public QObject {
   void LeaveInventory() { keeper_.Keep(); }
   // `name` tells the inventory from others; `file` is empty for a server.
   void EnterInventory(const std::string& name, const QString& file);
+  SubjectUses& uses() { return uses_; }
   std::optional<JournalOptions> LastSubject() const { return memory_.LastSubject(); }
   // Before the window closes.
   void KeepWindow();
