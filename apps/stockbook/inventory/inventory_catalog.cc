@@ -50,7 +50,7 @@ void AppendPart(std::string& text, const base::Value& part) {
 }
 
 // All texts of the current record, whatever its table has: short codes, bar codes, aliases, telephone numbers.
-std::string TextsOf(const platform::Recordset& rows) {
+std::string AllTextsOf(const platform::Recordset& rows) {
   std::string texts;
   for (size_t field = 0; field < rows.FieldCount(); ++field) {
     const base::Value value = rows.FieldValue(field);
@@ -69,7 +69,7 @@ std::vector<CatalogEntry> InventoryCatalog::Products() const {
     CatalogEntry entry{KeyOf(rows.FieldValue("pdID")), {}, {}};
     if (entry.key <= 0) continue;
     for (const char* field : {"商品编号", "商品名称", "规格", "型号"}) AppendPart(entry.text, rows.FieldValue(field));
-    entry.words = TextsOf(rows);
+    entry.words = AllTextsOf(rows);
     entries.push_back(std::move(entry));
   }
   return entries;
@@ -87,7 +87,7 @@ std::vector<CatalogEntry> InventoryCatalog::SecondKeys(base::tqJournalTypeContan
   if (!queries.subjects.empty()) {
     for (platform::Recordset rows = connection_.Execute(queries.subjects); !rows.AtEnd(); rows.MoveNext()) {
       const int32_t key = KeyOf(rows.FieldValue(queries.key));
-      if (key > 0) entries.push_back({key, {}, rows.FieldValue(queries.name).Text(), TextsOf(rows)});
+      if (key > 0) entries.push_back({key, {}, rows.FieldValue(queries.name).Text(), AllTextsOf(rows)});
     }
   }
   return entries;

@@ -17,6 +17,9 @@ bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
 
 ShownJournal::ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& columns)
     : stockbook_(stockbook), columns_(columns) {
+  loader_ = [this](const JournalOptions& options) {
+    return app::LoadJournal(stockbook_.control(), connection_, options);
+  };
   connect(&stockbook, &qt::StockbookWidget::AfterFormatted, this, &ShownJournal::TakeLayout);
 }
 
@@ -75,7 +78,7 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = app::LoadJournal(control, connection_, options);
+  LoadReport report = loader_(options);
   const bool put_back = !report.loaded && PutBackShown(report, keys);
   QApplication::restoreOverrideCursor();
   loading_ = false;
@@ -101,7 +104,7 @@ bool ShownJournal::PutBackShown(const LoadReport& failed, const journal::Subject
     if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
     return true;
   }
-  if (shown_.has_value() && app::LoadJournal(control, connection_, *shown_).loaded) return true;
+  if (shown_.has_value() && loader_(*shown_).loaded) return true;
   if (stockbook_.sheet().RecordCount() == 0) control.SetCaption({});
   return false;
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "journal/subject_keys.h"
 #include "platform/connection.h"
@@ -31,6 +33,9 @@ class ShownJournal : public QObject {
   // From now on journals are read from there.
   void SetConnection(std::shared_ptr<platform::Connection> connection);
   platform::Connection* connection() const { return connection_.get(); }
+  // What reads a journal into the control; unless another one is set, app::LoadJournal.
+  using Loader = std::function<LoadReport(const JournalOptions&)>;
+  void SetLoader(Loader loader) { loader_ = std::move(loader); }
   // Does nothing without a connection and inside of a load.
   LoadReport Load(const JournalOptions& options);
   bool IsLoading() const { return loading_; }
@@ -57,6 +62,7 @@ class ShownJournal : public QObject {
 
   qt::StockbookWidget& stockbook_;
   std::shared_ptr<platform::Connection> connection_;
+  Loader loader_;
   bool loading_ = false;
   bool laid_out_ = false;  // the load laid the columns out
   std::optional<JournalOptions> shown_;
