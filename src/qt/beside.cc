@@ -69,6 +69,7 @@ void Beside::Run(const BesideWork& work) {
   if (is_own_thread && work_ != nullptr) {
     throw platform::Error("Execute", "数据库还在执行上一个查询，请等它完成，或先取消它", 0, platform::ErrorKind::kBusy);
   }
+  if (is_own_thread) cancelled_ = false;
   std::future<void> done = thread_.Start(work.run);
   if (is_own_thread && QCoreApplication::instance() != nullptr && done.wait_for(grace_) != std::future_status::ready) {
     work_ = &work;
@@ -81,7 +82,6 @@ void Beside::Run(const BesideWork& work) {
 void Beside::RunAtOnce(const std::function<void()>& run) { thread_.Start(run).get(); }
 
 void Beside::HandleEventsUntil(const std::future<void>& done) {
-  cancelled_ = false;
   QEventLoop loop;
   loop_ = &loop;
   QTimer ticker;

@@ -43,6 +43,8 @@ class Beside : public QObject {
   // Runs something short, without handling events, after whatever runs. Throws what it throws.
   void RunAtOnce(const std::function<void()>& run);
   bool IsRunning() const { return work_ != nullptr; }
+  // Whether the work that runs, or the last one, was cancelled.
+  bool WasCancelled() const { return cancelled_; }
 
  public slots:
   // Nothing without work.

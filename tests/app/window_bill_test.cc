@@ -131,14 +131,14 @@ TEST_F(Bills, LeadToTheJournalOfEachProductAndBack) {
   EXPECT_EQ(Shown(), nullptr) << "the journal is free to be read";
   EXPECT_EQ(stockbook().control().KeyID(), wanted.product_id);
   EXPECT_EQ(Cell(grid().Row(), keys::kRecID), std::to_string(wanted.record_id)) << "at the line of the bill";
-  ASSERT_TRUE(window_->strip().trail().isVisible());
-  window_->strip().trail().action().click();
+  ASSERT_TRUE(window_->reading().strip().trail().isVisible());
+  window_->reading().strip().trail().action().click();
   dialog = Shown();
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(dialog->Line(), last);
   EXPECT_EQ(Title(), title);
   EXPECT_EQ(grid().Row(), row) << "and the journal is where it was left";
-  EXPECT_FALSE(window_->strip().trail().isVisible());
+  EXPECT_FALSE(window_->reading().strip().trail().isVisible());
 }
 
 TEST_F(Bills, AreReturnedToByKeys) {

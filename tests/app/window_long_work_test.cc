@@ -26,7 +26,7 @@ class LongWork : public WindowTest {
     Open();
     ASSERT_TRUE(window_->LoadFirstJournal().loaded);
   }
-  LoadStrip& strip() { return window_->strip(); }
+  LoadStrip& strip() { return window_->reading().strip(); }
   // Another program that changes the sample.
   void Execute(const std::string& sql) {
     sqlite3* writer = nullptr;
@@ -43,9 +43,10 @@ class LongWork : public WindowTest {
   void HoldAndThen(std::function<void(sqlite3*)> meanwhile) {
     ASSERT_EQ(sqlite3_open(PathOf("sample.db").c_str(), &holder_), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(holder_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    window_->loader().beside().SetGrace(std::chrono::milliseconds(0));
+    window_->reading().loader().beside().SetGrace(std::chrono::milliseconds(0));
     QObject::connect(
-        &window_->loader().beside(), &qt::Beside::Began, window_.get(), [this, meanwhile] { meanwhile(holder_); },
+        &window_->reading().loader().beside(), &qt::Beside::Began, window_.get(),
+        [this, meanwhile] { meanwhile(holder_); },
         static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::SingleShotConnection));
   }
   static void LetGo(sqlite3* holder) { sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr); }

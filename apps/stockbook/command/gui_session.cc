@@ -13,6 +13,7 @@
 #include "qt/text.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/program_end.h"
+#include "stockbook/window/window_style.h"
 
 namespace stockbook::app {
 namespace {
@@ -82,6 +83,7 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
                        translations)) {
     QCoreApplication::installTranslator(&translator_);
   }
+  QApplication::setStyle(new WindowStyle);
   QFont font = QApplication::font();
   font.setFamily(qt::ToQString(qt::DefaultGridFont().name));
   QApplication::setFont(font);

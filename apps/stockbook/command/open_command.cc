@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/open_command.h"
 
+#include <QSettings>
 #include <QStandardPaths>
 #include <filesystem>
 #include <ostream>
@@ -22,7 +23,8 @@ Usage: stockbook [open] [DB] [JOURNAL]
 
   DB   the inventory; .db, .mdb, .accdb or a connection string; without it the sample inventory, made on first use in the user's data folder
 
-Without JOURNAL it is the material journal of product 1, or of the first product that has lines.
+Without JOURNAL it is the one that was last shown of the inventory, at first the material journal of product 1, or of
+the first product that has lines. The window is as it was left; what it remembers is in the user's settings.
 
 )";
 
@@ -46,17 +48,15 @@ int RunOpen(const std::vector<std::string>& arguments, Terminal& terminal) {
   DatabaseSource source;
   if (!line.positionals().empty()) source = ReadSource(line, line.positionals().front(), "open", terminal);
   GuiSession session(GuiNeed::kWindow);
+  QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("stockbook"),
+                     QStringLiteral("stockbook"));
   MainWindow window;
+  window.Remember(settings);
   if (line.positionals().empty()) source = DatabaseSource(SampleDatabase());
   window.OpenDatabase(std::move(source), window.AskInDialog());
   window.show();
   // The window appears before a long load begins, and shows its progress.
-  QApplication::processEvents();
-  if (options) {
-    window.LoadJournal(*options);
-  } else {
-    window.LoadFirstJournal();
-  }
+  window.LoadWhenPainted(options);
   return session.Run();
 }
 

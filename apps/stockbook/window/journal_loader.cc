@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/journal_loader.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -10,6 +11,7 @@
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
 #include "platform/error.h"
+#include "qt/text.h"
 #include "qt/threaded_connection.h"
 
 namespace stockbook::app {
@@ -38,8 +40,10 @@ LoadReport JournalLoader::Load(const JournalOptions& options) {
     if (IsNarrow(options.dp_id)) connection->Fetch(StatementOf(options));
   } catch (const platform::Error& error) {
     LoadReport report;
-    report.notify.emplace_back(error.what());
-    report.cancelled = error.kind() == platform::ErrorKind::kInterrupted;
+    // A statement that took too long was interrupted, too, and that is to be told.
+    report.cancelled = beside_->WasCancelled();
+    report.notify.push_back(report.cancelled ? qt::FromQString(QCoreApplication::translate("Reading", "已取消读取。"))
+                                             : error.what());
     return report;
   }
   return LoadJournal(control_, connection, options);
