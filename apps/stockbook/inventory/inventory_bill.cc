@@ -15,13 +15,13 @@ struct BillTables {
   const char* partners;
 };
 
-BillTables TablesOf(BillSide side) {
+BillTables BillTablesOf(BillSide side) {
   return side == BillSide::kReceipt ? BillTables{"入库目录", "入库记录", "厂商资料"}
                                     : BillTables{"出库目录", "出库记录", "客户资料"};
 }
 
 std::string HeadStatement(BillSide side, int32_t bill_id) {
-  const BillTables tables = TablesOf(side);
+  const BillTables tables = BillTablesOf(side);
   return std::string(
              "Select Dir.BillDate As BillDate, Dir.AccPeriod As Period, Dir.单据类型 As BillName, "
              "Dir.单据编号 As BillNo, Dir.说明 As Explain, ks.企业名称 As Enterprise, "
@@ -41,7 +41,7 @@ std::string LinesStatement(BillSide side, int32_t bill_id) {
              "Recs.金额 As TaxAccount, Recs.经手人 As Field0, Recs.交接人 As Field1, Recs.包装 As Field2, "
              "Recs.货位 As Field3, Recs.期限 As Field4, Recs.SerialNo As Field5, Recs.ProductDate As Field6 "
              "From (") +
-         TablesOf(side).lines +
+         BillTablesOf(side).lines +
          " As Recs Left Join 商品设置 As pd On Recs.pdID = pd.pdID) Left Join 仓库设置 As dp On Recs.dpID = dp.dpID "
          "Where Recs.BillID = " +
          std::to_string(bill_id) + " Order By Recs.RecID";

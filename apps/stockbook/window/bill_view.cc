@@ -109,7 +109,7 @@ void AddDetails(std::vector<BillColumn>& columns) {
   }
 }
 
-std::vector<BillColumn> ColumnsOf(AmountTexts amounts) {
+std::vector<BillColumn> BillColumnsOf(AmountTexts amounts) {
   std::vector<BillColumn> columns = {TextColumn(QT_TRANSLATE_NOOP("Bill", "编号"), &BillLine::product_no),
                                      TextColumn(QT_TRANSLATE_NOOP("Bill", "名称"), &BillLine::product_name),
                                      TextColumn(QT_TRANSLATE_NOOP("Bill", "规格"), &BillLine::model),
@@ -185,7 +185,7 @@ BillView ViewOfBill(const InventoryBill& bill, AmountTexts amounts) {
   view.amounts = amounts;
   AddFacts(bill, view);
   std::vector<BillColumn> columns;
-  for (BillColumn& column : ColumnsOf(amounts)) {
+  for (BillColumn& column : BillColumnsOf(amounts)) {
     const bool is_direction = std::string_view(column.caption) == "方向";
     if (SaysSomething(column, bill, is_direction)) columns.push_back(std::move(column));
   }
