@@ -77,7 +77,7 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
   application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
   qInstallMessageHandler(need == GuiNeed::kPicture ? EndAtSystemErrors : nullptr);
   QApplication::setApplicationName(QStringLiteral("stockbook"));
-  QApplication::setApplicationDisplayName(QStringLiteral("库存台账"));
+  QApplication::setApplicationDisplayName(HostText("库存台账"));
   const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
   if (translator_.load(QLocale(QLocale::Chinese, QLocale::China), QStringLiteral("qtbase"), QStringLiteral("_"),
                        translations)) {
@@ -93,6 +93,14 @@ GuiSession::~GuiSession() {
   if (application_ == nullptr) return;
   application_.reset();
   qInstallMessageHandler(nullptr);
+}
+
+void GuiSession::Speak(HostLanguage language) {
+  if (language != HostLanguage::kEnglish || !host_texts_.LoadEnglish()) return;
+  // The toolkit itself is written in English.
+  QCoreApplication::removeTranslator(&translator_);
+  QCoreApplication::installTranslator(&host_texts_);
+  QApplication::setApplicationDisplayName(HostText("库存台账"));
 }
 
 int GuiSession::Run() { return QApplication::exec(); }

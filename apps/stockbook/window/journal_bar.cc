@@ -29,6 +29,21 @@ QString SecondKeyLabel(base::tqJournalTypeContants type) {
   return {};
 }
 
+// What stands for all of them, in the language of the window.
+QString AllSeconds(base::tqJournalTypeContants type) {
+  switch (type) {
+    case base::MaterialJournal:
+      return JournalBar::tr("全部仓库");
+    case base::SupplierJournal:
+      return JournalBar::tr("全部供应商");
+    case base::CustomerJournal:
+      return JournalBar::tr("全部客户");
+    case base::ProjectJournal:
+      return JournalBar::tr("全部项目");
+  }
+  return {};
+}
+
 // In the partner journals no product stands for every product.
 bool MayBeEveryProduct(base::tqJournalTypeContants type) {
   return type == base::SupplierJournal || type == base::CustomerJournal;
@@ -215,7 +230,8 @@ bool JournalBar::FillChoosers() {
   }
   filled_type_ = type_->currentIndex();
   second_label_->setText(SecondKeyLabel(type));
-  if (MayBeEveryProduct(type)) products.insert(products.begin(), CatalogEntry{0, {}, "全部商品"});
+  if (MayBeEveryProduct(type)) products.insert(products.begin(), CatalogEntry{0, {}, qt::FromQString(tr("全部商品"))});
+  if (!seconds.empty()) seconds.front().text = qt::FromQString(AllSeconds(type));
   const CatalogEntry product = product_->Current();
   const auto uses_of = [this](const QString& kind) {
     return [this, kind](const CatalogEntry& entry) { return uses_ == nullptr ? 0 : uses_->Of(kind, entry); };

@@ -18,6 +18,7 @@
 #include "stockbook/window/file_drop.h"
 #include "stockbook/window/first_paint.h"
 #include "stockbook/window/help_dialog.h"
+#include "stockbook/window/language_menu.h"
 #include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
@@ -74,6 +75,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::Remember(QSettings& settings) {
   recall_ =
       std::make_unique<WindowRecall>(settings, RecallParts{*this, *stockbook_, *journal_, *bar_, *zoom_, *menus_});
+  connect(new LanguageMenu(settings, *menus_, this), &LanguageMenu::Told, this, &MainWindow::ShowMessage);
   connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
   connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);
 }
@@ -103,9 +105,8 @@ void MainWindow::ConnectControl() {
 AskPassword MainWindow::AskInDialog() {
   return [this](const std::string& database) -> std::optional<std::string> {
     bool accepted = false;
-    const QString password =
-        QInputDialog::getText(this, QStringLiteral("密码"), QStringLiteral("“%1”的密码：").arg(qt::ToQString(database)),
-                              QLineEdit::Password, {}, &accepted);
+    const QString password = QInputDialog::getText(this, tr("密码"), tr("“%1”的密码：").arg(qt::ToQString(database)),
+                                                   QLineEdit::Password, {}, &accepted);
     if (!accepted) return std::nullopt;
     return qt::FromQString(password);
   };
@@ -128,9 +129,8 @@ void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
 }
 
 void MainWindow::ChooseDatabase() {
-  const QString path =
-      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
-                                   QStringLiteral("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
+  const QString path = QFileDialog::getOpenFileName(this, tr("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
+                                                    tr("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
   if (!path.isEmpty()) OpenFile(path);
 }
 
@@ -184,7 +184,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
   const size_t records = stockbook_->sheet().RecordCount();
-  row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  row_count_->setText(tr("共 %L1 行").arg(records));
   UpdateTitle();
   stockbook_->setFocus();
   return report;
@@ -219,7 +219,7 @@ void MainWindow::TakeNotice(const QString& message) {
 }
 
 void MainWindow::UpdateTitle() {
-  QString title = QStringLiteral("库存台账");
+  QString title = tr("库存台账");
   if (!database_.empty()) title = file_.empty() ? qt::ToQString(database_) : QFileInfo(qt::ToQString(file_)).fileName();
   const QString caption = qt::ToQString(stockbook_->control().Caption());
   if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
@@ -304,10 +304,9 @@ void MainWindow::ShowStatistics() {
   const QString statistics = stockbook_->Statistics();
   // In that case the control has reported why there are none.
   if (statistics.isEmpty()) return;
-  auto* box =
-      new QMessageBox(QMessageBox::Information, QStringLiteral("统计"), statistics, QMessageBox::NoButton, this);
+  auto* box = new QMessageBox(QMessageBox::Information, tr("统计"), statistics, QMessageBox::NoButton, this);
   box->setTextFormat(Qt::PlainText);
-  box->addButton(QStringLiteral("关闭(&C)"), QMessageBox::AcceptRole);
+  box->addButton(tr("关闭(&C)"), QMessageBox::AcceptRole);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->open();
 }
