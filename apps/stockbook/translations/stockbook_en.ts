@@ -1254,6 +1254,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Bac&amp;k to the bill</translation>
     </message>
     <message>
+        <source>返回单据(&amp;Z)</source>
+        <translation>Back to the bill (&amp;Z)</translation>
+    </message>
+    <message>
         <source>还没有载入台账，没有内容可以输出；请先选择并载入一个台账。</source>
         <translation>There is no journal to write yet; choose and load one first.</translation>
     </message>
@@ -1342,12 +1346,12 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Redo the change of columns (&amp;Y)</translation>
     </message>
     <message>
-        <source>重新载入(&amp;R)</source>
-        <translation>&amp;Reload</translation>
+        <source>重新载入(&amp;O)</source>
+        <translation>Rel&amp;oad</translation>
     </message>
     <message>
-        <source>重试(&amp;R)</source>
-        <translation>T&amp;ry again</translation>
+        <source>重试(&amp;Y)</source>
+        <translation>Tr&amp;y again</translation>
     </message>
     <message>
         <source>金额</source>

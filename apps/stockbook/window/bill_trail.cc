@@ -108,7 +108,7 @@ void BillTrail::FollowLine(int line) {
   // From a journal that was itself reached from a bill the way still leads back to the first one.
   if (!came_from_) came_from_.emplace(Origin{*shown, place, bill, line});
   if (const int row = FindLine(bill, record); row >= 0) ShowRow(host_.stockbook.Grid(), row);
-  host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->bill.number), {tr("返回单据(&K)"), [this] { GoBack(); }});
+  host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->bill.number), {tr("返回单据(&Z)"), [this] { GoBack(); }});
 }
 
 void BillTrail::GoBack() {

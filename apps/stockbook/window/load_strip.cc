@@ -39,12 +39,12 @@ void LoadStrip::LoadEnded(const LoadReport& report, std::function<void()> again)
   }
   // Whoever cancelled knows why there is nothing.
   if (report.cancelled || LoadError(report).empty()) return failure_->Dismiss();
-  failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&R)"), std::move(again)});
+  failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&Y)"), std::move(again)});
 }
 
 void LoadStrip::TellChange() {
   change_->Tell(tr("库存已被其他程序修改，这里显示的是修改以前的台账。"),
-                {tr("重新载入(&R)"), [this] { emit ReloadWanted(); }});
+                {tr("重新载入(&O)"), [this] { emit ReloadWanted(); }});
 }
 
 }  // namespace stockbook::app

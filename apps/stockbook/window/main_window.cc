@@ -152,7 +152,7 @@ LoadReport MainWindow::LoadFirstJournal() {
   if (const auto last = recall_ == nullptr ? std::nullopt : recall_->LastSubject(); last.has_value()) {
     // The inventory may have lost the subject meanwhile.
     LoadReport report = LoadJournal(*last);
-    if (report.loaded && stockbook_->sheet().RecordCount() > 0) return report;
+    if (report.cancelled || (report.loaded && stockbook_->sheet().RecordCount() > 0)) return report;
   }
   JournalOptions options;
   platform::Connection* connection = journal_->connection();

@@ -6,10 +6,16 @@
 #include <QMessageBox>
 #include <utility>
 
+#include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_tables.h"
 
 namespace stockbook::app {
+namespace {
+
+constexpr int kMostQuestions = 3;
+
+}  // namespace
 
 WindowReading::WindowReading(const Host& host)
     : QObject(&host.window),
@@ -33,8 +39,32 @@ WindowReading::WindowReading(const Host& host)
   host_.window.installEventFilter(this);
 }
 
-std::shared_ptr<PrefetchedConnection> WindowReading::Open(DatabaseSource& source, const AskPassword& ask) const {
-  auto opened = loader_.Prepare(OpenInventory(source, SqlDialect::kDesktop, ask));
+// The user is asked here and not on the other thread: what opens gives up for want of a password, and begins again with
+// the answer.
+std::shared_ptr<platform::Connection> WindowReading::OpenBeside(DatabaseSource& source, const AskPassword& ask) {
+  std::optional<std::string> answer;
+  for (int questions = 0;; ++questions) {
+    DatabaseSource tried = source;
+    bool wants_answer = false;
+    const AskPassword pass_on = [&](const std::string&) {
+      wants_answer = !answer.has_value();
+      return std::exchange(answer, std::nullopt);
+    };
+    try {
+      std::shared_ptr<platform::Connection> opened;
+      loader_.beside().Run({[&] { opened = OpenInventory(tried, SqlDialect::kDesktop, pass_on); }});
+      source = std::move(tried);
+      return opened;
+    } catch (const platform::Error&) {
+      if (!wants_answer || !ask || questions >= kMostQuestions) throw;
+      answer = ask(source.name());
+      if (!answer) throw;
+    }
+  }
+}
+
+std::shared_ptr<PrefetchedConnection> WindowReading::Open(DatabaseSource& source, const AskPassword& ask) {
+  auto opened = loader_.Prepare(OpenBeside(source, ask));
   const QString name =
       source.file().empty() ? qt::ToQString(source.name()) : QFileInfo(qt::ToQString(source.file())).fileName();
   RequireInventory(*opened, qt::FromQString(name));

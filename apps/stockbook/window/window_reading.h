@@ -37,7 +37,8 @@ class WindowReading : public QObject {
   explicit WindowReading(const Host& host);
 
   // An inventory that can be read beside the interface. Throws platform::Error if it cannot be opened, or lacks tables.
-  std::shared_ptr<PrefetchedConnection> Open(DatabaseSource& source, const AskPassword& ask) const;
+  // Opening may take its time, too: a server is far away, a desktop file is copied.
+  std::shared_ptr<PrefetchedConnection> Open(DatabaseSource& source, const AskPassword& ask);
   // From now on this one is read; `file` is "" for a server.
   void Use(const std::shared_ptr<PrefetchedConnection>& opened, const std::string& file);
   // In a dialog, since a line at the foot of the window is easily overlooked.
@@ -60,6 +61,7 @@ class WindowReading : public QObject {
     LoadReport report;
   };
 
+  std::shared_ptr<platform::Connection> OpenBeside(DatabaseSource& source, const AskPassword& ask);
   LoadReport Load(const JournalOptions& options);
   void TellOutcome();
 
