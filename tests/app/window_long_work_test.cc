@@ -134,6 +134,16 @@ TEST_F(LongWork, AChangeIsNoticedWithoutBeingAskedFor) {
   EXPECT_TRUE(strip().change().isVisible());
 }
 
+TEST_F(LongWork, WhereThereIsNoFileTheNewestLinesTellAChange) {
+  const auto connection = OpenInventory(PathOf("sample.db"));
+  const InventoryMark mark;
+  const std::string before = mark.Read(connection.get());
+  EXPECT_FALSE(before.empty());
+  EXPECT_EQ(mark.Read(connection.get()), before);
+  Execute("INSERT INTO 出库记录(BillID,pdID,dpID,数量) SELECT BillID,1,1,7 FROM 出库目录 LIMIT 1");
+  EXPECT_NE(mark.Read(connection.get()), before);
+}
+
 TEST_F(LongWork, AReloadStaysAtTheLineThatOthersPushedDown) {
   OpenFirst();
   int row = grid().Rows() - 1;
