@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include "platform/error.h"
 #include "stockbook/inventory/inventory_schema.h"
@@ -24,9 +25,7 @@ bool HasTable(platform::Connection& connection, std::string_view table) {
   }
 }
 
-}  // namespace
-
-std::vector<std::string> MissingTables(platform::Connection& connection) {
+std::vector<std::string> TablesMissingIn(platform::Connection& connection) {
   std::vector<std::string> missing;
   for (const TableName name : kNeededTables) {
     const std::string_view table = InventoryTableOf(name).name;
@@ -35,8 +34,10 @@ std::vector<std::string> MissingTables(platform::Connection& connection) {
   return missing;
 }
 
+}  // namespace
+
 void RequireInventory(platform::Connection& connection, const std::string& name) {
-  const std::vector<std::string> missing = MissingTables(connection);
+  const std::vector<std::string> missing = TablesMissingIn(connection);
   if (missing.empty()) return;
   std::string list;
   for (const std::string& table : missing) list += (list.empty() ? "" : "、") + table;
