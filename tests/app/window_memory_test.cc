@@ -6,6 +6,8 @@
 
 #include <QFile>
 #include <QMenu>
+#include <QScreen>
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -75,6 +77,19 @@ TEST_F(Remembering, OpensTheInventoryAsItWasLeft) {
   EXPECT_EQ(grid().FrozenCols(), At(keys::kBillNo));
   EXPECT_TRUE(grid().IsCollapsed(closed));
   EXPECT_FALSE(grid().IsCollapsed(grid().NextSubtotal(closed + 1)));
+}
+
+TEST_F(Remembering, PutsTheWindowWhereItWasAndAtFirstOntoTheScreen) {
+  Start();
+  const QSize screen = window_->screen()->availableSize();
+  EXPECT_LE(window_->width(), screen.width());
+  EXPECT_LE(window_->height(), screen.height());
+  const QSize mine(std::min(700, screen.width() - 50), std::min(500, screen.height() - 50));
+  window_->resize(mine);
+  QApplication::processEvents();
+  End();
+  Start();
+  EXPECT_EQ(window_->size(), mine);
 }
 
 TEST_F(Remembering, KeepsTheColumnsOfEachJournalTypeApart) {
