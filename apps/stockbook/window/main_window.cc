@@ -242,7 +242,7 @@ void MainWindow::BuildMenus() {
             &MainWindow::ShowStatistics);
   menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
             [this] { stockbook_->sheet().view().observer().Copy(); });
-  menus.Add(MenuPlace::kGoBack, tr("转到台账(&G)..."), QKeySequence(Qt::CTRL | Qt::Key_G), this,
+  menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
   menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), this, &MainWindow::ShowBill);
