@@ -264,7 +264,7 @@ TEST_F(Ways, AFileThatIsDroppedIsOpened) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window_.get(), &drop);
-  QApplication::processEvents();
+  Settle();
   EXPECT_TRUE(Title().ends_with("— other.db")) << Title();
 }
 
