@@ -47,7 +47,7 @@ class Choosing : public WindowTest {
   void Leave(Qt::FocusReason reason) {
     QFocusEvent out(QEvent::FocusOut, reason);
     QApplication::sendEvent(&chooser_, &out);
-    QApplication::processEvents();
+    Settle();
   }
   std::string Shown() const { return chooser_.currentText().toStdString(); }
 
@@ -163,10 +163,10 @@ TEST_F(Bar, FoldsWhereItHasNoRoom) {
   Open();
   JournalBar& bar = window_->bar();
   window_->resize(1280, 700);
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(bar.fold(), JournalBar::Fold::kNone);
   window_->resize(window_->minimumSizeHint().width(), 400);
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(bar.fold(), JournalBar::Fold::kTwoRows);
   EXPECT_LE(bar.minimumSizeHint().width(), 512) << "half of 1024 pixels";
   for (QWidget* part : bar.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -174,7 +174,7 @@ TEST_F(Bar, FoldsWhereItHasNoRoom) {
     EXPECT_TRUE(bar.rect().contains(part->geometry())) << part->metaObject()->className();
   }
   window_->resize(1280, 700);
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(bar.fold(), JournalBar::Fold::kNone);
 }
 
@@ -182,7 +182,7 @@ TEST_F(Bar, OffersItsBoxesInAMenuWhenTheyAreFolded) {
   Open();
   ASSERT_TRUE(window_->LoadFirstJournal().loaded);
   window_->resize(window_->minimumSizeHint().width(), 400);
-  QApplication::processEvents();
+  Settle();
   QMenu* menu = PartOf<QToolButton>()->menu();
   ASSERT_NE(menu, nullptr);
   emit menu->aboutToShow();

@@ -25,7 +25,7 @@ class Columns : public WindowTest {
     window_->resize(1280, 800);
     Open();
     ASSERT_TRUE(window_->LoadFirstJournal().loaded);
-    QApplication::processEvents();
+    Settle();
   }
   int At(const char* key) { return grid().ColIndex(key); }
   JournalColumns& columns() { return window_->columns(); }
@@ -42,7 +42,7 @@ class Columns : public WindowTest {
   }
   ColumnDialog& Dialog() {
     window_->column_actions().OpenDialog();
-    QApplication::processEvents();
+    Settle();
     return *window_->column_actions().dialog();
   }
   static QTreeWidgetItem* RowOf(ColumnDialog& dialog, const QString& caption) {
@@ -62,18 +62,18 @@ TEST_F(Columns, FrozenOnesNeverTakeMoreThanTwoThirdsOfTheView) {
   QSignalSpy told(&columns(), &JournalColumns::Told);
   const int last = At(keys::kStoAcc);
   grid().SetFrozenCols(last);  // as the control's menu does it
-  QApplication::processEvents();
+  Settle();
   EXPECT_LE(PinnedShare(), 2.0 / 3);
   EXPECT_GT(grid().FrozenCols(), 0);
   EXPECT_LT(grid().FrozenCols(), last);
   EXPECT_EQ(told.size(), 1) << "it says why";
   const int wide = grid().FrozenCols();
   window_->resize(700, 800);
-  QApplication::processEvents();
+  Settle();
   EXPECT_LE(PinnedShare(), 2.0 / 3);
   EXPECT_LT(grid().FrozenCols(), wide);
   window_->resize(1280, 800);
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(grid().FrozenCols(), wide) << "what was wanted is back as soon as there is room";
 }
 
@@ -82,7 +82,7 @@ TEST_F(Columns, AWidenedFrozenColumnLetsGoOfTheOthers) {
   columns().FreezeUpTo(At(keys::kBillKind));
   ASSERT_EQ(grid().FrozenCols(), At(keys::kBillKind));
   grid().SetColWidth(At(keys::kBillNo), 12000);  // 800 pixels
-  QApplication::processEvents();
+  Settle();
   EXPECT_LE(PinnedShare(), 2.0 / 3);
 }
 
@@ -92,7 +92,7 @@ TEST_F(Columns, CanBeUnfrozenFromTheMenu) {
   ASSERT_NE(unfreeze, nullptr);
   EXPECT_FALSE(unfreeze->isEnabled());
   grid().SetFrozenCols(At(keys::kBillNo));
-  QApplication::processEvents();
+  Settle();
   ASSERT_TRUE(unfreeze->isEnabled());
   unfreeze->trigger();
   EXPECT_EQ(grid().FrozenCols(), 0);
@@ -104,11 +104,11 @@ TEST_F(Columns, TheLastChangesAreUndoneOneByOneAndDoneAgain) {
   const ColumnArrangement first = columns().Now();
   EXPECT_FALSE(columns().CanUndo());
   grid().SetColWidth(At(keys::kExplain), 3333);
-  QApplication::processEvents();
+  Settle();
   grid().SetColHidden(At(keys::kBillKind), true);
-  QApplication::processEvents();
+  Settle();
   grid().SetColPosition(At(keys::kExplain), 1);
-  QApplication::processEvents();
+  Settle();
   columns().Undo();
   EXPECT_NE(At(keys::kExplain), 1);
   EXPECT_TRUE(grid().ColHidden(At(keys::kBillKind)));
@@ -138,9 +138,9 @@ TEST_F(Columns, TheDefaultLayoutCanBeUndoneToo) {
 TEST_F(Columns, AReloadIsNoChangeToUndo) {
   OpenFirst();
   grid().SetColWidth(At(keys::kExplain), 3333);
-  QApplication::processEvents();
+  Settle();
   emit window_->bar().LoadWanted();
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
   ASSERT_TRUE(columns().CanUndo());
   columns().Undo();
@@ -159,7 +159,7 @@ TEST_F(Columns, OfTheTreeCannotBeHidden) {
 TEST_F(Columns, AreFittedToTheirContentsAtOnce) {
   OpenFirst();
   grid().SetColWidth(At(keys::kBillNo), 900);
-  QApplication::processEvents();
+  Settle();
   Item(QStringLiteral("列宽适应内容(&W)"))->trigger();
   const sheet::GridSheet& sheet = stockbook().sheet();
   EXPECT_GT(grid().ColWidth(At(keys::kBillNo)), 2000) << "the bill numbers are whole";
@@ -176,11 +176,11 @@ TEST_F(Columns, TheListShowsAndHidesThem) {
   QTreeWidgetItem* explain = RowOf(dialog, QStringLiteral("摘要"));
   ASSERT_NE(explain, nullptr);
   explain->setCheckState(0, Qt::Unchecked);
-  QApplication::processEvents();
+  Settle();
   EXPECT_TRUE(grid().ColHidden(At(keys::kExplain)));
   EXPECT_TRUE(dialog.isVisible()) << "it stays open";
   RowOf(dialog, QStringLiteral("摘要"))->setCheckState(0, Qt::Checked);
-  QApplication::processEvents();
+  Settle();
   EXPECT_FALSE(grid().ColHidden(At(keys::kExplain)));
   EXPECT_EQ(RowOf(dialog, QStringLiteral("税额")), nullptr) << "what is not allowed is not offered";
 }
@@ -189,10 +189,10 @@ TEST_F(Columns, TheListSetsWidthsInPixels) {
   OpenFirst();
   ColumnDialog& dialog = Dialog();
   RowOf(dialog, QStringLiteral("摘要"))->setText(1, QStringLiteral("123"));
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 123 * 15);
   RowOf(dialog, QStringLiteral("摘要"))->setText(1, QStringLiteral("wide"));
-  QApplication::processEvents();
+  Settle();
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 123 * 15);
   EXPECT_EQ(RowOf(dialog, QStringLiteral("摘要"))->text(1).toStdString(), "123");
 }
@@ -203,7 +203,7 @@ TEST_F(Columns, TheListMovesAndFreezesThemByItsButtons) {
   ASSERT_LT(At(keys::kBillKind), At(keys::kExplain));
   dialog.list().setCurrentItem(RowOf(dialog, QStringLiteral("摘要")));
   Press(dialog, QStringLiteral("上移"));
-  QApplication::processEvents();
+  Settle();
   EXPECT_GT(At(keys::kBillKind), At(keys::kExplain));
   EXPECT_EQ(dialog.list().currentItem()->text(0).toStdString(), "摘要") << "the row stays the current one";
   Press(dialog, QStringLiteral("冻结到此列"));

@@ -6,6 +6,8 @@
 
 #include <QFile>
 #include <QMenu>
+#include <QScreen>
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -29,7 +31,7 @@ class Remembering : public WindowTest {
     window_->Remember(*settings_);
     Open();
     ASSERT_TRUE(window_->LoadFirstJournal().loaded);
-    QApplication::processEvents();
+    Settle();
   }
   void End() {
     window_->close();
@@ -61,7 +63,7 @@ TEST_F(Remembering, OpensTheInventoryAsItWasLeft) {
   grid().SetFrozenCols(At(keys::kBillNo));
   const int closed = grid().NextSubtotal(grid().FixedRows());
   grid().SetIsCollapsed(closed, true);
-  QApplication::processEvents();
+  Settle();
   End();
 
   Start();
@@ -75,6 +77,19 @@ TEST_F(Remembering, OpensTheInventoryAsItWasLeft) {
   EXPECT_EQ(grid().FrozenCols(), At(keys::kBillNo));
   EXPECT_TRUE(grid().IsCollapsed(closed));
   EXPECT_FALSE(grid().IsCollapsed(grid().NextSubtotal(closed + 1)));
+}
+
+TEST_F(Remembering, PutsTheWindowWhereItWasAndAtFirstOntoTheScreen) {
+  Start();
+  const QSize screen = window_->screen()->availableSize();
+  EXPECT_LE(window_->width(), screen.width());
+  EXPECT_LE(window_->height(), screen.height());
+  const QSize mine(std::min(700, screen.width() - 50), std::min(500, screen.height() - 50));
+  window_->resize(mine);
+  Settle();
+  End();
+  Start();
+  EXPECT_EQ(window_->size(), mine);
 }
 
 TEST_F(Remembering, KeepsTheColumnsOfEachJournalTypeApart) {
@@ -115,7 +130,7 @@ TEST_F(Remembering, NamesTheInventoriesThatWereOpenedLast) {
   ASSERT_EQ(recent->actions().size(), 2);
   EXPECT_TRUE(recent->actions()[0]->text().endsWith(QStringLiteral("other.db")));
   recent->actions()[1]->trigger();
-  QApplication::processEvents();
+  Settle();
   EXPECT_TRUE(Title().ends_with("— sample.db")) << Title();
   EXPECT_TRUE(Recent()->actions()[0]->text().endsWith(QStringLiteral("sample.db")));
   QFile::remove(QString::fromStdString(PathOf("other.db")));

@@ -6,8 +6,11 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
 #include <algorithm>
@@ -213,6 +216,44 @@ TEST_F(Ways, CtrlAndTheWheelZoomTheJournal) {
   EXPECT_DOUBLE_EQ(stockbook().Zoom(), 3.0);
 }
 
+TEST_F(Ways, AClickInAZoomedJournalMeansTheCellUnderTheMouse) {
+  OpenFirst();
+  stockbook().SetZoom(1.5);
+  const int row = grid().FixedRows() + 3;
+  const int column = grid().ColIndex(keys::kBillKind);
+  const sheet::Rect cell = stockbook().sheet().view().geometry().CellRect(row, column);
+  const QPointF at(cell.x + cell.width / 2.0, cell.y + cell.height / 2.0);
+  for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    QMouseEvent event(type, at, stockbook().viewport()->mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(stockbook().viewport(), &event);
+  }
+  EXPECT_EQ(grid().Row(), row);
+  EXPECT_EQ(grid().Col(), column);
+}
+
+TEST_F(Ways, TheMenusOfTheGridNameTheKeysOfTheWindow) {
+  OpenFirst();
+  QStringList texts;
+  // The menu waits for a choice in a loop of its own.
+  QTimer::singleShot(0, [&] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      auto* menu = qobject_cast<QMenu*>(widget);
+      if (menu == nullptr || !menu->isVisible()) continue;
+      for (const QAction* action : menu->actions()) texts.append(action->text());
+      menu->close();
+    }
+  });
+  const sheet::Rect cell =
+      stockbook().sheet().view().geometry().CellRect(grid().FixedRows() + 3, grid().ColIndex(keys::kBillNo));
+  const QPointF at(cell.x + cell.width / 2.0, cell.y + cell.height / 2.0);
+  QMouseEvent press(QEvent::MouseButtonPress, at, stockbook().viewport()->mapToGlobal(at), Qt::RightButton,
+                    Qt::RightButton, Qt::NoModifier);
+  QApplication::sendEvent(stockbook().viewport(), &press);
+  EXPECT_TRUE(texts.contains(QStringLiteral("查找(&F)\tCtrl+F"))) << texts.join(QLatin1Char('|')).toStdString();
+  EXPECT_TRUE(texts.contains(QStringLiteral("刷新\tF5")));
+}
+
 TEST_F(Ways, AFileThatIsDroppedIsOpened) {
   OpenFirst();
   WriteSampleInventory(PathOf("other.db"), {});
@@ -223,7 +264,7 @@ TEST_F(Ways, AFileThatIsDroppedIsOpened) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window_.get(), &drop);
-  QApplication::processEvents();
+  Settle();
   EXPECT_TRUE(Title().ends_with("— other.db")) << Title();
 }
 

@@ -1250,10 +1250,6 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Output</translation>
     </message>
     <message>
-        <source>返回单据(&amp;K)</source>
-        <translation>Bac&amp;k to the bill</translation>
-    </message>
-    <message>
         <source>返回单据(&amp;Z)</source>
         <translation>Back to the bill (&amp;Z)</translation>
     </message>

@@ -193,17 +193,20 @@ base::tqJournalTypeContants JournalBar::Type() const {
 }
 
 void JournalBar::SetInventory(std::shared_ptr<platform::Connection> connection) {
-  // Both are read before anything is shown, so that a failure leaves the bar unchanged.
-  const InventoryCatalog catalog(*connection);
-  catalog.Products();
-  catalog.SecondKeys(Type());
+  // All is read before anything is shown, so that a failure leaves the bar unchanged.
+  Subjects subjects = Read(*connection, Type());
   connection_ = std::move(connection);
-  FillChoosers();
+  Fill(std::move(subjects));
+}
+
+SubjectChooser::Uses JournalBar::UsesOf(const QString& kind) const {
+  return [uses = uses_, kind](const CatalogEntry& entry) { return uses == nullptr ? 0 : uses->Of(kind, entry); };
 }
 
 void JournalBar::SetUses(SubjectUses* uses) {
   uses_ = uses;
-  FillChoosers();
+  product_->Rank(UsesOf(SubjectUses::ProductKind()));
+  second_->Rank(UsesOf(SubjectUses::SecondKind(Type())));
 }
 
 void JournalBar::CountUses() const {
@@ -212,35 +215,36 @@ void JournalBar::CountUses() const {
   uses_->Count(SubjectUses::SecondKind(Type()), second_->Current());
 }
 
+JournalBar::Subjects JournalBar::Read(platform::Connection& connection, base::tqJournalTypeContants type) {
+  const InventoryCatalog catalog(connection);
+  return {catalog.Products(), catalog.SecondKeys(type)};
+}
+
 // Where the inventory cannot be read the bar goes back to the type that it has the subjects of, and returns false.
 bool JournalBar::FillChoosers() {
-  const base::tqJournalTypeContants type = Type();
-  std::vector<CatalogEntry> products;
-  std::vector<CatalogEntry> seconds;
-  if (connection_ != nullptr) {
-    try {
-      const InventoryCatalog catalog(*connection_);
-      products = catalog.Products();
-      seconds = catalog.SecondKeys(type);
-    } catch (const platform::Error& error) {
-      type_->setCurrentIndex(filled_type_);
-      emit Failed(qt::ToQString(error.what()));
-      return false;
-    }
+  try {
+    Fill(connection_ == nullptr ? Subjects() : Read(*connection_, Type()));
+  } catch (const platform::Error& error) {
+    type_->setCurrentIndex(filled_type_);
+    emit Failed(qt::ToQString(error.what()));
+    return false;
   }
+  return true;
+}
+
+void JournalBar::Fill(Subjects subjects) {
+  const base::tqJournalTypeContants type = Type();
   filled_type_ = type_->currentIndex();
   second_label_->setText(SecondKeyLabel(type));
-  if (MayBeEveryProduct(type)) products.insert(products.begin(), CatalogEntry{0, {}, qt::FromQString(tr("全部商品"))});
-  if (!seconds.empty()) seconds.front().text = qt::FromQString(AllSeconds(type));
+  if (MayBeEveryProduct(type)) {
+    subjects.products.insert(subjects.products.begin(), CatalogEntry{0, {}, qt::FromQString(tr("全部商品"))});
+  }
+  if (!subjects.seconds.empty()) subjects.seconds.front().text = qt::FromQString(AllSeconds(type));
   const CatalogEntry product = product_->Current();
-  const auto uses_of = [this](const QString& kind) {
-    return [this, kind](const CatalogEntry& entry) { return uses_ == nullptr ? 0 : uses_->Of(kind, entry); };
-  };
-  product_->SetEntries(std::move(products), uses_of(SubjectUses::ProductKind()));
+  product_->SetEntries(std::move(subjects.products), UsesOf(SubjectUses::ProductKind()));
   product_->Choose(product.key, product.class_code);
-  second_->SetEntries(std::move(seconds), uses_of(SubjectUses::SecondKind(type)));
+  second_->SetEntries(std::move(subjects.seconds), UsesOf(SubjectUses::SecondKind(type)));
   FollowWidth();
-  return true;
 }
 
 void JournalBar::TakeTypedTexts() {
@@ -260,12 +264,16 @@ JournalOptions JournalBar::Options() const {
   return options;
 }
 
+// The subjects are read again only for another type, or where they lack one of the options.
 void JournalBar::SetOptions(const JournalOptions& options) {
+  const std::string code = options.dp_id > 0 ? std::string() : options.dp_code;
+  const bool known = options.journal_type == filled_type_ && product_->Choose(options.key_id, {}) &&
+                     second_->Choose(options.dp_id, code);
   type_->setCurrentIndex(options.journal_type);
-  FillChoosers();
-  if (type_->currentIndex() == options.journal_type && connection_ != nullptr) {
+  if (!known) FillChoosers();
+  if (!known && type_->currentIndex() == options.journal_type && connection_ != nullptr) {
     product_->Show(options.key_id, {});
-    second_->Show(options.dp_id, options.dp_id > 0 ? std::string() : options.dp_code);
+    second_->Show(options.dp_id, code);
   }
   quantity2_->setChecked(options.allow_qty2);
   tax_->setChecked(options.allow_inv && !options.acc_restrict);

@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <QWidget>
 #include <memory>
+#include <vector>
 
 #include "platform/connection.h"
 #include "stockbook/command/journal_options.h"
@@ -50,7 +51,16 @@ class JournalBar : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  // What there is to choose from, without "all products".
+  struct Subjects {
+    std::vector<CatalogEntry> products;
+    std::vector<CatalogEntry> seconds;
+  };
+
+  static Subjects Read(platform::Connection& connection, base::tqJournalTypeContants type);
   bool FillChoosers();
+  void Fill(Subjects subjects);
+  SubjectChooser::Uses UsesOf(const QString& kind) const;
   void BuildBoxes();
   void BuildMoreMenu();
   void ConnectParts();

@@ -185,8 +185,9 @@ void JournalColumns::Settle(Earlier earlier, int frozen) {
   look_.stop();
   if (frozen >= 0) wanted_frozen_ = frozen;
   LimitFrozen();
-  known_ = Now();
-  if (earlier == Earlier::kForgotten) {
+  const ColumnArrangement before = std::exchange(known_, Now());
+  // What the program has arranged otherwise is not to be brought back step by step.
+  if (earlier == Earlier::kForgotten || before != known_) {
     undo_.clear();
     redo_.clear();
   }

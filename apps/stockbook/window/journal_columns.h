@@ -45,12 +45,12 @@ class JournalColumns : public QObject, private sheet::SheetWatcher {
   // Until Settle, changes are the program's own.
   void Hold();
   // Restores how many columns the user wants frozen; less than 0 keeps it. Earlier changes can no longer be undone if
-  // they are to be forgotten.
+  // they are to be forgotten, or if the columns stand otherwise than before.
   enum class Earlier { kKept, kForgotten };
   void Settle(Earlier earlier, int frozen = -1);
 
  signals:
-  // The user has changed the arrangement, or it was undone.
+  // The arrangement may be another one: the user changed it or undid that, or the program has settled one.
   void Changed();
   // Something to tell the user.
   void Told(const QString& message);

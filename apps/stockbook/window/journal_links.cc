@@ -67,7 +67,7 @@ void JournalLinks::GoTo(const Line& wanted, const QString& missing) {
   if (row < 0 && journal_.options().has_value()) {
     JournalOptions everywhere = *journal_.options();
     const bool is_everywhere = everywhere.journal_type == base::MaterialJournal && everywhere.dp_id < 1;
-    if (!is_everywhere) {
+    if (!is_everywhere && wanted.product > 0) {
       Load(base::MaterialJournal, wanted.product, 0);
       row = Find(wanted);
     }

@@ -28,6 +28,11 @@ constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
 
+bool ShowsSame(const JournalOptions& left, const JournalOptions& right) {
+  return IsSameJournal(left, right) && left.allow_qty2 == right.allow_qty2 && left.allow_inv == right.allow_inv &&
+         left.acc_restrict == right.acc_restrict;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(QWidget* parent)
@@ -180,7 +185,8 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (journal_->connection() == nullptr || journal_->IsLoading()) return {};
   LoadReport report = journal_->Load(options);
   // The bar always names the journal below it.
-  if (!report.loaded && journal_->options().has_value()) bar_->SetOptions(*journal_->options());
+  if (const auto& shown = journal_->options(); shown.has_value() && !ShowsSame(*shown, bar_->Options()))
+    bar_->SetOptions(*shown);
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
   const size_t records = stockbook_->sheet().RecordCount();
@@ -239,7 +245,7 @@ void MainWindow::BuildMenus() {
             &MainWindow::ShowStatistics);
   menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
             [this] { stockbook_->sheet().view().observer().Copy(); });
-  menus.Add(MenuPlace::kGoBack, tr("转到台账(&G)..."), QKeySequence(Qt::CTRL | Qt::Key_G), this,
+  menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
 }

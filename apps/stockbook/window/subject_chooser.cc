@@ -80,10 +80,19 @@ void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries, const Uses& u
   for (size_t index = 0; index < entries_.size(); ++index) {
     const auto at = static_cast<int>(index);
     if (!entries_[index].words.empty()) setItemData(at, qt::ToQString(entries_[index].words), WordFilter::kWordsRole);
-    if (const int count = uses ? uses(entries_[index]) : 0; count > 0) setItemData(at, count, WordFilter::kUsesRole);
   }
+  if (uses) Rank(uses);
   setCurrentIndex(entries_.empty() ? -1 : 0);
   ShowCurrent();
+}
+
+void SubjectChooser::Rank(const Uses& uses) {
+  for (size_t index = 0; index < entries_.size(); ++index) {
+    const auto at = static_cast<int>(index);
+    const int count = uses(entries_[index]);
+    // Most have none, and need no place for it.
+    if (count != itemData(at, WordFilter::kUsesRole).toInt()) setItemData(at, count, WordFilter::kUsesRole);
+  }
 }
 
 CatalogEntry SubjectChooser::Current() const {

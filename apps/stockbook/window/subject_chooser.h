@@ -45,6 +45,8 @@ class SubjectChooser : public QComboBox {
   explicit SubjectChooser(QWidget* parent = nullptr);
 
   void SetEntries(std::vector<CatalogEntry> entries, const Uses& uses = {});
+  // Ranks the entries anew.
+  void Rank(const Uses& uses);
   // The chosen entry, or an empty one if there is none.
   CatalogEntry Current() const;
   // Returns false and keeps the choice if there is no such entry.
