@@ -2,6 +2,8 @@
 // The reference host's window on a sample inventory, for tests that use real keys and a real mouse. It executes
 // commands from its standard input, one per line, and answers each with lines of state followed by a line with a full
 // stop.
+#include <sqlite3.h>
+
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
@@ -72,6 +74,10 @@ std::string OpenDialogs() {
 
 class Host {
  public:
+  ~Host() { sqlite3_close(other_); }
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
   Host() {
     app::WriteSampleInventory(folder_.PathOf("sample.db"), {});
     QApplication::instance()->installEventFilter(&watch_);
@@ -105,6 +111,11 @@ class Host {
       words >> key;
       std::cout << "index=" << grid().ColIndex(key) << "\n";
     }
+    // Another program posts a line, or holds the inventory, or lets it go.
+    if (what == "post")
+      Execute("INSERT INTO 入库记录(BillID,pdID,dpID,数量) SELECT BillID,1,1,7 FROM 入库目录 LIMIT 1");
+    if (what == "hold") Execute("BEGIN EXCLUSIVE");
+    if (what == "release") Execute("ROLLBACK");
     if (what == "beyond") TellBeyond();
     if (what == "product") TellProduct();
     if (what == "issue") std::cout << "row=" << IssueWithSource() << "\n";
@@ -116,8 +127,14 @@ class Host {
   platform::Grid& grid() { return window_.stockbook().Grid(); }
   app::SubjectChooser& product() { return *window_.bar().findChild<app::SubjectChooser*>(); }
 
+  void Execute(const char* statement) {
+    if (other_ == nullptr) sqlite3_open(folder_.PathOf("sample.db").c_str(), &other_);
+    sqlite3_exec(other_, statement, nullptr, nullptr, nullptr);
+  }
+
   // The first product's journal as a new window shows it.
   void Reset() {
+    if (other_ != nullptr) Execute("ROLLBACK");
     while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
     for (QDialog* dialog : window_.findChildren<QDialog*>()) dialog->close();
     window_.find_bar().hide();
@@ -165,7 +182,17 @@ class Host {
     TellArea({right, 0, std::max(0, geometry.view().width - right), geometry.PinnedHeight()});
   }
 
+  void TellNotices() {
+    std::string notices;
+    for (const app::NoticeBar* bar : window_.findChildren<app::NoticeBar*>())
+      if (bar->isVisible()) notices += OneLine(bar->Text()) + "|";
+    const QWidget* dialog = QApplication::activeModalWidget();
+    std::cout << "notices=" << notices << "\ndialog=" << (dialog == nullptr ? 0 : dialog->winId())
+              << "\nrows=" << grid().Rows() << "\n";
+  }
+
   void TellState() {
+    TellNotices();
     const QWidget* focus = QApplication::focusWidget();
     const bool in_grid = focus != nullptr && focus == window_.stockbook().focusProxy();
     const bool in_product = focus == &product() || focus == product().lineEdit();
@@ -197,6 +224,7 @@ class Host {
 
   Watch watch_;
   TestFolder folder_;
+  sqlite3* other_ = nullptr;
   app::MainWindow window_;
 };
 
