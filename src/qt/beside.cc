@@ -46,6 +46,12 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
+// Also where some item of a menu has that key, which comes by as an override first.
+bool IsEscape(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) return false;
+  return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+}
+
 bool IsDone(const std::future<void>& done) {
   return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
@@ -127,7 +133,7 @@ bool Beside::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(type)) return false;
   // Windows of the system pass their events on to widgets, where they come by again.
   if (!watched->isWidgetType() && type != QEvent::Shortcut) return false;
-  if (type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+  if (IsEscape(*event)) {
     Cancel();
     return true;
   }

@@ -66,6 +66,10 @@ Only selected lines count, totals do not.</translation>
         <translation>Previous page</translation>
     </message>
     <message>
+        <source>上月</source>
+        <translation>Last month</translation>
+    </message>
+    <message>
         <source>上移</source>
         <translation>Move up</translation>
     </message>
@@ -172,6 +176,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>全选</source>
         <translation>Select all</translation>
+    </message>
+    <message>
+        <source>全部</source>
+        <translation>All</translation>
     </message>
     <message>
         <source>全部仓库</source>
@@ -822,6 +830,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Undo the change of columns</translation>
     </message>
     <message>
+        <source>收入（上）与发出（下）</source>
+        <translation>Receipts (up) and issues (down)</translation>
+    </message>
+    <message>
         <source>放大</source>
         <translation>Zoom in</translation>
     </message>
@@ -882,6 +894,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Shows tax rates, taxes and amounts with tax; not while amounts are hidden</translation>
     </message>
     <message>
+        <source>最末期间</source>
+        <translation>Last period</translation>
+    </message>
+    <message>
         <source>最近打开(&amp;R)</source>
         <translation>&amp;Recently opened</translation>
     </message>
@@ -912,6 +928,18 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>末页</source>
         <translation>Last page</translation>
+    </message>
+    <message>
+        <source>本季度</source>
+        <translation>This quarter</translation>
+    </message>
+    <message>
+        <source>本年</source>
+        <translation>This year</translation>
+    </message>
+    <message>
+        <source>本月</source>
+        <translation>This month</translation>
     </message>
     <message>
         <source>本行第一列、最后一列</source>
@@ -1236,6 +1264,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>转到所选行的商品台账（Enter）；之后可以返回这张单据</source>
         <translation>Goes to the journal of the selected line's product (Enter); you can return to this bill afterwards</translation>
+    </message>
+    <message>
+        <source>转到页</source>
+        <translation>Go to page</translation>
     </message>
     <message>
         <source>载入(&amp;L)</source>

@@ -31,4 +31,6 @@ QString HostTranslator::translate(const char*, const char* source, const char* d
 
 QString HostText(const char* chinese) { return QCoreApplication::translate(kHostContext, chinese); }
 
+QString HostText(const std::string& chinese) { return HostText(chinese.c_str()); }
+
 }  // namespace stockbook::app

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QTranslator>
+#include <string>
 
 namespace stockbook::app {
 
@@ -19,5 +20,7 @@ class HostTranslator : public QTranslator {
 
 // A text of the host in the user's language, where there is no class to ask with its tr().
 QString HostText(const char* chinese);
+// The same for words that code without a toolkit has found.
+QString HostText(const std::string& chinese);
 
 }  // namespace stockbook::app
