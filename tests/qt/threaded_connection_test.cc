@@ -227,6 +227,18 @@ TEST_F(Threaded, EscapeCancelsTheStatement) {
   EXPECT_EQ(connection_->Execute("quick").RecordCount(), 3U) << "the next one knows nothing of it";
 }
 
+TEST_F(Threaded, EscapeCancelsBeforeItCouldBeAShortcut) {
+  QWidget window;
+  window.show();
+  bool was_taken = false;
+  Meanwhile([&] {
+    QKeyEvent escape(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
+    was_taken = QApplication::sendEvent(&window, &escape);
+  });
+  EXPECT_EQ(KindOf("slow"), platform::ErrorKind::kInterrupted);
+  EXPECT_TRUE(was_taken);
+}
+
 TEST_F(Threaded, KeysAndMouseReachTheLivingWidgetAlone) {
   QWidget window;
   QPushButton other(&window);

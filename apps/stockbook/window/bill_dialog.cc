@@ -182,8 +182,8 @@ void BillDialog::FitSize() {
   const int rest = sizeHint().height() - lines_->sizeHint().height();
   const int bar = lines_->rowCount() > kMostRows ? lines_->verticalScrollBar()->sizeHint().width() : 0;
   const int wanted = std::max(columns_width_ + frame + 2 * kMargin + bar, sizeHint().width());
-  const int most = screen()->availableGeometry().width() * 9 / 10;
-  resize(std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most)), rest + height);
+  const QSize most = screen()->availableGeometry().size() * 9 / 10;
+  resize(std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most.width())), std::min(rest + height, most.height()));
 }
 
 }  // namespace stockbook::app
