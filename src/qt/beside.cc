@@ -77,6 +77,10 @@ void Beside::Run(const BesideWork& work) {
   }
   if (is_own_thread) cancelled_ = false;
   std::future<void> done = thread_.Start(work.run);
+  // Whatever an event throws, the work may use what whoever called has on the stack.
+  const base::ScopeExit finished([&] {
+    if (done.valid()) done.wait();
+  });
   if (is_own_thread && QCoreApplication::instance() != nullptr && done.wait_for(grace_) != std::future_status::ready) {
     work_ = &work;
     const base::ScopeExit ended([this] { work_ = nullptr; });
@@ -94,6 +98,10 @@ void Beside::HandleEventsUntil(const std::future<void>& done) {
   connect(&ticker, &QTimer::timeout, this, &Beside::Tick);
   ticker.start(kTick);
   qApp->installEventFilter(this);
+  const base::ScopeExit over([this] {
+    qApp->removeEventFilter(this);
+    loop_ = nullptr;
+  });
   emit Began();
   // A loop that was ended by something else than the work begins again; one that does not even begin is that of a
   // program that ends.
@@ -101,8 +109,6 @@ void Beside::HandleEventsUntil(const std::future<void>& done) {
   }
   if (!IsDone(done)) Cancel();
   done.wait();
-  qApp->removeEventFilter(this);
-  loop_ = nullptr;
   emit Ended();
   LetGo();
 }

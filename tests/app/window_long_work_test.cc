@@ -199,6 +199,21 @@ TEST_F(LongWork, ADatabaseThatIsNoInventorySaysSo) {
   }
 }
 
+TEST_F(LongWork, AFileThatIsNoneGetsADialogAndTheJournalStays) {
+  OpenFirst();
+  const std::string title = Title();
+  window_->OpenFile(QString::fromStdString(Write("no.db", "this is no database, only some text")));
+  QMessageBox* box = nullptr;
+  for (QMessageBox* each : window_->findChildren<QMessageBox*>())
+    if (each->isVisible()) box = each;
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->text().toStdString(), "打不开“no.db”。");
+  EXPECT_FALSE(box->informativeText().isEmpty()) << "it says why";
+  box->close();
+  EXPECT_EQ(Title(), title);
+  EXPECT_TRUE(window_->LoadJournal(OtherProduct()).loaded);
+}
+
 TEST_F(LongWork, ABarOfNoticesClosesByEscape) {
   OpenFirst();
   strip().failure().Tell(QStringLiteral("出了问题"), {QStringLiteral("重试(&R)"), [] {}});
