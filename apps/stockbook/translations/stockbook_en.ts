@@ -30,6 +30,10 @@ Only selected lines count, totals do not.</translation>
         <translation>* ? # [ ] stand for any text, a character, a digit, one of a list</translation>
     </message>
     <message>
+        <source>Big5（繁体）</source>
+        <translation>Big5 (traditional)</translation>
+    </message>
+    <message>
         <source>CSV 表格</source>
         <translation>CSV table</translation>
     </message>
@@ -40,6 +44,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>PNG 图片，当前画面</source>
         <translation>PNG picture of the view</translation>
+    </message>
+    <message>
+        <source>Windows-1252（西文）</source>
+        <translation>Windows-1252 (western)</translation>
     </message>
     <message>
         <source>“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。</source>
@@ -386,6 +394,10 @@ Only selected lines count, totals do not.</translation>
         <translation>Lines of the bill</translation>
     </message>
     <message>
+        <source>单据编号</source>
+        <translation>Bill number</translation>
+    </message>
+    <message>
         <source>双数量(&amp;2)</source>
         <translation>&amp;2nd quantity</translation>
     </message>
@@ -516,6 +528,14 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>商品台账</source>
         <translation>Product journal</translation>
+    </message>
+    <message>
+        <source>商品名称</source>
+        <translation>Product name</translation>
+    </message>
+    <message>
+        <source>商品编号</source>
+        <translation>Product number</translation>
     </message>
     <message>
         <source>图片 (*.png);;PDF 文件 (*.pdf);;矢量图 (*.svg)</source>
