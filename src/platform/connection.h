@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,9 +36,13 @@ class Connection {
   // fails, as on a database that another program holds. The connection outlives its moments.
   virtual std::unique_ptr<Moment> ReadAsOfOneMoment() = 0;
 
-  // Stops the statement that is running, if there is one: it throws an Error of the kind kInterrupted. The one function
-  // that another thread may call. A connection that cannot stop anything does nothing.
+  // Stops the statement that is running, if there is one: it throws an Error of the kind kInterrupted. One of
+  // the two functions that another thread may call. A connection that cannot stop anything does nothing.
   virtual void Cancel() {}
+
+  // How many rows the statement that is running has read so far, or the last one had; 0 where nobody counts. They are
+  // rows of tables, so that there may be more than the result will have. Another thread may call it, too.
+  virtual std::size_t RowsRead() const { return 0; }
 };
 
 // Whether a connection of this string is sent the server dialect: "SQL", in upper case, occurs anywhere in it, even in

@@ -75,8 +75,8 @@ GlyphFont& GlyphFonts::Find(const platform::Font& font, double scale) {
   return *fonts_.emplace_back(std::make_unique<GlyphFont>(font, scale));
 }
 
-QtCanvas::QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale)
-    : painter_(painter), fonts_(fonts), scale_(scale), shaped_(!MeetsPixels(painter, scale)) {
+QtCanvas::QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale, double zoom)
+    : painter_(painter), fonts_(fonts), scale_(scale * zoom), shaped_(!MeetsPixels(painter, scale)) {
   painter_.save();
   if (!shaped_) {
     // From here on the painter's unit is the device pixel, and its origin is on a whole one.

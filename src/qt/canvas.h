@@ -34,7 +34,8 @@ double PaintingScale(const QPainter& painter);
 class QtCanvas : public sheet::Canvas {
  public:
   // The sheet's top left corner is at the painter's origin, and `scale` of its pixels make one unit of the painter.
-  QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale);
+  // Fonts and pictures are as large as at that scale times the zoom.
+  QtCanvas(QPainter& painter, GlyphFonts& fonts, double scale, double zoom = 1.0);
   ~QtCanvas() override;
   QtCanvas(const QtCanvas&) = delete;
   QtCanvas& operator=(const QtCanvas&) = delete;

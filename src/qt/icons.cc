@@ -178,6 +178,7 @@ void DrawJournal(QPainter& painter, SubjectIcon subject) {
   painter.restore();
 }
 
-void DrawMark(QPainter& painter) { Fill(painter, 0xFFD93025, Polygon({{0, 0}, {6, 0}, {6, 6}})); }
+// A quiet dot: it only tells that the row knows where its stock came from.
+void DrawMark(QPainter& painter) { Fill(painter, 0xFF4A86C0, Circle({3.6, 2.4}, 1.9)); }
 
 }  // namespace stockbook::qt

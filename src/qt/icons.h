@@ -22,7 +22,7 @@ void DrawSubject(QPainter& painter, SubjectIcon subject);
 void DrawStockBook(QPainter& painter);
 void DrawJournal(QPainter& painter, SubjectIcon subject);
 
-// A folded corner, on a field of 6 by 6 units.
+// A dot in the upper right, on a field of 6 by 6 units.
 void DrawMark(QPainter& painter);
 
 }  // namespace stockbook::qt

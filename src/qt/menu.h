@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 #include <functional>
+#include <map>
+#include <string>
 #include <utility>
 
 #include "platform/menu.h"
@@ -16,12 +19,16 @@ class QtMenu : public platform::Menu {
  public:
   explicit QtMenu(QWidget* parent) : parent_(parent) {}
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
+  // Texts beside the items, in the column of the keys, by the names of the items or, where several have one name, by
+  // name and index: "mnuCollapse1".
+  void SetHints(std::map<std::string, QString> hints) { hints_ = std::move(hints); }
   // The position of the following menus, in screen coordinates.
   void SetPlace(std::function<QPoint()> place) { place_ = std::move(place); }
 
  private:
   QPointer<QWidget> parent_;
   std::function<QPoint()> place_;
+  std::map<std::string, QString> hints_;
 };
 
 }  // namespace stockbook::qt

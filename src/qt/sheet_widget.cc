@@ -32,6 +32,8 @@ constexpr double kWheelStep = 120.0;  // the wheel's angle for one notch, in eig
 // If there are more damaged pieces than this, their bounding rectangle is painted.
 constexpr int kMostPieces = 8;
 constexpr int kAutoScrollMs = 50;
+constexpr double kLeastZoom = 0.5;
+constexpr double kMostZoom = 3.0;
 
 Qt::ScrollBarPolicy PolicyOf(platform::ScrollBarsSetting setting, platform::ScrollBarsSetting which) {
   const bool shown = (static_cast<int>(setting) & static_cast<int>(which)) != 0;
@@ -96,12 +98,12 @@ QRect SheetWidget::ToScreen(const sheet::Rect& rect) const {
 std::optional<sheet::Point> SheetWidget::FromScreen(QPoint point) const {
   const QPoint at = viewport()->mapFromGlobal(point);
   if (!viewport()->rect().contains(at)) return std::nullopt;
-  const QPointF pixel = QPointF(at) * view_->scale();
+  const QPointF pixel = QPointF(at) * ratio_;
   return sheet::Point{static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
 }
 
 QRect SheetWidget::ToLogical(const sheet::Rect& rect) const {
-  const double scale = view_->scale();
+  const double scale = ratio_;
   const int left = static_cast<int>(std::floor(rect.x / scale));
   const int top = static_cast<int>(std::floor(rect.y / scale));
   return {left, top, static_cast<int>(std::ceil(rect.right() / scale)) - left,
@@ -115,9 +117,19 @@ sheet::Size SheetWidget::SizeAt(double scale) const {
 }
 
 void SheetWidget::FitView() {
-  const double scale = Scale();
-  const sheet::Size size = SizeAt(scale);
+  ratio_ = Scale();
+  const sheet::Size size = SizeAt(ratio_);
+  const double scale = ratio_ * zoom_;
   if (size != view_->size() || scale != view_->scale()) view_->SetSize(size, scale);
+}
+
+void SheetWidget::SetZoom(double zoom) {
+  zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
+  if (zoom == zoom_) return;
+  LetGo();
+  zoom_ = zoom;
+  FitView();
+  viewport()->update();
 }
 
 bool SheetWidget::viewportEvent(QEvent* event) {
@@ -131,7 +143,7 @@ bool SheetWidget::viewportEvent(QEvent* event) {
 }
 
 void SheetWidget::ShowTip(const QHelpEvent& event) {
-  const QPointF at = QPointF(event.pos()) * view_->scale();
+  const QPointF at = QPointF(event.pos()) * ratio_;
   const sheet::CellTip tip = sheet::CellTip::At(*view_, *this, {static_cast<int>(at.x()), static_cast<int>(at.y())});
   // An empty text hides the last tooltip.
   QToolTip::showText(event.globalPos(), PlainToolTip(ToQString(tip.text)), viewport(), ToLogical(tip.cell));
@@ -169,24 +181,23 @@ void SheetWidget::paintEvent(QPaintEvent* event) {
   if (!sheet().Redraw()) return;
   QPainter painter(viewport());
   const double scale = PaintingScale(painter);
-  if (scale == view_->scale()) {
-    PaintView(painter, event->region(), *view_);
+  if (scale == ratio_) {
+    PaintView(painter, event->region(), *view_, scale);
     return;
   }
   // Onto something other than the window, a picture of another resolution: a view of its own shows the sheet there.
-  PaintView(painter, event->region(), sheet::View(*view_, SizeAt(scale), scale));
+  PaintView(painter, event->region(), sheet::View(*view_, SizeAt(scale), scale * zoom_), scale);
   // This is the window after all: its screen's scale has changed.
   if (scale == Scale())
     QMetaObject::invokeMethod(
         this, [this] { FitView(); }, Qt::QueuedConnection);
 }
 
-void SheetWidget::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view) {
-  const double scale = view.scale();
-  QtCanvas canvas(painter, fonts_, scale);
+void SheetWidget::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view, double ratio) {
+  QtCanvas canvas(painter, fonts_, ratio, zoom_);
   if (!isEnabled()) canvas.DimToward(sheet().ColourOf(platform::GridColour::kBackColor));
   const auto paint = [&](const QRect& piece) {
-    sheet::Paint(sheet::Snapshot::Of(view, ToDevice(piece, scale)), canvas);
+    sheet::Paint(sheet::Snapshot::Of(view, ToDevice(piece, ratio)), canvas);
   };
   if (region.rectCount() > kMostPieces) {
     paint(region.boundingRect());
@@ -240,7 +251,7 @@ void SheetWidget::MovePixels() {
 
 void SheetWidget::MovePart(const sheet::Rect& part, int64_t dx, int64_t dy) {
   if (part.IsEmpty()) return;
-  const double scale = view_->scale();
+  const double scale = ratio_;
   const auto whole = [&](int64_t pixels) { return std::fmod(static_cast<double>(pixels), scale) == 0.0; };
   const bool far = std::abs(dx) >= part.width || std::abs(dy) >= part.height;
   const bool fits = scale == std::floor(scale) && whole(dx) && whole(dy) && whole(part.x) && whole(part.y);
@@ -275,19 +286,19 @@ void SheetWidget::keyPressEvent(QKeyEvent* event) {
   if (!keyboard_->Press(ToSheet(*event))) event->ignore();
 }
 
-void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_->Press(ToSheet(*event, view_->scale())); }
+void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_->Press(ToSheet(*event, ratio_)); }
 
 void SheetWidget::mouseMoveEvent(QMouseEvent* event) {
-  mouse_->Move(ToSheet(*event, view_->scale()));
+  mouse_->Move(ToSheet(*event, ratio_));
   KeepAutoScrolling();
 }
 
 void SheetWidget::mouseReleaseEvent(QMouseEvent* event) {
-  mouse_->Release(ToSheet(*event, view_->scale()));
+  mouse_->Release(ToSheet(*event, ratio_));
   KeepAutoScrolling();
 }
 
-void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_->DoubleClick(ToSheet(*event, view_->scale())); }
+void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_->DoubleClick(ToSheet(*event, ratio_)); }
 
 // The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
 // with Ctrl for the caption of its column.
@@ -347,10 +358,9 @@ void SheetWidget::hideEvent(QHideEvent* event) {
 // A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
 // fractions are kept for slow turning.
 void SheetWidget::wheelEvent(QWheelEvent* event) {
-  const double scale = view_->scale();
   QPointF turned;
   if (!event->pixelDelta().isNull()) {
-    turned = QPointF(event->pixelDelta()) * scale;
+    turned = QPointF(event->pixelDelta()) * ratio_;
   } else {
     turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(*view_);
   }

@@ -39,6 +39,9 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
+  // How large the sheet is shown, 1 being its own size, from 0.5 to 3; other values become the nearest of these.
+  double zoom() const { return zoom_; }
+  void SetZoom(double zoom);
   // Where on the screen a menu opens: at the mouse, or below the cell if a key asked for it.
   QPoint MenuPlace() const;
 
@@ -76,7 +79,7 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   // Makes the view the one that is shown.
   void Show(sheet::View& view);
   double Scale() const { return viewport()->devicePixelRatioF(); }
-  void PaintView(QPainter& painter, const QRegion& region, const sheet::View& view);
+  void PaintView(QPainter& painter, const QRegion& region, const sheet::View& view, double ratio);
   // The size of the viewport in pixels of the scale.
   sheet::Size SizeAt(double scale) const;
   // Gives the view the size of the viewport.
@@ -100,6 +103,8 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   sheet::BarScale x_scale_;
   sheet::BarScale y_scale_;
   sheet::PixelMoves pixel_moves_;
+  double zoom_ = 1.0;
+  double ratio_ = 1.0;  // pixels of the view in a logical one
   QPointF wheel_rest_;  // fractions of a pixel left over from the wheel
   bool menu_by_key_ = false;
   bool updating_bars_ = false;

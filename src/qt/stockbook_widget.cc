@@ -62,6 +62,12 @@ sheet::GridSheet& StockbookWidget::sheet() { return parts_->fg(); }
 
 QWidget* StockbookWidget::viewport() const { return parts_->view().viewport(); }
 
+double StockbookWidget::Zoom() const { return parts_->view().zoom(); }
+
+void StockbookWidget::SetZoom(double zoom) { parts_->view().SetZoom(zoom); }
+
+void StockbookWidget::SetMenuHints(std::map<std::string, QString> hints) { parts_->SetMenuHints(std::move(hints)); }
+
 bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   const Pin pin(parts_);
   return control().Load(rKeyID, rdpID, FromQString(rdpCode));

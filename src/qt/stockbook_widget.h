@@ -6,7 +6,9 @@
 #include <QString>
 #include <QVariant>
 #include <functional>
+#include <map>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "control/stockbook.h"
@@ -52,6 +54,14 @@ class StockbookWidget : public AppearanceProperties {
   sheet::GridSheet& sheet();
   // The part of the widget that shows the cells; its top left corner is the sheet's origin.
   QWidget* viewport() const;
+
+  // How large the journal is shown, 1 being its own size, from 0.5 to 3; widths and heights stay what they are.
+  double Zoom() const;
+  void SetZoom(double zoom);
+
+  // Texts that the control's menus show beside their items, such as the keys by which the host offers the same, by the
+  // names of the items.
+  void SetMenuHints(std::map<std::string, QString> hints);
 
   // Save the appearance in the settings, each property by its key in the group, and restore it; properties that were
   // never saved keep their values. If the settings fail, they throw platform::Error with a message for the user.

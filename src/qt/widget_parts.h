@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "control/stockbook.h"
 #include "platform/control_site.h"
@@ -43,6 +46,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
   SheetWidget& view() { return *view_; }
+  void SetMenuHints(std::map<std::string, QString> hints) { menu_.SetHints(std::move(hints)); }
   std::optional<platform::Colour>& header_colour() { return header_colour_; }
 
  private:

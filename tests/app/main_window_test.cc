@@ -127,7 +127,7 @@ TEST_F(Window, GoesBackToTheSamePlaceWhenTheSameJournalIsLoadedAgain) {
   EXPECT_FALSE(grid().IsCollapsed(grid().NextSubtotal(grid().FixedRows())));
 }
 
-TEST_F(Window, KeepsWidthsAndOrderOfTheColumnsFromJournalToJournal) {
+TEST_F(Window, KeepsWidthsAndOrderOfTheColumnsFromJournalToJournalOfAType) {
   Open();
   window_->LoadFirstJournal();
   const int explain = grid().ColIndex("Explain");
@@ -136,8 +136,12 @@ TEST_F(Window, KeepsWidthsAndOrderOfTheColumnsFromJournalToJournal) {
   grid().SetColWidth(explain, usual + 600);
   grid().SetColPosition(explain, 1);
   JournalOptions other = window_->bar().Options();
-  other.journal_type = 1;
-  other.key_id = 0;
+  JournalOptions supplier = other;
+  supplier.journal_type = 1;
+  supplier.key_id = 0;
+  window_->LoadJournal(supplier);
+  EXPECT_NE(grid().ColIndex("Explain"), 1) << "each type has columns of its own";
+  other.key_id += 1;
   other.allow_inv = true;
   window_->LoadJournal(other);
   window_->LoadJournal(other);

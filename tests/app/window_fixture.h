@@ -25,6 +25,11 @@ class WindowTest : public InventoryTest {
     window_->show();
     QApplication::processEvents();
   }
+  // Until what was put off by one event, and what that puts off, has happened.
+  static void Settle() {
+    constexpr int kPasses = 4;
+    for (int pass = 0; pass < kPasses; ++pass) QApplication::processEvents();
+  }
   qt::StockbookWidget& stockbook() { return window_->stockbook(); }
   platform::Grid& grid() { return stockbook().Grid(); }
   std::string Title() const { return window_->windowTitle().toStdString(); }

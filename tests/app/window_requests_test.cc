@@ -9,16 +9,12 @@
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <algorithm>
-#include <map>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/window_fixture.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/window/bill_dialog.h"
-#include "stockbook/window/bill_view.h"
 #include "stockbook/window/find_bar.h"
 
 namespace stockbook::app {
@@ -201,71 +197,6 @@ TEST_F(Requests, EnterOnABillNumberShowsTheBill) {
   Press(dialog, Qt::Key_Escape);
   QApplication::processEvents();
   EXPECT_EQ(Shown<BillDialog>(), nullptr);
-}
-
-TEST_F(Requests, ABillIsMadeOfAllLinesThatTheJournalHasOfIt) {
-  Open();
-  JournalOptions options;
-  options.journal_type = 1;
-  ASSERT_TRUE(window_->LoadJournal(options).loaded);
-  // The bill with the most lines here.
-  std::map<std::pair<int, QString>, int> lines;
-  for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
-    if (stockbook().BillID(row) > 0) ++lines[{stockbook().BillID(row), stockbook().BillName(row)}];
-  }
-  const auto most = std::max_element(lines.begin(), lines.end(),
-                                     [](const auto& left, const auto& right) { return left.second < right.second; });
-  ASSERT_GT(most->second, 1);
-  int row = grid().FixedRows();
-  while (stockbook().BillID(row) != most->first.first || stockbook().BillName(row) != most->first.second) ++row;
-  const BillView bill = ReadBill(stockbook().control(), row);
-  EXPECT_EQ(static_cast<int>(bill.lines.size()), most->second);
-  EXPECT_EQ(bill.kind, most->first.second.toStdString());
-  EXPECT_EQ(bill.number, grid().TextMatrix(row, grid().ColIndex("BillNo")));
-  ASSERT_FALSE(bill.facts.empty());
-  EXPECT_EQ(bill.facts[0].second, grid().DisplayText(row, grid().ColIndex("BillDate")));
-  std::set<std::string> captions;
-  for (const BillView::Column& column : bill.columns) {
-    captions.insert(column.caption);
-    EXPECT_EQ(column.caption.find('\n'), std::string::npos);
-  }
-  EXPECT_EQ(captions.size(), bill.columns.size());
-  for (const auto& line : bill.lines) EXPECT_EQ(line.size(), bill.columns.size());
-}
-
-TEST_F(Requests, ABillTellsInItsLinesWhatTheyDoNotShare) {
-  OpenFirst();
-  int row = FirstLine();
-  while (row < grid().Rows() && stockbook().BillName(row) != QStringLiteral("调拨单")) ++row;
-  ASSERT_LT(row, grid().Rows());
-  const int depot = grid().ColIndex("Depot");
-  BillView bill = ReadBill(stockbook().control(), row);
-  ASSERT_EQ(bill.lines.size(), 2U);
-  for (int line = grid().FixedRows(), count = 0; line < grid().Rows(); ++line) {
-    if (stockbook().BillID(line) == bill.bill_id && stockbook().BillName(line) == QStringLiteral("调拨单"))
-      grid().SetTextMatrix(line, depot, count++ == 0 ? "一号库" : "二号库");
-  }
-  bill = ReadBill(stockbook().control(), row);
-  ASSERT_EQ(bill.columns[0].caption, "仓库");
-  EXPECT_EQ(bill.lines[0][0], "一号库");
-  EXPECT_EQ(bill.lines[1][0], "二号库");
-  for (const auto& [label, text] : bill.facts) EXPECT_NE(label, "仓库") << text;
-}
-
-TEST_F(Requests, ABillHidesTheAmountsThatTheJournalHides) {
-  Open();
-  JournalOptions options = window_->bar().Options();
-  options.key_id = 1;
-  options.acc_restrict = true;
-  ASSERT_TRUE(window_->LoadJournal(options).loaded);
-  const BillView bill = ReadBill(stockbook().control(), FirstLine());
-  ASSERT_EQ(bill.lines.size(), 1U);
-  const std::string amount = grid().DisplayText(FirstLine(), grid().ColIndex("Account"));
-  EXPECT_EQ(amount, "-");
-  for (size_t column = 0; column < bill.columns.size(); ++column) {
-    if (bill.columns[column].caption.find("金额") == std::string::npos) continue;
-    EXPECT_EQ(bill.lines[0][column], "-");
-  }
 }
 
 TEST_F(Requests, ARowWithoutABillSaysSo) {

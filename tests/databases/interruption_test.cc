@@ -138,6 +138,18 @@ TEST_F(Interrupted, ACancelWithNothingRunningIsForgotten) {
   EXPECT_EQ(connection.Execute("SELECT * FROM 仓库设置").RecordCount(), 2U);
 }
 
+TEST_F(Interrupted, CountsTheRowsThatAStatementReads) {
+  EmbeddedConnection connection(file_.DesktopString());
+  EXPECT_EQ(connection.RowsRead(), 0U);
+  const size_t rows = connection.Execute("SELECT KSID, 企业名称 FROM 厂商资料").RecordCount();
+  ASSERT_GE(rows, 2000U);
+  // By the hundred, since nobody looks at each.
+  EXPECT_GE(connection.RowsRead(), 1000U);
+  EXPECT_LE(connection.RowsRead(), rows);
+  connection.Execute("SELECT * FROM 仓库设置");
+  EXPECT_LT(connection.RowsRead(), 1000U) << "each statement begins anew";
+}
+
 TEST_F(Interrupted, ACancelEndsTheWaitForALock) {
   EmbeddedConnection connection(With("Timeout=0"));
   file_.Run("BEGIN EXCLUSIVE");

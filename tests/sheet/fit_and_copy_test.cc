@@ -78,6 +78,24 @@ TEST_F(FitAndCopy, FittingCountsTheTreeAndItsIndent) {
   EXPECT_EQ(PixelsOf(1), text + 2 * kPadding + kLine + OutlineMetrics::Of(1).LineIndent(1));
 }
 
+TEST_F(FitAndCopy, AllShownColumnsAreFittedToAllTheirTexts) {
+  constexpr int kHidden = 3;
+  sheet.SetCols(8);
+  for (int column = kHidden; column < sheet.Cols(); ++column) sheet.SetColWidth(column, 1500);
+  const int last = sheet.Cols() - 1;
+  sheet.SetTextMatrix(900, 1, std::string(25, 'x'));   // far below the view
+  sheet.SetTextMatrix(5, last, std::string(30, 'x'));  // to the right of it
+  sheet.SetColHidden(kHidden, true);
+  FitColumns(sheet.view());
+  EXPECT_EQ(PixelsOf(1), 25 * RecordingCanvas::kCharacterWidth + 2 * kPadding + kLine);
+  EXPECT_EQ(PixelsOf(last), 30 * RecordingCanvas::kCharacterWidth + 2 * kPadding + kLine);
+  EXPECT_EQ(sheet.ColWidth(kHidden), 1500) << "hidden ones keep their widths";
+  EXPECT_EQ(sheet.ColWidth(0), 1500) << "so do fixed ones";
+  sheet.SetTextMatrix(900, 1, std::string(3000, 'x'));
+  FitColumns(sheet.view());
+  EXPECT_EQ(PixelsOf(1), 430) << "at most the width of the view";
+}
+
 TEST_F(FitAndCopy, ARowIsFittedToItsLines) {
   sheet.SetTextMatrix(3, 2, "1\n2\n3");
   FitRow(sheet.view(), 3);

@@ -201,6 +201,26 @@ TEST(Painter, ShowsHashesForANumberThatReachesOverTheSideOfTheView) {
   EXPECT_EQ(hashes, 6U);
 }
 
+TEST(Painter, ShowsPaleHashesThatCanBeSeenOnTheColourOfTheRow) {
+  GridSheet sheet;
+  Fill(sheet, 5, 0);
+  sheet.SetColDataType(2, DataType::kDouble);
+  sheet.SetTextMatrix(1, 2, "372.65");
+  const auto back = sheet.ColourOf(GridColour::kGridColorFixed);
+  sheet.SetCellColors({1, 1, 2, sheet.Cols()}, back, 0x00000000);
+  sheet.SetFrozenCols(1);
+  sheet.view().SetSize({330, 200}, 1.0);
+  sheet.view().ScrollTo({70, 0});
+  const RecordingCanvas canvas = Painted(sheet);
+  size_t hashes = 0;
+  for (const auto& text : canvas.texts) {
+    if (text.text.find_first_not_of('#') != std::string::npos || text.colour == 0) continue;
+    ++hashes;
+    EXPECT_NE(text.colour, back);
+  }
+  EXPECT_GT(hashes, 0U);
+}
+
 TEST(Painter, ShowsEveryNegativeLineOfACellInItsColour) {
   GridSheet sheet;
   Fill(sheet, 5, 0);

@@ -193,6 +193,55 @@ class Conformance(Tree):
         self.refuses("check-conformance", "no row anywhere")
 
 
+class Translations(Tree):
+    SAID = 'menu.Add(tr("打开(&O)..."));\nlabel.setText(HostText("第 %1 页" // why\n  "，共 %2 页"));\n'
+
+    def setUp(self):
+        super().setUp()
+        self.say(self.SAID)
+        self.translate({"打开(&O)...": "&Open...", "第 %1 页，共 %2 页": "Page %1 of %2"})
+
+    def say(self, text):
+        self.write("apps/stockbook/window/menu.cc", SOURCE + text)
+
+    def translate(self, known):
+        messages = "".join(f"<message><source>{text.replace('&', '&amp;')}</source><translation>{english.replace('&', '&amp;')}"
+                           "</translation></message>" for text, english in known.items())
+        self.write("apps/stockbook/translations/stockbook_en.ts",
+                   f'<TS version="2.1"><context><name>stockbook</name>{messages}</context></TS>')
+
+    def test_texts_that_are_translated_are_accepted(self):
+        self.accepts("check-translations")
+
+    def test_a_text_that_is_missing_is_refused(self):
+        self.say(self.SAID + 'tr("关闭");\n')
+        self.refuses("check-translations", "apps/stockbook/window/menu.cc:5: “关闭” is not translated")
+
+    def test_a_text_that_goes_around_the_translation_is_refused(self):
+        self.say(self.SAID + 'Set(QStringLiteral("关闭"));\n')
+        self.refuses("check-translations", "menu.cc:5: “关闭” goes around tr()")
+
+    def test_a_translation_without_the_placeholders_is_refused(self):
+        self.translate({"打开(&O)...": "&Open...", "第 %1 页，共 %2 页": "Page %1"})
+        self.refuses("check-translations", "has other placeholders than its translation")
+
+    def test_a_translation_without_the_key_is_refused(self):
+        self.translate({"打开(&O)...": "Open...", "第 %1 页，共 %2 页": "Page %1 of %2"})
+        self.refuses("check-translations", "has a key after '&'")
+
+    def test_a_translation_that_is_still_chinese_is_refused(self):
+        self.translate({"打开(&O)...": "&Open...", "第 %1 页，共 %2 页": "第 %1 of %2"})
+        self.refuses("check-translations", "is still Chinese")
+
+    def test_missing_texts_are_added_unfinished(self):
+        self.say(self.SAID + 'tr("关闭");\n')
+        self.check("check-translations", "--add")
+        texts = (self.root / "apps/stockbook/translations/stockbook_en.ts").read_text(encoding="utf-8")
+        self.assertIn('<source>关闭</source>\n        <translation type="unfinished">', texts)
+        self.assertIn("<translation>&amp;Open...</translation>", texts)
+        self.refuses("check-translations", "“关闭” is not translated")
+
+
 class Rooms(Tree):
     def setUp(self):
         super().setUp()

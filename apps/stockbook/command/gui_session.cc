@@ -13,6 +13,7 @@
 #include "qt/text.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/program_end.h"
+#include "stockbook/window/window_style.h"
 
 namespace stockbook::app {
 namespace {
@@ -76,12 +77,13 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
   application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
   qInstallMessageHandler(need == GuiNeed::kPicture ? EndAtSystemErrors : nullptr);
   QApplication::setApplicationName(QStringLiteral("stockbook"));
-  QApplication::setApplicationDisplayName(QStringLiteral("库存台账"));
+  QApplication::setApplicationDisplayName(HostText("库存台账"));
   const QString translations = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
   if (translator_.load(QLocale(QLocale::Chinese, QLocale::China), QStringLiteral("qtbase"), QStringLiteral("_"),
                        translations)) {
     QCoreApplication::installTranslator(&translator_);
   }
+  QApplication::setStyle(new WindowStyle);
   QFont font = QApplication::font();
   font.setFamily(qt::ToQString(qt::DefaultGridFont().name));
   QApplication::setFont(font);
@@ -91,6 +93,14 @@ GuiSession::~GuiSession() {
   if (application_ == nullptr) return;
   application_.reset();
   qInstallMessageHandler(nullptr);
+}
+
+void GuiSession::Speak(HostLanguage language) {
+  if (language != HostLanguage::kEnglish || !host_texts_.LoadEnglish()) return;
+  // The toolkit itself is written in English.
+  QCoreApplication::removeTranslator(&translator_);
+  QCoreApplication::installTranslator(&host_texts_);
+  QApplication::setApplicationDisplayName(HostText("库存台账"));
 }
 
 int GuiSession::Run() { return QApplication::exec(); }

@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "stockbook/window/host_language.h"
+#include "stockbook/window/host_translator.h"
+
 namespace stockbook::app {
 
 // There is no display to open a window on, or none that works.
@@ -29,6 +32,9 @@ class GuiSession {
   GuiSession(const GuiSession&) = delete;
   GuiSession& operator=(const GuiSession&) = delete;
 
+  // The language of windows that are made from now on. A program without the English texts speaks Chinese.
+  void Speak(HostLanguage language);
+
   int Run();
 
  private:
@@ -38,6 +44,7 @@ class GuiSession {
   std::vector<char*> arguments_;
   std::unique_ptr<QApplication> application_;
   QTranslator translator_;  // for the toolkit's own dialogs, if its translations are installed
+  HostTranslator host_texts_;
 };
 
 }  // namespace stockbook::app

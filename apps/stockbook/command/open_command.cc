@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/open_command.h"
 
+#include <QSettings>
 #include <QStandardPaths>
+#include <array>
 #include <filesystem>
 #include <ostream>
 #include <utility>
@@ -11,6 +13,7 @@
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
+#include "stockbook/window/host_language.h"
 #include "stockbook/window/main_window.h"
 
 namespace stockbook::app {
@@ -18,13 +21,17 @@ namespace {
 
 constexpr std::string_view kUsage = R"(Opens the window.
 
-Usage: stockbook [open] [DB] [JOURNAL]
+Usage: stockbook [open] [DB] [JOURNAL] [--language LANG]
 
   DB   the inventory; .db, .mdb, .accdb or a connection string; without it the sample inventory, made on first use in the user's data folder
+  --language LANG   zh or en, for this time; without it as chosen in the window, at first as the desktop
 
-Without JOURNAL it is the material journal of product 1, or of the first product that has lines.
+Without JOURNAL it is the one that was last shown of the inventory, at first the material journal of product 1, or of
+the first product that has lines. The window is as it was left; what it remembers is in the user's settings.
 
 )";
+
+constexpr std::array<Option, 1> kOpenOptions{{{"language", OptionKind::Value}}};
 
 // The sample inventory in the user's data folder, created now if it does not exist.
 std::string SampleDatabase() {
@@ -41,22 +48,24 @@ std::string SampleDatabase() {
 }
 
 int RunOpen(const std::vector<std::string>& arguments, Terminal& terminal) {
-  const CommandLine line = ReadJournalCommand(arguments, {});
+  const CommandLine line = ReadJournalCommand(arguments, kOpenOptions);
+  const auto language = line.Choice("language", kLanguageNames);
   const auto options = ReadJournalOptions(line);
   DatabaseSource source;
   if (!line.positionals().empty()) source = ReadSource(line, line.positionals().front(), "open", terminal);
   GuiSession session(GuiNeed::kWindow);
+  QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("stockbook"),
+                     QStringLiteral("stockbook"));
+  // What is asked for holds once; what was chosen in the window is remembered.
+  const auto chosen = language ? LanguageNamed(*language) : RememberedLanguage(settings);
+  session.Speak(chosen.value_or(LanguageOfDesktop()));
   MainWindow window;
+  window.Remember(settings);
   if (line.positionals().empty()) source = DatabaseSource(SampleDatabase());
   window.OpenDatabase(std::move(source), window.AskInDialog());
   window.show();
   // The window appears before a long load begins, and shows its progress.
-  QApplication::processEvents();
-  if (options) {
-    window.LoadJournal(*options);
-  } else {
-    window.LoadFirstJournal();
-  }
+  window.LoadWhenPainted(options);
   return session.Run();
 }
 

@@ -12,23 +12,25 @@ struct SecondKeyQueries {
   std::string_view all;
   std::string_view classes;  // "" if there are no classes
   std::string_view subjects;
+  std::string_view key;
+  std::string_view name;
 };
 
 SecondKeyQueries QueriesOf(base::tqJournalTypeContants type) {
   switch (type) {
     case base::MaterialJournal:
-      return {"全部仓库", "", "Select dpID, 仓库名称 From 仓库设置 Order By dpID"};
+      return {"全部仓库", "", "Select * From 仓库设置 Order By dpID", "dpID", "仓库名称"};
     case base::SupplierJournal:
       return {"全部供应商", "Select ClassCode, ClassName From 厂商分类 Order By ClassCode",
-              "Select KSID, 企业名称 From 厂商资料 Order By KSID"};
+              "Select * From 厂商资料 Order By KSID", "KSID", "企业名称"};
     case base::CustomerJournal:
       return {"全部客户", "Select ClassCode, ClassName From 客户分类 Order By ClassCode",
-              "Select KSID, 企业名称 From 客户资料 Order By KSID"};
+              "Select * From 客户资料 Order By KSID", "KSID", "企业名称"};
     case base::ProjectJournal:
       return {"全部项目", "Select ClassCode, ClassName From 项目分类 Order By ClassCode",
-              "Select 项目ID, 项目名称 From 项目设置 Order By 项目ID"};
+              "Select * From 项目设置 Order By 项目ID", "项目ID", "项目名称"};
   }
-  return {"全部", "", ""};
+  return {"全部", "", "", "", ""};
 }
 
 int32_t KeyOf(const base::Value& value) { return static_cast<int32_t>(value.AsInteger().value_or(0)); }
@@ -47,16 +49,28 @@ void AppendPart(std::string& text, const base::Value& part) {
   text += piece;
 }
 
+// All texts of the current record, whatever its table has: short codes, bar codes, aliases, telephone numbers.
+std::string AllTextsOf(const platform::Recordset& rows) {
+  std::string texts;
+  for (size_t field = 0; field < rows.FieldCount(); ++field) {
+    const base::Value value = rows.FieldValue(field);
+    const auto* text = value.As<std::string>();
+    if (text != nullptr && !text->empty()) texts += *text + "\n";
+  }
+  return texts;
+}
+
 }  // namespace
 
 std::vector<CatalogEntry> InventoryCatalog::Products() const {
   std::vector<CatalogEntry> entries;
-  for (platform::Recordset rows =
-           connection_.Execute("Select pdID, 商品编号, 商品名称, 规格, 型号 From 商品设置 Order By 商品编号, pdID");
-       !rows.AtEnd(); rows.MoveNext()) {
-    CatalogEntry entry{KeyOf(rows.FieldValue(size_t{0})), {}, {}};
-    for (size_t field = 1; field < rows.FieldCount(); ++field) AppendPart(entry.text, rows.FieldValue(field));
-    if (entry.key > 0) entries.push_back(std::move(entry));
+  for (platform::Recordset rows = connection_.Execute("Select * From 商品设置 Order By 商品编号, pdID"); !rows.AtEnd();
+       rows.MoveNext()) {
+    CatalogEntry entry{KeyOf(rows.FieldValue("pdID")), {}, {}};
+    if (entry.key <= 0) continue;
+    for (const char* field : {"商品编号", "商品名称", "规格", "型号"}) AppendPart(entry.text, rows.FieldValue(field));
+    entry.words = AllTextsOf(rows);
+    entries.push_back(std::move(entry));
   }
   return entries;
 }
@@ -72,8 +86,8 @@ std::vector<CatalogEntry> InventoryCatalog::SecondKeys(base::tqJournalTypeContan
   }
   if (!queries.subjects.empty()) {
     for (platform::Recordset rows = connection_.Execute(queries.subjects); !rows.AtEnd(); rows.MoveNext()) {
-      const int32_t key = KeyOf(rows.FieldValue(size_t{0}));
-      if (key > 0) entries.push_back({key, {}, rows.FieldValue(1).Text()});
+      const int32_t key = KeyOf(rows.FieldValue(queries.key));
+      if (key > 0) entries.push_back({key, {}, rows.FieldValue(queries.name).Text(), AllTextsOf(rows)});
     }
   }
   return entries;

@@ -15,6 +15,8 @@ struct CatalogEntry {
   int32_t key = 0;
   std::string class_code;
   std::string text;
+  // Its other texts, line by line, for whoever searches it by something that is not shown.
+  std::string words = {};
 
   bool operator==(const CatalogEntry&) const = default;
 };

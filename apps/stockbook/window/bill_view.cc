@@ -1,109 +1,202 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/bill_view.h"
 
+#include <QCoreApplication>
 #include <algorithm>
-#include <array>
-#include <string_view>
+#include <functional>
+#include <set>
+#include <string>
 
-#include "base/column_keys.h"
-#include "base/text.h"
-#include "grid/row_runs.h"
+#include "base/number.h"
+#include "qt/text.h"
 #include "sheet/format/cell_format.h"
 
 namespace stockbook::app {
 namespace {
 
-namespace keys = base::keys;
+using journal::AmountTexts;
 
-struct Fact {
-  const char* key;
-  const char* label;
+// What the texts of a bill are called to whoever translates them.
+QString BillText(const char* text) { return QCoreApplication::translate("Bill", text); }
+
+// One column of lines: its text of a line, and of a total where it has one.
+struct BillColumn {
+  const char* caption;
+  bool is_number = false;
+  std::function<QString(const BillLine&)> text;
+  std::function<QString(const std::vector<const BillLine*>&)> total = {};
 };
-constexpr std::array<Fact, 8> kFacts = {{{keys::kBillDate, "日期"},
-                                         {keys::kEnterprise, "往来单位"},
-                                         {keys::kProject, "项目"},
-                                         {keys::kDepot, "仓库"},
-                                         {keys::kInputor, "录入员"},
-                                         {keys::kInputDate, "录入日期"},
-                                         {keys::kAuditor, "审核员"},
-                                         {keys::kAuditDate, "审核日期"}}};
-// The columns shown above the lines, and the running stock, which belongs to the journal and not to the bill.
-constexpr std::string_view kNotOfALine = "|BillNo|BillKind|BillName|Period|StoPrice|StoQty|StoQty2|StoAcc|";
 
-bool IsFact(const std::string& key) {
-  return std::any_of(kFacts.begin(), kFacts.end(), [&](const Fact& fact) { return key == fact.key; });
+QString Formatted(const base::Value& value, platform::DataType type) {
+  std::string text;
+  if (!sheet::CellFormat("#,##0.00").Append(type, value, text)) text = value.Text();
+  return qt::ToQString(text);
 }
 
-std::vector<int> RowsOfBill(const control::Stockbook& control, int32_t bill_id, const std::string& kind) {
-  constexpr size_t kBlock = 4096;
-  const platform::Grid& grid = control.Grid();
-  const int column = grid.ColIndex(keys::kBillID);
-  // Edited cells are read one by one.
-  const columns::Column* keys = grid.HasEditedRecords(column) ? nullptr : grid.LoadedText(column);
-  std::vector<int> rows;
-  std::vector<double> numbers(kBlock);
-  const auto add = [&](int row) {
-    if (control.BillID(row) == bill_id && control.BillName(row) == kind) rows.push_back(row);
-  };
-  for (grid::RowRun run = grid::RowRunAt(grid, grid.FixedRows()); run.count > 0;
-       run = grid::RowRunAt(grid, run.End())) {
-    for (int at = 0; at < run.count; ++at) {
-      if (keys == nullptr || run.record < 0) {
-        add(run.row + at);
-        continue;
-      }
-      if (at % static_cast<int>(kBlock) == 0) keys->ReadNumbers(static_cast<size_t>(run.record + at), numbers);
-      if (numbers[static_cast<size_t>(at) % kBlock] == bill_id) add(run.row + at);
+QString BillNumber(double number) {
+  return number == 0 ? QString() : Formatted(base::Value(number), platform::DataType::kDouble);
+}
+
+QString BillAmount(base::Money amount) {
+  return amount == base::Money() ? QString() : Formatted(base::Value(amount), platform::DataType::kCurrency);
+}
+
+QString BillPercent(double share) {
+  return share == 0 ? QString() : qt::ToQString(base::NumberText(share * 100)) + QLatin1Char('%');
+}
+
+BillColumn TextColumn(const char* caption, std::string BillLine::*field) {
+  return {caption, false, [field](const BillLine& line) { return qt::ToQString(line.*field); }};
+}
+
+BillColumn NumberColumn(const char* caption, double BillLine::*field) {
+  return {caption, true, [field](const BillLine& line) { return BillNumber(line.*field); }};
+}
+
+// Pieces and metres are not added up: only a bill of one unit has a total of quantities.
+BillColumn QuantityColumn(const char* caption, double BillLine::*field) {
+  BillColumn column = NumberColumn(caption, field);
+  column.total = [field](const std::vector<const BillLine*>& lines) {
+    double sum = 0;
+    for (const BillLine* line : lines) {
+      if (line->measure != lines.front()->measure) return QString();
+      sum += line->*field;
     }
-  }
-  return rows;
+    return BillNumber(sum);
+  };
+  return column;
 }
 
-bool IsNumber(const platform::Grid& grid, int column) { return sheet::IsNumberType(grid.ColDataType(column)); }
-
-bool TellsSomething(const platform::Grid& grid, const std::vector<int>& rows, int column) {
-  return std::any_of(rows.begin(), rows.end(), [&](int row) {
-    const std::string text = grid.TextMatrix(row, column);
-    return !text.empty() && !(IsNumber(grid, column) && text == "0");
-  });
+BillColumn AmountColumn(const char* caption, base::Money BillLine::*field) {
+  BillColumn column{caption, true, [field](const BillLine& line) { return BillAmount(line.*field); }};
+  column.total = [field](const std::vector<const BillLine*>& lines) {
+    base::Money sum;
+    for (const BillLine* line : lines) sum = sum + line->*field;
+    return BillAmount(sum);
+  };
+  return column;
 }
 
-// A value that all lines share is shown once; otherwise it gets a column, like the depots of a transfer.
-void ReadFacts(const platform::Grid& grid, const std::vector<int>& rows, BillView& bill) {
-  for (const Fact& fact : kFacts) {
-    const int column = grid.ColIndex(fact.key);
-    if (column < 0) continue;
-    const std::string text = grid.DisplayText(rows.front(), column);
-    const bool shared =
-        std::all_of(rows.begin(), rows.end(), [&](int row) { return grid.DisplayText(row, column) == text; });
-    if (shared && !text.empty()) bill.facts.emplace_back(fact.label, text);
-    if (shared) continue;
-    bill.columns.push_back({fact.label, false});
-    for (size_t line = 0; line < rows.size(); ++line) bill.lines[line].push_back(grid.DisplayText(rows[line], column));
+// Where amounts are hidden there is a mask for each one, and nothing to add up.
+BillColumn Masked(BillColumn column) {
+  column.text = [](const BillLine&) { return QString::fromUtf8(journal::kAmountMask); };
+  if (column.total) {
+    column.total = [](const std::vector<const BillLine*>&) { return QString::fromUtf8(journal::kAmountMask); };
   }
+  return column;
+}
+
+std::vector<BillColumn> MoneyColumns() {
+  return {NumberColumn(QT_TRANSLATE_NOOP("Bill", "单价"), &BillLine::price),
+          AmountColumn(QT_TRANSLATE_NOOP("Bill", "金额"), &BillLine::amount),
+          {QT_TRANSLATE_NOOP("Bill", "税率"), true, [](const BillLine& line) { return BillPercent(line.tax_rate); }},
+          AmountColumn(QT_TRANSLATE_NOOP("Bill", "税额"), &BillLine::tax),
+          NumberColumn(QT_TRANSLATE_NOOP("Bill", "含税单价"), &BillLine::tax_price),
+          AmountColumn(QT_TRANSLATE_NOOP("Bill", "含税金额"), &BillLine::tax_amount)};
+}
+
+void AddDetails(std::vector<BillColumn>& columns) {
+  constexpr const char* kDetails[] = {QT_TRANSLATE_NOOP("Bill", "经手人"),  QT_TRANSLATE_NOOP("Bill", "交接人"),
+                                      QT_TRANSLATE_NOOP("Bill", "包装"),    QT_TRANSLATE_NOOP("Bill", "货位"),
+                                      QT_TRANSLATE_NOOP("Bill", "期限"),    QT_TRANSLATE_NOOP("Bill", "序列号"),
+                                      QT_TRANSLATE_NOOP("Bill", "生产日期")};
+  size_t index = 0;
+  for (const char* caption : kDetails) {
+    columns.push_back({caption, false, [index](const BillLine& line) {
+                         return index < line.details.size() ? qt::ToQString(line.details[index]) : QString();
+                       }});
+    ++index;
+  }
+}
+
+std::vector<BillColumn> BillColumnsOf(AmountTexts amounts) {
+  std::vector<BillColumn> columns = {TextColumn(QT_TRANSLATE_NOOP("Bill", "编号"), &BillLine::product_no),
+                                     TextColumn(QT_TRANSLATE_NOOP("Bill", "名称"), &BillLine::product_name),
+                                     TextColumn(QT_TRANSLATE_NOOP("Bill", "规格"), &BillLine::model),
+                                     TextColumn(QT_TRANSLATE_NOOP("Bill", "型号"), &BillLine::standard),
+                                     {QT_TRANSLATE_NOOP("Bill", "方向"), false,
+                                      [](const BillLine& line) {
+                                        return line.side == BillSide::kReceipt
+                                                   ? BillText(QT_TRANSLATE_NOOP("Bill", "入库"))
+                                                   : BillText(QT_TRANSLATE_NOOP("Bill", "出库"));
+                                      }},
+                                     TextColumn(QT_TRANSLATE_NOOP("Bill", "仓库"), &BillLine::depot),
+                                     TextColumn(QT_TRANSLATE_NOOP("Bill", "单位"), &BillLine::measure),
+                                     QuantityColumn(QT_TRANSLATE_NOOP("Bill", "数量"), &BillLine::quantity),
+                                     NumberColumn(QT_TRANSLATE_NOOP("Bill", "数量2"), &BillLine::quantity2)};
+  for (BillColumn& column : MoneyColumns()) {
+    if (amounts == AmountTexts::kShown) columns.push_back(std::move(column));
+  }
+  if (amounts == AmountTexts::kMasked) {
+    columns.push_back(Masked(NumberColumn(QT_TRANSLATE_NOOP("Bill", "单价"), &BillLine::price)));
+    columns.push_back(Masked(AmountColumn(QT_TRANSLATE_NOOP("Bill", "金额"), &BillLine::amount)));
+  }
+  AddDetails(columns);
+  return columns;
+}
+
+std::vector<QString> TotalOf(const std::vector<BillColumn>& columns, const std::vector<const BillLine*>& lines,
+                             const QString& word) {
+  std::vector<QString> texts;
+  for (const BillColumn& column : columns) texts.push_back(column.total ? column.total(lines) : QString());
+  if (!texts.empty() && texts.front().isEmpty()) texts.front() = word;
+  return texts;
+}
+
+void AddTotals(const InventoryBill& bill, const std::vector<BillColumn>& columns, BillView& view) {
+  std::vector<const BillLine*> sides[2];
+  for (const BillLine& line : bill.lines) sides[line.side == BillSide::kReceipt ? 1 : 0].push_back(&line);
+  const bool is_transfer = !sides[0].empty() && !sides[1].empty();
+  for (const auto& lines : sides) {
+    if (lines.empty()) continue;
+    const QString word = !is_transfer      ? BillText(QT_TRANSLATE_NOOP("Bill", "合计"))
+                         : &lines == sides ? BillText(QT_TRANSLATE_NOOP("Bill", "出库合计"))
+                                           : BillText(QT_TRANSLATE_NOOP("Bill", "入库合计"));
+    view.totals.push_back(TotalOf(columns, lines, word));
+  }
+}
+
+void AddFacts(const InventoryBill& bill, BillView& view) {
+  const std::pair<const char*, const std::string&> facts[] = {
+      {QT_TRANSLATE_NOOP("Bill", "日期"), bill.date},        {QT_TRANSLATE_NOOP("Bill", "期间"), bill.period},
+      {QT_TRANSLATE_NOOP("Bill", "往来单位"), bill.partner}, {QT_TRANSLATE_NOOP("Bill", "项目"), bill.project},
+      {QT_TRANSLATE_NOOP("Bill", "录入员"), bill.inputor},   {QT_TRANSLATE_NOOP("Bill", "录入日期"), bill.input_date},
+      {QT_TRANSLATE_NOOP("Bill", "审核员"), bill.auditor},   {QT_TRANSLATE_NOOP("Bill", "审核日期"), bill.audit_date},
+      {QT_TRANSLATE_NOOP("Bill", "摘要"), bill.explain}};
+  for (const auto& [label, text] : facts) {
+    if (!text.empty()) view.facts.emplace_back(BillText(label), qt::ToQString(text));
+  }
+}
+
+// The direction says nothing where all lines have the same.
+bool SaysSomething(const BillColumn& column, const InventoryBill& bill, bool is_direction) {
+  std::set<QString> texts;
+  for (const BillLine& line : bill.lines) texts.insert(column.text(line));
+  if (is_direction) return texts.size() > 1;
+  return texts.size() > 1 || (texts.size() == 1 && !texts.begin()->isEmpty());
 }
 
 }  // namespace
 
-BillView ReadBill(const control::Stockbook& control, int row) {
-  const platform::Grid& grid = control.Grid();
-  BillView bill;
-  bill.bill_id = control.BillID(row);
-  bill.kind = control.BillName(row);
-  if (bill.bill_id <= 0) return bill;
-  const std::vector<int> rows = RowsOfBill(control, bill.bill_id, bill.kind);
-  if (rows.empty()) return bill;
-  if (const int column = grid.ColIndex(keys::kBillNo); column >= 0) bill.number = grid.TextMatrix(rows.front(), column);
-  bill.lines.resize(rows.size());
-  ReadFacts(grid, rows, bill);
-  for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
-    const std::string key = grid.ColKey(column);
-    if (grid.ColHidden(column) || IsFact(key) || kNotOfALine.find("|" + key + "|") != std::string_view::npos) continue;
-    if (!TellsSomething(grid, rows, column)) continue;
-    bill.columns.push_back({base::OneLine(grid.TextMatrix(0, column), ""), IsNumber(grid, column)});
-    for (size_t line = 0; line < rows.size(); ++line) bill.lines[line].push_back(grid.DisplayText(rows[line], column));
+BillView ViewOfBill(const InventoryBill& bill, AmountTexts amounts) {
+  BillView view;
+  view.kind = qt::ToQString(bill.kind);
+  view.number = qt::ToQString(bill.number);
+  view.amounts = amounts;
+  AddFacts(bill, view);
+  std::vector<BillColumn> columns;
+  for (BillColumn& column : BillColumnsOf(amounts)) {
+    const bool is_direction = std::string_view(column.caption) == "方向";
+    if (SaysSomething(column, bill, is_direction)) columns.push_back(std::move(column));
   }
-  return bill;
+  for (const BillColumn& column : columns) view.columns.push_back({BillText(column.caption), column.is_number});
+  for (const BillLine& line : bill.lines) {
+    BillView::Line shown{line, {}};
+    for (const BillColumn& column : columns) shown.texts.push_back(column.text(line));
+    view.lines.push_back(std::move(shown));
+  }
+  AddTotals(bill, columns, view);
+  return view;
 }
 
 }  // namespace stockbook::app

@@ -1,33 +1,40 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <QString>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
-#include "control/stockbook.h"
+#include "journal/restricted_amounts.h"
+#include "stockbook/inventory/inventory_bill.h"
 
 namespace stockbook::app {
 
-// One bill as found in the journal: the values that all its lines share, and the lines with the columns that are not
-// empty. The texts are those that the journal shows, so amounts masked there are masked here.
+// One bill as it is shown and printed: what is said of it as a whole, and its lines with the columns that are not empty
+// and their totals. Numbers look as in the journal.
 struct BillView {
   struct Column {
-    std::string caption;
+    QString caption;
     bool is_number = false;
   };
+  struct Line {
+    BillLine record;
+    std::vector<QString> texts;  // one a column
+  };
 
-  int32_t bill_id = 0;
-  std::string kind;
-  std::string number;
+  QString kind;
+  QString number;
   // Date, partner, depot, and who entered and audited it, each with its label.
-  std::vector<std::pair<std::string, std::string>> facts;
+  std::vector<std::pair<QString, QString>> facts;
   std::vector<Column> columns;
-  std::vector<std::vector<std::string>> lines;
+  std::vector<Line> lines;
+  // A row of texts, one a column, for all lines; for a transfer one for the issues and one for the receipts.
+  std::vector<std::vector<QString>> totals;
+  // Of columns and totals, as in the journal.
+  journal::AmountTexts amounts = journal::AmountTexts::kShown;
 };
 
-// The bill of a row, from all its rows in the journal; without lines if the row belongs to no bill. O(rows).
-BillView ReadBill(const control::Stockbook& control, int row);
+BillView ViewOfBill(const InventoryBill& bill, journal::AmountTexts amounts);
 
 }  // namespace stockbook::app

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/column_memory.h"
 
+#include "stockbook/window/column_arrangement.h"
+
 namespace stockbook::app {
 namespace {
 
@@ -40,34 +42,34 @@ std::vector<std::string> OrderOf(const platform::Grid& grid) {
 }  // namespace
 
 void ColumnMemory::StartFrom(const platform::Grid& grid) {
-  widths_.clear();
-  hidden_.clear();
-  order_.clear();
+  changes_ = {};
   laid_out_widths_ = WidthsOf(grid);
   laid_out_hidden_ = HiddenOf(grid);
   laid_out_order_ = OrderOf(grid);
 }
 
-void ColumnMemory::Learn(const platform::Grid& grid) {
-  LearnValues(WidthsOf(grid), laid_out_widths_, widths_);
-  LearnValues(HiddenOf(grid), laid_out_hidden_, hidden_);
-  order_ = OrderOf(grid);
-  if (order_ == laid_out_order_) order_.clear();
+void ColumnMemory::Learn(const platform::Grid& grid, int frozen) {
+  if (laid_out_order_.empty()) return;
+  LearnValues(WidthsOf(grid), laid_out_widths_, changes_.widths);
+  LearnValues(HiddenOf(grid), laid_out_hidden_, changes_.hidden);
+  changes_.order = OrderOf(grid);
+  if (changes_.order == laid_out_order_) changes_.order.clear();
+  changes_.frozen = frozen;
 }
 
 void ColumnMemory::PutBack(platform::Grid& grid, const std::string& kept) {
   laid_out_widths_ = WidthsOf(grid);
   laid_out_hidden_ = HiddenOf(grid);
   laid_out_order_ = OrderOf(grid);
-  for (const auto& [key, width] : widths_) {
+  for (const auto& [key, width] : changes_.widths) {
     if (const int column = grid.ColIndex(key); column >= 0) grid.SetColWidth(column, width);
   }
-  for (const auto& [key, hidden] : hidden_) {
+  for (const auto& [key, hidden] : changes_.hidden) {
     const int column = grid.ColIndex(key);
-    if (column >= 0 && kept.find("|" + key + "|") == std::string::npos) grid.SetColHidden(column, hidden == 1);
+    if (column >= 0 && !IsKept(kept, key)) grid.SetColHidden(column, hidden == 1);
   }
   int position = grid.FixedCols();
-  for (const std::string& key : order_) {
+  for (const std::string& key : changes_.order) {
     const int column = grid.ColIndex(key);
     if (column < 0) continue;
     if (column != position) grid.SetColPosition(column, position);

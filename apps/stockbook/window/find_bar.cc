@@ -31,9 +31,9 @@ FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
       stockbook_(stockbook),
       finder_(stockbook),
       words_(new QLineEdit),
-      previous_(MakeButton(QStringLiteral("上一个(&R)"), QStringLiteral("上一个（Shift+F3）"))),
-      next_(MakeButton(QStringLiteral("下一个(&N)"), QStringLiteral("下一个（F3）"))),
-      close_(MakeButton(QString(), QStringLiteral("关闭（Esc）"))),
+      previous_(MakeButton(tr("上一个(&R)"), tr("上一个（Shift+F3）"))),
+      next_(MakeButton(tr("下一个(&N)"), tr("下一个（F3）"))),
+      close_(MakeButton(QString(), tr("关闭（Esc）"))),
       count_(new QLabel) {
   BuildRow();
   typed_.setSingleShot(true);
@@ -54,14 +54,14 @@ FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
 }
 
 void FindBar::BuildRow() {
-  auto* label = new QLabel(QStringLiteral("查找(&D)"));
+  auto* label = new QLabel(tr("查找(&D)"));
   label->setBuddy(words_);
-  words_->setPlaceholderText(QStringLiteral("几个词用空格隔开；* ? # 代表任意文字、一个字、一个数字"));
+  words_->setPlaceholderText(tr("几个词用空格隔开；* ? # 代表任意文字、一个字、一个数字"));
   words_->setClearButtonEnabled(true);
   words_->setMinimumWidth(kWordsWidth * 2 * words_->fontMetrics().averageCharWidth());
   words_->setMaximumWidth(2 * words_->minimumWidth());
   close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-  close_->setAccessibleName(QStringLiteral("关闭查找"));
+  close_->setAccessibleName(tr("关闭查找"));
   count_->setTextFormat(Qt::PlainText);
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
@@ -100,9 +100,9 @@ void FindBar::ShowCount() {
   if (words_->text().trimmed().isEmpty()) {
     count_->clear();
   } else if (finder_.hits() == 0) {
-    count_->setText(QStringLiteral("没有找到"));
+    count_->setText(tr("没有找到"));
   } else {
-    count_->setText(QStringLiteral("第 %L1 条，共 %L2 条").arg(finder_.place()).arg(finder_.hits()));
+    count_->setText(tr("第 %L1 条，共 %L2 条").arg(finder_.place()).arg(finder_.hits()));
   }
 }
 

@@ -22,6 +22,7 @@ struct LoadReport {
   bool loaded = false;
   std::vector<std::string> notify;
   std::vector<int> process;  // without immediate repetitions
+  bool cancelled = false;    // the user stopped it while it read
 };
 
 // Sets what the options say, except for the product, which a load takes, without loading.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/main_window.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,43 +10,27 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
-#include "base/column_keys.h"
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
-#include "stockbook/window/bill_dialog.h"
-#include "stockbook/window/reading_place.h"
+#include "stockbook/window/file_drop.h"
+#include "stockbook/window/first_paint.h"
+#include "stockbook/window/help_dialog.h"
+#include "stockbook/window/language_menu.h"
+#include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
 namespace {
-
-namespace keys = base::keys;
 
 constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
 
-// This host has room to show bill numbers, remarks and product names in full, while the control's own layout has to be
-// narrow.
-struct HostWidth {
-  const char* key;
-  int twips;
-};
-constexpr HostWidth kHostWidths[] = {
-    {keys::kBillNo, 3900}, {keys::kBillKind, 1050}, {keys::kExplain, 1800}, {keys::kProductName, 3900}};
-
-void WidenColumns(platform::Grid& grid) {
-  for (const HostWidth& width : kHostWidths) {
-    if (const int column = grid.ColIndex(width.key); column >= 0) grid.SetColWidth(column, width.twips);
-  }
-}
-
-bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
-  return left.journal_type == right.journal_type && left.key_id == right.key_id && left.dp_id == right.dp_id &&
-         left.dp_code == right.dp_code;
+bool ShowsSame(const JournalOptions& left, const JournalOptions& right) {
+  return IsSameJournal(left, right) && left.allow_qty2 == right.allow_qty2 && left.allow_inv == right.allow_inv &&
+         left.acc_restrict == right.acc_restrict;
 }
 
 }  // namespace
@@ -57,6 +40,11 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
+      menus_(new WindowMenus(*menuBar())),
+      columns_(std::make_unique<JournalColumns>(*stockbook_)),
+      journal_(std::make_unique<ShownJournal>(*stockbook_, *columns_)),
+      reading_(new WindowReading({*this, *stockbook_, *journal_, *menus_,
+                                  [this](const JournalOptions& options) { return LoadJournal(options); }})),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -66,10 +54,12 @@ MainWindow::MainWindow(QWidget* parent)
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
   rows->addWidget(bar_);
+  rows->addWidget(&reading_->strip());
   rows->addWidget(stockbook_, 1);
   rows->addWidget(find_bar_);
   setCentralWidget(desk);
   BuildMenus();
+  BuildFeatures();
   BuildStatusLine();
   ConnectControl();
   resize(kUsualSize);
@@ -80,6 +70,19 @@ MainWindow::MainWindow(QWidget* parent)
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) colours_->Follow(palette());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (recall_ != nullptr) recall_->KeepWindow();
+  QMainWindow::closeEvent(event);
+}
+
+void MainWindow::Remember(QSettings& settings) {
+  recall_ =
+      std::make_unique<WindowRecall>(settings, RecallParts{*this, *stockbook_, *journal_, *bar_, *zoom_, *menus_});
+  connect(new LanguageMenu(settings, *menus_, this), &LanguageMenu::Told, this, &MainWindow::ShowMessage);
+  connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
+  connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);
 }
 
 void MainWindow::BuildStatusLine() {
@@ -97,7 +100,6 @@ void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
-  connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
@@ -105,47 +107,44 @@ void MainWindow::ConnectControl() {
           [this](const QString& command) { ObeyCommand(command); });
 }
 
-// A layout outside a load is the default layout that the user asked for.
-void MainWindow::TakeLayout() {
-  WidenColumns(stockbook_->Grid());
-  if (loading_) {
-    laid_out_ = true;
-  } else {
-    columns_.StartFrom(stockbook_->Grid());
-  }
-}
-
 AskPassword MainWindow::AskInDialog() {
   return [this](const std::string& database) -> std::optional<std::string> {
     bool accepted = false;
-    const QString password =
-        QInputDialog::getText(this, QStringLiteral("密码"), QStringLiteral("“%1”的密码：").arg(qt::ToQString(database)),
-                              QLineEdit::Password, {}, &accepted);
+    const QString password = QInputDialog::getText(this, tr("密码"), tr("“%1”的密码：").arg(qt::ToQString(database)),
+                                                   QLineEdit::Password, {}, &accepted);
     if (!accepted) return std::nullopt;
     return qt::FromQString(password);
   };
 }
 
 void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
-  std::shared_ptr<platform::Connection> connection = OpenInventory(source, SqlDialect::kDesktop, ask);
+  const auto connection = reading_->Open(source, ask);
   bar_->SetInventory(connection);
-  connection_ = std::move(connection);
-  shown_.reset();
+  if (recall_ != nullptr) recall_->LeaveInventory();
+  journal_->SetConnection(connection);
+  reading_->Use(connection, source.file());
+  history_->Clear();
   database_ = source.name();
   file_ = source.file();
+  if (recall_ != nullptr) {
+    const QString path = file_.empty() ? QString() : QFileInfo(qt::ToQString(file_)).absoluteFilePath();
+    recall_->EnterInventory(file_.empty() ? database_ : qt::FromQString(path), path);
+  }
   UpdateTitle();
 }
 
 void MainWindow::ChooseDatabase() {
-  const QString path =
-      QFileDialog::getOpenFileName(this, QStringLiteral("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
-                                   QStringLiteral("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
-  if (path.isEmpty()) return;
+  const QString path = QFileDialog::getOpenFileName(this, tr("打开数据库"), QFileInfo(qt::ToQString(file_)).path(),
+                                                    tr("库存数据库 (*.db *.mdb *.accdb);;所有文件 (*)"));
+  if (!path.isEmpty()) OpenFile(path);
+}
+
+void MainWindow::OpenFile(const QString& path) {
   try {
     OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
     LoadFirstJournal();
   } catch (const platform::Error& error) {
-    ShowMessage(qt::ToQString(error.what()));
+    reading_->TellThatItCannotBeOpened(path, qt::ToQString(error.what()));
   }
 }
 
@@ -155,62 +154,46 @@ LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
 }
 
 LoadReport MainWindow::LoadFirstJournal() {
+  if (const auto last = recall_ == nullptr ? std::nullopt : recall_->LastSubject(); last.has_value()) {
+    // The inventory may have lost the subject meanwhile.
+    LoadReport report = LoadJournal(*last);
+    if (report.cancelled || (report.loaded && stockbook_->sheet().RecordCount() > 0)) return report;
+  }
   JournalOptions options;
-  options.key_id = connection_ == nullptr ? 0 : InventoryCatalog(*connection_).FirstProductWithLines();
+  platform::Connection* connection = journal_->connection();
+  options.key_id = connection == nullptr ? 0 : InventoryCatalog(*connection).FirstProductWithLines();
+  if (options.key_id == 0) options.key_id = bar_->Options().key_id;
   return LoadJournal(options);
 }
 
-void MainWindow::Reload() { Load(bar_->Options()); }
+void MainWindow::LoadWhenPainted(const std::optional<JournalOptions>& options) {
+  new FirstPaint(*stockbook_->viewport(), [this, options] {
+    try {
+      options.has_value() ? LoadJournal(*options) : LoadFirstJournal();
+    } catch (const platform::Error& error) {
+      ShowMessage(qt::ToQString(error.what()));
+    }
+  });
+}
+
+void MainWindow::Reload() {
+  bar_->TakeTypedTexts();
+  Load(bar_->Options());
+}
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
-  if (connection_ == nullptr || loading_) return {};
-  control::Stockbook& control = stockbook_->control();
-  const ReadingPlace place(stockbook_->sheet());
-  const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
-  const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
-  columns_.Learn(stockbook_->Grid());
-  laid_out_ = false;
-  loading_ = true;
-  QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = app::LoadJournal(control, connection_, options);
-  const bool put_back = !report.loaded && PutBackShown(report, keys);
-  QApplication::restoreOverrideCursor();
-  loading_ = false;
+  if (journal_->connection() == nullptr || journal_->IsLoading()) return {};
+  LoadReport report = journal_->Load(options);
+  // The bar always names the journal below it.
+  if (const auto& shown = journal_->options(); shown.has_value() && !ShowsSame(*shown, bar_->Options()))
+    bar_->SetOptions(*shown);
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  if (laid_out_) columns_.PutBack(stockbook_->Grid(), control.ColsFilter());
-  // The names depend on what the user has shown and hidden.
-  ComposeNames(control);
-  if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
-  if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
-  row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  row_count_->setText(tr("共 %L1 行").arg(records));
   UpdateTitle();
   stockbook_->setFocus();
   return report;
-}
-
-// Shows the journal again that a failed load was to replace. Returns false if there is none; then the header names
-// none.
-bool MainWindow::PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys) {
-  control::Stockbook& control = stockbook_->control();
-  // A load tells the progress 0 when it has cleared the grid.
-  const bool cleared = std::find(failed.process.begin(), failed.process.end(), 0) != failed.process.end();
-  if (shown_.has_value() && !cleared) {
-    SetUpJournal(control, *shown_);
-    control.SetdpCode(keys.dpCode);
-    if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
-    return true;
-  }
-  if (shown_.has_value() && app::LoadJournal(control, connection_, *shown_).loaded) return true;
-  if (stockbook_->sheet().RecordCount() == 0) control.SetCaption({});
-  return false;
-}
-
-// Let the keyboard start from a visible cell.
-void MainWindow::GoToFirstCell() {
-  platform::Grid& grid = stockbook_->Grid();
-  if (grid.Rows() > grid.FixedRows() && grid.OutlineCol() >= 0) grid.Select(grid.FixedRows(), grid.OutlineCol());
 }
 
 // Load does not return to the event loop, so whatever should be visible meanwhile is painted here.
@@ -227,14 +210,14 @@ void MainWindow::ShowProgress(int indicator) {
 
 void MainWindow::ShowMessage(const QString& message) {
   message_->Show(message);
-  if (loading_ && isVisible()) message_->repaint();
+  if (journal_->IsLoading() && isVisible()) message_->repaint();
 }
 
 // The control describes the new current row, usually with an empty text, which must not clear the previous message.
 void MainWindow::TakeNotice(const QString& message) {
   const bool is_description =
       std::exchange(row_changed_, false) || message.isEmpty() || message == message_->Description();
-  if (is_description && !loading_) {
+  if (is_description && !journal_->IsLoading()) {
     message_->Describe(message);
   } else {
     ShowMessage(message);
@@ -242,7 +225,7 @@ void MainWindow::TakeNotice(const QString& message) {
 }
 
 void MainWindow::UpdateTitle() {
-  QString title = QStringLiteral("库存台账");
+  QString title = tr("库存台账");
   if (!database_.empty()) title = file_.empty() ? qt::ToQString(database_) : QFileInfo(qt::ToQString(file_)).fileName();
   const QString caption = qt::ToQString(stockbook_->control().Caption());
   if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
@@ -250,35 +233,66 @@ void MainWindow::UpdateTitle() {
 }
 
 void MainWindow::BuildMenus() {
-  BuildFileMenu();
-  BuildJournalMenu();
+  WindowMenus& menus = *menus_;
+  menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
+  menus.Add(MenuPlace::kFileEnd, tr("退出(&X)"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+  menus.Add(MenuPlace::kEditFind, tr("查找(&F)"), QKeySequence::Find, find_bar_, &FindBar::Open);
+  menus.Add(MenuPlace::kEditFind, tr("查找下一个(&N)"), QKeySequence(Qt::Key_F3), find_bar_, &FindBar::Next);
+  menus.Add(MenuPlace::kEditFind, tr("查找上一个(&R)"), QKeySequence(Qt::SHIFT | Qt::Key_F3), find_bar_,
+            &FindBar::Previous);
+  menus.Add(MenuPlace::kViewJournal, tr("载入(&L)"), QKeySequence(Qt::Key_F5), this, &MainWindow::Reload);
+  menus.Add(MenuPlace::kViewJournal, tr("统计(&S)..."), QKeySequence(Qt::CTRL | Qt::Key_T), this,
+            &MainWindow::ShowStatistics);
+  menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
+            [this] { stockbook_->sheet().view().observer().Copy(); });
+  menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
+            &MainWindow::SearchSubject);
+  menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
 }
 
-void MainWindow::BuildFileMenu() {
-  QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
-  QAction* open = file->addAction(QStringLiteral("打开数据库(&O)..."), this, &MainWindow::ChooseDatabase);
-  open->setShortcut(QKeySequence::Open);
-  file->addSeparator();
-  QAction* quit = file->addAction(QStringLiteral("退出(&X)"), this, &QWidget::close);
-  quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+void MainWindow::BuildFeatures() {
+  const auto load = [this](const JournalOptions& options) { return LoadJournal(options); };
+  column_actions_ = std::make_unique<ColumnActions>(*stockbook_, *columns_, *menus_);
+  history_ = std::make_unique<JournalHistory>(*stockbook_, *journal_, *menus_, load);
+  links_ = std::make_unique<JournalLinks>(*stockbook_, *journal_, *menus_, load);
+  zoom_ = std::make_unique<JournalZoom>(*stockbook_, *menus_);
+  margin_menu_ = std::make_unique<MarginMenu>(
+      *stockbook_, menus_->ActionsOf({MenuPlace::kViewColumns, MenuPlace::kViewPeriods, MenuPlace::kViewJournal}));
+  connect(columns_.get(), &JournalColumns::Told, this, &MainWindow::ShowMessage);
+  connect(reading_, &WindowReading::Told, this, &MainWindow::ShowMessage);
+  connect(zoom_.get(), &JournalZoom::Changed, columns_.get(), &JournalColumns::ViewChanged);
+  connect(links_.get(), &JournalLinks::Told, this, &MainWindow::ShowMessage);
+  connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::OpenFile);
+  // The control's menus offer what the menu bar has keys for.
+  const auto key = [](const QKeySequence& keys) { return keys.toString(QKeySequence::NativeText); };
+  stockbook_->SetMenuHints({{"mnuBill", key(Qt::CTRL | Qt::Key_B)},
+                            {"mnuCopy", key(QKeySequence::Copy)},
+                            {"mnuFind", key(QKeySequence::Find)},
+                            {"mnuRefresh", key(Qt::Key_F5)},
+                            {"mnuFrozen", key(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
+                            {"mnuHiddenCol", key(Qt::CTRL | Qt::SHIFT | Qt::Key_H)},
+                            {"mnuCollapse0", key(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+                            {"mnuCollapse1", key(Qt::CTRL | Qt::SHIFT | Qt::Key_L)}});
 }
 
-void MainWindow::BuildJournalMenu() {
-  QMenu* journal = menuBar()->addMenu(QStringLiteral("台账(&J)"));
-  QAction* load = journal->addAction(QStringLiteral("载入(&L)"), this, &MainWindow::Reload);
-  load->setShortcut(QKeySequence(Qt::Key_F5));
-  journal->addSeparator();
-  QAction* find = journal->addAction(QStringLiteral("查找(&F)"), find_bar_, &FindBar::Open);
-  find->setShortcut(QKeySequence::Find);
-  QAction* next = journal->addAction(QStringLiteral("查找下一个(&N)"), find_bar_, &FindBar::Next);
-  next->setShortcut(QKeySequence(Qt::Key_F3));
-  QAction* previous = journal->addAction(QStringLiteral("查找上一个(&R)"), find_bar_, &FindBar::Previous);
-  previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
-  journal->addSeparator();
-  QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), this, &MainWindow::ShowBill);
-  bill->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));
-  QAction* statistics = journal->addAction(QStringLiteral("统计(&S)..."), this, &MainWindow::ShowStatistics);
-  statistics->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
+void MainWindow::SearchSubject() {
+  platform::Connection* connection = journal_->connection();
+  if (connection == nullptr || journal_->IsLoading()) return;
+  try {
+    auto* search =
+        new SubjectSearch(*connection, recall_ == nullptr ? nullptr : &recall_->uses(), bar_->Options().key_id, this);
+    search->setAttribute(Qt::WA_DeleteOnClose);
+    connect(search, &SubjectSearch::Chosen, this, [this](const JournalOptions& options) { LoadJournal(options); });
+    search->open();
+  } catch (const platform::Error& error) {
+    ShowMessage(qt::ToQString(error.what()));
+  }
+}
+
+void MainWindow::ShowHelp() {
+  auto* dialog = new HelpDialog(*menus_, this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->open();
 }
 
 // The control is in the middle of an event when it asks, so anything lengthy waits until it has returned.
@@ -288,29 +302,17 @@ void MainWindow::ObeyCommand(const QString& command) {
   } else if (command == QLatin1String("Find")) {
     QMetaObject::invokeMethod(find_bar_, &FindBar::Open, Qt::QueuedConnection);
   } else if (command == QLatin1String("Bill")) {
-    QMetaObject::invokeMethod(this, &MainWindow::ShowBill, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&reading_->trail(), &BillTrail::Show, Qt::QueuedConnection);
   }
-}
-
-void MainWindow::ShowBill() {
-  const BillView bill = ReadBill(stockbook_->control(), stockbook_->Row());
-  if (bill.lines.empty()) {
-    ShowMessage(QStringLiteral("这一行不属于任何单据。"));
-    return;
-  }
-  auto* dialog = new BillDialog(bill, this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->open();
 }
 
 void MainWindow::ShowStatistics() {
   const QString statistics = stockbook_->Statistics();
   // In that case the control has reported why there are none.
   if (statistics.isEmpty()) return;
-  auto* box =
-      new QMessageBox(QMessageBox::Information, QStringLiteral("统计"), statistics, QMessageBox::NoButton, this);
+  auto* box = new QMessageBox(QMessageBox::Information, tr("统计"), statistics, QMessageBox::NoButton, this);
   box->setTextFormat(Qt::PlainText);
-  box->addButton(QStringLiteral("关闭(&C)"), QMessageBox::AcceptRole);
+  box->addButton(tr("关闭(&C)"), QMessageBox::AcceptRole);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->open();
 }

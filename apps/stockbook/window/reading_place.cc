@@ -1,25 +1,65 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/reading_place.h"
 
+#include "base/column_keys.h"
+
 namespace stockbook::app {
+namespace {
+
+// The record and its bill: those of receipts and issues are numbered apart, but their bills are called differently.
+std::string LineAt(const sheet::GridSheet& sheet, int row) {
+  std::string line;
+  for (const char* key : {base::keys::kRecID, base::keys::kBillID, base::keys::kBillName}) {
+    const int column = sheet.ColIndex(key);
+    if (column < 0) return {};
+    const std::string part = sheet.TextMatrix(row, column);
+    if (part.empty()) return {};
+    line += part + "|";
+  }
+  return line;
+}
+
+int64_t HeightOf(const sheet::GridSheet& sheet) {
+  return sheet.Row() < 0 || sheet.Col() < 0 ? 0 : sheet.view().geometry().CellRect(sheet.Row(), sheet.Col()).y;
+}
+
+}  // namespace
 
 ReadingPlace::ReadingPlace(const sheet::GridSheet& sheet)
     : row_(sheet.Row()),
       scroll_(sheet.view().geometry().scroll()),
-      column_key_(sheet.Col() >= 0 ? sheet.ColKey(sheet.Col()) : std::string()) {
+      height_(HeightOf(sheet)),
+      column_key_(sheet.Col() >= 0 ? sheet.ColKey(sheet.Col()) : std::string()),
+      line_(row_ >= sheet.FixedRows() ? LineAt(sheet, row_) : std::string()) {
   for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))
     if (sheet.IsCollapsed(node)) closed_.insert(sheet.TextMatrix(node, sheet.OutlineCol()));
 }
 
+int ReadingPlace::FindRow(const sheet::GridSheet& sheet) const {
+  const bool is_there = row_ >= sheet.FixedRows() && row_ < sheet.Rows();
+  if (line_.empty()) return is_there ? row_ : -1;
+  if (is_there && LineAt(sheet, row_) == line_) return row_;
+  const int records = sheet.ColIndex(base::keys::kRecID);
+  if (records < 0) return -1;
+  const std::string record = line_.substr(0, line_.find('|'));
+  for (int row = sheet.FixedRows(); row < sheet.Rows(); ++row) {
+    if (sheet.TextMatrix(row, records) == record && LineAt(sheet, row) == line_) return row;
+  }
+  // The line was deleted; what is in its place is nearest to it.
+  return is_there ? row_ : -1;
+}
+
 bool ReadingPlace::GoBack(sheet::GridSheet& sheet) const {
   const int column = column_key_.empty() ? -1 : sheet.ColIndex(column_key_);
-  if (column < 0 || sheet.ColHidden(column) || row_ < sheet.FixedRows() || row_ >= sheet.Rows()) return false;
+  const int row = FindRow(sheet);
+  if (column < 0 || sheet.ColHidden(column) || row < 0) return false;
   const bool redraw = sheet.Redraw();
   sheet.SetRedraw(false);
   for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))
     if (closed_.contains(sheet.TextMatrix(node, sheet.OutlineCol()))) sheet.SetIsCollapsed(node, true);
-  sheet.Select(row_, column);
+  sheet.Select(row, column);
   sheet.view().ScrollTo(scroll_);
+  if (row != row_) sheet.view().ScrollTo({scroll_.x, scroll_.y + HeightOf(sheet) - height_});
   sheet.SetRedraw(redraw);
   return true;
 }

@@ -4,7 +4,9 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "qt/text.h"
@@ -14,7 +16,7 @@ namespace stockbook::app {
 namespace {
 
 constexpr int kShownEntries = 16;
-constexpr int kLeastCharacters = 8;
+constexpr int kLeastCharacters = 6;
 
 }  // namespace
 
@@ -24,9 +26,16 @@ void WordFilter::SetText(const QString& text) {
 }
 
 bool WordFilter::filterAcceptsRow(int source_row, const QModelIndex& source_parent) const {
-  const QString text = sourceModel()->index(source_row, 0, source_parent).data().toString();
+  const QModelIndex entry = sourceModel()->index(source_row, 0, source_parent);
+  const QString text = entry.data().toString() + QLatin1Char('\n') + entry.data(kWordsRole).toString();
   return std::all_of(words_.begin(), words_.end(),
                      [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
+}
+
+bool WordFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const {
+  const int left_uses = left.data(kUsesRole).toInt();
+  const int right_uses = right.data(kUsesRole).toInt();
+  return left_uses != right_uses ? left_uses > right_uses : left.row() < right.row();
 }
 
 SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new WordFilter(this)) {
@@ -36,12 +45,15 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(kLeastCharacters);
   filter_->setSourceModel(model());
+  filter_->sort(0);
   auto* searching = new QCompleter(filter_, this);
   searching->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
   searching->setCaseSensitivity(Qt::CaseInsensitive);
   searching->setMaxVisibleItems(kShownEntries);
   setCompleter(searching);
+  searching->popup()->installEventFilter(this);
   connect(lineEdit(), &QLineEdit::textEdited, this, [this, searching](const QString& text) {
+    typed_ = true;
     filter_->SetText(text);
     searching->complete();
   });
@@ -58,15 +70,29 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
   connect(lineEdit(), &QLineEdit::returnPressed, this, &SubjectChooser::Enter);
 }
 
-void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries) {
+void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries, const Uses& uses) {
   entries_ = std::move(entries);
   filter_->SetText({});
   clear();
   QStringList texts;
   for (const CatalogEntry& entry : entries_) texts.append(qt::ToQString(entry.text));
   addItems(texts);
+  for (size_t index = 0; index < entries_.size(); ++index) {
+    const auto at = static_cast<int>(index);
+    if (!entries_[index].words.empty()) setItemData(at, qt::ToQString(entries_[index].words), WordFilter::kWordsRole);
+  }
+  if (uses) Rank(uses);
   setCurrentIndex(entries_.empty() ? -1 : 0);
   ShowCurrent();
+}
+
+void SubjectChooser::Rank(const Uses& uses) {
+  for (size_t index = 0; index < entries_.size(); ++index) {
+    const auto at = static_cast<int>(index);
+    const int count = uses(entries_[index]);
+    // Most have none, and need no place for it.
+    if (count != itemData(at, WordFilter::kUsesRole).toInt()) setItemData(at, count, WordFilter::kUsesRole);
+  }
 }
 
 CatalogEntry SubjectChooser::Current() const {
@@ -85,9 +111,61 @@ bool SubjectChooser::Choose(int32_t key, const std::string& class_code) {
   return true;
 }
 
+void SubjectChooser::Show(int32_t key, const std::string& class_code) {
+  if (Choose(key, class_code)) return;
+  const QString name = key != 0 ? QString::number(key) : qt::ToQString(class_code);
+  const QString text = name.isEmpty() ? tr("（未选择）") : tr("（没有编号 %1）").arg(name);
+  entries_.push_back({key, class_code, qt::FromQString(text)});
+  addItem(text);
+  Choose(key, class_code);
+}
+
 void SubjectChooser::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  if (event->reason() != Qt::PopupFocusReason) TakeTypedText();
+  switch (event->reason()) {
+    case Qt::PopupFocusReason:
+    case Qt::ActiveWindowFocusReason:
+    case Qt::MenuBarFocusReason:
+      return;  // whoever types comes back
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+      // The focus must have moved before a load, which moves it on.
+      if (typed_ && TakeTypedText()) QMetaObject::invokeMethod(this, &SubjectChooser::Chosen, Qt::QueuedConnection);
+      break;
+    default:
+      break;
+  }
+  ShowCurrent();
+}
+
+void SubjectChooser::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && typed_) {
+    ShowCurrent();
+    lineEdit()->selectAll();
+    return;
+  }
+  QComboBox::keyPressEvent(event);
+}
+
+// Turning the wheel over the bar must not load one journal after the other.
+void SubjectChooser::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+// While the list of what was found is open, it gets the keys.
+bool SubjectChooser::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || watched != completer()->popup()) {
+    return QComboBox::eventFilter(watched, event);
+  }
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  const bool leaves = (key == Qt::Key_Tab || key == Qt::Key_Backtab) && !completer()->popup()->currentIndex().isValid();
+  if (key != Qt::Key_Escape && !leaves) return QComboBox::eventFilter(watched, event);
+  completer()->popup()->hide();
+  if (leaves) {
+    Enter();
+  } else {
+    ShowCurrent();
+    lineEdit()->selectAll();
+  }
+  return true;
 }
 
 void SubjectChooser::Enter() {
@@ -101,20 +179,32 @@ void SubjectChooser::Enter() {
   }
 }
 
-// Chooses the first entry with the typed words; returns false and keeps the choice if there are no words or no such
-// entry.
 bool SubjectChooser::TakeTypedText() {
   bool found = true;
   if (currentText() != itemText(currentIndex()) && !currentText().trimmed().isEmpty()) {
     filter_->SetText(currentText());
     found = filter_->rowCount() > 0;
-    if (found) setCurrentIndex(filter_->mapToSource(filter_->index(0, 0)).row());
+    if (found) setCurrentIndex(BestFound());
   }
   ShowCurrent();
   return found;
 }
 
+// The entry of exactly that number goes before one that only begins so, and both before those used more often.
+int SubjectChooser::BestFound() const {
+  const QString typed = currentText().trimmed();
+  int begins = -1;
+  for (int row = 0; row < filter_->rowCount(); ++row) {
+    const QString text = filter_->index(row, 0).data().toString();
+    const int index = filter_->mapToSource(filter_->index(row, 0)).row();
+    if (text.section(QLatin1Char(' '), 0, 0).compare(typed, Qt::CaseInsensitive) == 0) return index;
+    if (begins < 0 && text.startsWith(typed, Qt::CaseInsensitive)) begins = index;
+  }
+  return begins >= 0 ? begins : filter_->mapToSource(filter_->index(0, 0)).row();
+}
+
 void SubjectChooser::ShowCurrent() {
+  typed_ = false;
   setEditText(itemText(currentIndex()));
   lineEdit()->setCursorPosition(0);
   setToolTip(qt::PlainToolTip(itemText(currentIndex())));

@@ -62,6 +62,11 @@ void DesktopConnection::Cancel() {
   if (embedded_ != nullptr) embedded_->Cancel();
 }
 
+size_t DesktopConnection::RowsRead() const {
+  const std::lock_guard lock(mutex_);
+  return embedded_ == nullptr ? 0 : embedded_->RowsRead();
+}
+
 void DesktopConnection::Follow(const char* operation) {
   if (moments_ > 0) return;
   interruption_.BeginMoment();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -19,7 +20,7 @@ namespace stockbook::databases {
 // DesktopSettings tells. The file is only ever read, and copied into an embedded database, which runs the statements.
 // The copy is made anew when the file has changed, but never within a moment; as long as it has not, opening costs
 // little more than opening the copy. The dialect is the desktop one unless the connection string contains "SQL". One
-// thread; Cancel alone may come from another, and stops the copying as well.
+// thread; Cancel, which stops the copying as well, and RowsRead alone may come from another.
 class DesktopConnection : public platform::Connection {
  public:
   explicit DesktopConnection(std::string_view connection_string);
@@ -28,6 +29,7 @@ class DesktopConnection : public platform::Connection {
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
   void Cancel() override;
+  size_t RowsRead() const override;
 
  private:
   class Reading;
@@ -43,7 +45,7 @@ class DesktopConnection : public platform::Connection {
   SourceState state_;
   int moments_ = 0;
   std::unique_ptr<CopyInUse> copy_;
-  std::mutex mutex_;  // of the pointer that follows, for Cancel
+  mutable std::mutex mutex_;  // of the pointer that follows, for Cancel and RowsRead
   std::unique_ptr<EmbeddedConnection> embedded_;
 };
 

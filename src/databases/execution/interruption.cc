@@ -21,6 +21,7 @@ Interruption::Running::Running(Interruption& interruption) : interruption_(inter
   if (!outermost_) return;
   interruption.started_ = Clock::now();
   interruption.running_ = true;
+  interruption.rows_.store(0, std::memory_order_relaxed);
   interruption.cancelled_.store(false, std::memory_order_relaxed);
 }
 
@@ -75,6 +76,11 @@ bool Interruption::MayMake(size_t bytes) {
   constexpr size_t kMostBytes = size_t{1} << 31;
   made_ += bytes;
   return made_ <= kMostBytes;
+}
+
+void Interruption::CountRows(size_t rows) const {
+  if (leader_ != nullptr) return leader_->CountRows(rows);
+  rows_.fetch_add(rows, std::memory_order_relaxed);
 }
 
 bool Interruption::WaitForLock(int tries) {

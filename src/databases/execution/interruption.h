@@ -64,6 +64,9 @@ class Interruption {
   bool IsDueAfter(size_t work);
   // Counts the bytes of a text that a function made; false once those of the moment are more than a result can use.
   bool MayMake(size_t bytes);
+  // Counts rows that were read, for whoever asks how far a statement is. Any thread may do both.
+  void CountRows(size_t rows) const;
+  size_t RowsRead() const { return rows_.load(std::memory_order_relaxed); }
   // What was counted since the last call, for whoever adds it up.
   size_t TakeMade() { return std::exchange(made_, 0); }
   // Waits a little for another program's lock; false once it has been long enough. `tries` counts from 0 for each lock.
@@ -79,6 +82,7 @@ class Interruption {
   Clock::time_point lock_met_;
   size_t work_ = 0;
   size_t made_ = 0;
+  mutable std::atomic<size_t> rows_ = 0;
   std::mutex mutex_;  // of what follows
   bool running_ = false;
   std::atomic<bool> cancelled_ = false;

@@ -34,6 +34,7 @@ class OdbcConnection : public platform::Connection {
   platform::Recordset Execute(std::string_view statement, int) override;
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
   void Cancel() override;
+  size_t RowsRead() const override { return interruption_.RowsRead(); }
 
  private:
   class Reading;

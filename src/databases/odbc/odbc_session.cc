@@ -222,6 +222,7 @@ OdbcSession::Took OdbcSession::TakeRows(std::vector<OdbcColumn>& columns, OdbcRo
     }
     StartFetch(next);
     taker.Take(*block);
+    interruption_.CountRows(block->rows());
     Await("Execute");
     interruption_.Check();
     std::swap(block, next);

@@ -29,6 +29,7 @@ class PostgresConnection : public platform::Connection {
   platform::Recordset Execute(std::string_view statement, int options) override;
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
   void Cancel() override { interruption_.Cancel(); }
+  size_t RowsRead() const override { return interruption_.RowsRead(); }
 
  private:
   // Its end is a statement like its beginning.

@@ -142,6 +142,7 @@ std::optional<size_t> PostgresSession::ReadPortions(WireFormat format, std::span
   for (;;) {
     const int count = PQntuples(portion.get());
     rows += static_cast<size_t>(count);
+    interruption_.CountRows(static_cast<size_t>(count));
     const bool more = count == kPortionRows;
     if (more) link_->Send(kFetch, format);
     decoder.Take(portion.get());

@@ -78,6 +78,8 @@ class Statement {
   Statement(const Database& database, std::string_view sql);
   bool Step();
   void Reset() { sqlite3_reset(handle_.get()); }
+  // Tells whoever asks how far the database's statement is that so many rows more have been read.
+  void CountRows(size_t rows) const { database_.interruption().CountRows(rows); }
   void Bind(int index, int64_t number) { sqlite3_bind_int64(handle_.get(), index, number); }
 
   sqlite3_stmt* handle() const { return handle_.get(); }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,10 +21,10 @@ enum class Strategy { kFastest, kStatement, kArms };
 
 // An inventory in one SQLite file: Provider=Stockbook.Embedded;Data Source=FILE, and what EmbeddedSettings tells. It
 // understands the desktop dialect, or the server dialect when the connection string contains "SQL". Opened read only,
-// one SELECT per call, called by one thread; Cancel alone may come from another. Long results are read on as many
-// threads as the settings say, and are what one would have read. A result is complete when Execute returns and does not
-// follow later changes of the file. A moment is a read transaction: in rollback mode it holds off writers until it
-// ends.
+// one SELECT per call, called by one thread at a time; Cancel and RowsRead alone may come from another. Long results
+// are read on as many threads as the settings say, and are what one would have read. A result is complete when Execute
+// returns and does not follow later changes of the file. A moment is a read transaction: in rollback mode it holds off
+// writers until it ends.
 class EmbeddedConnection : public platform::Connection {
  public:
   explicit EmbeddedConnection(std::string connection_string, Strategy strategy = Strategy::kFastest);
@@ -34,6 +35,7 @@ class EmbeddedConnection : public platform::Connection {
   platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
   std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
   void Cancel() override { database_.interruption().Cancel(); }
+  size_t RowsRead() const override { return database_.interruption().RowsRead(); }
 
  private:
   platform::Recordset ExecuteChecked(std::string_view statement);

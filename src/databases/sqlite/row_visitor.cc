@@ -8,9 +8,17 @@ namespace {
 
 constexpr const char* kVisitType = "stockbook visit";
 
+constexpr size_t kRowsToCount = 512;
+
 struct RowVisit {
   RowVisitor& visitor;
+  const Interruption& interruption;
   std::exception_ptr failure;
+  size_t rows = 0;
+
+  void Count() {
+    if (++rows % kRowsToCount == 0) interruption.CountRows(kRowsToCount);
+  }
 };
 
 // No exception may pass through SQLite. The first argument is the visit, which no text of a statement can spell.
@@ -23,6 +31,7 @@ void VisitRow(sqlite3_context* context, int count, sqlite3_value** values) {
   if (visit->failure) return;
   try {
     visit->visitor.Visit({values + 1, static_cast<size_t>(count - 1)});
+    visit->Count();
   } catch (...) {
     visit->failure = std::current_exception();
     sqlite3_result_error_code(context, SQLITE_ABORT);
@@ -68,7 +77,7 @@ void RegisterRowVisits(const Database& database) {
 void VisitRows(const Database& database, const RowQuery& query, RowVisitor& visitor, std::span<const int64_t> numbers) {
   const int most = sqlite3_limit(database.handle(), SQLITE_LIMIT_FUNCTION_ARG, -1);
   if (query.columns.size() >= static_cast<size_t>(most)) return StepRows(database, query, visitor, numbers);
-  RowVisit visit{visitor, nullptr};
+  RowVisit visit{visitor, database.interruption(), nullptr};
   Statement statement(database, "SELECT sb_visit(?1, " + ListOf(query.columns) + ")" + query.rest);
   sqlite3_bind_pointer(statement.handle(), 1, &visit, kVisitType, nullptr);
   BindNumbers(statement, numbers);

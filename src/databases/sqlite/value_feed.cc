@@ -12,6 +12,7 @@ namespace stockbook::databases {
 namespace {
 
 constexpr int64_t kExactReal = int64_t{1} << 53;
+constexpr size_t kRowsToTell = 512;
 
 }  // namespace
 
@@ -225,6 +226,7 @@ size_t StepInto(Statement& statement, std::vector<ValueFeed>& feeds) {
   for (; statement.Step(); ++rows) {
     int column = 0;
     for (ValueFeed& feed : feeds) feed.Take(sqlite3_column_value(statement.handle(), column++));
+    if (rows % kRowsToTell == kRowsToTell - 1) statement.CountRows(kRowsToTell);
   }
   for (ValueFeed& feed : feeds) feed.Flush();
   return rows;

@@ -10,5 +10,8 @@ class View;
 // view or the viewer cannot measure texts.
 void FitColumn(View& view, int column);
 void FitRow(View& view, int row);
+// Gives every shown column after the fixed ones the width that its contents need, in view or not, but at most the width
+// of the view. Of a long sheet it asks rows spread over the whole of it, some ten thousand, whatever their number.
+void FitColumns(View& view);
 
 }  // namespace stockbook::sheet

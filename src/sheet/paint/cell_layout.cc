@@ -6,6 +6,12 @@ namespace {
 
 using platform::PictureAlignment;
 
+// The colour halfway between two.
+platform::Colour Between(platform::Colour one, platform::Colour other) {
+  constexpr platform::Colour kLowBits = 0x00010101;  // a half of an odd channel must not reach the next one
+  return ((one & ~kLowBits) >> 1) + ((other & ~kLowBits) >> 1);
+}
+
 constexpr std::string_view kHashes = "########################################################################";
 
 HorizontalAlign HorizontalOf(int16_t code) {
@@ -121,8 +127,8 @@ void CellLayout::PlaceText(const SnapshotCell& cell, const Rect& content, const 
     platform::Colour fore = IsBelowZero(whole) ? cell.negative_fore : cell.fore;
     const int width = surely_fits ? 0 : measure_.TextWidth(snapshot_.FontOf(cell), whole);
     if (!surely_fits && IsCutOff(align, room, seen, width)) {
-      // Scrolling sideways would reveal the number, so the signs are pale.
-      if (width <= room.width) fore = snapshot_.appearance().Of(platform::GridColour::kGridColorFixed);
+      // Scrolling sideways would reveal the number, so the signs are pale, on whatever the row has behind them.
+      if (width <= room.width) fore = Between(fore, cell.back);
       item.rect.x = std::max(room.x, seen.x);
       item.rect.width = std::min(room.right(), seen.right()) - item.rect.x;
       if (item.rect.IsEmpty()) continue;

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/bill_trail.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/column_keys.h"
+#include "platform/error.h"
+#include "qt/text.h"
+
+namespace stockbook::app {
+namespace {
+
+// The nodes above the row are the last ones before it on each higher level.
+void ShowRow(platform::Grid& grid, int row) {
+  std::vector<int> above;
+  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0 && node < row; node = grid.NextSubtotal(node + 1)) {
+    while (!above.empty() && grid.RowOutlineLevel(above.back()) >= grid.RowOutlineLevel(node)) above.pop_back();
+    above.push_back(node);
+  }
+  for (const int node : above) {
+    if (grid.RowOutlineLevel(node) < grid.RowOutlineLevel(row) && grid.IsCollapsed(node))
+      grid.SetIsCollapsed(node, false);
+  }
+  grid.Select(row, std::max(grid.Col(), grid.FixedCols()));
+}
+
+std::string TrailText(const platform::Grid& grid, int row, const char* key) {
+  const int column = grid.ColIndex(key);
+  return column < 0 ? std::string() : grid.TextMatrix(row, column);
+}
+
+}  // namespace
+
+BillTrail::BillTrail(Host host, QWidget* window) : QObject(window), host_(std::move(host)), window_(window) {}
+
+BillSide BillTrail::SideOf(int row) const {
+  return TrailText(host_.stockbook.Grid(), row, base::keys::kFlag) == "1" ? BillSide::kIssue : BillSide::kReceipt;
+}
+
+void BillTrail::Show() {
+  const control::Stockbook& control = host_.stockbook.control();
+  const int row = host_.stockbook.Row();
+  const int32_t bill_id = control.BillID(row);
+  platform::Connection* connection = host_.connection();
+  const auto shown = host_.shown();
+  if (bill_id <= 0 || connection == nullptr || !shown) {
+    emit Told(tr("这一行不属于任何单据。"));
+    return;
+  }
+  try {
+    const auto bill = ReadInventoryBill(*connection, SideOf(row), bill_id);
+    if (!bill) {
+      emit Told(tr("库存中已经没有这张单据，请重新载入台账（F5）。"));
+      return;
+    }
+    const auto amounts = shown->acc_restrict ? journal::AmountTexts::kMasked : journal::AmountTexts::kShown;
+    const std::string record = TrailText(host_.stockbook.Grid(), row, base::keys::kRecID);
+    int line = 0;
+    for (size_t index = 0; index < bill->lines.size(); ++index) {
+      const BillLine& each = bill->lines[index];
+      if (each.side == SideOf(row) && std::to_string(each.record_id) == record) line = static_cast<int>(index);
+    }
+    Open(ViewOfBill(*bill, amounts), line);
+  } catch (const platform::Error& error) {
+    emit Told(tr("单据没有读出：%1").arg(qt::ToQString(error.what())));
+  }
+}
+
+void BillTrail::Open(BillView bill, int line) {
+  delete dialog_;
+  dialog_ = new BillDialog(std::move(bill), window_);
+  dialog_->setAttribute(Qt::WA_DeleteOnClose);
+  dialog_->GoToLine(line);
+  // The dialog is still in the middle of its event.
+  connect(dialog_, &BillDialog::JournalWanted, this, &BillTrail::FollowLine, Qt::QueuedConnection);
+  dialog_->open();
+}
+
+int BillTrail::FindLine(const BillView& bill, const BillLine& line) const {
+  const platform::Grid& grid = host_.stockbook.Grid();
+  const std::string record = std::to_string(line.record_id);
+  const std::string kind = qt::FromQString(bill.kind);
+  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
+    if (TrailText(grid, row, base::keys::kRecID) == record && TrailText(grid, row, base::keys::kBillName) == kind &&
+        SideOf(row) == line.side) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+void BillTrail::FollowLine(int line) {
+  const auto shown = host_.shown();
+  if (dialog_ == nullptr || !shown) return;
+  const BillView bill = dialog_->bill();
+  const BillLine record = bill.lines[static_cast<size_t>(line)].record;
+  const ReadingPlace place(host_.stockbook.sheet());
+  dialog_->close();
+  JournalOptions options = *shown;
+  options.journal_type = base::MaterialJournal;
+  options.key_id = record.product_id;
+  options.dp_id = 0;
+  options.dp_code.clear();
+  if (!host_.load(options).loaded) return;
+  // From a journal that was itself reached from a bill the way still leads back to the first one.
+  if (!came_from_) came_from_.emplace(Origin{*shown, place, bill, line});
+  if (const int row = FindLine(bill, record); row >= 0) ShowRow(host_.stockbook.Grid(), row);
+  host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->bill.number), {tr("返回单据(&Z)"), [this] { GoBack(); }});
+}
+
+void BillTrail::GoBack() {
+  if (!came_from_) return;
+  const Origin origin = *std::exchange(came_from_, std::nullopt);
+  host_.bar.Dismiss();
+  if (!host_.load(origin.journal).loaded) {
+    came_from_ = origin;
+    return;
+  }
+  origin.place.GoBack(host_.stockbook.sheet());
+  Open(origin.bill, origin.line);
+}
+
+void BillTrail::Forget() {
+  came_from_.reset();
+  host_.bar.Dismiss();
+  if (dialog_ != nullptr) dialog_->close();
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/journal_loader.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "base/scope_exit.h"
+#include "journal/query_builder.h"
+#include "journal/subjects.h"
+#include "platform/error.h"
+#include "qt/text.h"
+#include "qt/threaded_connection.h"
+
+namespace stockbook::app {
+namespace {
+
+bool IsNarrow(int32_t key) {
+  return key >= std::numeric_limits<int16_t>::min() && key <= std::numeric_limits<int16_t>::max();
+}
+
+}  // namespace
+
+JournalLoader::JournalLoader(control::Stockbook& control)
+    : control_(control), beside_(std::make_shared<qt::Beside>()) {}
+
+std::shared_ptr<PrefetchedConnection> JournalLoader::Prepare(std::shared_ptr<platform::Connection> opened) const {
+  return std::make_shared<PrefetchedConnection>(std::make_shared<qt::ThreadedConnection>(std::move(opened), beside_));
+}
+
+LoadReport JournalLoader::Load(const JournalOptions& options) {
+  if (connection_ == nullptr) return {};
+  const auto connection = connection_;
+  const base::ScopeExit dropped([&] { connection->Drop(); });
+  try {
+    connection->BeginMoment();
+    // A key that the control refuses leaves no statement to run ahead.
+    if (IsNarrow(options.dp_id)) connection->Fetch(StatementOf(options));
+  } catch (const platform::Error& error) {
+    LoadReport report;
+    // A statement that took too long was interrupted, too, and that is to be told.
+    report.cancelled = beside_->WasCancelled();
+    report.notify.push_back(report.cancelled ? qt::FromQString(QCoreApplication::translate("Reading", "已取消读取。"))
+                                             : error.what());
+    return report;
+  }
+  return LoadJournal(control_, connection, options);
+}
+
+std::string JournalLoader::StatementOf(const JournalOptions& options) const {
+  const auto type = static_cast<base::tqJournalTypeContants>(options.journal_type);
+  journal::SubjectKeys keys{options.key_id, static_cast<int16_t>(options.dp_id), options.dp_code};
+  journal::Subjects(connection_.get(), type).CompleteClassCode(keys);
+  return journal::QueryBuilder(connection_.get(), type, keys).Build();
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "control/stockbook.h"
+#include "platform/connection.h"
+#include "qt/beside.h"
+#include "stockbook/command/journal_options.h"
+#include "stockbook/window/journal_desk.h"
+#include "stockbook/window/prefetched_connection.h"
+
+namespace stockbook::app {
+
+// Loads journals into a control that shows one already. The rows are read beside the interface and before the control
+// is asked to load, so that the old journal stays in sight until the new one is there, and remains if that fails or is
+// cancelled. The control then gets what was read, as of the moment at which it was.
+class JournalLoader {
+ public:
+  explicit JournalLoader(control::Stockbook& control);
+
+  // The connection to an inventory that was opened, so that it reads beside the interface.
+  std::shared_ptr<PrefetchedConnection> Prepare(std::shared_ptr<platform::Connection> opened) const;
+  // From now on journals are read from this inventory.
+  void Use(std::shared_ptr<PrefetchedConnection> prepared) { connection_ = std::move(prepared); }
+
+  // As app::LoadJournal; but where the rows cannot be read the control is left unchanged, and the report has the error.
+  // Without an inventory nothing happens.
+  LoadReport Load(const JournalOptions& options);
+
+  // What reads beside the interface, for a bar that shows how far it is.
+  qt::Beside& beside() { return *beside_; }
+
+ private:
+  // The statement that the control will send.
+  std::string StatementOf(const JournalOptions& options) const;
+
+  control::Stockbook& control_;
+  std::shared_ptr<qt::Beside> beside_;
+  std::shared_ptr<PrefetchedConnection> connection_;
+};
+
+}  // namespace stockbook::app

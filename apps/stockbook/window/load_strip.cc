@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/load_strip.h"
+
+#include <QVBoxLayout>
+#include <utility>
+
+#include "qt/text.h"
+
+namespace stockbook::app {
+
+LoadStrip::LoadStrip(qt::Beside& beside, QWidget* parent)
+    : QWidget(parent),
+      work_(new WorkBar(beside)),
+      failure_(new NoticeBar),
+      change_(new NoticeBar),
+      trail_(new NoticeBar),
+      watch_(new ChangeWatch(this)) {
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  for (QWidget* bar : std::initializer_list<QWidget*>{work_, failure_, change_, trail_}) rows->addWidget(bar);
+  connect(watch_, &ChangeWatch::Changed, this, &LoadStrip::TellChange);
+}
+
+void LoadStrip::Follow(std::shared_ptr<platform::Connection> connection, const std::string& file) {
+  failure_->Dismiss();
+  change_->Dismiss();
+  watch_->Follow(std::move(connection), file);
+}
+
+void LoadStrip::LoadBegins() { watch_->LoadBegins(); }
+
+void LoadStrip::LoadEnded(const LoadReport& report, std::function<void()> again) {
+  if (report.loaded) {
+    failure_->Dismiss();
+    change_->Dismiss();
+    watch_->LoadSucceeded();
+    return;
+  }
+  // Whoever cancelled knows why there is nothing.
+  if (report.cancelled || LoadError(report).empty()) return failure_->Dismiss();
+  failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&Y)"), std::move(again)});
+}
+
+void LoadStrip::TellChange() {
+  change_->Tell(tr("库存已被其他程序修改，这里显示的是修改以前的台账。"),
+                {tr("重新载入(&O)"), [this] { emit ReloadWanted(); }});
+}
+
+}  // namespace stockbook::app

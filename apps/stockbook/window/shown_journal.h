@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "journal/subject_keys.h"
+#include "platform/connection.h"
+#include "qt/stockbook_widget.h"
+#include "stockbook/command/journal_options.h"
+#include "stockbook/window/column_memory.h"
+#include "stockbook/window/journal_columns.h"
+#include "stockbook/window/journal_desk.h"
+
+namespace stockbook::app {
+
+// Whether the two are of the same subject, whatever they show of it.
+bool IsSameJournal(const JournalOptions& left, const JournalOptions& right);
+
+// The journal in the window: loads it, restores what the user has done to the columns, returns to the place in it when
+// it is the same one again, and puts the old one back where another one cannot be loaded. Each journal type has columns
+// of its own.
+class ShownJournal : public QObject {
+  Q_OBJECT
+
+ public:
+  ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& columns);
+
+  // From now on journals are read from there.
+  void SetConnection(std::shared_ptr<platform::Connection> connection);
+  platform::Connection* connection() const { return connection_.get(); }
+  // What reads a journal into the control; unless another one is set, app::LoadJournal.
+  using Loader = std::function<LoadReport(const JournalOptions&)>;
+  void SetLoader(Loader loader) { loader_ = std::move(loader); }
+  // Does nothing without a connection and inside of a load.
+  LoadReport Load(const JournalOptions& options);
+  bool IsLoading() const { return loading_; }
+  // The options of the journal in the grid.
+  const std::optional<JournalOptions>& options() const { return shown_; }
+
+  // What the user has changed of the columns of a journal type, up to now.
+  ColumnChanges ChangesOf(int journal_type);
+  // For the journals of the type that are loaded from now on.
+  void SetChanges(int journal_type, ColumnChanges changes);
+
+ signals:
+  // The journal in the grid is about to be replaced or loaded again; there may be none.
+  void Leaving();
+  // A load is over; options() says what is in the grid now.
+  void Arrived(bool loaded);
+
+ private:
+  void TakeLayout();
+  void LearnColumns();
+  void PutColumnsBack(int type_before);
+  bool PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys);
+  void GoToFirstCell();
+
+  qt::StockbookWidget& stockbook_;
+  std::shared_ptr<platform::Connection> connection_;
+  Loader loader_;
+  bool loading_ = false;
+  bool laid_out_ = false;  // the load laid the columns out
+  std::optional<JournalOptions> shown_;
+  JournalColumns& columns_;
+  std::map<int, ColumnMemory> memories_;  // by journal type
+};
+
+}  // namespace stockbook::app

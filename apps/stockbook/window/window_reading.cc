@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/window_reading.h"
+
+#include <QEvent>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <utility>
+
+#include "platform/error.h"
+#include "qt/text.h"
+#include "stockbook/inventory/inventory_tables.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr int kMostQuestions = 3;
+
+}  // namespace
+
+WindowReading::WindowReading(const Host& host)
+    : QObject(&host.window),
+      host_(host),
+      loader_(host.stockbook.control()),
+      strip_(new LoadStrip(loader_.beside())),
+      trail_(new BillTrail({host.stockbook, strip_->trail(), [this] { return host_.journal.options(); }, host.load,
+                            [this] { return host_.journal.connection(); }},
+                           &host.window)) {
+  host_.journal.SetLoader([this](const JournalOptions& options) { return Load(options); });
+  connect(&host_.journal, &ShownJournal::Leaving, this, [this] { attempt_.reset(); });
+  connect(&host_.journal, &ShownJournal::Arrived, this, &WindowReading::TellOutcome);
+  connect(strip_, &LoadStrip::ReloadWanted, this, [this] {
+    if (const auto& shown = host_.journal.options()) host_.load(JournalOptions(*shown));
+  });
+  connect(trail_, &BillTrail::Told, this, &WindowReading::Told);
+  host_.menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), trail_,
+                  &BillTrail::Show);
+  host_.menus.Add(MenuPlace::kGoBack, tr("返回单据(&Z)"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B), trail_,
+                  &BillTrail::GoBack);
+  host_.window.installEventFilter(this);
+}
+
+// The user is asked here and not on the other thread: what opens gives up for want of a password, and begins again with
+// the answer.
+std::shared_ptr<platform::Connection> WindowReading::OpenBeside(DatabaseSource& source, const AskPassword& ask) {
+  std::optional<std::string> answer;
+  for (int questions = 0;; ++questions) {
+    DatabaseSource tried = source;
+    bool wants_answer = false;
+    const AskPassword pass_on = [&](const std::string&) {
+      wants_answer = !answer.has_value();
+      return std::exchange(answer, std::nullopt);
+    };
+    try {
+      std::shared_ptr<platform::Connection> opened;
+      loader_.beside().Run({[&] { opened = OpenInventory(tried, SqlDialect::kDesktop, pass_on); }});
+      source = std::move(tried);
+      return opened;
+    } catch (const platform::Error&) {
+      if (!wants_answer || !ask || questions >= kMostQuestions) throw;
+      answer = ask(source.name());
+      if (!answer) throw;
+    }
+  }
+}
+
+std::shared_ptr<PrefetchedConnection> WindowReading::Open(DatabaseSource& source, const AskPassword& ask) {
+  auto opened = loader_.Prepare(OpenBeside(source, ask));
+  const QString name =
+      source.file().empty() ? qt::ToQString(source.name()) : QFileInfo(qt::ToQString(source.file())).fileName();
+  RequireInventory(*opened, qt::FromQString(name));
+  return opened;
+}
+
+void WindowReading::Use(const std::shared_ptr<PrefetchedConnection>& opened, const std::string& file) {
+  loader_.Use(opened);
+  strip_->Follow(opened, file);
+  trail_->Forget();
+}
+
+LoadReport WindowReading::Load(const JournalOptions& options) {
+  strip_->LoadBegins();
+  LoadReport report = loader_.Load(options);
+  if (!attempt_) attempt_.emplace(Attempt{options, report});
+  return report;
+}
+
+void WindowReading::TellOutcome() {
+  if (!attempt_) return;
+  const Attempt attempt = *std::exchange(attempt_, std::nullopt);
+  strip_->LoadEnded(attempt.report, [this, options = attempt.options] { host_.load(options); });
+}
+
+void WindowReading::TellThatItCannotBeOpened(const QString& path, const QString& reason) {
+  auto* box = new QMessageBox(QMessageBox::Warning, tr("打不开数据库"),
+                              tr("打不开“%1”。").arg(QFileInfo(path).fileName()), QMessageBox::NoButton, &host_.window);
+  box->setTextFormat(Qt::PlainText);
+  box->setInformativeText(reason);
+  box->addButton(tr("关闭(&C)"), QMessageBox::AcceptRole);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
+}
+
+bool WindowReading::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && !host_.journal.IsLoading()) strip_->watch().LookNow();
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace stockbook::app

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "qt/beside.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QThread>
+#include <QTimer>
+#include <utility>
+
+#include "base/scope_exit.h"
+#include "platform/error.h"
+
+namespace stockbook::qt {
+namespace {
+
+constexpr std::chrono::milliseconds kUsualGrace{80};
+constexpr std::chrono::milliseconds kTick{100};
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::ContextMenu:
+    case QEvent::InputMethod:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Also where some item of a menu has that key, which comes by as an override first.
+bool IsEscape(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) return false;
+  return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+}
+
+bool IsDone(const std::future<void>& done) {
+  return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
+}  // namespace
+
+Beside::Beside(QObject* parent)
+    : QObject(parent), grace_(kUsualGrace), thread_([this] {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+              if (loop_ != nullptr) loop_->quit();
+            },
+            Qt::QueuedConnection);
+      }) {}
+
+Beside::~Beside() = default;
+
+void Beside::Run(const BesideWork& work) {
+  const bool is_own_thread = QThread::currentThread() == thread();
+  if (is_own_thread && work_ != nullptr) {
+    throw platform::Error("Execute", "数据库还在执行上一个查询，请等它完成，或先取消它", 0, platform::ErrorKind::kBusy);
+  }
+  if (is_own_thread) cancelled_ = false;
+  std::future<void> done = thread_.Start(work.run);
+  // Whatever an event throws, the work may use what whoever called has on the stack.
+  const base::ScopeExit finished([&] {
+    if (done.valid()) done.wait();
+  });
+  if (is_own_thread && QCoreApplication::instance() != nullptr && done.wait_for(grace_) != std::future_status::ready) {
+    work_ = &work;
+    const base::ScopeExit ended([this] { work_ = nullptr; });
+    HandleEventsUntil(done);
+  }
+  done.get();
+}
+
+void Beside::RunAtOnce(const std::function<void()>& run) { thread_.Start(run).get(); }
+
+void Beside::HandleEventsUntil(const std::future<void>& done) {
+  QEventLoop loop;
+  loop_ = &loop;
+  QTimer ticker;
+  connect(&ticker, &QTimer::timeout, this, &Beside::Tick);
+  ticker.start(kTick);
+  qApp->installEventFilter(this);
+  const base::ScopeExit over([this] {
+    qApp->removeEventFilter(this);
+    loop_ = nullptr;
+  });
+  emit Began();
+  // A loop that was ended by something else than the work begins again; one that does not even begin is that of a
+  // program that ends.
+  while (!IsDone(done) && loop.exec() >= 0) {
+  }
+  if (!IsDone(done)) Cancel();
+  done.wait();
+  emit Ended();
+  LetGo();
+}
+
+// A statement that was about to begin when it was cancelled knows nothing of that, so it is cancelled again.
+void Beside::Tick() {
+  if (work_ == nullptr) return;
+  if (cancelled_ && work_->cancel) work_->cancel();
+  emit Ticked(work_->rows ? work_->rows() : 0);
+}
+
+void Beside::Cancel() {
+  if (work_ == nullptr) return;
+  cancelled_ = true;
+  if (work_->cancel) work_->cancel();
+}
+
+bool Beside::TakesInput(const QObject* receiver) const {
+  for (; receiver != nullptr && alive_ != nullptr; receiver = receiver->parent()) {
+    if (receiver == alive_) return true;
+  }
+  return false;
+}
+
+bool Beside::eventFilter(QObject* watched, QEvent* event) {
+  if (HoldBack(watched, event)) return true;
+  const QEvent::Type type = event->type();
+  if (!IsInput(type)) return false;
+  // Windows of the system pass their events on to widgets, where they come by again.
+  if (!watched->isWidgetType() && type != QEvent::Shortcut) return false;
+  if (IsEscape(*event)) {
+    Cancel();
+    return true;
+  }
+  return !TakesInput(watched);
+}
+
+// Whoever waits is still on the stack, with the window and the program below it.
+bool Beside::HoldBack(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Quit && watched == qApp) {
+    quits_ = true;
+  } else if (event->type() == QEvent::Close && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+    closing_ = static_cast<QWidget*>(watched);
+    event->ignore();
+  } else {
+    return false;
+  }
+  Cancel();
+  return true;
+}
+
+void Beside::LetGo() {
+  if (closing_ != nullptr) {
+    QMetaObject::invokeMethod(
+        closing_, [window = closing_.data()] { window->close(); }, Qt::QueuedConnection);
+    closing_.clear();
+  }
+  if (std::exchange(quits_, false)) QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+}
+
+}  // namespace stockbook::qt

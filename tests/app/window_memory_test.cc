@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+// What the window remembers between runs.
+#include "stockbook/window/window_memory.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QMenu>
+#include <QScreen>
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "app/window_fixture.h"
+#include "base/column_keys.h"
+
+namespace stockbook::app {
+namespace {
+
+namespace keys = base::keys;
+
+class Remembering : public WindowTest {
+ protected:
+  QString SettingsFile() const { return QString::fromStdString(PathOf("window.ini")); }
+
+  // A window of a new run of the program, with the first journal in it.
+  void Start() {
+    window_.reset();
+    settings_ = std::make_unique<QSettings>(SettingsFile(), QSettings::IniFormat);
+    window_ = std::make_unique<MainWindow>();
+    window_->Remember(*settings_);
+    Open();
+    ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+    Settle();
+  }
+  void End() {
+    window_->close();
+    window_.reset();
+    settings_.reset();
+  }
+  int At(const char* key) { return grid().ColIndex(key); }
+  QMenu* Recent() {
+    for (QMenu* menu : window_->findChildren<QMenu*>()) {
+      if (menu->title() == QStringLiteral("最近打开(&R)")) return menu;
+    }
+    return nullptr;
+  }
+
+  std::unique_ptr<QSettings> settings_;
+};
+
+TEST_F(Remembering, OpensTheInventoryAsItWasLeft) {
+  Start();
+  JournalOptions options;
+  options.journal_type = 2;
+  options.dp_id = 3;
+  options.allow_qty2 = true;
+  ASSERT_TRUE(window_->LoadJournal(options).loaded);
+  grid().SetColWidth(At(keys::kExplain), 3333);
+  grid().SetColHidden(At(keys::kBillKind), true);
+  grid().SetColPosition(At(keys::kPrice), 1);
+  grid().SetOutlineCol(At(keys::kBillNo));  // as the control does when the user has moved a column
+  grid().SetFrozenCols(At(keys::kBillNo));
+  const int closed = grid().NextSubtotal(grid().FixedRows());
+  grid().SetIsCollapsed(closed, true);
+  Settle();
+  End();
+
+  Start();
+  EXPECT_EQ(window_->bar().Options().journal_type, 2);
+  EXPECT_EQ(window_->bar().Options().dp_id, 3);
+  EXPECT_TRUE(window_->bar().Options().allow_qty2);
+  EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
+  EXPECT_TRUE(grid().ColHidden(At(keys::kBillKind)));
+  EXPECT_EQ(At(keys::kPrice), 1);
+  EXPECT_EQ(grid().OutlineCol(), At(keys::kBillNo)) << "the tree moves along";
+  EXPECT_EQ(grid().FrozenCols(), At(keys::kBillNo));
+  EXPECT_TRUE(grid().IsCollapsed(closed));
+  EXPECT_FALSE(grid().IsCollapsed(grid().NextSubtotal(closed + 1)));
+}
+
+TEST_F(Remembering, PutsTheWindowWhereItWasAndAtFirstOntoTheScreen) {
+  Start();
+  const QSize screen = window_->screen()->availableSize();
+  EXPECT_LE(window_->width(), screen.width());
+  EXPECT_LE(window_->height(), screen.height());
+  const QSize mine(std::min(700, screen.width() - 50), std::min(500, screen.height() - 50));
+  window_->resize(mine);
+  Settle();
+  End();
+  Start();
+  EXPECT_EQ(window_->size(), mine);
+}
+
+TEST_F(Remembering, KeepsTheColumnsOfEachJournalTypeApart) {
+  Start();
+  grid().SetColWidth(At(keys::kExplain), 3333);
+  JournalOptions supplier;
+  supplier.journal_type = 1;
+  supplier.dp_id = 1;
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  EXPECT_NE(grid().ColWidth(At(keys::kExplain)), 3333);
+  grid().SetColWidth(At(keys::kExplain), 2222);
+  End();
+  Start();
+  EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 2222);
+  JournalOptions product;
+  product.key_id = 1;
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
+}
+
+TEST_F(Remembering, KeepsTheColumnsOfEachInventoryApart) {
+  Start();
+  grid().SetColWidth(At(keys::kExplain), 3333);
+  QFile::copy(QString::fromStdString(PathOf("sample.db")), QString::fromStdString(PathOf("other.db")));
+  window_->OpenFile(QString::fromStdString(PathOf("other.db")));
+  EXPECT_TRUE(Title().ends_with("— other.db")) << Title();
+  EXPECT_NE(grid().ColWidth(At(keys::kExplain)), 3333);
+  window_->OpenFile(QString::fromStdString(PathOf("sample.db")));
+  EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
+}
+
+TEST_F(Remembering, NamesTheInventoriesThatWereOpenedLast) {
+  Start();
+  QFile::copy(QString::fromStdString(PathOf("sample.db")), QString::fromStdString(PathOf("other.db")));
+  window_->OpenFile(QString::fromStdString(PathOf("other.db")));
+  QMenu* recent = Recent();
+  ASSERT_NE(recent, nullptr);
+  ASSERT_EQ(recent->actions().size(), 2);
+  EXPECT_TRUE(recent->actions()[0]->text().endsWith(QStringLiteral("other.db")));
+  recent->actions()[1]->trigger();
+  Settle();
+  EXPECT_TRUE(Title().ends_with("— sample.db")) << Title();
+  EXPECT_TRUE(Recent()->actions()[0]->text().endsWith(QStringLiteral("sample.db")));
+  QFile::remove(QString::fromStdString(PathOf("other.db")));
+  emit Recent()->aboutToShow();
+  EXPECT_FALSE(Recent()->actions()[1]->isEnabled()) << "a file that has gone";
+}
+
+TEST_F(Remembering, ForgetsEverythingWhenAsked) {
+  Start();
+  grid().SetColWidth(At(keys::kExplain), 3333);
+  window_->stockbook().SetZoom(2.0);
+  WindowRecall* recall = window_->recall();
+  ASSERT_NE(recall, nullptr);
+  recall->Forget();
+  EXPECT_NE(grid().ColWidth(At(keys::kExplain)), 3333) << "the columns, too";
+  EXPECT_EQ(window_->stockbook().Zoom(), 1.0);
+  EXPECT_EQ(Recent()->actions().size(), 0);
+  End();
+  Start();
+  EXPECT_NE(grid().ColWidth(At(keys::kExplain)), 3333);
+}
+
+TEST_F(Remembering, WritesNothingIntoTheInventory) {
+  QFile file(QString::fromStdString(PathOf("sample.db")));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray before = file.readAll();
+  file.close();
+  Start();
+  grid().SetColWidth(At(keys::kExplain), 3333);
+  End();
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), before);
+}
+
+TEST_F(Remembering, KeepsNoPathOfAnInventoryInTheKeys) {
+  QSettings settings(SettingsFile(), QSettings::IniFormat);
+  WindowMemory memory(settings);
+  memory.SetInventory("Provider=Postgres;Host=db.example.com");
+  memory.SetLastSubject({});
+  memory.SetColumns(1, {});
+  for (const QString& key : settings.allKeys())
+    EXPECT_FALSE(key.contains(QStringLiteral("example"))) << key.toStdString();
+  EXPECT_TRUE(memory.LastSubject().has_value());
+  EXPECT_FALSE(memory.Columns(2).has_value());
+  memory.SetInventory("");
+  EXPECT_FALSE(memory.LastSubject().has_value());
+}
+
+TEST_F(Remembering, ReadsNonsenseInTheSettingsAsNothing) {
+  QSettings settings(SettingsFile(), QSettings::IniFormat);
+  WindowMemory memory(settings);
+  memory.SetInventory("a.db");
+  settings.setValue(memory.InventoryGroup() + QStringLiteral("/subject"), QStringLiteral("nonsense"));
+  settings.setValue(memory.InventoryGroup() + QStringLiteral("/journal0/columns"), 7);
+  EXPECT_FALSE(memory.LastSubject().has_value());
+  ASSERT_TRUE(memory.Columns(0).has_value());
+  EXPECT_EQ(*memory.Columns(0), ColumnChanges());
+}
+
+}  // namespace
+}  // namespace stockbook::app
