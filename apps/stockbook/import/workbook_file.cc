@@ -78,6 +78,8 @@ class WorkbookArchive {
 
 }  // namespace
 
+bool CanReadWorkbooks() { return true; }
+
 Workbook ReadWorkbookFile(std::string_view bytes, const std::string& name) {
   using Need = WorkbookArchive::Need;
   const WorkbookArchive archive(bytes, name);

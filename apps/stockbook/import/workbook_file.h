@@ -8,6 +8,9 @@
 
 namespace stockbook::app {
 
+// Whether this build has the libraries that read workbooks.
+bool CanReadWorkbooks();
+
 // What ReadWorkbook does with an archive that has been looked at. Throws TableError.
 Workbook ReadWorkbookFile(std::string_view bytes, const std::string& name);
 

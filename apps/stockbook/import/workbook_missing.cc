@@ -5,6 +5,8 @@
 
 namespace stockbook::app {
 
+bool CanReadWorkbooks() { return false; }
+
 Workbook ReadWorkbookFile(std::string_view, const std::string& name) {
   throw TableError(
       {"Cannot read '" + name +
