@@ -60,7 +60,7 @@ ShownTable::ShownTable(const platform::Grid& grid, ShownColumns shown) : grid_(g
 void ShownTable::AddColumn(int column) {
   const std::string caption = base::OneLine(grid_.TextMatrix(0, column), "");
   columns_.push_back({caption, grid_.ColFormat(column), grid_.ColWidth(column), column});
-  if (column < grid_.FrozenCols() + grid_.FixedCols()) frozen_columns_ = static_cast<int>(columns_.size());
+  if (column <= grid_.FrozenCols()) frozen_columns_ = static_cast<int>(columns_.size());
 }
 
 void ShownTable::AddBillColumns(int column) {
@@ -70,7 +70,7 @@ void ShownTable::AddBillColumns(int column) {
   columns_.push_back({std::string(kBillDayCaption), "yyyy-mm-dd", kTwipsOfDay, -1});
   columns_.push_back({std::string(kBillKindCaption), "", kTwipsOfKind, -1});
   columns_.push_back({std::string(kBillNumberCaption), "", kTwipsOfNumber, -1});
-  if (column < grid_.FrozenCols() + grid_.FixedCols()) frozen_columns_ = static_cast<int>(columns_.size());
+  if (column <= grid_.FrozenCols()) frozen_columns_ = static_cast<int>(columns_.size());
 }
 
 ShownCell ShownTable::CellOf(int row, const ShownColumn& column) const {

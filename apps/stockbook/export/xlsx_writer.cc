@@ -73,7 +73,6 @@ class XlsxBook {
       : table_(table), options_(options) {
     lxw_workbook_options settings{};
     settings.constant_memory = LXW_TRUE;
-    settings.use_zip64 = LXW_TRUE;
     book_ = workbook_new_opt(path.c_str(), &settings);
     if (book_ == nullptr) FailXlsx("there is not enough memory");
     lxw_doc_properties properties{};
