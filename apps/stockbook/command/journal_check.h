@@ -9,7 +9,8 @@
 
 namespace stockbook::app {
 
-// The tables of an inventory that a database lacks, or that cannot be read from it; in the order of TableName.
+// The tables that every inventory has, apart from those of classes, and that cannot be read from this database; in the
+// order of TableName.
 std::vector<std::string> MissingTables(platform::Connection& connection);
 
 // Throws platform::Error that names the missing tables, if there are any. `name` is what messages call the database.
