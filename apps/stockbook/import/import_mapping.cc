@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "stockbook/command/command_line.h"
+#include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
 namespace {
@@ -77,6 +78,10 @@ void ImportMapping::Read(std::string_view text) {
 void ImportMapping::Locate(const std::vector<std::string_view>& header) {
   column_count_ = header.size();
   for (size_t field = 0; field < kImportFieldCount; ++field) {
+    if (is_mapped_[field] && !names_[field] && columns_[field] >= header.size()) {
+      throw TableError({"The table has only " + std::to_string(header.size()) + " columns; choose others.",
+                        "表只有 " + std::to_string(header.size()) + " 列，请重新选定各列的含义。"});
+    }
     if (!names_[field]) continue;
     const auto matches = [&](std::string_view name) { return base::TrimBlanks(name) == *names_[field]; };
     const auto found = std::find_if(header.begin(), header.end(), matches);
