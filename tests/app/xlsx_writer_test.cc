@@ -38,7 +38,7 @@ class XlsxTest : public InventoryTest {
     ASSERT_TRUE(LoadJournal(desk_.control(), OpenInventory(PathOf("sample.db")), options).loaded);
   }
 
-  platform::Grid& grid() { return const_cast<sheet::GridSheet&>(desk_.sheet()); }
+  sheet::GridSheet& grid() { return const_cast<sheet::GridSheet&>(desk_.sheet()); }
   std::string Written(const XlsxOptions& options = {}) {
     std::ostringstream out;
     EXPECT_TRUE(WriteXlsx(grid(), options, out));
@@ -153,6 +153,15 @@ TEST_F(XlsxTest, FoldsWhatTheGridHasFolded) {
     return count;
   };
   EXPECT_EQ(rows(folded), rows(open)) << "nothing is lost";
+}
+
+TEST_F(XlsxTest, LeavesOutHiddenLinesOfClosedPeriodsAsWell) {
+  if (!CanReadWorkbooks()) GTEST_SKIP() << "built without libzip or Expat";
+  const size_t before = Cells(Written()).size();
+  const int node = RowOf("2025-02");
+  grid().SetRowHidden(node + 1, true);
+  grid().SetIsCollapsed(node, true);
+  EXPECT_EQ(Cells(Written()).size(), before - 1);
 }
 
 TEST_F(XlsxTest, LeavesOutRowsAndColumnsThatAreHidden) {

@@ -46,7 +46,7 @@ ShownCell DayCell(const std::string& text) {
 
 }  // namespace
 
-ShownTable::ShownTable(const platform::Grid& grid, ShownColumns shown) : grid_(grid), bills_(grid) {
+ShownTable::ShownTable(const sheet::GridSheet& grid, ShownColumns shown) : grid_(grid), bills_(grid) {
   for (int column = 0; column < grid.Cols(); ++column) {
     if (shown == ShownColumns::kVisible && grid.ColHidden(column)) continue;
     if (grid.ColKey(column) == base::keys::kBillNo) {
@@ -120,15 +120,12 @@ void ShownTable::FillTotal(int row, size_t line, ShownRow& shown) const {
 
 bool ShownTable::ForEachRow(const TakeRow& take) const {
   ShownRow shown;
-  bool closed = false;  // the node above, whose lines are then hidden all the same
   for (int row = grid_.FixedRows(); row < grid_.Rows(); ++row) {
-    const bool node = grid_.IsSubtotal(row);
-    const bool hidden = grid_.RowHidden(row);
-    if (node) closed = !hidden && grid_.IsCollapsed(row);
-    shown.is_line = !node && grid_.RowOutlineLevel(row) > 0;
-    shown.is_closed = node && closed;
-    shown.is_folded = shown.is_line && closed;
-    if (hidden && !shown.is_folded) continue;
+    const sheet::RowState state = grid_.states().At(row);
+    if (state.hidden) continue;
+    shown.is_line = !state.subtotal && state.level > 0;
+    shown.is_closed = state.subtotal && state.collapsed;
+    shown.is_folded = state.covered;
     shown.is_total = IsTotal(row);
     for (size_t line = 0; line < (shown.is_total ? kTotalLines.size() : 1); ++line) {
       if (shown.is_total) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/date.h"
-#include "platform/grid.h"
+#include "sheet/grid_sheet.h"
 #include "stockbook/export/bill_parts.h"
 
 namespace stockbook::app {
@@ -36,7 +36,7 @@ enum class ShownColumns { kVisible, kAll };
 // Borrows the grid, which must not change meanwhile.
 class ShownTable {
  public:
-  explicit ShownTable(const platform::Grid& grid, ShownColumns shown = ShownColumns::kVisible);
+  explicit ShownTable(const sheet::GridSheet& grid, ShownColumns shown = ShownColumns::kVisible);
 
   const std::vector<ShownColumn>& columns() const { return columns_; }
   // How many columns of the front stay in view.
@@ -55,7 +55,7 @@ class ShownTable {
   // The line of a total's cells with this number.
   void FillTotal(int row, size_t line, ShownRow& shown) const;
 
-  const platform::Grid& grid_;
+  const sheet::GridSheet& grid_;
   BillSplitter bills_;
   std::vector<ShownColumn> columns_;
   size_t bill_at_ = 0;  // where the parts of the bill begin

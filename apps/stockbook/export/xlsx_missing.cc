@@ -7,7 +7,7 @@ namespace stockbook::app {
 
 bool CanWriteXlsx() { return false; }
 
-bool WriteXlsx(const platform::Grid&, const XlsxOptions&, std::ostream&) {
+bool WriteXlsx(const sheet::GridSheet&, const XlsxOptions&, std::ostream&) {
   throw platform::Error("export",
                         "This build cannot write workbooks, as libxlsxwriter was missing; write csv, or build it anew "
                         "with libxlsxwriter-dev installed.");

@@ -185,7 +185,7 @@ void CopyWorkbook(const std::string& path, std::ostream& out) {
 
 bool CanWriteXlsx() { return true; }
 
-bool WriteXlsx(const platform::Grid& grid, const XlsxOptions& options, std::ostream& out) {
+bool WriteXlsx(const sheet::GridSheet& grid, const XlsxOptions& options, std::ostream& out) {
   constexpr int kRowsBetweenQuestions = 1000;
   const WorkbookPlace place;
   const ShownTable table(grid, options.columns);

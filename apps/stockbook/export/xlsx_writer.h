@@ -5,7 +5,6 @@
 #include <iosfwd>
 #include <string>
 
-#include "platform/grid.h"
 #include "stockbook/export/shown_table.h"
 
 namespace stockbook::app {
@@ -27,6 +26,6 @@ bool CanWriteXlsx();
 // each cell of a workbook has one number: 本期 (this period) and 累计 (all so far). Texts are texts, whatever they
 // begin with. Memory: that of a row; the library uses temporary files. False, with nothing written, if it was ended.
 // Throws platform::Error.
-bool WriteXlsx(const platform::Grid& grid, const XlsxOptions& options, std::ostream& out);
+bool WriteXlsx(const sheet::GridSheet& grid, const XlsxOptions& options, std::ostream& out);
 
 }  // namespace stockbook::app
