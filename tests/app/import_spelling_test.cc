@@ -141,7 +141,8 @@ TEST(ImportDate, RefusesWhatMayBeTwoDays) {
 }
 
 TEST(ImportDate, RefusesWhatIsNoDate) {
-  for (const char* text : {"never", "2025", "202502", "2025-02", "1899-01-01", "2200-01-01", "2025-02-09 noon"})
+  for (const char* text :
+       {"never", "2025-02-09 下午:05", "2025", "202502", "2025-02", "1899-01-01", "2200-01-01", "2025-02-09 noon"})
     EXPECT_TRUE(
         DateText(text).ends_with("is none of the years 1900 to 2199, written yyyy-MM-dd or yyyy-MM-dd HH:mm:ss"))
         << text << ": " << DateText(text);
@@ -189,7 +190,9 @@ TEST(TextEncoding, DetectsUtf16ByItsMark) {
 }
 
 TEST(TextEncoding, ReplacesWhatCannotBeConverted) {
-  EXPECT_EQ(Decode(kGbkBolt + "\xFF,\xC2", TextEncoding::kGb18030), (Decoded{"螺栓\uFFFD,\uFFFD", "GBK"}));
+  // A surrogate without its other half costs no more than itself.
+  EXPECT_EQ(Decode(std::string("a\0\x00\xD8z\0", 6), TextEncoding::kUtf16Le), (Decoded{"a\uFFFDz", "UTF-16"}));
+  EXPECT_EQ(Decode(kGbkBolt + "\xFF,\xC2", TextEncoding::kGb18030), (Decoded{"螺栓\uFFFD,\uFFFD", "GB18030"}));
 }
 
 TEST(TableGuess, FindsTheDelimiterThatSplitsAllLinesAlike) {

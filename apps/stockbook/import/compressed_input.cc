@@ -21,7 +21,7 @@
 namespace stockbook::app {
 namespace {
 
-constexpr size_t kBlock = size_t{1} << 16;
+constexpr size_t kInputBlock = size_t{1} << 16;
 constexpr uint64_t kMostMemory = uint64_t{1} << 30;
 constexpr std::string_view kXzMagic(
     "\xFD"
@@ -64,7 +64,7 @@ class PlainSource : public ByteSource {
   std::string name_;
   std::unique_ptr<std::istream> file_;
   std::istream& in_;
-  std::vector<char> buffer_ = std::vector<char>(kBlock);
+  std::vector<char> buffer_ = std::vector<char>(kInputBlock);
   size_t at_ = 0;
   size_t end_ = 0;
 };
@@ -110,7 +110,7 @@ class XzSource : public ByteSource {
 
   std::unique_ptr<PlainSource> packed_;
   lzma_stream stream_ = LZMA_STREAM_INIT;
-  std::array<char, kBlock> block_{};
+  std::array<char, kInputBlock> block_{};
   bool input_ended_ = false;
   bool ended_ = false;
 };
@@ -127,7 +127,7 @@ class GzipSource : public ByteSource {
   GzipSource& operator=(const GzipSource&) = delete;
 
   size_t Read(char* buffer, size_t size) override {
-    const auto wanted = static_cast<uInt>(std::min<size_t>(size, kBlock));
+    const auto wanted = static_cast<uInt>(std::min<size_t>(size, kInputBlock));
     stream_.next_out = reinterpret_cast<Bytef*>(buffer);
     stream_.avail_out = wanted;
     while (stream_.avail_out == wanted && !ended_) {
@@ -168,7 +168,7 @@ class GzipSource : public ByteSource {
 
   std::unique_ptr<PlainSource> packed_;
   z_stream stream_{};
-  std::array<char, kBlock> block_{};
+  std::array<char, kInputBlock> block_{};
   int64_t members_ = 0;
   bool between_members_ = false;
   bool ended_ = false;

@@ -69,7 +69,7 @@ bool TakeTime(std::string_view text, base::DateParts& parts) {
   if (!afternoon) TakeWord(text, "上午");
   text = TrimWideBlanks(text);
   parts.hour = TakeDateDigits(text, 2);
-  if (afternoon && parts.hour < 12) parts.hour += 12;
+  if (afternoon && parts.hour >= 0 && parts.hour < 12) parts.hour += 12;
   if (!TakeWord(text, ":") && !TakeWord(text, "时") && !TakeWord(text, "点") && text.size() != 2 && text.size() != 4)
     return false;
   parts.minute = TakeDateDigits(text, 2);

@@ -75,7 +75,9 @@ bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 // The C library's converter to UTF-8.
 class DecodedSource::Converter {
  public:
-  explicit Converter(TextEncoding encoding) : handle_(iconv_open("UTF-8", NamesOf(encoding).converters)) {
+  explicit Converter(TextEncoding encoding)
+      : handle_(iconv_open("UTF-8", NamesOf(encoding).converters)),
+        unit_(encoding == TextEncoding::kUtf16Le || encoding == TextEncoding::kUtf16Be ? 2 : 1) {
     if (handle_ != reinterpret_cast<iconv_t>(-1)) return;
     const std::string name(NamesOf(encoding).shown);
     throw TableError({"This system cannot convert " + name + "; save the table as UTF-8 and import that.",
@@ -99,14 +101,16 @@ class DecodedSource::Converter {
       if (result != static_cast<size_t>(-1) || errno == E2BIG) continue;
       if (errno == EINVAL && !ended) break;
       text += "\xEF\xBF\xBD";
-      ++from;
-      --left;
+      const size_t skipped = std::min(unit_, left);
+      from += skipped;
+      left -= skipped;
     }
     raw.erase(0, raw.size() - left);
   }
 
  private:
   iconv_t handle_;
+  size_t unit_;  // the bytes of what a malformed character is given up by
 };
 
 std::optional<TextEncoding> EncodingOf(std::string_view name) {
@@ -127,10 +131,7 @@ DecodedSource::DecodedSource(std::unique_ptr<ByteSource> bytes, TextEncoding enc
 
 DecodedSource::~DecodedSource() = default;
 
-std::string_view DecodedSource::EncodingName() const {
-  if (encoding() == TextEncoding::kGb18030 && !beyond_gbk_) return "GBK";
-  return NamesOf(encoding()).shown;
-}
+std::string_view DecodedSource::EncodingName() const { return within_gbk_ ? "GBK" : NamesOf(encoding()).shown; }
 
 // Reads until that many bytes are there; false if the input ends before.
 bool DecodedSource::Fill(size_t wanted) {
@@ -168,9 +169,10 @@ void DecodedSource::Decide() {
   const auto first = std::find_if_not(raw_.begin(), raw_.end(), IsAscii);
   if (first == raw_.end()) return;
   const auto at = static_cast<size_t>(first - raw_.begin());
-  Fill(at + kLookAhead);
-  const std::string_view sample = std::string_view(raw_).substr(at);
-  encoding_ = GuessEncoding(sample, ended_ ? SampleEnd::kWhole : SampleEnd::kCutOff);
+  const bool is_cut_off = Fill(at + kLookAhead + 1);
+  const std::string_view sample = std::string_view(raw_).substr(at, kLookAhead);
+  encoding_ = GuessEncoding(sample, is_cut_off ? SampleEnd::kCutOff : SampleEnd::kWhole);
+  within_gbk_ = encoding_ == TextEncoding::kGb18030 && !HasFourByteCharacters(sample);
 }
 
 void DecodedSource::Convert() {
@@ -183,7 +185,6 @@ void DecodedSource::Convert() {
       raw_.clear();
       return;
     }
-    if (encoding_ == TextEncoding::kGb18030 && !beyond_gbk_) beyond_gbk_ = HasFourByteCharacters(raw_);
     if (converter_ == nullptr) converter_ = std::make_unique<Converter>(encoding_);
     // A character that was cut off needs more.
     const size_t before = raw_.size();

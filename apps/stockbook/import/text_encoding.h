@@ -31,7 +31,7 @@ class DecodedSource : public ByteSource {
 
   // What the bytes were read as so far; kUtf8 while they are ASCII.
   TextEncoding encoding() const { return encoding_ == TextEncoding::kDetected ? TextEncoding::kUtf8 : encoding_; }
-  // "GBK" for GB18030 that needs no more than that, otherwise the common name of encoding().
+  // The common name of encoding(); "GBK" for GB18030 that was detected in what needs no more than that.
   std::string_view EncodingName() const;
 
  private:
@@ -47,7 +47,7 @@ class DecodedSource : public ByteSource {
   std::string raw_;  // read and not converted
   bool ended_ = false;
   bool begun_ = false;
-  bool beyond_gbk_ = false;
+  bool within_gbk_ = false;
   std::unique_ptr<Converter> converter_;
   std::string text_;  // converted and not taken from here on
   size_t at_ = 0;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 #include "base/digits.h"
 #include "base/number.h"
@@ -161,7 +162,8 @@ std::string SheetPart::ValueText() const {
   if (!type_.empty() && type_ != "n") return base::CleanUtf8(value_);
   double number = 0;
   const auto [end, error] = std::from_chars(value_.data(), value_.data() + value_.size(), number);
-  if (error != std::errc() || end != value_.data() + value_.size()) return base::CleanUtf8(value_);
+  const bool is_number = error == std::errc() && end == value_.data() + value_.size() && std::isfinite(number);
+  if (!is_number) return base::CleanUtf8(value_);
   return context_.styles.IsDate(format_) ? SerialDateText(number, context_.epoch_day) : base::NumberText(number);
 }
 
