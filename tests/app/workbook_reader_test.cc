@@ -96,6 +96,12 @@ TEST_F(WorkbookTest, LeavesOutEmptyRowsAndFillsUpShortOnes) {
             (Lines{"2: 1||3", "7: 7||", "8: ||||5"}));
 }
 
+TEST_F(WorkbookTest, PutsCellsInOrderOfWhichTheLastOneInAPlaceCounts) {
+  EXPECT_EQ(SheetRows("<row r=\"2\"><c r=\"B2\"><v>22</v></c><c r=\"A2\"><v>21</v></c></row>"
+                      "<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"A1\"><v>11</v></c></row>"),
+            (Lines{"1: 11", "2: 21|22"}));
+}
+
 TEST_F(WorkbookTest, ReadsTheFirstSheetThatIsNotEmptyOrTheNamedOne) {
   const std::string bytes = MakeWorkbook({"<row><c><v>1</v></c></row>", {}, {}, {}, {}});
   EXPECT_EQ(Rows(bytes), Lines{"1: 1"});

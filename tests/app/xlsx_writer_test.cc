@@ -52,10 +52,10 @@ class XlsxTest : public InventoryTest {
     const Workbook workbook = ReadWorkbook(bytes, "t.xlsx");
     EXPECT_LT(sheet, workbook.sheets.size());
     std::vector<Row> rows;
-    for (const auto& [row, cells] : workbook.sheets.at(sheet).rows) {
-      rows.resize(static_cast<size_t>(row) + 1);
-      rows.back().resize(static_cast<size_t>(cells.rbegin()->first) + 1);
-      for (const auto& [column, text] : cells) rows.back()[static_cast<size_t>(column)] = workbook.texts.At(text);
+    for (const WorkbookCell& cell : workbook.sheets.at(sheet).cells) {
+      rows.resize(static_cast<size_t>(cell.row) + 1);
+      rows.back().resize(static_cast<size_t>(cell.column) + 1);
+      rows.back().back() = workbook.texts.At(cell.text);
     }
     return rows;
   }

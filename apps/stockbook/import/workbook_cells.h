@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,10 +22,16 @@ class TextPool {
   std::vector<const std::string*> texts_;
 };
 
-// The cells of one sheet that have a text, by row.
+struct WorkbookCell {
+  int row = 0;
+  int column = 0;
+  uint32_t text = 0;  // its number in the pool, never that of an empty one
+};
+
+// The cells of one sheet that have a text, in the order of rows and, within these, of columns; each place once.
 struct WorkbookSheet {
   std::string name;
-  std::map<int, std::map<int, uint32_t>> rows;  // row, column: text
+  std::vector<WorkbookCell> cells;
 };
 
 // The contents of a spreadsheet as texts: numbers with up to 15 digits and a point, dates as yyyy-MM-dd HH:mm:ss,

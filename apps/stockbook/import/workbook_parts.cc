@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 #include "base/digits.h"
 #include "base/number.h"
@@ -133,6 +134,7 @@ void SheetPart::BeginCell(const XmlAttributes& attributes) {
 
 void SheetPart::End(std::string_view element) {
   if (element == "c") EndCell();
+  if (element == "sheetData" || element == "worksheet") Order();
   if (element == "v" || element == "t") in_value_ = false;
   if (element == "rPh") in_reading_aid_ = false;
 }
@@ -154,7 +156,25 @@ void SheetPart::EndCell() {
 void SheetPart::Put(uint32_t text) {
   if (row_ < 0 || row_ >= kMostSheetRows || column_ < 0 || column_ >= kMostSheetColumns) return;
   if (context_.pool.At(text).empty()) return;
-  sheet_.rows[row_][column_] = text;
+  sheet_.cells.push_back({row_, column_, text});
+}
+
+// Files have their cells in order, and need not. Of several cells in one place the last one counts.
+void SheetPart::Order() {
+  std::vector<WorkbookCell>& cells = sheet_.cells;
+  const auto place = [](const WorkbookCell& cell) { return std::pair(cell.row, cell.column); };
+  const auto is_before = [&](const WorkbookCell& left, const WorkbookCell& right) {
+    return place(left) < place(right);
+  };
+  const auto is_not_before = [&](const WorkbookCell& left, const WorkbookCell& right) {
+    return !is_before(left, right);
+  };
+  if (std::adjacent_find(cells.begin(), cells.end(), is_not_before) == cells.end()) return;
+  std::stable_sort(cells.begin(), cells.end(), is_before);
+  const auto is_same = [&](const WorkbookCell& left, const WorkbookCell& right) { return place(left) == place(right); };
+  // Of equal ones unique keeps the first, so that it goes from the end.
+  const auto kept = std::unique(cells.rbegin(), cells.rend(), is_same);
+  cells.erase(cells.begin(), kept.base());
 }
 
 std::string SheetPart::ValueText() const {

@@ -88,7 +88,7 @@ class StylesPart : public XmlListener {
   bool in_cell_formats_ = false;
 };
 
-// The cells of a sheet.
+// The cells of a sheet, which are in order after the last element.
 class SheetPart : public XmlListener {
  public:
   struct Context {
@@ -107,6 +107,7 @@ class SheetPart : public XmlListener {
   void BeginCell(const XmlAttributes& attributes);
   void EndCell();
   void Put(uint32_t text);
+  void Order();
   std::string ValueText() const;
 
   Context context_;

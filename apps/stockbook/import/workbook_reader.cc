@@ -20,7 +20,7 @@ std::string ListedNames(const std::vector<std::string>& names, std::string_view 
 WorkbookReader::WorkbookReader(Workbook workbook, const std::string& sheet) : workbook_(std::move(workbook)) {
   for (const WorkbookSheet& known : workbook_.sheets) names_.push_back(known.name);
   const auto found = std::find_if(workbook_.sheets.begin(), workbook_.sheets.end(), [&](const WorkbookSheet& known) {
-    return sheet.empty() ? !known.rows.empty() : known.name == sheet;
+    return sheet.empty() ? !known.cells.empty() : known.name == sheet;
   });
   if (found == workbook_.sheets.end()) {
     if (sheet.empty())
@@ -30,22 +30,23 @@ WorkbookReader::WorkbookReader(Workbook workbook, const std::string& sheet) : wo
                       "工作簿中没有工作表“" + sheet + "”，只有" + ListedNames(names_, "、") + "。"});
   }
   sheet_ = static_cast<size_t>(found - workbook_.sheets.begin());
-  row_ = found->rows.begin();
 }
 
 bool WorkbookReader::Next(CsvRecord& record) {
   record.fields.clear();
   record.fault = CsvFault::None;
   record.line_count = 1;
-  const auto& rows = workbook_.sheets[sheet_].rows;
-  if (row_ == rows.end()) return false;
-  record.line = row_->first + 1;
-  const auto last = static_cast<size_t>(row_->second.rbegin()->first) + 1;
-  if (row_ == rows.begin()) width_ = last;
-  record.fields.resize(std::max(width_, last));
-  for (const auto& cell : row_->second)
-    record.fields[static_cast<size_t>(cell.first)] = workbook_.texts.At(cell.second);
-  ++row_;
+  const std::vector<WorkbookCell>& cells = workbook_.sheets[sheet_].cells;
+  if (at_ == cells.size()) return false;
+  const bool is_first = at_ == 0;
+  const int row = cells[at_].row;
+  record.line = row + 1;
+  for (; at_ < cells.size() && cells[at_].row == row; ++at_) {
+    record.fields.resize(static_cast<size_t>(cells[at_].column) + 1);
+    record.fields.back() = workbook_.texts.At(cells[at_].text);
+  }
+  if (is_first) width_ = record.fields.size();
+  record.fields.resize(std::max(width_, record.fields.size()));
   return true;
 }
 

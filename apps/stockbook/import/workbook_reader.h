@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@ class WorkbookReader : public TableReader {
   Workbook workbook_;
   std::vector<std::string> names_;
   size_t sheet_ = 0;
-  std::map<int, std::map<int, uint32_t>>::const_iterator row_;
+  size_t at_ = 0;  // the first cell that has not been read
   size_t width_ = 0;
 };
 
