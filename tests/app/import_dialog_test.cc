@@ -7,8 +7,10 @@
 #include <string>
 
 #include "app/inventory_fixture.h"
+#include "app/zip_file.h"
 #include "qt/text.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/import/workbook_file.h"
 
 namespace stockbook::app {
 namespace {
@@ -116,6 +118,24 @@ TEST_F(ImportWindow, AsksWhichMarkBeginsTheDecimalsWhereItMayBeEither) {
   Choose(Chooser(dialog, "decimal"), 1);  // the point
   ASSERT_TRUE(dialog.ImportInto(Output()));
   EXPECT_EQ(OpenedInventory(Output()).One("SELECT 数量 FROM 出库记录"), "1234");
+}
+
+TEST_F(ImportWindow, OffersTheSheetsOfAWorkbook) {
+  if (!CanReadWorkbooks()) GTEST_SKIP() << "built without libzip or Expat";
+  const auto text = [](const std::string& words) { return "<c t=\"inlineStr\"><is><t>" + words + "</t></is></c>"; };
+  const std::string sheet = "<row>" + text("日期") + text("商品编号") + text("数量") + "</row><row>" +
+                            text("2025年1月2日") + text("P1") + "<c><v>2.5</v></c></row>";
+  ImportDialog dialog(Write("t.xlsx", MakeWorkbook({sheet, {}, {}, {}, {}})));
+  EXPECT_EQ(qt::FromQString(Chooser(dialog, "sheet").currentText()), "明细");
+  EXPECT_EQ(TextOf(dialog, "summary"), "共 1 行，可导入 1 行");
+  EXPECT_FALSE(Chooser(dialog, "encoding").isEnabled());
+  EXPECT_FALSE(Chooser(dialog, "delimiter").isEnabled());
+  Choose(Chooser(dialog, "sheet"), 0);
+  EXPECT_EQ(TextOf(dialog, "problem"), "表是空的，第一行应为各列的标题。");
+  Choose(Chooser(dialog, "sheet"), 1);
+  EXPECT_EQ(TextOf(dialog, "problem"), "");
+  ASSERT_TRUE(dialog.ImportInto(Output()));
+  EXPECT_EQ(OpenedInventory(Output()).One("SELECT 数量 FROM 出库记录"), "2.5");
 }
 
 TEST_F(ImportWindow, SaysWhatCannotBeReadAndStaysOpen) {
