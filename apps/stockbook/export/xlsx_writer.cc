@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "base/text.h"
-#include "platform/error.h"
 #include "stockbook/command/program_end.h"
 #include "stockbook/export/shown_table.h"
+#include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
 namespace {
@@ -27,8 +27,18 @@ constexpr uint32_t kTotalColour = 0xE8EEF7;
 constexpr uint32_t kCaptionColour = 0xD9D9D9;
 constexpr std::string_view kSheetName = "库存台账";
 
-[[noreturn]] void FailXlsx(const std::string& reason) {
-  throw platform::Error("export", "The workbook could not be written: " + reason + ".");
+[[noreturn]] void FailXlsx(const std::string& english, const std::string& chinese) {
+  throw TableError({"The workbook could not be written: " + english + ".", "工作簿没有写成：" + chinese + "。"});
+}
+
+[[noreturn]] void FailForMemory() { FailXlsx("there is not enough memory", "内存不足"); }
+
+// What the library reports is mostly a disk without room for its temporary files.
+void CheckXlsx(lxw_error error) {
+  if (error == LXW_NO_ERROR) return;
+  if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) FailForMemory();
+  const std::string reason = lxw_strerror(error);
+  FailXlsx(reason + " Look whether the disk is full", "磁盘可能已满（" + reason + "）");
 }
 
 // A file of its own in the folder for temporary files, gone with the object.
@@ -36,7 +46,7 @@ class WorkbookPlace {
  public:
   WorkbookPlace() : path_((std::filesystem::temp_directory_path() / "stockbook-XXXXXX").string()) {
     const int file = mkstemp(path_.data());
-    if (file < 0) FailXlsx("there is no room for a temporary file");
+    if (file < 0) FailXlsx("there is no room for a temporary file", "没有存放临时文件的地方");
     close(file);
     unfinished_ = std::make_unique<UnfinishedFile>(path_);
   }
@@ -74,7 +84,7 @@ class XlsxBook {
     lxw_workbook_options settings{};
     settings.constant_memory = LXW_TRUE;
     book_ = workbook_new_opt(path.c_str(), &settings);
-    if (book_ == nullptr) FailXlsx("there is not enough memory");
+    if (book_ == nullptr) FailForMemory();
     lxw_doc_properties properties{};
     std::string title = options.title;
     properties.title = title.data();
@@ -99,8 +109,7 @@ class XlsxBook {
 
   void Close() {
     if (sheet_ == nullptr) Begin();
-    const lxw_error error = workbook_close(std::exchange(book_, nullptr));
-    if (error != LXW_NO_ERROR) FailXlsx(lxw_strerror(error));
+    CheckXlsx(workbook_close(std::exchange(book_, nullptr)));
   }
 
  private:
@@ -108,7 +117,7 @@ class XlsxBook {
   void Begin() {
     const std::string number = ++sheets_ == 1 ? "" : " " + std::to_string(sheets_);
     sheet_ = workbook_add_worksheet(book_, (std::string(kSheetName) + number).c_str());
-    if (sheet_ == nullptr) FailXlsx("there is not enough memory");
+    if (sheet_ == nullptr) FailForMemory();
     // The node of a period stands above its lines.
     worksheet_outline_settings(sheet_, LXW_TRUE, LXW_FALSE, LXW_TRUE, LXW_FALSE);
     worksheet_freeze_panes(sheet_, 1, static_cast<lxw_col_t>(table_.frozen_columns()));
@@ -137,7 +146,7 @@ class XlsxBook {
     lxw_format*& format = formats_[key];
     if (format != nullptr) return format;
     format = workbook_add_format(book_);
-    if (format == nullptr) FailXlsx("there is not enough memory");
+    if (format == nullptr) FailForMemory();
     if (!key.number.empty()) format_set_num_format(format, key.number.c_str());
     if (key.is_bold) format_set_bold(format);
     if (key.colour != 0) format_set_bg_color(format, key.colour);
@@ -162,7 +171,7 @@ class XlsxBook {
     } else if (row.is_total) {
       error = worksheet_write_blank(sheet_, row_, column, Format(key));
     }
-    if (error != LXW_NO_ERROR) FailXlsx(lxw_strerror(error));
+    CheckXlsx(error);
   }
 
   const ShownTable& table_;

@@ -22,14 +22,14 @@ class PreviewObserver : public ImportObserver {
 
   void Imported(const CsvRecord& record) override { Keep(record, {}); }
   void Skipped(const CsvRecord& record, SkipReason /*reason*/, const ImportSentence& explanation) override {
-    Keep(record, explanation.chinese);
+    Keep(record, explanation);
     if (preview_.skipped.size() < kPreviewLinesShown)
-      preview_.skipped.push_back({record.line, TextsOf(record), explanation.chinese});
+      preview_.skipped.push_back({record.line, TextsOf(record), explanation});
   }
   bool GoesOn(int64_t lines) override { return lines < kPreviewLinesRead; }
 
  private:
-  void Keep(const CsvRecord& record, const std::string& problem) {
+  void Keep(const CsvRecord& record, const ImportSentence& problem) {
     if (preview_.lines.size() < kPreviewLinesShown) preview_.lines.push_back({record.line, TextsOf(record), problem});
   }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "stockbook/import/import_mapping.h"
+#include "stockbook/import/import_sentence.h"
 #include "stockbook/import/open_table.h"
 #include "stockbook/import/table_import.h"
 
@@ -18,11 +19,11 @@ struct PreviewSettings {
   std::optional<ImportMapping::Positions> mapping;  // guessed by the names of the columns if it is not given
 };
 
-// A line of the table, and why it would be skipped, in Chinese; "" if it would not be.
+// A line of the table, and why it would be skipped; an empty sentence if it would not be.
 struct PreviewLine {
   int64_t line = 0;
   std::vector<std::string> fields;
-  std::string problem;
+  ImportSentence problem;
 };
 
 // What an import would make of a table.

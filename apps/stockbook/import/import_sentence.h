@@ -14,7 +14,7 @@ struct ImportSentence {
   std::string chinese;
 };
 
-// A table that cannot be imported, or not as it is. what() is the English sentence.
+// A table that cannot be imported, or not as it is, or not written as one. what() is the English sentence.
 class TableError : public platform::Error {
  public:
   explicit TableError(ImportSentence sentence)

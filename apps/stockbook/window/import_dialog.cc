@@ -38,47 +38,47 @@ QComboBox* MakeSettingChooser(const char* name) {
 }
 
 void FillEncodings(QComboBox* chooser) {
-  const auto add = [&](const char* text, TextEncoding encoding) {
-    chooser->addItem(QString::fromUtf8(text), static_cast<int>(encoding));
+  const auto add = [&](const QString& text, TextEncoding encoding) {
+    chooser->addItem(text, static_cast<int>(encoding));
   };
-  add("自动识别", TextEncoding::kDetected);
-  add("UTF-8", TextEncoding::kUtf8);
-  add("GB18030（GBK）", TextEncoding::kGb18030);
-  add("Big5（繁体）", TextEncoding::kBig5);
-  add("UTF-16", TextEncoding::kUtf16Le);
-  add("UTF-16BE", TextEncoding::kUtf16Be);
-  add("Windows-1252（西文）", TextEncoding::kWindows1252);
+  add(ImportDialog::tr("自动识别"), TextEncoding::kDetected);
+  add(QStringLiteral("UTF-8"), TextEncoding::kUtf8);
+  add(QStringLiteral("GB18030（GBK）"), TextEncoding::kGb18030);
+  add(ImportDialog::tr("Big5（繁体）"), TextEncoding::kBig5);
+  add(QStringLiteral("UTF-16"), TextEncoding::kUtf16Le);
+  add(QStringLiteral("UTF-16BE"), TextEncoding::kUtf16Be);
+  add(ImportDialog::tr("Windows-1252（西文）"), TextEncoding::kWindows1252);
 }
 
 QString DelimiterText(char delimiter) {
   switch (delimiter) {
     case ',':
-      return QStringLiteral("逗号");
+      return ImportDialog::tr("逗号");
     case ';':
-      return QStringLiteral("分号");
+      return ImportDialog::tr("分号");
     case '\t':
-      return QStringLiteral("制表符");
+      return ImportDialog::tr("制表符");
     case '|':
-      return QStringLiteral("竖线");
+      return ImportDialog::tr("竖线");
     default:
       return QString(QLatin1Char(delimiter));
   }
 }
 
 void FillDelimiters(QComboBox* chooser) {
-  chooser->addItem(QStringLiteral("自动识别"), 0);
+  chooser->addItem(ImportDialog::tr("自动识别"), 0);
   for (const char delimiter : {',', ';', '\t', '|'}) chooser->addItem(DelimiterText(delimiter), int{delimiter});
 }
 
 void FillDecimals(QComboBox* chooser) {
-  chooser->addItem(QStringLiteral("自动识别"), -1);
-  chooser->addItem(QStringLiteral("点（1,234.56）"), static_cast<int>(DecimalMark::kPoint));
-  chooser->addItem(QStringLiteral("逗号（1.234,56）"), static_cast<int>(DecimalMark::kComma));
+  chooser->addItem(ImportDialog::tr("自动识别"), -1);
+  chooser->addItem(ImportDialog::tr("点（1,234.56）"), static_cast<int>(DecimalMark::kPoint));
+  chooser->addItem(ImportDialog::tr("逗号（1.234,56）"), static_cast<int>(DecimalMark::kComma));
 }
 
 void FillDirections(QComboBox* chooser) {
-  chooser->addItem(QStringLiteral("出库（销售）"), static_cast<int>(Direction::Issue));
-  chooser->addItem(QStringLiteral("入库（采购）"), static_cast<int>(Direction::Receipt));
+  chooser->addItem(ImportDialog::tr("出库（销售）"), static_cast<int>(Direction::Issue));
+  chooser->addItem(ImportDialog::tr("入库（采购）"), static_cast<int>(Direction::Receipt));
 }
 
 QString FieldText(const std::string& field) {
@@ -114,11 +114,11 @@ ImportDialog::ImportDialog(std::string path, QWidget* parent)
       direction_(MakeSettingChooser("direction")),
       fields_(new ImportFields),
       lines_(new QTableWidget),
-      only_skipped_(new QCheckBox(QStringLiteral("只看将被跳过的行(&K)"))),
+      only_skipped_(new QCheckBox(tr("只看将被跳过的行(&K)"))),
       summary_(new QLabel),
       problem_(new QLabel),
       import_(nullptr) {
-  setWindowTitle(QStringLiteral("导入 — %1").arg(QFileInfo(qt::ToQString(path_)).fileName()));
+  setWindowTitle(tr("导入 — %1").arg(QFileInfo(qt::ToQString(path_)).fileName()));
   FillEncodings(encoding_);
   FillDelimiters(delimiter_);
   FillDecimals(decimal_);
@@ -146,17 +146,17 @@ void ImportDialog::BuildSettings(QGridLayout* grid) {
     grid->addWidget(chooser, 0, column++);
     return label;
   };
-  add(QStringLiteral("编码(&E)"), encoding_);
-  add(QStringLiteral("分隔符(&D)"), delimiter_);
-  sheet_label_ = add(QStringLiteral("工作表(&S)"), sheet_);
-  add(QStringLiteral("小数点(&P)"), decimal_);
-  add(QStringLiteral("正数为(&R)"), direction_);
+  add(tr("编码(&E)"), encoding_);
+  add(tr("分隔符(&D)"), delimiter_);
+  sheet_label_ = add(tr("工作表(&S)"), sheet_);
+  add(tr("小数点(&P)"), decimal_);
+  add(tr("正数为(&R)"), direction_);
   grid->setColumnStretch(column, 1);
 }
 
 void ImportDialog::BuildRows(QGridLayout* settings) {
   lines_->setObjectName(QStringLiteral("lines"));
-  lines_->setAccessibleName(QStringLiteral("预览"));
+  lines_->setAccessibleName(tr("预览"));
   lines_->setSelectionBehavior(QAbstractItemView::SelectRows);
   lines_->setTabKeyNavigation(false);
   lines_->setWordWrap(false);
@@ -174,9 +174,9 @@ void ImportDialog::BuildRows(QGridLayout* settings) {
   bold.setBold(true);
   problem_->setFont(bold);
   auto* buttons = new QDialogButtonBox;
-  import_ = buttons->addButton(QStringLiteral("导入(&I)..."), QDialogButtonBox::ActionRole);
+  import_ = buttons->addButton(tr("导入(&I)..."), QDialogButtonBox::ActionRole);
   import_->setDefault(true);
-  buttons->addButton(QStringLiteral("取消(&C)"), QDialogButtonBox::RejectRole);
+  buttons->addButton(tr("取消(&C)"), QDialogButtonBox::RejectRole);
   connect(import_, &QPushButton::clicked, this, &ImportDialog::ChooseFile);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* foot = new QHBoxLayout;
@@ -226,7 +226,7 @@ void ImportDialog::Refresh(std::optional<ImportMapping::Positions> mapping) {
   ShowSummary();
   const QString missing = fields_->Missing();
   if (problem.isEmpty() && !missing.isEmpty())
-    problem = QStringLiteral("请选定%1所在的列；整行都在一列中时，请改选分隔符。").arg(missing);
+    problem = tr("请选定%1所在的列；整行都在一列中时，请改选分隔符。").arg(missing);
   ShowProblem(problem);
   import_->setEnabled(preview_.is_mapped && preview_.tally.imported > 0);
 }
@@ -248,7 +248,7 @@ void ImportDialog::ShowSheets() {
 
 void ImportDialog::ShowLines() {
   const auto& shown = only_skipped_->isChecked() ? preview_.skipped : preview_.lines;
-  QStringList captions{QStringLiteral("行"), QStringLiteral("问题")};
+  QStringList captions{tr("行"), tr("问题")};
   for (const std::string& caption : preview_.header) captions.append(FieldText(caption));
   lines_->clear();
   lines_->setColumnCount(static_cast<int>(captions.size()));
@@ -257,7 +257,7 @@ void ImportDialog::ShowLines() {
   for (int row = 0; row < lines_->rowCount(); ++row) {
     const PreviewLine& line = shown[static_cast<size_t>(row)];
     lines_->setItem(row, 0, MakePreviewItem(QString::number(line.line)));
-    lines_->setItem(row, 1, MakePreviewItem(qt::ToQString(line.problem)));
+    lines_->setItem(row, 1, MakePreviewItem(SentenceText(line.problem)));
     const size_t fields = std::min(line.fields.size(), preview_.header.size());
     for (size_t field = 0; field < fields; ++field)
       lines_->setItem(row, static_cast<int>(field) + kLeadingColumns, MakePreviewItem(FieldText(line.fields[field])));
@@ -266,19 +266,19 @@ void ImportDialog::ShowLines() {
   for (int column = 0; column < lines_->columnCount(); ++column)
     lines_->setColumnWidth(column, std::min(lines_->columnWidth(column), kMostColumnWidth));
   const bool has_problems =
-      std::any_of(shown.begin(), shown.end(), [](const auto& line) { return !line.problem.empty(); });
+      std::any_of(shown.begin(), shown.end(), [](const auto& line) { return !line.problem.english.empty(); });
   lines_->setColumnHidden(1, !has_problems);
 }
 
 void ImportDialog::ShowSummary() {
   const ImportTally& tally = preview_.tally;
   QStringList parts;
-  if (!preview_.encoding.empty()) parts.append(QStringLiteral("编码 %1").arg(qt::ToQString(preview_.encoding)));
-  if (preview_.delimiter != 0) parts.append(QStringLiteral("以%1分隔").arg(DelimiterText(preview_.delimiter)));
+  if (!preview_.encoding.empty()) parts.append(tr("编码 %1").arg(qt::ToQString(preview_.encoding)));
+  if (preview_.delimiter != 0) parts.append(tr("以%1分隔").arg(DelimiterText(preview_.delimiter)));
   if (preview_.is_mapped) {
-    const QString range = tally.is_whole ? QStringLiteral("共 %L1 行") : QStringLiteral("前 %L1 行中");
-    QString count = range.arg(tally.imported + tally.skipped) + QStringLiteral("，可导入 %L1 行").arg(tally.imported);
-    if (tally.skipped > 0) count += QStringLiteral("，将跳过 %L1 行（%2）").arg(tally.skipped).arg(SkippedText(tally));
+    const QString range = tally.is_whole ? tr("共 %L1 行") : tr("前 %L1 行中");
+    QString count = range.arg(tally.imported + tally.skipped) + tr("，可导入 %L1 行").arg(tally.imported);
+    if (tally.skipped > 0) count += tr("，将跳过 %L1 行（%2）").arg(tally.skipped).arg(SkippedText(tally));
     parts.append(count);
   }
   summary_->setText(parts.join(QStringLiteral("；")));
@@ -294,8 +294,7 @@ void ImportDialog::ShowProblem(const QString& problem) {
 void ImportDialog::ChooseFile() {
   const QFileInfo table(qt::ToQString(path_));
   const QString suggested = table.path() + QLatin1Char('/') + table.completeBaseName() + QStringLiteral(".db");
-  QString file = QFileDialog::getSaveFileName(this, QStringLiteral("导入到新的库存数据库"), suggested,
-                                              QStringLiteral("库存数据库 (*.db)"));
+  QString file = QFileDialog::getSaveFileName(this, tr("导入到新的库存数据库"), suggested, tr("库存数据库 (*.db)"));
   if (file.isEmpty()) return;
   // Whether an existing file may be replaced was asked for the name as it was typed.
   const QString named = file + QStringLiteral(".db");
@@ -305,8 +304,7 @@ void ImportDialog::ChooseFile() {
 
 bool ImportDialog::ImportInto(const std::string& file) {
   if (!MayWrite(file, path_)) {
-    ShowProblem(
-        QStringLiteral("不能写入“%1”：它是要导入的表，或属于另一个数据库，请换一个文件名。").arg(qt::ToQString(file)));
+    ShowProblem(tr("不能写入“%1”：它是要导入的表，或属于另一个数据库，请换一个文件名。").arg(qt::ToQString(file)));
     return false;
   }
   ImportPlan plan{ImportMapping(fields_->Positions()), ChosenDirection(), preview_.decimal, file};

@@ -23,20 +23,20 @@ struct FieldCaption {
 
 // In the order of ImportField.
 constexpr std::array<FieldCaption, kImportFieldCount> kFieldCaptions{{
-    {"商品编号", true},
-    {"商品名称", false},
-    {"单据编号", false},
-    {"日期", true},
-    {"数量", true},
-    {"单价", false},
-    {"往来单位", false},
-    {"项目", false},
+    {QT_TRANSLATE_NOOP("Import", "商品编号"), true},
+    {QT_TRANSLATE_NOOP("Import", "商品名称"), false},
+    {QT_TRANSLATE_NOOP("Import", "单据编号"), false},
+    {QT_TRANSLATE_NOOP("Import", "日期"), true},
+    {QT_TRANSLATE_NOOP("Import", "数量"), true},
+    {QT_TRANSLATE_NOOP("Import", "单价"), false},
+    {QT_TRANSLATE_NOOP("Import", "往来单位"), false},
+    {QT_TRANSLATE_NOOP("Import", "项目"), false},
 }};
 
 // An empty caption still has to be told from others.
 QString ColumnText(const std::string& caption, size_t column) {
   const QString text = qt::ToQString(base::LeftCharacters(base::OneLine(caption, " "), kLongestCaption));
-  return text.isEmpty() ? QStringLiteral("第 %1 列").arg(column + 1) : text;
+  return text.isEmpty() ? ImportFields::tr("第 %1 列").arg(column + 1) : text;
 }
 
 }  // namespace
@@ -52,7 +52,7 @@ ImportFields::ImportFields(QWidget* parent) : QWidget(parent) {
     chooser->setMinimumContentsLength(8);
     const FieldCaption& caption = kFieldCaptions[field];
     const QString mark = caption.is_needed ? QStringLiteral(" *") : QString();
-    auto* label = new QLabel(QString::fromUtf8(caption.caption) + QStringLiteral("(&%1)").arg(field + 1) + mark);
+    auto* label = new QLabel(tr(caption.caption) + QStringLiteral("(&%1)").arg(field + 1) + mark);
     label->setBuddy(chooser);
     const int row = static_cast<int>(field) / kFieldsInARow;
     const int column = static_cast<int>(field) % kFieldsInARow * 2;
@@ -65,7 +65,7 @@ ImportFields::ImportFields(QWidget* parent) : QWidget(parent) {
 }
 
 void ImportFields::Show(const std::vector<std::string>& header, const ImportMapping::Positions& positions) {
-  QStringList columns{QStringLiteral("（无）")};
+  QStringList columns{tr("（无）")};
   for (size_t column = 0; column < header.size(); ++column) columns.append(ColumnText(header[column], column));
   for (size_t field = 0; field < kImportFieldCount; ++field) {
     const QSignalBlocker quiet(choosers_[field]);
@@ -88,7 +88,7 @@ QString ImportFields::Missing() const {
   QStringList missing;
   for (size_t field = 0; field < kImportFieldCount; ++field) {
     const bool is_missing = kFieldCaptions[field].is_needed && choosers_[field]->currentIndex() <= 0;
-    if (is_missing) missing.append(QString::fromUtf8(kFieldCaptions[field].caption));
+    if (is_missing) missing.append(tr(kFieldCaptions[field].caption));
   }
   return missing.join(QStringLiteral("、"));
 }

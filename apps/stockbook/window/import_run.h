@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "stockbook/import/import_sentence.h"
 #include "stockbook/import/open_table.h"
 #include "stockbook/import/table_import.h"
 
@@ -21,6 +22,9 @@ struct ImportEnd {
 // Imports a table on a thread of its own, while the window is painted and a dialog with the number of lines lets the
 // user cancel, which leaves no inventory behind. Never throws for what is wrong with the table or the disk.
 ImportEnd ImportBesideWindow(QWidget* parent, const std::string& path, const TableOptions& options, ImportPlan plan);
+
+// The sentence in the language of the window.
+QString SentenceText(const ImportSentence& sentence);
 
 // What an error that reading a table ends with says to the user.
 QString ImportErrorText(const std::exception& error);
