@@ -71,6 +71,11 @@ TEST_F(ImportText, ReadsNumbersAndDaysInTheSpellingsOfPeople) {
   EXPECT_EQ(Query("SELECT 数量 FROM 入库记录"), Lines{"3"}) << "brackets are a minus, and so a return";
 }
 
+TEST_F(ImportText, LeavesOutBlanksOfAnyWidthAroundATextAndACaption) {
+  ASSERT_EQ(Import("p　,\u00A0d,q \n　P1\u00A0,2025-01-02,　1\nP1,2025-01-02,2\n").err, "");
+  EXPECT_EQ(Query("SELECT 商品编号 FROM 商品设置"), Lines{"P1"});
+}
+
 TEST_F(ImportText, ReadsADecimalCommaWhereItSeparatesNoFields) {
   const std::string table = "p;d;q\nA;2025-01-02;3,5\nB;2025-01-02;1.234,56\n";
   EXPECT_EQ(Import(table, {"--delimiter", ";"}).code, 0);

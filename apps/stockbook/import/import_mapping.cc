@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "stockbook/command/command_line.h"
+#include "stockbook/import/import_number.h"
 #include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
@@ -83,7 +84,7 @@ void ImportMapping::Locate(const std::vector<std::string_view>& header) {
                         "表只有 " + std::to_string(header.size()) + " 列，请重新选定各列的含义。"});
     }
     if (!names_[field]) continue;
-    const auto matches = [&](std::string_view name) { return base::TrimBlanks(name) == *names_[field]; };
+    const auto matches = [&](std::string_view name) { return TrimWideBlanks(name) == *names_[field]; };
     const auto found = std::find_if(header.begin(), header.end(), matches);
     if (found == header.end()) {
       throw UsageError("The table has no column '" + *names_[field] + "' for " + std::string(kFieldNames[field]) +
@@ -99,7 +100,7 @@ void ImportMapping::Locate(const std::vector<std::string_view>& header) {
 
 std::string_view ImportMapping::Text(ImportField field, const std::vector<std::string_view>& fields) const {
   if (!Has(field)) return {};
-  return base::TrimBlanks(fields[columns_[static_cast<size_t>(field)]]);
+  return TrimWideBlanks(fields[columns_[static_cast<size_t>(field)]]);
 }
 
 }  // namespace stockbook::app

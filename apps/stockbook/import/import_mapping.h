@@ -30,7 +30,8 @@ class ImportMapping {
 
   size_t column_count() const { return column_count_; }
   bool Has(ImportField field) const { return is_mapped_[static_cast<size_t>(field)]; }
-  // The field's text in a record of column_count() fields, trimmed; empty if it is not mapped.
+  // The field's text in a record of column_count() fields, without blanks of any width around it; empty if it is not
+  // mapped.
   std::string_view Text(ImportField field, const std::vector<std::string_view>& fields) const;
 
  private:
