@@ -123,7 +123,7 @@ TEST_F(ImportRetailTest, BringsInEveryLineAndTheirSums) {
   for (const auto& record : records) {
     products.insert(record[1]);
     projects.insert(record[7]);
-    if (!record[6].empty()) partners.insert(record[6].substr(0, record[6].find('.')));
+    partners.insert(record[6].empty() ? "(无客户)" : record[6].substr(0, record[6].find('.')));
   }
   EXPECT_EQ(inventory.One("SELECT count(*) FROM 商品设置"), std::to_string(products.size()));
   EXPECT_EQ(inventory.One("SELECT count(*) FROM 项目设置"), std::to_string(projects.size()));

@@ -11,6 +11,7 @@
 
 #include "base/text.h"
 #include "stockbook/command/command_line.h"
+#include "stockbook/command/program_version.h"
 #include "stockbook/inventory/database_source.h"
 
 namespace stockbook::app {
@@ -24,6 +25,7 @@ const Command* FindCommand(std::span<const Command> commands, std::string_view n
   return found == commands.end() ? nullptr : &*found;
 }
 
+bool IsVersion(std::string_view argument) { return argument == "--version" || argument == "-V"; }
 bool IsHelp(std::string_view argument) { return argument == "--help" || argument == "-h"; }
 
 // Whether the user asks for help by --help anywhere before a "--".
@@ -47,7 +49,8 @@ void PrintOverview(std::span<const Command> commands, std::ostream& out) {
   for (const Command& command : commands) {
     out << "  " << std::left << std::setw(8) << command.name << "  " << command.summary << "\n";
   }
-  out << "\n'stockbook COMMAND --help' explains a command. Without a command word it is 'open'.\n";
+  out << "\n'stockbook COMMAND --help' explains a command, 'stockbook --version' names the version. Without a command "
+         "word it is 'open'.\n";
 }
 
 int RunCommand(const Command& command, const std::vector<std::string>& arguments, Terminal& terminal) {
@@ -87,6 +90,10 @@ std::string OneLine(std::string_view text) {
 int RunProgram(std::span<const Command> commands, const std::vector<std::string>& arguments, Terminal& terminal) {
   if (!arguments.empty() && (IsHelp(arguments.front()) || arguments.front() == "help")) {
     PrintOverview(commands, terminal.out);
+    return kExitDone;
+  }
+  if (!arguments.empty() && IsVersion(arguments.front())) {
+    terminal.out << "stockbook " << ProgramVersion() << "\n";
     return kExitDone;
   }
   const Command* command = arguments.empty() ? nullptr : FindCommand(commands, arguments.front());

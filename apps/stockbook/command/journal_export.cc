@@ -11,13 +11,16 @@
 #include <utility>
 #include <vector>
 
+#include "base/column_keys.h"
 #include "sheet/contents/row_texts.h"
 #include "stockbook/command/spreadsheet_text.h"
+#include "stockbook/export/bill_parts.h"
 
 namespace stockbook::app {
 namespace {
 
 constexpr size_t kBufferBytes = size_t{1} << 16;
+constexpr std::string_view kNumberCaption = "序号";
 
 std::vector<int> ColumnsOf(const platform::Grid& grid, ExportColumns columns) {
   std::vector<int> chosen;
@@ -102,19 +105,62 @@ class FieldWriter {
   std::string buffer_;
 };
 
+// The texts of a row, with the bill in its parts if that is wanted. Each thread has one of its own.
+class ExportedRow {
+ public:
+  ExportedRow(const sheet::GridSheet& grid, const std::vector<int>& columns, BillColumns bill) : bills_(grid) {
+    const int column = grid.ColIndex(base::keys::kBillNo);
+    const auto found = std::find(columns.begin(), columns.end(), column);
+    is_apart_ = bill == BillColumns::kApart && column >= 0 && found != columns.end();
+    place_ = found - columns.begin();
+  }
+
+  std::span<const std::string_view> Captions(std::span<const std::string_view> texts) {
+    parts_ = {std::string(kPeriodCaption), std::string(kBillDayCaption), std::string(kBillKindCaption),
+              std::string(kBillNumberCaption)};
+    return Expanded(texts);
+  }
+  std::span<const std::string_view> Texts(int row, std::span<const std::string_view> texts) {
+    if (!is_apart_) return texts;
+    BillParts bill = bills_.Of(row);
+    parts_ = {std::move(bill.period), std::move(bill.day), std::move(bill.kind), std::move(bill.number)};
+    return Expanded(texts);
+  }
+
+ private:
+  std::span<const std::string_view> Expanded(std::span<const std::string_view> texts) {
+    if (!is_apart_) return texts;
+    row_.assign(texts.begin(), texts.begin() + place_);
+    for (std::string& part : parts_) row_.push_back(sheet::RowTexts::WithSlack(part));
+    row_.insert(row_.end(), texts.begin() + place_ + 1, texts.end());
+    return row_;
+  }
+
+  BillSplitter bills_;
+  bool is_apart_ = false;
+  std::ptrdiff_t place_ = 0;
+  std::array<std::string, 4> parts_;
+  std::vector<std::string_view> row_;
+};
+
 // Writes the rows of a sheet on two threads, part by part, each in the memory of some megabytes.
 class RowsWriter {
  public:
-  RowsWriter(const sheet::GridSheet& grid, const std::vector<int>& columns, char separator, std::ostream& out)
-      : grid_(grid), columns_(columns), separator_(separator), out_(out) {}
+  RowsWriter(const sheet::GridSheet& grid, const std::vector<int>& columns, const SeparatedOptions& options,
+             std::ostream& out)
+      : grid_(grid), columns_(columns), separator_(options.separator), bill_(options.bill), out_(out) {}
 
   void WriteCaptions() {
     std::vector<std::string> captions;
     std::vector<std::string_view> texts;
-    for (const int column : columns_) captions.push_back(grid_.TextMatrix(0, column));
+    for (const int column : columns_) {
+      const bool is_number = grid_.ColKey(column) == base::keys::kSeqNo;
+      captions.push_back(grid_.TextMatrix(0, column));
+      if (is_number && captions.back().empty()) captions.back() = kNumberCaption;
+    }
     for (std::string& caption : captions) texts.push_back(sheet::RowTexts::WithSlack(caption));
     FieldWriter writer(separator_);
-    writer.WriteRow(texts);
+    writer.WriteRow(ExportedRow(grid_, columns_, bill_).Captions(texts));
     out_ << writer.Take();
   }
 
@@ -143,8 +189,10 @@ class RowsWriter {
   Part MakePart(int first, int last) const {
     try {
       FieldWriter writer(separator_);
+      ExportedRow exported(grid_, columns_, bill_);
+      int row = first;
       const int end = sheet::RowTexts(grid_, columns_).ForEachRow(first, last, [&](auto texts) {
-        writer.WriteRow(texts);
+        writer.WriteRow(exported.Texts(row++, texts));
         return writer.size() < kMostBytes;
       });
       return {end, writer.Take()};
@@ -158,8 +206,10 @@ class RowsWriter {
     out_ << part.text;
     if (part.end == last) return;
     FieldWriter writer(separator_);
+    ExportedRow exported(grid_, columns_, bill_);
+    int row = part.end;
     sheet::RowTexts(grid_, columns_).ForEachRow(part.end, last, [&](auto texts) {
-      writer.WriteRow(texts);
+      writer.WriteRow(exported.Texts(row++, texts));
       if (writer.size() >= kBufferBytes) out_ << writer.Take();
       return true;
     });
@@ -169,6 +219,7 @@ class RowsWriter {
   const sheet::GridSheet& grid_;
   const std::vector<int>& columns_;
   char separator_;
+  BillColumns bill_;
   std::ostream& out_;
 };
 
@@ -243,9 +294,10 @@ void AppendJson(std::string_view text, std::string& out) {
   out += '"';
 }
 
-void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
-  const std::vector<int> chosen = ColumnsOf(grid, columns);
-  RowsWriter writer(grid, chosen, separator, out);
+void WriteSeparated(const sheet::GridSheet& grid, const SeparatedOptions& options, std::ostream& out) {
+  const std::vector<int> chosen = ColumnsOf(grid, options.columns);
+  if (options.mark == ByteOrderMark::kWritten) out << "\xEF\xBB\xBF";
+  RowsWriter writer(grid, chosen, options, out);
   writer.WriteCaptions();
   writer.WriteRows(grid.FixedRows(), grid.Rows());
 }

@@ -16,12 +16,12 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/error.h"
+#include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
 namespace {
 
-constexpr size_t kBlock = size_t{1} << 16;
+constexpr size_t kInputBlock = size_t{1} << 16;
 constexpr uint64_t kMostMemory = uint64_t{1} << 30;
 constexpr std::string_view kXzMagic(
     "\xFD"
@@ -29,8 +29,8 @@ constexpr std::string_view kXzMagic(
     6);
 constexpr std::string_view kGzipMagic("\x1F\x8B", 2);
 
-[[noreturn]] void Fail(const std::string& name, const std::string& reason) {
-  throw platform::Error("read", "Cannot read '" + name + "': " + reason + ".");
+[[noreturn]] void Fail(const std::string& name, const std::string& english, const std::string& chinese) {
+  throw TableError({"Cannot read '" + name + "': " + english + ".", "无法读取“" + name + "”：" + chinese + "。"});
 }
 
 // The unchanged bytes of a file or a stream; the first ones can be peeked at.
@@ -58,13 +58,13 @@ class PlainSource : public ByteSource {
     at_ = end_ = 0;
     in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
     end_ = static_cast<size_t>(in_.gcount());
-    if (in_.bad()) Fail(name_, "the medium reports an error");
+    if (in_.bad()) Fail(name_, "the medium reports an error", "存储介质出错");
   }
 
   std::string name_;
   std::unique_ptr<std::istream> file_;
   std::istream& in_;
-  std::vector<char> buffer_ = std::vector<char>(kBlock);
+  std::vector<char> buffer_ = std::vector<char>(kInputBlock);
   size_t at_ = 0;
   size_t end_ = 0;
 };
@@ -100,16 +100,17 @@ class XzSource : public ByteSource {
       return;
     }
     const std::string& name = packed_->name();
-    if (code == LZMA_BUF_ERROR) Fail(name, "its xz data ends too early; fetch the file again");
-    if (code == LZMA_FORMAT_ERROR) Fail(name, "it is no xz data");
+    if (code == LZMA_BUF_ERROR)
+      Fail(name, "its xz data ends too early; fetch the file again", "xz 数据不完整，请重新获取文件");
+    if (code == LZMA_FORMAT_ERROR) Fail(name, "it is no xz data", "内容不是 xz 数据");
     if (code == LZMA_MEM_ERROR || code == LZMA_MEMLIMIT_ERROR)
-      Fail(name, "unpacking it needs more than 1 GiB of memory");
-    Fail(name, "its xz data is damaged; fetch the file again");
+      Fail(name, "unpacking it needs more than 1 GiB of memory", "解压需要超过 1 GiB 的内存");
+    Fail(name, "its xz data is damaged; fetch the file again", "xz 数据已损坏，请重新获取文件");
   }
 
   std::unique_ptr<PlainSource> packed_;
   lzma_stream stream_ = LZMA_STREAM_INIT;
-  std::array<char, kBlock> block_{};
+  std::array<char, kInputBlock> block_{};
   bool input_ended_ = false;
   bool ended_ = false;
 };
@@ -119,14 +120,14 @@ class GzipSource : public ByteSource {
   explicit GzipSource(std::unique_ptr<PlainSource> packed) : packed_(std::move(packed)) {
     constexpr int kGzipAlone = 16;
     if (inflateInit2(&stream_, MAX_WBITS + kGzipAlone) != Z_OK)
-      Fail(packed_->name(), "there is not enough memory to unpack it");
+      Fail(packed_->name(), "there is not enough memory to unpack it", "内存不足，无法解压");
   }
   ~GzipSource() override { inflateEnd(&stream_); }
   GzipSource(const GzipSource&) = delete;
   GzipSource& operator=(const GzipSource&) = delete;
 
   size_t Read(char* buffer, size_t size) override {
-    const auto wanted = static_cast<uInt>(std::min<size_t>(size, kBlock));
+    const auto wanted = static_cast<uInt>(std::min<size_t>(size, kInputBlock));
     stream_.next_out = reinterpret_cast<Bytef*>(buffer);
     stream_.avail_out = wanted;
     while (stream_.avail_out == wanted && !ended_) {
@@ -142,7 +143,8 @@ class GzipSource : public ByteSource {
     stream_.next_in = reinterpret_cast<Bytef*>(block_.data());
     stream_.avail_in = static_cast<uInt>(packed_->Read(block_.data(), block_.size()));
     if (stream_.avail_in > 0) return true;
-    if (!between_members_) Fail(packed_->name(), "its gzip data ends too early; fetch the file again");
+    if (!between_members_)
+      Fail(packed_->name(), "its gzip data ends too early; fetch the file again", "gzip 数据不完整，请重新获取文件");
     ended_ = true;
     return false;
   }
@@ -160,13 +162,13 @@ class GzipSource : public ByteSource {
       between_members_ = true;
       inflateReset(&stream_);
     } else if (code != Z_OK) {
-      Fail(packed_->name(), "its gzip data is damaged; fetch the file again");
+      Fail(packed_->name(), "its gzip data is damaged; fetch the file again", "gzip 数据已损坏，请重新获取文件");
     }
   }
 
   std::unique_ptr<PlainSource> packed_;
   z_stream stream_{};
-  std::array<char, kBlock> block_{};
+  std::array<char, kInputBlock> block_{};
   int64_t members_ = 0;
   bool between_members_ = false;
   bool ended_ = false;
@@ -180,9 +182,13 @@ std::unique_ptr<ByteSource> OpenInput(const std::string& path, std::istream& in)
     plain = std::make_unique<PlainSource>("standard input", in);
   } else {
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) Fail(path, "it is a folder; give the name of a file");
+    if (std::filesystem::is_directory(path, ignored))
+      Fail(path, "it is a folder; give the name of a file", "这是文件夹，请选择文件");
     auto file = std::make_unique<std::ifstream>(path, std::ios::binary);
-    if (!*file) Fail(path, std::generic_category().message(errno));
+    if (!*file) {
+      const std::string reason = std::generic_category().message(errno);
+      Fail(path, reason, reason);
+    }
     plain = std::make_unique<PlainSource>(path, std::move(file));
   }
   if (plain->StartsWith(kXzMagic) || path.ends_with(".xz")) return std::make_unique<XzSource>(std::move(plain));

@@ -55,8 +55,7 @@ int64_t ImportInventory::ProductOf(const Movement& movement) {
 }
 
 int64_t ImportInventory::PartnerOf(const Movement& movement) {
-  if (movement.partner.empty()) return 0;
-  Partner& partner = partners_[movement.partner];
+  Partner& partner = partners_[movement.partner.empty() ? nobody_ : movement.partner];
   if (partner.id == 0) partner.id = static_cast<int64_t>(partners_.size());
   (movement.direction == Direction::Receipt ? partner.supplies : partner.buys) = true;
   return partner.id;
@@ -125,10 +124,8 @@ void ImportInventory::EnterBalances(const Movement& movement, const LineRecord& 
   const int month = MonthOf(movement.date);
   const StockSums sums{line.quantity, line.quantity2, line.amount};
   depots_.Enter(movement.direction, kDepot, line.product_id, month, sums);
-  if (line.partner_id != 0) {
-    BalanceBook& partners = movement.direction == Direction::Receipt ? suppliers_ : customers_;
-    partners.Enter(movement.direction, line.partner_id, line.product_id, month, sums);
-  }
+  BalanceBook& partners = movement.direction == Direction::Receipt ? suppliers_ : customers_;
+  partners.Enter(movement.direction, line.partner_id, line.product_id, month, sums);
   if (line.project_id != 0) project_stocks_.Enter(movement.direction, line.project_id, line.product_id, month, sums);
 }
 

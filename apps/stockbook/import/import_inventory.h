@@ -12,12 +12,15 @@
 namespace stockbook::app {
 
 // Builds an inventory from movements: one bill for each bill number, time, partner, project and direction; products,
-// partners and projects as they occur, numbered from 1; one depot, 总库; one period for each month that occurs, and
-// an initial one without bills before them; the balance tables from the lines. Lines are written at once; master
-// records, bill keys and balances stay in memory until the end.
+// partners and projects as they occur, numbered from 1; a partner (无客户), or (无供应商) of a table of receipts, for
+// lines that name none, which would be in no partner's journal otherwise; one depot, 总库; one period for each month
+// that occurs, and an initial one without bills before them; the balance tables from the lines. Lines are written at
+// once; master records, bill keys and balances stay in memory until the end.
 class ImportInventory {
  public:
-  explicit ImportInventory(InventoryWriter& writer) : writer_(writer) {}
+  // The direction of the table names the partner of lines without one.
+  explicit ImportInventory(InventoryWriter& writer, Direction direction = Direction::Issue)
+      : writer_(writer), nobody_(direction == Direction::Receipt ? "(无供应商)" : "(无客户)") {}
 
   void Add(const Movement& movement);
   // Writes what is known only at the end. The writer's Finish is left to the caller.
@@ -50,6 +53,7 @@ class ImportInventory {
   void WriteMasters();
 
   InventoryWriter& writer_;
+  std::string nobody_;
   std::unordered_map<std::string, int64_t> bills_;
   std::unordered_map<std::string, Product> products_;
   std::unordered_map<std::string, Partner> partners_;

@@ -2,9 +2,12 @@
 #include "stockbook/import/import_mapping.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "stockbook/command/command_line.h"
+#include "stockbook/import/import_number.h"
+#include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
 namespace {
@@ -25,7 +28,24 @@ std::string Listed(const std::vector<std::string_view>& header) {
   return header.size() > kMost ? list + ", ..." : list;
 }
 
+// What to do about a header line that another delimiter would have split.
+std::string DelimiterHint(const std::vector<std::string_view>& header) {
+  if (header.size() != 1) return ".";
+  for (const auto& [delimiter, name] : {std::pair{';', "';'"}, {'\t', "tab"}, {'|', "'|'"}, {',', "','"}}) {
+    if (header.front().find(delimiter) != std::string_view::npos)
+      return ", all in one field: the delimiter is wrong, give --delimiter " + std::string(name) + ".";
+  }
+  return ".";
+}
+
 }  // namespace
+
+ImportMapping::ImportMapping(const Positions& positions) {
+  for (size_t field = 0; field < kImportFieldCount; ++field) {
+    is_mapped_[field] = positions[field].has_value();
+    columns_[field] = positions[field].value_or(0);
+  }
+}
 
 ImportMapping::ImportMapping(const std::vector<std::string>& texts) {
   for (const std::string& text : texts) {
@@ -53,17 +73,22 @@ void ImportMapping::Read(std::string_view text) {
   auto& name = names_[static_cast<size_t>(found - kFieldNames.begin())];
   if (name) throw UsageError("The mapping names " + std::string(key) + " twice; name it once.");
   name = column;
+  is_mapped_[static_cast<size_t>(found - kFieldNames.begin())] = true;
 }
 
 void ImportMapping::Locate(const std::vector<std::string_view>& header) {
   column_count_ = header.size();
   for (size_t field = 0; field < kImportFieldCount; ++field) {
+    if (is_mapped_[field] && !names_[field] && columns_[field] >= header.size()) {
+      throw TableError({"The table has only " + std::to_string(header.size()) + " columns; choose others.",
+                        "表只有 " + std::to_string(header.size()) + " 列，请重新选定各列的含义。"});
+    }
     if (!names_[field]) continue;
-    const auto matches = [&](std::string_view name) { return base::TrimBlanks(name) == *names_[field]; };
+    const auto matches = [&](std::string_view name) { return TrimWideBlanks(name) == *names_[field]; };
     const auto found = std::find_if(header.begin(), header.end(), matches);
     if (found == header.end()) {
       throw UsageError("The table has no column '" + *names_[field] + "' for " + std::string(kFieldNames[field]) +
-                       "; it has " + Listed(header) + ".");
+                       "; it has " + Listed(header) + DelimiterHint(header));
     }
     if (std::any_of(found + 1, header.end(), matches)) {
       throw UsageError("The table has two columns '" + *names_[field] +
@@ -75,7 +100,7 @@ void ImportMapping::Locate(const std::vector<std::string_view>& header) {
 
 std::string_view ImportMapping::Text(ImportField field, const std::vector<std::string_view>& fields) const {
   if (!Has(field)) return {};
-  return base::TrimBlanks(fields[columns_[static_cast<size_t>(field)]]);
+  return TrimWideBlanks(fields[columns_[static_cast<size_t>(field)]]);
 }
 
 }  // namespace stockbook::app

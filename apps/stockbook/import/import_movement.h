@@ -7,8 +7,10 @@
 
 #include "base/date.h"
 #include "base/money.h"
-#include "stockbook/import/csv_reader.h"
 #include "stockbook/import/import_mapping.h"
+#include "stockbook/import/import_number.h"
+#include "stockbook/import/import_sentence.h"
+#include "stockbook/import/table_reader.h"
 #include "stockbook/inventory/inventory_records.h"
 
 namespace stockbook::app {
@@ -27,8 +29,8 @@ enum class SkipReason {
 };
 inline constexpr size_t kSkipReasonCount = 9;
 
-// The reason in a few words for the summary line: "no date".
-std::string_view SkipReasonText(SkipReason reason);
+// The reason in a few words for a summary: "no date" and 日期有误.
+ImportSentence SkipReasonText(SkipReason reason);
 
 // One parsed and validated line of the table. Texts are well-formed UTF-8.
 struct Movement {
@@ -46,20 +48,23 @@ struct Movement {
 };
 
 // Reads records as movements of one direction. A quantity of 0 is imported as a movement of nothing with the amount 0;
-// an empty partner or project means none; without a price column the price is 0.
+// an empty partner or project means none; without a price column the price is 0. The mapping must outlive the reader.
 class MovementReader {
  public:
-  MovementReader(const ImportMapping& mapping, Direction direction) : mapping_(mapping), direction_(direction) {}
+  MovementReader(const ImportMapping& mapping, Direction direction, DecimalMark mark = DecimalMark::kPoint)
+      : mapping_(mapping), direction_(direction), mark_(mark) {}
 
   // Fills `movement` and returns nothing, or returns the reason why not; `explanation` then gives it for this line.
-  std::optional<SkipReason> Read(const CsvRecord& record, Movement& movement, std::string& explanation) const;
+  std::optional<SkipReason> Read(const CsvRecord& record, Movement& movement, ImportSentence& explanation) const;
 
  private:
-  std::optional<SkipReason> CheckShape(const CsvRecord& record, std::string& explanation) const;
-  std::optional<SkipReason> ReadNumbers(const CsvRecord& record, Movement& movement, std::string& explanation) const;
+  std::optional<SkipReason> CheckShape(const CsvRecord& record, ImportSentence& explanation) const;
+  std::optional<SkipReason> ReadNumbers(const CsvRecord& record, Movement& movement, ImportSentence& explanation) const;
+  std::optional<ScaledDecimal> ReadDecimal(std::string_view text, bool& is_ambiguous) const;
 
   const ImportMapping& mapping_;
   Direction direction_;
+  DecimalMark mark_;
 };
 
 }  // namespace stockbook::app
