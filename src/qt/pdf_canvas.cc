@@ -14,7 +14,7 @@ namespace stockbook::qt {
 namespace {
 
 constexpr double kPointsPerPixel = 72.0 / 96.0;
-constexpr std::string_view kEllipsis = "…";
+constexpr std::string_view kDots = "…";
 
 // Appends a number and a blank.
 void Append(QByteArray& commands, int number) {
@@ -183,7 +183,7 @@ void PdfCanvas::DrawLine(PdfFont& font, const sheet::TextItem& item) {
 // Drops glyphs from the end until the rest and an ellipsis fit.
 void PdfCanvas::Shorten(PdfFont& font, double& width, double most) {
   std::vector<PdfGlyph> dots;
-  const double dots_width = font.Lay(kEllipsis, dots);
+  const double dots_width = font.Lay(kDots, dots);
   double end = width;
   while (!glyphs_.empty() && end + dots_width > most) {
     end = glyphs_.back().x;

@@ -20,7 +20,7 @@
 namespace stockbook::qt {
 namespace {
 
-constexpr size_t kCharacters = 0x40000;  // the toolkit lays out texts with symbols and tags beyond
+constexpr size_t kLookedUp = 0x40000;  // the toolkit lays out texts with symbols and tags beyond
 
 // The objects of a PDF that the toolkit wrote: it has one table of their places, at its end.
 class ToolkitPdf {
@@ -204,7 +204,7 @@ PdfFont::PdfFont(const platform::Font& font, double scale, PdfFaces& faces)
       raw_font_(QRawFont::fromFont(qfont_)),
       faces_(faces),
       line_height_(LineHeight(qfont_)),
-      pages_(kCharacters / kPageSize) {
+      pages_(kLookedUp / kPageSize) {
   ascent_ = std::ceil(QFontMetricsF(qfont_).ascent());
 }
 
@@ -222,7 +222,7 @@ double PdfFont::Lay(std::string_view text, std::vector<PdfGlyph>& glyphs) {
 }
 
 const PdfFont::Character* PdfFont::Find(char32_t character) {
-  if (character >= kCharacters) return nullptr;
+  if (character >= kLookedUp) return nullptr;
   std::unique_ptr<Page>& page = pages_[character / kPageSize];
   if (page == nullptr) page = std::make_unique<Page>();
   Character& known = (*page)[character % kPageSize];

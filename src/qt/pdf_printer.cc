@@ -13,7 +13,7 @@
 namespace stockbook::qt {
 namespace {
 
-constexpr double kPixelsPerPoint = 96.0 / 72.0;
+constexpr double kPixelsInPoint = 96.0 / 72.0;
 
 class PdfPages {
  public:
@@ -24,7 +24,7 @@ class PdfPages {
         out_(out),
         file_(out),
         resources_(file_),
-        painter_(sheet, {area_.width() * kPixelsPerPoint, area_.height() * kPixelsPerPoint}, document.words,
+        painter_(sheet, {area_.width() * kPixelsInPoint, area_.height() * kPixelsInPoint}, document.words,
                  document.setup) {}
 
   bool Write(const PageProgress& progress) {
