@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/paper/journal_files.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QPixmap>
+#include <cerrno>
+#include <memory>
+#include <sstream>
+
+#include "platform/error.h"
+#include "qt/text.h"
+#include "sheet/grid_sheet.h"
+#include "stockbook/command/command_line.h"
+#include "stockbook/command/journal_export.h"
+#include "stockbook/command/output_check.h"
+#include "stockbook/command/output_file.h"
+
+namespace stockbook::app {
+namespace {
+
+// What they say is translated as the texts of classes are.
+class FilesText {
+  Q_DECLARE_TR_FUNCTIONS(JournalFiles)
+};
+
+// Spreadsheet programs take a file for UTF-8 by this mark alone.
+bool WriteTable(const JournalFileRequest& request, std::ostream& out) {
+  out << "\xEF\xBB\xBF";
+  WriteSeparated(request.journal.sheet(), ExportColumns::kVisible, ',', out);
+  return static_cast<bool>(out);
+}
+
+bool WritePages(const JournalFileRequest& request, std::ostream& out) {
+  const auto aside = request.journal.control().SetHotRowAside();
+  sheet::Sheet& sheet = request.journal.sheet();
+  return qt::WritePdf(sheet, DocumentFor(sheet, request.paper, request.heading), out, request.progress);
+}
+
+// As it is on the screen, in its pixels.
+bool WriteView(const JournalFileRequest& request, std::ostream& out) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!request.journal.grab().save(&buffer, "PNG"))
+    throw platform::Error("export", qt::FromQString(FilesText::tr("画面太大，做不成图片；请缩小窗口后再试。")));
+  out.write(bytes.constData(), bytes.size());
+  return static_cast<bool>(out);
+}
+
+// Why the system refuses a file, and what to do.
+QString ReasonOf(const platform::Error& error) {
+  switch (error.native_code()) {
+    case EACCES:
+    case EPERM:
+      return FilesText::tr("没有写入的权限；请换一个文件夹");
+    case EROFS:
+      return FilesText::tr("这个磁盘是只读的；请换一个文件夹");
+    case ENOSPC:
+      return FilesText::tr("磁盘已满；请换一个磁盘，或腾出空间");
+    case ENOENT:
+      return FilesText::tr("没有这个文件夹；请换一个文件夹");
+    case EISDIR:
+      return FilesText::tr("它是一个文件夹；请换一个文件名");
+    case EIO:
+      return FilesText::tr("磁盘已满或出错；请换一个磁盘");
+    default:
+      return qt::ToQString(error.what());
+  }
+}
+
+[[noreturn]] void FailToWrite(const std::string& path, const QString& reason) {
+  throw platform::Error("export",
+                        qt::FromQString(FilesText::tr("文件“%1”没有写成：%2。").arg(qt::ToQString(path), reason)));
+}
+
+}  // namespace
+
+std::vector<JournalFileFormat> JournalFileFormats() {
+  return {
+      {QStringLiteral("csv"), FilesText::tr("CSV 表格"), WriteTable},
+      {QStringLiteral("pdf"), FilesText::tr("PDF 文件"), WritePages},
+      {QStringLiteral("png"), FilesText::tr("PNG 图片，当前画面"), WriteView},
+  };
+}
+
+FileOutcome WriteWholeFile(const std::string& path, const std::string& input,
+                           const std::function<bool(std::ostream& out)>& write) {
+  try {
+    CheckOutput(path, input, Replaces::kNoInventory);
+  } catch (const UsageError&) {
+    FailToWrite(path, FilesText::tr("它是数据库，或属于数据库，不能覆盖；请换一个文件名"));
+  }
+  std::ostringstream unused;
+  const auto open = [&]() -> std::unique_ptr<OutputFile> {
+    try {
+      return std::make_unique<OutputFile>(path, unused);
+    } catch (const platform::Error& error) {
+      FailToWrite(path, ReasonOf(error));
+    }
+  };
+  const std::unique_ptr<OutputFile> file = open();
+  const bool whole = write(file->stream());
+  if (!whole && file->stream()) return FileOutcome::kCancelled;
+  try {
+    file->Commit();
+  } catch (const platform::Error& error) {
+    FailToWrite(path, ReasonOf(error));
+  }
+  return FileOutcome::kWritten;
+}
+
+}  // namespace stockbook::app
