@@ -60,7 +60,7 @@ std::string JournalHeading::FileName() const {
   std::string name;
   for (const char c : Journal() + " " + facts_.caption + " " + RangeWords()) {
     const bool refused =
-        static_cast<unsigned char>(c) < 0x20 || std::string_view("\\/:*?\"<>|[]{}").find(c) != std::string_view::npos;
+        static_cast<unsigned char>(c) < 0x20 || std::string_view("\\/:*?\"<>|[]{}.").find(c) != std::string_view::npos;
     if (!refused) name += c;
     if ((refused || c == ' ') && !name.empty() && name.back() != ' ') name += ' ';
   }
