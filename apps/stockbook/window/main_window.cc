@@ -58,7 +58,9 @@ MainWindow::MainWindow(QWidget* parent)
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
+      paper_(new PaperActions({*this, *stockbook_, [this] { return Heading(); }, [this] { return file_; }}, this)),
       message_(new MessageLine),
+      coverage_(new CoverageLabel),
       row_count_(new QLabel),
       progress_(new QProgressBar) {
   auto* desk = new QWidget;
@@ -90,12 +92,14 @@ void MainWindow::BuildStatusLine() {
   progress_->hide();
   statusBar()->addWidget(message_, 1);
   statusBar()->addPermanentWidget(progress_);
+  statusBar()->addPermanentWidget(coverage_);
   statusBar()->addPermanentWidget(row_count_);
 }
 
 void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(paper_, &PaperActions::Told, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
@@ -185,6 +189,8 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  if (report.loaded) coverage_->Tell(*connection_, options);
+  if (!shown_) coverage_->hide();
   UpdateTitle();
   stockbook_->setFocus();
   return report;
@@ -241,13 +247,12 @@ void MainWindow::TakeNotice(const QString& message) {
   }
 }
 
-void MainWindow::UpdateTitle() {
-  QString title = QStringLiteral("库存台账");
-  if (!database_.empty()) title = file_.empty() ? qt::ToQString(database_) : QFileInfo(qt::ToQString(file_)).fileName();
-  const QString caption = qt::ToQString(stockbook_->control().Caption());
-  if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
-  setWindowTitle(title);
+JournalHeading MainWindow::Heading() {
+  const control::Stockbook& control = stockbook_->control();
+  return HeadingOf(stockbook_->sheet(), control.JournalType(), control.Caption(), file_.empty() ? database_ : file_);
 }
+
+void MainWindow::UpdateTitle() { setWindowTitle(qt::ToQString(Heading().WindowTitle())); }
 
 void MainWindow::BuildMenus() {
   BuildFileMenu();
@@ -258,6 +263,13 @@ void MainWindow::BuildFileMenu() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
   QAction* open = file->addAction(QStringLiteral("打开数据库(&O)..."), this, &MainWindow::ChooseDatabase);
   open->setShortcut(QKeySequence::Open);
+  file->addSeparator();
+  file->addAction(tr("打印预览(&V)..."), paper_, &PaperActions::Preview)
+      ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
+  file->addAction(tr("打印(&P)..."), paper_, &PaperActions::Print)->setShortcut(QKeySequence::Print);
+  file->addAction(tr("页面设置(&U)..."), paper_, &PaperActions::SetUpPage);
+  file->addAction(tr("导出(&E)..."), paper_, &PaperActions::Export)
+      ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
   file->addSeparator();
   QAction* quit = file->addAction(QStringLiteral("退出(&X)"), this, &QWidget::close);
   quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

@@ -11,7 +11,9 @@
 #include "journal/subject_keys.h"
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
+#include "stockbook/paper/paper_actions.h"
 #include "stockbook/window/column_memory.h"
+#include "stockbook/window/coverage_label.h"
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_desk.h"
@@ -43,6 +45,10 @@ class MainWindow : public QMainWindow {
   JournalBar& bar() { return *bar_; }
   FindBar& find_bar() { return *find_bar_; }
   const MessageLine& message() const { return *message_; }
+  PaperActions& paper() { return *paper_; }
+  const CoverageLabel& coverage() const { return *coverage_; }
+  // What titles and pages say of the journal that is shown.
+  JournalHeading Heading();
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -79,7 +85,9 @@ class MainWindow : public QMainWindow {
   qt::StockbookWidget* stockbook_;
   FindBar* find_bar_;
   std::unique_ptr<WindowColours> colours_;
+  PaperActions* paper_;
   MessageLine* message_;
+  CoverageLabel* coverage_;
   QLabel* row_count_;
   QProgressBar* progress_;
 };
