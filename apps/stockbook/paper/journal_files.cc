@@ -3,6 +3,9 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
 #include <QPixmap>
 #include <cerrno>
 #include <memory>
@@ -37,12 +40,39 @@ bool WritePages(const JournalFileRequest& request, std::ostream& out) {
   return qt::WritePdf(sheet, DocumentFor(sheet, request.paper, request.heading), out, request.progress);
 }
 
-// As it is on the screen, in its pixels.
+// The view in the pixels of the screen, below two lines that say what it is of.
+QImage ViewBelowHeading(const JournalFileRequest& request) {
+  constexpr int kGap = 6;
+  const QImage view = request.journal.grab().toImage();
+  const double ratio = view.devicePixelRatio();
+  const QFontMetrics metrics(request.journal.font());
+  const int line = metrics.lineSpacing() + kGap;
+  const QSize room = (QSizeF(view.size()) / ratio).toSize();
+  QImage picture((QSizeF(room.width(), room.height() + 2 * line) * ratio).toSize(), QImage::Format_RGB32);
+  if (picture.isNull()) return picture;
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(request.journal.palette().color(QPalette::Window));
+  QPainter painter(&picture);
+  painter.setFont(request.journal.font());
+  painter.setPen(request.journal.palette().color(QPalette::WindowText));
+  const QRect first(kGap, 0, room.width() - 2 * kGap, line);
+  const QRect second = first.translated(0, line);
+  const auto draw = [&](const QRect& rect, Qt::Alignment side, const std::string& words) {
+    const QString text = metrics.elidedText(qt::ToQString(words), Qt::ElideRight, rect.width());
+    painter.drawText(rect, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, text);
+  };
+  draw(first, Qt::AlignLeft, request.heading.Page());
+  draw(second, Qt::AlignLeft, request.heading.Range() + "　" + request.heading.Source());
+  draw(second, Qt::AlignRight, request.heading.Made());
+  painter.drawImage(0, 2 * line, view);
+  return picture;
+}
+
 bool WriteView(const JournalFileRequest& request, std::ostream& out) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  if (!request.journal.grab().save(&buffer, "PNG"))
+  if (!ViewBelowHeading(request).save(&buffer, "PNG"))
     throw platform::Error("export", qt::FromQString(FilesText::tr("画面太大，做不成图片；请缩小窗口后再试。")));
   out.write(bytes.constData(), bytes.size());
   return static_cast<bool>(out);

@@ -117,6 +117,16 @@ void PaperActions::AskForPrinter(QWidget* parent) {
 
 bool PaperActions::PrintTo(QPrinter& printer) {
   if (!HasJournal()) return false;
+  const bool whole_pdf = printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty() &&
+                         printer.printRange() == QPrinter::AllPages && printer.copyCount() == 1;
+  if (!whole_pdf) return PrintPages(printer);
+  PaperChoice choice = choice_;
+  choice.page = printer.pageLayout();
+  const std::vector<JournalFileFormat> formats = JournalFileFormats();
+  return WriteFile(printer.outputFileName(), FormatOf(formats, QStringLiteral("x.pdf"), {}), choice);
+}
+
+bool PaperActions::PrintPages(QPrinter& printer) {
   const auto aside = window_.journal.control().SetHotRowAside();
   sheet::GridSheet& sheet = window_.journal.sheet();
   PaperProgress progress(Front(), patience_ms_);
@@ -177,9 +187,12 @@ void PaperActions::AskForFile(const QString& suffix, QWidget* parent) {
 }
 
 bool PaperActions::ExportTo(const QString& path, const JournalFileFormat& format) {
-  if (!HasJournal()) return false;
+  return HasJournal() && WriteFile(path, format, choice_);
+}
+
+bool PaperActions::WriteFile(const QString& path, const JournalFileFormat& format, const PaperChoice& choice) {
   PaperProgress progress(Front(), patience_ms_);
-  const JournalFileRequest request{window_.journal, window_.heading(), choice_, progress.Telling()};
+  const JournalFileRequest request{window_.journal, window_.heading(), choice, progress.Telling()};
   try {
     const auto write = [&](std::ostream& out) { return format.write(request, out); };
     const FileOutcome outcome = WriteWholeFile(qt::FromQString(path), window_.input(), write);

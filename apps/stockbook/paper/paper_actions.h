@@ -50,7 +50,8 @@ class PaperActions : public QObject {
   void Export();
   // Writes the file in the way of its ending, or else as the format; returns whether it is there.
   bool ExportTo(const QString& path, const JournalFileFormat& format);
-  // Prints all pages, or those that the printer was told; returns whether they are printed.
+  // Prints all pages, or those that the printer was told; returns whether they are printed. A printer that makes a PDF
+  // of them all is spared: the file is written as an export is, in a fraction of the time.
   bool PrintTo(QPrinter& printer);
 
  signals:
@@ -62,6 +63,8 @@ class PaperActions : public QObject {
   // What dialogs belong to: the preview while it is open.
   QWidget* Front();
   void SetChoice(const PaperChoice& choice);
+  bool WriteFile(const QString& path, const JournalFileFormat& format, const PaperChoice& choice);
+  bool PrintPages(QPrinter& printer);
   void AskForFile(const QString& suffix, QWidget* parent);
   void AskForPrinter(QWidget* parent);
   void Fail(const QString& message);
