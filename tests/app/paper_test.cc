@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPrinter>
@@ -152,7 +153,10 @@ TEST_F(PaperOfTheWindow, AsksForAFileAndWritesWhatItsEndingSays) {
   auto* dialog = Shown<QFileDialog>();
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(dialog->nameFilters().size(), static_cast<qsizetype>(JournalFileFormats().size()));
-  dialog->selectFile(FileOf("journal.pdf"));
+  auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  ASSERT_NE(name, nullptr);
+  EXPECT_TRUE(name->text().startsWith(QStringLiteral("商品台账 商品"))) << name->text().toStdString();
+  name->setText(FileOf("journal.pdf"));
   QMetaObject::invokeMethod(dialog, "accept");
   EXPECT_TRUE(ReadAll(PathOf("journal.pdf")).starts_with("%PDF"));
   EXPECT_TRUE(Told().starts_with("已导出：")) << Told();
