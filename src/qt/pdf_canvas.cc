@@ -268,7 +268,7 @@ void PdfCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
     }
     const std::string name = resources_.PictureOf(*item.picture, size);
     if (name.empty()) continue;
-    PushClip(item.rect);
+    if (item.tile) PushClip(item.rect);
     for (int y = item.rect.y; y < item.rect.bottom(); y += size.height) {
       for (int x = item.rect.x; x < item.rect.right(); x += size.width) {
         commands_ += "q ";
@@ -278,7 +278,7 @@ void PdfCanvas::DrawPictures(std::span<const sheet::PictureItem> items) {
         commands_.append(name.data(), static_cast<qsizetype>(name.size())).append(" Do Q\n");
       }
     }
-    PopClip();
+    if (item.tile) PopClip();
   }
 }
 

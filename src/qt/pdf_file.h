@@ -19,7 +19,10 @@ class PdfFile {
   explicit PdfFile(std::ostream& out);
 
   // A number for an object that is to come, counted from 1.
-  int Number() { return static_cast<int>(places_.emplace_back(0), places_.size()); }
+  int Number() {
+    places_.push_back(0);
+    return static_cast<int>(places_.size());
+  }
   // "<< ... >>" or any other value.
   void Write(int number, std::string_view value);
   // `entries` of its dictionary besides the length and the filter; the data is compressed.

@@ -27,13 +27,13 @@ std::string WantedCode(const JournalOptions& options) {
   return options.journal_type == base::CustomerJournal ? std::to_string(options.dp_id) : options.dp_code;
 }
 
-struct Partners {
+struct PartnerCounts {
   int64_t listed = 0;
   int64_t left_out = 0;
 };
 
-Partners CountPartners(platform::Connection& connection, const std::string& table, std::string_view code) {
-  Partners counts;
+PartnerCounts CountPartners(platform::Connection& connection, const std::string& table, std::string_view code) {
+  PartnerCounts counts;
   for (platform::Recordset rows = connection.Execute("Select KSID, ClassCode From " + table); !rows.AtEnd();
        rows.MoveNext()) {
     const base::Value class_code = rows.FieldValue(1);
@@ -84,7 +84,7 @@ JournalCoverage ReadCoverage(platform::Connection& connection, const JournalOpti
   if (!partner || options.dp_id >= 1) return {};
   const PartnerTables tables = TablesOf(options.journal_type);
   const std::string code = WantedCode(options);
-  const Partners partners = CountPartners(connection, tables.partners, code);
+  const PartnerCounts partners = CountPartners(connection, tables.partners, code);
   JournalCoverage coverage;
   coverage.noun = tables.noun;
   if (partners.listed == 0) {

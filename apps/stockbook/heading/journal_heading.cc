@@ -17,7 +17,7 @@ namespace keys = base::keys;
 
 constexpr std::string_view kProgramName = "库存台账";
 constexpr std::array<std::string_view, 4> kJournalNames{"商品台账", "供应商台账", "客户台账", "项目台账"};
-constexpr std::string_view kNone = "(无)";
+constexpr std::string_view kMissingPart = "(无)";
 
 std::string Labelled(std::string_view label, const std::string& text) {
   return text.empty() ? std::string() : std::string(label) + text;
@@ -98,9 +98,9 @@ std::string ProductOfPartnerJournal(platform::Connection& connection, const Jour
   try {
     const platform::Recordset rows =
         connection.Execute("Select 商品名称, 商品编号, 型号, 规格, 计量单位, 计量2 From 商品设置 Where pdID=" + number);
-    if (rows.AtEnd()) return "商品:" + std::string(kNone) + "[" + number + "]";
+    if (rows.AtEnd()) return "商品:" + std::string(kMissingPart) + "[" + number + "]";
     const auto text = [&](size_t field) { return rows.FieldValue(field).Text(); };
-    const auto or_none = [](const std::string& some) { return some.empty() ? std::string(kNone) : some; };
+    const auto or_none = [](const std::string& some) { return some.empty() ? std::string(kMissingPart) : some; };
     std::string product = "商品:" + or_none(text(0)) + (text(1).empty() ? "" : "[" + text(1) + "]");
     if (!text(2).empty() || !text(3).empty())
       product += "{" + text(2) + (text(2).empty() || text(3).empty() ? "" : "\\") + text(3) + "}";

@@ -12,7 +12,7 @@
 namespace stockbook::sheet {
 namespace {
 
-constexpr double kScale = PageTarget::kScale;
+constexpr double kFineScale = PageTarget::kScale;
 // The heights of the lines beside the cells in pixels of 1/96 inch, and their text sizes.
 constexpr double kHeadingHeight = 30;
 constexpr double kBelowHeight = 20;
@@ -24,7 +24,7 @@ constexpr platform::Colour kInk = 0x00000000;
 constexpr std::string_view kBroughtForward = "承前页";
 constexpr std::string_view kCarriedForward = "过次页";
 
-int Fine(double pixels) { return static_cast<int>(std::lround(pixels * kScale)); }
+int Fine(double pixels) { return static_cast<int>(std::lround(pixels * kFineScale)); }
 
 enum class Weight { kNormal, kBold };
 
@@ -65,7 +65,7 @@ PagePainter::PagePainter(Sheet& sheet, PageRoom paper, PageWords words, PageSetu
     : paper_(paper),
       words_(std::move(words)),
       setup_(std::move(setup)),
-      layout_(sheet, kScale),
+      layout_(sheet, kFineScale),
       looks_(OnPaper(sheet.appearance())),
       plan_(layout_, CellRoom(), setup_),
       carried_(layout_, setup_) {}
@@ -76,7 +76,8 @@ double PagePainter::HeadHeight() const {
 
 // In pixels of the layout.
 PageRoom PagePainter::CellRoom() const {
-  return {std::max(1.0, paper_.width * kScale), std::max(1.0, (paper_.height - HeadHeight() - kFooterHeight) * kScale)};
+  return {std::max(1.0, paper_.width * kFineScale),
+          std::max(1.0, (paper_.height - HeadHeight() - kFooterHeight) * kFineScale)};
 }
 
 void PagePainter::Paint(int page, PageTarget& target) {
@@ -116,8 +117,8 @@ void PagePainter::PaintCells(int page, PageTarget& target) {
   // A row higher than the page does not reach into the footer line.
   const auto paint = [&](int height, const std::function<void(Canvas&)>& painting) {
     const double left = (paper_.height - kFooterHeight - y) / plan_.zoom();
-    if (left > 0) target.Paint({0, y, plan_.zoom()}, {all.width / kScale / plan_.zoom(), left}, painting);
-    y += height / kScale * plan_.zoom();
+    if (left > 0) target.Paint({0, y, plan_.zoom()}, {all.width / kFineScale / plan_.zoom(), left}, painting);
+    y += height / kFineScale * plan_.zoom();
   };
   const auto cells = [&](const Rect& area) {
     return [this, area](Canvas& canvas) { sheet::Paint(Snapshot::OnPaper(layout_.view(), area, looks_), canvas); };
@@ -131,7 +132,7 @@ void PagePainter::PaintCells(int page, PageTarget& target) {
   } else {
     paint(caption, cells({0, 0, size.width, caption}));
     paint(line, carried(kBroughtForward, shown.rows.first));
-    y -= caption / kScale * plan_.zoom();
+    y -= caption / kFineScale * plan_.zoom();
     paint(size.height, cells({0, caption, size.width, size.height - caption}));
   }
   if (line > 0 && plan_.GoesOnAfter(page)) paint(line, carried(kCarriedForward, shown.rows.last));
