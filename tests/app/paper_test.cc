@@ -97,6 +97,12 @@ TEST_F(PaperOfTheWindow, IsShownBeforeItIsPrintedPageByPage) {
   EXPECT_EQ(preview->page(), preview->PageCount() - 1) << "there is none after the last one";
   ActionOf(*preview, QKeySequence(Qt::CTRL | Qt::Key_Home))->trigger();
   EXPECT_EQ(preview->view().picture().toImage(), first);
+  preview->activateWindow();
+  ActionOf(*preview, QKeySequence(Qt::CTRL | Qt::Key_G))->trigger();
+  QWidget* number = preview->focusWidget();
+  ASSERT_NE(number, nullptr);
+  Press(number, Qt::Key_Up);
+  EXPECT_EQ(preview->page(), 1) << "the field of the number has the keys";
   Press(preview, Qt::Key_Escape);
   EXPECT_EQ(Shown<PrintPreview>(), nullptr);
 }

@@ -57,7 +57,8 @@ PrintPreview::PrintPreview(qt::StockbookWidget& journal, JournalHeading heading,
   const QSize room = screen() == nullptr ? kWantedSize : screen()->availableSize() * 9 / 10;
   resize(kWantedSize.boundedTo(room));
   LayOut();
-  number_->setFocus();
+  // Not the field of the page's number, which would keep some of the keys to itself.
+  area_->setFocus();
   // A host may load again all the same.
   connect(&journal_, &qt::StockbookWidget::AfterLoaded, this, &PrintPreview::LayOut);
 }
@@ -85,6 +86,13 @@ void PrintPreview::BuildPageTools(QToolBar& tools) {
   connect(number_, &QSpinBox::valueChanged, this, &PrintPreview::ShowPage);
   tools.addWidget(number_);
   tools.addWidget(count_);
+  auto* go = new QAction(tr("转到页"), this);
+  go->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_G));
+  connect(go, &QAction::triggered, number_, [this] {
+    number_->setFocus();
+    number_->selectAll();
+  });
+  addAction(go);
   AddTool(tools, tr("下一页"), QKeySequence(Qt::Key_PageDown), [this] { GoTo(page() + 1); });
   AddTool(tools, tr("末页"), QKeySequence(Qt::CTRL | Qt::Key_End), [this] { GoTo(PageCount() - 1); });
 }
