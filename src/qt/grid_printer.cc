@@ -2,98 +2,90 @@
 #include "qt/grid_printer.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
-#include "qt/colour.h"
 #include "qt/text.h"
-#include "sheet/paint/painter.h"
-#include "sheet/paint/snapshot.h"
 
 namespace stockbook::qt {
 namespace {
 
-// Pixels of the sheet per pixel of 1/96 inch: fine enough for every printer, whatever the painter's units are.
-constexpr double kScale = 8;
-// The heights of the header and footer lines in pixels of 1/96 inch, and their text sizes.
-constexpr double kHeadingHeight = 30;
-constexpr double kFooterHeight = 24;
-constexpr double kHeadingSize = 1.2;
-constexpr double kFooterSize = 0.9;
-constexpr platform::Colour kInk = 0x00000000;
+constexpr double kPixelsPerInch = 96;
 
-int Fine(double pixels) { return static_cast<int>(std::lround(pixels * kScale)); }
+double UnitOf(const Paper& paper) { return paper.dpi / kPixelsPerInch; }
 
-enum class Weight { kNormal, kBold };
-
-platform::Font Sized(platform::Font font, double factor, Weight weight) {
-  font.size_pt *= factor;
-  font.bold = weight == Weight::kBold;
-  return font;
+sheet::PageRoom RoomOn(const Paper& paper) {
+  const QSizeF pixels = paper.area.size() / UnitOf(paper);
+  return {pixels.width(), pixels.height()};
 }
+
+sheet::PageWords HeadedBy(const QString& heading) {
+  sheet::PageWords words;
+  words.heading = FromQString(heading.simplified());
+  return words;
+}
+
+// A page on a painter whose origin and unit are the page's.
+class PainterPage : public sheet::PageTarget {
+ public:
+  PainterPage(QPainter& painter, GlyphFonts& fonts) : painter_(painter), fonts_(fonts) {}
+
+  void Paint(const sheet::PagePlace& place, const sheet::PageRoom& room,
+             const std::function<void(sheet::Canvas&)>& paint) override {
+    painter_.save();
+    painter_.translate(place.x, place.y);
+    painter_.scale(place.zoom, place.zoom);
+    painter_.setClipRect(QRectF(0, 0, room.width, room.height), Qt::IntersectClip);
+    {
+      QtCanvas canvas(painter_, fonts_, kScale);
+      paint(canvas);
+    }
+    painter_.restore();
+  }
+
+ private:
+  QPainter& painter_;
+  GlyphFonts& fonts_;
+};
 
 }  // namespace
 
-GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading)
-    : paper_(paper), heading_(FromQString(heading.simplified())), layout_(sheet, kScale), plan_(layout_, Room()) {}
+GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading)
+    : GridPrinter(sheet, paper, HeadedBy(heading), {}) {}
 
-sheet::Appearance GridPrinter::Looks() const {
-  sheet::Appearance looks = layout_.sheet().appearance();
-  if (IsDark(ToQColor(looks.Of(platform::GridColour::kBackColor)))) looks.palette() = sheet::Palette();
-  return looks;
-}
-
-sheet::PageRoom GridPrinter::Room() const {
-  const QSizeF pixels = paper_.area.size() / Unit();
-  return {std::max(1.0, pixels.width() * kScale),
-          std::max(1.0, (pixels.height() - kHeadingHeight - kFooterHeight) * kScale)};
-}
+GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup)
+    : paper_(paper), pages_(sheet, RoomOn(paper), std::move(words), std::move(setup)) {}
 
 void GridPrinter::PaintPage(QPainter& painter, int page) {
   if (page < 0 || page >= PageCount()) return;
   painter.save();
   painter.setClipRect(paper_.area, Qt::IntersectClip);
   painter.translate(paper_.area.topLeft());
-  painter.scale(Unit(), Unit());
-  PaintFrame(painter, page);
-  painter.translate(0, kHeadingHeight);
-  // A row higher than the page does not reach into the footer line.
-  const sheet::PageRoom room = Room();
-  painter.setClipRect(QRectF(0, 0, room.width / kScale, room.height / kScale), Qt::IntersectClip);
-  painter.scale(plan_.zoom(), plan_.zoom());
-  PaintCells(painter, page);
+  painter.scale(UnitOf(paper_), UnitOf(paper_));
+  PainterPage target(painter, fonts_);
+  pages_.Paint(page, target);
   painter.restore();
 }
 
-void GridPrinter::PaintFrame(QPainter& painter, int page) {
-  const QSizeF pixels = paper_.area.size() / Unit();
-  QtCanvas canvas(painter, fonts_, kScale);
-  const platform::Font& font = layout_.sheet().appearance().font;
-  const int width = Fine(pixels.width());
-  const std::string number = FromQString(QStringLiteral("第 %1 页 共 %2 页").arg(page + 1).arg(PageCount()));
-  const sheet::TextItem heading{heading_, {0, 0, width, Fine(kHeadingHeight)}, sheet::HorizontalAlign::kLeft};
-  const sheet::TextItem footer{
-      number, {0, Fine(pixels.height() - kFooterHeight), width, Fine(kFooterHeight)}, sheet::HorizontalAlign::kRight};
-  canvas.DrawTexts(Sized(font, kHeadingSize, Weight::kBold), kInk, {&heading, 1});
-  canvas.DrawTexts(Sized(font, kFooterSize, Weight::kNormal), kInk, {&footer, 1});
+bool PrintPages(GridPrinter& printer, QPainter& painter, QPagedPaintDevice& device, sheet::Span pages,
+                const PageProgress& progress) {
+  const int last = std::min(pages.last, printer.PageCount());
+  for (int page = pages.first; page < last; ++page) {
+    if (page > pages.first && !device.newPage()) return false;
+    printer.PaintPage(painter, page);
+    if (progress && !progress(page - pages.first + 1, last - pages.first)) return false;
+  }
+  return true;
 }
 
-void GridPrinter::PaintCells(QPainter& painter, int page) {
-  const sheet::PagePlan::Page shown = plan_.At(page);
-  layout_.Show(shown.rows, shown.columns);
-  QtCanvas canvas(painter, fonts_, kScale);
-  sheet::Paint(sheet::Snapshot::OnPaper(layout_.view(), Looks()), canvas);
+Paper PaperOf(const QPagedPaintDevice& device) {
+  return {QRectF(0, 0, device.width(), device.height()), static_cast<double>(device.logicalDpiX())};
 }
 
 bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device) {
   QPainter painter;
   if (!painter.begin(&device)) return false;
-  const QRectF area(0, 0, device.width(), device.height());
-  GridPrinter printer(sheet, {area, static_cast<double>(device.logicalDpiX())}, heading);
-  for (int page = 0; page < printer.PageCount(); ++page) {
-    if (page > 0 && !device.newPage()) return false;
-    printer.PaintPage(painter, page);
-  }
-  return painter.end();
+  GridPrinter printer(sheet, PaperOf(device), heading);
+  return PrintPages(printer, painter, device, {0, printer.PageCount()}) && painter.end();
 }
 
 }  // namespace stockbook::qt

@@ -5,11 +5,10 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
-#include <string>
+#include <functional>
 
 #include "qt/canvas.h"
-#include "sheet/print/page_plan.h"
-#include "sheet/print/paper_layout.h"
+#include "sheet/print/page_painter.h"
 
 namespace stockbook::qt {
 
@@ -19,35 +18,38 @@ struct Paper {
   double dpi = 96;
 };
 
-// Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. Each page has the
-// heading, the column captions, as many rows as fit (see sheet::PagePlan) and its page number. Folded periods and
-// hidden columns are left out, and the selection is not shown. A dark sheet is printed in light colours. Views of the
-// sheet are not affected. A GridPrinter is valid until the sheet changes.
+// Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. See
+// sheet::PagePainter for what is on a page. For a PDF of many pages PdfPrinter is faster. A GridPrinter is valid until
+// the sheet changes.
 class GridPrinter {
  public:
-  GridPrinter(sheet::Sheet& sheet, const Paper& paper, QString heading);
+  GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading);
+  GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup);
 
-  int PageCount() const { return plan_.PageCount(); }
+  int PageCount() const { return pages_.PageCount(); }
   // The rows and columns on the page; pages count from 0.
-  sheet::PagePlan::Page PageAt(int page) const { return plan_.At(page); }
+  sheet::PagePlan::Page PageAt(int page) const { return pages_.PageAt(page); }
+  // The factor by which the cells are scaled down.
+  double zoom() const { return pages_.zoom(); }
   // Restores the painter's state afterwards.
   void PaintPage(QPainter& painter, int page);
 
  private:
-  sheet::Appearance Looks() const;
-  sheet::PageRoom Room() const;
-  double Unit() const { return paper_.dpi / kPixelsPerInch; }
-  void PaintFrame(QPainter& painter, int page);
-  void PaintCells(QPainter& painter, int page);
-
-  static constexpr double kPixelsPerInch = 96;
-
   Paper paper_;
-  std::string heading_;
   GlyphFonts fonts_;
-  sheet::PaperLayout layout_;
-  sheet::PagePlan plan_;  // made with the layout
+  sheet::PagePainter pages_;
 };
+
+// Is told how many of all pages are done, and returns whether to go on.
+using PageProgress = std::function<bool(int done, int all)>;
+
+// Prints pages [first, last) to a printer or a PDF, starting on its current page. Returns false as soon as the device
+// accepts no more or `progress` wants no more; the pages before that stay printed.
+bool PrintPages(GridPrinter& printer, QPainter& painter, QPagedPaintDevice& device, sheet::Span pages,
+                const PageProgress& progress = {});
+
+// The paper of a device, within its margins.
+Paper PaperOf(const QPagedPaintDevice& device);
 
 // Prints all pages to a printer or a PDF, starting on its current page. Returns false as soon as the device accepts no
 // more; the pages before that stay printed.

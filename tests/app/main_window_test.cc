@@ -343,7 +343,7 @@ TEST_F(Window, OffersAllThenTheClassesThenTheSubjects) {
   EXPECT_EQ(depots.front(), (CatalogEntry{0, "", "全部仓库"}));
   EXPECT_GT(depots[1].key, 0);
   const std::vector<CatalogEntry> customers = catalog.SecondKeys(base::CustomerJournal);
-  EXPECT_EQ(customers.front().text, "全部客户");
+  EXPECT_EQ(customers.front().text, "全部客户（分类以“0”开头的）") << "what all of them are";
   EXPECT_EQ(customers[1].class_code, "01");
   EXPECT_TRUE(customers[2].text.starts_with("　【")) << "a class of the second level stands further in";
   EXPECT_GT(customers.back().key, 0);

@@ -87,7 +87,7 @@ TEST_F(WindowCommand, PrintWritesAPdfWithoutADisplay) {
     EXPECT_TRUE(pdf.starts_with("%PDF"));
     EXPECT_NE(pdf.find("/FontFile"), std::string::npos);
     int count = 0;
-    for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
+    for (size_t at = pdf.find("/Type /Page /"); at != std::string::npos; at = pdf.find("/Type /Page /", at + 1))
       ++count;
     return count;
   };
@@ -99,9 +99,14 @@ TEST_F(WindowCommand, PrintWritesAPdfWithoutADisplay) {
   EXPECT_EQ(print("--collapse").code, 0);
   EXPECT_LT(pages(), all);
   EXPECT_EQ(print("--paper a5 --portrait").code, 0);
+  EXPECT_NE(ReadAll(PathOf("journal.pdf")).find("/MediaBox [0 0 420 595]"), std::string::npos);
+  EXPECT_GE(pages(), 1);
+  EXPECT_EQ(print("--pages-wide 2 --tax --qty2").code, 0);
   EXPECT_GT(pages(), all);
+  EXPECT_EQ(print("--no-carry").code, 0);
+  EXPECT_LE(pages(), all) << "there is more room for lines";
   Write("journal.pdf", "as it was");
-  for (const char* wrong : {"--paper a9", "--paper", "extra", "--size 3x3"}) {
+  for (const char* wrong : {"--paper a9", "--paper", "extra", "--size 3x3", "--pages-wide 0", "--pages-wide 11"}) {
     const Outcome refused = print(wrong);
     EXPECT_EQ(refused.code, 2) << wrong;
     EXPECT_EQ(std::count(refused.err.begin(), refused.err.end(), '\n'), 1) << refused.err;

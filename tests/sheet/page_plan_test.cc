@@ -23,9 +23,9 @@ class Pages : public ::testing::Test {
   }
 
   // A plan for pages with room for that many rows below the caption.
-  PagePlan PlanOf(int rows, double width = 1000) {
+  PagePlan PlanOf(int rows, double width = 1000, const PageSetup& setup = {}) {
     PaperLayout paper(sheet, 1);
-    return {paper, {width, 20.0 + 20.0 * rows}};
+    return {paper, {width, 20.0 + 20.0 * rows}, setup};
   }
   // Every visible row is on exactly one page, in order, and no page is empty.
   void ExpectEveryRowOnce(const PagePlan& plan) const {
@@ -85,6 +85,58 @@ TEST_F(Pages, PartColumnsWhereTheyDoNotFit) {
   sheet.SetColHidden(1, true);
   sheet.SetColHidden(2, true);
   EXPECT_EQ(PlanOf(10, 90).PageCount(), 3);
+}
+
+TEST_F(Pages, FitTheWidthAsFarAsTheSetupAllows) {
+  PageSetup setup;
+  setup.least_zoom = 0.3;
+  const PagePlan plan = PlanOf(10, 115, setup);
+  EXPECT_DOUBLE_EQ(plan.zoom(), 0.5) << "230 pixels of columns";
+  EXPECT_EQ(plan.At(0).columns, (Span{1, 3}));
+  EXPECT_EQ(plan.PageCount(), 2) << "twice as many rows";
+}
+
+TEST_F(Pages, MayStandBesideEachOtherAndRepeatAColumn) {
+  sheet.SetCols(6);
+  for (int column = 3; column < 6; ++column) sheet.SetColWidth(column, 1500);
+  PageSetup setup;
+  setup.pages_wide = 2;
+  setup.least_zoom = 0.3;
+  setup.repeated_column = 1;
+  const PagePlan plan = PlanOf(10, 300, setup);
+  // The fixed column and the repeated one take 130, two others 200.
+  EXPECT_NEAR(plan.zoom(), 300.0 / 330, 0.01);
+  EXPECT_EQ(plan.At(0).columns, (Span{2, 4}));
+  EXPECT_EQ(plan.At(1).columns, (Span{4, 6}));
+  EXPECT_EQ(plan.At(0).rows, plan.At(1).rows);
+  setup.pages_wide = 4;
+  EXPECT_EQ(PlanOf(10, 300, setup).zoom(), 1) << "three pages are enough";
+}
+
+TEST_F(Pages, LeaveRoomForWhatIsCarriedWhereThereAreSeveral) {
+  PageSetup setup;
+  setup.carried_columns = {2};
+  const PagePlan plan = PlanOf(10, 1000, setup);
+  EXPECT_EQ(plan.carried_height(), 20);
+  EXPECT_EQ(plan.At(0).rows, (Span{1, 9}));
+  EXPECT_EQ(plan.PageCount(), 4);
+  ExpectEveryRowOnce(plan);
+  EXPECT_EQ(PlanOf(40, 1000, setup).carried_height(), 0) << "one page carries nothing";
+}
+
+TEST_F(Pages, AreFoundByTheirRows) {
+  const PagePlan plan = PlanOf(10, 90);
+  EXPECT_EQ(plan.PageOfRow(1), 0);
+  EXPECT_EQ(plan.PageOfRow(16), 0);
+  EXPECT_EQ(plan.At(0).rows, plan.At(1).rows);
+  for (int row = 1; row <= 30; ++row) {
+    const Span rows = plan.At(plan.PageOfRow(row)).rows;
+    EXPECT_TRUE(rows.first <= row && row < rows.last) << row;
+  }
+  EXPECT_FALSE(plan.GoesOnBefore(1));
+  EXPECT_TRUE(plan.GoesOnAfter(1));
+  EXPECT_TRUE(plan.GoesOnBefore(plan.PageCount() - 1));
+  EXPECT_FALSE(plan.GoesOnAfter(plan.PageCount() - 1));
 }
 
 }  // namespace

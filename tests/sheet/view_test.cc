@@ -123,7 +123,7 @@ TEST_F(Views, MayScrollTheFrozenColumns) {
   sheet.SetFrozenCols(2);
   EXPECT_EQ(other.PinnedCols(), 3);
   EXPECT_EQ(other.PartOf(5, 1), CellPart::kFrozen);
-  other.SetPins(View::Pins::kFixed);
+  other.SetPinnedCols(0);
   EXPECT_EQ(other.PinnedCols(), 1);
   EXPECT_EQ(other.PartOf(5, 1), CellPart::kBody);
   EXPECT_EQ(other.PartOf(5, 0), CellPart::kFixed);

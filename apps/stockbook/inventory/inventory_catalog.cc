@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/recordset.h"
+#include "stockbook/heading/journal_coverage.h"
 
 namespace stockbook::app {
 namespace {
@@ -77,7 +78,7 @@ std::vector<CatalogEntry> InventoryCatalog::Products() const {
 
 std::vector<CatalogEntry> InventoryCatalog::SecondKeys(base::tqJournalTypeContants type) const {
   const SecondKeyQueries queries = QueriesOf(type);
-  std::vector<CatalogEntry> entries{{0, {}, std::string(queries.all)}};
+  std::vector<CatalogEntry> entries{{0, {}, std::string(queries.all) + AllCovers(type)}};
   if (!queries.classes.empty()) {
     for (platform::Recordset rows = connection_.Execute(queries.classes); !rows.AtEnd(); rows.MoveNext()) {
       const std::string code = rows.FieldValue(size_t{0}).Text();

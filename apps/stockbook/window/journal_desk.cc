@@ -6,6 +6,7 @@
 #include "base/column_keys.h"
 #include "platform/error.h"
 #include "qt/fonts.h"
+#include "stockbook/heading/journal_heading.h"
 
 namespace stockbook::app {
 namespace {
@@ -30,9 +31,22 @@ class Recorder : public interaction::EventListener {
   LoadReport& report_;
 };
 
+// In the words of the choosers, while the control's own ones are those of bills.
+void NamePartners(control::Stockbook& control) {
+  control.SetSupplierTitle("供应商");
+  control.SetCustomerTitle("客户");
+}
+
+// The control's header of a partner journal names the partners alone.
+void NameProduct(control::Stockbook& control, platform::Connection& connection, const JournalOptions& options) {
+  const std::string product = ProductOfPartnerJournal(connection, options);
+  if (!product.empty()) control.SetCaption(control.Caption() + " [" + product + "]");
+}
+
 }  // namespace
 
 void SetUpJournal(control::Stockbook& control, const JournalOptions& options) {
+  NamePartners(control);
   control.SetAllowQty2(options.allow_qty2);
   control.SetAllowInv(options.allow_inv);
   control.SetAccRestrict(options.acc_restrict ? "True" : "False");
@@ -53,6 +67,7 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
     if (options.key_id < 0) control.SetKeyID(options.key_id);
     report.loaded = control.Load(options.key_id, options.dp_id);
     if (report.loaded) ComposeNames(control);
+    if (report.loaded) NameProduct(control, *control.Conn(), options);
   } catch (const platform::Error& error) {
     report.notify.emplace_back(error.what());
   }

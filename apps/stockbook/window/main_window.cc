@@ -46,7 +46,9 @@ MainWindow::MainWindow(QWidget* parent)
       reading_(new WindowReading({*this, *stockbook_, *journal_, *menus_,
                                   [this](const JournalOptions& options) { return LoadJournal(options); }})),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
+      paper_(new PaperActions({*this, *stockbook_, [this] { return Heading(); }, [this] { return file_; }}, this)),
       message_(new MessageLine),
+      coverage_(new CoverageLabel),
       row_count_(new QLabel),
       progress_(new QProgressBar) {
   auto* desk = new QWidget;
@@ -83,6 +85,7 @@ void MainWindow::Remember(QSettings& settings) {
   connect(new LanguageMenu(settings, *menus_, this), &LanguageMenu::Told, this, &MainWindow::ShowMessage);
   connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
   connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);
+  paper_->Remember(settings);
 }
 
 void MainWindow::BuildStatusLine() {
@@ -93,12 +96,14 @@ void MainWindow::BuildStatusLine() {
   progress_->hide();
   statusBar()->addWidget(message_, 1);
   statusBar()->addPermanentWidget(progress_);
+  statusBar()->addPermanentWidget(coverage_);
   statusBar()->addPermanentWidget(row_count_);
 }
 
 void MainWindow::ConnectControl() {
   connect(bar_, &JournalBar::LoadWanted, this, &MainWindow::Reload);
   connect(bar_, &JournalBar::Failed, this, &MainWindow::ShowMessage);
+  connect(paper_, &PaperActions::Told, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
@@ -191,6 +196,8 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   progress_->hide();
   const size_t records = stockbook_->sheet().RecordCount();
   row_count_->setText(tr("共 %L1 行").arg(records));
+  if (report.loaded) coverage_->Tell(*journal_->connection(), options);
+  if (!journal_->options().has_value()) coverage_->hide();
   UpdateTitle();
   stockbook_->setFocus();
   return report;
@@ -224,17 +231,22 @@ void MainWindow::TakeNotice(const QString& message) {
   }
 }
 
-void MainWindow::UpdateTitle() {
-  QString title = tr("库存台账");
-  if (!database_.empty()) title = file_.empty() ? qt::ToQString(database_) : QFileInfo(qt::ToQString(file_)).fileName();
-  const QString caption = qt::ToQString(stockbook_->control().Caption());
-  if (!caption.isEmpty()) title = caption + QStringLiteral(" — ") + title;
-  setWindowTitle(title);
+JournalHeading MainWindow::Heading() {
+  const control::Stockbook& control = stockbook_->control();
+  return HeadingOf(stockbook_->sheet(), control.JournalType(), control.Caption(), file_.empty() ? database_ : file_);
 }
+
+void MainWindow::UpdateTitle() { setWindowTitle(qt::ToQString(Heading().WindowTitle())); }
 
 void MainWindow::BuildMenus() {
   WindowMenus& menus = *menus_;
   menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
+  menus.Add(MenuPlace::kFileOutput, tr("打印预览(&V)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), paper_,
+            &PaperActions::Preview);
+  menus.Add(MenuPlace::kFileOutput, tr("打印(&P)..."), QKeySequence::Print, paper_, &PaperActions::Print);
+  menus.Add(MenuPlace::kFileOutput, tr("页面设置(&U)..."), {}, paper_, &PaperActions::SetUpPage);
+  menus.Add(MenuPlace::kFileOutput, tr("导出(&E)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), paper_,
+            &PaperActions::Export);
   menus.Add(MenuPlace::kFileEnd, tr("退出(&X)"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
   menus.Add(MenuPlace::kEditFind, tr("查找(&F)"), QKeySequence::Find, find_bar_, &FindBar::Open);
   menus.Add(MenuPlace::kEditFind, tr("查找下一个(&N)"), QKeySequence(Qt::Key_F3), find_bar_, &FindBar::Next);

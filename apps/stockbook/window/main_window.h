@@ -10,7 +10,9 @@
 #include <string>
 
 #include "qt/stockbook_widget.h"
+#include "stockbook/paper/paper_actions.h"
 #include "stockbook/window/column_actions.h"
+#include "stockbook/window/coverage_label.h"
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_columns.h"
@@ -68,6 +70,10 @@ class MainWindow : public QMainWindow {
   // Null for a window that remembers nothing.
   WindowRecall* recall() { return recall_.get(); }
   const MessageLine& message() const { return *message_; }
+  PaperActions& paper() { return *paper_; }
+  const CoverageLabel& coverage() const { return *coverage_; }
+  // What titles and pages say of the journal that is shown.
+  JournalHeading Heading();
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -107,7 +113,9 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<MarginMenu> margin_menu_;
   std::unique_ptr<WindowRecall> recall_;  // if the window remembers anything
   std::unique_ptr<WindowColours> colours_;
+  PaperActions* paper_;
   MessageLine* message_;
+  CoverageLabel* coverage_;
   QLabel* row_count_;
   QProgressBar* progress_;
 };

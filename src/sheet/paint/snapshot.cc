@@ -52,8 +52,8 @@ Snapshot Snapshot::Of(const View& view, const Rect& area, const Appearance& look
 
 Snapshot Snapshot::Of(const View& view) { return Of(view, {0, 0, view.size().width, view.size().height}); }
 
-Snapshot Snapshot::OnPaper(const View& view, const Appearance& looks) {
-  return SnapshotBuilder(view, looks, {0, 0, view.size().width, view.size().height}, Highlights::kLeftOut).Build();
+Snapshot Snapshot::OnPaper(const View& view, const Rect& area, const Appearance& looks) {
+  return SnapshotBuilder(view, looks, area, Highlights::kLeftOut).Build();
 }
 
 SnapshotBuilder::SnapshotBuilder(const View& view, const Appearance& looks, const Rect& area, Highlights highlights)

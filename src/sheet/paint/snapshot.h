@@ -71,8 +71,8 @@ class Snapshot {
   static Snapshot Of(const View& view, const Rect& area, const Appearance& looks);
   // Of the whole view.
   static Snapshot Of(const View& view);
-  // Of the whole view, with other looks and without selection, current cell and drop mark.
-  static Snapshot OnPaper(const View& view, const Appearance& looks);
+  // With other looks and without selection, current cell and drop mark.
+  static Snapshot OnPaper(const View& view, const Rect& area, const Appearance& looks);
 
   const Rect& area() const { return area_; }
   double scale() const { return scale_; }

@@ -11,8 +11,8 @@ class PaperLayout {
   // `scale` is pixels of the paper for one of 96 to the inch.
   PaperLayout(Sheet& sheet, double scale);
 
-  // From now on only the fixed columns are pinned.
-  void UnpinFrozen() { view_.SetPins(View::Pins::kFixed); }
+  // From now on so many columns from the left are pinned, at least the fixed ones; before, the frozen ones are, too.
+  void Pin(int columns) { view_.SetPinnedCols(columns); }
   // Shows exactly the given rows and columns, after the captions and the pinned columns.
   void Show(Span rows, Span columns);
 

@@ -24,7 +24,7 @@ View::View(const View& other, Size size_px, double scale)
     : sheet_(other.sheet_),
       rows_(other.sheet_.states(), other.scale()),
       size_(other.size_),
-      pins_(other.pins_),
+      pinned_cols_(other.pinned_cols_),
       anchor_(other.anchor_),
       scroll_x_(other.scroll_x_),
       selection_(other.selection_),
@@ -69,16 +69,19 @@ void View::SetSize(Size size_px, double scale) {
   DamageAll();
 }
 
-void View::SetPins(Pins pins) {
-  pins_ = pins;
+void View::SetPinnedCols(int columns) {
+  pinned_cols_ = columns;
   EverythingChanged();
 }
 
-int View::PinnedCols() const { return pins_ == Pins::kFrozen ? sheet_.PinnedCols() : sheet_.FixedCols(); }
+int View::PinnedCols() const {
+  if (pinned_cols_ < 0) return sheet_.PinnedCols();
+  return std::clamp(pinned_cols_, std::min(sheet_.FixedCols(), sheet_.Cols()), sheet_.Cols());
+}
 
 CellPart View::PartOf(int row, int column) const {
   const CellPart part = sheet_.PartOf(row, column);
-  return part == CellPart::kFrozen && pins_ == Pins::kFixed ? CellPart::kBody : part;
+  return part == CellPart::kFrozen && column >= PinnedCols() ? CellPart::kBody : part;
 }
 
 Geometry View::geometry() const {

@@ -22,9 +22,6 @@ namespace stockbook::sheet {
 // the sheet goes first, the viewer is told, and all that is left to do with the view is to destroy it.
 class View final : private SheetWatcher {
  public:
-  // Which columns do not scroll: the fixed and frozen ones, or only the fixed ones.
-  enum class Pins { kFrozen, kFixed };
-
   explicit View(Sheet& sheet);
   // A view at the same place in the same sheet, with another size and scale, and without viewer and observer.
   View(const View& other, Size size_px, double scale);
@@ -38,7 +35,8 @@ class View final : private SheetWatcher {
   void SetSize(Size size_px, double scale);
   Size size() const { return size_; }
   double scale() const { return rows_.scale(); }
-  void SetPins(Pins pins);
+  // How many columns from the left do not scroll, at least the fixed ones; -1: the fixed and frozen ones of the sheet.
+  void SetPinnedCols(int columns);
   int PinnedCols() const;
   CellPart PartOf(int row, int column) const;
   // Valid until the next change of the sheet or the view.
@@ -119,7 +117,7 @@ class View final : private SheetWatcher {
   mutable ColumnAxis columns_;
   mutable bool columns_valid_ = false;
   Size size_{960, 600};
-  Pins pins_ = Pins::kFrozen;
+  int pinned_cols_ = -1;  // as the sheet says
   RowAnchor anchor_;
   int64_t scroll_x_ = 0;
   Selection selection_;
