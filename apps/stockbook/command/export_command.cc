@@ -12,6 +12,7 @@
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/command/plain_desk.h"
+#include "stockbook/range/range_view.h"
 
 namespace stockbook::app {
 namespace {
@@ -56,6 +57,7 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
     LoadReport report = LoadJournal(control, OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal()), options);
     if (!report.loaded) throw platform::Error("export", LoadError(report));
     Warn("export", LoadProblems(report), terminal);
+    ShowRange(control, options.range);
     return report;
   };
   if (format == "ndjson") {

@@ -13,14 +13,14 @@ namespace stockbook::app {
 
 enum class ExportColumns { kVisible, kAll };
 
-// Captions and then the shown texts of all data rows, separated by `separator`; a field that contains the separator, a
-// quote or a line break is quoted, with quotes doubled. What a spreadsheet would take for a formula is written as
-// SpreadsheetText does. Lines end in "\n".
+// Captions and then the shown texts of all data rows that are not hidden, those of closed periods included, separated
+// by `separator`; a field that contains the separator, a quote or a line break is quoted, with quotes doubled. What a
+// spreadsheet would take for a formula is written as SpreadsheetText does. Lines end in "\n".
 void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out);
 
-// One JSON object per line: first the caption, the columns and the messages of the load, then every data row with its
-// outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.
-void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+// One JSON object per line: first the caption, the columns and the messages of the load, then the same rows, each with
+// its outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.
+void WriteNdjson(const sheet::GridSheet& grid, ExportColumns columns, const std::string& caption,
                  const LoadReport& report, std::ostream& out);
 
 // Appends a JSON string with its quotes.
