@@ -57,6 +57,7 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
+      views_(new JournalViews(*this, *stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -66,6 +67,7 @@ MainWindow::MainWindow(QWidget* parent)
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
   rows->addWidget(bar_);
+  rows->addWidget(&views_->range_bar());
   rows->addWidget(stockbook_, 1);
   rows->addWidget(find_bar_);
   setCentralWidget(desk);
@@ -100,6 +102,11 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::AfterFormatted, this, &MainWindow::TakeLayout);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
+  connect(views_, &JournalViews::Told, this, &MainWindow::ShowMessage);
+  connect(views_, &JournalViews::RangeChanged, this, [this] {
+    row_count_->setText(views_->RowCount());
+    UpdateTitle();
+  });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
@@ -160,7 +167,11 @@ LoadReport MainWindow::LoadFirstJournal() {
   return LoadJournal(options);
 }
 
-void MainWindow::Reload() { Load(bar_->Options()); }
+void MainWindow::Reload() {
+  JournalOptions options = bar_->Options();
+  options.range = views_->range();
+  Load(options);
+}
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
   if (connection_ == nullptr || loading_) return {};
@@ -181,10 +192,10 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (laid_out_) columns_.PutBack(stockbook_->Grid(), control.ColsFilter());
   // The names depend on what the user has shown and hidden.
   ComposeNames(control);
+  views_->AfterLoad(put_back ? views_->range() : options.range);
   if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
   if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_->sheet())) GoToFirstCell();
-  const size_t records = stockbook_->sheet().RecordCount();
-  row_count_->setText(QStringLiteral("共 %L1 行").arg(records));
+  row_count_->setText(views_->RowCount());
   UpdateTitle();
   stockbook_->setFocus();
   return report;
@@ -274,6 +285,8 @@ void MainWindow::BuildJournalMenu() {
   next->setShortcut(QKeySequence(Qt::Key_F3));
   QAction* previous = journal->addAction(QStringLiteral("查找上一个(&R)"), find_bar_, &FindBar::Previous);
   previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
+  journal->addSeparator();
+  views_->AddActions(*journal);
   journal->addSeparator();
   QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), this, &MainWindow::ShowBill);
   bill->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));

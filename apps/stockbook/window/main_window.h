@@ -15,6 +15,7 @@
 #include "stockbook/window/find_bar.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_desk.h"
+#include "stockbook/window/journal_views.h"
 #include "stockbook/window/message_line.h"
 #include "stockbook/window/window_colours.h"
 
@@ -42,6 +43,7 @@ class MainWindow : public QMainWindow {
   qt::StockbookWidget& stockbook() { return *stockbook_; }
   JournalBar& bar() { return *bar_; }
   FindBar& find_bar() { return *find_bar_; }
+  JournalViews& views() { return *views_; }
   const MessageLine& message() const { return *message_; }
 
  protected:
@@ -78,6 +80,7 @@ class MainWindow : public QMainWindow {
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   FindBar* find_bar_;
+  JournalViews* views_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
   QLabel* row_count_;
