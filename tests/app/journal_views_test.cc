@@ -120,7 +120,7 @@ TEST_F(JournalViewsInTheWindow, TitleHeaderAndStatusLineNameTheRange) {
   EXPECT_EQ(stockbook().control().Caption().find("2025年01月"), std::string::npos) << "one range at a time";
 }
 
-TEST_F(JournalViewsInTheWindow, ARangeStaysWhenTheJournalIsLoadedAgainAndGoesWithAnother) {
+TEST_F(JournalViewsInTheWindow, ARangeStaysUntilOptionsWithoutOneAreLoaded) {
   TypeRange("2025-03", "2025-03");
   const std::vector<std::string> shown = EveryCell();
   emit window_->bar().LoadWanted();
@@ -128,6 +128,9 @@ TEST_F(JournalViewsInTheWindow, ARangeStaysWhenTheJournalIsLoadedAgainAndGoesWit
   EXPECT_EQ(views().range(), RangeFrom("2025-03", "2025-03"));
   JournalOptions options = window_->bar().Options();
   options.key_id = 2;
+  window_->bar().SetOptions(options);
+  emit window_->bar().LoadWanted();
+  EXPECT_EQ(PeriodsInSight(), std::vector<std::string>{"2025-03"}) << "of the next product, too";
   window_->LoadJournal(options);
   EXPECT_TRUE(views().range().IsAll());
   EXPECT_EQ(stockbook().control().Caption().find("2025年03月"), std::string::npos);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "base/column_keys.h"
 #include "platform/grid_guards.h"
@@ -29,12 +30,12 @@ bool RangeView::IsStale() const {
   return (periods_.empty() ? 0 : periods_.back().records.end) != control_.Grid().RecordCount();
 }
 
-void RangeView::Show(const JournalRange& range) {
+void RangeView::Show(JournalRange range) {
   platform::Grid& grid = control_.Grid();
   if (IsStale()) JournalLoaded();
-  range_ = range;
-  if (range.IsAll() && opening_.empty() && named_caption_.empty() && ShownCount() == grid.RecordCount()) return;
-  shown_ = RecordsInside(range, periods_, grid);
+  range_ = std::move(range);
+  if (range_.IsAll() && opening_.empty() && named_caption_.empty() && ShownCount() == grid.RecordCount()) return;
+  shown_ = RecordsInside(range_, periods_, grid);
   {
     const auto redraw = platform::RedrawOff(grid);
     const auto tag = platform::BusyTag(grid, kRangeTag);

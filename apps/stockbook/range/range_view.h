@@ -21,7 +21,7 @@ class RangeView {
 
   // To be called after every load, before Show: what the control shows is all of a new journal.
   void JournalLoaded();
-  void Show(const JournalRange& range);
+  void Show(JournalRange range);
   // Whether the grid has other records than were there when a journal was loaded.
   bool IsStale() const;
 

@@ -100,14 +100,14 @@ void JournalViews::AddPanelAction(QMenu& menu, QDockWidget& panel, const QString
   });
 }
 
-void JournalViews::AfterLoad(const JournalRange& range) {
+void JournalViews::AfterLoad(JournalRange range) {
   if (!std::exchange(is_fresh_, false) && !range_view_.IsStale()) return;
   NoteTotals(stockbook_.Grid());
   range_view_.JournalLoaded();
-  ShowRange(range);
+  ShowRange(std::move(range));
 }
 
-void JournalViews::ShowRange(const JournalRange& range) {
+void JournalViews::ShowRange(JournalRange range) {
   range_view_.Show(range);
   bar_->SetRange(range, NewestPeriodOf(range_view_));
   if (!range.IsAll() && range_view_.ShownCount() == 0) {

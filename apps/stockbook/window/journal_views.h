@@ -34,8 +34,8 @@ class JournalViews : public QObject {
   void AddActions(QMenu& menu);
   // To be called after every attempt to load: shows the range of the journal that is there now, unless it is still the
   // one from before.
-  void AfterLoad(const JournalRange& range);
-  void ShowRange(const JournalRange& range);
+  void AfterLoad(JournalRange range);
+  void ShowRange(JournalRange range);
   // "共 5,000 行", or "显示 400 行，共 5,000 行".
   QString RowCount() const;
   // Opens the period of the record and makes its row current.
