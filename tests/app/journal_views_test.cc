@@ -127,7 +127,7 @@ TEST_F(JournalViewsInTheWindow, ARangeStaysUntilOptionsWithoutOneAreLoaded) {
   EXPECT_EQ(EveryCell(), shown);
   EXPECT_EQ(views().range(), RangeFrom("2025-03", "2025-03"));
   JournalOptions options = window_->bar().Options();
-  options.key_id = 2;
+  options.key_id = 5;
   window_->bar().SetOptions(options);
   emit window_->bar().LoadWanted();
   EXPECT_EQ(PeriodsInSight(), std::vector<std::string>{"2025-03"}) << "of the next product, too";
