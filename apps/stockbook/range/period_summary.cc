@@ -65,6 +65,30 @@ PeriodLine PeriodLineOf(const platform::Grid& grid, const RangeView& view, const
   return line;
 }
 
+void AddFigures(const StockFigures& more, StockFigures& sum) {
+  sum.quantity += more.quantity;
+  if (more.amount) {
+    AddAmount(more.amount->units(), sum.amount);
+  } else {
+    sum.amount.reset();
+  }
+}
+
+PeriodLine TotalOfPeriods(const std::vector<PeriodLine>& lines) {
+  PeriodLine total;
+  total.caption = "合计";
+  total.records = {lines.front().records.begin, lines.back().records.end};
+  total.opening = lines.front().opening;
+  total.closing = lines.back().closing;
+  total.price = lines.back().price;
+  total.in.amount = total.out.amount = base::Money();
+  for (const PeriodLine& line : lines) {
+    AddFigures(line.in, total.in);
+    AddFigures(line.out, total.out);
+  }
+  return total;
+}
+
 void HideAmounts(PeriodLine& line) {
   for (StockFigures* figures : {&line.opening, &line.in, &line.out, &line.closing}) figures->amount.reset();
   line.price.reset();
@@ -100,6 +124,7 @@ std::vector<PeriodLine> SummarizePeriods(const platform::Grid& grid, const Range
     lines.push_back(PeriodLineOf(grid, view, period));
     if (hide) HideAmounts(lines.back());
   }
+  if (lines.size() > 1) lines.push_back(TotalOfPeriods(lines));
   return lines;
 }
 

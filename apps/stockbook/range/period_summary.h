@@ -30,7 +30,8 @@ struct PeriodLine {
   std::optional<double> price;  // of what there is at the end; nothing where amounts are hidden
 };
 
-// The periods that are shown, in the journal's order. Reads some columns once.
+// The periods that are shown, in the journal's order, and below several of them their total (合计), from the opening of
+// the first to the closing of the last. Reads some columns once.
 std::vector<PeriodLine> SummarizePeriods(const platform::Grid& grid, const RangeView& view);
 
 // Whether the journal shows signs in place of amounts.

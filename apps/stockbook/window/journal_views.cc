@@ -31,7 +31,7 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
       bar_(new RangeBar(&window)),
       periods_(new PeriodPanel(&window)),
       plot_(new PlotPanel(&window)) {
-  window_.addDockWidget(Qt::RightDockWidgetArea, periods_);
+  window_.addDockWidget(Qt::BottomDockWidgetArea, periods_);
   window_.addDockWidget(Qt::BottomDockWidgetArea, plot_);
   periods_->hide();
   plot_->hide();
