@@ -64,6 +64,22 @@ class ShownDays {
   std::vector<size_t> records_;
 };
 
+// What a column has in the shown records; zeros where the journal has no such column.
+std::vector<double> ShownNumbers(const platform::Grid& grid, const RangeView& view, const char* key) {
+  const columns::Column* column = grid.LoadedData(grid.ColIndex(key));
+  if (column == nullptr) return std::vector<double>(view.ShownCount());
+  std::vector<double> numbers;
+  numbers.reserve(view.ShownCount());
+  columns::BlockReader<double> reader(column);
+  for (const RecordRun& run : view.shown()) {
+    for (const columns::RowBlock block : columns::RowBlocks(run.begin, run.end)) {
+      const auto read = reader.Read(block);
+      numbers.insert(numbers.end(), read.begin(), read.end());
+    }
+  }
+  return numbers;
+}
+
 class PlotBuilder {
  public:
   PlotBuilder(const platform::Grid& grid, const RangeView& view, JournalPlot& plot)
@@ -99,6 +115,8 @@ class PlotBuilder {
   }
 
   void BuildSteps() {
+    quantities_ = ShownNumbers(grid_, view_, keys::kStoQty);
+    prices_ = ShownNumbers(grid_, view_, keys::kStoPrice);
     const StockBefore before = StockBeforeRecord(grid_, days_.record(0));
     plot_.steps.push_back({plot_.from, before.figures.quantity, before.price});
     if (days_.size() <= kMostSteps) {
@@ -109,19 +127,13 @@ class PlotBuilder {
     for (size_t part = 0; part < parts; ++part) AddPart(days_.size() * part / parts, days_.size() * (part + 1) / parts);
   }
 
-  double NumberAt(const columns::Column* column, size_t at) const {
-    return column == nullptr ? 0 : column->Number(days_.record(at));
-  }
-
-  void AddStep(size_t at) {
-    plot_.steps.push_back({static_cast<double>(days_.day(at)), NumberAt(quantities_, at), NumberAt(prices_, at)});
-  }
+  void AddStep(size_t at) { plot_.steps.push_back({static_cast<double>(days_.day(at)), quantities_[at], prices_[at]}); }
 
   void AddPart(size_t begin, size_t end) {
     std::array<size_t, kStepsOfPart> places{begin, begin, begin, end - 1};
     for (size_t at = begin; at < end; ++at) {
-      if (NumberAt(quantities_, at) < NumberAt(quantities_, places[1])) places[1] = at;
-      if (NumberAt(quantities_, at) > NumberAt(quantities_, places[2])) places[2] = at;
+      if (quantities_[at] < quantities_[places[1]]) places[1] = at;
+      if (quantities_[at] > quantities_[places[2]]) places[2] = at;
     }
     std::sort(places.begin(), places.end());
     const auto last = std::unique(places.begin(), places.end());
@@ -140,15 +152,15 @@ class PlotBuilder {
     } else {
       for (const PlotBand& band : plot_.bands) plot_.bars.push_back({band.from, band.to, 0, 0});
     }
-    const columns::Column* in = grid_.LoadedData(grid_.ColIndex(keys::kRevQty));
-    const columns::Column* out = grid_.LoadedData(grid_.ColIndex(keys::kIssQty));
+    const std::vector<double> in = ShownNumbers(grid_, view_, keys::kRevQty);
+    const std::vector<double> out = ShownNumbers(grid_, view_, keys::kIssQty);
     size_t band = 0;
     for (size_t at = 0; at < days_.size(); ++at) {
       const auto day = static_cast<double>(days_.day(at));
       while (!of_days && band + 1 < plot_.bars.size() && day >= plot_.bars[band].to) ++band;
       PlotBar& bar = plot_.bars[of_days ? static_cast<size_t>(days_.day(at) - from) : band];
-      bar.in += NumberAt(in, at);
-      bar.out += NumberAt(out, at);
+      bar.in += in[at];
+      bar.out += out[at];
     }
     std::erase_if(plot_.bars, [](const PlotBar& bar) { return bar.in == 0 && bar.out == 0; });
   }
@@ -157,8 +169,8 @@ class PlotBuilder {
   const RangeView& view_;
   JournalPlot& plot_;
   ShownDays days_;
-  const columns::Column* quantities_ = grid_.LoadedData(grid_.ColIndex(keys::kStoQty));
-  const columns::Column* prices_ = grid_.LoadedData(grid_.ColIndex(keys::kStoPrice));
+  std::vector<double> quantities_;  // of the shown records, in their order
+  std::vector<double> prices_;
 };
 
 std::string CaptionOfColumn(const platform::Grid& grid, const char* key) {
