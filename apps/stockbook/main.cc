@@ -16,6 +16,7 @@
 #include "stockbook/command/export_command.h"
 #include "stockbook/command/import_command.h"
 #include "stockbook/command/open_command.h"
+#include "stockbook/command/plot_command.h"
 #include "stockbook/command/print_command.h"
 #include "stockbook/command/program_end.h"
 #include "stockbook/command/render_command.h"
@@ -52,8 +53,8 @@ int main(int argc, char** argv) {
   stockbook::databases::TurnOffMemoryStatistics();
   // One line per command; 'stockbook --help' lists them in this order.
   const std::array commands{
-      OpenCommand(),  SampleCommand(), ImportCommand(), SqlCommand(),    ExportCommand(),
-      PrintCommand(), RenderCommand(), CopyCommand(),   DoctorCommand(),
+      OpenCommand(),  SampleCommand(), ImportCommand(), SqlCommand(),  ExportCommand(),
+      PrintCommand(), RenderCommand(), PlotCommand(),   CopyCommand(), DoctorCommand(),
   };
   Terminal terminal{std::cin, std::cout, std::cerr};
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

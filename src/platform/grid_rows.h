@@ -29,6 +29,8 @@ class GridRows {
 
   virtual bool RowHidden(int row) const = 0;
   virtual void SetRowHidden(int row, bool hidden) = 0;
+  // Hides or shows the rows [first, last) on their own account, at once; nodes stay as they are folded.
+  virtual void SetRowsHidden(int first, int last, bool hidden) = 0;
   // Height in twips, whatever is hidden.
   virtual int RowHeight(int row) const = 0;
   // Row -1 means all rows, those to come included. Heights are kept between the limits.

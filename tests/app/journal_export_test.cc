@@ -74,5 +74,25 @@ TEST(JournalExport, WritesLongTextsThatDoNotFitIntoAPart) {
   EXPECT_TRUE(out.str() == Expected(sheet));
 }
 
+TEST(JournalExport, LeavesOutRowsThatAreHiddenAndKeepsClosedPeriods) {
+  sheet::GridSheet sheet;
+  FillSheet(sheet, 5);
+  const std::string all = Expected(sheet);
+  sheet.SetIsSubtotal(8193, true);
+  for (int row = 8194; row < 8200; ++row) sheet.SetRowOutlineLevel(row, 1);
+  sheet.SetIsCollapsed(8193, true);
+  ASSERT_TRUE(sheet.RowHidden(8195));
+  sheet.SetRowsHidden(1, 101, true);
+  sheet.SetRowsHidden(sheet.Rows() - 50, sheet.Rows(), true);
+  std::ostringstream out;
+  WriteSeparated(sheet, ExportColumns::kAll, ',', out);
+  std::string expected = ",号,\"备注,\"\n";
+  for (int row = 101; row < sheet.Rows() - 50; ++row)
+    expected +=
+        sheet.DisplayText(row, 0) + "," + sheet.DisplayText(row, 1) + "," + Quoted(sheet.DisplayText(row, 2)) + "\n";
+  EXPECT_TRUE(out.str() == expected);
+  EXPECT_LT(out.str().size(), all.size());
+}
+
 }  // namespace
 }  // namespace stockbook::app

@@ -105,6 +105,22 @@ TEST_F(Reloads, PutTheOldJournalBackWhenTheNewOneFails) {
   EXPECT_EQ(stockbook().control().dpCode(), "");
 }
 
+TEST_F(Reloads, PutTheOldRangeBackWithTheOldJournal) {
+  Open();
+  JournalOptions part;
+  part.key_id = 1;
+  part.range.from = RangeBound::OfPeriod({2025, 3});
+  ASSERT_TRUE(window_->LoadJournal(part).loaded);
+  const std::string title = Title();
+  const std::string brought_forward = Cell(grid().FixedRows(), keys::kStoQty);
+  EXPECT_FALSE(window_->LoadJournal(Failing()).loaded);
+  EXPECT_EQ(Title(), title);
+  EXPECT_EQ(window_->views().range(), part.range);
+  EXPECT_EQ(Cell(grid().FixedRows(), keys::kBillNo), "2025年03月承前");
+  EXPECT_EQ(Cell(grid().FixedRows(), keys::kStoQty), brought_forward);
+  EXPECT_TRUE(grid().RowHidden(FirstLine())) << "of January";
+}
+
 TEST_F(Reloads, KeepTheJournalOfADatabaseThatIsBusy) {
   Open();
   window_->LoadJournal(Supplier(2));

@@ -220,6 +220,7 @@ TEST_F(CommandLine, RefusesWhatItDoesNotKnowWithExitCodeTwo) {
   ExpectError(2, {"export", database_, "--journal", "material", "--product", "1", "--format", "xml"});
   ExpectError(2, {"export", database_, "--journal", "material", "--product", "1", "--columns", "some"});
   ExpectError(2, {"sql", database_, "--journal", "material", "--product", "1", "--dialect", "oral"});
+  ExpectError(2, {"sql", database_, "--journal", "material", "--product", "1", "--from", "2025-03"});
   ExpectError(2, {"frobnicate"});
 }
 

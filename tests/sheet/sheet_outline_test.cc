@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "platform/error.h"
 #include "sheet/columns.h"
 #include "sheet/grid_sheet.h"
 
@@ -83,6 +84,30 @@ TEST(SheetOutline, ARowMadeVisibleIsUnfoldedToo) {
   sheet.SetRowHidden(3, false);
   EXPECT_EQ(ShownRows(sheet), "200401 a b 200402 c");
   EXPECT_FALSE(sheet.IsCollapsed(1));
+}
+
+TEST(SheetOutline, RowsHiddenAndShownAtOnceLeaveNodesAsTheyAre) {
+  GridSheet sheet;
+  LoadTwoPeriods(sheet);
+  sheet.SetIsCollapsed(1, true);
+  sheet.SetRowsHidden(1, sheet.Rows(), true);
+  EXPECT_EQ(ShownRows(sheet), "");
+  EXPECT_TRUE(sheet.CheckInvariants());
+  sheet.SetRowsHidden(1, 5, false);
+  EXPECT_EQ(ShownRows(sheet), "200401 200402");
+  EXPECT_TRUE(sheet.IsCollapsed(1));
+  EXPECT_TRUE(sheet.CheckInvariants());
+  sheet.SetIsCollapsed(1, false);
+  EXPECT_EQ(ShownRows(sheet), "200401 a b 200402");
+}
+
+TEST(SheetOutline, NoRowsOrRowsThatAreNotThereCannotBeHiddenAtOnce) {
+  GridSheet sheet;
+  LoadTwoPeriods(sheet);
+  sheet.SetRowsHidden(3, 3, true);
+  EXPECT_EQ(ShownRows(sheet), "200401 a b 200402 c");
+  EXPECT_THROW(sheet.SetRowsHidden(1, sheet.Rows() + 1, true), platform::Error);
+  EXPECT_EQ(ShownRows(sheet), "200401 a b 200402 c");
 }
 
 TEST(SheetOutline, ARowInsertedIntoACollapsedGroupEndsIt) {

@@ -14,6 +14,7 @@
 #include "stockbook/command/output_file.h"
 #include "stockbook/command/plain_desk.h"
 #include "stockbook/export/xlsx_writer.h"
+#include "stockbook/range/range_view.h"
 
 namespace stockbook::app {
 namespace {
@@ -92,6 +93,7 @@ LoadReport LoadForExport(control::Stockbook& control, const sheet::GridSheet& sh
   }
   if (sheet.RecordCount() == 0) CheckProduct(*connection, options.key_id, source.name());
   Warn("export", LoadProblems(report), terminal);
+  ShowRange(control, options.range);
   return report;
 }
 

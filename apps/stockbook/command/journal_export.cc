@@ -223,6 +223,22 @@ class RowsWriter {
   std::ostream& out_;
 };
 
+// Calls take(first, last) for the rows between the captions and the end that are not hidden on their own account.
+template <typename Take>
+void ForEachShownRun(const sheet::GridSheet& grid, Take take) {
+  int first = grid.FixedRows();
+  int last = first;
+  grid.states().ForEachRun(first, grid.Rows(), [&](int64_t run, int64_t count, const sheet::RowState& state) {
+    if (state.hidden) {
+      if (first < last) take(first, last);
+      first = static_cast<int>(run + count);
+    }
+    last = static_cast<int>(run + count);
+    return true;
+  });
+  if (first < last) take(first, last);
+}
+
 void AppendMember(std::string_view name, std::string_view text, std::string& out) {
   if (out.back() != '{') out += ',';
   AppendJson(name, out);
@@ -299,10 +315,10 @@ void WriteSeparated(const sheet::GridSheet& grid, const SeparatedOptions& option
   if (options.mark == ByteOrderMark::kWritten) out << "\xEF\xBB\xBF";
   RowsWriter writer(grid, chosen, options, out);
   writer.WriteCaptions();
-  writer.WriteRows(grid.FixedRows(), grid.Rows());
+  ForEachShownRun(grid, [&](int first, int last) { writer.WriteRows(first, last); });
 }
 
-void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+void WriteNdjson(const sheet::GridSheet& grid, ExportColumns columns, const std::string& caption,
                  const LoadReport& report, std::ostream& out) {
   const std::vector<int> chosen = ColumnsOf(grid, columns);
   std::vector<std::string> keys;
@@ -319,10 +335,12 @@ void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::s
   buffer += "],\"process\":[";
   for (const int indicator : report.process) buffer += (buffer.back() == '[' ? "" : ",") + std::to_string(indicator);
   buffer += "]}\n";
-  for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
-    AppendRow(grid, chosen, keys, row, buffer);
-    FlushWhenFull(buffer, out);
-  }
+  ForEachShownRun(grid, [&](int first, int last) {
+    for (int row = first; row < last; ++row) {
+      AppendRow(grid, chosen, keys, row, buffer);
+      FlushWhenFull(buffer, out);
+    }
+  });
   out << buffer;
 }
 

@@ -24,17 +24,17 @@ struct SeparatedOptions {
   BillColumns bill = BillColumns::kTogether;
 };
 
-// Captions and then the shown texts of all data rows, separated by `separator`; a field that contains the separator, a
-// quote or a line break is quoted, with quotes doubled. What a spreadsheet would take for a formula is written as
-// SpreadsheetText does. Lines end in "\n". The column of numbers, which shows no caption, gets one.
+// Captions and then the shown texts of all data rows that are not hidden, those of closed periods included, separated by
+// `separator`; a field that contains the separator, a quote or a line break is quoted, with quotes doubled. What a
+// spreadsheet would take for a formula is written as SpreadsheetText does. Lines end in "\n". The column of numbers, which shows no caption, gets one.
 void WriteSeparated(const sheet::GridSheet& grid, const SeparatedOptions& options, std::ostream& out);
 inline void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
   WriteSeparated(grid, SeparatedOptions{columns, separator}, out);
 }
 
-// One JSON object per line: first the caption, the columns and the messages of the load, then every data row with its
-// outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.
-void WriteNdjson(const platform::Grid& grid, ExportColumns columns, const std::string& caption,
+// One JSON object per line: first the caption, the columns and the messages of the load, then the same rows, each with
+// its outline state, height in twips, and stored and shown texts by column key. Empty cells are omitted.
+void WriteNdjson(const sheet::GridSheet& grid, ExportColumns columns, const std::string& caption,
                  const LoadReport& report, std::ostream& out);
 
 // Appends a JSON string with its quotes.

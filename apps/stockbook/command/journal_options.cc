@@ -11,7 +11,7 @@
 namespace stockbook::app {
 namespace {
 
-constexpr std::array<Option, 7> kOptions{{
+constexpr std::array<Option, 9> kOptions{{
     {"journal", OptionKind::Value},
     {"product", OptionKind::Value},
     {"second", OptionKind::Value},
@@ -19,6 +19,8 @@ constexpr std::array<Option, 7> kOptions{{
     {"qty2", OptionKind::Flag},
     {"tax", OptionKind::Flag},
     {"restrict", OptionKind::Flag},
+    {"from", OptionKind::Value},
+    {"to", OptionKind::Value},
 }};
 
 // In the order of their numbers.
@@ -41,7 +43,29 @@ constexpr std::string_view kJournalUsage =
     "  --class CODE     instead of --second: the class of suppliers, customers or projects\n"
     "  --qty2           show the quantities in the second unit\n"
     "  --tax            show tax rate, tax, price and amount with tax; not together with --restrict\n"
-    "  --restrict       show - instead of amounts\n";
+    "  --restrict       show - instead of amounts\n"
+    "  --from WHEN      show only the lines from a period (2025-03), day (2025-03-15), quarter (2025Q1) or year "
+    "(2025)\n"
+    "                   on; the first row tells what is brought forward\n"
+    "  --to WHEN        and only those up to the end of one\n";
+
+BoundPair BoundsOf(const std::string& option, const std::string& text) {
+  if (const auto bounds = ReadBounds(text)) return *bounds;
+  throw UsageError("The option --" + option +
+                   " needs a period like 2025-03, a day like 2025-03-15, a quarter like 2025Q1 or a year, not '" +
+                   text + "'.");
+}
+
+JournalRange RangeOf(const CommandLine& line) {
+  JournalRange range;
+  if (const auto from = line.Value("from")) range.from = BoundsOf("from", *from).first;
+  if (const auto to = line.Value("to")) range.to = BoundsOf("to", *to).last;
+  if (range.IsBackward()) {
+    throw UsageError("The range is empty: --from " + *line.Value("from") + " is after --to " + *line.Value("to") +
+                     "; exchange them.");
+  }
+  return range;
+}
 
 }  // namespace
 
@@ -78,6 +102,7 @@ std::optional<JournalOptions> ReadJournalOptions(const CommandLine& line) {
   options.allow_qty2 = line.Has("qty2");
   options.allow_inv = line.Has("tax");
   options.acc_restrict = line.Has("restrict");
+  options.range = RangeOf(line);
   if (options.allow_inv && options.acc_restrict) {
     throw UsageError(
         "The options --tax and --restrict exclude each other: the tax columns show amounts; leave one out.");

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "stockbook/command/command_line.h"
+#include "stockbook/range/journal_range.h"
 
 namespace stockbook::app {
 
@@ -20,6 +21,7 @@ struct JournalOptions {
   bool allow_qty2 = false;
   bool allow_inv = false;  // shows the tax columns
   bool acc_restrict = false;
+  JournalRange range{};  // what is shown of it
 };
 
 // The options of JOURNAL, which precede a command's own ones.

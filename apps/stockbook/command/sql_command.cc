@@ -41,6 +41,9 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
   const std::string argument = line.Positional(0, "DB, the inventory");
   DatabaseSource source = ReadSource(line, argument, "sql", terminal);
   const JournalOptions options = RequireJournalOptions(line);
+  if (!options.range.IsAll())
+    throw UsageError(
+        "The statements are those of the whole journal, of which --from and --to show a part; leave them out.");
   const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
   if (line.Has("dialect") && DatabaseSource::IsConnectionString(argument))
     throw UsageError(

@@ -45,6 +45,7 @@ MainWindow::MainWindow(QWidget* parent)
       journal_(std::make_unique<ShownJournal>(*stockbook_, *columns_)),
       reading_(new WindowReading({*this, *stockbook_, *journal_, *menus_,
                                   [this](const JournalOptions& options) { return LoadJournal(options); }})),
+      views_(new JournalViews(*this, *stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       paper_(new PaperActions({*this, *stockbook_, [this] { return Heading(); }, [this] { return file_; }}, this)),
       message_(new MessageLine),
@@ -57,6 +58,7 @@ MainWindow::MainWindow(QWidget* parent)
   rows->setSpacing(0);
   rows->addWidget(bar_);
   rows->addWidget(&reading_->strip());
+  rows->addWidget(&views_->range_bar());
   rows->addWidget(stockbook_, 1);
   rows->addWidget(find_bar_);
   setCentralWidget(desk);
@@ -107,6 +109,11 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::Process, this, &MainWindow::ShowProgress);
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
+  connect(views_, &JournalViews::Told, this, &MainWindow::ShowMessage);
+  connect(views_, &JournalViews::RangeChanged, this, [this] {
+    row_count_->setText(views_->RowCount());
+    UpdateTitle();
+  });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
@@ -183,7 +190,9 @@ void MainWindow::LoadWhenPainted(const std::optional<JournalOptions>& options) {
 
 void MainWindow::Reload() {
   bar_->TakeTypedTexts();
-  Load(bar_->Options());
+  JournalOptions options = bar_->Options();
+  options.range = views_->range();
+  Load(options);
 }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
@@ -194,8 +203,8 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
     bar_->SetOptions(*shown);
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
-  const size_t records = stockbook_->sheet().RecordCount();
-  row_count_->setText(tr("共 %L1 行").arg(records));
+  views_->AfterLoad(journal_->options().has_value() ? journal_->options()->range : JournalRange{});
+  row_count_->setText(views_->RowCount());
   if (report.loaded) coverage_->Tell(*journal_->connection(), options);
   if (!journal_->options().has_value()) coverage_->hide();
   UpdateTitle();
@@ -259,6 +268,7 @@ void MainWindow::BuildMenus() {
             [this] { stockbook_->sheet().view().observer().Copy(); });
   menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
+  views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&A)")));
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
 }
 

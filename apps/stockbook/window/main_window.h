@@ -19,6 +19,7 @@
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/journal_history.h"
 #include "stockbook/window/journal_links.h"
+#include "stockbook/window/journal_views.h"
 #include "stockbook/window/journal_zoom.h"
 #include "stockbook/window/margin_menu.h"
 #include "stockbook/window/message_line.h"
@@ -69,6 +70,7 @@ class MainWindow : public QMainWindow {
   JournalLinks& links() { return *links_; }
   // Null for a window that remembers nothing.
   WindowRecall* recall() { return recall_.get(); }
+  JournalViews& views() { return *views_; }
   const MessageLine& message() const { return *message_; }
   PaperActions& paper() { return *paper_; }
   const CoverageLabel& coverage() const { return *coverage_; }
@@ -112,6 +114,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<JournalZoom> zoom_;
   std::unique_ptr<MarginMenu> margin_menu_;
   std::unique_ptr<WindowRecall> recall_;  // if the window remembers anything
+  JournalViews* views_;
   std::unique_ptr<WindowColours> colours_;
   PaperActions* paper_;
   MessageLine* message_;

@@ -84,6 +84,7 @@ class Sheet : public virtual platform::GridTable,
   int64_t Revision() const final { return revision_; }
   bool RowHidden(int row) const final;
   void SetRowHidden(int row, bool hidden) final;
+  void SetRowsHidden(int first, int last, bool hidden) final;
   int RowHeight(int row) const final;
   void SetRowHeight(int row, int twips) final;
   float RowHeightMin() const final { return states_.heights().min_twips; }

@@ -92,6 +92,14 @@ void Sheet::SetRowHidden(int row, bool hidden) {
   RowsChanged();
 }
 
+void Sheet::SetRowsHidden(int first, int last, bool hidden) {
+  if (first >= last) return;
+  CheckRow("RowHidden", first);
+  CheckRow("RowHidden", last - 1);
+  states_.Update(first, last, [&](RowState& state) { state.hidden = hidden; });
+  RowsChanged();
+}
+
 int Sheet::RowHeight(int row) const {
   CheckRow("RowHeight", row);
   return states_.heights().TwipsOf(states_.At(row).height_twips);

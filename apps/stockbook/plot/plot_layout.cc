@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/plot/plot_layout.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace stockbook::app {
+namespace {
+
+// In pixels of a plain display.
+constexpr double kPlotTextHeight = 9;
+constexpr double kPlotLeftMargin = 84;    // the numbers of the marks
+constexpr double kPlotRightMargin = 44;   // half of the last day
+constexpr double kPlotTopMargin = 28;     // the title
+constexpr double kPlotBottomMargin = 26;  // the days
+constexpr double kBetweenPanes = 30;
+constexpr double kLeastPane = 40;
+constexpr double kDayWidth = 90;  // of the text of a day, with room beside it
+
+constexpr int kPlotMarks = 5;
+
+struct PlotNumbers {
+  double least = 0;
+  double most = 0;
+};
+
+void IncludeNumber(double number, PlotNumbers& range) {
+  if (!std::isfinite(number)) return;
+  range.least = std::min(range.least, number);
+  range.most = std::max(range.most, number);
+}
+
+// 1, 2 or 5 times a power of ten, at least `least`.
+double RoundStep(double least) {
+  if (!(least > 0) || !std::isfinite(least)) return 1;
+  const double power = std::pow(10.0, std::floor(std::log10(least)));
+  for (const double factor : {1.0, 2.0, 5.0}) {
+    if (factor * power >= least * (1 - 1e-9)) return factor * power;
+  }
+  return 10 * power;
+}
+
+PlotNumbers NumbersOf(const JournalPlot& plot, PlotPane pane) {
+  PlotNumbers range;
+  if (pane == PlotPane::kMovements) {
+    for (const PlotBar& bar : plot.bars) {
+      IncludeNumber(bar.in, range);
+      IncludeNumber(-bar.out, range);
+    }
+  } else {
+    // Zero belongs to quantities, which look as high as they are; prices differ by little.
+    if (pane == PlotPane::kPrice) range = {plot.steps.back().price, plot.steps.back().price};
+    for (const PlotStep& step : plot.steps)
+      IncludeNumber(pane == PlotPane::kQuantity ? step.quantity : step.price, range);
+  }
+  return range;
+}
+
+void ScaleFrame(const PlotNumbers& numbers, PlotFrame& frame) {
+  const double extent = numbers.most - numbers.least;
+  frame.step = RoundStep(extent / kPlotMarks);
+  if (!std::isfinite(extent)) return;
+  if (extent <= 0) {
+    frame.low = numbers.least - 1;
+    frame.high = numbers.least + 1;
+    return;
+  }
+  frame.low = std::floor(numbers.least / frame.step) * frame.step;
+  // The topmost line does not run into the caption of the period.
+  frame.high = std::ceil(numbers.most / frame.step + 0.3) * frame.step;
+}
+
+// A whole number of days, so that days are written next to each other without touching.
+double DayStep(double days, double width) {
+  constexpr std::array kSteps{1.0, 2.0, 5.0, 7.0, 14.0, 30.0, 60.0, 90.0, 180.0, 365.0};
+  const double least = days * kDayWidth / std::max(width, 1.0);
+  for (const double step : kSteps) {
+    if (step >= least) return step;
+  }
+  return std::ceil(least / kSteps.back()) * kSteps.back();
+}
+
+}  // namespace
+
+double PlotLayout::XOf(double day) const {
+  if (frames.empty()) return 0;
+  const PlotFrame& frame = frames.front();
+  return frame.left + (day - from) / (to - from) * (frame.right - frame.left);
+}
+
+const PlotFrame* PlotLayout::FrameAt(double x, double y) const {
+  const auto found = std::find_if(frames.begin(), frames.end(), [&](const PlotFrame& frame) {
+    return x >= frame.left && x < frame.right && y >= frame.top && y < frame.bottom;
+  });
+  return found == frames.end() ? nullptr : &*found;
+}
+
+std::optional<double> PlotLayout::DayAt(double x, double y) const {
+  const PlotFrame* frame = FrameAt(x, y);
+  if (frame == nullptr) return std::nullopt;
+  return from + (x - frame->left) / (frame->right - frame->left) * (to - from);
+}
+
+PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
+  PlotLayout layout;
+  if (plot.IsEmpty() || !(plot.to > plot.from)) return layout;
+  layout.from = plot.from;
+  layout.to = plot.to;
+  layout.text_height = kPlotTextHeight * page.scale;
+  std::vector<PlotPane> panes{PlotPane::kQuantity};
+  if (plot.has_price) panes.push_back(PlotPane::kPrice);
+  panes.push_back(PlotPane::kMovements);
+  const double width = page.width - (kPlotLeftMargin + kPlotRightMargin) * page.scale;
+  // The last pane has no gap below it; the days are there.
+  const auto count = static_cast<double>(panes.size());
+  const double room = page.height - (kPlotTopMargin + kPlotBottomMargin + kBetweenPanes * (count - 1)) * page.scale;
+  const double height = room / count;
+  if (width < kLeastPane * page.scale || height < kLeastPane * page.scale) return layout;
+  layout.day_step = DayStep(plot.to - plot.from, width / page.scale);
+  double top = kPlotTopMargin * page.scale;
+  for (const PlotPane pane : panes) {
+    PlotFrame frame;
+    frame.pane = pane;
+    frame.left = kPlotLeftMargin * page.scale;
+    frame.right = frame.left + width;
+    frame.top = top;
+    frame.bottom = top + height;
+    ScaleFrame(NumbersOf(plot, pane), frame);
+    layout.frames.push_back(frame);
+    top = frame.bottom + kBetweenPanes * page.scale;
+  }
+  return layout;
+}
+
+}  // namespace stockbook::app

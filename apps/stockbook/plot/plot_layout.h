@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "stockbook/plot/journal_plot.h"
+
+namespace stockbook::app {
+
+// The picture that a plot is drawn into: its size in pixels, and how many of them make one of a plain display.
+struct PlotPage {
+  int width = 0;
+  int height = 0;
+  double scale = 1;
+};
+
+enum class PlotPane { kQuantity, kPrice, kMovements };
+
+// One of the plots above each other: its frame in pixels from the top left corner, and the numbers at its lower and
+// upper edge, with a round step between the marks.
+struct PlotFrame {
+  PlotPane pane = PlotPane::kQuantity;
+  double left = 0;
+  double top = 0;
+  double right = 0;
+  double bottom = 0;
+  double low = 0;
+  double high = 1;
+  double step = 1;
+
+  double YOf(double number) const { return bottom - (number - low) / (high - low) * (bottom - top); }
+  double NumberAt(double y) const { return low + (bottom - y) / (bottom - top) * (high - low); }
+};
+
+// Where everything of a plot is on its page. No panes where there is nothing to draw, or no room for it.
+struct PlotLayout {
+  double from = 0;  // the days at the left and the right edge of all panes
+  double to = 1;
+  double day_step = 1;  // between the marks of days
+  double text_height = 0;
+  std::vector<PlotFrame> frames;
+
+  double XOf(double day) const;
+  // The day at a point of the page, nothing outside all panes.
+  std::optional<double> DayAt(double x, double y) const;
+  // The pane that a point is in, or nullptr.
+  const PlotFrame* FrameAt(double x, double y) const;
+};
+
+PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page);
+
+}  // namespace stockbook::app

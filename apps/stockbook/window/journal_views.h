@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMainWindow>
+#include <QMenu>
+#include <QObject>
+#include <cstdint>
+
+#include "qt/stockbook_widget.h"
+#include "stockbook/range/range_view.h"
+#include "stockbook/window/period_panel.h"
+#include "stockbook/window/plot_panel.h"
+#include "stockbook/window/range_bar.h"
+
+namespace stockbook::app {
+
+// What the window shows of a loaded journal beside the journal itself: the range, the summary of its periods and its
+// plot. A click in one of them goes to the line in the journal; a line that anything else goes to is never hidden by
+// the range. Nothing of it is computed while it cannot be seen.
+class JournalViews : public QObject {
+  Q_OBJECT
+
+ public:
+  // Adds its panels, closed, to the window, which owns them.
+  JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook);
+
+  RangeBar& range_bar() { return *bar_; }
+  PeriodPanel& periods() { return *periods_; }
+  PlotPanel& plot() { return *plot_; }
+  const JournalRange& range() const { return range_view_.range(); }
+  const RangeView& range_view() const { return range_view_; }
+
+  // The commands with their keys.
+  void AddActions(QMenu& menu);
+  // To be called after every attempt to load: shows the range of the journal that is there now, unless it is still the
+  // one from before.
+  void AfterLoad(JournalRange range);
+  void ShowRange(JournalRange range);
+  // "共 5,000 行", or "显示 400 行，共 5,000 行".
+  QString RowCount() const;
+  // Opens the period of the record and makes its row current.
+  void GoTo(size_t record);
+
+ signals:
+  // A message for the user.
+  void Told(const QString& message);
+  void RangeChanged();
+
+ private:
+  void BuildRangeMenu(QMenu& menu);
+  void AddPanelAction(QMenu& menu, QDockWidget& panel, const QString& text, const QKeySequence& key);
+  void ConnectPanels();
+  void Refresh();
+  void RefreshPeriods();
+  void RefreshPlot();
+  void MarkLine();
+  void FollowRow();
+  void MoveInPlot(PlotView::Move move);
+  // The record of the current row, -1 for other rows.
+  int64_t CurrentRecord() const;
+  void GoToPoint(double day, const std::optional<double>& quantity);
+  void ReturnToJournal() { stockbook_.setFocus(); }
+
+  QMainWindow& window_;
+  qt::StockbookWidget& stockbook_;
+  RangeView range_view_;
+  bool is_fresh_ = false;  // a load has replaced the journal since
+  RangeBar* bar_;
+  PeriodPanel* periods_;
+  PlotPanel* plot_;
+};
+
+}  // namespace stockbook::app

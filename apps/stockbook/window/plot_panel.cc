@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/window/plot_panel.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QPageLayout>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QVBoxLayout>
+
+#include "platform/error.h"
+#include "qt/text.h"
+#include "stockbook/window/bar_layout.h"
+#include "stockbook/window/plot_paper.h"
+
+namespace stockbook::app {
+namespace {
+
+QToolButton* PlotButton(const QString& text) {
+  auto* button = new QToolButton;
+  button->setText(text);
+  button->setAutoRaise(true);
+  button->setFocusPolicy(Qt::TabFocus);
+  button->setEnabled(CanDrawPlots());
+  return button;
+}
+
+}  // namespace
+
+PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(QStringLiteral("走势图"), parent), view_(new PlotView) {
+  setObjectName(QStringLiteral("PlotPanel"));
+  QToolButton* print = PlotButton(QStringLiteral("打印图(&I)..."));
+  QToolButton* save = PlotButton(QStringLiteral("另存图(&K)..."));
+  auto* body = new QWidget;
+  auto* rows = new QVBoxLayout(body);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  auto* buttons = new QHBoxLayout;
+  buttons->setContentsMargins(kBarMargin, 0, kBarMargin, 0);
+  buttons->addStretch(1);
+  buttons->addWidget(print);
+  buttons->addWidget(save);
+  rows->addLayout(buttons);
+  rows->addWidget(view_, 1);
+  setWidget(body);
+  connect(print, &QToolButton::clicked, this, &PlotPanel::Print);
+  connect(save, &QToolButton::clicked, this, &PlotPanel::Save);
+}
+
+void PlotPanel::Print() {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setPageOrientation(QPageLayout::Landscape);
+  QPrintDialog dialog(&printer, this);
+  dialog.setWindowTitle(QStringLiteral("打印走势图"));
+  if (dialog.exec() != QDialog::Accepted) return;
+  emit Told(PrintPlot(view_->plot(), printer) ? QStringLiteral("已打印走势图。")
+                                              : QStringLiteral("打印机没有接受走势图：请检查打印机，或另存为 PDF。"));
+}
+
+void PlotPanel::Save() {
+  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("另存走势图"), QStringLiteral("走势图.png"),
+                                                    QStringLiteral("图片 (*.png);;PDF 文件 (*.pdf);;矢量图 (*.svg)"));
+  if (path.isEmpty()) return;
+  try {
+    SavePlot(view_->plot(), path);
+    emit Told(QStringLiteral("已写入 %1。").arg(path));
+  } catch (const platform::Error& error) {
+    emit Told(qt::ToQString(error.what()));
+  }
+}
+
+}  // namespace stockbook::app

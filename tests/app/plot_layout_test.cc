@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "stockbook/plot/plot_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace stockbook::app {
+namespace {
+
+JournalPlot PlotOfTenDays() {
+  JournalPlot plot;
+  plot.from = 45000;
+  plot.to = 45010;
+  for (int day = 0; day < 10; ++day) {
+    plot.steps.push_back({45000.0 + day, 100.0 * day - 150, 8.0 + 0.01 * day});
+    plot.bars.push_back({45000.0 + day, 45001.0 + day, 100, 30});
+  }
+  plot.bands.push_back({45000, 45010, "2023年03月"});
+  return plot;
+}
+
+TEST(PlotLayout, PutsThePanesBelowEachOther) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 600, 1});
+  ASSERT_EQ(layout.frames.size(), 3u);
+  EXPECT_EQ(layout.frames[0].pane, PlotPane::kQuantity);
+  EXPECT_EQ(layout.frames[1].pane, PlotPane::kPrice);
+  EXPECT_EQ(layout.frames[2].pane, PlotPane::kMovements);
+  for (size_t at = 0; at < 3; ++at) {
+    EXPECT_LT(layout.frames[at].top, layout.frames[at].bottom);
+    if (at > 0) {
+      EXPECT_LT(layout.frames[at - 1].bottom, layout.frames[at].top);
+    }
+    EXPECT_LE(layout.frames[at].bottom, 600);
+    EXPECT_LT(layout.frames[at].right, 800);
+  }
+}
+
+TEST(PlotLayout, HasNoPaneForHiddenPrices) {
+  JournalPlot plot = PlotOfTenDays();
+  plot.has_price = false;
+  const PlotLayout layout = LayOutPlot(plot, {800, 600, 1});
+  ASSERT_EQ(layout.frames.size(), 2u);
+  EXPECT_EQ(layout.frames[1].pane, PlotPane::kMovements);
+}
+
+TEST(PlotLayout, HoldsEveryNumberBetweenRoundMarks) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 600, 1});
+  const PlotFrame& quantity = layout.frames.at(0);
+  EXPECT_LE(quantity.low, -150);
+  EXPECT_GE(quantity.high, 750);
+  EXPECT_EQ(quantity.step, 200);
+  EXPECT_EQ(std::remainder(quantity.low, quantity.step), 0);
+  const PlotFrame& price = layout.frames.at(1);
+  EXPECT_GT(price.low, 7) << "prices that differ by little are told apart";
+  EXPECT_LE(price.low, 8);
+  const PlotFrame& movements = layout.frames.at(2);
+  EXPECT_LE(movements.low, -30);
+  EXPECT_GE(movements.high, 100);
+}
+
+TEST(PlotLayout, FindsTheDayAndTheNumberAtAPoint) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 600, 1});
+  const PlotFrame& frame = layout.frames.at(0);
+  const double x = layout.XOf(45004);
+  const double y = frame.YOf(250);
+  ASSERT_TRUE(layout.DayAt(x, y));
+  EXPECT_NEAR(*layout.DayAt(x, y), 45004, 1e-9);
+  ASSERT_EQ(layout.FrameAt(x, y), &frame);
+  EXPECT_NEAR(frame.NumberAt(y), 250, 1e-9);
+  EXPECT_FALSE(layout.DayAt(x, frame.top - 1)) << "above the panes";
+  EXPECT_FALSE(layout.DayAt(frame.left - 1, y));
+  EXPECT_FALSE(layout.DayAt(frame.right, y));
+}
+
+TEST(PlotLayout, GrowsWithTheScaleOfTheDisplay) {
+  const PlotLayout plain = LayOutPlot(PlotOfTenDays(), {800, 600, 1});
+  const PlotLayout fine = LayOutPlot(PlotOfTenDays(), {1600, 1200, 2});
+  EXPECT_EQ(fine.text_height, 2 * plain.text_height);
+  EXPECT_EQ(fine.frames.at(0).left, 2 * plain.frames.at(0).left);
+  EXPECT_EQ(fine.day_step, plain.day_step);
+}
+
+TEST(PlotLayout, HasNoPanesWithoutRoomOrLines) {
+  EXPECT_TRUE(LayOutPlot(PlotOfTenDays(), {60, 600, 1}).frames.empty());
+  EXPECT_TRUE(LayOutPlot(PlotOfTenDays(), {800, 90, 1}).frames.empty());
+  EXPECT_TRUE(LayOutPlot({}, {800, 600, 1}).frames.empty());
+}
+
+TEST(PlotLayout, DrawsALevelLineAndNumbersThatAreNone) {
+  JournalPlot plot = PlotOfTenDays();
+  for (PlotStep& step : plot.steps) step = {step.day, 0, 5};
+  plot.steps[3].quantity = std::nan("");
+  plot.bars.clear();
+  for (const PlotFrame& frame : LayOutPlot(plot, {800, 600, 1}).frames) {
+    EXPECT_LT(frame.low, frame.high);
+    EXPECT_GT(frame.step, 0);
+    EXPECT_TRUE(std::isfinite(frame.low) && std::isfinite(frame.high));
+  }
+}
+
+TEST(PlotLayout, WritesFewerDaysWhereTheyAreMany) {
+  JournalPlot plot = PlotOfTenDays();
+  const double few = LayOutPlot(plot, {800, 600, 1}).day_step;
+  plot.to = plot.from + 3650;
+  const double many = LayOutPlot(plot, {800, 600, 1}).day_step;
+  EXPECT_LE(few, 2);
+  EXPECT_GE(many, 365);
+}
+
+}  // namespace
+}  // namespace stockbook::app
