@@ -57,6 +57,8 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
+      selection_line_(new SelectionLine(*stockbook_)),
+      clipboard_(*stockbook_),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       message_(new MessageLine),
       row_count_(new QLabel),
@@ -89,6 +91,7 @@ void MainWindow::BuildStatusLine() {
   progress_->setMaximumHeight(message_->sizeHint().height() + 2);
   progress_->hide();
   statusBar()->addWidget(message_, 1);
+  statusBar()->addPermanentWidget(selection_line_);
   statusBar()->addPermanentWidget(progress_);
   statusBar()->addPermanentWidget(row_count_);
 }
@@ -101,6 +104,8 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::Notify, this, &MainWindow::TakeNotice);
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
+  connect(find_bar_, &FindBar::Failed, this, &MainWindow::ShowMessage);
+  connect(&clipboard_, &SelectionClipboard::Said, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
 }
@@ -274,6 +279,9 @@ void MainWindow::BuildJournalMenu() {
   next->setShortcut(QKeySequence(Qt::Key_F3));
   QAction* previous = journal->addAction(QStringLiteral("查找上一个(&R)"), find_bar_, &FindBar::Previous);
   previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
+  journal->addSeparator();
+  QAction* copy = journal->addAction(QStringLiteral("复制本格(&V)"), &clipboard_, &SelectionClipboard::CopyCell);
+  copy->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
   journal->addSeparator();
   QAction* bill = journal->addAction(QStringLiteral("查看单据(&B)..."), this, &MainWindow::ShowBill);
   bill->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_B));

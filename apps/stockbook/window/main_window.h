@@ -16,6 +16,8 @@
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/message_line.h"
+#include "stockbook/window/selection_clipboard.h"
+#include "stockbook/window/selection_line.h"
 #include "stockbook/window/window_colours.h"
 
 namespace stockbook::app {
@@ -43,6 +45,7 @@ class MainWindow : public QMainWindow {
   JournalBar& bar() { return *bar_; }
   FindBar& find_bar() { return *find_bar_; }
   const MessageLine& message() const { return *message_; }
+  const SelectionLine& selection_line() const { return *selection_line_; }
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -78,6 +81,8 @@ class MainWindow : public QMainWindow {
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   FindBar* find_bar_;
+  SelectionLine* selection_line_;
+  SelectionClipboard clipboard_;
   std::unique_ptr<WindowColours> colours_;
   MessageLine* message_;
   QLabel* row_count_;
