@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSignalSpy>
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -49,13 +48,6 @@ class Requests : public WindowTest {
     }
     return nullptr;
   }
-  int Bills(const QString& text) {
-    int hits = 0;
-    for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
-      if (grid().TextMatrix(row, grid().ColIndex("BillNo")).find(text.toStdString()) != std::string::npos) ++hits;
-    }
-    return hits;
-  }
   template <typename Widget>
   Widget* Shown() {
     QApplication::processEvents();
@@ -88,66 +80,6 @@ TEST_F(Requests, FindOpensTheBarWithTheKeysInIt) {
   EXPECT_EQ(window_->focusWidget(), stockbook().focusProxy());
 }
 
-TEST_F(Requests, FindGoesFromHitToHitAndAround) {
-  OpenFirst();
-  Item(QKeySequence::Find)->trigger();
-  Type(QStringLiteral("入库"));
-  std::vector<int> hits;
-  QObject::connect(&stockbook(), &qt::StockbookWidget::FindMsg, [&](const QString& message) {
-    if (!message.startsWith(QLatin1Char('#'))) hits.push_back(message.section(QLatin1Char('|'), -1).toInt());
-  });
-  Press(&bar().words(), Qt::Key_Return);
-  ASSERT_GT(hits.size(), 2U);
-  EXPECT_EQ(stockbook().Row(), hits[0]);
-  EXPECT_EQ(bar().Count().toStdString(), "第 1 条，共 " + std::to_string(hits.size()) + " 条");
-  Press(&bar().words(), Qt::Key_Return);
-  EXPECT_EQ(stockbook().Row(), hits[1]);
-  Item(QKeySequence(Qt::Key_F3))->trigger();
-  EXPECT_EQ(stockbook().Row(), hits[2]);
-  Item(QKeySequence(Qt::SHIFT | Qt::Key_F3))->trigger();
-  Press(&bar().words(), Qt::Key_Enter, Qt::ShiftModifier);
-  EXPECT_EQ(stockbook().Row(), hits[0]);
-  Press(&bar().words(), Qt::Key_Return, Qt::ShiftModifier);
-  EXPECT_EQ(stockbook().Row(), hits.back());
-  EXPECT_TRUE(stockbook().sheet().RowIsVisible(hits.back()));
-  Press(&bar().words(), Qt::Key_Return);
-  EXPECT_EQ(stockbook().Row(), hits[0]);
-}
-
-TEST_F(Requests, FindSaysHowManyRecordsThereAreAndKeepsSayingIt) {
-  OpenFirst();
-  Item(QKeySequence::Find)->trigger();
-  Type(FirstBillNo());
-  Press(&bar().words(), Qt::Key_Return);
-  const int hits = Bills(FirstBillNo());
-  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 " + std::to_string(hits) + " 条。");
-  Press(stockbook().focusProxy(), Qt::Key_Down);
-  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 " + std::to_string(hits) + " 条。");
-}
-
-TEST_F(Requests, FindsWhileOneTypes) {
-  OpenFirst();
-  Item(QKeySequence::Find)->trigger();
-  Type(FirstBillNo());
-  EXPECT_EQ(bar().Count().toStdString(), "");
-  QSignalSpy found(&stockbook(), &qt::StockbookWidget::FindMsg);
-  ASSERT_TRUE(found.wait(300000));
-  EXPECT_EQ(stockbook().Row(), FirstLine());
-  EXPECT_TRUE(bar().Count().startsWith(QStringLiteral("第 1 条")));
-  EXPECT_EQ(window_->focusWidget(), &bar().words());
-}
-
-TEST_F(Requests, FindSaysThatThereIsNothing) {
-  OpenFirst();
-  const int row = stockbook().Row();
-  Item(QKeySequence::Find)->trigger();
-  Type(QStringLiteral("没有这样的字"));
-  Press(&bar().words(), Qt::Key_Return);
-  EXPECT_EQ(bar().Count().toStdString(), "没有找到");
-  EXPECT_EQ(stockbook().Row(), row);
-  EXPECT_EQ(window_->message().Message().toStdString(), "找到记录共 0 条。");
-}
-
 TEST_F(Requests, FindOpensThePeriodOfAHit) {
   OpenFirst();
   grid().CollapseAll();
@@ -160,21 +92,6 @@ TEST_F(Requests, FindOpensThePeriodOfAHit) {
   for (int node = grid().NextSubtotal(1); node >= 0; node = grid().NextSubtotal(node + 1))
     closed += grid().IsCollapsed(node) ? 1 : 0;
   EXPECT_GT(closed, 0) << "the other periods stay closed";
-}
-
-TEST_F(Requests, FindLooksAnewInAJournalThatWasLoadedAgain) {
-  OpenFirst();
-  Item(QKeySequence::Find)->trigger();
-  Type(QStringLiteral("入库"));
-  Press(&bar().words(), Qt::Key_Return);
-  JournalOptions other = window_->bar().Options();
-  other.key_id += 1;
-  window_->LoadJournal(other);
-  EXPECT_EQ(bar().Count().toStdString(), "");
-  QSignalSpy found(&stockbook(), &qt::StockbookWidget::FindMsg);
-  Item(QKeySequence(Qt::Key_F3))->trigger();
-  EXPECT_GT(found.size(), 0);
-  EXPECT_LT(stockbook().Row(), grid().Rows());
 }
 
 TEST_F(Requests, TheNextHitOfNoWordsAsksForThem) {

@@ -4,16 +4,16 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyle>
+#include <QVBoxLayout>
 
+#include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {
 namespace {
 
-constexpr int kTypingMs = 200;
-// Longer journals are searched at Enter, not while the user types.
-constexpr int kMostRowsWhileTyping = 100'000;
-constexpr int kWordsWidth = 24;  // in full-width characters
+constexpr int kTypingMs = 120;
+constexpr int kWordsWidth = 10;  // in full-width characters
 
 QToolButton* MakeButton(const QString& text, const QString& tip) {
   auto* button = new QToolButton;
@@ -24,62 +24,114 @@ QToolButton* MakeButton(const QString& text, const QString& tip) {
   return button;
 }
 
+QToolButton* MakeSwitch(const QString& text, const QString& tip) {
+  QToolButton* button = MakeButton(text, tip);
+  button->setCheckable(true);
+  return button;
+}
+
 }  // namespace
 
 FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
     : QWidget(parent),
       stockbook_(stockbook),
       finder_(stockbook),
+      marks_(stockbook, finder_),
+      hits_(new HitList(stockbook, finder_)),
       words_(new QLineEdit),
+      match_case_(MakeSwitch(tr("大小写(&U)"), tr("区分大小写"))),
+      whole_words_(MakeSwitch(tr("全字(&G)"), tr("只找完整的词和数，如 12 不在 112 里"))),
+      patterns_(MakeSwitch(tr("通配符(&I)"), tr("* ? # [ ] 代表任意文字、一个字、一个数字、列出的字"))),
       previous_(MakeButton(tr("上一个(&R)"), tr("上一个（Shift+F3）"))),
       next_(MakeButton(tr("下一个(&N)"), tr("下一个（F3）"))),
+      list_(MakeSwitch(tr("列表(&K)"), tr("列出找到的全部内容和所在期间"))),
       close_(MakeButton(QString(), tr("关闭（Esc）"))),
       count_(new QLabel) {
   BuildRow();
   typed_.setSingleShot(true);
   typed_.setInterval(kTypingMs);
+  Connect();
+  hide();
+}
+
+void FindBar::Connect() {
   connect(words_, &QLineEdit::textEdited, this, [this] {
     count_->clear();
-    if (stockbook_.Rows() <= kMostRowsWhileTyping) typed_.start();
+    typed_.start();
   });
   connect(&typed_, &QTimer::timeout, this, [this] { Find(FindStep::kHere); });
+  for (QToolButton* button : {match_case_, whole_words_, patterns_})
+    connect(button, &QToolButton::toggled, this, [this] { Find(FindStep::kHere); });
   connect(next_, &QToolButton::clicked, this, &FindBar::Next);
   connect(previous_, &QToolButton::clicked, this, &FindBar::Previous);
-  connect(close_, &QToolButton::clicked, this, [this] {
-    hide();
-    emit Closed();
+  connect(close_, &QToolButton::clicked, this, &FindBar::Close);
+  connect(list_, &QToolButton::toggled, this, [this](bool shown) {
+    hits_->setVisible(shown);
+    hits_->ShowPlace();
   });
-  connect(&stockbook, &qt::StockbookWidget::AfterLoaded, count_, &QLabel::clear);
-  hide();
+  connect(hits_, &HitList::Went, this, &FindBar::ShowCount);
+  connect(hits_, &HitList::Chosen, &stockbook_, qOverload<>(&QWidget::setFocus));
+  connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, &FindBar::Forget);
 }
 
 void FindBar::BuildRow() {
   auto* label = new QLabel(tr("查找(&D)"));
   label->setBuddy(words_);
-  words_->setPlaceholderText(tr("几个词用空格隔开；* ? # 代表任意文字、一个字、一个数字"));
+  words_->setPlaceholderText(tr("几个词用空格隔开；数照显示的样子写"));
   words_->setClearButtonEnabled(true);
   words_->setMinimumWidth(kWordsWidth * 2 * words_->fontMetrics().averageCharWidth());
-  words_->setMaximumWidth(2 * words_->minimumWidth());
+  words_->setMaximumWidth(4 * words_->minimumWidth());
   close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   close_->setAccessibleName(tr("关闭查找"));
+  match_case_->setAccessibleName(tr("区分大小写"));
+  whole_words_->setAccessibleName(tr("全字匹配"));
   count_->setTextFormat(Qt::PlainText);
-  auto* row = new QHBoxLayout(this);
+  count_->setMinimumWidth(1);
+  hits_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+  hits_->hide();
+  auto* row = new QHBoxLayout;
   row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
   row->setSpacing(kBarSpacing);
   row->addWidget(label);
-  row->addWidget(words_, 1);
-  row->addWidget(previous_);
-  row->addWidget(next_);
+  row->addWidget(words_, 2);
+  for (QToolButton* button : {match_case_, whole_words_, patterns_, previous_, next_, list_}) row->addWidget(button);
   row->addSpacing(kBarMargin);
   row->addWidget(count_);
   row->addStretch(1);
   row->addWidget(close_);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(hits_);
+  rows->addLayout(row);
 }
 
 void FindBar::Open() {
   show();
   words_->setFocus(Qt::ShortcutFocusReason);
   words_->selectAll();
+}
+
+void FindBar::Close() {
+  typed_.stop();
+  hide();
+  emit Closed();
+}
+
+void FindBar::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  marks_.SetShown(true);
+}
+
+void FindBar::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  marks_.SetShown(false);
+  finder_.Rest();
+}
+
+FindQuery FindBar::Query() const {
+  return {qt::FromQString(words_->text()),
+          {match_case_->isChecked(), whole_words_->isChecked(), patterns_->isChecked()}};
 }
 
 void FindBar::Step(FindStep step) {
@@ -92,12 +144,21 @@ void FindBar::Step(FindStep step) {
 
 void FindBar::Find(FindStep step) {
   typed_.stop();
-  finder_.Go(words_->text(), step);
+  finder_.Go(Query(), step);
   ShowCount();
+  hits_->ShowPlace();
+  if (!finder_.error().isEmpty()) emit Failed(finder_.error());
+}
+
+void FindBar::Forget() {
+  finder_.Clear();
+  count_->clear();
 }
 
 void FindBar::ShowCount() {
-  if (words_->text().trimmed().isEmpty()) {
+  if (!finder_.error().isEmpty()) {
+    count_->setText(tr("通配符有误"));
+  } else if (words_->text().trimmed().isEmpty()) {
     count_->clear();
   } else if (finder_.hits() == 0) {
     count_->setText(tr("没有找到"));
@@ -110,11 +171,14 @@ void FindBar::keyPressEvent(QKeyEvent* event) {
   const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
   switch (event->key()) {
     case Qt::Key_Escape:
-      close_->click();
+      Close();
       break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       Find(shift ? FindStep::kPrevious : FindStep::kNext);
+      break;
+    case Qt::Key_Down:
+      if (hits_->isVisible()) hits_->setFocus(Qt::TabFocusReason);
       break;
     default:
       QWidget::keyPressEvent(event);

@@ -1,41 +1,77 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/journal_finder.h"
 
+#include <QApplication>
 #include <algorithm>
 
+#include "base/scope_exit.h"
+#include "platform/error.h"
+#include "qt/text.h"
+#include "sheet/grid_sheet.h"
+
 namespace stockbook::app {
+namespace {
 
-JournalFinder::JournalFinder(qt::StockbookWidget& stockbook) : stockbook_(stockbook) {
-  connect(&stockbook, &qt::StockbookWidget::FindMsg, this, &JournalFinder::Take);
+// Looking up what so many lines hold takes a noticeable time.
+constexpr size_t kManyLines = 200'000;
+
+}  // namespace
+
+JournalFinder::JournalFinder(qt::StockbookWidget& stockbook) : stockbook_(stockbook), search_(stockbook.sheet()) {
+  // Numbers may be shown in other formats.
+  connect(&stockbook, &qt::StockbookWidget::AfterFormatted, this, [this] { search_.Forget(); });
 }
 
-// A hit is the text of the row, a blank, a bar and the row's number; the text may contain bars itself.
-void JournalFinder::Take(const QString& message) {
-  if (message == QLatin1String("#BEGIN#")) {
-    rows_.clear();
-    return;
-  }
-  bool is_number = false;
-  const int row = QStringView(message).mid(message.lastIndexOf(QLatin1Char('|')) + 1).toInt(&is_number);
-  if (is_number && message.contains(QLatin1Char('|'))) rows_.push_back(row);
-}
-
-void JournalFinder::Search(const QString& words) {
-  words_ = words;
+void JournalFinder::Search(const FindQuery& query) {
+  const std::vector<int> before = std::move(rows_);
+  const bool same_words = query == query_;
+  query_ = query;
+  error_.clear();
   rows_.clear();
-  stockbook_.Find(words);
-  revision_ = stockbook_.Grid().Revision();
+  const bool takes_long = !search_.IsIndexed() && stockbook_.sheet().RecordCount() >= kManyLines;
+  if (takes_long) QApplication::setOverrideCursor(Qt::WaitCursor);
+  const base::ScopeExit restored([takes_long] {
+    if (takes_long) QApplication::restoreOverrideCursor();
+  });
+  try {
+    rows_ = search_.Find(query);
+  } catch (const platform::Error& error) {
+    error_ = qt::ToQString(error.what());
+  }
+  if (!same_words || rows_ != before) emit Changed();
 }
 
-void JournalFinder::Go(const QString& words, FindStep step) {
-  const bool anew = words != words_;
-  if (anew || revision_ != stockbook_.Grid().Revision()) Search(words);
+void JournalFinder::Clear() {
+  rows_.clear();
+  place_ = 0;
+  emit Changed();
+}
+
+void JournalFinder::Go(const FindQuery& query, FindStep step) {
+  const bool anew = query != query_;
+  Search(query);
   place_ = 0;
   if (rows_.empty()) return;
-  const size_t index = PlaceOf(anew && step == FindStep::kNext ? FindStep::kHere : step);
-  OpenPeriodsOf(rows_[index]);
-  stockbook_.SetRow(rows_[index]);
+  GoTo(PlaceOf(anew && step == FindStep::kNext ? FindStep::kHere : step));
+}
+
+void JournalFinder::GoTo(size_t index) {
+  if (index >= rows_.size()) return;
+  const int row = rows_[index];
+  platform::Grid& grid = stockbook_.Grid();
+  if (row >= grid.Rows()) return;
   place_ = index + 1;
+  OpenPeriodsOf(row);
+  const int column = FirstColumnWithAWord(row);
+  grid.Select(row, column >= 0 ? column : grid.Col());
+}
+
+int JournalFinder::FirstColumnWithAWord(int row) const {
+  const platform::Grid& grid = stockbook_.Grid();
+  for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
+    if (!grid.ColHidden(column) && HasAnyWord(grid.DisplayText(row, column))) return column;
+  }
+  return -1;
 }
 
 size_t JournalFinder::PlaceOf(FindStep step) const {

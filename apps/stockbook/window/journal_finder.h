@@ -3,19 +3,20 @@
 
 #include <QObject>
 #include <QString>
-#include <cstdint>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "qt/stockbook_widget.h"
+#include "stockbook/find/journal_search.h"
 
 namespace stockbook::app {
 
 // Where to go next.
 enum class FindStep { kHere, kNext, kPrevious };
 
-// Asks the control to find words, keeps the rows that it reports, and steps through them, wrapping around at the ends.
-// A hit in a closed period opens it. If the rows have changed since (a reload), it searches again. A step costs a
-// search, or O(log hits + nodes).
+// Finds rows by what their cells show and steps through them, wrapping around at the ends. A hit in a closed period
+// opens it. It searches again at every step, which costs next to nothing as long as the journal is the same.
 class JournalFinder : public QObject {
   Q_OBJECT
 
@@ -24,22 +25,42 @@ class JournalFinder : public QObject {
 
   // Moves to the hit at, after or before the current row, wrapping around at the ends. For new words the next hit may
   // be the current row itself. Does nothing if the text has no words or no row contains them.
-  void Go(const QString& words, FindStep step);
-  // The number of rows found by the last search, and the position of the current row among them, from 1; 0 for none.
+  void Go(const FindQuery& query, FindStep step);
+  // Moves to a hit, from 0.
+  void GoTo(size_t index);
+  // There are no hits until the next search; marked words stay.
+  void Clear();
+  // Gives back the memory that only searching for other words needs.
+  void Rest() { search_.DropIndex(); }
+
+  // The rows found by the last search, ascending, and the position of the current row among them, from 1; 0 for none.
+  const std::vector<int>& rows() const { return rows_; }
   size_t hits() const { return rows_.size(); }
   size_t place() const { return place_; }
+  // Why nothing could be searched for; empty if it could.
+  const QString& error() const { return error_; }
+
+  bool HasWords() const { return search_.HasWords(); }
+  // Whether the text that a cell shows has one of the words.
+  bool HasAnyWord(std::string_view shown) const { return search_.HasAnyWord(shown); }
+  // The first shown cell of the row with one of the words, or -1.
+  int FirstColumnWithAWord(int row) const;
+
+ signals:
+  // The rows or the words are others.
+  void Changed();
 
  private:
-  void Take(const QString& message);
-  void Search(const QString& words);
+  void Search(const FindQuery& query);
   size_t PlaceOf(FindStep step) const;
   void OpenPeriodsOf(int row);
 
   qt::StockbookWidget& stockbook_;
-  QString words_;
+  JournalSearch search_;
+  FindQuery query_;
   std::vector<int> rows_;
   size_t place_ = 0;
-  int64_t revision_ = -1;
+  QString error_;
 };
 
 }  // namespace stockbook::app

@@ -40,6 +40,8 @@ MainWindow::MainWindow(QWidget* parent)
       bar_(new JournalBar),
       stockbook_(new qt::StockbookWidget),
       find_bar_(new FindBar(*stockbook_)),
+      selection_line_(new SelectionLine(*stockbook_)),
+      clipboard_(*stockbook_),
       menus_(new WindowMenus(*menuBar())),
       columns_(std::make_unique<JournalColumns>(*stockbook_)),
       journal_(std::make_unique<ShownJournal>(*stockbook_, *columns_)),
@@ -97,6 +99,7 @@ void MainWindow::BuildStatusLine() {
   progress_->setMaximumHeight(message_->sizeHint().height() + 2);
   progress_->hide();
   statusBar()->addWidget(message_, 1);
+  statusBar()->addPermanentWidget(selection_line_);
   statusBar()->addPermanentWidget(progress_);
   statusBar()->addPermanentWidget(coverage_);
   statusBar()->addPermanentWidget(row_count_);
@@ -111,10 +114,13 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
   connect(views_, &JournalViews::Told, this, &MainWindow::ShowMessage);
   connect(views_, &JournalViews::RangeChanged, this, [this] {
+    find_bar_->Forget();
     row_count_->setText(views_->RowCount());
     UpdateTitle();
   });
   connect(find_bar_, &FindBar::Closed, stockbook_, qOverload<>(&QWidget::setFocus));
+  connect(find_bar_, &FindBar::Failed, this, &MainWindow::ShowMessage);
+  connect(&clipboard_, &SelectionClipboard::Said, this, &MainWindow::ShowMessage);
   connect(stockbook_, &qt::StockbookWidget::CommandExecute, this,
           [this](const QString& command) { ObeyCommand(command); });
 }
@@ -266,6 +272,8 @@ void MainWindow::BuildMenus() {
             &MainWindow::ShowStatistics);
   menus.Add(MenuPlace::kEditCopy, tr("复制(&C)"), QKeySequence::Copy, this,
             [this] { stockbook_->sheet().view().observer().Copy(); });
+  menus.Add(MenuPlace::kEditCopy, tr("复制本格(&V)"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), &clipboard_,
+            &SelectionClipboard::CopyCell);
   menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
   views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&A)")));

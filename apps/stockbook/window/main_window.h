@@ -23,6 +23,8 @@
 #include "stockbook/window/journal_zoom.h"
 #include "stockbook/window/margin_menu.h"
 #include "stockbook/window/message_line.h"
+#include "stockbook/window/selection_clipboard.h"
+#include "stockbook/window/selection_line.h"
 #include "stockbook/window/shown_journal.h"
 #include "stockbook/window/window_colours.h"
 #include "stockbook/window/window_menus.h"
@@ -72,6 +74,7 @@ class MainWindow : public QMainWindow {
   WindowRecall* recall() { return recall_.get(); }
   JournalViews& views() { return *views_; }
   const MessageLine& message() const { return *message_; }
+  const SelectionLine& selection_line() const { return *selection_line_; }
   PaperActions& paper() { return *paper_; }
   const CoverageLabel& coverage() const { return *coverage_; }
   // What titles and pages say of the journal that is shown.
@@ -104,6 +107,8 @@ class MainWindow : public QMainWindow {
   JournalBar* bar_;
   qt::StockbookWidget* stockbook_;
   FindBar* find_bar_;
+  SelectionLine* selection_line_;
+  SelectionClipboard clipboard_;
   WindowMenus* menus_;
   std::unique_ptr<JournalColumns> columns_;
   std::unique_ptr<ShownJournal> journal_;

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+#include "stockbook/window/journal_finder.h"
+
+namespace stockbook::app {
+
+// The hits of a search as a table: the period, the bill, and the first cell with a word. It reads rows only when they
+// are shown, and offers so many at a time that a million hits cost no more than a hundred.
+class HitModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  HitModel(qt::StockbookWidget& stockbook, const JournalFinder& finder);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  bool canFetchMore(const QModelIndex& parent) const override;
+  void fetchMore(const QModelIndex& parent) override;
+
+  // Offers the hit, too, if it exists.
+  void FetchUpTo(int hit);
+
+ private:
+  void Reset();
+  QString PeriodOf(int row) const;
+  QString BillOf(int row) const;
+  QString CellOf(int row) const;
+
+  qt::StockbookWidget& stockbook_;
+  const JournalFinder& finder_;
+  int offered_ = 0;
+};
+
+// The table that shows them: going from hit to hit in it goes there in the journal.
+class HitList : public QTableView {
+  Q_OBJECT
+
+ public:
+  HitList(qt::StockbookWidget& stockbook, JournalFinder& finder, QWidget* parent = nullptr);
+
+  // Makes the finder's place the current line, without going anywhere; does nothing while the list is hidden.
+  void ShowPlace();
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ signals:
+  // The user went to a hit.
+  void Went();
+  // Enter was pressed on a hit, or it was double-clicked.
+  void Chosen();
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  JournalFinder& finder_;
+  HitModel* hits_;
+  bool showing_place_ = false;
+};
+
+}  // namespace stockbook::app
