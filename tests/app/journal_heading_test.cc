@@ -7,6 +7,7 @@
 #include "base/column_keys.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/heading/journal_coverage.h"
+#include "stockbook/window/coverage_words.h"
 
 namespace stockbook::app {
 namespace {
@@ -130,12 +131,14 @@ TEST_F(Coverage, OfAClassOfCustomersIsWhatTheControlLists) {
   const auto connection = OpenInventory(PathOf("sample.db"));
   JournalOptions options = Customers(0);
   options.dp_code = "01";
-  EXPECT_EQ(ReadCoverage(*connection, options).covers, "分类以“0”开头的客户") << "whatever class was chosen";
+  EXPECT_EQ(CoverageSentence(ReadCoverage(*connection, options)).section(QStringLiteral("，"), 0, 0).toStdString(),
+            "本台账列出分类以“0”开头的客户") << "whatever class was chosen";
   options.journal_type = base::SupplierJournal;
-  EXPECT_EQ(ReadCoverage(*connection, options).covers, "分类以“01”开头的供应商");
+  EXPECT_EQ(CoverageSentence(ReadCoverage(*connection, options)).section(QStringLiteral("，"), 0, 0).toStdString(),
+            "本台账列出分类以“01”开头的供应商");
   options.journal_type = base::MaterialJournal;
   EXPECT_TRUE(ReadCoverage(*connection, options).IsComplete());
-  EXPECT_EQ(ReadCoverage(*connection, options).Sentence(), "");
+  EXPECT_EQ(CoverageSentence(ReadCoverage(*connection, options)).toStdString(), "");
 }
 
 TEST_F(Coverage, IsEverythingWhereNobodyIsOfTheClass) {
@@ -143,21 +146,22 @@ TEST_F(Coverage, IsEverythingWhereNobodyIsOfTheClass) {
   const auto connection = OpenInventory(PathOf("sample.db"));
   const JournalCoverage coverage = ReadCoverage(*connection, Customers(0));
   EXPECT_TRUE(coverage.IsComplete());
-  EXPECT_EQ(coverage.Sentence(), "本台账列出全部记录，因为没有分类以“0”开头的客户。");
+  EXPECT_EQ(CoverageSentence(coverage).toStdString(), "本台账列出全部记录，因为没有分类以“0”开头的客户。");
 }
 
 TEST(CoverageOfAJournal, IsSaidInOneSentence) {
   JournalCoverage coverage;
-  coverage.noun = "客户";
-  coverage.covers = "分类以“0”开头的客户";
-  EXPECT_EQ(coverage.Short(), "");
-  EXPECT_EQ(coverage.Sentence(), "本台账列出分类以“0”开头的客户。");
+  EXPECT_EQ(ShortCoverage(coverage).toStdString(), "");
+  coverage.listed = JournalCoverage::Listed::kOfClass;
+  coverage.code = "0";
+  EXPECT_EQ(ShortCoverage(coverage).toStdString(), "分类以“0”开头的客户");
+  EXPECT_EQ(CoverageSentence(coverage).toStdString(), "本台账列出分类以“0”开头的客户。");
   coverage.lines_left_out = 12;
-  EXPECT_EQ(coverage.Short(), "未列入 12 行");
-  EXPECT_EQ(coverage.Sentence(), "本台账列出分类以“0”开头的客户，没有列入 12 行没有客户的记录。");
+  EXPECT_EQ(ShortCoverage(coverage).toStdString(), "未列入 12 行");
+  EXPECT_EQ(CoverageSentence(coverage).toStdString(), "本台账列出分类以“0”开头的客户，没有列入 12 行没有客户的记录。");
   coverage.partners_left_out = 3;
-  EXPECT_EQ(coverage.Short(), "未列入 3 个客户、12 行");
-  EXPECT_EQ(coverage.Sentence(),
+  EXPECT_EQ(ShortCoverage(coverage).toStdString(), "未列入 3 个客户、12 行");
+  EXPECT_EQ(CoverageSentence(coverage).toStdString(),
             "本台账列出分类以“0”开头的客户，没有列入其他 3 个客户，也没有列入 12 行没有客户的记录。");
 }
 

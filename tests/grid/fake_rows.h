@@ -30,6 +30,9 @@ class FakeRows : public platform::GridRows {
   }
   bool RowHidden(int row) const override { return At(row).hidden; }
   void SetRowHidden(int row, bool hidden) override { At(row).hidden = hidden; }
+  void SetRowsHidden(int first, int last, bool hidden) override {
+    for (int row = first; row < last; ++row) At(row).hidden = hidden;
+  }
   int RowHeight(int row) const override { return At(row).height_twips; }
   void SetRowHeight(int row, int twips) override {
     if (row >= 0) At(row).height_twips = twips;

@@ -173,7 +173,7 @@ TEST_F(Threaded, HasNoMomentsWhereTheOtherConnectionHasNone) {
 }
 
 TEST_F(Threaded, LetsTheWindowsPaintMeanwhile) {
-  class Painted : public QWidget {
+  class Window : public QWidget {
    public:
     std::function<void()> when_painted;
 
@@ -182,7 +182,7 @@ TEST_F(Threaded, LetsTheWindowsPaintMeanwhile) {
       if (when_painted) when_painted();
     }
   };
-  Painted window;
+  Window window;
   window.show();
   QApplication::processEvents();
   bool painted = false;

@@ -76,6 +76,7 @@ class FaultyGrid : public platform::Grid {
   void AddItem(std::string_view tab_text, int position) override { Asked().AddItem(tab_text, position); }
   bool RowHidden(int row) const override { return Asked().RowHidden(row); }
   void SetRowHidden(int row, bool hidden) override { Asked().SetRowHidden(row, hidden); }
+  void SetRowsHidden(int first, int last, bool hidden) override { Asked().SetRowsHidden(first, last, hidden); }
   int RowHeight(int row) const override { return Asked().RowHeight(row); }
   void SetRowHeight(int row, int twips) override { Asked().SetRowHeight(row, twips); }
   float RowHeightMin() const override { return Asked().RowHeightMin(); }

@@ -11,14 +11,13 @@ namespace stockbook::app {
 namespace {
 
 struct PartnerTables {
-  const char* noun;
   std::string partners;
   std::string lines;
 };
 
 PartnerTables TablesOf(int journal_type) {
-  if (journal_type == base::SupplierJournal) return {"供应商", "厂商资料", "入库记录"};
-  return {"客户", "客户资料", "出库记录"};
+  if (journal_type == base::SupplierJournal) return {"厂商资料", "入库记录"};
+  return {"客户资料", "出库记录"};
 }
 
 // The beginning of the codes whose partners are listed. The customer journal takes the number of its second key for a
@@ -50,28 +49,7 @@ int64_t CountLinesOfNobody(platform::Connection& connection, const JournalOption
   return rows.AtEnd() ? 0 : rows.FieldValue(size_t{0}).AsInteger().value_or(0);
 }
 
-std::string Counted(int64_t count, std::string_view unit) { return std::to_string(count) + " " + std::string(unit); }
-
 }  // namespace
-
-std::string JournalCoverage::Short() const {
-  if (IsComplete()) return {};
-  std::string text = "未列入 ";
-  if (partners_left_out > 0) text += Counted(partners_left_out, "个") + noun;
-  if (partners_left_out > 0 && lines_left_out > 0) text += "、";
-  if (lines_left_out > 0) text += Counted(lines_left_out, "行");
-  return text;
-}
-
-std::string JournalCoverage::Sentence() const {
-  const std::string head = covers.empty() ? "" : "本台账列出" + covers;
-  if (IsComplete()) return head.empty() ? "" : head + "。";
-  std::string text = head.empty() ? "本台账" : head + "，";
-  if (partners_left_out > 0) text += "没有列入其他 " + Counted(partners_left_out, "个") + noun;
-  if (partners_left_out > 0 && lines_left_out > 0) text += "，也";
-  if (lines_left_out > 0) text += "没有列入 " + Counted(lines_left_out, "行") + "没有" + noun + "的记录";
-  return text + "。";
-}
 
 std::string AllCovers(int journal_type) {
   if (journal_type == base::CustomerJournal) return "（分类以“0”开头的）";
@@ -86,13 +64,14 @@ JournalCoverage ReadCoverage(platform::Connection& connection, const JournalOpti
   const std::string code = WantedCode(options);
   const PartnerCounts partners = CountPartners(connection, tables.partners, code);
   JournalCoverage coverage;
-  coverage.noun = tables.noun;
+  coverage.of_suppliers = options.journal_type == base::SupplierJournal;
+  coverage.code = code;
   if (partners.listed == 0) {
     // Without anybody to list there is no condition, and every line is there.
-    coverage.covers = "全部记录，因为没有分类以“" + code + "”开头的" + tables.noun;
+    coverage.listed = JournalCoverage::Listed::kEverything;
     return coverage;
   }
-  coverage.covers = (code.empty() ? "有分类的" : "分类以“" + code + "”开头的") + std::string(tables.noun);
+  coverage.listed = code.empty() ? JournalCoverage::Listed::kWithClass : JournalCoverage::Listed::kOfClass;
   coverage.partners_left_out = partners.left_out;
   coverage.lines_left_out = CountLinesOfNobody(connection, options, tables.lines);
   return coverage;

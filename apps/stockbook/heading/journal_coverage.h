@@ -13,18 +13,19 @@ namespace stockbook::app {
 // journal of all customers has those whose code begins with 0, and lines without a partner are in none. Nobody would
 // guess that from a list of lines, so the host tells it.
 struct JournalCoverage {
-  // The members that the journal lists, as a noun: "分类以“0”开头的客户"; "" where the heading says it.
-  std::string covers;
+  enum class Listed {
+    kAsHeaded,    // what the heading says
+    kWithClass,   // the partners that have a class
+    kOfClass,     // those whose class begins with the code
+    kEverything,  // every line, for want of a partner of that class
+  };
+  Listed listed = Listed::kAsHeaded;
+  std::string code;
   int64_t partners_left_out = 0;
   int64_t lines_left_out = 0;  // that have no partner
+  bool of_suppliers = false;   // otherwise of customers
 
   bool IsComplete() const { return partners_left_out == 0 && lines_left_out == 0; }
-  // "未列入 3 个客户、12 行"; "" if it is complete.
-  std::string Short() const;
-  // "本台账只列分类以“0”开头的客户：……"; "" if there is nothing to tell.
-  std::string Sentence() const;
-
-  const char* noun = "";  // 客户, 供应商
 };
 
 // What the chooser's entry for all of them covers, to stand behind its name: "（分类以“0”开头的）". "" where all are

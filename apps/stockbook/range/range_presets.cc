@@ -14,24 +14,6 @@ JournalRange PeriodsFrom(PeriodKey first, int count) {
 
 }  // namespace
 
-const char* CaptionOf(RangePreset preset) {
-  switch (preset) {
-    case RangePreset::kAll:
-      return "全部";
-    case RangePreset::kThisMonth:
-      return "本月";
-    case RangePreset::kLastMonth:
-      return "上月";
-    case RangePreset::kThisQuarter:
-      return "本季度";
-    case RangePreset::kThisYear:
-      return "本年";
-    case RangePreset::kNewestPeriod:
-      return "最末期间";
-  }
-  return "";
-}
-
 JournalRange RangeOf(RangePreset preset, int64_t today, const std::optional<PeriodKey>& newest) {
   const base::DateParts now = base::Date::FromSeconds(today * base::Date::kSecondsPerDay).parts();
   const PeriodKey month{now.year, now.month};

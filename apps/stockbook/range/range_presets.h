@@ -14,9 +14,6 @@ inline constexpr RangePreset kRangePresets[] = {RangePreset::kAll,       RangePr
                                                 RangePreset::kLastMonth, RangePreset::kThisQuarter,
                                                 RangePreset::kThisYear,  RangePreset::kNewestPeriod};
 
-// "本月".
-const char* CaptionOf(RangePreset preset);
-
 // The range as of `today`, a day counted from the zero date. `newest` is the last period that the journal has; without
 // one the newest period is everything.
 JournalRange RangeOf(RangePreset preset, int64_t today, const std::optional<PeriodKey>& newest);

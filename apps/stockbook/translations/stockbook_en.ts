@@ -26,6 +26,34 @@ Only selected lines count, totals do not.</translation>
         <translation>%1 has no bills.</translation>
     </message>
     <message>
+        <source>%1至%2</source>
+        <translation>%1 to %2</translation>
+    </message>
+    <message>
+        <source>%1起</source>
+        <translation>from %1</translation>
+    </message>
+    <message>
+        <source>%L1 个供应商</source>
+        <translation>%L1 suppliers</translation>
+    </message>
+    <message>
+        <source>%L1 个客户</source>
+        <translation>%L1 customers</translation>
+    </message>
+    <message>
+        <source>%L1 行</source>
+        <translation>%L1 lines</translation>
+    </message>
+    <message>
+        <source>%L1 行没有供应商的记录</source>
+        <translation>%L1 lines without a supplier</translation>
+    </message>
+    <message>
+        <source>%L1 行没有客户的记录</source>
+        <translation>%L1 lines without a customer</translation>
+    </message>
+    <message>
         <source>* ? # [ ] 代表任意文字、一个字、一个数字、列出的字</source>
         <translation>* ? # [ ] stand for any text, a character, a digit, one of a list</translation>
     </message>
@@ -48,6 +76,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>Windows-1252（西文）</source>
         <translation>Windows-1252 (western)</translation>
+    </message>
+    <message>
+        <source>XLSX 工作簿</source>
+        <translation>XLSX workbook</translation>
     </message>
     <message>
         <source>“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。</source>
@@ -206,6 +238,14 @@ Only selected lines count, totals do not.</translation>
         <translation>All customers</translation>
     </message>
     <message>
+        <source>全部记录，因为没有分类以“%1”开头的供应商</source>
+        <translation>every line, because no supplier's class begins with “%1”</translation>
+    </message>
+    <message>
+        <source>全部记录，因为没有分类以“%1”开头的客户</source>
+        <translation>every line, because no customer's class begins with “%1”</translation>
+    </message>
+    <message>
         <source>全部项目</source>
         <translation>All projects</translation>
     </message>
@@ -250,10 +290,6 @@ Only selected lines count, totals do not.</translation>
         <translation>Frozen columns take at most two thirds of the view; the others freeze once the window is wider.</translation>
     </message>
     <message>
-        <source>几个词用空格隔开；* ? # 代表任意文字、一个字、一个数字</source>
-        <translation>Words with blanks between them; * ? # stand for any text, a character, a digit</translation>
-    </message>
-    <message>
         <source>几个词用空格隔开；数照显示的样子写</source>
         <translation>Words with blanks between them; numbers as they are shown</translation>
     </message>
@@ -272,6 +308,14 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>分号</source>
         <translation>Semicolon</translation>
+    </message>
+    <message>
+        <source>分类以“%1”开头的供应商</source>
+        <translation>suppliers whose class begins with “%1”</translation>
+    </message>
+    <message>
+        <source>分类以“%1”开头的客户</source>
+        <translation>customers whose class begins with “%1”</translation>
     </message>
     <message>
         <source>分隔符(&amp;D)</source>
@@ -358,6 +402,10 @@ Only selected lines count, totals do not.</translation>
         <translation>Ran&amp;ge</translation>
     </message>
     <message>
+        <source>区间、汇总与走势(&amp;A)</source>
+        <translation>R&amp;ange, totals and plots</translation>
+    </message>
+    <message>
         <source>区间只含这一期间的一部分，各数只计显示的行</source>
         <translation>The range has only a part of this period; the numbers count the rows that are shown</translation>
     </message>
@@ -406,6 +454,14 @@ Only selected lines count, totals do not.</translation>
         <translation>Second quantity, tax, hidden amounts</translation>
     </message>
     <message>
+        <source>发出数量</source>
+        <translation>Quantity out</translation>
+    </message>
+    <message>
+        <source>发出金额</source>
+        <translation>Amount out</translation>
+    </message>
+    <message>
         <source>取消</source>
         <translation>Cancel</translation>
     </message>
@@ -436,10 +492,6 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>只看将被跳过的行(&amp;K)</source>
         <translation>Only rows that would be s&amp;kipped</translation>
-    </message>
-    <message>
-        <source>台账(&amp;J)</source>
-        <translation>&amp;Journal</translation>
     </message>
     <message>
         <source>台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。</source>
@@ -646,6 +698,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>The import was not finished, and nothing was written: %1</translation>
     </message>
     <message>
+        <source>导入表格</source>
+        <translation>Import a table</translation>
+    </message>
+    <message>
         <source>导出(&amp;E)...</source>
         <translation>&amp;Export...</translation>
     </message>
@@ -850,6 +906,14 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Undo the change of columns</translation>
     </message>
     <message>
+        <source>收入数量</source>
+        <translation>Quantity in</translation>
+    </message>
+    <message>
+        <source>收入金额</source>
+        <translation>Amount in</translation>
+    </message>
+    <message>
         <source>收入（上）与发出（下）</source>
         <translation>Receipts (up) and issues (down)</translation>
     </message>
@@ -922,8 +986,48 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Recently opened</translation>
     </message>
     <message>
+        <source>有分类的供应商</source>
+        <translation>suppliers with a class</translation>
+    </message>
+    <message>
+        <source>有分类的客户</source>
+        <translation>customers with a class</translation>
+    </message>
+    <message>
         <source>有引号没有配对，%L1 行无法读取，第一处在第 %L2 行，没有写入任何内容：请改正后再导入。</source>
         <translation>Quotes do not match, %L1 rows cannot be read, the first one at row %L2, and nothing was written: mend that and import again.</translation>
+    </message>
+    <message>
+        <source>期初数量</source>
+        <translation>Opening quantity</translation>
+    </message>
+    <message>
+        <source>期初累计数量</source>
+        <translation>Quantity so far, before</translation>
+    </message>
+    <message>
+        <source>期初累计金额</source>
+        <translation>Amount so far, before</translation>
+    </message>
+    <message>
+        <source>期初金额</source>
+        <translation>Opening amount</translation>
+    </message>
+    <message>
+        <source>期末数量</source>
+        <translation>Closing quantity</translation>
+    </message>
+    <message>
+        <source>期末累计数量</source>
+        <translation>Quantity so far, after</translation>
+    </message>
+    <message>
+        <source>期末累计金额</source>
+        <translation>Amount so far, after</translation>
+    </message>
+    <message>
+        <source>期末金额</source>
+        <translation>Closing amount</translation>
     </message>
     <message>
         <source>期间</source>
@@ -946,8 +1050,32 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Term</translation>
     </message>
     <message>
+        <source>未列入 %1</source>
+        <translation>Without %1</translation>
+    </message>
+    <message>
+        <source>未列入 %1、%2</source>
+        <translation>Without %1 and %2</translation>
+    </message>
+    <message>
         <source>末页</source>
         <translation>Last page</translation>
+    </message>
+    <message>
+        <source>本台账列出%1。</source>
+        <translation>This journal lists %1.</translation>
+    </message>
+    <message>
+        <source>本台账列出%1，没有列入 %2。</source>
+        <translation>This journal lists %1, without %2.</translation>
+    </message>
+    <message>
+        <source>本台账列出%1，没有列入其他 %2。</source>
+        <translation>This journal lists %1, without %2 more.</translation>
+    </message>
+    <message>
+        <source>本台账列出%1，没有列入其他 %2，也没有列入 %3。</source>
+        <translation>This journal lists %1, without %2 more, and without %3.</translation>
     </message>
     <message>
         <source>本季度</source>
@@ -1202,8 +1330,16 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Own choice</translation>
     </message>
     <message>
+        <source>至%1</source>
+        <translation>to %1</translation>
+    </message>
+    <message>
         <source>行</source>
         <translation>Row</translation>
+    </message>
+    <message>
+        <source>表格 (*.csv *.tsv *.txt *.xlsx *.csv.gz);;所有文件 (*)</source>
+        <translation>Tables (*.csv *.tsv *.txt *.xlsx *.csv.gz);;All files (*)</translation>
     </message>
     <message>
         <source>规格</source>
@@ -1272,10 +1408,6 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>转到台账</source>
         <translation>Go to a journal</translation>
-    </message>
-    <message>
-        <source>转到台账(&amp;G)...</source>
-        <translation>&amp;Go to a journal...</translation>
     </message>
     <message>
         <source>转到台账(&amp;K)...</source>

@@ -2,9 +2,8 @@
 #include "stockbook/window/coverage_label.h"
 
 #include "platform/error.h"
-#include "qt/text.h"
 #include "qt/tool_tip.h"
-#include "stockbook/heading/journal_coverage.h"
+#include "stockbook/window/coverage_words.h"
 
 namespace stockbook::app {
 
@@ -19,8 +18,8 @@ void CoverageLabel::Tell(platform::Connection& connection, const JournalOptions&
     coverage = ReadCoverage(connection, options);
   } catch (const platform::Error&) {
   }
-  const QString sentence = qt::ToQString(coverage.Sentence());
-  setText(coverage.IsComplete() ? qt::ToQString(coverage.covers) : qt::ToQString(coverage.Short()));
+  const QString sentence = CoverageSentence(coverage);
+  setText(ShortCoverage(coverage));
   setToolTip(qt::PlainToolTip(sentence));
   setAccessibleDescription(sentence);
   setVisible(!text().isEmpty());

@@ -7,6 +7,8 @@
 #include "qt/text.h"
 #include "stockbook/plot/plot_series.h"
 #include "stockbook/range/period_summary.h"
+#include "stockbook/window/host_translator.h"
+#include "stockbook/window/range_words.h"
 #include "stockbook/window/total_notes.h"
 
 namespace stockbook::app {
@@ -61,21 +63,21 @@ void JournalViews::ConnectPanels() {
 
 void JournalViews::AddActions(QMenu& menu) {
   BuildRangeMenu(menu);
-  AddPanelAction(menu, *periods_, QStringLiteral("期间汇总(&M)"), QKeySequence(Qt::CTRL | Qt::Key_M));
-  AddPanelAction(menu, *plot_, QStringLiteral("走势图(&G)"), QKeySequence(Qt::CTRL | Qt::Key_G));
+  AddPanelAction(menu, *periods_, HostText("期间汇总(&M)"), QKeySequence(Qt::CTRL | Qt::Key_M));
+  AddPanelAction(menu, *plot_, HostText("走势图(&G)"), QKeySequence(Qt::CTRL | Qt::Key_G));
 }
 
 void JournalViews::BuildRangeMenu(QMenu& menu) {
-  QMenu* ranges = menu.addMenu(QStringLiteral("区间(&A)"));
-  QAction* choose = ranges->addAction(QStringLiteral("选择区间(&R)..."), bar_, &RangeBar::Open);
+  QMenu* ranges = menu.addMenu(HostText("区间(&A)"));
+  QAction* choose = ranges->addAction(HostText("选择区间(&R)..."), bar_, &RangeBar::Open);
   choose->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
   ranges->addSeparator();
   for (const RangePreset preset : kRangePresets)
-    ranges->addAction(QString::fromUtf8(CaptionOf(preset)), bar_, [this, preset] { bar_->Choose(preset); });
+    ranges->addAction(PresetWords(preset), bar_, [this, preset] { bar_->Choose(preset); });
   ranges->addSeparator();
-  QAction* previous = ranges->addAction(QStringLiteral("前一区间(&P)"), bar_, [this] { bar_->Step(-1); });
+  QAction* previous = ranges->addAction(HostText("前一区间(&P)"), bar_, [this] { bar_->Step(-1); });
   previous->setShortcut(QKeySequence(Qt::ALT | Qt::Key_PageUp));
-  QAction* next = ranges->addAction(QStringLiteral("后一区间(&N)"), bar_, [this] { bar_->Step(1); });
+  QAction* next = ranges->addAction(HostText("后一区间(&N)"), bar_, [this] { bar_->Step(1); });
   next->setShortcut(QKeySequence(Qt::ALT | Qt::Key_PageDown));
 }
 
@@ -111,7 +113,7 @@ void JournalViews::ShowRange(JournalRange range) {
   range_view_.Show(range);
   bar_->SetRange(range, NewestPeriodOf(range_view_));
   if (!range.IsAll() && range_view_.ShownCount() == 0) {
-    emit Told(QStringLiteral("%1没有单据。").arg(qt::ToQString(range.Caption())));
+    emit Told(HostText("%1没有单据。").arg(RangeWords(range)));
   }
   Refresh();
   emit RangeChanged();
@@ -119,8 +121,8 @@ void JournalViews::ShowRange(JournalRange range) {
 
 QString JournalViews::RowCount() const {
   const size_t records = stockbook_.Grid().RecordCount();
-  if (range().IsAll()) return QStringLiteral("共 %L1 行").arg(records);
-  return QStringLiteral("显示 %L1 行，共 %L2 行").arg(range_view_.ShownCount()).arg(records);
+  if (range().IsAll()) return HostText("共 %L1 行").arg(records);
+  return HostText("显示 %L1 行，共 %L2 行").arg(range_view_.ShownCount()).arg(records);
 }
 
 void JournalViews::Refresh() {
@@ -137,7 +139,9 @@ void JournalViews::RefreshPeriods() {
 
 void JournalViews::RefreshPlot() {
   if (plot_->isHidden()) return;
-  plot_->view().SetPlot(PlotOf(stockbook_.Grid(), range_view_, stockbook_.control().Caption()));
+  JournalPlot plot = PlotOf(stockbook_.Grid(), range_view_, stockbook_.control().Caption());
+  plot.movements_caption = qt::FromQString(HostText("收入（上）与发出（下）"));
+  plot_->view().SetPlot(std::move(plot));
   MarkLine();
 }
 
@@ -162,10 +166,10 @@ void JournalViews::MarkLine() {
 void JournalViews::FollowRow() {
   const int64_t current = CurrentRecord();
   if (current >= 0 && !range().IsAll() && !range_view_.Shows(static_cast<size_t>(current))) {
-    const QString left = qt::ToQString(range().Caption());
+    const QString left = RangeWords(range());
     ShowRange({});
     stockbook_.control().SetRow(stockbook_.Grid().Row());
-    emit Told(QStringLiteral("这一行不在区间（%1）内，现在显示全部。").arg(left));
+    emit Told(HostText("这一行不在区间（%1）内，现在显示全部。").arg(left));
   }
   MarkLine();
 }

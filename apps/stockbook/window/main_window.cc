@@ -50,6 +50,7 @@ MainWindow::MainWindow(QWidget* parent)
       views_(new JournalViews(*this, *stockbook_)),
       colours_(std::make_unique<WindowColours>(*stockbook_)),
       paper_(new PaperActions({*this, *stockbook_, [this] { return Heading(); }, [this] { return file_; }}, this)),
+      import_(new ImportActions(*this)),
       message_(new MessageLine),
       coverage_(new CoverageLabel),
       row_count_(new QLabel),
@@ -166,6 +167,8 @@ void MainWindow::OpenFile(const QString& path) {
   }
 }
 
+void MainWindow::TakeFile(const QString& path) { ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path); }
+
 LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
   bar_->SetOptions(options);
   return Load(options);
@@ -256,6 +259,9 @@ void MainWindow::UpdateTitle() { setWindowTitle(qt::ToQString(Heading().WindowTi
 void MainWindow::BuildMenus() {
   WindowMenus& menus = *menus_;
   menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
+  menus.Add(MenuPlace::kFileOpen, tr("导入(&I)..."), QKeySequence(Qt::CTRL | Qt::Key_I), this, [this] {
+    if (!journal_->IsLoading()) import_->Choose(QFileInfo(qt::ToQString(file_)).path());
+  });
   menus.Add(MenuPlace::kFileOutput, tr("打印预览(&V)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), paper_,
             &PaperActions::Preview);
   menus.Add(MenuPlace::kFileOutput, tr("打印(&P)..."), QKeySequence::Print, paper_, &PaperActions::Print);
@@ -292,7 +298,11 @@ void MainWindow::BuildFeatures() {
   connect(reading_, &WindowReading::Told, this, &MainWindow::ShowMessage);
   connect(zoom_.get(), &JournalZoom::Changed, columns_.get(), &JournalColumns::ViewChanged);
   connect(links_.get(), &JournalLinks::Told, this, &MainWindow::ShowMessage);
-  connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::OpenFile);
+  connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::TakeFile);
+  connect(import_, &ImportActions::Imported, this, [this](const QString& file, const QString& message) {
+    OpenFile(file);
+    ShowMessage(message);
+  });
   // The control's menus offer what the menu bar has keys for.
   const auto key = [](const QKeySequence& keys) { return keys.toString(QKeySequence::NativeText); };
   stockbook_->SetMenuHints({{"mnuBill", key(Qt::CTRL | Qt::Key_B)},

@@ -14,6 +14,7 @@
 #include "stockbook/window/column_actions.h"
 #include "stockbook/window/coverage_label.h"
 #include "stockbook/window/find_bar.h"
+#include "stockbook/window/import_actions.h"
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_columns.h"
 #include "stockbook/window/journal_desk.h"
@@ -90,6 +91,8 @@ class MainWindow : public QMainWindow {
   void BuildStatusLine();
   void ConnectControl();
   void ChooseDatabase();
+  // Opens an inventory, and offers to import a table.
+  void TakeFile(const QString& path);
   void Reload();
   LoadReport Load(const JournalOptions& options);
   void ShowProgress(int indicator);
@@ -122,6 +125,7 @@ class MainWindow : public QMainWindow {
   JournalViews* views_;
   std::unique_ptr<WindowColours> colours_;
   PaperActions* paper_;
+  ImportActions* import_;
   MessageLine* message_;
   CoverageLabel* coverage_;
   QLabel* row_count_;

@@ -8,11 +8,12 @@
 #include <algorithm>
 
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {
 
 PeriodPanel::PeriodPanel(QWidget* parent)
-    : QDockWidget(QStringLiteral("期间汇总"), parent), table_(new PeriodTable(this)), view_(new QTableView) {
+    : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)), view_(new QTableView) {
   setObjectName(QStringLiteral("PeriodPanel"));
   view_->setModel(table_);
   view_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -23,9 +24,9 @@ PeriodPanel::PeriodPanel(QWidget* parent)
   view_->setAlternatingRowColors(true);
   view_->verticalHeader()->hide();
   view_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  view_->setAccessibleName(QStringLiteral("期间汇总"));
+  view_->setAccessibleName(HostText("期间汇总"));
   view_->installEventFilter(this);
-  auto* note = new QLabel(QStringLiteral("台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。"));
+  auto* note = new QLabel(HostText("台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。"));
   note->setWordWrap(true);
   note->setTextFormat(Qt::PlainText);
   note->setContentsMargins(kBarMargin, 0, kBarMargin, 0);

@@ -3,25 +3,30 @@
 
 #include "base/column_keys.h"
 #include "qt/text.h"
+#include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {
 namespace {
 
 // A column with a quantity and one with its amount.
 struct FigureColumns {
-  const char* word;
+  QString quantity;
+  QString amount;
   StockFigures PeriodLine::*figures;
 };
 
 std::vector<FigureColumns> FigureColumnsOf(base::tqJournalTypeContants type) {
-  if (type == base::SupplierJournal)
-    return {{"期初累计", &PeriodLine::opening}, {"收入", &PeriodLine::in}, {"期末累计", &PeriodLine::closing}};
-  if (type == base::CustomerJournal)
-    return {{"期初累计", &PeriodLine::opening}, {"发出", &PeriodLine::out}, {"期末累计", &PeriodLine::closing}};
-  return {{"期初", &PeriodLine::opening},
-          {"收入", &PeriodLine::in},
-          {"发出", &PeriodLine::out},
-          {"期末", &PeriodLine::closing}};
+  const FigureColumns in{HostText("收入数量"), HostText("收入金额"), &PeriodLine::in};
+  const FigureColumns out{HostText("发出数量"), HostText("发出金额"), &PeriodLine::out};
+  if (type == base::SupplierJournal || type == base::CustomerJournal) {
+    return {{HostText("期初累计数量"), HostText("期初累计金额"), &PeriodLine::opening},
+            type == base::SupplierJournal ? in : out,
+            {HostText("期末累计数量"), HostText("期末累计金额"), &PeriodLine::closing}};
+  }
+  return {{HostText("期初数量"), HostText("期初金额"), &PeriodLine::opening},
+          in,
+          out,
+          {HostText("期末数量"), HostText("期末金额"), &PeriodLine::closing}};
 }
 
 QString InFormat(const platform::Grid& grid, const char* key, const base::Value& value) {
@@ -32,8 +37,8 @@ QString InFormat(const platform::Grid& grid, const char* key, const base::Value&
 QStringList TextsOfPeriod(const PeriodLine& line, const std::vector<FigureColumns>& columns,
                           const platform::Grid& grid) {
   namespace keys = base::keys;
-  QStringList texts{qt::ToQString(line.caption)};
-  if (!line.is_whole) texts.front() += QStringLiteral("（部分）");
+  QStringList texts{HostText(line.caption)};
+  if (!line.is_whole) texts.front() += HostText("（部分）");
   for (const FigureColumns& column : columns) {
     const StockFigures& figures = line.*column.figures;
     texts << InFormat(grid, keys::kStoQty, base::Value(figures.quantity));
@@ -52,12 +57,9 @@ void PeriodTable::SetLines(std::vector<PeriodLine> lines, base::tqJournalTypeCon
   beginResetModel();
   lines_ = std::move(lines);
   const std::vector<FigureColumns> columns = FigureColumnsOf(type);
-  captions_ = QStringList{QStringLiteral("期间")};
-  for (const FigureColumns& column : columns) {
-    captions_ << QString::fromUtf8(column.word) + QStringLiteral("数量");
-    captions_ << QString::fromUtf8(column.word) + QStringLiteral("金额");
-  }
-  captions_ << QStringLiteral("均价");
+  captions_ = QStringList{HostText("期间")};
+  for (const FigureColumns& column : columns) captions_ << column.quantity << column.amount;
+  captions_ << HostText("均价");
   shown_.clear();
   for (const PeriodLine& line : lines_) shown_.push_back({TextsOfPeriod(line, columns, grid), line.is_whole});
   endResetModel();
@@ -78,7 +80,7 @@ QVariant PeriodTable::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return line.texts.at(index.column());
     case Qt::ToolTipRole:
-      return line.is_whole ? QVariant() : QVariant(QStringLiteral("区间只含这一期间的一部分，各数只计显示的行"));
+      return line.is_whole ? QVariant() : QVariant(HostText("区间只含这一期间的一部分，各数只计显示的行"));
     case Qt::TextAlignmentRole:
       return index.column() == 0 ? QVariant(Qt::AlignLeft | Qt::AlignVCenter)
                                  : QVariant(Qt::AlignRight | Qt::AlignVCenter);

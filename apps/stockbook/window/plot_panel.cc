@@ -12,6 +12,7 @@
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/plot_paper.h"
+#include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {
 namespace {
@@ -27,10 +28,10 @@ QToolButton* PlotButton(const QString& text) {
 
 }  // namespace
 
-PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(QStringLiteral("走势图"), parent), view_(new PlotView) {
+PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent), view_(new PlotView) {
   setObjectName(QStringLiteral("PlotPanel"));
-  QToolButton* print = PlotButton(QStringLiteral("打印图(&I)..."));
-  QToolButton* save = PlotButton(QStringLiteral("另存图(&K)..."));
+  QToolButton* print = PlotButton(HostText("打印图(&I)..."));
+  QToolButton* save = PlotButton(HostText("另存图(&K)..."));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -51,19 +52,19 @@ void PlotPanel::Print() {
   QPrinter printer(QPrinter::HighResolution);
   printer.setPageOrientation(QPageLayout::Landscape);
   QPrintDialog dialog(&printer, this);
-  dialog.setWindowTitle(QStringLiteral("打印走势图"));
+  dialog.setWindowTitle(HostText("打印走势图"));
   if (dialog.exec() != QDialog::Accepted) return;
-  emit Told(PrintPlot(view_->plot(), printer) ? QStringLiteral("已打印走势图。")
-                                              : QStringLiteral("打印机没有接受走势图：请检查打印机，或另存为 PDF。"));
+  emit Told(PrintPlot(view_->plot(), printer) ? HostText("已打印走势图。")
+                                              : HostText("打印机没有接受走势图：请检查打印机，或另存为 PDF。"));
 }
 
 void PlotPanel::Save() {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("另存走势图"), QStringLiteral("走势图.png"),
-                                                    QStringLiteral("图片 (*.png);;PDF 文件 (*.pdf);;矢量图 (*.svg)"));
+  const QString path = QFileDialog::getSaveFileName(this, HostText("另存走势图"), HostText("走势图.png"),
+                                                    HostText("图片 (*.png);;PDF 文件 (*.pdf);;矢量图 (*.svg)"));
   if (path.isEmpty()) return;
   try {
     SavePlot(view_->plot(), path);
-    emit Told(QStringLiteral("已写入 %1。").arg(path));
+    emit Told(HostText("已写入 %1。").arg(path));
   } catch (const platform::Error& error) {
     emit Told(qt::ToQString(error.what()));
   }

@@ -8,13 +8,14 @@
 #include <utility>
 
 #include "qt/colour.h"
+#include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {
 
 PlotView::PlotView(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName(QStringLiteral("走势图"));
-  setAccessibleDescription(QStringLiteral("结存数量和单价随时间的变化；按左右键移到前一行或后一行，Enter 回到台账"));
+  setAccessibleName(HostText("走势图"));
+  setAccessibleDescription(HostText("结存数量和单价随时间的变化；按左右键移到前一行或后一行，Enter 回到台账"));
 }
 
 void PlotView::SetPlot(JournalPlot plot) {
@@ -58,7 +59,7 @@ void PlotView::paintEvent(QPaintEvent*) {
   }
   painter.drawImage(QPointF(0, 0), picture_);
   if (layout_.frames.empty())
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, QStringLiteral("没有可画的行"));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, HostText("没有可画的行"));
   PaintMark(painter);
 }
 

@@ -11,6 +11,8 @@
 
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/host_translator.h"
+#include "stockbook/window/range_words.h"
 
 namespace stockbook::app {
 namespace {
@@ -34,9 +36,9 @@ QToolButton* RangeButton(const QString& name, const QString& tip) {
 QLineEdit* RangeField(const QString& name) {
   auto* field = new QLineEdit;
   field->setAccessibleName(name);
-  field->setPlaceholderText(QStringLiteral("不限"));
+  field->setPlaceholderText(HostText("不限"));
   field->setClearButtonEnabled(true);
-  field->setToolTip(QStringLiteral("期间 2025-03、日期 2025-03-15、季度 2025Q1 或年 2025；按 Enter 显示"));
+  field->setToolTip(HostText("期间 2025-03、日期 2025-03-15、季度 2025Q1 或年 2025；按 Enter 显示"));
   field->setMinimumWidth(kFieldCharacters * field->fontMetrics().horizontalAdvance(QLatin1Char('0')));
   field->setMaximumWidth(field->minimumWidth() * 3 / 2);
   return field;
@@ -48,14 +50,14 @@ RangeBar::RangeBar(QWidget* parent)
     : QWidget(parent),
       today_(ClockDay),
       presets_(new QComboBox),
-      from_(RangeField(QStringLiteral("从"))),
-      to_(RangeField(QStringLiteral("到"))),
-      previous_(RangeButton(QStringLiteral("前一区间"), QStringLiteral("前一区间（Alt+Page Up）"))),
-      next_(RangeButton(QStringLiteral("后一区间"), QStringLiteral("后一区间（Alt+Page Down）"))),
-      close_(RangeButton(QStringLiteral("显示全部"), QStringLiteral("显示全部，关闭"))) {
-  for (const RangePreset preset : kRangePresets) presets_->addItem(QString::fromUtf8(CaptionOf(preset)));
-  presets_->addItem(QStringLiteral("自选"));
-  presets_->setAccessibleName(QStringLiteral("区间"));
+      from_(RangeField(HostText("从"))),
+      to_(RangeField(HostText("到"))),
+      previous_(RangeButton(HostText("前一区间"), HostText("前一区间（Alt+Page Up）"))),
+      next_(RangeButton(HostText("后一区间"), HostText("后一区间（Alt+Page Down）"))),
+      close_(RangeButton(HostText("显示全部"), HostText("显示全部，关闭"))) {
+  for (const RangePreset preset : kRangePresets) presets_->addItem(PresetWords(preset));
+  presets_->addItem(HostText("自选"));
+  presets_->setAccessibleName(HostText("区间"));
   BuildRow();
   connect(presets_, &QComboBox::activated, this, [this](int index) {
     if (index < static_cast<int>(std::size(kRangePresets))) {
@@ -78,11 +80,11 @@ RangeBar::RangeBar(QWidget* parent)
 }
 
 void RangeBar::BuildRow() {
-  auto* label = new QLabel(QStringLiteral("区间(&G)"));
+  auto* label = new QLabel(HostText("区间(&G)"));
   label->setBuddy(presets_);
-  auto* from_label = new QLabel(QStringLiteral("从(&B)"));
+  auto* from_label = new QLabel(HostText("从(&B)"));
   from_label->setBuddy(from_);
-  auto* to_label = new QLabel(QStringLiteral("到(&E)"));
+  auto* to_label = new QLabel(HostText("到(&E)"));
   to_label->setBuddy(to_);
   previous_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
   next_->setIcon(style()->standardIcon(QStyle::SP_ArrowRight));
@@ -138,7 +140,7 @@ bool RangeBar::ReadField(const QLineEdit& field, std::optional<BoundPair>& bound
   bounds = ReadBounds(qt::FromQString(text));
   if (bounds) return true;
   emit Failed(
-      QStringLiteral("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
+      HostText("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
   return false;
 }
 
@@ -150,8 +152,8 @@ void RangeBar::TakeTyped() {
   if (from) range.from = from->first;
   if (to) range.to = to->last;
   if (range.IsBackward()) {
-    emit Failed(QStringLiteral("区间的起点 %1 晚于终点 %2：请交换或修改。")
-                    .arg(qt::ToQString(range.from->Caption()), qt::ToQString(range.to->Caption())));
+    emit Failed(HostText("区间的起点 %1 晚于终点 %2：请交换或修改。")
+                    .arg(BoundWords(*range.from), BoundWords(*range.to)));
     return;
   }
   emit RangeWanted(range);
