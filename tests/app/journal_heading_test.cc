@@ -132,7 +132,8 @@ TEST_F(Coverage, OfAClassOfCustomersIsWhatTheControlLists) {
   JournalOptions options = Customers(0);
   options.dp_code = "01";
   EXPECT_EQ(CoverageSentence(ReadCoverage(*connection, options)).section(QStringLiteral("，"), 0, 0).toStdString(),
-            "本台账列出分类以“0”开头的客户") << "whatever class was chosen";
+            "本台账列出分类以“0”开头的客户")
+      << "whatever class was chosen";
   options.journal_type = base::SupplierJournal;
   EXPECT_EQ(CoverageSentence(ReadCoverage(*connection, options)).section(QStringLiteral("，"), 0, 0).toStdString(),
             "本台账列出分类以“01”开头的供应商");

@@ -118,6 +118,16 @@ TEST_F(RangeCommand, PlotDrawsTheJournalAsPngPdfAndSvg) {
   EXPECT_NE(plot("picture", "--format svg").find("<svg"), std::string::npos);
 }
 
+TEST_F(RangeCommand, PlotEndsWithASentenceWhereTheLibraryFindsNoDriver) {
+  if (!CanDrawPlots()) GTEST_SKIP() << WhyNoPlots();
+  setenv("PLPLOT_DRV_DIR", PathOf("nowhere").c_str(), 1);
+  const Outcome outcome = OnJournal("plot", "-o '" + PathOf("no.png") + "'");
+  unsetenv("PLPLOT_DRV_DIR");
+  EXPECT_EQ(outcome.code, 1) << "and not by the library's own end of the program";
+  EXPECT_NE(outcome.err.find("plplot-driver-cairo"), std::string::npos) << outcome.err;
+  EXPECT_EQ(ReadAll(PathOf("no.png")), "");
+}
+
 TEST_F(RangeCommand, PlotWritesNothingWhereThereIsNothingToDraw) {
   const std::string target = PathOf("none.png");
   const Outcome nothing = OnJournal("plot", "--from 2031 -o '" + target + "'");

@@ -151,7 +151,9 @@ TEST_F(CommandLine, ExportsCaptionsAndShownTextsInSeparatedValues) {
     std::vector<std::vector<std::string>> expected(shown.rows.size() + 1);
     for (size_t place = 0; place < kColumnCount; ++place) {
       if (std::string(choice) == "visible" && shown.columns[place].hidden) continue;
-      expected[0].push_back(shown.columns[place].caption);
+      // The column of line numbers has no caption of its own.
+      const std::string& caption = shown.columns[place].caption;
+      expected[0].push_back(caption.empty() ? "序号" : caption);
       for (size_t row = 0; row < shown.rows.size(); ++row) {
         // Of two sums in one cell a spreadsheet would subtract the second one from the first.
         const std::string& text = shown.rows[row].display[place];

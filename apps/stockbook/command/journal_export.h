@@ -24,9 +24,10 @@ struct SeparatedOptions {
   BillColumns bill = BillColumns::kTogether;
 };
 
-// Captions and then the shown texts of all data rows that are not hidden, those of closed periods included, separated by
-// `separator`; a field that contains the separator, a quote or a line break is quoted, with quotes doubled. What a
-// spreadsheet would take for a formula is written as SpreadsheetText does. Lines end in "\n". The column of numbers, which shows no caption, gets one.
+// Captions and then the shown texts of all data rows that are not hidden, those of closed periods included, separated
+// by `separator`; a field that contains the separator, a quote or a line break is quoted, with quotes doubled. What a
+// spreadsheet would take for a formula is written as SpreadsheetText does. Lines end in "\n". The column of numbers,
+// which shows no caption, gets one.
 void WriteSeparated(const sheet::GridSheet& grid, const SeparatedOptions& options, std::ostream& out);
 inline void WriteSeparated(const sheet::GridSheet& grid, ExportColumns columns, char separator, std::ostream& out) {
   WriteSeparated(grid, SeparatedOptions{columns, separator}, out);

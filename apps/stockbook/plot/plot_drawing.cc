@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/plot/plot_drawing.h"
 
+#include <QCoreApplication>
+
 #include "platform/error.h"
 
 #ifdef STOCKBOOK_WITH_PLOTS
@@ -36,7 +38,10 @@ constexpr Shades kDarkShades{0x1E1F22, 0xDADDE0, 0x4A4E54, 0x282B30, 0x6FB1F0, 0
 
 const Shades& ShadesOf(PlotLook look) { return look == PlotLook::kDark ? kDarkShades : kLightShades; }
 
-bool HasPlotDriver() {
+// The library ends the program on an error that it takes for a fatal one, unless its caller leaves it here.
+int LeavePlotLibrary(const char* reason) { throw platform::Error("plot", reason == nullptr ? "" : reason); }
+
+bool ListsPlotDriver() {
   constexpr int kMost = 64;
   std::array<const char*, kMost> menu{};
   std::array<const char*, kMost> names{};
@@ -46,6 +51,15 @@ bool HasPlotDriver() {
   plgDevs(&menus, &devices, &count);
   return std::any_of(names.begin(), names.begin() + std::clamp(count, 0, kMost),
                      [](const char* name) { return name != nullptr && std::strcmp(name, kPlotDriver) == 0; });
+}
+
+bool HasPlotDriver() {
+  plsexit(LeavePlotLibrary);
+  try {
+    return ListsPlotDriver();
+  } catch (const platform::Error&) {
+    return false;  // it finds no list of its drivers
+  }
 }
 
 // The library's escapes begin with '#', which is a sign like others in names.
@@ -264,7 +278,11 @@ bool DrawOnto(const CairoSurface& surface, const JournalPlot& plot, const PlotPa
   const unsigned paper = ShadesOf(look)[kPaperInk];
   cairo_set_source_rgb(context.get(), (paper >> 16) / 255.0, (paper >> 8 & 0xFF) / 255.0, (paper & 0xFF) / 255.0);
   cairo_paint(context.get());
-  PlotPen(plot, page, ShadesOf(look), context.get()).Draw();
+  try {
+    PlotPen(plot, page, ShadesOf(look), context.get()).Draw();
+  } catch (const platform::Error&) {
+    return false;
+  }
   return cairo_status(context.get()) == CAIRO_STATUS_SUCCESS;
 }
 
@@ -292,7 +310,10 @@ bool CanDrawPlots() {
 }
 
 const char* WhyNoPlots() {
-  return CanDrawPlots() ? "" : "找不到绘图库 PLplot 的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。";
+  return CanDrawPlots()
+             ? ""
+             : QT_TRANSLATE_NOOP("stockbook",
+                                 "找不到绘图库 PLplot 的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。");
 }
 
 QImage PlotPicture(const JournalPlot& plot, const PlotPage& page, PlotLook look) {
@@ -325,7 +346,9 @@ QByteArray PlotFile(const JournalPlot& plot, const PlotPage& page, PlotFormat fo
 
 bool CanDrawPlots() { return false; }
 
-const char* WhyNoPlots() { return "本程序编译时没有绘图库 PLplot，不能作图：请安装 libplplot-dev 后重新编译。"; }
+const char* WhyNoPlots() {
+  return QT_TRANSLATE_NOOP("stockbook", "本程序编译时没有绘图库 PLplot，不能作图：请安装 libplplot-dev 后重新编译。");
+}
 
 QImage PlotPicture(const JournalPlot& /*plot*/, const PlotPage& /*page*/, PlotLook /*look*/) { return {}; }
 

@@ -870,6 +870,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Open...</translation>
     </message>
     <message>
+        <source>找不到绘图库 PLplot 的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。</source>
+        <translation>The cairo driver of the plotting library PLplot is missing, so nothing can be drawn: install the package plplot-driver-cairo.</translation>
+    </message>
+    <message>
         <source>找到的内容</source>
         <translation>Hit</translation>
     </message>
@@ -1088,6 +1092,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>本月</source>
         <translation>This month</translation>
+    </message>
+    <message>
+        <source>本程序编译时没有绘图库 PLplot，不能作图：请安装 libplplot-dev 后重新编译。</source>
+        <translation>This program was built without the plotting library PLplot, so nothing can be drawn: install libplplot-dev and build it again.</translation>
     </message>
     <message>
         <source>本行第一列、最后一列</source>

@@ -4,28 +4,14 @@
 #include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "base/column_keys.h"
 #include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {
 namespace {
-
-// The nodes above the row are the last ones before it on each higher level.
-void ShowRow(platform::Grid& grid, int row) {
-  std::vector<int> above;
-  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0 && node < row; node = grid.NextSubtotal(node + 1)) {
-    while (!above.empty() && grid.RowOutlineLevel(above.back()) >= grid.RowOutlineLevel(node)) above.pop_back();
-    above.push_back(node);
-  }
-  for (const int node : above) {
-    if (grid.RowOutlineLevel(node) < grid.RowOutlineLevel(row) && grid.IsCollapsed(node))
-      grid.SetIsCollapsed(node, false);
-  }
-  grid.Select(row, std::max(grid.Col(), grid.FixedCols()));
-}
 
 std::string TrailText(const platform::Grid& grid, int row, const char* key) {
   const int column = grid.ColIndex(key);
@@ -107,7 +93,9 @@ void BillTrail::FollowLine(int line) {
   if (!host_.load(options).loaded) return;
   // From a journal that was itself reached from a bill the way still leads back to the first one.
   if (!came_from_) came_from_.emplace(Origin{*shown, place, bill, line});
-  if (const int row = FindLine(bill, record); row >= 0) ShowRow(host_.stockbook.Grid(), row);
+  sheet::GridSheet& sheet = host_.stockbook.sheet();
+  if (const int row = FindLine(bill, record); row >= 0)
+    BringIntoSight(sheet, row, std::max(sheet.Col(), sheet.FixedCols()));
   host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->bill.number), {tr("返回单据(&Z)"), [this] { GoBack(); }});
 }
 

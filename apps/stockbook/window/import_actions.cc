@@ -18,8 +18,8 @@ bool ImportActions::IsTable(const QString& path) {
 }
 
 void ImportActions::Choose(const QString& folder) {
-  const QString path = QFileDialog::getOpenFileName(
-      &window_, tr("导入表格"), folder, tr("表格 (*.csv *.tsv *.txt *.xlsx *.csv.gz);;所有文件 (*)"));
+  const QString path = QFileDialog::getOpenFileName(&window_, tr("导入表格"), folder,
+                                                    tr("表格 (*.csv *.tsv *.txt *.xlsx *.csv.gz);;所有文件 (*)"));
   if (!path.isEmpty()) Import(path);
 }
 

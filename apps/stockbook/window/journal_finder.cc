@@ -8,6 +8,7 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "sheet/grid_sheet.h"
+#include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {
 namespace {
@@ -58,12 +59,11 @@ void JournalFinder::Go(const FindQuery& query, FindStep step) {
 void JournalFinder::GoTo(size_t index) {
   if (index >= rows_.size()) return;
   const int row = rows_[index];
-  platform::Grid& grid = stockbook_.Grid();
+  const platform::Grid& grid = stockbook_.Grid();
   if (row >= grid.Rows()) return;
   place_ = index + 1;
-  OpenPeriodsOf(row);
   const int column = FirstColumnWithAWord(row);
-  grid.Select(row, column >= 0 ? column : grid.Col());
+  BringIntoSight(stockbook_.sheet(), row, column >= 0 ? column : std::max(grid.Col(), grid.FixedCols()));
 }
 
 int JournalFinder::FirstColumnWithAWord(int row) const {
@@ -81,20 +81,6 @@ size_t JournalFinder::PlaceOf(FindStep step) const {
   const auto index = static_cast<size_t>(after - rows_.begin());
   if (step == FindStep::kPrevious) return (index + rows_.size() - 1) % rows_.size();
   return index % rows_.size();
-}
-
-// The nodes above the row are the last ones before it on each higher level.
-void JournalFinder::OpenPeriodsOf(int row) {
-  platform::Grid& grid = stockbook_.Grid();
-  std::vector<int> over;
-  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0 && node < row; node = grid.NextSubtotal(node + 1)) {
-    while (!over.empty() && grid.RowOutlineLevel(over.back()) >= grid.RowOutlineLevel(node)) over.pop_back();
-    over.push_back(node);
-  }
-  for (const int node : over) {
-    if (grid.RowOutlineLevel(node) < grid.RowOutlineLevel(row) && grid.IsCollapsed(node))
-      grid.SetIsCollapsed(node, false);
-  }
 }
 
 }  // namespace stockbook::app

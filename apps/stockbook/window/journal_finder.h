@@ -53,7 +53,6 @@ class JournalFinder : public QObject {
  private:
   void Search(const FindQuery& query);
   size_t PlaceOf(FindStep step) const;
-  void OpenPeriodsOf(int row);
 
   qt::StockbookWidget& stockbook_;
   JournalSearch search_;

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/journal_links.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
-#include <vector>
 
 #include "base/column_keys.h"
+#include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {
 namespace {
@@ -75,23 +76,8 @@ void JournalLinks::GoTo(const Line& wanted, const QString& missing) {
   if (row < 0) {
     emit Told(missing);
   } else {
-    ShowRow(row);
+    BringIntoSight(stockbook_.sheet(), row, std::max(stockbook_.sheet().Col(), stockbook_.sheet().FixedCols()));
   }
-}
-
-// Opens the periods that the row is in.
-void JournalLinks::ShowRow(int row) {
-  platform::Grid& grid = stockbook_.Grid();
-  std::vector<int> over;
-  for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0 && node < row; node = grid.NextSubtotal(node + 1)) {
-    while (!over.empty() && grid.RowOutlineLevel(over.back()) >= grid.RowOutlineLevel(node)) over.pop_back();
-    over.push_back(node);
-  }
-  for (const int node : over) {
-    if (grid.RowOutlineLevel(node) < grid.RowOutlineLevel(row) && grid.IsCollapsed(node))
-      grid.SetIsCollapsed(node, false);
-  }
-  stockbook_.SetRow(row);
 }
 
 void JournalLinks::GoToSource() {

@@ -45,7 +45,6 @@ class JournalLinks : public QObject {
   int64_t CurrentNumber(const char* key) const;
   int Find(const Line& wanted) const;
   void GoTo(const Line& wanted, const QString& missing);
-  void ShowRow(int row);
   void Load(int journal_type, int64_t key, int64_t second);
 
   qt::StockbookWidget& stockbook_;

@@ -9,6 +9,7 @@
 #include "stockbook/range/period_summary.h"
 #include "stockbook/window/host_translator.h"
 #include "stockbook/window/range_words.h"
+#include "stockbook/window/row_sight.h"
 #include "stockbook/window/total_notes.h"
 
 namespace stockbook::app {
@@ -175,8 +176,9 @@ void JournalViews::FollowRow() {
 }
 
 void JournalViews::GoTo(size_t record) {
-  const int row = stockbook_.Grid().RowOfRecord(record);
-  if (row >= 0) stockbook_.control().SetRow(row);
+  sheet::GridSheet& sheet = stockbook_.sheet();
+  const int row = sheet.RowOfRecord(record);
+  if (row >= 0) BringIntoSight(sheet, row, std::max(sheet.Col(), sheet.FixedCols()));
 }
 
 void JournalViews::GoToPoint(double day, const std::optional<double>& quantity) {

@@ -167,7 +167,9 @@ void MainWindow::OpenFile(const QString& path) {
   }
 }
 
-void MainWindow::TakeFile(const QString& path) { ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path); }
+void MainWindow::TakeFile(const QString& path) {
+  ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path);
+}
 
 LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
   bar_->SetOptions(options);

@@ -11,8 +11,8 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
-#include "stockbook/window/plot_paper.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/plot_paper.h"
 
 namespace stockbook::app {
 namespace {
@@ -22,7 +22,6 @@ QToolButton* PlotButton(const QString& text) {
   button->setText(text);
   button->setAutoRaise(true);
   button->setFocusPolicy(Qt::TabFocus);
-  button->setEnabled(CanDrawPlots());
   return button;
 }
 
@@ -30,8 +29,8 @@ QToolButton* PlotButton(const QString& text) {
 
 PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent), view_(new PlotView) {
   setObjectName(QStringLiteral("PlotPanel"));
-  QToolButton* print = PlotButton(HostText("打印图(&I)..."));
-  QToolButton* save = PlotButton(HostText("另存图(&K)..."));
+  print_ = PlotButton(HostText("打印图(&I)..."));
+  save_ = PlotButton(HostText("另存图(&K)..."));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -39,13 +38,18 @@ PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), paren
   auto* buttons = new QHBoxLayout;
   buttons->setContentsMargins(kBarMargin, 0, kBarMargin, 0);
   buttons->addStretch(1);
-  buttons->addWidget(print);
-  buttons->addWidget(save);
+  buttons->addWidget(print_);
+  buttons->addWidget(save_);
   rows->addLayout(buttons);
   rows->addWidget(view_, 1);
   setWidget(body);
-  connect(print, &QToolButton::clicked, this, &PlotPanel::Print);
-  connect(save, &QToolButton::clicked, this, &PlotPanel::Save);
+  connect(print_, &QToolButton::clicked, this, &PlotPanel::Print);
+  connect(save_, &QToolButton::clicked, this, &PlotPanel::Save);
+}
+
+void PlotPanel::showEvent(QShowEvent* event) {
+  for (QToolButton* button : {print_, save_}) button->setEnabled(CanDrawPlots());
+  QDockWidget::showEvent(event);
 }
 
 void PlotPanel::Print() {

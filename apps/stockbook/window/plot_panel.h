@@ -24,8 +24,14 @@ class PlotPanel : public QDockWidget {
   // What could not be done, or was; a message for the user.
   void Told(const QString& message);
 
+ protected:
+  // The library reads its drivers the first time it is asked what it can draw, which no start of the program waits for.
+  void showEvent(QShowEvent* event) override;
+
  private:
   PlotView* view_;
+  QToolButton* print_ = nullptr;
+  QToolButton* save_ = nullptr;
 };
 
 }  // namespace stockbook::app

@@ -54,12 +54,11 @@ void PlotView::paintEvent(QPaintEvent*) {
     picture_.setDevicePixelRatio(ratio);
   }
   if (picture_.isNull()) {
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(WhyNoPlots()));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, HostText(std::string(WhyNoPlots())));
     return;
   }
   painter.drawImage(QPointF(0, 0), picture_);
-  if (layout_.frames.empty())
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, HostText("没有可画的行"));
+  if (layout_.frames.empty()) painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, HostText("没有可画的行"));
   PaintMark(painter);
 }
 
