@@ -32,8 +32,8 @@ QImage UntickedBox(const QStyle& style, const QPalette& palette, QStyle::Primiti
 class Boxes : public ::testing::Test {
  protected:
   GuiSession session_{GuiNeed::kPicture};
-  const WindowStyle style_;
-  const QProxyStyle usual_;
+  WindowStyle style_;
+  QProxyStyle usual_;
 };
 
 TEST_F(Boxes, ThatAreNotTickedCanBeSeenOnADarkDesktop) {
