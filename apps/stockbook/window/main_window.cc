@@ -167,7 +167,9 @@ void MainWindow::OpenFile(const QString& path) {
   }
 }
 
-void MainWindow::TakeFile(const QString& path) { ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path); }
+void MainWindow::TakeFile(const QString& path) {
+  ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path);
+}
 
 LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
   bar_->SetOptions(options);
@@ -282,7 +284,7 @@ void MainWindow::BuildMenus() {
             &SelectionClipboard::CopyCell);
   menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
-  views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&A)")));
+  views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&R)")));
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
 }
 

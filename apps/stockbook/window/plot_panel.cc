@@ -11,8 +11,8 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
-#include "stockbook/window/plot_paper.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/plot_paper.h"
 
 namespace stockbook::app {
 namespace {
@@ -30,8 +30,8 @@ QToolButton* PlotButton(const QString& text) {
 
 PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent), view_(new PlotView) {
   setObjectName(QStringLiteral("PlotPanel"));
-  QToolButton* print = PlotButton(HostText("打印图(&I)..."));
-  QToolButton* save = PlotButton(HostText("另存图(&K)..."));
+  QToolButton* print = PlotButton(HostText("打印图(&C)..."));
+  QToolButton* save = PlotButton(HostText("另存图(&X)..."));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);

@@ -80,14 +80,14 @@ RangeBar::RangeBar(QWidget* parent)
 }
 
 void RangeBar::BuildRow() {
-  auto* label = new QLabel(HostText("区间(&G)"));
+  auto* label = new QLabel(HostText("区间(&J)"));
   label->setBuddy(presets_);
   auto* from_label = new QLabel(HostText("从(&B)"));
   from_label->setBuddy(from_);
-  auto* to_label = new QLabel(HostText("到(&E)"));
+  auto* to_label = new QLabel(HostText("到(&Z)"));
   to_label->setBuddy(to_);
-  previous_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
-  next_->setIcon(style()->standardIcon(QStyle::SP_ArrowRight));
+  previous_->setArrowType(Qt::LeftArrow);
+  next_->setArrowType(Qt::RightArrow);
   close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kBarMargin, 0, kBarMargin, kBarSpacing);
@@ -139,8 +139,7 @@ bool RangeBar::ReadField(const QLineEdit& field, std::optional<BoundPair>& bound
   if (text.isEmpty()) return true;
   bounds = ReadBounds(qt::FromQString(text));
   if (bounds) return true;
-  emit Failed(
-      HostText("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
+  emit Failed(HostText("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
   return false;
 }
 
@@ -152,8 +151,8 @@ void RangeBar::TakeTyped() {
   if (from) range.from = from->first;
   if (to) range.to = to->last;
   if (range.IsBackward()) {
-    emit Failed(HostText("区间的起点 %1 晚于终点 %2：请交换或修改。")
-                    .arg(BoundWords(*range.from), BoundWords(*range.to)));
+    emit Failed(
+        HostText("区间的起点 %1 晚于终点 %2：请交换或修改。").arg(BoundWords(*range.from), BoundWords(*range.to)));
     return;
   }
   emit RangeWanted(range);
