@@ -10,6 +10,7 @@
 
 #include "qt/text.h"
 #include "stockbook/command/program_version.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -62,7 +63,7 @@ HelpDialog::HelpDialog(const WindowMenus& menus, QWidget* parent) : QDialog(pare
   rows->addWidget(signs);
   rows->addWidget(version);
   rows->addWidget(buttons);
-  resize(kHelpSize);
+  ResizeWithinScreen(*this, kHelpSize);
 }
 
 void HelpDialog::FillKeys(const WindowMenus& menus) {
