@@ -12,7 +12,7 @@ namespace {
 constexpr double kPlotTextHeight = 9;
 constexpr double kPlotLeftMargin = 84;    // the numbers of the marks
 constexpr double kPlotRightMargin = 44;   // half of the last day
-constexpr double kPlotTopMargin = 28;     // the title
+constexpr double kPlotTopMargin = 34;     // the title and a caption
 constexpr double kPlotBottomMargin = 26;  // the days
 constexpr double kBetweenPanes = 30;
 constexpr double kLeastPane = 40;
