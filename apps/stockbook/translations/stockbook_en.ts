@@ -532,10 +532,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>合计行有两行数字：上面是本期合计，下面是累计。
 数量右上角的圆点：这一行记录了库存来源。
-####：列太窄，放不下数字。</source>
+####：列太窄，放不下数字；浅色的####：列的一部分在窗口外，横向滚动可见。</source>
         <translation>Total rows have two numbers: above the sum of the period, below the sum since the beginning.
 A dot at the top right of a quantity: the row says where its stock came from.
-####: the column is too narrow for the number.</translation>
+####: the column is too narrow for the number; in pale: part of the column is outside the window, scroll sideways.</translation>
     </message>
     <message>
         <source>名称</source>
