@@ -283,6 +283,8 @@ void SheetWidget::CursorChanged(sheet::Cursor cursor) {
 void SheetWidget::keyPressEvent(QKeyEvent* event) {
   // The key that ends a drag must not also close a dialog around the grid.
   if (event->key() == Qt::Key_Escape && mouse_->Cancel()) return;
+  // X11 knows no such key for menus.
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && OpenMenu({})) return;
   if (!keyboard_->Press(ToSheet(*event))) event->ignore();
 }
 
@@ -307,10 +309,15 @@ void SheetWidget::contextMenuEvent(QContextMenuEvent* event) {
     event->setAccepted(view_->IsObserved());
     return;
   }
-  const int16_t control = event->modifiers().testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
+  event->setAccepted(OpenMenu(event->modifiers()));
+}
+
+bool SheetWidget::OpenMenu(Qt::KeyboardModifiers modifiers) {
+  const int16_t control = modifiers.testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
   const bool nested = std::exchange(menu_by_key_, true);
-  event->setAccepted(keyboard_->Press({sheet::Key::kMenu, {control}}));
+  const bool taken = keyboard_->Press({sheet::Key::kMenu, {control}});
   menu_by_key_ = nested;
+  return taken;
 }
 
 QPoint SheetWidget::MenuPlace() const {

@@ -64,6 +64,8 @@ class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, priv
   void changeEvent(QEvent* event) override;
 
  private:
+  // As the right button on the current cell, or with Ctrl on its caption; false if nobody listens.
+  bool OpenMenu(Qt::KeyboardModifiers modifiers);
   // sheet::SheetViewer
   void Damaged(const sheet::Rect& area) override;
   void ScrollChanged() override;

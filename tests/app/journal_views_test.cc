@@ -317,6 +317,13 @@ TEST_F(JournalViewsInTheWindow, ThePlotStepsThroughEveryLine) {
   EXPECT_EQ(base::NumberText(plot.steps[1].quantity), Text(grid().RowOfRecord(0), "StoQty"));
 }
 
+TEST_F(JournalViewsInTheWindow, ARangeWithLinesTakesBackThatThereAreNone) {
+  views().ShowRange(RangeFrom("2031-01", "2031-01"));
+  EXPECT_EQ(Message(), "2031年01月没有单据。");
+  views().ShowRange({});
+  EXPECT_EQ(Message(), views().RowCount().toStdString());
+}
+
 TEST_F(JournalViewsInTheWindow, AClickInThePlotGoesToTheLine) {
   if (!CanDrawPlots()) GTEST_SKIP() << WhyNoPlots();
   QTest::keyClick(window_.get(), Qt::Key_G, Qt::ControlModifier);

@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+#include "stockbook/plot/plot_drawing.h"
+
 namespace stockbook::app {
 namespace {
 
@@ -87,6 +89,21 @@ TEST(PlotLayout, HasNoPanesWithoutRoomOrLines) {
   EXPECT_TRUE(LayOutPlot({}, {800, 600, 1}).frames.empty());
 }
 
+TEST(PlotLayout, LeavesPanesOutWhereThereIsLittleRoom) {
+  const auto panes = [](int height) {
+    std::vector<PlotPane> found;
+    for (const PlotFrame& frame : LayOutPlot(PlotOfTenDays(), {800, height, 1}).frames) found.push_back(frame.pane);
+    return found;
+  };
+  EXPECT_EQ(panes(240), (std::vector{PlotPane::kQuantity, PlotPane::kPrice, PlotPane::kMovements}));
+  EXPECT_EQ(panes(180), (std::vector{PlotPane::kQuantity, PlotPane::kMovements}));
+  EXPECT_EQ(panes(110), (std::vector{PlotPane::kQuantity}));
+}
+
+TEST(PlotLayout, WritesItsTitleAsLargeWithoutLines) {
+  EXPECT_EQ(LayOutPlot({}, {800, 600, 1}).text_height, LayOutPlot(PlotOfTenDays(), {800, 600, 1}).text_height);
+}
+
 TEST(PlotLayout, DrawsALevelLineAndNumbersThatAreNone) {
   JournalPlot plot = PlotOfTenDays();
   for (PlotStep& step : plot.steps) step = {step.day, 0, 5};
@@ -106,6 +123,22 @@ TEST(PlotLayout, WritesFewerDaysWhereTheyAreMany) {
   const double many = LayOutPlot(plot, {800, 600, 1}).day_step;
   EXPECT_LE(few, 2);
   EXPECT_GE(many, 365);
+}
+
+// Where a plot without lines says so, there is nothing else to read.
+TEST(PlotLayout, HasTheTitleAtTheTopWithoutLines) {
+  if (!CanDrawPlots()) GTEST_SKIP() << WhyNoPlots();
+  JournalPlot plot;
+  plot.title = "商品:六角螺栓";
+  const QImage picture = PlotPicture(plot, {600, 300, 1}, PlotLook::kLight);
+  const auto is_blank = [&](int top, int bottom) {
+    for (int y = top; y < bottom; ++y)
+      for (int x = 0; x < picture.width(); ++x)
+        if (picture.pixel(x, y) != picture.pixel(0, 0)) return false;
+    return true;
+  };
+  EXPECT_FALSE(is_blank(0, 60));
+  EXPECT_TRUE(is_blank(60, 300));
 }
 
 }  // namespace

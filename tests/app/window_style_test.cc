@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <algorithm>
 #include <cstdlib>
 
 #include "stockbook/command/gui_session.h"
@@ -50,6 +52,30 @@ TEST_F(Boxes, LookAsUsualOnALightDesktop) {
   const QPalette light(QColor(0xEF, 0xEF, 0xEF), QColor(0xEF, 0xEF, 0xEF));
   EXPECT_EQ(UntickedBox(style_, light, QStyle::PE_IndicatorCheckBox),
             UntickedBox(usual_, light, QStyle::PE_IndicatorCheckBox));
+}
+
+TEST_F(Boxes, AndHintsInEmptyFieldsCanBeReadOnADarkDesktop) {
+  WindowStyle style;
+  QPalette desktop = DarkPalette();
+  desktop.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+  style.polish(desktop);
+  EXPECT_GT(qGray(desktop.color(QPalette::PlaceholderText).rgb()), 180);
+  QPalette light(QColor(0xEF, 0xEF, 0xEF));
+  const QColor hint = light.color(QPalette::PlaceholderText);
+  style.polish(light);
+  EXPECT_EQ(light.color(QPalette::PlaceholderText), hint);
+}
+
+TEST_F(Boxes, AndTheSignForMoreToolsCanBeSeenOnADarkDesktop) {
+  const QPalette dark = DarkPalette();
+  QApplication::setPalette(dark);
+  const QImage sign = style_.standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton).pixmap(kBoxSide).toImage();
+  int brightest = 0;
+  for (int y = 0; y < sign.height(); ++y)
+    for (int x = 0; x < sign.width(); ++x)
+      if (qAlpha(sign.pixel(x, y)) > 0) brightest = std::max(brightest, qGray(sign.pixel(x, y)));
+  EXPECT_GT(brightest, qGray(dark.color(QPalette::Window).rgb()) + 60);
+  QApplication::setPalette(QPalette());
 }
 
 }  // namespace

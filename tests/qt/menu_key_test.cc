@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QTest>
 #include <QTimer>
 
 #include "qt/application.h"
@@ -81,6 +82,16 @@ TEST_F(MenuKey, BringsTheCurrentCellIntoViewFirst) {
   ASSERT_FALSE(sheet_.RowIsVisible(19));
   EXPECT_TRUE(Ask(QContextMenuEvent::Keyboard));
   EXPECT_TRUE(sheet_.RowIsVisible(19));
+}
+
+// As it comes from X11, which has no key for menus but the one with the name.
+TEST_F(MenuKey, MayBeShiftAndF10) {
+  Watcher watcher(sheet_);
+  watcher.view = &view_;
+  QTest::keyClick(&view_, Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(watcher.pressed.button, sheet::MouseButton::kRight);
+  EXPECT_EQ(watcher.row, 4);
+  EXPECT_EQ(watcher.column, 2);
 }
 
 TEST_F(MenuKey, IsLeftToTheWindowWhereNobodyWatches) { EXPECT_FALSE(Ask(QContextMenuEvent::Keyboard)); }

@@ -245,11 +245,8 @@ class PlotPen {
     plwind(0, Width(), 0, Height());
     plcol0(kTextInk);
     const double line = layout_.text_height;
-    if (layout_.frames.empty()) {
-      Write(Width() / 2, Height() / 2, 0.5, plot_.title);
-      return;
-    }
     Write(Width() / 2, line, 0.5, plot_.title);
+    if (layout_.frames.empty()) return;
     for (const PlotFrame& frame : layout_.frames) Write(frame.left, frame.top - line, 0, CaptionOf(frame.pane));
     const PlotFrame& top = layout_.frames.front();
     for (const PlotBand& band : plot_.bands) {

@@ -12,13 +12,15 @@ namespace {
 constexpr double kPlotTextHeight = 9;
 constexpr double kPlotLeftMargin = 84;    // the numbers of the marks
 constexpr double kPlotRightMargin = 44;   // half of the last day
-constexpr double kPlotTopMargin = 28;     // the title
+constexpr double kPlotTopMargin = 34;     // the title and a caption
 constexpr double kPlotBottomMargin = 26;  // the days
 constexpr double kBetweenPanes = 30;
 constexpr double kLeastPane = 40;
 constexpr double kDayWidth = 90;  // of the text of a day, with room beside it
 
-constexpr int kPlotMarks = 5;
+constexpr double kMarkHeight = 12;
+constexpr double kFewestMarks = 2;
+constexpr double kMostMarks = 5;
 
 struct PlotNumbers {
   double least = 0;
@@ -57,9 +59,10 @@ PlotNumbers NumbersOf(const JournalPlot& plot, PlotPane pane) {
   return range;
 }
 
-void ScaleFrame(const PlotNumbers& numbers, PlotFrame& frame) {
+void ScaleFrame(const PlotNumbers& numbers, double scale, PlotFrame& frame) {
   const double extent = numbers.most - numbers.least;
-  frame.step = RoundStep(extent / kPlotMarks);
+  const double marks = std::clamp((frame.bottom - frame.top) / (kMarkHeight * scale), kFewestMarks, kMostMarks);
+  frame.step = RoundStep(extent / marks);
   if (!std::isfinite(extent)) return;
   if (extent <= 0) {
     frame.low = numbers.least - 1;
@@ -79,6 +82,17 @@ double DayStep(double days, double width) {
     if (step >= least) return step;
   }
   return std::ceil(least / kSteps.back()) * kSteps.back();
+}
+
+// From the first to the last; where there is little room some are left out, so that the others can be read.
+std::vector<PlotPane> PanesFor(const JournalPlot& plot, double room, double scale) {
+  std::vector<PlotPane> panes{PlotPane::kQuantity};
+  const auto has_room = [&](double count) {
+    return room >= (kLeastPane * count + kBetweenPanes * (count - 1)) * scale;
+  };
+  if (plot.has_price && has_room(3)) panes.push_back(PlotPane::kPrice);
+  if (has_room(2)) panes.push_back(PlotPane::kMovements);
+  return panes;
 }
 
 }  // namespace
@@ -104,17 +118,16 @@ std::optional<double> PlotLayout::DayAt(double x, double y) const {
 
 PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
   PlotLayout layout;
+  layout.text_height = kPlotTextHeight * page.scale;
   if (plot.IsEmpty() || !(plot.to > plot.from)) return layout;
   layout.from = plot.from;
   layout.to = plot.to;
-  layout.text_height = kPlotTextHeight * page.scale;
-  std::vector<PlotPane> panes{PlotPane::kQuantity};
-  if (plot.has_price) panes.push_back(PlotPane::kPrice);
-  panes.push_back(PlotPane::kMovements);
   const double width = page.width - (kPlotLeftMargin + kPlotRightMargin) * page.scale;
   // The last pane has no gap below it; the days are there.
+  const double down = page.height - (kPlotTopMargin + kPlotBottomMargin) * page.scale;
+  const std::vector<PlotPane> panes = PanesFor(plot, down, page.scale);
   const auto count = static_cast<double>(panes.size());
-  const double room = page.height - (kPlotTopMargin + kPlotBottomMargin + kBetweenPanes * (count - 1)) * page.scale;
+  const double room = down - kBetweenPanes * (count - 1) * page.scale;
   const double height = room / count;
   if (width < kLeastPane * page.scale || height < kLeastPane * page.scale) return layout;
   layout.day_step = DayStep(plot.to - plot.from, width / page.scale);
@@ -126,7 +139,7 @@ PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
     frame.right = frame.left + width;
     frame.top = top;
     frame.bottom = top + height;
-    ScaleFrame(NumbersOf(plot, pane), frame);
+    ScaleFrame(NumbersOf(plot, pane), page.scale, frame);
     layout.frames.push_back(frame);
     top = frame.bottom + kBetweenPanes * page.scale;
   }

@@ -103,7 +103,7 @@ Only selected lines count, totals do not.</translation>
     </message>
     <message>
         <source>上一页</source>
-        <translation>Previous page</translation>
+        <translation>Previous</translation>
     </message>
     <message>
         <source>上月</source>
@@ -127,7 +127,7 @@ Only selected lines count, totals do not.</translation>
     </message>
     <message>
         <source>下一页</source>
-        <translation>Next page</translation>
+        <translation>Next</translation>
     </message>
     <message>
         <source>下次打开窗口时使用所选的语言。The language is used from the next start on.</source>
@@ -206,8 +206,8 @@ Only selected lines count, totals do not.</translation>
         <translation>Receipts (purchases)</translation>
     </message>
     <message>
-        <source>全字(&amp;G)</source>
-        <translation>Whole words (&amp;G)</translation>
+        <source>全字(&amp;Q)</source>
+        <translation>Whole words (&amp;Q)</translation>
     </message>
     <message>
         <source>全字匹配</source>
@@ -354,8 +354,8 @@ Only selected lines count, totals do not.</translation>
         <translation>To</translation>
     </message>
     <message>
-        <source>到(&amp;E)</source>
-        <translation>To (&amp;E)</translation>
+        <source>到(&amp;Z)</source>
+        <translation>To (&amp;Z)</translation>
     </message>
     <message>
         <source>制表符</source>
@@ -398,12 +398,12 @@ Only selected lines count, totals do not.</translation>
         <translation>R&amp;ange</translation>
     </message>
     <message>
-        <source>区间(&amp;G)</source>
-        <translation>Ran&amp;ge</translation>
+        <source>区间(&amp;J)</source>
+        <translation>Range (&amp;J)</translation>
     </message>
     <message>
-        <source>区间、汇总与走势(&amp;A)</source>
-        <translation>R&amp;ange, totals and plots</translation>
+        <source>区间、汇总与走势(&amp;R)</source>
+        <translation>&amp;Range, totals and plots</translation>
     </message>
     <message>
         <source>区间只含这一期间的一部分，各数只计显示的行</source>
@@ -478,8 +478,8 @@ Only selected lines count, totals do not.</translation>
         <translation>Cancels dragging; restores the choice in a chooser</translation>
     </message>
     <message>
-        <source>另存图(&amp;K)...</source>
-        <translation>&amp;Keep the graph as...</translation>
+        <source>另存图(&amp;X)...</source>
+        <translation>Keep the graph as (&amp;X)...</translation>
     </message>
     <message>
         <source>另存走势图</source>
@@ -532,10 +532,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>合计行有两行数字：上面是本期合计，下面是累计。
 数量右上角的圆点：这一行记录了库存来源。
-####：列太窄，放不下数字。</source>
+####：列太窄，放不下数字；浅色的####：列的一部分在窗口外，横向滚动可见。</source>
         <translation>Total rows have two numbers: above the sum of the period, below the sum since the beginning.
 A dot at the top right of a quantity: the row says where its stock came from.
-####: the column is too narrow for the number.</translation>
+####: the column is too narrow for the number; in pale: part of the column is outside the window, scroll sideways.</translation>
     </message>
     <message>
         <source>名称</source>
@@ -830,8 +830,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Print...</translation>
     </message>
     <message>
-        <source>打印图(&amp;I)...</source>
-        <translation>Pr&amp;int the graph...</translation>
+        <source>打印图(&amp;C)...</source>
+        <translation>Print the graph (&amp;C)...</translation>
     </message>
     <message>
         <source>打印已取消。</source>
@@ -1055,15 +1055,15 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>未列入 %1</source>
-        <translation>Without %1</translation>
+        <translation>Not listed: %1</translation>
     </message>
     <message>
         <source>未列入 %1、%2</source>
-        <translation>Without %1 and %2</translation>
+        <translation>Not listed: %1 and %2</translation>
     </message>
     <message>
         <source>末页</source>
-        <translation>Last page</translation>
+        <translation>Last</translation>
     </message>
     <message>
         <source>本台账列出%1。</source>
@@ -1107,7 +1107,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>查找(&amp;D)</source>
-        <translation>Fin&amp;d</translation>
+        <translation>Find &amp;what</translation>
     </message>
     <message>
         <source>查找(&amp;F)</source>
@@ -1134,8 +1134,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Bill — %1</translation>
     </message>
     <message>
-        <source>查看单据(&amp;B)...</source>
-        <translation>Show the &amp;bill...</translation>
+        <source>查看单据(&amp;D)...</source>
+        <translation>Show the bi&amp;ll...</translation>
     </message>
     <message>
         <source>横向</source>
@@ -1199,7 +1199,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>清除(&amp;C)</source>
-        <translation>Forget (&amp;C)</translation>
+        <translation>&amp;Forget</translation>
     </message>
     <message>
         <source>清除所有库存的列布局、折叠的会计期、最近打开的文件和窗口位置？库存数据不受影响。</source>
@@ -1374,8 +1374,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Pro&amp;ject journal of the row</translation>
     </message>
     <message>
-        <source>语言 / Language(&amp;A)</source>
-        <translation>L&amp;anguage / 语言</translation>
+        <source>语言 / Language(&amp;G)</source>
+        <translation>Lan&amp;guage / 语言</translation>
     </message>
     <message>
         <source>请选定%1所在的列；整行都在一列中时，请改选分隔符。</source>
@@ -1419,7 +1419,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>转到台账(&amp;K)...</source>
-        <translation>Go to a journal (&amp;K)...</translation>
+        <translation>Go to &amp;a journal...</translation>
     </message>
     <message>
         <source>转到所选行的商品台账（Enter）；之后可以返回这张单据</source>
@@ -1443,7 +1443,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>返回单据(&amp;Z)</source>
-        <translation>Back to the bill (&amp;Z)</translation>
+        <translation>Bac&amp;k to the bill</translation>
     </message>
     <message>
         <source>还没有载入台账，没有内容可以输出；请先选择并载入一个台账。</source>
@@ -1491,7 +1491,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>适应内容(&amp;W)</source>
-        <translation>Fit to contents (&amp;W)</translation>
+        <translation>F&amp;it to contents</translation>
     </message>
     <message>
         <source>选中的内容超过 %L1 格，剪贴板上只有纯文本。</source>
@@ -1531,7 +1531,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>重做列布局(&amp;Y)</source>
-        <translation>Redo the change of columns (&amp;Y)</translation>
+        <translation>Re&amp;do the change of columns</translation>
     </message>
     <message>
         <source>重新载入(&amp;O)</source>
@@ -1595,7 +1595,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>首页</source>
-        <translation>First page</translation>
+        <translation>First</translation>
     </message>
     <message>
         <source>默认格式(&amp;D)</source>
@@ -1635,7 +1635,19 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>／ %1 页</source>
-        <translation>/ %1 pages</translation>
+        <translation>of %1</translation>
+    </message>
+    <message>
+        <source>；</source>
+        <translation>; </translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>地方太小，画不下：请把走势图拉大</source>
+        <translation>Too little room for the graph: make it larger</translation>
     </message>
 </context>
 </TS>

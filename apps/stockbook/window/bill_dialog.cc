@@ -183,7 +183,9 @@ void BillDialog::FitSize() {
   const int bar = lines_->rowCount() > kMostRows ? lines_->verticalScrollBar()->sizeHint().width() : 0;
   const int wanted = std::max(columns_width_ + frame + 2 * kMargin + bar, sizeHint().width());
   const QSize most = screen()->availableGeometry().size() * 9 / 10;
-  resize(std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most.width())), std::min(rest + height, most.height()));
+  const int width = std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most.width()));
+  const int below = width < wanted ? lines_->horizontalScrollBar()->sizeHint().height() : 0;
+  resize(width, std::min(rest + height + below, most.height()));
 }
 
 }  // namespace stockbook::app

@@ -11,6 +11,7 @@
 
 #include "qt/text.h"
 #include "sheet/geometry/scale.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -47,7 +48,7 @@ ColumnDialog::ColumnDialog(qt::StockbookWidget& stockbook, JournalColumns& colum
   connect(list_, &QTreeWidget::itemChanged, this, &ColumnDialog::TakeItem);
   // Not in the middle of an edit of the list.
   connect(&columns_, &JournalColumns::Changed, this, &ColumnDialog::Refill, Qt::QueuedConnection);
-  resize(kColumnDialogSize);
+  ResizeWithinScreen(*this, kColumnDialogSize);
   Refill();
 }
 

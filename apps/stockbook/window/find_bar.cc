@@ -40,7 +40,7 @@ FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
       hits_(new HitList(stockbook, finder_)),
       words_(new QLineEdit),
       match_case_(MakeSwitch(tr("大小写(&U)"), tr("区分大小写"))),
-      whole_words_(MakeSwitch(tr("全字(&G)"), tr("只找完整的词和数，如 12 不在 112 里"))),
+      whole_words_(MakeSwitch(tr("全字(&Q)"), tr("只找完整的词和数，如 12 不在 112 里"))),
       patterns_(MakeSwitch(tr("通配符(&I)"), tr("* ? # [ ] 代表任意文字、一个字、一个数字、列出的字"))),
       previous_(MakeButton(tr("上一个(&R)"), tr("上一个（Shift+F3）"))),
       next_(MakeButton(tr("下一个(&N)"), tr("下一个（F3）"))),

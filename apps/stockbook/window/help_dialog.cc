@@ -10,6 +10,7 @@
 
 #include "qt/text.h"
 #include "stockbook/command/program_version.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -48,7 +49,7 @@ HelpDialog::HelpDialog(const WindowMenus& menus, QWidget* parent) : QDialog(pare
   FillKeys(menus);
   auto* signs =
       new QLabel(tr("合计行有两行数字：上面是本期合计，下面是累计。\n数量右上角的圆点：这一行记录了库存来源。\n####："
-                    "列太窄，放不下数字。"));
+                    "列太窄，放不下数字；浅色的####：列的一部分在窗口外，横向滚动可见。"));
   signs->setTextFormat(Qt::PlainText);
   signs->setWordWrap(true);
   auto* version = new QLabel(tr("库存台账 %1 版").arg(qt::ToQString(ProgramVersion())));
@@ -62,7 +63,7 @@ HelpDialog::HelpDialog(const WindowMenus& menus, QWidget* parent) : QDialog(pare
   rows->addWidget(signs);
   rows->addWidget(version);
   rows->addWidget(buttons);
-  resize(kHelpSize);
+  ResizeWithinScreen(*this, kHelpSize);
 }
 
 void HelpDialog::FillKeys(const WindowMenus& menus) {

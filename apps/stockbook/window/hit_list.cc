@@ -21,8 +21,10 @@ enum HitColumn : int { kHitPeriod, kHitBill, kHitCell, kHitColumns };
 constexpr int kHitsAtATime = 500;
 constexpr int kShownHits = 7;
 constexpr int kLeastHits = 2;
-constexpr int kPeriodWidth = 10;  // in full-width characters
-constexpr int kBillWidth = 24;
+constexpr char16_t kWideCharacter = u'单';
+constexpr int kPeriodWidth = 7;  // in full-width characters
+constexpr int kBillWidth = 22;
+constexpr int kHitRowPadding = 6;
 
 }  // namespace
 
@@ -122,10 +124,11 @@ HitList::HitList(qt::StockbookWidget& stockbook, JournalFinder& finder, QWidget*
   setAccessibleName(tr("查找结果"));
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kHitRowPadding);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setStretchLastSection(true);
-  const int character = 2 * fontMetrics().averageCharWidth();
+  const int character = fontMetrics().horizontalAdvance(QChar(kWideCharacter));
   setColumnWidth(kHitPeriod, kPeriodWidth * character);
   setColumnWidth(kHitBill, kBillWidth * character);
   connect(this, &QTableView::activated, this, &HitList::Chosen);

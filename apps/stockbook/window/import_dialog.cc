@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHeaderView>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QStringList>
 #include <QVBoxLayout>
@@ -20,6 +19,7 @@
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/window/import_run.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -29,11 +29,16 @@ constexpr int kImportMargin = 12;
 constexpr int kImportSpacing = 8;
 constexpr int kLeadingColumns = 2;  // the line's number and its problem, before the columns of the table
 constexpr int kMostColumnWidth = 260;
+constexpr int kMostProblemWidth = 420;
+constexpr int kSettingCharacters = 7;
 constexpr size_t kLongestField = 200;
 
 QComboBox* MakeSettingChooser(const char* name) {
   auto* chooser = new QComboBox;
   chooser->setObjectName(QString::fromLatin1(name));
+  // The whole row has to fit on small screens; the list that drops down is as wide as its texts.
+  chooser->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  chooser->setMinimumContentsLength(kSettingCharacters);
   return chooser;
 }
 
@@ -123,6 +128,7 @@ ImportDialog::ImportDialog(std::string path, QWidget* parent)
   FillDelimiters(delimiter_);
   FillDecimals(decimal_);
   FillDirections(direction_);
+  for (QComboBox* chooser : {encoding_, delimiter_, decimal_, direction_}) WidenList(*chooser);
   auto* settings = new QGridLayout;
   BuildSettings(settings);
   BuildRows(settings);
@@ -132,7 +138,7 @@ ImportDialog::ImportDialog(std::string path, QWidget* parent)
     connect(chooser, &QComboBox::activated, this, &ImportDialog::TakeFields);
   connect(fields_, &ImportFields::Changed, this, &ImportDialog::TakeFields);
   connect(only_skipped_, &QCheckBox::toggled, this, &ImportDialog::ShowLines);
-  FitSize();
+  ResizeWithinScreen(*this, kImportSize);
   TakeTable();
 }
 
@@ -238,6 +244,7 @@ void ImportDialog::ShowSheets() {
     const QSignalBlocker quiet(sheet_);
     for (const std::string& name : preview_.sheets) sheet_->addItem(qt::ToQString(name));
     sheet_->setCurrentText(qt::ToQString(preview_.sheet));
+    WidenList(*sheet_);
   }
   const bool has_sheets = sheet_->count() > 0;
   sheet_->setVisible(has_sheets);
@@ -264,7 +271,8 @@ void ImportDialog::ShowLines() {
   }
   lines_->resizeColumnsToContents();
   for (int column = 0; column < lines_->columnCount(); ++column)
-    lines_->setColumnWidth(column, std::min(lines_->columnWidth(column), kMostColumnWidth));
+    lines_->setColumnWidth(column,
+                           std::min(lines_->columnWidth(column), column == 1 ? kMostProblemWidth : kMostColumnWidth));
   const bool has_problems =
       std::any_of(shown.begin(), shown.end(), [](const auto& line) { return !line.problem.english.empty(); });
   lines_->setColumnHidden(1, !has_problems);
@@ -281,7 +289,7 @@ void ImportDialog::ShowSummary() {
     if (tally.skipped > 0) count += tr("，将跳过 %L1 行（%2）").arg(tally.skipped).arg(SkippedText(tally));
     parts.append(count);
   }
-  summary_->setText(parts.join(QStringLiteral("；")));
+  summary_->setText(parts.join(tr("；")));
   only_skipped_->setEnabled(tally.skipped > 0);
   if (tally.skipped == 0) only_skipped_->setChecked(false);
 }
@@ -319,11 +327,6 @@ bool ImportDialog::ImportInto(const std::string& file) {
   imported_ = {file, end.message};
   accept();
   return true;
-}
-
-void ImportDialog::FitSize() {
-  const QSize room = screen()->availableGeometry().size() * 9 / 10;
-  resize(kImportSize.boundedTo(room));
 }
 
 std::optional<ImportedInventory> ImportDialog::Run(QWidget* parent, const std::string& path) {

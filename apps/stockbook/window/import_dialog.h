@@ -54,7 +54,6 @@ class ImportDialog : public QDialog {
   void ShowSheets();
   void ShowProblem(const QString& problem);
   void ChooseFile();
-  void FitSize();
 
   std::string path_;
   ImportPreview preview_;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/import_fields.h"
 
+#include <QAbstractItemView>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStringList>
 
@@ -14,6 +16,7 @@ namespace {
 
 constexpr int kFieldsInARow = 4;
 constexpr int kFieldSpacing = 8;
+constexpr int kImportFieldCharacters = 5;
 constexpr size_t kLongestCaption = 30;
 
 struct FieldCaption {
@@ -41,6 +44,12 @@ QString ColumnText(const std::string& caption, size_t column) {
 
 }  // namespace
 
+void WidenList(QComboBox& chooser) {
+  QAbstractItemView* list = chooser.view();
+  list->setMinimumWidth(list->sizeHintForColumn(0) + 2 * list->frameWidth() +
+                        list->verticalScrollBar()->sizeHint().width());
+}
+
 ImportFields::ImportFields(QWidget* parent) : QWidget(parent) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -49,10 +58,10 @@ ImportFields::ImportFields(QWidget* parent) : QWidget(parent) {
     auto* chooser = new QComboBox;
     chooser->setObjectName(QStringLiteral("field%1").arg(field));
     chooser->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    chooser->setMinimumContentsLength(8);
+    chooser->setMinimumContentsLength(kImportFieldCharacters);
     const FieldCaption& caption = kFieldCaptions[field];
     const QString mark = caption.is_needed ? QStringLiteral(" *") : QString();
-    auto* label = new QLabel(tr(caption.caption) + QStringLiteral("(&%1)").arg(field + 1) + mark);
+    auto* label = new QLabel(tr(caption.caption) + QStringLiteral(" (&%1)").arg(field + 1) + mark);
     label->setBuddy(chooser);
     const int row = static_cast<int>(field) / kFieldsInARow;
     const int column = static_cast<int>(field) % kFieldsInARow * 2;
@@ -71,6 +80,7 @@ void ImportFields::Show(const std::vector<std::string>& header, const ImportMapp
     const QSignalBlocker quiet(choosers_[field]);
     choosers_[field]->clear();
     choosers_[field]->addItems(columns);
+    WidenList(*choosers_[field]);
     choosers_[field]->setCurrentIndex(positions[field] ? static_cast<int>(*positions[field]) + 1 : 0);
   }
 }
@@ -90,7 +100,7 @@ QString ImportFields::Missing() const {
     const bool is_missing = kFieldCaptions[field].is_needed && choosers_[field]->currentIndex() <= 0;
     if (is_missing) missing.append(tr(kFieldCaptions[field].caption));
   }
-  return missing.join(QStringLiteral("、"));
+  return missing.join(tr("、"));
 }
 
 }  // namespace stockbook::app

@@ -11,6 +11,9 @@
 
 namespace stockbook::app {
 
+// Makes the list that drops down as wide as its texts, however narrow the chooser is.
+void WidenList(QComboBox& chooser);
+
 // A chooser for each meaning that a column of a table can have, with the columns by their captions.
 class ImportFields : public QWidget {
   Q_OBJECT

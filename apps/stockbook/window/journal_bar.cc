@@ -15,6 +15,10 @@
 namespace stockbook::app {
 namespace {
 
+constexpr char16_t kFullWidthCharacter = u'单';
+constexpr int kReadableProduct = 17;  // in full-width characters
+constexpr int kReadableSecond = 10;
+
 QString SecondKeyLabel(base::tqJournalTypeContants type) {
   switch (type) {
     case base::MaterialJournal:
@@ -165,8 +169,14 @@ int JournalBar::WidthOf(Fold fold) const {
   const int first = width(type_) + width(product_label_) + width(product_);
   const int ends = 2 * kBarMargin;
   if (fold == Fold::kTwoRows) return ends + first + std::max(width(load_), width(more_));
-  const QWidget* options = fold == Fold::kNone ? boxes_ : static_cast<const QWidget*>(more_);
-  return ends + first + width(second_label_) + width(second_) + width(options) + width(load_);
+  const int row = ends + first + width(second_label_) + width(second_) + width(load_);
+  if (fold == Fold::kBoxes) return row + width(more_);
+  // Before the choosers get too narrow for what they show, the boxes give way.
+  const int character = fontMetrics().horizontalAdvance(QChar(kFullWidthCharacter));
+  const auto lacking = [character](const QWidget* chooser, int characters) {
+    return std::max(0, characters * character - chooser->minimumSizeHint().width());
+  };
+  return row + width(boxes_) + lacking(product_, kReadableProduct) + lacking(second_, kReadableSecond);
 }
 
 void JournalBar::FollowWidth() {

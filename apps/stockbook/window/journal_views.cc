@@ -107,14 +107,18 @@ void JournalViews::AfterLoad(JournalRange range) {
   if (!std::exchange(is_fresh_, false) && !range_view_.IsStale()) return;
   NoteTotals(stockbook_.Grid());
   range_view_.JournalLoaded();
+  is_empty_ = false;
   ShowRange(std::move(range));
 }
 
 void JournalViews::ShowRange(JournalRange range) {
   range_view_.Show(range);
   bar_->SetRange(range, NewestPeriodOf(range_view_));
-  if (!range.IsAll() && range_view_.ShownCount() == 0) {
+  const bool was_empty = std::exchange(is_empty_, !range.IsAll() && range_view_.ShownCount() == 0);
+  if (is_empty_) {
     emit Told(HostText("%1没有单据。").arg(RangeWords(range)));
+  } else if (was_empty) {
+    emit Told(RowCount());  // what was told is no longer so
   }
   Refresh();
   emit RangeChanged();

@@ -65,6 +65,7 @@ class JournalViews : public QObject {
   qt::StockbookWidget& stockbook_;
   RangeView range_view_;
   bool is_fresh_ = false;  // a load has replaced the journal since
+  bool is_empty_ = false;  // the user was told that the range has no bills
   RangeBar* bar_;
   PeriodPanel* periods_;
   PlotPanel* plot_;

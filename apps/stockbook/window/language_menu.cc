@@ -9,7 +9,7 @@ namespace stockbook::app {
 LanguageMenu::LanguageMenu(QSettings& settings, WindowMenus& menus, QObject* parent)
     : QObject(parent), settings_(settings) {
   // Whoever cannot read the rest of the window finds this.
-  QMenu* menu = menus.AddMenu(MenuPlace::kViewMemory, tr("语言 / Language(&A)"));
+  QMenu* menu = menus.AddMenu(MenuPlace::kViewMemory, tr("语言 / Language(&G)"));
   auto* group = new QActionGroup(menu);
   const std::optional<HostLanguage> chosen = RememberedLanguage(settings);
   const auto add = [&](const QString& name, std::optional<HostLanguage> language) {

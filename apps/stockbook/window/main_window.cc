@@ -284,7 +284,7 @@ void MainWindow::BuildMenus() {
             &SelectionClipboard::CopyCell);
   menus.Add(MenuPlace::kGoBack, tr("转到台账(&K)..."), QKeySequence(Qt::CTRL | Qt::Key_K), this,
             &MainWindow::SearchSubject);
-  views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&A)")));
+  views_->AddActions(*menus.AddMenu(MenuPlace::kViewPanels, tr("区间、汇总与走势(&R)")));
   menus.Add(MenuPlace::kHelp, tr("快捷键与版本(&K)..."), QKeySequence::HelpContents, this, &MainWindow::ShowHelp);
 }
 

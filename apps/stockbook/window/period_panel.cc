@@ -24,6 +24,8 @@ PeriodPanel::PeriodPanel(QWidget* parent)
   view_->setAlternatingRowColors(true);
   view_->verticalHeader()->hide();
   view_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  // Low enough for small screens with all other bars open.
+  view_->setMinimumHeight(2 * view_->horizontalHeader()->sizeHint().height());
   view_->setAccessibleName(HostText("期间汇总"));
   view_->installEventFilter(this);
   auto* note = new QLabel(HostText("台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。"));

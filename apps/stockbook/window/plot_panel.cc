@@ -29,8 +29,8 @@ QToolButton* PlotButton(const QString& text) {
 
 PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent), view_(new PlotView) {
   setObjectName(QStringLiteral("PlotPanel"));
-  print_ = PlotButton(HostText("打印图(&I)..."));
-  save_ = PlotButton(HostText("另存图(&K)..."));
+  print_ = PlotButton(HostText("打印图(&C)..."));
+  save_ = PlotButton(HostText("另存图(&X)..."));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, 0);

@@ -44,6 +44,11 @@ std::optional<QPointF> PlotView::MarkPlace() const {
   return QPointF(layout_.XOf(mark_->day), layout_.frames.front().YOf(mark_->quantity));
 }
 
+QString PlotView::WhyBlank() const {
+  if (!layout_.frames.empty()) return {};
+  return plot_.IsEmpty() ? HostText("没有可画的行") : HostText("地方太小，画不下：请把走势图拉大");
+}
+
 void PlotView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (picture_.isNull() && CanDrawPlots()) {
@@ -58,7 +63,7 @@ void PlotView::paintEvent(QPaintEvent*) {
     return;
   }
   painter.drawImage(QPointF(0, 0), picture_);
-  if (layout_.frames.empty()) painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, HostText("没有可画的行"));
+  painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, WhyBlank());
   PaintMark(painter);
 }
 

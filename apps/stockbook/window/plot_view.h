@@ -32,7 +32,7 @@ class PlotView : public QWidget {
   std::optional<QPointF> MarkPlace() const;
 
   QSize sizeHint() const override { return {640, 360}; }
-  QSize minimumSizeHint() const override { return {240, 160}; }
+  QSize minimumSizeHint() const override { return {160, 60}; }
 
  signals:
   // A day, and the quantity there if the point is in the pane of the quantity.
@@ -49,6 +49,8 @@ class PlotView : public QWidget {
 
  private:
   PlotLook Look() const;
+  // Empty where there are panes to look at.
+  QString WhyBlank() const;
   void Redraw();
   void PaintMark(QPainter& painter) const;
 

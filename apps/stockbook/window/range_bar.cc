@@ -80,14 +80,14 @@ RangeBar::RangeBar(QWidget* parent)
 }
 
 void RangeBar::BuildRow() {
-  auto* label = new QLabel(HostText("区间(&G)"));
+  auto* label = new QLabel(HostText("区间(&J)"));
   label->setBuddy(presets_);
   auto* from_label = new QLabel(HostText("从(&B)"));
   from_label->setBuddy(from_);
-  auto* to_label = new QLabel(HostText("到(&E)"));
+  auto* to_label = new QLabel(HostText("到(&Z)"));
   to_label->setBuddy(to_);
-  previous_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
-  next_->setIcon(style()->standardIcon(QStyle::SP_ArrowRight));
+  previous_->setArrowType(Qt::LeftArrow);
+  next_->setArrowType(Qt::RightArrow);
   close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kBarMargin, 0, kBarMargin, kBarSpacing);

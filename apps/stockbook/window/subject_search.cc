@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "qt/text.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -38,7 +39,7 @@ SubjectSearch::SubjectSearch(platform::Connection& connection, SubjectUses* uses
   connect(words_, &QLineEdit::textChanged, this, &SubjectSearch::Search);
   connect(words_, &QLineEdit::returnPressed, this, &SubjectSearch::Take);
   connect(found_, &QListView::clicked, this, &SubjectSearch::Take);
-  resize(kSearchSize);
+  ResizeWithinScreen(*this, kSearchSize);
   Search({});
 }
 

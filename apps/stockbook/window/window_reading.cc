@@ -32,7 +32,7 @@ WindowReading::WindowReading(const Host& host)
     if (const auto& shown = host_.journal.options()) host_.load(JournalOptions(*shown));
   });
   connect(trail_, &BillTrail::Told, this, &WindowReading::Told);
-  host_.menus.Add(MenuPlace::kGoRow, tr("查看单据(&B)..."), QKeySequence(Qt::CTRL | Qt::Key_B), trail_,
+  host_.menus.Add(MenuPlace::kGoRow, tr("查看单据(&D)..."), QKeySequence(Qt::CTRL | Qt::Key_B), trail_,
                   &BillTrail::Show);
   host_.menus.Add(MenuPlace::kGoBack, tr("返回单据(&Z)"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B), trail_,
                   &BillTrail::GoBack);

@@ -1,12 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/window_style.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
+#include <cstdlib>
 
 #include "qt/colour.h"
 
 namespace stockbook::app {
+
+namespace {
+
+// Whether one can read the ink, which may be half transparent, on the paper.
+bool CanBeRead(const QColor& ink, const QColor& paper) {
+  constexpr int kLeastContrast = 50;  // of 255
+  constexpr int kOpaque = 255;
+  return std::abs(qGray(ink.rgb()) - qGray(paper.rgb())) * ink.alpha() >= kLeastContrast * kOpaque;
+}
+
+}  // namespace
+
+void WindowStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  const QColor hint = palette.color(QPalette::Active, QPalette::PlaceholderText);
+  if (CanBeRead(hint, palette.color(QPalette::Active, QPalette::Base))) return;
+  constexpr int kWeak = 150;  // of 255
+  QColor ink = palette.color(QPalette::Active, QPalette::Text);
+  ink.setAlpha(kWeak);
+  palette.setColor(QPalette::PlaceholderText, ink);
+}
 
 void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
@@ -21,6 +44,20 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
   painter->setBrush(Qt::NoBrush);
   painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
   painter->restore();
+}
+
+QIcon WindowStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+  const QIcon usual = QProxyStyle::standardIcon(icon, option, widget);
+  const bool is_more = icon == SP_ToolBarHorizontalExtensionButton || icon == SP_ToolBarVerticalExtensionButton;
+  const QPalette palette = widget == nullptr ? QApplication::palette() : widget->palette();
+  if (!is_more || usual.isNull() || !qt::IsDark(palette.color(QPalette::Window))) return usual;
+  constexpr int kSide = 16;
+  QPixmap sign = usual.pixmap(kSide);
+  QPainter painter(&sign);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(sign.rect(), palette.color(QPalette::ButtonText));
+  painter.end();
+  return sign;
 }
 
 }  // namespace stockbook::app

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// What has to fit on a screen of 1024 by 600 pixels, or on one of 1366 by 768 at one and a half times the size.
+#include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QScreen>
+#include <fstream>
+
+#include "app/window_fixture.h"
+#include "stockbook/window/hit_list.h"
+#include "stockbook/window/host_translator.h"
+#include "stockbook/window/import_dialog.h"
+#include "stockbook/window/screen_fit.h"
+#include "stockbook/window/subject_chooser.h"
+
+namespace stockbook::app {
+namespace {
+
+constexpr int kLowestScreen = 768 * 2 / 3;
+constexpr int kNarrowestScreen = 1366 * 2 / 3;
+constexpr int kFrameAndTaskBar = 40;
+
+using SmallScreen = WindowTest;
+
+TEST_F(SmallScreen, HasRoomForAllBarsAndPanelsAtOnce) {
+  Open();
+  ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+  window_->views().range_bar().Open();
+  window_->find_bar().Open();
+  window_->find_bar().findChild<HitList*>()->show();
+  window_->views().periods().show();
+  window_->views().plot().show();
+  Settle();
+  EXPECT_LE(window_->minimumSizeHint().height(), kLowestScreen - kFrameAndTaskBar);
+  EXPECT_LE(window_->minimumSizeHint().width(), kNarrowestScreen);
+}
+
+TEST_F(SmallScreen, HasRoomForTheImportInEnglish) {
+  if (!HostTranslator().LoadEnglish()) GTEST_SKIP() << "this program was built without its English texts";
+  session_.Speak(HostLanguage::kEnglish);
+  const std::string table = PathOf("table.csv");
+  std::ofstream(table) << "date,product,quantity\n2025-01-02,P1,3\n";
+  ImportDialog dialog(table);
+  EXPECT_LE(dialog.minimumSizeHint().width(), kNarrowestScreen * 9 / 10);
+  EXPECT_LE(dialog.minimumSizeHint().height(), kLowestScreen * 9 / 10);
+}
+
+TEST_F(SmallScreen, ShowsWhatWasFoundBesideItsBill) {
+  Open();
+  ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+  HitList& hits = *window_->find_bar().findChild<HitList*>();
+  window_->find_bar().Open();
+  hits.show();
+  window_->resize(kNarrowestScreen, kLowestScreen);
+  Settle();
+  const QHeaderView& header = *hits.horizontalHeader();
+  EXPECT_LE(header.length(), hits.viewport()->width());
+  EXPECT_GE(header.sectionSize(2), header.sectionSize(1));
+}
+
+// The boxes give way to a menu first.
+TEST_F(SmallScreen, LeavesChoosersReadable) {
+  Open();
+  window_->resize(kNarrowestScreen - kFrameAndTaskBar, kLowestScreen);
+  Settle();
+  const SubjectChooser& product = *window_->bar().findChild<SubjectChooser*>();
+  EXPECT_GE(product.width(), product.fontMetrics().horizontalAdvance(QStringLiteral("010101-01 六角螺栓 M8×30 GB")));
+}
+
+TEST_F(SmallScreen, HoldsDialogsThatWantMore) {
+  QWidget dialog;
+  ResizeWithinScreen(dialog, {300, 200});
+  EXPECT_EQ(dialog.size(), QSize(300, 200));
+  ResizeWithinScreen(dialog, {30000, 20000});
+  EXPECT_LT(dialog.width(), dialog.screen()->availableSize().width());
+  EXPECT_LT(dialog.height(), dialog.screen()->availableSize().height());
+}
+
+}  // namespace
+}  // namespace stockbook::app
