@@ -283,6 +283,13 @@ void SheetWidget::CursorChanged(sheet::Cursor cursor) {
 void SheetWidget::keyPressEvent(QKeyEvent* event) {
   // The key that ends a drag must not also close a dialog around the grid.
   if (event->key() == Qt::Key_Escape && mouse_->Cancel()) return;
+  // On X the toolkit asks for a menu only by the other key for it, which many keyboards lack.
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, QCursor::pos());
+    contextMenuEvent(&menu);
+    event->setAccepted(menu.isAccepted());
+    return;
+  }
   if (!keyboard_->Press(ToSheet(*event))) event->ignore();
 }
 

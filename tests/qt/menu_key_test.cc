@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QTimer>
 
@@ -71,6 +72,20 @@ TEST_F(MenuKey, WithControlStandsForItOnTheCaption) {
   EXPECT_TRUE(Ask(QContextMenuEvent::Keyboard, Qt::ControlModifier));
   EXPECT_EQ(watcher.row, 0);
   EXPECT_EQ(watcher.column, 2);
+}
+
+TEST_F(MenuKey, IsShiftAndF10AsWell) {
+  Watcher watcher(sheet_);
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_F10, Qt::ShiftModifier);
+  QApplication::sendEvent(&view_, &press);
+  EXPECT_TRUE(press.isAccepted());
+  EXPECT_EQ(watcher.pressed.button, sheet::MouseButton::kRight);
+  EXPECT_EQ(watcher.row, 4);
+  watcher.row = -1;
+  QKeyEvent alone(QEvent::KeyPress, Qt::Key_F10, Qt::NoModifier);
+  QApplication::sendEvent(&view_, &alone);
+  EXPECT_FALSE(alone.isAccepted()) << "that one is for the menu bar";
+  EXPECT_EQ(watcher.row, -1);
 }
 
 TEST_F(MenuKey, BringsTheCurrentCellIntoViewFirst) {
