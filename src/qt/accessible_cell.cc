@@ -23,9 +23,17 @@ QWindow* AccessibleCell::window() const { return grid_.window(); }
 QAccessibleInterface* AccessibleCell::parent() const { return const_cast<AccessibleGrid*>(&grid_); }
 
 QString AccessibleCell::text(QAccessible::Text kind) const {
-  if (kind != QAccessible::Name || !isValid()) return {};
+  if (!isValid()) return {};
+  if (kind == QAccessible::Description) return FoldingText();
+  if (kind != QAccessible::Name) return {};
   if (place_.IsCaption()) return ToQString(grid_.Table().Caption(place_.column));
   return ToQString(grid_.view()->sheet().DisplayText(place_.row, place_.column));
+}
+
+QString AccessibleCell::FoldingText() const {
+  const NodeState node = place_.IsCaption() ? NodeState::kNone : grid_.Table().NodeAt(place_.row);
+  if (node == NodeState::kNone) return {};
+  return node == NodeState::kOpen ? QStringLiteral("已展开") : QStringLiteral("已折叠");
 }
 
 QRect AccessibleCell::rect() const {

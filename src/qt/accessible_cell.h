@@ -65,6 +65,7 @@ class AccessibleCell final : public QAccessibleInterface,
   QStringList keyBindingsForAction(const QString& name) const override;
 
  private:
+  QString FoldingText() const;
   void AddCellStates(QAccessible::State& state) const;
 
   const AccessibleGrid& grid_;

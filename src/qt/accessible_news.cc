@@ -30,6 +30,7 @@ void AccessibleNews::accessibilityActiveChanged(bool active) {
   active_ = active;
   told_ = Now();
   told_selection_ = view_.view().selection();
+  told_folding_ = FoldingNow();
 }
 
 void AccessibleNews::Send(QAccessibleEvent& event, int child) {
@@ -47,6 +48,12 @@ AccessibleNews::Table AccessibleNews::Now() const {
   return {view_.sheet().Revision(), table.RowCount(), table.ColumnCount()};
 }
 
+AccessibleNews::Folding AccessibleNews::FoldingNow() const {
+  const int row = view_.view().selection().current.row;
+  if (!view_.sheet().HasRow(row)) return {};
+  return {row, sheet::TableAccess(view_.view()).NodeAt(row)};
+}
+
 void AccessibleNews::Tell() {
   if (!active_) return;
   const Table now = Now();
@@ -56,6 +63,7 @@ void AccessibleNews::Tell() {
     hand_over_(&event);
   }
   if (reset || view_.view().selection() != told_selection_) TellSelection();
+  TellFolding();
 }
 
 void AccessibleNews::TellSelection() {
@@ -67,6 +75,15 @@ void AccessibleNews::TellSelection() {
   } else if (now.current != before.current) {
     Send(QAccessible::Selection, ChildOf(view_, now.current));
   }
+}
+
+// The toolkit's bridge passes on no state of being open or closed, but it does pass on descriptions.
+void AccessibleNews::TellFolding() {
+  const Folding now = FoldingNow();
+  const Folding before = std::exchange(told_folding_, now);
+  const bool folds = now.node != sheet::NodeState::kNone && before.node != sheet::NodeState::kNone;
+  if (now.row != before.row || now == before || !folds) return;
+  Send(QAccessible::DescriptionChanged, ChildOf(view_, view_.view().selection().current));
 }
 
 void AccessibleNews::TellFocus() {
@@ -87,6 +104,7 @@ void AccessibleNews::TellNode(int row) {
   changed.collapsed = true;
   QAccessibleStateChangeEvent state(&view_, changed);
   Send(state, ChildOf(view_, {row, on_node ? current.column : tree}));
+  TellFolding();
   const int rows = now.rows - before.rows;
   if (rows == 0) return;
   ModelChange event(&view_, rows > 0 ? ModelChange::RowsInserted : ModelChange::RowsRemoved);

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <cstdint>
 
+#include "sheet/access/table_access.h"
 #include "sheet/selection/selection.h"
 
 namespace stockbook::qt {
@@ -25,7 +26,7 @@ class AccessibleNews : private QAccessible::ActivationObserver {
   void Tell();
   // The node was opened or closed, and nothing else changed.
   void TellNode(int row);
-  // The view got the keyboard focus, which is at the current cell.
+  // The view has got the keyboard focus, which is at the current cell.
   void TellFocus();
 
  private:
@@ -37,9 +38,19 @@ class AccessibleNews : private QAccessible::ActivationObserver {
     bool operator==(const Table&) const = default;
   };
 
+  // What the row of the current cell is.
+  struct Folding {
+    int row = -1;
+    sheet::NodeState node = sheet::NodeState::kNone;
+
+    bool operator==(const Folding&) const = default;
+  };
+
   void accessibilityActiveChanged(bool active) override;
   Table Now() const;
+  Folding FoldingNow() const;
   void TellSelection();
+  void TellFolding();
   // An event about a child of the view; -1 is the view itself.
   void Send(QAccessibleEvent& event, int child);
   void Send(QAccessible::Event type, int child);
@@ -49,6 +60,7 @@ class AccessibleNews : private QAccessible::ActivationObserver {
   bool active_;
   Table told_;
   sheet::Selection told_selection_;
+  Folding told_folding_;
 };
 
 }  // namespace stockbook::qt

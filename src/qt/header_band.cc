@@ -31,7 +31,7 @@ void DrawPicture(QPainter& painter, const platform::Picture& picture, const QRec
 
 }  // namespace
 
-HeaderBand::HeaderBand(QWidget* parent) : QWidget(parent) {
+HeaderBand::HeaderBand(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
@@ -39,7 +39,9 @@ HeaderBand::HeaderBand(QWidget* parent) : QWidget(parent) {
 void HeaderBand::Show(const control::Container& header, platform::PictureRef mark) {
   header_ = header;
   mark_ = std::move(mark);
-  setAccessibleName(ToQString(header_.caption).trimmed());
+  // Every call is announced.
+  const QString name = ToQString(header_.caption).trimmed();
+  if (accessibleName() != name) setAccessibleName(name);
   UpdateToolTip();
   updateGeometry();
   update();
@@ -86,7 +88,7 @@ void HeaderBand::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void HeaderBand::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
+  QLabel::resizeEvent(event);
   UpdateToolTip();
 }
 
@@ -94,6 +96,9 @@ void HeaderBand::UpdateToolTip() {
   const QString caption = ToQString(header_.caption).trimmed();
   const bool cut_off = QFontMetrics(CaptionFont()).horizontalAdvance(caption) > CaptionRect().width();
   setToolTip(cut_off ? PlainToolTip(caption) : QString());
+  // A tooltip is read aloud as a description, with its markup.
+  const QString description = cut_off ? caption : QString();
+  if (accessibleDescription() != description) setAccessibleDescription(description);
 }
 
 }  // namespace stockbook::qt

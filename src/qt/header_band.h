@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 
 #include "control/container.h"
 #include "platform/picture.h"
@@ -9,8 +9,8 @@
 namespace stockbook::qt {
 
 // The band above the grid: the picture of the journal type, the caption, and the mark at the right end. A caption that
-// is too long ends in an ellipsis, and the tooltip shows all of it.
-class HeaderBand : public QWidget {
+// is too long ends in an ellipsis, and the tooltip shows all of it. It paints itself; it is a label for screen readers.
+class HeaderBand : public QLabel {
   Q_OBJECT
 
  public:

@@ -348,7 +348,9 @@ void SheetWidget::timerEvent(QTimerEvent* event) {
 void SheetWidget::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   view_->SetFocused(true);
-  news_.TellFocus();
+  // The toolkit says itself, after this event, that the view has the focus; the current cell is to be the last word.
+  QMetaObject::invokeMethod(
+      this, [this] { news_.TellFocus(); }, Qt::QueuedConnection);
 }
 
 void SheetWidget::focusOutEvent(QFocusEvent* event) {

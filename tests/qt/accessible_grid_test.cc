@@ -138,12 +138,15 @@ TEST_F(AccessibleTable, FoldsAPeriodByItsAction) {
   EXPECT_FALSE(node->state().collapsed);
   EXPECT_FALSE(line->state().expandable);
   EXPECT_FALSE(total->state().expandable) << "a total has nothing to fold";
+  EXPECT_EQ(node->text(QAccessible::Description), "已展开");
+  EXPECT_EQ(total->text(QAccessible::Description), "");
   QAccessibleActionInterface* actions = node->actionInterface();
   EXPECT_EQ(actions->actionNames().front(), QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(actions->localizedActionName(QAccessibleActionInterface::toggleAction()), "折叠");
   actions->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_TRUE(sheet_.IsCollapsed(kFirstNode));
   EXPECT_TRUE(node->state().collapsed);
+  EXPECT_EQ(node->text(QAccessible::Description), "已折叠");
   EXPECT_FALSE(node->state().expanded);
   EXPECT_EQ(actions->localizedActionName(QAccessibleActionInterface::toggleAction()), "展开");
   EXPECT_EQ(Table()->rowCount(), kPeriods * kGroup - kLines);

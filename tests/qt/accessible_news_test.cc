@@ -8,6 +8,8 @@ namespace {
 class AccessibleNewsTest : public AccessibleTable {
  protected:
   AccessibleNewsTest() : AccessibleTable(&Hear) {
+    // What the view puts off when it gets the focus is over by then.
+    QApplication::processEvents();
     QAccessible::setActive(true);
     sheet_.Select(kFirstLine, testing::kLedgerBill);
     heard_.clear();
@@ -50,6 +52,27 @@ TEST_F(AccessibleNewsTest, TellsThatANodeWasFolded) {
   EXPECT_EQ(Heard(), (std::vector<std::string>{"StateChanged 2004-01", "TableModelChanged 库存明细账 4 1..10"}));
   sheet_.SetIsCollapsed(kFirstNode, false);
   EXPECT_EQ(Heard(), (std::vector<std::string>{"StateChanged 2004-01", "TableModelChanged 库存明细账 2 1..10"}));
+}
+
+TEST_F(AccessibleNewsTest, TellsTheNewDescriptionOfTheNodeWithTheCurrentCell) {
+  sheet_.Select(kFirstNode, testing::kLedgerBill);
+  Heard();
+  sheet_.SetIsCollapsed(kFirstNode, true);
+  EXPECT_EQ(Heard(), (std::vector<std::string>{"StateChanged 2004-01", "DescriptionChanged 2004-01",
+                                               "TableModelChanged 库存明细账 4 1..10"}));
+  sheet_.Select(kFirstNode, testing::kLedgerBill);
+  EXPECT_TRUE(Heard().empty());
+}
+
+TEST_F(AccessibleNewsTest, EndsWithTheCurrentCellWhenTheViewGetsTheFocus) {
+  view_->clearFocus();
+  QApplication::processEvents();
+  Heard();
+  view_->setFocus();
+  // The view's own event goes to the toolkit at once and not to this test.
+  EXPECT_TRUE(Heard().empty());
+  QApplication::processEvents();
+  EXPECT_EQ(Heard(), std::vector<std::string>{"Focus " + Name(Cell(kFirstLine - 1, kBill))});
 }
 
 TEST_F(AccessibleNewsTest, TellsOfALoadOnceWhenItIsDone) {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>
@@ -74,6 +75,20 @@ TEST_F(MenuKey, WithControlStandsForItOnTheCaption) {
   EXPECT_EQ(watcher.column, 2);
 }
 
+TEST_F(MenuKey, IsShiftAndF10AsWell) {
+  Watcher watcher(sheet_);
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_F10, Qt::ShiftModifier);
+  QApplication::sendEvent(&view_, &press);
+  EXPECT_TRUE(press.isAccepted());
+  EXPECT_EQ(watcher.pressed.button, sheet::MouseButton::kRight);
+  EXPECT_EQ(watcher.row, 4);
+  watcher.row = -1;
+  QKeyEvent alone(QEvent::KeyPress, Qt::Key_F10, Qt::NoModifier);
+  QApplication::sendEvent(&view_, &alone);
+  EXPECT_FALSE(alone.isAccepted()) << "that one is for the menu bar";
+  EXPECT_EQ(watcher.row, -1);
+}
+
 TEST_F(MenuKey, BringsTheCurrentCellIntoViewFirst) {
   Watcher watcher(sheet_);
   watcher.view = &view_;
@@ -82,16 +97,6 @@ TEST_F(MenuKey, BringsTheCurrentCellIntoViewFirst) {
   ASSERT_FALSE(sheet_.RowIsVisible(19));
   EXPECT_TRUE(Ask(QContextMenuEvent::Keyboard));
   EXPECT_TRUE(sheet_.RowIsVisible(19));
-}
-
-// As it comes from X11, which has no key for menus but the one with the name.
-TEST_F(MenuKey, MayBeShiftAndF10) {
-  Watcher watcher(sheet_);
-  watcher.view = &view_;
-  QTest::keyClick(&view_, Qt::Key_F10, Qt::ShiftModifier);
-  EXPECT_EQ(watcher.pressed.button, sheet::MouseButton::kRight);
-  EXPECT_EQ(watcher.row, 4);
-  EXPECT_EQ(watcher.column, 2);
 }
 
 TEST_F(MenuKey, IsLeftToTheWindowWhereNobodyWatches) { EXPECT_FALSE(Ask(QContextMenuEvent::Keyboard)); }
