@@ -70,6 +70,29 @@ TEST(BillParts, KeepsANumberThatDoesNotBeginWithItsDayAndKind) {
   EXPECT_EQ(BillSplitter(sheet).Of(1).number, "X 7");
 }
 
+TEST(BillParts, LeavesTheTimeOfABillOutOfItsNumber) {
+  sheet::GridSheet sheet;
+  FillBills(sheet);
+  sheet.SetTextMatrix(1, sheet.ColIndex(keys::kBillDate), "2025-01-31 08:30:00");
+  for (const char* bill : {"2025-01-31 08:30:00 采购单 N-0", "2025-01-31采购单 N-0"}) {
+    sheet.SetTextMatrix(1, sheet.ColIndex(keys::kBillNo), bill);
+    const BillParts parts = BillSplitter(sheet).Of(1);
+    EXPECT_EQ(parts.day, "2025-01-31") << bill;
+    EXPECT_EQ(parts.number, "N-0") << bill;
+  }
+}
+
+TEST(BillParts, TakesABillWithoutADateApart) {
+  sheet::GridSheet sheet;
+  FillBills(sheet);
+  sheet.SetTextMatrix(1, sheet.ColIndex(keys::kBillDate), "");
+  sheet.SetTextMatrix(1, sheet.ColIndex(keys::kBillNo), " 采购单 N-0");
+  const BillParts parts = BillSplitter(sheet).Of(1);
+  EXPECT_EQ(parts.day, "");
+  EXPECT_EQ(parts.kind, "采购单");
+  EXPECT_EQ(parts.number, "N-0");
+}
+
 TEST(BillParts, AreWrittenForEveryRowOfALongJournal) {
   sheet::GridSheet sheet;
   FillBills(sheet);

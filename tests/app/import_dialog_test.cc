@@ -142,7 +142,7 @@ TEST_F(ImportWindow, SaysWhatCannotBeReadAndStaysOpen) {
   const std::string table = Write("t.xls", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and so on");
   ImportDialog dialog(table);
   EXPECT_EQ(TextOf(dialog, "problem"),
-            "无法导入“" + table + "”：这是旧格式的工作簿（.xls），请另存为 .xlsx 或 .csv 再导入。");
+            "无法导入“" + table + "”：这是旧格式（.xls）或设有密码的工作簿，请另存为不设密码的 .xlsx 或 .csv 再导入。");
   EXPECT_EQ(Lines(dialog).rowCount(), 0);
   const std::string empty = Write("e.csv", "");
   ImportDialog second(empty);

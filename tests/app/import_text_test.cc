@@ -2,6 +2,7 @@
 // `import` of tables as people write them: encodings, spellings, and what is no table.
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,6 +11,7 @@
 namespace stockbook::app {
 namespace {
 
+using std::string_view_literals::operator""sv;
 using Lines = std::vector<std::string>;
 
 // 螺栓 in GBK, Big5 and GB18030's own four bytes for a character beyond GBK.
@@ -35,6 +37,25 @@ TEST_F(ImportText, RecognisesGbkAndNamesIt) {
   const Outcome beyond = Import("p,d,q\n" + kBoltInGbk + kBeyondGbk + ",2025-01-02,1\n");
   EXPECT_TRUE(beyond.out.starts_with("The table is GB18030 text.\n")) << beyond.out;
   EXPECT_EQ(Query("SELECT 商品编号 FROM 商品设置"), Lines{"螺栓㐀"});
+}
+
+TEST_F(ImportText, RecognisesGbkWhereACharacterIsCutInTwo) {
+  // As programs write it whose fields have so many bytes.
+  const Outcome outcome = Import("p,d,q\n" + kBoltInGbk + "\xC2,2025-01-02,1\n" + kBoltInGbk + ",2025-01-02,1\n");
+  EXPECT_TRUE(outcome.out.starts_with("The table is GBK text.\n")) << outcome.out;
+  EXPECT_EQ(Query("SELECT 商品编号 FROM 商品设置"), (Lines{"螺栓\uFFFD", "螺栓"}));
+  // And the same of UTF-8.
+  ASSERT_EQ(Import("p,d,q\n螺栓\xE8,2025-01-02,1\n螺栓,2025-01-02,1\n").code, 0);
+  EXPECT_EQ(Query("SELECT 商品编号 FROM 商品设置"), (Lines{"螺栓\uFFFD", "螺栓"}));
+}
+
+TEST_F(ImportText, SaysHowManyLinesHaveDamagedTexts) {
+  const Outcome outcome = Import("p,d,q\n" + kBoltInGbk + "\xC2,2025-01-02,1\n" + kBoltInGbk + ",2025-01-02,1\n");
+  EXPECT_EQ(outcome.code, 0);
+  EXPECT_EQ(outcome.err,
+            "stockbook import: Texts of 1 line hold bytes that are no GBK, the first in line 2; they are imported as "
+            "\uFFFD; where there are many of them, say by --encoding what the table is.\n");
+  EXPECT_EQ(Import("p,d,q\n" + kBoltInGbk + ",2025-01-02,1\n").err, "");
 }
 
 TEST_F(ImportText, FindsMappedColumnsWhoseNamesAreInGbk) {
@@ -115,11 +136,13 @@ TEST_F(ImportText, SaysWhichDelimiterTheHeaderLineHas) {
 }
 
 TEST_F(ImportText, SaysWhatIsNoTable) {
-  for (const auto& [bytes, sentence] :
-       {std::pair{"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and more", "a workbook of the old kind (.xls)"},
-        {"%PDF-1.7", "a PDF document"},
-        {"SQLite format 3", "an inventory already"}}) {
-    const Outcome outcome = Import(bytes);
+  for (const auto& [bytes, sentence] : {std::pair{"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and more"sv,
+                                                  "a workbook of the old kind (.xls) or one with a password"sv},
+                                        {"%PDF-1.7", "a PDF document"},
+                                        {"\xFF\xFE\0\0p\0\0\0"sv, "UTF-32 text; save it as UTF-8"},
+                                        {"\0\0\xFE\xFF\0\0\0p"sv, "UTF-32 text; save it as UTF-8"},
+                                        {"SQLite format 3", "an inventory already"}}) {
+    const Outcome outcome = Import(std::string(bytes));
     EXPECT_EQ(outcome.code, 1);
     EXPECT_TRUE(outcome.err.starts_with("stockbook import: Cannot import 'standard input': it is ")) << outcome.err;
     EXPECT_NE(outcome.err.find(sentence), std::string::npos) << outcome.err;

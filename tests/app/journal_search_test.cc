@@ -56,6 +56,17 @@ TEST_F(SearchedLedger, FindsAsManyLetterByLetterAsAtOnce) {
   }
 }
 
+TEST_F(SearchedLedger, AnAmountThatIsHiddenIsNotFound) {
+  const std::string amount = sheet_.DisplayText(sheet_.RowOfRecord(5), testing::kLedgerStoAcc);
+  ASSERT_FALSE(Found(amount).empty());
+  sheet_.ReplaceLoadedText(testing::kLedgerStoAcc,
+                           columns::Column::Constant(base::Value(std::string("-")), sheet_.RecordCount()));
+  search_->Forget();
+  EXPECT_EQ(Found(amount), Expected(amount));
+  EXPECT_LT(Found(amount).size(), sheet_.RecordCount());
+  EXPECT_GE(Found("-").size(), sheet_.RecordCount());
+}
+
 TEST_F(SearchedLedger, ANumberIsFoundAsItsColumnShowsIt) {
   const int column = testing::kLedgerStoAcc;
   const int row = sheet_.RowOfRecord(2000);

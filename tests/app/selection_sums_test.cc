@@ -77,6 +77,16 @@ TEST_F(SummedLedger, WhatIsNotShownDoesNotCount) {
   EXPECT_GT(closed, all / 2);
 }
 
+TEST_F(SummedLedger, AmountsThatAreHiddenAreNotSummedUp) {
+  const int first = sheet_.RowOfRecord(0);
+  const int last = sheet_.RowOfRecord(3);
+  ASSERT_GT(Sums(first, testing::kLedgerStoAcc, last, testing::kLedgerStoAcc).count(), 0);
+  // As the control hides them: the amounts stay behind the texts.
+  sheet_.ReplaceLoadedText(testing::kLedgerStoAcc,
+                           columns::Column::Constant(base::Value(std::string("-")), sheet_.RecordCount()));
+  EXPECT_EQ(Sums(first, testing::kLedgerStoAcc, last, testing::kLedgerStoAcc).count(), 0);
+}
+
 TEST_F(SummedLedger, WrittenNumbersCountAsTheyAreNow) {
   const int row = sheet_.RowOfRecord(5);
   const SelectionSums before = Sums(row, testing::kLedgerPrice, row + 2, testing::kLedgerPrice);

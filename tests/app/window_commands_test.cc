@@ -143,6 +143,18 @@ TEST_F(WindowCommand, RenderWritesNothingWhenItCannot) {
   }
 }
 
+TEST_F(WindowCommand, PicturesAndPagesOfNoProductAreRefused) {
+  for (const char* command : {"print", "render", "plot"}) {
+    const std::string target = PathOf("none.png");
+    const Outcome outcome = Program(std::string(command) + " '" + PathOf("sample.db") +
+                                    "' --journal material --product 9999 -o '" + target + "'");
+    EXPECT_EQ(outcome.code, 1) << command;
+    EXPECT_EQ(outcome.err, std::string("stockbook ") + command + ": There is no product 9999 in '" +
+                               PathOf("sample.db") + "'; give the number of another one with --product.\n");
+    EXPECT_FALSE(std::filesystem::exists(target)) << command;
+  }
+}
+
 TEST_F(WindowCommand, OpenSaysThatThereIsNoDisplay) {
   const std::string open = "open '" + PathOf("sample.db") + "'";
   for (const char* environment : {"env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM",

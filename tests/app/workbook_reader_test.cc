@@ -131,6 +131,21 @@ TEST_F(WorkbookTest, RefusesWhatUnpacksToTooMuch) {
   EXPECT_NE(Refusal(bytes).find("more than 1 GiB"), std::string::npos);
 }
 
+TEST_F(WorkbookTest, RefusesATextWithoutEndInACell) {
+  // A small file unpacks to it.
+  const std::string endless(size_t{3} << 20, 'x');
+  for (const WorkbookXml& xml :
+       {WorkbookXml{"<row><c t=\"inlineStr\"><is><t>" + endless + "</t></is></c></row>", {}, {}, {}, {}},
+        WorkbookXml{"<row><c t=\"s\"><v>0</v></c></row>", "<si><t>" + endless + "</t></si>", {}, {}, {}}}) {
+    try {
+      Rows(MakeWorkbook(xml));
+      FAIL();
+    } catch (const TableError& error) {
+      EXPECT_NE(std::string(error.what()).find("a cell with more than 1 MiB of text"), std::string::npos);
+    }
+  }
+}
+
 TEST_F(WorkbookTest, SurvivesEveryCut) {
   const std::string good = MakeWorkbook({"<row><c t=\"inlineStr\"><is><t>x</t></is></c></row>", {}, {}, {}, {}});
   for (size_t size = 4; size < good.size(); size += 7) EXPECT_NE(Refusal(good.substr(0, size)), "none") << size;

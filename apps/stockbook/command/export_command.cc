@@ -83,15 +83,15 @@ ExportPlan PlanOf(const CommandLine& line) {
 }
 
 // The same for the control of either desk. Says what a journal that cannot be loaded, or is empty, lacks.
-LoadReport LoadForExport(control::Stockbook& control, const sheet::GridSheet& sheet, DatabaseSource& source,
-                         const JournalOptions& options, Terminal& terminal) {
+LoadReport LoadForExport(control::Stockbook& control, DatabaseSource& source, const JournalOptions& options,
+                         Terminal& terminal) {
   const auto connection = OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal());
   LoadReport report = LoadJournal(control, connection, options);
   if (!report.loaded) {
     CheckTables(*connection, source.name());
     throw platform::Error("export", LoadError(report));
   }
-  if (sheet.RecordCount() == 0) CheckProduct(*connection, options.key_id, source.name());
+  CheckSubject(control, options.key_id, source.name());
   Warn("export", LoadProblems(report), terminal);
   ShowRange(control, options.range);
   return report;
@@ -107,14 +107,14 @@ int RunExport(const std::vector<std::string>& arguments, Terminal& terminal) {
     // Heights of rows are those of the window.
     const GuiSession session(GuiNeed::kPicture);
     JournalDesk desk;
-    const LoadReport report = LoadForExport(desk.control(), desk.sheet(), source, options, terminal);
+    const LoadReport report = LoadForExport(desk.control(), source, options, terminal);
     OutputFile output(plan.target, terminal.out);
     WriteNdjson(desk.sheet(), plan.columns, desk.control().Caption(), report, output.stream());
     output.Commit();
     return kExitDone;
   }
   PlainDesk desk;
-  LoadForExport(desk.control(), desk.sheet(), source, options, terminal);
+  LoadForExport(desk.control(), source, options, terminal);
   OutputFile output(plan.target, terminal.out);
   if (plan.format == "xlsx") {
     XlsxOptions workbook;

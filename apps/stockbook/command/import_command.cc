@@ -129,6 +129,15 @@ void PrintKind(const OpenedTable& table, std::ostream& out) {
   if (!encoding.empty() && encoding != "UTF-8") out << "The table is " << encoding << " text.\n";
 }
 
+// A wrong encoding must not go unnoticed.
+void WarnOfDamage(const ImportTally& tally, std::string_view encoding, std::ostream& err) {
+  if (tally.damaged == 0) return;
+  err << "stockbook import: Texts of " << tally.damaged << (tally.damaged == 1 ? " line" : " lines") << " hold "
+      << (encoding.empty() ? "characters that were lost before" : "bytes that are no " + std::string(encoding))
+      << ", the first in line " << tally.first_damaged << "; they are imported as \uFFFD"
+      << (encoding.empty() ? "" : "; where there are many of them, say by --encoding what the table is") << ".\n";
+}
+
 void CheckWritten(const ImportTally& tally) {
   if (tally.imported == 0) {
     throw platform::Error("import",
@@ -174,6 +183,7 @@ int RunImport(const std::vector<std::string>& arguments, Terminal& terminal) {
   if (result.tally.imported > 0) {
     PrintKind(*table, terminal.out);
     PrintResult(result, terminal.out);
+    WarnOfDamage(result.tally, table->EncodingName(), terminal.err);
   }
   CheckWritten(result.tally);
   return kExitDone;

@@ -63,4 +63,9 @@ void CheckProduct(platform::Connection& connection, int32_t product, const std::
       "export", "There is no product " + number + " in '" + name + "'; give the number of another one with --product.");
 }
 
+void CheckSubject(control::Stockbook& control, int32_t product, const std::string& name) {
+  if (control.Grid().RecordCount() > 0 || control.Conn() == nullptr) return;
+  CheckProduct(*control.Conn(), product, name);
+}
+
 }  // namespace stockbook::app

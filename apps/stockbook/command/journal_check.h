@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "control/stockbook.h"
 #include "platform/connection.h"
 
 namespace stockbook::app {
@@ -19,5 +20,7 @@ void CheckTables(platform::Connection& connection, const std::string& name);
 // Throws platform::Error if a product is given (above 0) and its number is not among the products. Where there is no
 // table of products nothing is said.
 void CheckProduct(platform::Connection& connection, int32_t product, const std::string& name);
+// The same of a loaded journal without lines, and nothing of one with some.
+void CheckSubject(control::Stockbook& control, int32_t product, const std::string& name);
 
 }  // namespace stockbook::app

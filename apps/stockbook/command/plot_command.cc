@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "platform/error.h"
 #include "stockbook/command/database_options.h"
+#include "stockbook/command/journal_check.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
@@ -95,6 +96,7 @@ int RunPlot(const std::vector<std::string>& arguments, Terminal& terminal) {
       LoadJournal(desk.control(), OpenInventory(source, SqlDialect::kDesktop, AskOnTerminal()), options);
   if (!report.loaded) throw platform::Error("plot", LoadError(report));
   Warn("plot", LoadProblems(report), terminal);
+  CheckSubject(desk.control(), options.key_id, source.name());
   RangeView view(desk.control());
   view.JournalLoaded();
   view.Show(options.range);

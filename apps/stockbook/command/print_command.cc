@@ -12,6 +12,7 @@
 #include "sheet/grid_sheet.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/command/journal_check.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/paper/journal_paper.h"
@@ -89,6 +90,7 @@ int RunPrint(const std::vector<std::string>& arguments, Terminal& terminal) {
   const LoadReport report = window.LoadJournal(options);
   if (!report.loaded) throw platform::Error("print", LoadError(report));
   Warn("print", LoadProblems(report), terminal);
+  CheckSubject(window.stockbook().control(), options.key_id, name);
   if (line.Has("collapse")) window.stockbook().sheet().CollapseAll();
   WriteJournal(window.stockbook(), choice, name, output.stream());
   output.Commit();

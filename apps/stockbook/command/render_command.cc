@@ -18,6 +18,7 @@
 #include "platform/error.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/command/journal_check.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/window/main_window.h"
@@ -117,6 +118,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   const GuiSession session(GuiNeed::kPicture, scale);
   if (line.Has("dark")) QApplication::setPalette(DarkPalette());
   MainWindow window;
+  const std::string name = source.name();
   window.OpenDatabase(std::move(source), AskOnTerminal());
   // The requested size, even if it is too narrow for the bar.
   window.layout()->setSizeConstraint(QLayout::SetNoConstraint);
@@ -126,6 +128,7 @@ int RunRender(const std::vector<std::string>& arguments, Terminal& terminal) {
   const LoadReport report = window.LoadJournal(options);
   if (!report.loaded) throw platform::Error("render", LoadError(report));
   Warn("render", LoadProblems(report), terminal);
+  CheckSubject(window.stockbook().control(), options.key_id, name);
   sheet::GridSheet& sheet = window.stockbook().sheet();
   if (line.Has("collapse")) sheet.CollapseAll();
   if (top_row) sheet.SetTopRow(std::min(static_cast<int>(*top_row), sheet.Rows() - 1));

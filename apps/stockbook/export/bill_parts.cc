@@ -42,7 +42,10 @@ BillParts BillSplitter::Of(int row) const {
   parts.period = Text(row, period_);
   constexpr size_t kDayLength = 10;
   parts.day = date.substr(0, kDayLength);
-  parts.number = WithoutWord(WithoutWord(bill, parts.day), parts.kind);
+  // Of a bill with a time some statements join all of it, and others the day alone; without a date a blank is left.
+  std::string_view number = WithoutWord(bill, bill.starts_with(date) ? date : parts.day);
+  if (date.empty() && number.starts_with(' ')) number.remove_prefix(1);
+  parts.number = WithoutWord(number, parts.kind);
   return parts;
 }
 

@@ -37,37 +37,43 @@ size_t Utf8Length(std::string_view text, size_t at) {
   return length;
 }
 
+// How many bytes are part of no character.
 template <typename LengthAt>
-bool IsWellFormed(std::string_view sample, SampleEnd end, LengthAt length_at) {
+size_t MalformedBytes(std::string_view sample, SampleEnd end, LengthAt length_at) {
+  size_t malformed = 0;
   for (size_t at = 0; at < sample.size();) {
     const size_t length = length_at(sample, at);
-    if (length == kMalformed) return false;
-    if (length == kUnfinished) return end == SampleEnd::kCutOff;
-    at += length;
+    const bool is_lost = length == kMalformed || length == kUnfinished;
+    if (length == kUnfinished && end == SampleEnd::kCutOff) break;
+    if (is_lost) ++malformed;
+    at += is_lost ? 1 : length;
   }
-  return true;
+  return malformed;
 }
 
 // Both bytes of the punctuation, the wide letters and the 6,763 common characters are high, which those of western
-// letters before a small one are not.
-bool ReadsLikeChinese(std::string_view sample) {
+// letters before a small one are not. Programs with fields of so many bytes cut characters in two, one a field at most.
+bool ReadsLikeChinese(std::string_view sample, size_t malformed) {
   size_t characters = 0;
   size_t common = 0;
   for (size_t at = 0; at < sample.size();) {
     const size_t length = Gb18030Length(sample, at);
-    if (length == kMalformed || length == kUnfinished) break;
-    if (length > 1) ++characters;
+    const bool is_lost = length == kMalformed || length == kUnfinished;
+    if (!is_lost && length > 1) ++characters;
     if (length == 2 && IsIn(ByteAt(sample, at), 0xA1, 0xF7) && ByteAt(sample, at + 1) >= 0xA1) ++common;
-    at += length;
+    at += is_lost ? 1 : length;
   }
-  return common * 3 >= characters * 2;
+  constexpr size_t kLeastPerLost = 2;
+  return common * 3 >= characters * 2 && malformed * kLeastPerLost <= characters;
 }
 
 }  // namespace
 
 TextEncoding GuessEncoding(std::string_view sample, SampleEnd end) {
-  if (IsWellFormed(sample, end, Utf8Length)) return TextEncoding::kUtf8;
-  const bool chinese = IsWellFormed(sample, end, Gb18030Length) && ReadsLikeChinese(sample);
+  const size_t lost_as_utf8 = MalformedBytes(sample, end, Utf8Length);
+  if (lost_as_utf8 == 0) return TextEncoding::kUtf8;
+  const size_t lost_as_gbk = MalformedBytes(sample, end, Gb18030Length);
+  const bool chinese = lost_as_gbk < lost_as_utf8 && ReadsLikeChinese(sample, lost_as_gbk);
   return chinese ? TextEncoding::kGb18030 : TextEncoding::kUtf8;
 }
 

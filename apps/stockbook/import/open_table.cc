@@ -23,10 +23,16 @@ struct OtherKind {
   std::string_view chinese;
 };
 
-constexpr std::array<OtherKind, 3> kOtherKinds{{
+constexpr std::string_view kUtf32English = "it is UTF-32 text; save it as UTF-8 and import that";
+constexpr std::string_view kUtf32Chinese = "这是 UTF-32 文本，请另存为 UTF-8 再导入";
+
+constexpr std::array<OtherKind, 5> kOtherKinds{{
+    {{"\xFF\xFE\0\0", 4}, kUtf32English, kUtf32Chinese},
+    {{"\0\0\xFE\xFF", 4}, kUtf32English, kUtf32Chinese},
     {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1",
-     "it is a workbook of the old kind (.xls); save it as .xlsx or .csv and import that",
-     "这是旧格式的工作簿（.xls），请另存为 .xlsx 或 .csv 再导入"},
+     "it is a workbook of the old kind (.xls) or one with a password; save it as .xlsx without one, or as .csv, and "
+     "import that",
+     "这是旧格式（.xls）或设有密码的工作簿，请另存为不设密码的 .xlsx 或 .csv 再导入"},
     {"%PDF-", "it is a PDF document, which has no table to import; export .xlsx or .csv where it came from",
      "这是 PDF 文档，其中没有可导入的表，请从原处导出 .xlsx 或 .csv"},
     {"SQLite format 3", "it is an inventory already; open it with 'stockbook open'", "这已经是库存数据库，请直接打开"},

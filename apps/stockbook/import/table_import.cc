@@ -14,6 +14,15 @@ bool IsTorn(const CsvRecord& record, SkipReason reason) {
   return record.line_count > 1 && (reason == SkipReason::BadQuotes || reason == SkipReason::TooLong);
 }
 
+// What bytes that are no character were read as.
+bool IsDamaged(const Movement& movement) {
+  for (const std::string* text :
+       {&movement.product, &movement.name, &movement.bill, &movement.partner, &movement.project}) {
+    if (text->find("\uFFFD") != std::string::npos) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void ReadHeader(TableReader& table, CsvRecord& header) {
@@ -42,6 +51,7 @@ ImportTally ReadMovements(TableReader& table, const MovementReader& movements, I
     const auto reason = movements.Read(record, movement, explanation);
     if (!reason) {
       ++tally.imported;
+      if (IsDamaged(movement) && tally.damaged++ == 0) tally.first_damaged = record.line;
       take(movement);
       observer.Imported(record);
       continue;

@@ -18,6 +18,8 @@ struct ImportTally {
   int64_t skipped = 0;
   int64_t lost = 0;        // of the skipped ones, those that a quote has torn
   int64_t first_lost = 0;  // where the first of these begins
+  int64_t damaged = 0;     // of the imported ones, those with a text that holds a replaced character
+  int64_t first_damaged = 0;
   std::array<int64_t, kSkipReasonCount> reasons{};
   bool is_whole = true;  // the table was read to its end
 };

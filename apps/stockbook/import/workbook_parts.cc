@@ -9,6 +9,7 @@
 #include "base/digits.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "stockbook/import/import_sentence.h"
 #include "stockbook/import/workbook_styles.h"
 
 namespace stockbook::app {
@@ -18,6 +19,8 @@ namespace {
 constexpr int kMostSheetRows = 1'048'576;
 constexpr int kMostSheetColumns = 16'384;
 constexpr int kDaysTo1904 = 1462;
+// Far more than the 32,767 characters of a cell; a small file can unpack to a text without end.
+constexpr size_t kMostCellBytes = size_t{1} << 20;
 
 size_t NumberOr(std::string_view text, size_t otherwise) {
   size_t number = 0;
@@ -43,6 +46,16 @@ void ReadPlace(std::string_view place, int& row, int& column) {
   if (number > 0) column = number - 1;
   const size_t line = NumberOr(place.substr(letters), 0);
   if (line > 0 && line <= kMostSheetRows) row = static_cast<int>(line) - 1;
+}
+
+void AppendOfCell(std::string_view more, std::string& text) {
+  if (more.size() > kMostCellBytes - text.size()) {
+    throw TableError(
+        {"The workbook has a cell with more than 1 MiB of text, which no spreadsheet program writes; save "
+         "the sheet as .csv and import that.",
+         "工作簿中有一格文字超过 1 MiB，电子表格程序不会这样保存，请把工作表另存为 .csv 再导入。"});
+  }
+  text += more;
 }
 
 bool IsTrue(std::string_view text) { return text == "1" || text == "true"; }
@@ -90,7 +103,7 @@ void SharedTextsPart::End(std::string_view element) {
 }
 
 void SharedTextsPart::Text(std::string_view text) {
-  if (in_text_ && !in_reading_aid_) text_ += text;
+  if (in_text_ && !in_reading_aid_) AppendOfCell(text, text_);
 }
 
 bool StylesPart::IsDate(size_t cell_format) const {
@@ -140,7 +153,7 @@ void SheetPart::End(std::string_view element) {
 }
 
 void SheetPart::Text(std::string_view text) {
-  if (in_value_ && !in_reading_aid_) value_ += text;
+  if (in_value_ && !in_reading_aid_) AppendOfCell(text, value_);
 }
 
 void SheetPart::EndCell() {

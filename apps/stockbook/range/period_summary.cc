@@ -125,6 +125,8 @@ std::vector<PeriodLine> SummarizePeriods(const platform::Grid& grid, const Range
     if (hide) HideAmounts(lines.back());
   }
   if (lines.size() > 1) lines.push_back(TotalOfPeriods(lines));
+  // Lines of another period between those that are shown move the stock, too.
+  if (lines.size() > 1) lines.back().is_whole = view.shown().size() == 1;
   return lines;
 }
 

@@ -20,9 +20,9 @@ struct StockFigures {
 // One period of a journal, or the part of it that is shown. In the supplier and customer journals opening and closing
 // are what was received or issued so far, as the journal's stock columns are.
 struct PeriodLine {
-  std::string caption;  // "2025年03月"
-  RecordRun records;    // from the first to the last of them that is shown
-  bool is_whole = true;
+  std::string caption;   // "2025年03月"
+  RecordRun records;     // from the first to the last of them that is shown
+  bool is_whole = true;  // of a total: no line between the first and the last one is left out
   StockFigures opening;
   StockFigures in;
   StockFigures out;

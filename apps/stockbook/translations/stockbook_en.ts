@@ -1626,6 +1626,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>, %L1 can be imported</translation>
     </message>
     <message>
+        <source>，%L1 行有无法识别的字符（请核对编码）</source>
+        <translation>, %L1 have characters that cannot be read (check the encoding)</translation>
+    </message>
+    <message>
         <source>，将跳过 %L1 行（%2）</source>
         <translation>, %L1 would be skipped (%2)</translation>
     </message>

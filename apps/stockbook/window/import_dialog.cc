@@ -287,6 +287,7 @@ void ImportDialog::ShowSummary() {
     const QString range = tally.is_whole ? tr("共 %L1 行") : tr("前 %L1 行中");
     QString count = range.arg(tally.imported + tally.skipped) + tr("，可导入 %L1 行").arg(tally.imported);
     if (tally.skipped > 0) count += tr("，将跳过 %L1 行（%2）").arg(tally.skipped).arg(SkippedText(tally));
+    if (tally.damaged > 0) count += tr("，%L1 行有无法识别的字符（请核对编码）").arg(tally.damaged);
     parts.append(count);
   }
   summary_->setText(parts.join(tr("；")));
