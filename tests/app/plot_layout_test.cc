@@ -141,5 +141,23 @@ TEST(PlotLayout, HasTheTitleAtTheTopWithoutLines) {
   EXPECT_TRUE(is_blank(60, 300));
 }
 
+TEST(PlotLayout, NamesTheDayThatAMarkStandsAt) {
+  const double first = 45689;  // 2025-02-01
+  EXPECT_EQ(PlotDayText(first, 0), "2025-02-01");
+  EXPECT_EQ(PlotDayText(first, 5), "2025-02-06");
+  EXPECT_EQ(PlotDayText(first, 5 - 1e-9), "2025-02-06");
+  EXPECT_EQ(PlotDayText(first, 28), "2025-03-01");
+}
+
+TEST(PlotLayout, WritesTheNumbersOfAnAxisWithTheSameDecimals) {
+  EXPECT_EQ(PlotNumberText(11.3, 0.02), "11.30");
+  EXPECT_EQ(PlotNumberText(11.32, 0.02), "11.32");
+  EXPECT_EQ(PlotNumberText(-0.1, 0.1), "-0.1");
+  EXPECT_EQ(PlotNumberText(-1e-12, 0.1), "0.0");
+  EXPECT_EQ(PlotNumberText(1200000, 200000), "1,200,000");
+  EXPECT_EQ(PlotNumberText(-1500, 500), "-1,500");
+  EXPECT_EQ(PlotNumberText(1000, 1000), "1,000");
+}
+
 }  // namespace
 }  // namespace stockbook::app

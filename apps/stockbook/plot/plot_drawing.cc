@@ -18,8 +18,6 @@
 #include <cstring>
 #include <memory>
 #include <string>
-
-#include "base/date.h"
 #endif
 
 namespace stockbook::app {
@@ -72,17 +70,17 @@ std::string EscapedForPlot(const std::string& text) {
   return escaped;
 }
 
-// 1,200,000 or 0.25, as numbers are read in the journal.
-void LabelNumber(PLINT /*axis*/, PLFLT value, char* label, PLINT length, PLPointer /*data*/) {
-  std::array<char, 64> digits{};
-  const double shown = std::abs(value) < 1e-9 ? 0 : value;
-  std::snprintf(digits.data(), digits.size(), "%.10g", shown);
-  std::string text(digits.data());
-  if (text.find('e') == std::string::npos) {
-    const size_t end = std::min(text.find('.'), text.size());
-    const size_t begin = text.starts_with('-') ? 1 : 0;
-    for (size_t at = end; at > begin + 3; at -= 3) text.insert(at - 3, ",");
-  }
+// What the marks of a frame stand for.
+struct PlotMarks {
+  double first_day = 0;
+  double number_step = 1;
+};
+
+// The library's own clock writes the day before beside a mark at midnight.
+void LabelMark(PLINT axis, PLFLT value, char* label, PLINT length, PLPointer data) {
+  const auto& marks = *static_cast<const PlotMarks*>(data);
+  const std::string text =
+      axis == PL_X_AXIS ? PlotDayText(marks.first_day, value) : PlotNumberText(value, marks.number_step);
   std::snprintf(label, static_cast<size_t>(length), "%s", text.c_str());
 }
 
@@ -102,12 +100,8 @@ class PlotPen {
     pl_cmd(PLESC_DEVINIT, context);
     pladv(0);
     SetTextHeight();
-    plslabelfunc(LabelNumber, nullptr);
   }
-  ~PlotPen() {
-    plslabelfunc(nullptr, nullptr);
-    plend();
-  }
+  ~PlotPen() { plend(); }
   PlotPen(const PlotPen&) = delete;
   PlotPen& operator=(const PlotPen&) = delete;
 
@@ -207,11 +201,10 @@ class PlotPen {
     plwidth(page_.scale * 0.8);
     plcol0(kTextInk);
     const bool last = &frame == &layout_.frames.back();
-    const base::DateParts begin =
-        base::Date::FromSeconds(static_cast<int64_t>(layout_.from) * base::Date::kSecondsPerDay).parts();
-    plconfigtime(1.0, 0, 0, 0x0, 1, begin.year, begin.month - 1, begin.day, 0, 0, 0);
-    pltimefmt("%Y-%m-%d");
-    plbox(last ? "bctnd" : "bct", layout_.day_step, 0, "bctnov", frame.step, 0);
+    PlotMarks marks{layout_.from, frame.step};
+    plslabelfunc(LabelMark, &marks);
+    plbox(last ? "bctno" : "bct", layout_.day_step, 0, "bctnov", frame.step, 0);
+    plslabelfunc(nullptr, nullptr);
     const std::array<PLFLT, 2> x{0, layout_.to - layout_.from};
     const std::array<PLFLT, 2> y{0, 0};
     if (frame.low < 0 && frame.high > 0) plline(2, x.data(), y.data());

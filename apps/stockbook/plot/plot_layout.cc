@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdio>
+
+#include "base/date.h"
 
 namespace stockbook::app {
 namespace {
@@ -144,6 +147,24 @@ PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
     top = frame.bottom + kBetweenPanes * page.scale;
   }
   return layout;
+}
+
+std::string PlotNumberText(double number, double step) {
+  constexpr int kMostDecimals = 9;
+  const double power = step > 0 && std::isfinite(step) ? std::floor(std::log10(step) + 1e-9) : 0;
+  const int decimals = std::clamp(static_cast<int>(-power), 0, kMostDecimals);
+  std::array<char, 400> digits{};  // the largest number has 309 of them
+  const double shown = std::abs(number) < step * 1e-6 ? 0 : number;
+  std::snprintf(digits.data(), digits.size(), "%.*f", decimals, shown);
+  std::string text(digits.data());
+  const size_t end = std::min(text.find('.'), text.size());
+  const size_t begin = text.starts_with('-') ? 1 : 0;
+  for (size_t at = end; at > begin + 3; at -= 3) text.insert(at - 3, ",");
+  return text;
+}
+
+std::string PlotDayText(double from, double distance) {
+  return base::Date::FromSeconds(std::llround(from + distance) * base::Date::kSecondsPerDay).Text();
 }
 
 }  // namespace stockbook::app

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "stockbook/plot/journal_plot.h"
@@ -49,5 +50,11 @@ struct PlotLayout {
 };
 
 PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page);
+
+// A number beside an axis as it is read in the journal, with the decimals that marks so far apart need: 1,200,000 or
+// 0.25.
+std::string PlotNumberText(double number, double step);
+// The day at a distance from the day at the left edge: 2025-02-06.
+std::string PlotDayText(double from, double distance);
 
 }  // namespace stockbook::app
