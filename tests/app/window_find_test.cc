@@ -217,6 +217,17 @@ TEST_F(FindInTheWindow, MarksEveryCellInViewThatHasAWord) {
     EXPECT_TRUE(ShowsWord(grid().DisplayText(cell.row, cell.column), "入库"));
 }
 
+TEST_F(FindInTheWindow, MarksNoCellOfARowThatLacksTheOtherWord) {
+  OpenFirst();
+  Find(QStringLiteral("入库 出库"));
+  EXPECT_TRUE(bar().marks().Cells().empty()) << "no line is both";
+  Find(QStringLiteral("出库 CK"));
+  ASSERT_FALSE(bar().marks().Cells().empty());
+  const std::vector<int> hits = RowsThatShow(grid(), {"出库", "CK"});
+  for (const sheet::CellPosition& cell : bar().marks().Cells())
+    EXPECT_TRUE(std::binary_search(hits.begin(), hits.end(), cell.row));
+}
+
 TEST_F(FindInTheWindow, MarksArePaintedAndGoWithTheBar) {
   OpenFirst();
   Find(QStringLiteral("入库"));

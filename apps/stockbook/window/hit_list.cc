@@ -22,8 +22,8 @@ constexpr int kHitsAtATime = 500;
 constexpr int kShownHits = 7;
 constexpr int kLeastHits = 2;
 constexpr char16_t kWideCharacter = u'单';
-constexpr int kPeriodWidth = 7;  // in full-width characters
-constexpr int kBillWidth = 22;
+constexpr int kPeriodWidth = 6;  // in full-width characters
+constexpr int kBillWidth = 17;
 constexpr int kHitRowPadding = 6;
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 
 #include "base/scope_exit.h"
@@ -50,6 +51,7 @@ void HitMarks::ForEachMark(const sheet::Rect& part, Visit visit) const {
   for (int row = rows.first; row < rows.last; ++row) {
     row = static_cast<int>(sheet.states().ShownAtOrAfter(row));
     if (row >= rows.last) return;
+    if (!std::binary_search(finder_.rows().begin(), finder_.rows().end(), row)) continue;
     for (int column = sheet.FixedCols(); column < sheet.Cols(); ++column) {
       const sheet::Rect cell = geometry.VisibleCellRect(row, column);
       if (cell.Intersects(part) && finder_.HasAnyWord(sheet.DisplayText(row, column))) visit(row, column, cell);
