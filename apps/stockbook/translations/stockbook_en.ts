@@ -1375,7 +1375,7 @@ A dot at the top right of a quantity: the row says where its stock came from.
     </message>
     <message>
         <source>语言 / Language(&amp;G)</source>
-        <translation>Lan&amp;guage / 语言</translation>
+        <translation>Language / 语言 (&amp;G)</translation>
     </message>
     <message>
         <source>请选定%1所在的列；整行都在一列中时，请改选分隔符。</source>
