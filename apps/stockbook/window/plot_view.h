@@ -50,6 +50,7 @@ class PlotView : public QWidget {
  private:
   PlotLook Look() const;
   void Redraw();
+  void Describe();
   void PaintMark(QPainter& painter) const;
 
   JournalPlot plot_;
