@@ -64,6 +64,7 @@ class Languages : public WindowTest {
       if (ShowsData(widget)) continue;
       Look(*widget, widget->toolTip());
       Look(*widget, widget->accessibleName());
+      Look(*widget, widget->accessibleDescription());
       if (const auto* label = qobject_cast<QLabel*>(widget)) Look(*widget, label->text());
       if (const auto* button = qobject_cast<QAbstractButton*>(widget)) Look(*widget, button->text());
       if (const auto* line = qobject_cast<QLineEdit*>(widget)) Look(*widget, line->placeholderText());

@@ -27,7 +27,9 @@ QAction* AddTool(QToolBar& tools, const QString& text, const QKeySequence& key, 
   QAction* action = tools.addAction(text);
   action->setShortcut(key);
   action->setShortcutContext(Qt::WindowShortcut);
-  if (!key.isEmpty()) action->setToolTip(text + QStringLiteral("　") + key.toString(QKeySequence::NativeText));
+  // The action's own tooltip is the text without the sign of its key.
+  if (!key.isEmpty())
+    action->setToolTip(action->toolTip() + QStringLiteral("　") + key.toString(QKeySequence::NativeText));
   QObject::connect(action, &QAction::triggered, &tools, call);
   return action;
 }
@@ -124,6 +126,9 @@ void PrintPreview::ShowPage() {
   // The row that the mouse or the keys are on has colours of its own, which are not for paper.
   const auto aside = journal_.control().SetHotRowAside();
   view_->SetPage(page());
+  // The area has the keys, and every call is announced.
+  const QString name = tr("第 %1 页，共 %2 页").arg(page() + 1).arg(PageCount());
+  if (area_->accessibleName() != name) area_->setAccessibleName(name);
   view_->MakePicture();
 }
 

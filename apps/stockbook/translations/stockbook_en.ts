@@ -22,6 +22,10 @@ Only selected lines count, totals do not.</translation>
         <translation>%1: %L2 rows</translation>
     </message>
     <message>
+        <source>%1　结存 %2</source>
+        <translation>%1, in stock %2</translation>
+    </message>
+    <message>
         <source>%1没有单据。</source>
         <translation>%1 has no bills.</translation>
     </message>
@@ -88,6 +92,10 @@ Only selected lines count, totals do not.</translation>
     <message>
         <source>“%1”的密码：</source>
         <translation>Password of “%1”:</translation>
+    </message>
+    <message>
+        <source>　单价 %1</source>
+        <translation>, price %1</translation>
     </message>
     <message>
         <source>上一个(&amp;R)</source>
@@ -1266,6 +1274,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Page %1</translation>
     </message>
     <message>
+        <source>第 %1 页，共 %2 页</source>
+        <translation>Page %1 of %2</translation>
+    </message>
+    <message>
         <source>第 %L1 条，共 %L2 条</source>
         <translation>%L1 of %L2</translation>
     </message>
@@ -1436,6 +1448,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
     <message>
         <source>载入台账（Enter 或 F5）</source>
         <translation>Loads the journal (Enter or F5)</translation>
+    </message>
+    <message>
+        <source>输入几个词查找；Enter 载入，Esc 还原</source>
+        <translation>Words search; Enter loads, Esc restores</translation>
     </message>
     <message>
         <source>输出</source>

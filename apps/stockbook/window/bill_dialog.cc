@@ -55,6 +55,7 @@ QGridLayout* MakeFacts(const BillView& bill) {
     label->setForegroundRole(QPalette::PlaceholderText);
     QLabel* value = MakeLabel(text);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setBuddy(value);
     const int column = index % kFactsInARow * 3;
     grid->addWidget(label, index / kFactsInARow, column);
     grid->addWidget(value, index / kFactsInARow, column + 1);

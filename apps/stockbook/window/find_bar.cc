@@ -114,6 +114,8 @@ void FindBar::Open() {
 
 void FindBar::Close() {
   typed_.stop();
+  // A field that is hidden with the focus would first hand it to the next one of the window.
+  stockbook_.setFocus();
   hide();
   emit Closed();
 }
@@ -153,18 +155,21 @@ void FindBar::Find(FindStep step) {
 void FindBar::Forget() {
   finder_.Clear();
   count_->clear();
+  words_->setAccessibleDescription({});
 }
 
+// The bus has no announcements; a screen reader speaks the new description of the field that has the focus.
 void FindBar::ShowCount() {
-  if (!finder_.error().isEmpty()) {
-    count_->setText(tr("通配符有误"));
-  } else if (words_->text().trimmed().isEmpty()) {
-    count_->clear();
-  } else if (finder_.hits() == 0) {
-    count_->setText(tr("没有找到"));
-  } else {
-    count_->setText(tr("第 %L1 条，共 %L2 条").arg(finder_.place()).arg(finder_.hits()));
-  }
+  const QString count = CountText();
+  count_->setText(count);
+  if (words_->accessibleDescription() != count) words_->setAccessibleDescription(count);
+}
+
+QString FindBar::CountText() const {
+  if (!finder_.error().isEmpty()) return tr("通配符有误");
+  if (words_->text().trimmed().isEmpty()) return {};
+  if (finder_.hits() == 0) return tr("没有找到");
+  return tr("第 %L1 条，共 %L2 条").arg(finder_.place()).arg(finder_.hits());
 }
 
 void FindBar::keyPressEvent(QKeyEvent* event) {

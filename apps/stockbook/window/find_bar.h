@@ -57,6 +57,7 @@ class FindBar : public QWidget {
   void Step(FindStep step);
   void Find(FindStep step);
   void ShowCount();
+  QString CountText() const;
   FindQuery Query() const;
 
   qt::StockbookWidget& stockbook_;

@@ -112,7 +112,7 @@ QString HitModel::CellOf(int row) const {
 }
 
 HitList::HitList(qt::StockbookWidget& stockbook, JournalFinder& finder, QWidget* parent)
-    : QTableView(parent), finder_(finder), hits_(new HitModel(stockbook, finder)) {
+    : QuietTable(parent), finder_(finder), hits_(new HitModel(stockbook, finder)) {
   hits_->setParent(this);
   setModel(hits_);
   setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -131,12 +131,12 @@ HitList::HitList(qt::StockbookWidget& stockbook, JournalFinder& finder, QWidget*
   const int character = fontMetrics().horizontalAdvance(QChar(kWideCharacter));
   setColumnWidth(kHitPeriod, kPeriodWidth * character);
   setColumnWidth(kHitBill, kBillWidth * character);
-  connect(this, &QTableView::activated, this, &HitList::Chosen);
+  connect(this, &QuietTable::activated, this, &HitList::Chosen);
 }
 
 QSize HitList::sizeHint() const {
   const int rows = horizontalHeader()->sizeHint().height() + kShownHits * verticalHeader()->defaultSectionSize();
-  return {QTableView::sizeHint().width(), rows + 2 * frameWidth()};
+  return {QuietTable::sizeHint().width(), rows + 2 * frameWidth()};
 }
 
 QSize HitList::minimumSizeHint() const {
@@ -154,7 +154,7 @@ void HitList::ShowPlace() {
 }
 
 void HitList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QTableView::currentChanged(current, previous);
+  QuietTable::currentChanged(current, previous);
   if (showing_place_ || !current.isValid() || current.row() == previous.row()) return;
   finder_.GoTo(static_cast<size_t>(current.row()));
   emit Went();
@@ -166,7 +166,7 @@ void HitList::keyPressEvent(QKeyEvent* event) {
     emit Chosen();
     return;
   }
-  QTableView::keyPressEvent(event);
+  QuietTable::keyPressEvent(event);
 }
 
 }  // namespace stockbook::app

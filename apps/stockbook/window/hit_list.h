@@ -2,9 +2,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QTableView>
 
 #include "stockbook/window/journal_finder.h"
+#include "stockbook/window/quiet_table.h"
 
 namespace stockbook::app {
 
@@ -38,7 +38,7 @@ class HitModel : public QAbstractTableModel {
 };
 
 // The table that shows them: going from hit to hit in it goes there in the journal.
-class HitList : public QTableView {
+class HitList : public QuietTable {
   Q_OBJECT
 
  public:

@@ -70,11 +70,11 @@ JournalBar::JournalBar(QWidget* parent)
       more_(new QToolButton(this)),
       load_(new QPushButton(tr("载入(&L)"))) {
   type_->addItems({tr("商品台账"), tr("供应商台账"), tr("客户台账"), tr("项目台账")});
-  type_->setAccessibleName(tr("台账类型"));
   load_->setDefault(true);
   load_->setToolTip(tr("载入台账（Enter 或 F5）"));
   // A click must find what was typed still there.
   load_->setFocusPolicy(Qt::TabFocus);
+  NameType();
   product_label_->setBuddy(product_);
   second_label_->setBuddy(second_);
   rows_->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
@@ -82,8 +82,26 @@ JournalBar::JournalBar(QWidget* parent)
   BuildBoxes();
   BuildMoreMenu();
   Arrange(Fold::kNone);
+  OrderFields();
   FillChoosers();
   ConnectParts();
+}
+
+// The name of a box is its text: what it chooses is said by a label, for which the bar has no room.
+void JournalBar::NameType() {
+  auto* label = new QLabel(tr("台账类型"), this);
+  label->setBuddy(type_);
+  label->hide();
+}
+
+void JournalBar::OrderFields() {
+  QWidget* before = type_;
+  for (QWidget* field :
+       {static_cast<QWidget*>(product_), static_cast<QWidget*>(second_), static_cast<QWidget*>(quantity2_),
+        static_cast<QWidget*>(tax_), static_cast<QWidget*>(restrict_), static_cast<QWidget*>(more_),
+        static_cast<QWidget*>(load_)}) {
+    setTabOrder(std::exchange(before, field), field);
+  }
 }
 
 void JournalBar::BuildBoxes() {

@@ -61,6 +61,9 @@ class JournalBar : public QWidget {
   bool FillChoosers();
   void Fill(Subjects subjects);
   SubjectChooser::Uses UsesOf(const QString& kind) const;
+  void NameType();
+  // The keys go through the fields as the eye does.
+  void OrderFields();
   void BuildBoxes();
   void BuildMoreMenu();
   void ConnectParts();

@@ -9,7 +9,7 @@
 
 namespace stockbook::app {
 
-MessageLine::MessageLine(QWidget* parent) : QWidget(parent) { setMinimumWidth(1); }
+MessageLine::MessageLine(QWidget* parent) : QLabel(parent) { setMinimumWidth(1); }
 
 void MessageLine::Show(const QString& message) {
   message_ = message;
@@ -23,7 +23,8 @@ void MessageLine::Describe(const QString& description) {
 }
 
 void MessageLine::TextChanged() {
-  setAccessibleName(Text());
+  // Every call is announced.
+  if (accessibleName() != Text()) setAccessibleName(Text());
   UpdateToolTip();
   update();
 }
@@ -39,7 +40,7 @@ void MessageLine::paintEvent(QPaintEvent*) {
 void MessageLine::resizeEvent(QResizeEvent*) { UpdateToolTip(); }
 
 void MessageLine::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  QLabel::changeEvent(event);
   if (event->type() != QEvent::FontChange) return;
   updateGeometry();
   UpdateToolTip();
@@ -47,6 +48,12 @@ void MessageLine::changeEvent(QEvent* event) {
 
 QString MessageLine::Shown() const { return fontMetrics().elidedText(Text(), Qt::ElideRight, width()); }
 
-void MessageLine::UpdateToolTip() { setToolTip(Shown() == Text() ? QString() : qt::PlainToolTip(Text())); }
+void MessageLine::UpdateToolTip() {
+  const bool cut_off = Shown() != Text();
+  setToolTip(cut_off ? qt::PlainToolTip(Text()) : QString());
+  // A tooltip is read aloud as a description, with its markup.
+  const QString description = cut_off ? Text() : QString();
+  if (accessibleDescription() != description) setAccessibleDescription(description);
+}
 
 }  // namespace stockbook::app

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 
 namespace stockbook::app {
 
 // One line of plain text that never demands room: a text that does not fit ends in an ellipsis, and the tooltip shows
-// all of it. A message stays until the next one; descriptions of the user's place temporarily cover it.
-class MessageLine : public QWidget {
+// all of it. A message stays until the next one; descriptions of the user's place temporarily cover it. It paints
+// itself; it is a label for screen readers, which read its accessible name.
+class MessageLine : public QLabel {
   Q_OBJECT
 
  public:

@@ -9,11 +9,12 @@
 
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/quiet_table.h"
 
 namespace stockbook::app {
 
 PeriodPanel::PeriodPanel(QWidget* parent)
-    : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)), view_(new QTableView) {
+    : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)), view_(new QuietTable) {
   setObjectName(QStringLiteral("PeriodPanel"));
   view_->setModel(table_);
   view_->setSelectionBehavior(QAbstractItemView::SelectRows);

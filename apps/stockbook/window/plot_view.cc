@@ -7,7 +7,10 @@
 #include <cmath>
 #include <utility>
 
+#include "base/date.h"
+#include "base/number.h"
 #include "qt/colour.h"
+#include "qt/text.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {
@@ -15,7 +18,7 @@ namespace stockbook::app {
 PlotView::PlotView(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName(HostText("走势图"));
-  setAccessibleDescription(HostText("结存数量和单价随时间的变化；按左右键移到前一行或后一行，Enter 回到台账"));
+  Describe();
 }
 
 void PlotView::SetPlot(JournalPlot plot) {
@@ -26,7 +29,22 @@ void PlotView::SetPlot(JournalPlot plot) {
 void PlotView::SetMark(const std::optional<PlotStep>& mark) {
   if (mark_ == mark) return;
   mark_ = mark;
+  Describe();
   update();
+}
+
+// A new description is spoken while the plot has the focus.
+void PlotView::Describe() {
+  if (!mark_) {
+    setAccessibleDescription(HostText("结存数量和单价随时间的变化；按左右键移到前一行或后一行，Enter 回到台账"));
+    return;
+  }
+  const int64_t seconds = std::llround(mark_->day * static_cast<double>(base::Date::kSecondsPerDay));
+  QString text = HostText("%1　结存 %2")
+                     .arg(qt::ToQString(base::Date::FromSeconds(seconds).Text()),
+                          qt::ToQString(base::NumberText(mark_->quantity)));
+  if (plot_.has_price) text += HostText("　单价 %1").arg(qt::ToQString(base::NumberText(mark_->price)));
+  setAccessibleDescription(text);
 }
 
 PlotLook PlotView::Look() const {

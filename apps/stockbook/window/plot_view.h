@@ -52,6 +52,7 @@ class PlotView : public QWidget {
   // Empty where there are panes to look at.
   QString WhyBlank() const;
   void Redraw();
+  void Describe();
   void PaintMark(QPainter& painter) const;
 
   JournalPlot plot_;

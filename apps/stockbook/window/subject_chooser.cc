@@ -44,6 +44,8 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
   setMaxVisibleItems(kShownEntries);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(kLeastCharacters);
+  // Otherwise it is the tooltip with its markup.
+  setAccessibleDescription(tr("输入几个词查找；Enter 载入，Esc 还原"));
   filter_->setSourceModel(model());
   filter_->sort(0);
   auto* searching = new QCompleter(filter_, this);
