@@ -10,9 +10,9 @@
 
 namespace stockbook::app {
 
-// Marks every cell of a hit in view that has one of the words: after the journal has painted a part of itself, the marks of that
-// part are painted over it. So the cells' own colours stay what they are, marks scroll with the pixels, and hits out of
-// view cost nothing.
+// Marks every cell of a hit in view that has one of the words: after the journal has painted a part of itself, the
+// marks of that part are painted over it. So the cells' own colours stay what they are, marks scroll with the pixels,
+// and hits out of view cost nothing.
 class HitMarks : public QObject {
   Q_OBJECT
 
