@@ -121,6 +121,70 @@ TEST_F(Remembering, KeepsTheColumnsOfEachInventoryApart) {
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
 }
 
+TEST_F(Remembering, KeepsTheRangeOfEachJournalType) {
+  const JournalRange march = JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})});
+  JournalRange days;
+  days.from = RangeBound::OfDay(45700);
+  Start();
+  window_->views().ShowRange(march);
+  JournalOptions supplier;
+  supplier.journal_type = 1;
+  supplier.dp_id = 1;
+  supplier.range = days;
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  JournalOptions customer;
+  customer.journal_type = 2;
+  customer.dp_id = 3;
+  ASSERT_TRUE(window_->LoadJournal(customer).loaded);
+  EXPECT_TRUE(window_->views().range().IsAll()) << "this one has none";
+  supplier.range = {};
+  End();
+
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll()) << "of the customer, who was last";
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  EXPECT_EQ(window_->views().range(), days);
+  JournalOptions product;
+  product.key_id = 2;
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(window_->views().range(), march);
+  EXPECT_TRUE(window_->views().range_bar().isVisible()) << "nobody takes it for the whole";
+  window_->views().ShowRange({});
+  End();
+
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll()) << "all of it was shown last";
+  End();
+}
+
+TEST_F(Remembering, ARangeThatIsAskedForGoesBeforeTheLastOne) {
+  const JournalRange march = JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})});
+  const JournalRange may = JournalRange::Of({RangeBound::OfPeriod({2025, 5}), RangeBound::OfPeriod({2025, 5})});
+  Start();
+  window_->views().ShowRange(march);
+  End();
+  settings_ = std::make_unique<QSettings>(SettingsFile(), QSettings::IniFormat);
+  window_ = std::make_unique<MainWindow>();
+  window_->Remember(*settings_);
+  Open();
+  JournalOptions options;
+  options.key_id = 1;
+  options.range = may;
+  ASSERT_TRUE(window_->LoadJournal(options).loaded);
+  EXPECT_EQ(window_->views().range(), may);
+  End();
+}
+
+TEST_F(Remembering, ForgetsTheRangeWhenAsked) {
+  Start();
+  window_->views().ShowRange(JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})}));
+  window_->recall()->Forget();
+  EXPECT_TRUE(window_->views().range().IsAll());
+  End();
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll());
+}
+
 TEST_F(Remembering, NamesTheInventoriesThatWereOpenedLast) {
   Start();
   QFile::copy(QString::fromStdString(PathOf("sample.db")), QString::fromStdString(PathOf("other.db")));
