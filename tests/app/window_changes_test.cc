@@ -236,7 +236,8 @@ TEST_F(Changes, CommandsAreRefusedDuringALoad) {
   EXPECT_EQ(grid().Rows(), rows);
   EXPECT_EQ(window_->bar().Options().key_id, 2);
   EXPECT_TRUE(window_->views().range().IsAll());
-  EXPECT_TRUE(window_->LoadJournal({0, 3}).loaded) << "afterwards all is as it was";
+  second.key_id = 3;
+  EXPECT_TRUE(window_->LoadJournal(second).loaded) << "afterwards all is as it was";
 }
 
 TEST_F(Changes, ABillThatWasDeletedMeanwhileIsNotReturnedTo) {
