@@ -200,7 +200,7 @@ TEST_F(Changes, AWayThatIsCancelledSaysNothingOfLinesThatAreMissing) {
   AtTheFirstStatement([this] { beside().Cancel(); });
   window_->links().GoToSource();
   sqlite3_close(holder);
-  EXPECT_EQ(Message(), "已取消读取。");
+  EXPECT_EQ(Message().find("台账中没有"), std::string::npos) << Message();
 }
 
 // Keys and mouse do not get through then, but readers for the blind and scripts do.
