@@ -52,6 +52,15 @@ bool IsEscape(const QEvent& event) {
   return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
 }
 
+// Tips, menus and lists close by themselves; only what the user can close is meant to end.
+bool IsClosedByUser(const QObject& watched) {
+  if (!watched.isWidgetType()) return false;
+  const auto& widget = static_cast<const QWidget&>(watched);
+  if (!widget.isWindow()) return false;
+  const Qt::WindowType type = widget.windowType();
+  return type != Qt::ToolTip && type != Qt::Popup && type != Qt::SplashScreen;
+}
+
 bool IsDone(const std::future<void>& done) {
   return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
@@ -150,7 +159,7 @@ bool Beside::eventFilter(QObject* watched, QEvent* event) {
 bool Beside::HoldBack(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Quit && watched == qApp) {
     quits_ = true;
-  } else if (event->type() == QEvent::Close && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+  } else if (event->type() == QEvent::Close && IsClosedByUser(*watched)) {
     closing_ = static_cast<QWidget*>(watched);
     event->ignore();
   } else {

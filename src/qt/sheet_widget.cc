@@ -124,6 +124,7 @@ void SheetWidget::FitView() {
 }
 
 void SheetWidget::SetZoom(double zoom) {
+  if (std::isnan(zoom)) return;
   zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
   if (zoom == zoom_) return;
   LetGo();

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -272,6 +273,18 @@ TEST_F(PaperOfTheWindow, IsNoLongerPrintedWhenItIsCancelled) {
   });
   EXPECT_FALSE(paper().PrintTo(printer));
   EXPECT_EQ(Told(), "打印已取消。");
+}
+
+TEST_F(PaperOfTheWindow, IsCalledWhatAFileCanBeCalled) {
+  OpenFirst();
+  ASSERT_NE(stockbook().control().Caption().find('/'), std::string::npos) << "GB/T 5783";
+  paper().Print();
+  auto* dialog = Shown<QPrintDialog>();
+  ASSERT_NE(dialog, nullptr);
+  const std::string name = dialog->printer()->docName().toStdString();
+  EXPECT_EQ(name.find_first_of("/\\:"), std::string::npos) << name;
+  EXPECT_FALSE(name.empty());
+  dialog->close();
 }
 
 TEST_F(PaperOfTheWindow, IsNotWastedWithoutAJournal) {

@@ -159,6 +159,48 @@ TEST_F(Bar, ShowsTheSubjectOfTheJournalAgainWhenAnotherOneCannotBeLoaded) {
   EXPECT_EQ(window_->bar().Options().dp_code, "");
 }
 
+TEST_F(Bar, NamesTheProductOfTheJournalWhateverWasTypedAndGivenUp) {
+  Open();
+  ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+  auto* product = window_->bar().findChildren<SubjectChooser*>().front();
+  const QString shown = product->currentText();
+  const auto press = [](QWidget* widget, int key, const QString& text = {}) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(widget, &event);
+  };
+  product->setFocus(Qt::TabFocusReason);
+  product->lineEdit()->selectAll();
+  for (const char digit : {'0', '2', '0'}) press(product->lineEdit(), Qt::Key_0, QString(QLatin1Char(digit)));
+  ASSERT_EQ(product->currentText().toStdString(), "020");
+  QWidget* list = QApplication::activePopupWidget();
+  press(list != nullptr ? list : product, Qt::Key_Escape);
+  press(product, Qt::Key_Tab);
+  Settle();
+  EXPECT_EQ(product->currentText(), shown);
+  EXPECT_EQ(window_->bar().Options().key_id, stockbook().control().KeyID());
+  for (QComboBox* type : window_->bar().findChildren<QComboBox*>()) {
+    if (type->accessibleName() != QStringLiteral("台账类型")) continue;
+    type->setCurrentIndex(3);
+    emit type->activated(3);
+  }
+  Settle();
+  EXPECT_EQ(window_->bar().Options().key_id, 1) << "the next type is of the same product";
+}
+
+TEST_F(Bar, LeavesTheWindowRoomOnASmallScreen) {
+  Open();
+  ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+  window_->views().range_bar().Open();
+  window_->find_bar().Open();
+  window_->resize(1024, 600);
+  Settle();
+  EXPECT_LE(window_->width(), 1024);
+  EXPECT_LE(window_->height(), 600);
+  EXPECT_LE(window_->minimumSizeHint().width(), 1024 * 2 / 3) << "at scale 1.5, too";
+  EXPECT_LE(window_->minimumSizeHint().height(), 600 * 2 / 3);
+  EXPECT_GT(stockbook().height(), 200);
+}
+
 TEST_F(Bar, FoldsWhereItHasNoRoom) {
   Open();
   JournalBar& bar = window_->bar();

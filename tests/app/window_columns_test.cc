@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -197,6 +199,24 @@ TEST_F(Columns, TheListSetsWidthsInPixels) {
   EXPECT_EQ(RowOf(dialog, QStringLiteral("摘要"))->text(1).toStdString(), "123");
 }
 
+TEST_F(Columns, TheListOrdersThemByDragging) {
+  OpenFirst();
+  ColumnDialog& dialog = Dialog();
+  ASSERT_LT(At(keys::kBillKind), At(keys::kExplain));
+  // A drop within the list moves the row there first.
+  QTreeWidgetItem* explain = RowOf(dialog, QStringLiteral("摘要"));
+  dialog.list().takeTopLevelItem(dialog.list().indexOfTopLevelItem(explain));
+  dialog.list().insertTopLevelItem(0, explain);
+  QMimeData nothing;
+  QDropEvent drop(QPointF(5, 5), Qt::MoveAction, &nothing, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(dialog.list().viewport(), &drop);
+  Settle();
+  EXPECT_LT(At(keys::kExplain), At(keys::kBillNo));
+  EXPECT_EQ(grid().OutlineCol(), At(keys::kBillNo)) << "the tree moves along";
+  columns().Undo();
+  EXPECT_LT(At(keys::kBillKind), At(keys::kExplain));
+}
+
 TEST_F(Columns, TheListMovesAndFreezesThemByItsButtons) {
   OpenFirst();
   ColumnDialog& dialog = Dialog();
@@ -238,6 +258,19 @@ TEST_F(Columns, TheCaptionOfAPeriodIsAsHighAsItsOneLine) {
   EXPECT_EQ(grid().RowHeight(total), 2 * grid().RowHeight(line)) << "totals have two lines";
   Item(QStringLiteral("默认格式(&D)"))->trigger();
   EXPECT_EQ(grid().RowHeight(caption), grid().RowHeight(line));
+}
+
+TEST_F(Columns, TheRightButtonOnTheCornerOpensTheMenuOfTheLayout) {
+  OpenFirst();
+  QWidget* view = stockbook().viewport();
+  const QPointF corner(2, 2);
+  QMouseEvent press(QEvent::MouseButtonPress, corner, view->mapToGlobal(corner), Qt::RightButton, Qt::RightButton,
+                    Qt::NoModifier);
+  QApplication::sendEvent(view, &press);
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  EXPECT_TRUE(menu->actions().contains(Item(QStringLiteral("列设置(&C)..."))));
+  menu->close();
 }
 
 TEST_F(Columns, TheRightButtonBesideThemOpensTheMenuOfTheLayout) {

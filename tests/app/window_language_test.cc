@@ -5,10 +5,14 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFile>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
 #include <iostream>
@@ -91,6 +95,15 @@ TEST_F(Languages, TheWindowSaysNothingOfItsOwnInChinese) {
   QApplication::processEvents();
   LookAtWidgets(*window_);
   EXPECT_TRUE(found_.empty()) << Found();
+}
+
+TEST(ToolkitTexts, AreChineseInAChineseWindow) {
+  if (!QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_zh_CN.qm")))
+    GTEST_SKIP() << "the toolkit's translations are not installed";
+  const GuiSession session(GuiNeed::kPicture);
+  const QDialogButtonBox box(QDialogButtonBox::Cancel);
+  EXPECT_TRUE(box.button(QDialogButtonBox::Cancel)->text().contains(QStringLiteral("取消")))
+      << box.button(QDialogButtonBox::Cancel)->text().toStdString();
 }
 
 TEST_F(Languages, TheControlGoesOnInChinese) {

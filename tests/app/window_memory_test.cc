@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QScreen>
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -121,6 +122,70 @@ TEST_F(Remembering, KeepsTheColumnsOfEachInventoryApart) {
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
 }
 
+TEST_F(Remembering, KeepsTheRangeOfEachJournalType) {
+  const JournalRange march = JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})});
+  JournalRange days;
+  days.from = RangeBound::OfDay(45700);
+  Start();
+  window_->views().ShowRange(march);
+  JournalOptions supplier;
+  supplier.journal_type = 1;
+  supplier.dp_id = 1;
+  supplier.range = days;
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  JournalOptions customer;
+  customer.journal_type = 2;
+  customer.dp_id = 3;
+  ASSERT_TRUE(window_->LoadJournal(customer).loaded);
+  EXPECT_TRUE(window_->views().range().IsAll()) << "this one has none";
+  supplier.range = {};
+  End();
+
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll()) << "of the customer, who was last";
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  EXPECT_EQ(window_->views().range(), days);
+  JournalOptions product;
+  product.key_id = 2;
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(window_->views().range(), march);
+  EXPECT_TRUE(window_->views().range_bar().isVisible()) << "nobody takes it for the whole";
+  window_->views().ShowRange({});
+  End();
+
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll()) << "all of it was shown last";
+  End();
+}
+
+TEST_F(Remembering, ARangeThatIsAskedForGoesBeforeTheLastOne) {
+  const JournalRange march = JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})});
+  const JournalRange may = JournalRange::Of({RangeBound::OfPeriod({2025, 5}), RangeBound::OfPeriod({2025, 5})});
+  Start();
+  window_->views().ShowRange(march);
+  End();
+  settings_ = std::make_unique<QSettings>(SettingsFile(), QSettings::IniFormat);
+  window_ = std::make_unique<MainWindow>();
+  window_->Remember(*settings_);
+  Open();
+  JournalOptions options;
+  options.key_id = 1;
+  options.range = may;
+  ASSERT_TRUE(window_->LoadJournal(options).loaded);
+  EXPECT_EQ(window_->views().range(), may);
+  End();
+}
+
+TEST_F(Remembering, ForgetsTheRangeWhenAsked) {
+  Start();
+  window_->views().ShowRange(JournalRange::Of({RangeBound::OfPeriod({2025, 3}), RangeBound::OfPeriod({2025, 3})}));
+  window_->recall()->Forget();
+  EXPECT_TRUE(window_->views().range().IsAll());
+  End();
+  Start();
+  EXPECT_TRUE(window_->views().range().IsAll());
+}
+
 TEST_F(Remembering, NamesTheInventoriesThatWereOpenedLast) {
   Start();
   QFile::copy(QString::fromStdString(PathOf("sample.db")), QString::fromStdString(PathOf("other.db")));
@@ -188,6 +253,58 @@ TEST_F(Remembering, ReadsNonsenseInTheSettingsAsNothing) {
   EXPECT_FALSE(memory.LastSubject().has_value());
   ASSERT_TRUE(memory.Columns(0).has_value());
   EXPECT_EQ(*memory.Columns(0), ColumnChanges());
+}
+
+// As a program that was killed while it wrote, another version, or a curious user leaves them.
+TEST_F(Remembering, ShowsTheJournalWhateverTheSettingsHold) {
+  Start();
+  const int columns = grid().Cols();
+  const QString group = window_->recall()->memory().InventoryGroup();
+  const std::string key(grid().ColKey(3));
+  End();
+  const QVariant values[] = {QVariant(),
+                             7,
+                             -1,
+                             std::numeric_limits<int>::max(),
+                             std::numeric_limits<int>::min(),
+                             QStringLiteral("nan"),
+                             QStringLiteral("inf"),
+                             QByteArray("\xff\x00\x01", 3),
+                             QStringList{QStringLiteral("2025-13"), QStringLiteral("x")},
+                             QVariantMap{{QString::fromStdString(key), std::numeric_limits<int>::max()}}};
+  for (const QVariant& value : values) {
+    {
+      QSettings settings(SettingsFile(), QSettings::IniFormat);
+      for (const char* name : {"window/geometry", "window/zoom", "window/recent", "paper/scaling", "paper/page"})
+        settings.setValue(QLatin1String(name), value);
+      for (const char* name : {"/journal0/closed", "/journal0/range"})
+        settings.setValue(group + QLatin1String(name), value);
+      settings.setValue(group + QStringLiteral("/subject"), QVariantMap{{QStringLiteral("type"), 0},
+                                                                        {QStringLiteral("key"), value},
+                                                                        {QStringLiteral("second"), value},
+                                                                        {QStringLiteral("class"), value}});
+      QStringList order;
+      for (int copy = 0; copy < 3 * columns; ++copy) order.append(QString::fromStdString(key));
+      settings.setValue(group + QStringLiteral("/journal0/columns"),
+                        QVariantMap{{QStringLiteral("widths"), QVariantMap{{QString::fromStdString(key), value}}},
+                                    {QStringLiteral("hidden"), QVariantMap{{QString::fromStdString(key), value}}},
+                                    {QStringLiteral("order"), order},
+                                    {QStringLiteral("frozen"), value}});
+    }
+    Start();
+    EXPECT_EQ(grid().Cols(), columns);
+    EXPECT_GT(grid().RecordCount(), 0U);
+    EXPECT_GE(stockbook().Zoom(), 0.5);
+    EXPECT_LE(stockbook().Zoom(), 3.0);
+    EXPECT_GE(window_->width(), 100);
+    EXPECT_FALSE(stockbook().grab().isNull());
+    EXPECT_TRUE(window_->views().range().IsAll());
+    for (int column = 0; column < columns; ++column) {
+      EXPECT_GE(grid().ColWidth(column), 0);
+      EXPECT_LE(grid().ColWidth(column), 1'000'000);
+    }
+    End();
+  }
 }
 
 }  // namespace

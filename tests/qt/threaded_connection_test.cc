@@ -273,6 +273,22 @@ TEST_F(Threaded, AWindowThatIsClosedMeanwhileClosesWhenTheStatementHasEnded) {
   EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(Threaded, ATipThatDisappearsMeanwhileCancelsNothing) {
+  QWidget tip(nullptr, Qt::ToolTip);
+  QWidget list(nullptr, Qt::Popup);
+  tip.show();
+  list.show();
+  Meanwhile([&] {
+    tip.close();
+    list.close();
+    slow_->LetGo();
+  });
+  EXPECT_NO_THROW(connection_->Execute("slow"));
+  EXPECT_FALSE(beside_->WasCancelled());
+  EXPECT_FALSE(tip.isVisible());
+  EXPECT_FALSE(list.isVisible());
+}
+
 TEST_F(Threaded, RefusesAStatementDuringAnotherOne) {
   platform::ErrorKind kind = platform::ErrorKind::kMemory;
   Meanwhile([&] {

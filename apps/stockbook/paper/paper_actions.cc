@@ -106,7 +106,8 @@ void PaperActions::Print() {
 void PaperActions::AskForPrinter(QWidget* parent) {
   const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
   printer->setPageLayout(choice_.page);
-  printer->setDocName(qt::ToQString(window_.heading().Page()));
+  // The dialog proposes it as the name of a file, too.
+  printer->setDocName(qt::ToQString(window_.heading().FileName()));
   auto* dialog = new QPrintDialog(printer.get(), parent);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setOption(QAbstractPrintDialog::PrintPageRange);

@@ -742,6 +742,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>%1 was written.</translation>
     </message>
     <message>
+        <source>已取消打开。</source>
+        <translation>Opening was cancelled.</translation>
+    </message>
+    <message>
         <source>已取消读取。</source>
         <translation>Reading was cancelled.</translation>
     </message>
@@ -1170,6 +1174,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Reading… %L1 rows so far</translation>
     </message>
     <message>
+        <source>正在读取：请等它完成，或先取消（Esc）。</source>
+        <translation>Something is being read: wait until it is done, or cancel it first (Esc).</translation>
+    </message>
+    <message>
         <source>正数为(&amp;R)</source>
         <translation>Positive numbers a&amp;re</translation>
     </message>
@@ -1210,8 +1218,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Forget</translation>
     </message>
     <message>
-        <source>清除所有库存的列布局、折叠的会计期、最近打开的文件和窗口位置？库存数据不受影响。</source>
-        <translation>Forget the columns and closed periods of all inventories, the files that were opened recently, and the place of the window? Inventories are not changed.</translation>
+        <source>清除所有库存的列布局、折叠的会计期、区间、最近打开的文件和窗口位置？库存数据不受影响。</source>
+        <translation>Forget the columns, closed periods and ranges of all inventories, the files that were opened recently, and the place of the window? Inventories are not changed.</translation>
     </message>
     <message>
         <source>清除记住的设置</source>

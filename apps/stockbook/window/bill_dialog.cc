@@ -122,7 +122,9 @@ void BillDialog::AskForJournal() {
 
 void BillDialog::Print() {
   QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(bill_.kind + QLatin1Char(' ') + bill_.number);
+  // The dialog proposes it as the name of a file, too.
+  QString name = bill_.kind + QLatin1Char(' ') + bill_.number;
+  printer.setDocName(name.replace(QLatin1Char('/'), QLatin1Char('-')));
   QPrintDialog dialog(&printer, this);
   if (dialog.exec() == QDialog::Accepted) PrintBill(bill_, printer);
 }

@@ -30,34 +30,41 @@ void BillTrail::Show() {
   const control::Stockbook& control = host_.stockbook.control();
   const int row = host_.stockbook.Row();
   const int32_t bill_id = control.BillID(row);
-  platform::Connection* connection = host_.connection();
-  const auto shown = host_.shown();
-  if (bill_id <= 0 || connection == nullptr || !shown) {
+  if (bill_id <= 0 || host_.connection() == nullptr || !host_.shown()) {
     emit Told(tr("这一行不属于任何单据。"));
     return;
   }
+  const BillSide side = SideOf(row);
+  const std::string record = TrailText(host_.stockbook.Grid(), row, base::keys::kRecID);
+  const auto bill = Read(side, bill_id);
+  if (!bill) return;
+  int line = 0;
+  for (size_t index = 0; index < bill->lines.size(); ++index) {
+    const BillLine& each = bill->lines[index];
+    if (each.side == side && std::to_string(each.record_id) == record) line = static_cast<int>(index);
+  }
+  Open(*bill, line);
+}
+
+std::optional<InventoryBill> BillTrail::Read(BillSide side, int32_t bill_id) {
   try {
-    const auto bill = ReadInventoryBill(*connection, SideOf(row), bill_id);
-    if (!bill) {
-      emit Told(tr("库存中已经没有这张单据，请重新载入台账（F5）。"));
-      return;
-    }
-    const auto amounts = shown->acc_restrict ? journal::AmountTexts::kMasked : journal::AmountTexts::kShown;
-    const std::string record = TrailText(host_.stockbook.Grid(), row, base::keys::kRecID);
-    int line = 0;
-    for (size_t index = 0; index < bill->lines.size(); ++index) {
-      const BillLine& each = bill->lines[index];
-      if (each.side == SideOf(row) && std::to_string(each.record_id) == record) line = static_cast<int>(index);
-    }
-    Open(ViewOfBill(*bill, amounts), line);
+    auto bill = ReadInventoryBill(*host_.connection(), side, bill_id);
+    if (!bill) emit Told(tr("库存中已经没有这张单据，请重新载入台账（F5）。"));
+    return bill;
   } catch (const platform::Error& error) {
     emit Told(tr("单据没有读出：%1").arg(qt::ToQString(error.what())));
   }
+  return std::nullopt;
 }
 
-void BillTrail::Open(BillView bill, int line) {
+void BillTrail::Open(const InventoryBill& bill, int line) {
+  const auto shown = host_.shown();
+  const bool masked = shown && shown->acc_restrict;
   delete dialog_;
-  dialog_ = new BillDialog(std::move(bill), window_);
+  dialog_ =
+      new BillDialog(ViewOfBill(bill, masked ? journal::AmountTexts::kMasked : journal::AmountTexts::kShown), window_);
+  shown_side_ = bill.side;
+  shown_id_ = bill.bill_id;
   dialog_->setAttribute(Qt::WA_DeleteOnClose);
   dialog_->GoToLine(line);
   // The dialog is still in the middle of its event.
@@ -92,11 +99,11 @@ void BillTrail::FollowLine(int line) {
   options.dp_code.clear();
   if (!host_.load(options).loaded) return;
   // From a journal that was itself reached from a bill the way still leads back to the first one.
-  if (!came_from_) came_from_.emplace(Origin{*shown, place, bill, line});
+  if (!came_from_) came_from_.emplace(Origin{*shown, place, shown_side_, shown_id_, bill.number, line});
   sheet::GridSheet& sheet = host_.stockbook.sheet();
   if (const int row = FindLine(bill, record); row >= 0)
     BringIntoSight(sheet, row, std::max(sheet.Col(), sheet.FixedCols()));
-  host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->bill.number), {tr("返回单据(&Z)"), [this] { GoBack(); }});
+  host_.bar.Tell(tr("刚才看的是单据 %1。").arg(came_from_->number), {tr("返回单据(&Z)"), [this] { GoBack(); }});
 }
 
 void BillTrail::GoBack() {
@@ -108,7 +115,9 @@ void BillTrail::GoBack() {
     return;
   }
   origin.place.GoBack(host_.stockbook.sheet());
-  Open(origin.bill, origin.line);
+  // Others may have changed it meanwhile.
+  if (const auto bill = Read(origin.side, origin.bill_id))
+    Open(*bill, std::min(origin.line, static_cast<int>(bill->lines.size()) - 1));
 }
 
 void BillTrail::Forget() {

@@ -50,18 +50,24 @@ class BillTrail : public QObject {
   struct Origin {
     JournalOptions journal;
     ReadingPlace place;
-    BillView bill;
+    BillSide side;
+    int32_t bill_id;
+    QString number;
     int line;
   };
 
   BillSide SideOf(int row) const;
-  void Open(BillView bill, int line);
+  // The bill as it is in the inventory now; nothing, and told, where there is none or it cannot be read.
+  std::optional<InventoryBill> Read(BillSide side, int32_t bill_id);
+  void Open(const InventoryBill& bill, int line);
   void FollowLine(int line);
   int FindLine(const BillView& bill, const BillLine& line) const;
 
   Host host_;
   QWidget* window_;
   QPointer<BillDialog> dialog_;
+  BillSide shown_side_ = BillSide::kReceipt;  // of the bill in the dialog
+  int32_t shown_id_ = 0;
   std::optional<Origin> came_from_;
 };
 

@@ -26,6 +26,12 @@ std::string NewestOf(platform::Connection& connection, const std::string& key, c
 
 }  // namespace
 
+std::string IdentityOfFile(const std::string& path) {
+  struct stat state {};
+  if (stat(path.c_str(), &state) != 0) return {};
+  return std::to_string(state.st_dev) + ":" + std::to_string(state.st_ino);
+}
+
 std::string InventoryMark::Read(platform::Connection* connection) const {
   if (IsOfFile()) return StateOfFile(file_) + " " + StateOfFile(file_ + "-wal");
   if (connection == nullptr) return {};

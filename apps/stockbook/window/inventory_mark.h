@@ -24,4 +24,7 @@ class InventoryMark {
   std::string file_;
 };
 
+// Tells the file that has the name now from another one that takes its place; "" where there is none.
+std::string IdentityOfFile(const std::string& path);
+
 }  // namespace stockbook::app

@@ -248,6 +248,11 @@ JournalBar::Subjects JournalBar::Read(platform::Connection& connection, base::tq
   return {catalog.Products(), catalog.SecondKeys(type)};
 }
 
+void JournalBar::ReadAgain() {
+  const JournalOptions chosen = Options();
+  if (FillChoosers()) SetOptions(chosen);
+}
+
 // Where the inventory cannot be read the bar goes back to the type that it has the subjects of, and returns false.
 bool JournalBar::FillChoosers() {
   try {

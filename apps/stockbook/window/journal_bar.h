@@ -30,6 +30,8 @@ class JournalBar : public QWidget {
 
   // Fills the choosers from the inventory. Throws platform::Error if its master tables cannot be read.
   void SetInventory(std::shared_ptr<platform::Connection> connection);
+  // The same inventory has other subjects now.
+  void ReadAgain();
   // Subjects that were chosen most often are found first; it outlives the bar.
   void SetUses(SubjectUses* uses);
   JournalOptions Options() const;

@@ -12,6 +12,18 @@ namespace {
 constexpr int kKeptJournalTypes = 4;
 
 QString ClosedName() { return QStringLiteral("closed"); }
+QString RangeName() { return QStringLiteral("range"); }
+
+QString BoundText(const std::optional<RangeBound>& bound) { return bound ? qt::ToQString(bound->Text()) : QString(); }
+
+// The two ends, as they can be typed; all of a journal for anything else.
+JournalRange RangeFrom(const QStringList& ends) {
+  JournalRange range;
+  if (ends.size() != 2) return range;
+  if (const auto from = ReadBounds(qt::FromQString(ends.front()))) range.from = from->first;
+  if (const auto to = ReadBounds(qt::FromQString(ends.back()))) range.to = to->last;
+  return range.IsBackward() ? JournalRange() : range;
+}
 
 }  // namespace
 
@@ -35,6 +47,8 @@ void JournalKeeper::Keep() {
   const int type = journal_.options()->journal_type;
   memory_.SetColumns(type, journal_.ChangesOf(type));
   memory_.SetOfJournals(type, ClosedName(), ClosedPeriods());
+  const JournalRange& range = journal_.options()->range;
+  memory_.SetOfJournals(type, RangeName(), QStringList{BoundText(range.from), BoundText(range.to)});
 }
 
 void JournalKeeper::Forget() {
@@ -47,7 +61,15 @@ void JournalKeeper::Arrive(bool loaded) {
   forgotten_ = false;
   memory_.SetLastSubject(*journal_.options());
   const int type = journal_.options()->journal_type;
-  if (arrived_.insert(type).second) ClosePeriods(type);
+  if (!arrived_.insert(type).second) return;
+  ClosePeriods(type);
+  RecallRange(type);
+}
+
+// A range that was asked for, or that the journal before had, goes before the one of the last run.
+void JournalKeeper::RecallRange(int journal_type) {
+  if (!journal_.options()->range.IsAll()) return;
+  journal_.SetRange(RangeFrom(memory_.OfJournals(journal_type, RangeName()).toStringList()));
 }
 
 QStringList JournalKeeper::ClosedPeriods() const {

@@ -11,7 +11,7 @@
 namespace stockbook::app {
 
 // Keeps in the memory of the window what the user does to the journals of an inventory, and gives it back when the
-// inventory is opened again: the last subject, and of each journal type the columns and the closed periods.
+// inventory is opened again: the last subject, and of each journal type the columns, the closed periods and the range.
 class JournalKeeper : public QObject {
   Q_OBJECT
 
@@ -28,6 +28,7 @@ class JournalKeeper : public QObject {
  private:
   void Arrive(bool loaded);
   void ClosePeriods(int journal_type);
+  void RecallRange(int journal_type);
   QStringList ClosedPeriods() const;
 
   qt::StockbookWidget& stockbook_;

@@ -69,7 +69,7 @@ void JournalLinks::GoTo(const Line& wanted, const QString& missing) {
     JournalOptions everywhere = *journal_.options();
     const bool is_everywhere = everywhere.journal_type == base::MaterialJournal && everywhere.dp_id < 1;
     if (!is_everywhere && wanted.product > 0) {
-      Load(base::MaterialJournal, wanted.product, 0);
+      if (!Load(base::MaterialJournal, wanted.product, 0)) return;
       row = Find(wanted);
     }
   }
@@ -132,15 +132,15 @@ void JournalLinks::GoToProject() {
 }
 
 // What the journal shows besides (second quantity, tax) stays as it is.
-void JournalLinks::Load(int journal_type, int64_t key, int64_t second) {
+bool JournalLinks::Load(int journal_type, int64_t key, int64_t second) {
   constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
-  if (key > kMost || second > kMost) return;
+  if (key > kMost || second > kMost) return false;
   JournalOptions options = journal_.options().value_or(JournalOptions());
   options.journal_type = journal_type;
   options.key_id = static_cast<int32_t>(key);
   options.dp_id = static_cast<int32_t>(second);
   options.dp_code.clear();
-  load_(options);
+  return load_(options).loaded;
 }
 
 }  // namespace stockbook::app

@@ -45,7 +45,8 @@ class JournalLinks : public QObject {
   int64_t CurrentNumber(const char* key) const;
   int Find(const Line& wanted) const;
   void GoTo(const Line& wanted, const QString& missing);
-  void Load(int journal_type, int64_t key, int64_t second);
+  // False, with a message of its own, if it could not be loaded.
+  bool Load(int journal_type, int64_t key, int64_t second);
 
   qt::StockbookWidget& stockbook_;
   ShownJournal& journal_;

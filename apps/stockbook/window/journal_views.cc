@@ -39,7 +39,9 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
   periods_->hide();
   plot_->hide();
   connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, [this] { is_fresh_ = true; });
-  connect(bar_, &RangeBar::RangeWanted, this, &JournalViews::ShowRange);
+  connect(bar_, &RangeBar::RangeWanted, this, [this](const JournalRange& range) {
+    if (!IsBusy()) ShowRange(range);
+  });
   connect(bar_, &RangeBar::Failed, this, &JournalViews::Told);
   connect(bar_, &RangeBar::Closed, this, &JournalViews::ReturnToJournal);
   ConnectPanels();
@@ -104,7 +106,8 @@ void JournalViews::AddPanelAction(QMenu& menu, QDockWidget& panel, const QString
 }
 
 void JournalViews::AfterLoad(JournalRange range) {
-  if (!std::exchange(is_fresh_, false) && !range_view_.IsStale()) return;
+  // Panels that were opened meanwhile are still empty.
+  if (!std::exchange(is_fresh_, false) && !range_view_.IsStale()) return Refresh();
   NoteTotals(stockbook_.Grid());
   range_view_.JournalLoaded();
   is_empty_ = false;
@@ -136,14 +139,14 @@ void JournalViews::Refresh() {
 }
 
 void JournalViews::RefreshPeriods() {
-  if (periods_->isHidden()) return;
+  if (periods_->isHidden() || IsBusy()) return;
   platform::Grid& grid = stockbook_.Grid();
   periods_->table().SetLines(SummarizePeriods(grid, range_view_), stockbook_.control().JournalType(), grid);
   MarkLine();
 }
 
 void JournalViews::RefreshPlot() {
-  if (plot_->isHidden()) return;
+  if (plot_->isHidden() || IsBusy()) return;
   JournalPlot plot = PlotOf(stockbook_.Grid(), range_view_, stockbook_.control().Caption());
   plot.movements_caption = qt::FromQString(HostText("收入（上）与发出（下）"));
   plot_->view().SetPlot(std::move(plot));
@@ -169,6 +172,7 @@ void JournalViews::MarkLine() {
 
 // Whatever led to a line outside the range, a hit or a link: the line is what the user wants to see.
 void JournalViews::FollowRow() {
+  if (IsBusy()) return;
   const int64_t current = CurrentRecord();
   if (current >= 0 && !range().IsAll() && !range_view_.Shows(static_cast<size_t>(current))) {
     const QString left = RangeWords(range());

@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <QObject>
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "qt/stockbook_widget.h"
 #include "stockbook/range/range_view.h"
@@ -30,6 +32,8 @@ class JournalViews : public QObject {
   const JournalRange& range() const { return range_view_.range(); }
   const RangeView& range_view() const { return range_view_; }
 
+  // While it is true the journal is being replaced: nothing follows it, and no range is shown.
+  void SetBusy(std::function<bool()> busy) { busy_ = std::move(busy); }
   // The commands with their keys.
   void AddActions(QMenu& menu);
   // To be called after every attempt to load: shows the range of the journal that is there now, unless it is still the
@@ -47,6 +51,7 @@ class JournalViews : public QObject {
   void RangeChanged();
 
  private:
+  bool IsBusy() const { return busy_ && busy_(); }
   void BuildRangeMenu(QMenu& menu);
   void AddPanelAction(QMenu& menu, QDockWidget& panel, const QString& text, const QKeySequence& key);
   void ConnectPanels();
@@ -63,6 +68,7 @@ class JournalViews : public QObject {
 
   QMainWindow& window_;
   qt::StockbookWidget& stockbook_;
+  std::function<bool()> busy_;
   RangeView range_view_;
   bool is_fresh_ = false;  // a load has replaced the journal since
   bool is_empty_ = false;  // the user was told that the range has no bills

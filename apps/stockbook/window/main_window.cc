@@ -19,6 +19,7 @@
 #include "stockbook/window/first_paint.h"
 #include "stockbook/window/help_dialog.h"
 #include "stockbook/window/language_menu.h"
+#include "stockbook/window/reading_place.h"
 #include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
@@ -90,6 +91,7 @@ void MainWindow::Remember(QSettings& settings) {
   connect(new LanguageMenu(settings, *menus_, this), &LanguageMenu::Told, this, &MainWindow::ShowMessage);
   connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
   connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);
+  connect(recall_.get(), &WindowRecall::Forgotten, views_, [this] { views_->ShowRange({}); });
   paper_->Remember(settings);
 }
 
@@ -115,6 +117,7 @@ void MainWindow::ConnectControl() {
   connect(stockbook_, &qt::StockbookWidget::AfterRowChanged, this, [this] { row_changed_ = true; });
   connect(views_, &JournalViews::Told, this, &MainWindow::ShowMessage);
   connect(views_, &JournalViews::RangeChanged, this, [this] {
+    journal_->SetRange(views_->range());
     find_bar_->Forget();
     row_count_->setText(views_->RowCount());
     UpdateTitle();
@@ -141,7 +144,7 @@ void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
   bar_->SetInventory(connection);
   if (recall_ != nullptr) recall_->LeaveInventory();
   journal_->SetConnection(connection);
-  reading_->Use(connection, source.file());
+  reading_->Use(connection, source, ask);
   history_->Clear();
   database_ = source.name();
   file_ = source.file();
@@ -149,6 +152,8 @@ void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
     const QString path = file_.empty() ? QString() : QFileInfo(qt::ToQString(file_)).absoluteFilePath();
     recall_->EnterInventory(file_.empty() ? database_ : qt::FromQString(path), path);
   }
+  coverage_->hide();
+  views_->AfterLoad({});
   UpdateTitle();
 }
 
@@ -158,20 +163,31 @@ void MainWindow::ChooseDatabase() {
   if (!path.isEmpty()) OpenFile(path);
 }
 
+bool MainWindow::IsBusy() const { return journal_->IsLoading() || reading_->loader().beside().IsRunning(); }
+
 void MainWindow::OpenFile(const QString& path) {
+  if (IsBusy()) return ShowMessage(tr("正在读取：请等它完成，或先取消（Esc）。"));
   try {
     OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
+  } catch (const platform::Error& error) {
+    const QString reason = qt::ToQString(error.what());
+    // Whoever cancelled knows why.
+    const bool cancelled = reading_->loader().beside().WasCancelled();
+    return cancelled ? ShowMessage(reason) : reading_->TellThatItCannotBeOpened(path, reason);
+  }
+  try {
     LoadFirstJournal();
   } catch (const platform::Error& error) {
-    reading_->TellThatItCannotBeOpened(path, qt::ToQString(error.what()));
+    ShowMessage(qt::ToQString(error.what()));
   }
 }
 
 void MainWindow::TakeFile(const QString& path) {
-  ImportActions::IsTable(path) ? import_->Import(path) : OpenFile(path);
+  ImportActions::IsTable(path) && !IsBusy() ? import_->Import(path) : OpenFile(path);
 }
 
 LoadReport MainWindow::LoadJournal(const JournalOptions& options) {
+  if (IsBusy()) return {};
   bar_->SetOptions(options);
   return Load(options);
 }
@@ -207,7 +223,9 @@ void MainWindow::Reload() {
 }
 
 LoadReport MainWindow::Load(const JournalOptions& options) {
-  if (journal_->connection() == nullptr || journal_->IsLoading()) return {};
+  if (journal_->connection() == nullptr || IsBusy()) return {};
+  const ReadingPlace place(stockbook_->sheet());
+  const auto before = journal_->options();
   LoadReport report = journal_->Load(options);
   // The bar always names the journal below it.
   if (const auto& shown = journal_->options(); shown.has_value() && !ShowsSame(*shown, bar_->Options()))
@@ -215,6 +233,10 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (const std::string error = LoadError(report); !error.empty()) ShowMessage(qt::ToQString(error));
   progress_->hide();
   views_->AfterLoad(journal_->options().has_value() ? journal_->options()->range : JournalRange{});
+  // Rows that the range hides have moved the place.
+  const auto& now = journal_->options();
+  if (before && now && !now->range.IsAll() && now->range == before->range && IsSameJournal(*before, *now))
+    place.GoBack(stockbook_->sheet());
   row_count_->setText(views_->RowCount());
   if (report.loaded) coverage_->Tell(*journal_->connection(), options);
   if (!journal_->options().has_value()) coverage_->hide();
@@ -261,9 +283,8 @@ void MainWindow::UpdateTitle() { setWindowTitle(qt::ToQString(Heading().WindowTi
 void MainWindow::BuildMenus() {
   WindowMenus& menus = *menus_;
   menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
-  menus.Add(MenuPlace::kFileOpen, tr("导入(&I)..."), QKeySequence(Qt::CTRL | Qt::Key_I), this, [this] {
-    if (!journal_->IsLoading()) import_->Choose(QFileInfo(qt::ToQString(file_)).path());
-  });
+  menus.Add(MenuPlace::kFileOpen, tr("导入(&I)..."), QKeySequence(Qt::CTRL | Qt::Key_I), this,
+            [this] { import_->Choose(QFileInfo(qt::ToQString(file_)).path()); });
   menus.Add(MenuPlace::kFileOutput, tr("打印预览(&V)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), paper_,
             &PaperActions::Preview);
   menus.Add(MenuPlace::kFileOutput, tr("打印(&P)..."), QKeySequence::Print, paper_, &PaperActions::Print);
@@ -289,6 +310,8 @@ void MainWindow::BuildMenus() {
 }
 
 void MainWindow::BuildFeatures() {
+  menus_->SetBusy([this] { return IsBusy(); });
+  views_->SetBusy([this] { return IsBusy(); });
   const auto load = [this](const JournalOptions& options) { return LoadJournal(options); };
   column_actions_ = std::make_unique<ColumnActions>(*stockbook_, *columns_, *menus_);
   history_ = std::make_unique<JournalHistory>(*stockbook_, *journal_, *menus_, load);
@@ -298,6 +321,7 @@ void MainWindow::BuildFeatures() {
       *stockbook_, menus_->ActionsOf({MenuPlace::kViewColumns, MenuPlace::kViewPeriods, MenuPlace::kViewJournal}));
   connect(columns_.get(), &JournalColumns::Told, this, &MainWindow::ShowMessage);
   connect(reading_, &WindowReading::Told, this, &MainWindow::ShowMessage);
+  connect(reading_, &WindowReading::Replaced, bar_, &JournalBar::ReadAgain);
   connect(zoom_.get(), &JournalZoom::Changed, columns_.get(), &JournalColumns::ViewChanged);
   connect(links_.get(), &JournalLinks::Told, this, &MainWindow::ShowMessage);
   connect(new FileDrop(*this), &FileDrop::Dropped, this, &MainWindow::TakeFile);
@@ -319,7 +343,7 @@ void MainWindow::BuildFeatures() {
 
 void MainWindow::SearchSubject() {
   platform::Connection* connection = journal_->connection();
-  if (connection == nullptr || journal_->IsLoading()) return;
+  if (connection == nullptr || IsBusy()) return;
   try {
     auto* search =
         new SubjectSearch(*connection, recall_ == nullptr ? nullptr : &recall_->uses(), bar_->Options().key_id, this);

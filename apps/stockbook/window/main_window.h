@@ -94,6 +94,8 @@ class MainWindow : public QMainWindow {
   // Opens an inventory, and offers to import a table.
   void TakeFile(const QString& path);
   void Reload();
+  // Something is being read, beside the interface or into the grid.
+  bool IsBusy() const;
   LoadReport Load(const JournalOptions& options);
   void ShowProgress(int indicator);
   void ShowMessage(const QString& message);

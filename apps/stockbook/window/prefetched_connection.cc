@@ -12,6 +12,11 @@ void PrefetchedConnection::Fetch(std::string statement) {
   statement_ = std::move(statement);
 }
 
+void PrefetchedConnection::Become(const PrefetchedConnection& fresh) {
+  Drop();
+  other_ = fresh.other_;
+}
+
 void PrefetchedConnection::Drop() {
   rows_.reset();
   moment_.reset();

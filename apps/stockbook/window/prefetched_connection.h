@@ -20,6 +20,8 @@ class PrefetchedConnection : public platform::Connection {
   // Begins a moment, which the next one that is asked for continues: what is fetched is of the same moment as what is
   // read then. Throws platform::Error.
   void BeginMoment();
+  // From now on what `fresh` reads is read, by all who use this one.
+  void Become(const PrefetchedConnection& fresh);
   // Runs the statement and keeps its rows for whoever executes the same text next. Throws platform::Error.
   void Fetch(std::string statement);
   // Gives up what nobody asked for.

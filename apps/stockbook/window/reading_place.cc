@@ -52,7 +52,7 @@ int ReadingPlace::FindRow(const sheet::GridSheet& sheet) const {
 bool ReadingPlace::GoBack(sheet::GridSheet& sheet) const {
   const int column = column_key_.empty() ? -1 : sheet.ColIndex(column_key_);
   const int row = FindRow(sheet);
-  if (column < 0 || sheet.ColHidden(column) || row < 0) return false;
+  if (column < 0 || sheet.ColHidden(column) || row < 0 || sheet.RowHidden(row)) return false;
   const bool redraw = sheet.Redraw();
   sheet.SetRedraw(false);
   for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))

@@ -17,7 +17,7 @@ class ReadingPlace {
  public:
   explicit ReadingPlace(const sheet::GridSheet& sheet);
 
-  // Returns false and changes nothing if the cell no longer exists.
+  // Returns false and changes nothing if the cell no longer exists, or is hidden.
   bool GoBack(sheet::GridSheet& sheet) const;
 
  private:

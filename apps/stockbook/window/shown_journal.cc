@@ -26,6 +26,14 @@ ShownJournal::ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& colum
 void ShownJournal::SetConnection(std::shared_ptr<platform::Connection> connection) {
   connection_ = std::move(connection);
   shown_.reset();
+  ShowNone();
+}
+
+// Lines of an inventory that is closed would be taken for those of the one that is open.
+void ShownJournal::ShowNone() {
+  platform::Grid& grid = stockbook_.Grid();
+  grid.SetRows(grid.FixedRows());
+  stockbook_.control().SetCaption({});
 }
 
 // A layout outside a load is the default layout that the user asked for.
@@ -105,7 +113,7 @@ bool ShownJournal::PutBackShown(const LoadReport& failed, const journal::Subject
     return true;
   }
   if (shown_.has_value() && loader_(*shown_).loaded) return true;
-  if (stockbook_.sheet().RecordCount() == 0) control.SetCaption({});
+  ShowNone();
   return false;
 }
 

@@ -30,7 +30,7 @@ class ShownJournal : public QObject {
  public:
   ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& columns);
 
-  // From now on journals are read from there.
+  // From now on journals are read from there, and none is shown.
   void SetConnection(std::shared_ptr<platform::Connection> connection);
   platform::Connection* connection() const { return connection_.get(); }
   // What reads a journal into the control; unless another one is set, app::LoadJournal.
@@ -41,6 +41,10 @@ class ShownJournal : public QObject {
   bool IsLoading() const { return loading_; }
   // The options of the journal in the grid.
   const std::optional<JournalOptions>& options() const { return shown_; }
+  // What is shown of it now.
+  void SetRange(const JournalRange& range) {
+    if (shown_.has_value()) shown_->range = range;
+  }
 
   // What the user has changed of the columns of a journal type, up to now.
   ColumnChanges ChangesOf(int journal_type);
@@ -54,6 +58,7 @@ class ShownJournal : public QObject {
   void Arrived(bool loaded);
 
  private:
+  void ShowNone();
   void TakeLayout();
   void LearnColumns();
   void PutColumnsBack(int type_before);

@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/subject_uses.h"
 
+#include <algorithm>
+
 #include "qt/text.h"
 
 namespace stockbook::app {
+namespace {
+
+constexpr int kMostUses = 1'000'000'000;
+
+}  // namespace
 
 void SubjectUses::KeepIn(QSettings* settings, const QString& group) {
   settings_ = settings;
@@ -20,7 +27,7 @@ int SubjectUses::Of(const QString& kind, const CatalogEntry& entry) const {
 }
 
 void SubjectUses::Count(const QString& kind, const CatalogEntry& entry) {
-  if (settings_ != nullptr) settings_->setValue(KeyOf(kind, entry), Of(kind, entry) + 1);
+  if (settings_ != nullptr) settings_->setValue(KeyOf(kind, entry), std::clamp(Of(kind, entry), 0, kMostUses) + 1);
 }
 
 }  // namespace stockbook::app

@@ -2,6 +2,7 @@
 #include "stockbook/window/window_memory.h"
 
 #include <QCryptographicHash>
+#include <algorithm>
 #include <map>
 
 #include "qt/text.h"
@@ -12,6 +13,7 @@ namespace {
 constexpr int kDigits = 16;  // of a digest: no user has so many inventories that two of them meet
 constexpr const char* kSubject = "/subject";
 constexpr int kLastJournalType = 3;
+constexpr int kMostTwips = 1'000'000;  // no column is that wide, whatever the settings say
 
 QVariantMap ToMap(const std::map<std::string, int>& values) {
   QVariantMap map;
@@ -84,10 +86,13 @@ std::optional<ColumnChanges> WindowMemory::Columns(int journal_type) const {
   const QVariantMap map = stored.toMap();
   ColumnChanges changes;
   changes.widths = FromMap(map.value(QStringLiteral("widths")));
+  std::erase_if(changes.widths, [](const auto& width) { return width.second < 0 || width.second > kMostTwips; });
   changes.hidden = FromMap(map.value(QStringLiteral("hidden")));
   for (const QString& key : map.value(QStringLiteral("order")).toStringList())
-    changes.order.push_back(qt::FromQString(key));
-  changes.frozen = map.value(QStringLiteral("frozen")).toInt();
+    if (const std::string name = qt::FromQString(key);
+        std::find(changes.order.begin(), changes.order.end(), name) == changes.order.end())
+      changes.order.push_back(name);
+  changes.frozen = std::max(0, map.value(QStringLiteral("frozen")).toInt());
   return changes;
 }
 

@@ -7,8 +7,11 @@
 #include <QMenuBar>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <initializer_list>
 #include <map>
+#include <type_traits>
+#include <utility>
 
 namespace stockbook::app {
 
@@ -40,12 +43,22 @@ class WindowMenus : public QObject {
  public:
   explicit WindowMenus(QMenuBar& bar);
 
+  // While it is true, commands are refused, whoever sends them: what they would work on is half done. The window can
+  // be closed all the same.
+  void SetBusy(std::function<bool()> busy) { busy_ = std::move(busy); }
   // Adds an action at the end of the place, and returns it.
   QAction* Add(MenuPlace place, const QString& text, const QKeySequence& key = {});
   template <typename Receiver, typename Slot>
   QAction* Add(MenuPlace place, const QString& text, const QKeySequence& key, Receiver* receiver, Slot slot) {
     QAction* action = Add(place, text, key);
-    connect(action, &QAction::triggered, receiver, slot);
+    connect(action, &QAction::triggered, receiver, [this, place, receiver, slot] {
+      if (IsRefused(place)) return;
+      if constexpr (std::is_member_function_pointer_v<Slot>) {
+        (receiver->*slot)();
+      } else {
+        slot();
+      }
+    });
     return action;
   }
   // A menu of its own at the end of the place.
@@ -56,9 +69,11 @@ class WindowMenus : public QObject {
   QList<QAction*> ActionsWithKeys() const;
 
  private:
+  bool IsRefused(MenuPlace place) const { return place != MenuPlace::kFileEnd && busy_ && busy_(); }
   QMenu* AddTopMenu(const QString& text, MenuPlace first, MenuPlace last);
 
   QMenuBar& bar_;
+  std::function<bool()> busy_;
   std::map<MenuPlace, QMenu*> menus_;
   std::map<MenuPlace, QList<QAction*>> actions_;
   std::map<MenuPlace, QAction*> ends_;  // the separator that ends a place

@@ -9,6 +9,7 @@
 #include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_tables.h"
+#include "stockbook/window/inventory_mark.h"
 
 namespace stockbook::app {
 namespace {
@@ -53,6 +54,9 @@ std::shared_ptr<platform::Connection> WindowReading::OpenBeside(DatabaseSource& 
     try {
       std::shared_ptr<platform::Connection> opened;
       loader_.beside().Run({[&] { opened = OpenInventory(tried, SqlDialect::kDesktop, pass_on); }});
+      // What opens cannot be stopped in the middle; what it gave is given up.
+      if (loader_.beside().WasCancelled())
+        throw platform::Error("open", qt::FromQString(tr("已取消打开。")), 0, platform::ErrorKind::kInterrupted);
       source = std::move(tried);
       return opened;
     } catch (const platform::Error&) {
@@ -64,22 +68,47 @@ std::shared_ptr<platform::Connection> WindowReading::OpenBeside(DatabaseSource& 
 }
 
 std::shared_ptr<PrefetchedConnection> WindowReading::Open(DatabaseSource& source, const AskPassword& ask) {
+  std::string identity = IdentityOfFile(source.file());
   auto opened = loader_.Prepare(OpenBeside(source, ask));
   const QString name =
       source.file().empty() ? qt::ToQString(source.name()) : QFileInfo(qt::ToQString(source.file())).fileName();
   RequireInventory(*opened, qt::FromQString(name));
+  opening_ = std::move(identity);
   return opened;
 }
 
-void WindowReading::Use(const std::shared_ptr<PrefetchedConnection>& opened, const std::string& file) {
+void WindowReading::Use(const std::shared_ptr<PrefetchedConnection>& opened, const DatabaseSource& source,
+                        const AskPassword& ask) {
+  used_ = opened;
+  source_ = source;
+  ask_ = ask;
+  identity_ = opening_;
   loader_.Use(opened);
-  strip_->Follow(opened, file);
+  strip_->Follow(opened, source.file());
   trail_->Forget();
+}
+
+// A connection goes on reading the file that it has open, though its name is gone or that of another one.
+void WindowReading::OpenAnewIfReplaced() {
+  if (used_ == nullptr || source_.file().empty() || IdentityOfFile(source_.file()) == identity_) return;
+  DatabaseSource source = source_;
+  const auto fresh = Open(source, ask_);
+  used_->Become(*fresh);
+  source_ = std::move(source);
+  identity_ = opening_;
+  emit Replaced();
 }
 
 LoadReport WindowReading::Load(const JournalOptions& options) {
   strip_->LoadBegins();
-  LoadReport report = loader_.Load(options);
+  LoadReport report;
+  try {
+    OpenAnewIfReplaced();
+    report = loader_.Load(options);
+  } catch (const platform::Error& error) {
+    report.cancelled = loader_.beside().WasCancelled();
+    report.notify.emplace_back(error.what());
+  }
   if (!attempt_) attempt_.emplace(Attempt{options, report});
   return report;
 }

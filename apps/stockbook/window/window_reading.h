@@ -39,8 +39,9 @@ class WindowReading : public QObject {
   // An inventory that can be read beside the interface. Throws platform::Error if it cannot be opened, or lacks tables.
   // Opening may take its time, too: a server is far away, a desktop file is copied.
   std::shared_ptr<PrefetchedConnection> Open(DatabaseSource& source, const AskPassword& ask);
-  // From now on this one is read; `file` is "" for a server.
-  void Use(const std::shared_ptr<PrefetchedConnection>& opened, const std::string& file);
+  // From now on this one is read, which was opened last, from `source`. Where another file takes the place of its own
+  // the next load opens that one, and asks again.
+  void Use(const std::shared_ptr<PrefetchedConnection>& opened, const DatabaseSource& source, const AskPassword& ask);
   // In a dialog, since a line at the foot of the window is easily overlooked.
   void TellThatItCannotBeOpened(const QString& path, const QString& reason);
 
@@ -50,6 +51,8 @@ class WindowReading : public QObject {
 
  signals:
   void Told(const QString& message);
+  // What is read is another file of the same name.
+  void Replaced();
 
  protected:
   // The user comes back to the window.
@@ -63,12 +66,18 @@ class WindowReading : public QObject {
 
   std::shared_ptr<platform::Connection> OpenBeside(DatabaseSource& source, const AskPassword& ask);
   LoadReport Load(const JournalOptions& options);
+  void OpenAnewIfReplaced();
   void TellOutcome();
 
   Host host_;
   JournalLoader loader_;
   LoadStrip* strip_;  // owned by the window's layout
   BillTrail* trail_;
+  std::shared_ptr<PrefetchedConnection> used_;
+  DatabaseSource source_;  // of what is used
+  AskPassword ask_;
+  std::string identity_;            // of its file
+  std::string opening_;             // of the file that was opened last
   std::optional<Attempt> attempt_;  // the first of the load that goes on: another one puts the old journal back
 };
 
