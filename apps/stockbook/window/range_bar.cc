@@ -12,6 +12,7 @@
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/once_shown.h"
 #include "stockbook/window/range_words.h"
 
 namespace stockbook::app {
@@ -37,7 +38,6 @@ QLineEdit* RangeField(const QString& name) {
   auto* field = new QLineEdit;
   field->setAccessibleName(name);
   field->setPlaceholderText(HostText("不限"));
-  field->setClearButtonEnabled(true);
   field->setToolTip(HostText("期间 2025-03、日期 2025-03-15、季度 2025Q1 或年 2025；按 Enter 显示"));
   field->setMinimumWidth(kFieldCharacters * field->fontMetrics().horizontalAdvance(QLatin1Char('0')));
   field->setMaximumWidth(field->minimumWidth() * 3 / 2);
@@ -75,8 +75,16 @@ RangeBar::RangeBar(QWidget* parent)
     hide();
     emit Closed();
   });
+  new OnceShown(*this, [this] { AddIcons(); });
   ShowRange();
   hide();
+}
+
+void RangeBar::AddIcons() {
+  previous_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
+  next_->setIcon(style()->standardIcon(QStyle::SP_ArrowRight));
+  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  for (QLineEdit* field : {from_, to_}) field->setClearButtonEnabled(true);
 }
 
 void RangeBar::BuildRow() {
@@ -86,9 +94,6 @@ void RangeBar::BuildRow() {
   from_label->setBuddy(from_);
   auto* to_label = new QLabel(HostText("到(&E)"));
   to_label->setBuddy(to_);
-  previous_->setIcon(style()->standardIcon(QStyle::SP_ArrowLeft));
-  next_->setIcon(style()->standardIcon(QStyle::SP_ArrowRight));
-  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kBarMargin, 0, kBarMargin, kBarSpacing);
   row->setSpacing(kBarSpacing);
@@ -139,8 +144,7 @@ bool RangeBar::ReadField(const QLineEdit& field, std::optional<BoundPair>& bound
   if (text.isEmpty()) return true;
   bounds = ReadBounds(qt::FromQString(text));
   if (bounds) return true;
-  emit Failed(
-      HostText("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
+  emit Failed(HostText("“%1”不是期间或日期：请输入如 2025-03、2025-03-15、2025Q1 或 2025，留空为不限。").arg(text));
   return false;
 }
 
@@ -152,8 +156,8 @@ void RangeBar::TakeTyped() {
   if (from) range.from = from->first;
   if (to) range.to = to->last;
   if (range.IsBackward()) {
-    emit Failed(HostText("区间的起点 %1 晚于终点 %2：请交换或修改。")
-                    .arg(BoundWords(*range.from), BoundWords(*range.to)));
+    emit Failed(
+        HostText("区间的起点 %1 晚于终点 %2：请交换或修改。").arg(BoundWords(*range.from), BoundWords(*range.to)));
     return;
   }
   emit RangeWanted(range);
