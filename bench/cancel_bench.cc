@@ -3,6 +3,8 @@
 // paint, and what it takes, in processor time of the whole process, to obey Cancel at each of ten moments of the load,
 // with the frames that the window painted meanwhile. `cancel_bench`, in the folder of the sources. It fails if the
 // window does not show the old journal after a cancelled load.
+#include <unistd.h>
+
 #include <QApplication>
 #include <QPushButton>
 #include <QTimer>
@@ -10,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
+#include <string>
 
 #include "child_process.h"
 #include "stockbook/command/gui_session.h"
