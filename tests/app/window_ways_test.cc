@@ -300,9 +300,9 @@ TEST_F(Ways, NoTwoItemsOfTheMenusHaveTheSameKey) {
   EXPECT_EQ(all, different);
 }
 
-TEST_F(Ways, TheFirstJournalIsLoadedOnceTheWindowIsPainted) {
+TEST_F(Ways, TheFirstJournalIsLoadedOnceTheProgramRuns) {
   window_->OpenDatabase(PathOf("sample.db"));
-  window_->LoadWhenPainted(std::nullopt);
+  window_->LoadOnceRunning(std::nullopt);
   EXPECT_EQ(grid().Rows(), 1) << "nothing is loaded before";
   QSignalSpy arrived(&window_->journal(), &ShownJournal::Arrived);
   window_->show();

@@ -64,8 +64,8 @@ int RunOpen(const std::vector<std::string>& arguments, Terminal& terminal) {
   if (line.positionals().empty()) source = DatabaseSource(SampleDatabase());
   window.OpenDatabase(std::move(source), window.AskInDialog());
   window.show();
-  // The window appears before a long load begins, and shows its progress.
-  window.LoadWhenPainted(options);
+  // A long load is read beside the window, which shows its progress.
+  window.LoadOnceRunning(options);
   return session.Run();
 }
 

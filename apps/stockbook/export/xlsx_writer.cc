@@ -14,12 +14,56 @@
 #include <vector>
 
 #include "base/text.h"
+#include "databases/late_library.h"
 #include "stockbook/command/program_end.h"
 #include "stockbook/export/shown_table.h"
 #include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {
 namespace {
+
+// The library that writes workbooks, which brings those of archives and encryption, is loaded with the first export of
+// one. Its functions are called as ever.
+constexpr databases::LateLibrary kXlsxLibrary(STOCKBOOK_XLSX_WRITER_FILE);
+constinit const databases::LateFunction<decltype(::format_set_bg_color)> format_set_bg_color(kXlsxLibrary,
+                                                                                             "format_set_bg_color");
+constinit const databases::LateFunction<decltype(::format_set_bold)> format_set_bold(kXlsxLibrary, "format_set_bold");
+constinit const databases::LateFunction<decltype(::format_set_num_format)> format_set_num_format(
+    kXlsxLibrary, "format_set_num_format");
+constinit const databases::LateFunction<decltype(::lxw_strerror)> lxw_strerror(kXlsxLibrary, "lxw_strerror");
+constinit const databases::LateFunction<decltype(::workbook_add_format)> workbook_add_format(kXlsxLibrary,
+                                                                                             "workbook_add_format");
+constinit const databases::LateFunction<decltype(::workbook_add_worksheet)> workbook_add_worksheet(
+    kXlsxLibrary, "workbook_add_worksheet");
+constinit const databases::LateFunction<decltype(::workbook_close)> workbook_close(kXlsxLibrary, "workbook_close");
+constinit const databases::LateFunction<decltype(::workbook_new_opt)> workbook_new_opt(kXlsxLibrary,
+                                                                                       "workbook_new_opt");
+constinit const databases::LateFunction<decltype(::workbook_set_properties)> workbook_set_properties(
+    kXlsxLibrary, "workbook_set_properties");
+constinit const databases::LateFunction<decltype(::worksheet_fit_to_pages)> worksheet_fit_to_pages(
+    kXlsxLibrary, "worksheet_fit_to_pages");
+constinit const databases::LateFunction<decltype(::worksheet_freeze_panes)> worksheet_freeze_panes(
+    kXlsxLibrary, "worksheet_freeze_panes");
+constinit const databases::LateFunction<decltype(::worksheet_outline_settings)> worksheet_outline_settings(
+    kXlsxLibrary, "worksheet_outline_settings");
+constinit const databases::LateFunction<decltype(::worksheet_repeat_rows)> worksheet_repeat_rows(
+    kXlsxLibrary, "worksheet_repeat_rows");
+constinit const databases::LateFunction<decltype(::worksheet_set_column)> worksheet_set_column(kXlsxLibrary,
+                                                                                               "worksheet_set_column");
+constinit const databases::LateFunction<decltype(::worksheet_set_footer)> worksheet_set_footer(kXlsxLibrary,
+                                                                                               "worksheet_set_footer");
+constinit const databases::LateFunction<decltype(::worksheet_set_header)> worksheet_set_header(kXlsxLibrary,
+                                                                                               "worksheet_set_header");
+constinit const databases::LateFunction<decltype(::worksheet_set_landscape)> worksheet_set_landscape(
+    kXlsxLibrary, "worksheet_set_landscape");
+constinit const databases::LateFunction<decltype(::worksheet_set_row_opt)> worksheet_set_row_opt(
+    kXlsxLibrary, "worksheet_set_row_opt");
+constinit const databases::LateFunction<decltype(::worksheet_write_blank)> worksheet_write_blank(
+    kXlsxLibrary, "worksheet_write_blank");
+constinit const databases::LateFunction<decltype(::worksheet_write_number)> worksheet_write_number(
+    kXlsxLibrary, "worksheet_write_number");
+constinit const databases::LateFunction<decltype(::worksheet_write_string)> worksheet_write_string(
+    kXlsxLibrary, "worksheet_write_string");
 
 constexpr double kTwipsOfCharacter = 105;  // seven pixels, as wide as a digit of a workbook's usual font
 constexpr size_t kMostCharacters = 32'767;

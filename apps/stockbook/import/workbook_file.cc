@@ -6,11 +6,25 @@
 #include <memory>
 #include <new>
 
+#include "databases/late_library.h"
 #include "stockbook/import/import_sentence.h"
 #include "stockbook/import/workbook_parts.h"
 
 namespace stockbook::app {
 namespace {
+
+// The library of archives, which brings those of encryption, is loaded with the first workbook that is imported. Its
+// functions are called as ever.
+constexpr databases::LateLibrary kZipLibrary(STOCKBOOK_ZIP_FILE);
+constinit const databases::LateFunction<decltype(::zip_discard)> zip_discard(kZipLibrary, "zip_discard");
+constinit const databases::LateFunction<decltype(::zip_fclose)> zip_fclose(kZipLibrary, "zip_fclose");
+constinit const databases::LateFunction<decltype(::zip_fopen)> zip_fopen(kZipLibrary, "zip_fopen");
+constinit const databases::LateFunction<decltype(::zip_fread)> zip_fread(kZipLibrary, "zip_fread");
+constinit const databases::LateFunction<decltype(::zip_open_from_source)> zip_open_from_source(kZipLibrary,
+                                                                                               "zip_open_from_source");
+constinit const databases::LateFunction<decltype(::zip_source_buffer_create)> zip_source_buffer_create(
+    kZipLibrary, "zip_source_buffer_create");
+constinit const databases::LateFunction<decltype(::zip_source_free)> zip_source_free(kZipLibrary, "zip_source_free");
 
 // "worksheets/sheet1.xml" from "xl/workbook.xml" is "xl/worksheets/sheet1.xml".
 std::string Resolved(std::string_view from, std::string target) {
@@ -43,8 +57,7 @@ class WorkbookArchive {
 
   enum class Need { kNeeded, kOptional };
   void Read(const std::string& part, XmlListener& listener, Need need = Need::kNeeded) const {
-    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen(archive_.get(), part.c_str(), 0),
-                                                                  zip_fclose);
+    const std::unique_ptr<zip_file_t, Close> file(zip_fopen(archive_.get(), part.c_str(), 0));
     if (file == nullptr && need == Need::kOptional) return;
     if (file == nullptr) Fail();
     const auto read = [&](char* buffer, size_t size) {
@@ -69,6 +82,9 @@ class WorkbookArchive {
   }
 
   std::string name_;
+  struct Close {
+    void operator()(zip_file_t* file) const { zip_fclose(file); }
+  };
   struct Discard {
     void operator()(zip_t* archive) const { zip_discard(archive); }
   };

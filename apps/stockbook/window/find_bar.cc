@@ -4,10 +4,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyle>
-#include <QVBoxLayout>
 
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/once_shown.h"
 
 namespace stockbook::app {
 namespace {
@@ -37,7 +37,6 @@ FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
       stockbook_(stockbook),
       finder_(stockbook),
       marks_(stockbook, finder_),
-      hits_(new HitList(stockbook, finder_)),
       words_(new QLineEdit),
       match_case_(MakeSwitch(tr("大小写(&U)"), tr("区分大小写"))),
       whole_words_(MakeSwitch(tr("全字(&Q)"), tr("只找完整的词和数，如 12 不在 112 里"))),
@@ -51,7 +50,22 @@ FindBar::FindBar(qt::StockbookWidget& stockbook, QWidget* parent)
   typed_.setSingleShot(true);
   typed_.setInterval(kTypingMs);
   Connect();
+  new OnceShown(*this, [this] {
+    words_->setClearButtonEnabled(true);
+    close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  });
   hide();
+}
+
+HitList& FindBar::hits() {
+  if (hits_ != nullptr) return *hits_;
+  hits_ = new HitList(stockbook_, finder_);
+  hits_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
+  hits_->hide();
+  rows_->insertWidget(0, hits_);
+  connect(hits_, &HitList::Went, this, &FindBar::ShowCount);
+  connect(hits_, &HitList::Chosen, &stockbook_, qOverload<>(&QWidget::setFocus));
+  return *hits_;
 }
 
 void FindBar::Connect() {
@@ -66,11 +80,9 @@ void FindBar::Connect() {
   connect(previous_, &QToolButton::clicked, this, &FindBar::Previous);
   connect(close_, &QToolButton::clicked, this, &FindBar::Close);
   connect(list_, &QToolButton::toggled, this, [this](bool shown) {
-    hits_->setVisible(shown);
-    hits_->ShowPlace();
+    hits().setVisible(shown);
+    hits().ShowPlace();
   });
-  connect(hits_, &HitList::Went, this, &FindBar::ShowCount);
-  connect(hits_, &HitList::Chosen, &stockbook_, qOverload<>(&QWidget::setFocus));
   connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, &FindBar::Forget);
 }
 
@@ -78,17 +90,13 @@ void FindBar::BuildRow() {
   auto* label = new QLabel(tr("查找(&D)"));
   label->setBuddy(words_);
   words_->setPlaceholderText(tr("几个词用空格隔开；数照显示的样子写"));
-  words_->setClearButtonEnabled(true);
   words_->setMinimumWidth(kWordsWidth * 2 * words_->fontMetrics().averageCharWidth());
   words_->setMaximumWidth(4 * words_->minimumWidth());
-  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   close_->setAccessibleName(tr("关闭查找"));
   match_case_->setAccessibleName(tr("区分大小写"));
   whole_words_->setAccessibleName(tr("全字匹配"));
   count_->setTextFormat(Qt::PlainText);
   count_->setMinimumWidth(1);
-  hits_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-  hits_->hide();
   auto* row = new QHBoxLayout;
   row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
   row->setSpacing(kBarSpacing);
@@ -99,11 +107,10 @@ void FindBar::BuildRow() {
   row->addWidget(count_);
   row->addStretch(1);
   row->addWidget(close_);
-  auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(0, 0, 0, 0);
-  rows->setSpacing(0);
-  rows->addWidget(hits_);
-  rows->addLayout(row);
+  rows_ = new QVBoxLayout(this);
+  rows_->setContentsMargins(0, 0, 0, 0);
+  rows_->setSpacing(0);
+  rows_->addLayout(row);
 }
 
 void FindBar::Open() {
@@ -148,7 +155,7 @@ void FindBar::Find(FindStep step) {
   typed_.stop();
   finder_.Go(Query(), step);
   ShowCount();
-  hits_->ShowPlace();
+  if (hits_ != nullptr) hits_->ShowPlace();
   if (!finder_.error().isEmpty()) emit Failed(finder_.error());
 }
 
@@ -183,7 +190,7 @@ void FindBar::keyPressEvent(QKeyEvent* event) {
       Find(shift ? FindStep::kPrevious : FindStep::kNext);
       break;
     case Qt::Key_Down:
-      if (hits_->isVisible()) hits_->setFocus(Qt::TabFocusReason);
+      if (hits_ != nullptr && hits_->isVisible()) hits_->setFocus(Qt::TabFocusReason);
       break;
     default:
       QWidget::keyPressEvent(event);

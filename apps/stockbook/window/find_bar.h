@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QTimer>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include "stockbook/window/hit_list.h"
@@ -35,7 +36,8 @@ class FindBar : public QWidget {
   QToolButton& patterns() { return *patterns_; }
   // Shows or hides the list.
   QToolButton& list_button() { return *list_; }
-  HitList& hits() { return *hits_; }
+  // Made when it is first asked for, which few searches do.
+  HitList& hits();
   const HitMarks& marks() const { return marks_; }
   // "第 2 条，共 5 条".
   QString Count() const { return count_->text(); }
@@ -63,7 +65,8 @@ class FindBar : public QWidget {
   qt::StockbookWidget& stockbook_;
   JournalFinder finder_;
   HitMarks marks_;
-  HitList* hits_;
+  HitList* hits_ = nullptr;
+  QVBoxLayout* rows_ = nullptr;
   QLineEdit* words_;
   QToolButton* match_case_;
   QToolButton* whole_words_;

@@ -16,7 +16,6 @@
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/file_drop.h"
-#include "stockbook/window/first_paint.h"
 #include "stockbook/window/help_dialog.h"
 #include "stockbook/window/language_menu.h"
 #include "stockbook/window/reading_place.h"
@@ -28,6 +27,7 @@ namespace {
 constexpr QSize kUsualSize(1280, 800);
 constexpr int kProgressWidth = 180;
 constexpr int kMostProgress = 100;
+constexpr int kPaintPauseMs = 50;
 
 bool ShowsSame(const JournalOptions& left, const JournalOptions& right) {
   return IsSameJournal(left, right) && left.allow_qty2 == right.allow_qty2 && left.allow_inv == right.allow_inv &&
@@ -205,14 +205,19 @@ LoadReport MainWindow::LoadFirstJournal() {
   return LoadJournal(options);
 }
 
-void MainWindow::LoadWhenPainted(const std::optional<JournalOptions>& options) {
-  new FirstPaint(*stockbook_->viewport(), [this, options] {
-    try {
-      options.has_value() ? LoadJournal(*options) : LoadFirstJournal();
-    } catch (const platform::Error& error) {
-      ShowMessage(qt::ToQString(error.what()));
-    }
-  });
+// A journal that is read in a moment appears with the window. While a longer one is read beside the interface, the
+// window is painted and takes Cancel.
+void MainWindow::LoadOnceRunning(const std::optional<JournalOptions>& options) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, options] {
+        try {
+          options.has_value() ? LoadJournal(*options) : LoadFirstJournal();
+        } catch (const platform::Error& error) {
+          ShowMessage(qt::ToQString(error.what()));
+        }
+      },
+      Qt::QueuedConnection);
 }
 
 void MainWindow::Reload() {
@@ -226,6 +231,7 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   if (journal_->connection() == nullptr || IsBusy()) return {};
   const ReadingPlace place(stockbook_->sheet());
   const auto before = journal_->options();
+  painted_.start();
   LoadReport report = journal_->Load(options);
   // The bar always names the journal below it.
   if (const auto& shown = journal_->options(); shown.has_value() && !ShowsSame(*shown, bar_->Options()))
@@ -245,21 +251,28 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   return report;
 }
 
-// Load does not return to the event loop, so whatever should be visible meanwhile is painted here.
+// Load does not return to the event loop, so whatever should be visible meanwhile is painted here, but only now and
+// then: to paint a bar a hundred times takes longer than to load a journal of some thousand lines.
+bool MainWindow::IsTimeToPaint() {
+  if (!isVisible() || !painted_.hasExpired(kPaintPauseMs)) return false;
+  painted_.start();
+  return true;
+}
+
 void MainWindow::ShowProgress(int indicator) {
   if (indicator < 0) {
     progress_->hide();
     return;
   }
-  if (progress_->isVisible() && progress_->value() == indicator) return;
+  if (!IsTimeToPaint()) return;
   progress_->setValue(indicator);
   progress_->show();
-  if (isVisible()) progress_->repaint();
+  progress_->repaint();
 }
 
 void MainWindow::ShowMessage(const QString& message) {
   message_->Show(message);
-  if (journal_->IsLoading() && isVisible()) message_->repaint();
+  if (journal_->IsLoading() && IsTimeToPaint()) message_->repaint();
 }
 
 // The control describes the new current row, usually with an empty text, which must not clear the previous message.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMainWindow>
 #include <QProgressBar>
@@ -56,9 +57,9 @@ class MainWindow : public QMainWindow {
   // The journal that was last shown of the inventory if the window remembers one, otherwise the material journal of the
   // first product that has lines.
   LoadReport LoadFirstJournal();
-  // Once the window is on the screen: loads the journal of the options, or the first one. Errors are shown in the
+  // Once the program handles events: loads the journal of the options, or the first one. Errors are shown in the
   // window.
-  void LoadWhenPainted(const std::optional<JournalOptions>& options);
+  void LoadOnceRunning(const std::optional<JournalOptions>& options);
   // As the user does it: errors are shown in the window.
   void OpenFile(const QString& path);
 
@@ -98,6 +99,7 @@ class MainWindow : public QMainWindow {
   bool IsBusy() const;
   LoadReport Load(const JournalOptions& options);
   void ShowProgress(int indicator);
+  bool IsTimeToPaint();
   void ShowMessage(const QString& message);
   void TakeNotice(const QString& message);
   void ShowStatistics();
@@ -132,6 +134,7 @@ class MainWindow : public QMainWindow {
   CoverageLabel* coverage_;
   QLabel* row_count_;
   QProgressBar* progress_;
+  QElapsedTimer painted_;  // since what a load tells was last painted
 };
 
 }  // namespace stockbook::app

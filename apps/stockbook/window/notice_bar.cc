@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/once_shown.h"
 
 namespace stockbook::app {
 
@@ -15,7 +16,6 @@ NoticeBar::NoticeBar(QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   close_->setAutoRaise(true);
   close_->setFocusPolicy(Qt::TabFocus);
   close_->setToolTip(tr("关闭（Esc）"));
@@ -36,6 +36,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     if (const auto act = std::exchange(act_, {})) act();
   });
   connect(close_, &QToolButton::clicked, this, &NoticeBar::Close);
+  new OnceShown(*this, [this] { close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton)); });
   hide();
 }
 

@@ -12,6 +12,7 @@
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/once_shown.h"
 #include "stockbook/window/range_words.h"
 
 namespace stockbook::app {
@@ -37,7 +38,6 @@ QLineEdit* RangeField(const QString& name) {
   auto* field = new QLineEdit;
   field->setAccessibleName(name);
   field->setPlaceholderText(HostText("不限"));
-  field->setClearButtonEnabled(true);
   field->setToolTip(HostText("期间 2025-03、日期 2025-03-15、季度 2025Q1 或年 2025；按 Enter 显示"));
   field->setMinimumWidth(kFieldCharacters * field->fontMetrics().horizontalAdvance(QLatin1Char('0')));
   field->setMaximumWidth(field->minimumWidth() * 3 / 2);
@@ -75,8 +75,16 @@ RangeBar::RangeBar(QWidget* parent)
     hide();
     emit Closed();
   });
+  new OnceShown(*this, [this] { AddIcons(); });
   ShowRange();
   hide();
+}
+
+void RangeBar::AddIcons() {
+  previous_->setArrowType(Qt::LeftArrow);
+  next_->setArrowType(Qt::RightArrow);
+  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  for (QLineEdit* field : {from_, to_}) field->setClearButtonEnabled(true);
 }
 
 void RangeBar::BuildRow() {
@@ -86,9 +94,6 @@ void RangeBar::BuildRow() {
   from_label->setBuddy(from_);
   auto* to_label = new QLabel(HostText("到(&Z)"));
   to_label->setBuddy(to_);
-  previous_->setArrowType(Qt::LeftArrow);
-  next_->setArrowType(Qt::RightArrow);
-  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(kBarMargin, 0, kBarMargin, kBarSpacing);
   row->setSpacing(kBarSpacing);

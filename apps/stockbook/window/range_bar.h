@@ -51,6 +51,7 @@ class RangeBar : public QWidget {
 
  private:
   void BuildRow();
+  void AddIcons();
   void TakeTyped();
   void ShowRange();
   // Nothing for an empty field. False, with a message, if what is typed is no period and no day.

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <memory>
 #include <string>
 
 #include "databases/execution/interruption.h"
+#include "databases/postgres/client_library.h"
 #include "databases/postgres/postgres_settings.h"
 
 namespace stockbook::databases {

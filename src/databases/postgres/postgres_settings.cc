@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/postgres/postgres_settings.h"
 
-#include <libpq-fe.h>
-
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -10,6 +8,7 @@
 #include "base/text.h"
 #include "databases/connection_string.h"
 #include "databases/execution/time_limit.h"
+#include "databases/postgres/client_library.h"
 #include "platform/error.h"
 
 namespace stockbook::databases {
@@ -49,8 +48,12 @@ bool Holds(const Names& names, std::string_view name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+struct KnownFreer {
+  void operator()(PQconninfoOption* known) const { PQconninfoFree(known); }
+};
+
 bool IsParameterOfLibpq(const std::string& name) {
-  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> known(PQconndefaults(), PQconninfoFree);
+  const std::unique_ptr<PQconninfoOption, KnownFreer> known(PQconndefaults());
   if (!known) throw platform::Error("Open", "内存不足，无法连接数据库", 0, platform::ErrorKind::kMemory);
   for (const PQconninfoOption* option = known.get(); option->keyword != nullptr; ++option) {
     if (name == option->keyword) return true;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/postgres/postgres_writer.h"
 
-#include <libpq-fe.h>
-
 #include <charconv>
 #include <string>
 #include <vector>
@@ -12,6 +10,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "columns/column_builder.h"
+#include "databases/postgres/client_library.h"
 #include "databases/postgres/postgres_errors.h"
 #include "databases/postgres/postgres_settings.h"
 #include "platform/error.h"
@@ -19,7 +18,12 @@
 namespace stockbook::databases {
 namespace {
 
-using WriterResult = std::unique_ptr<PGresult, decltype(&PQclear)>;
+struct WriterFreer {
+  void operator()(PGresult* result) const { PQclear(result); }
+  void operator()(PGconn* connection) const { PQfinish(connection); }
+  void operator()(char* text) const { PQfreemem(text); }
+};
+using WriterResult = std::unique_ptr<PGresult, WriterFreer>;
 
 std::string QuotedIdentifier(std::string_view name) { return "\"" + base::ReplaceAll(name, "\"", "\"\"") + "\""; }
 
@@ -115,7 +119,7 @@ class PostgresWriter : public TableWriter {
   bool Exists(const std::string& table);
 
   const Existing existing_;
-  std::unique_ptr<PGconn, decltype(&PQfinish)> handle_{nullptr, PQfinish};
+  std::unique_ptr<PGconn, WriterFreer> handle_;
   std::vector<std::string> tables_;
 };
 
@@ -155,15 +159,14 @@ void PostgresWriter::Fail(const PGresult* result) const {
 }
 
 WriterResult PostgresWriter::Ask(const std::string& statement, ExecStatusType expected) {
-  WriterResult result(PQexec(handle_.get(), statement.c_str()), PQclear);
+  WriterResult result(PQexec(handle_.get(), statement.c_str()));
   if (PQresultStatus(result.get()) != expected) Fail(result.get());
   return result;
 }
 
 bool PostgresWriter::Exists(const std::string& table) {
   const std::string name = QuotedIdentifier(table);
-  const std::unique_ptr<char, decltype(&PQfreemem)> literal(PQescapeLiteral(handle_.get(), name.data(), name.size()),
-                                                            PQfreemem);
+  const std::unique_ptr<char, WriterFreer> literal(PQescapeLiteral(handle_.get(), name.data(), name.size()));
   if (!literal) Fail(nullptr);
   const WriterResult found = Ask("SELECT to_regclass(" + std::string(literal.get()) + ") IS NOT NULL", PGRES_TUPLES_OK);
   return std::string_view(PQgetvalue(found.get(), 0, 0)) == "t";
@@ -212,9 +215,9 @@ void PostgresWriter::Write(const StoredTable& table, std::span<const columns::Co
   }
   Put(lines);
   if (PQputCopyEnd(handle_.get(), nullptr) != 1) Fail(nullptr);
-  const WriterResult done(PQgetResult(handle_.get()), PQclear);
+  const WriterResult done(PQgetResult(handle_.get()));
   const ExecStatusType status = PQresultStatus(done.get());
-  while (const WriterResult rest{PQgetResult(handle_.get()), PQclear}) {
+  while (const WriterResult rest{PQgetResult(handle_.get())}) {
   }
   if (status != PGRES_COMMAND_OK) Fail(done.get());
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -10,6 +8,7 @@
 
 #include "databases/dialect/value_class.h"
 #include "databases/execution/column_sink.h"
+#include "databases/postgres/client_library.h"
 #include "databases/postgres/column_feed.h"
 #include "databases/postgres/postgres_link.h"
 

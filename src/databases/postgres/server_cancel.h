@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <atomic>
 #include <memory>
+
+#include "databases/postgres/client_library.h"
 
 namespace stockbook::databases {
 
