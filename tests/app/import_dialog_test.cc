@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QStandardPaths>
 #include <QTest>
 #include <string>
 
@@ -11,6 +12,7 @@
 #include "qt/text.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/import/workbook_file.h"
+#include "stockbook/window/import_actions.h"
 
 namespace stockbook::app {
 namespace {
@@ -177,6 +179,14 @@ TEST_F(ImportWindow, SaysThatItLooksAtTheBeginningOfALongTableOnly) {
   EXPECT_NE(TextOf(dialog, "summary").find("；前 "), std::string::npos) << TextOf(dialog, "summary");
   ASSERT_TRUE(dialog.ImportInto(Output()));
   EXPECT_EQ(OpenedInventory(Output()).One("SELECT count(*) FROM 出库记录"), "50010");
+}
+
+TEST_F(ImportWindow, BeginsWhereTablesAreAndNotInTheFolderOfTheSample) {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const QString own = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+  EXPECT_EQ(ImportActions::FolderOfTables(own + QStringLiteral("/sample.db")), documents);
+  EXPECT_EQ(ImportActions::FolderOfTables({}), documents);
+  EXPECT_EQ(ImportActions::FolderOfTables(QStringLiteral("/books/2025/stock.db")), QStringLiteral("/books/2025"));
 }
 
 // Every chooser has a label that the keyboard reaches it by.

@@ -3,13 +3,19 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStatusBar>
+#include <condition_variable>
 #include <filesystem>
 #include <functional>
+#include <mutex>
+#include <utility>
 
 #include "app/window_fixture.h"
 #include "base/column_keys.h"
@@ -19,6 +25,68 @@ namespace stockbook::app {
 namespace {
 
 namespace keys = base::keys;
+
+// A database whose statements can be stopped at: the chosen one of a load lasts until it is cancelled.
+class StoppingDatabase : public platform::Connection {
+ public:
+  explicit StoppingDatabase(std::shared_ptr<platform::Connection> other) : other_(std::move(other)) {}
+
+  // Counted from 0 from now on.
+  void StopAt(int statement) {
+    const std::lock_guard lock(mutex_);
+    stop_at_ = statement;
+    cancelled_ = false;
+    stopped_ = false;
+  }
+  bool WasStopped() const {
+    const std::lock_guard lock(mutex_);
+    return stopped_;
+  }
+
+  std::string ConnectionString() const override { return other_->ConnectionString(); }
+  platform::Recordset Execute(std::string_view statement, int options) override {
+    std::unique_lock lock(mutex_);
+    if (stop_at_-- == 0) {
+      stopped_ = true;
+      changed_.wait(lock, [this] { return cancelled_; });
+      throw platform::Error("Execute", "语句已被取消", 0, platform::ErrorKind::kInterrupted);
+    }
+    lock.unlock();
+    return other_->Execute(statement, options);
+  }
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override { return other_->ReadAsOfOneMoment(); }
+  void Cancel() override {
+    {
+      const std::lock_guard lock(mutex_);
+      cancelled_ = true;
+    }
+    changed_.notify_all();
+    other_->Cancel();
+  }
+  std::size_t RowsRead() const override { return other_->RowsRead(); }
+
+ private:
+  const std::shared_ptr<platform::Connection> other_;
+  mutable std::mutex mutex_;
+  std::condition_variable changed_;
+  int stop_at_ = -1;
+  bool cancelled_ = false;
+  bool stopped_ = false;
+};
+
+class OnPaint : public QObject {
+ public:
+  OnPaint(QWidget& widget, std::function<void()> call) : call_(std::move(call)) { widget.installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) call_();
+    return false;
+  }
+
+ private:
+  std::function<void()> call_;
+};
 
 class LongWork : public WindowTest {
  protected:
@@ -90,6 +158,73 @@ TEST_F(LongWork, ACancelledLoadLeavesTheOldJournalAndNoBar) {
   EXPECT_EQ(window_->message().Message().toStdString(), "已取消读取。");
   LetGo(holder_);
   EXPECT_TRUE(window_->LoadJournal(OtherProduct()).loaded);
+}
+
+TEST_F(LongWork, CancelIsObeyedAtEveryStageOfALoadAndTheOldJournalIsBack) {
+  OpenFirst();
+  const auto stopping = std::make_shared<StoppingDatabase>(OpenInventory(PathOf("sample.db")));
+  const auto prepared = window_->reading().loader().Prepare(stopping);
+  window_->journal().SetConnection(prepared);
+  window_->reading().Use(prepared, DatabaseSource(PathOf("sample.db")), {});
+  ASSERT_TRUE(window_->LoadJournal(OtherProduct()).loaded);
+  const int rows = grid().Rows();
+  const std::string title = Title();
+  JournalOptions customers;
+  customers.journal_type = 2;
+  customers.key_id = 1;
+  qt::Beside& beside = window_->reading().loader().beside();
+  beside.SetGrace(std::chrono::milliseconds(0));
+  QObject::connect(&beside, &qt::Beside::Ticked, window_.get(), [&] {
+    if (stopping->WasStopped()) strip().work().findChild<QPushButton*>()->click();
+  });
+  constexpr int kStages = 10;
+  int stages = 0;
+  for (int stage = 0; stage < kStages; ++stage) {
+    stopping->StopAt(stage);
+    const LoadReport report = window_->LoadJournal(customers);
+    const bool stopped = stopping->WasStopped();
+    stopping->StopAt(-1);
+    if (!stopped) continue;
+    ++stages;
+    EXPECT_FALSE(report.loaded) << stage;
+    EXPECT_EQ(Title(), title) << stage;
+    EXPECT_EQ(grid().Rows(), rows) << stage;
+    EXPECT_EQ(window_->bar().Options().key_id, 2) << stage;
+    EXPECT_FALSE(strip().failure().isVisible()) << stage;
+  }
+  EXPECT_GE(stages, 3);
+  EXPECT_TRUE(window_->LoadJournal(customers).loaded);
+}
+
+TEST_F(LongWork, TheWindowIsPaintedWhileTheFirstJournalIsRead) {
+  window_->OpenDatabase(PathOf("sample.db"));
+  bool painted = false;
+  OnPaint paints(*stockbook().viewport(), [&] {
+    if (!std::exchange(painted, true)) LetGo(holder_);
+  });
+  HoldAndThen([](sqlite3*) {});
+  QSignalSpy arrived(&window_->journal(), &ShownJournal::Arrived);
+  window_->show();
+  window_->LoadOnceRunning(std::nullopt);
+  ASSERT_TRUE(arrived.wait(300'000)) << "nothing is painted, so that the database is never let go";
+  EXPECT_TRUE(painted);
+  EXPECT_GT(grid().Rows(), 20);
+}
+
+// To paint it a hundred times took longer than to load the journal of a sample.
+TEST_F(LongWork, TheProgressIsPaintedNowAndThenAndNotAtEveryStep) {
+  OpenFirst();
+  QElapsedTimer clock;
+  clock.start();
+  int paints = 0;
+  auto* bar = window_->statusBar()->findChild<QProgressBar*>();
+  ASSERT_NE(bar, nullptr);
+  OnPaint counted(*bar, [&] { ++paints; });
+  constexpr int kSteps = 1000;
+  for (int step = 0; step < kSteps; ++step) emit stockbook().Process(step % 100);
+  constexpr int kPause = 50;
+  EXPECT_LE(paints, 2 * (clock.elapsed() / kPause + 1))
+      << "the bar paints itself when it changes, and when it is told to";
 }
 
 TEST_F(LongWork, TheOldJournalIsThereUntilTheNewOneHasBeenReadAndABarSaysSo) {

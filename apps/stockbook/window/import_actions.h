@@ -17,8 +17,11 @@ class ImportActions : public QObject {
   // Whether the file is a table to import by its name, and not an inventory to open.
   static bool IsTable(const QString& path);
 
-  // Asks for the table, first in the folder.
-  void Choose(const QString& folder);
+  // Where somebody who has the inventory open looks for a table first; "" for an inventory that is no file.
+  static QString FolderOfTables(const QString& inventory);
+
+  // Asks for the table.
+  void Choose(const QString& inventory);
   void Import(const QString& path);
 
  signals:

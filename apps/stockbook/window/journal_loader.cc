@@ -40,13 +40,18 @@ LoadReport JournalLoader::Load(const JournalOptions& options) {
     if (IsNarrow(options.dp_id)) connection->Fetch(StatementOf(options));
   } catch (const platform::Error& error) {
     LoadReport report;
-    // A statement that took too long was interrupted, too, and that is to be told.
-    report.cancelled = beside_->WasCancelled();
-    report.notify.push_back(report.cancelled ? qt::FromQString(QCoreApplication::translate("Reading", "已取消读取。"))
-                                             : error.what());
-    return report;
+    report.notify.emplace_back(error.what());
+    return TellCancelled(std::move(report));
   }
-  return LoadJournal(control_, connection, options);
+  return TellCancelled(LoadJournal(control_, connection, options));
+}
+
+// A statement that took too long was interrupted, too, and that stays a failure.
+LoadReport JournalLoader::TellCancelled(LoadReport report) const {
+  if (report.loaded || !beside_->WasCancelled()) return report;
+  report.cancelled = true;
+  report.notify.assign(1, qt::FromQString(QCoreApplication::translate("Reading", "已取消读取。")));
+  return report;
 }
 
 std::string JournalLoader::StatementOf(const JournalOptions& options) const {

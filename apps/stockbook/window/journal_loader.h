@@ -34,6 +34,8 @@ class JournalLoader {
   qt::Beside& beside() { return *beside_; }
 
  private:
+  // A load that the user gave up, at whichever of its statements, says so and nothing else.
+  LoadReport TellCancelled(LoadReport report) const;
   // The statement that the control will send.
   std::string StatementOf(const JournalOptions& options) const;
 

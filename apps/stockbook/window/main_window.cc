@@ -297,7 +297,7 @@ void MainWindow::BuildMenus() {
   WindowMenus& menus = *menus_;
   menus.Add(MenuPlace::kFileOpen, tr("打开数据库(&O)..."), QKeySequence::Open, this, &MainWindow::ChooseDatabase);
   menus.Add(MenuPlace::kFileOpen, tr("导入(&I)..."), QKeySequence(Qt::CTRL | Qt::Key_I), this,
-            [this] { import_->Choose(QFileInfo(qt::ToQString(file_)).path()); });
+            [this] { import_->Choose(qt::ToQString(file_)); });
   menus.Add(MenuPlace::kFileOutput, tr("打印预览(&V)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), paper_,
             &PaperActions::Preview);
   menus.Add(MenuPlace::kFileOutput, tr("打印(&P)..."), QKeySequence::Print, paper_, &PaperActions::Print);
