@@ -27,7 +27,7 @@ TEST_F(SmallScreen, HasRoomForAllBarsAndPanelsAtOnce) {
   ASSERT_TRUE(window_->LoadFirstJournal().loaded);
   window_->views().range_bar().Open();
   window_->find_bar().Open();
-  window_->find_bar().findChild<HitList*>()->show();
+  window_->find_bar().hits().show();
   window_->views().periods().show();
   window_->views().plot().show();
   Settle();
@@ -48,7 +48,7 @@ TEST_F(SmallScreen, HasRoomForTheImportInEnglish) {
 TEST_F(SmallScreen, ShowsWhatWasFoundBesideItsBill) {
   Open();
   ASSERT_TRUE(window_->LoadFirstJournal().loaded);
-  HitList& hits = *window_->find_bar().findChild<HitList*>();
+  HitList& hits = window_->find_bar().hits();
   window_->find_bar().Open();
   hits.show();
   window_->resize(kNarrowestScreen, kLowestScreen);

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QDropEvent>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -197,24 +196,6 @@ TEST_F(Columns, TheListSetsWidthsInPixels) {
   Settle();
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 123 * 15);
   EXPECT_EQ(RowOf(dialog, QStringLiteral("摘要"))->text(1).toStdString(), "123");
-}
-
-TEST_F(Columns, TheListOrdersThemByDragging) {
-  OpenFirst();
-  ColumnDialog& dialog = Dialog();
-  ASSERT_LT(At(keys::kBillKind), At(keys::kExplain));
-  // A drop within the list moves the row there first.
-  QTreeWidgetItem* explain = RowOf(dialog, QStringLiteral("摘要"));
-  dialog.list().takeTopLevelItem(dialog.list().indexOfTopLevelItem(explain));
-  dialog.list().insertTopLevelItem(0, explain);
-  QMimeData nothing;
-  QDropEvent drop(QPointF(5, 5), Qt::MoveAction, &nothing, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(dialog.list().viewport(), &drop);
-  Settle();
-  EXPECT_LT(At(keys::kExplain), At(keys::kBillNo));
-  EXPECT_EQ(grid().OutlineCol(), At(keys::kBillNo)) << "the tree moves along";
-  columns().Undo();
-  EXPECT_LT(At(keys::kBillKind), At(keys::kExplain));
 }
 
 TEST_F(Columns, TheListMovesAndFreezesThemByItsButtons) {

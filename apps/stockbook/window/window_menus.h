@@ -56,6 +56,7 @@ class WindowMenus : public QObject {
       if constexpr (std::is_member_function_pointer_v<Slot>) {
         (receiver->*slot)();
       } else {
+        static_cast<void>(receiver);  // which a function of no class does not need
         slot();
       }
     });
