@@ -230,7 +230,7 @@ TEST_F(Changes, CommandsAreRefusedDuringALoad) {
   EXPECT_TRUE(window_->LoadJournal(second).loaded);
   QObject::disconnect(&beside(), &qt::Beside::Began, window_.get(), nullptr);
   Settle();
-  EXPECT_GT(statements, 2);
+  EXPECT_GT(statements, 0);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_EQ(Title(), title);
   EXPECT_EQ(grid().Rows(), rows);
