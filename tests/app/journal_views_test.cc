@@ -226,16 +226,6 @@ TEST_F(JournalViewsInTheWindow, HiddenAmountsAreNotBroughtForward) {
   EXPECT_NE(Text(opening, "StoQty"), "-");
 }
 
-TEST_F(JournalViewsInTheWindow, TheTwoNumbersOfATotalAreNamedBesideThem) {
-  int totals = 0;
-  for (int row = grid().FixedRows(); row < grid().Rows(); ++row) {
-    const bool is_total = grid().IsSubtotal(row) && !Text(row, "Quantity").empty();
-    EXPECT_EQ(Text(row, "Explain") == "本期合计\n累计", is_total) << row;
-    totals += is_total ? 1 : 0;
-  }
-  EXPECT_EQ(totals, 12);
-}
-
 TEST_F(JournalViewsInTheWindow, ThePeriodSummaryAddsUpFromOpeningToClosing) {
   QTest::keyClick(window_.get(), Qt::Key_M, Qt::ControlModifier);
   QApplication::processEvents();

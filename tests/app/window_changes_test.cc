@@ -176,8 +176,13 @@ TEST_F(Changes, OpeningThatIsCancelledLeavesTheOldInventory) {
   OpenFirst();
   const std::string title = Title();
   std::filesystem::copy_file(PathOf("sample.db"), PathOf("other.db"));
+  // Held, so that it cannot have been read before it is cancelled.
+  sqlite3* holder = nullptr;
+  ASSERT_EQ(sqlite3_open(PathOf("other.db").c_str(), &holder), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(holder, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
   AtTheFirstStatement([this] { beside().Cancel(); });
   window_->OpenFile(QString::fromStdString(PathOf("other.db")));
+  sqlite3_close(holder);
   EXPECT_EQ(Title(), title);
   EXPECT_EQ(Message(), "已取消打开。");
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "whoever cancelled knows";

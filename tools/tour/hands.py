@@ -66,7 +66,7 @@ class Keyboard(Hand):
     def show_month(self, month):
         self.desk.key("alt+b")
         self.desk.type(month)
-        self.desk.key("alt+e")
+        self.desk.key("alt+z")
         self.desk.type(month)
         self.desk.key("Return", "Escape")
 

@@ -10,7 +10,6 @@
 #include "stockbook/window/host_translator.h"
 #include "stockbook/window/range_words.h"
 #include "stockbook/window/row_sight.h"
-#include "stockbook/window/total_notes.h"
 
 namespace stockbook::app {
 namespace {

@@ -13,6 +13,7 @@
 #include "stockbook/window/period_panel.h"
 #include "stockbook/window/plot_panel.h"
 #include "stockbook/window/range_bar.h"
+#include "stockbook/window/total_notes.h"
 
 namespace stockbook::app {
 
@@ -39,6 +40,8 @@ class JournalViews : public QObject {
   // To be called after every attempt to load: shows the range of the journal that is there now, unless it is still the
   // one from before.
   void AfterLoad(JournalRange range);
+  // To be called after columns were hidden or shown, for what stands beside the totals.
+  void ColumnsChanged() { NoteTotals(stockbook_.Grid()); }
   void ShowRange(JournalRange range);
   // "共 5,000 行", or "显示 400 行，共 5,000 行".
   QString RowCount() const;

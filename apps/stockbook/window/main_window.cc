@@ -171,9 +171,9 @@ void MainWindow::OpenFile(const QString& path) {
     OpenDatabase(DatabaseSource(qt::FromQString(path)), AskInDialog());
   } catch (const platform::Error& error) {
     const QString reason = qt::ToQString(error.what());
-    // Whoever cancelled knows why.
+    // Whoever cancelled knows why, whatever the engine said of it.
     const bool cancelled = reading_->loader().beside().WasCancelled();
-    return cancelled ? ShowMessage(reason) : reading_->TellThatItCannotBeOpened(path, reason);
+    return cancelled ? ShowMessage(tr("已取消打开。")) : reading_->TellThatItCannotBeOpened(path, reason);
   }
   try {
     LoadFirstJournal();
@@ -333,6 +333,7 @@ void MainWindow::BuildFeatures() {
   margin_menu_ = std::make_unique<MarginMenu>(
       *stockbook_, menus_->ActionsOf({MenuPlace::kViewColumns, MenuPlace::kViewPeriods, MenuPlace::kViewJournal}));
   connect(columns_.get(), &JournalColumns::Told, this, &MainWindow::ShowMessage);
+  connect(columns_.get(), &JournalColumns::Changed, views_, &JournalViews::ColumnsChanged);
   connect(reading_, &WindowReading::Told, this, &MainWindow::ShowMessage);
   connect(reading_, &WindowReading::Replaced, bar_, &JournalBar::ReadAgain);
   connect(zoom_.get(), &JournalZoom::Changed, columns_.get(), &JournalColumns::ViewChanged);

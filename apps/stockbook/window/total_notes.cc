@@ -23,12 +23,19 @@ int TotalNoteColumn(const platform::Grid& grid) {
 void NoteTotals(platform::Grid& grid) {
   const int column = TotalNoteColumn(grid);
   const int quantity = grid.ColIndex(base::keys::kQuantity);
-  if (column < 0 || quantity < 0) return;
+  if (quantity < 0) return;
   const auto redraw = platform::RedrawOff(grid);
   for (int node = grid.NextSubtotal(grid.FixedRows()); node >= 0; node = grid.NextSubtotal(node + 1)) {
     // The nodes above the lines of a period have no numbers.
     const bool is_total = grid.TextMatrix(node, quantity).find('\n') != std::string::npos;
-    if (is_total && grid.TextMatrix(node, column).empty()) grid.SetTextMatrix(node, column, kTotalNote);
+    for (const char* key : kTotalNoteColumns) {
+      const int each = grid.ColIndex(key);
+      if (each < 0) continue;
+      const std::string text = grid.TextMatrix(node, each);
+      if (is_total && each == column && text.empty()) grid.SetTextMatrix(node, each, kTotalNote);
+      // Where the columns have changed it stands in another one.
+      if ((!is_total || each != column) && text == kTotalNote) grid.SetTextMatrix(node, each, "");
+    }
   }
 }
 
