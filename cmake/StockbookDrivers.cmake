@@ -10,7 +10,7 @@ set(stockbook_missing_drivers "")
 find_package(PkgConfig QUIET)
 
 # stockbook_driver(NAME FOLDER MODULE [LATE]): the driver of the option STOCKBOOK_NAME, in src/databases/FOLDER, needs MODULE. Of a
-# library that is loaded late, by the first that calls it (databases/late_library.h), the headers alone are taken.
+# library that is loaded late, by the first that calls it (databases/late/late_library.h), the headers alone are taken.
 macro(stockbook_driver name folder module)
   if(STOCKBOOK_${name} AND PkgConfig_FOUND)
     pkg_check_modules(STOCKBOOK_${name}_LIBRARY QUIET IMPORTED_TARGET ${module})

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Libraries that are loaded by their first caller (databases/late_library.h): their headers are compiled against, and
+# Libraries that are loaded by their first caller (databases/late/late_library.h): their headers are compiled against, and
 # nothing is linked.
 
 # stockbook_late_library(PREFIX source): tells the source, as PREFIX_FILE, by which name the loader knows the library that

@@ -18,7 +18,7 @@ if(EXISTS ${STOCKBOOK_SQLITE}/sqlite3.c AND EXISTS ${STOCKBOOK_SQLITE}/sqlite3.h
   # It reads a small file, once: compiling it well takes longer.
   target_compile_options(stockbook_sqlite PRIVATE -O1)
   add_library(SQLite::SQLite3 ALIAS stockbook_sqlite)
-  stockbook_room(databases DEPENDS base columns platform LINK SQLite::SQLite3 WITHOUT desktop odbc postgres)
+  stockbook_room(databases DEPENDS base columns platform LINK SQLite::SQLite3 WITHOUT desktop odbc postgres late)
   # localtime_r is of POSIX.
   target_compile_definitions(stockbook_databases PRIVATE _POSIX_C_SOURCE=200809L)
 else()

@@ -68,6 +68,9 @@ class LastNotice : public interaction::EventListener {
 
 void Load(control::Stockbook& control, const ExportedJournal& journal) {
   const LastNotice notice(control);
+  // The words of the program that exported it.
+  control.SetSupplierTitle("供应商");
+  control.SetCustomerTitle("客户");
   control.SetAccRestrict("False");
   control.SetJournalType(static_cast<base::tqJournalTypeContants>(journal.type));
   control.SetdpCode(journal.class_code);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/late_library.h"
+#include "databases/late/late_library.h"
 
 #include <gtest/gtest.h>
 

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "databases/late_library.h"
+#include "databases/late/late_library.h"
 #include "stockbook/command/program_end.h"
 #include "stockbook/export/shown_table.h"
 #include "stockbook/import/import_sentence.h"

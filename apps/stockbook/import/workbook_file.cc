@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-#include "databases/late_library.h"
+#include "databases/late/late_library.h"
 #include "stockbook/import/import_sentence.h"
 #include "stockbook/import/workbook_parts.h"
 

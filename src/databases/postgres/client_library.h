@@ -3,7 +3,7 @@
 
 #include <libpq-fe.h>
 
-#include "databases/late_library.h"
+#include "databases/late/late_library.h"
 
 namespace stockbook::databases {
 
