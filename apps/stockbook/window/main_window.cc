@@ -17,6 +17,7 @@
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/window/file_drop.h"
 #include "stockbook/window/help_dialog.h"
+#include "stockbook/window/key_hints.h"
 #include "stockbook/window/language_menu.h"
 #include "stockbook/window/reading_place.h"
 #include "stockbook/window/subject_search.h"
@@ -343,16 +344,7 @@ void MainWindow::BuildFeatures() {
     OpenFile(file);
     ShowMessage(message);
   });
-  // The control's menus offer what the menu bar has keys for.
-  const auto key = [](const QKeySequence& keys) { return keys.toString(QKeySequence::NativeText); };
-  stockbook_->SetMenuHints({{"mnuBill", key(Qt::CTRL | Qt::Key_B)},
-                            {"mnuCopy", key(QKeySequence::Copy)},
-                            {"mnuFind", key(QKeySequence::Find)},
-                            {"mnuRefresh", key(Qt::Key_F5)},
-                            {"mnuFrozen", key(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
-                            {"mnuHiddenCol", key(Qt::CTRL | Qt::SHIFT | Qt::Key_H)},
-                            {"mnuCollapse0", key(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
-                            {"mnuCollapse1", key(Qt::CTRL | Qt::SHIFT | Qt::Key_L)}});
+  HintAtKeys(*stockbook_);
 }
 
 void MainWindow::SearchSubject() {
