@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -214,6 +215,17 @@ TEST(TableGuess, MapsChineseAndEnglishNamesOfColumns) {
   EXPECT_EQ(english, (ImportMapping::Positions{1, 2, 0, 4, 3, 5, 6, 7}));
   const auto nothing = GuessMapping(Columns{"x", "y"});
   EXPECT_EQ(nothing, ImportMapping::Positions());
+}
+
+TEST(TableGuess, TakesNamesForTheProductsWhereNothingNumbersThem) {
+  using Columns = std::vector<std::string_view>;
+  const auto is = [](size_t product, std::optional<size_t> name) {
+    return ImportMapping::Positions{product, name, {}, 0, 2, {}, {}, {}};
+  };
+  EXPECT_EQ(GuessMapping(Columns{"日期", "商品", "数量"}), is(1, {}));
+  EXPECT_EQ(GuessMapping(Columns{"日期", "品名", "数量"}), is(1, {}));
+  EXPECT_EQ(GuessMapping(Columns{"日期", "商品", "数量", "商品名称"}), is(1, 3));
+  EXPECT_EQ(GuessMapping(Columns{"日期", "商品", "数量", "货号"}), is(3, 1)) << "a number goes before";
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "base/text.h"
 #include "stockbook/import/csv_reader.h"
@@ -89,6 +91,19 @@ int Fit(std::string_view name, size_t field) {
   return 0;
 }
 
+// Where no column is called a number of products, one that is called just 商品 (product) tells them apart, and
+// otherwise their names do.
+void FindProduct(const std::vector<std::string_view>& header, const std::vector<bool>& taken,
+                 ImportMapping::Positions& positions) {
+  auto& product = positions[static_cast<size_t>(ImportField::Product)];
+  if (product) return;
+  for (size_t column = 0; column < header.size() && !product; ++column) {
+    const std::string name = Simplified(header[column]);
+    if (!taken[column] && (name == "商品" || name == "产品")) product = column;
+  }
+  if (!product) product = std::exchange(positions[static_cast<size_t>(ImportField::Name)], std::nullopt);
+}
+
 }  // namespace
 
 char GuessDelimiter(std::string_view front) {
@@ -122,6 +137,7 @@ ImportMapping::Positions GuessMapping(const std::vector<std::string_view>& heade
     positions[best_field] = best_column;
     taken[best_column] = true;
   }
+  FindProduct(header, taken, positions);
   return positions;
 }
 

@@ -12,7 +12,8 @@ namespace stockbook::app {
 // bar. A comma if none does.
 char GuessDelimiter(std::string_view front);
 
-// What the columns of a header line are most likely, by their Chinese or English names. No column is two things.
+// What the columns of a header line are most likely, by their Chinese or English names. No column is two things. A
+// column of names is that of the products where nothing else is.
 ImportMapping::Positions GuessMapping(const std::vector<std::string_view>& header);
 
 }  // namespace stockbook::app
