@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -102,7 +103,7 @@ TEST_F(SummedLedger, WrittenNumbersCountAsTheyAreNow) {
 TEST_F(SummedLedger, RowsWithoutLinesCountWhereNothingElseIsSelected) {
   sheet_.AddItem("", 1);
   sheet_.SetTextMatrix(1, testing::kLedgerStoQty, "12.5");
-  EXPECT_EQ(Sums(1, testing::kLedgerStoQty, 1, testing::kLedgerStoAcc).SumText(), "12.5");
+  EXPECT_EQ(Sums(1, testing::kLedgerStoQty, 1, testing::kLedgerStoAcc).SumText(), "12.50");
   const int line = sheet_.RowOfRecord(0);
   EXPECT_EQ(Sums(1, testing::kLedgerStoQty, line, testing::kLedgerStoQty).count(), 1) << "the line alone";
 }
@@ -201,11 +202,52 @@ TEST(SelectionSums, ManyRowsAreCountedWholly) {
   EXPECT_EQ(sums.greatest(), 999);
 }
 
-TEST(SelectionSums, NumbersAreToldWithUpToFourDecimals) {
-  EXPECT_EQ(SelectionSums::NumberText(1234.5), "1,234.5");
-  EXPECT_EQ(SelectionSums::NumberText(-0.33333), "-0.3333");
-  EXPECT_EQ(SelectionSums::NumberText(0), "0");
-  EXPECT_EQ(SelectionSums::NumberText(123456789.25), "123,456,789.25");
+// A sheet of two columns of numbers with formats.
+SelectionSums FormattedSums(std::pair<double, std::string> one, std::pair<double, std::string> other) {
+  sheet::GridSheet sheet;
+  std::vector<columns::Column> columns;
+  sheet.SetCols(3);
+  for (const double number : {one.first, other.first}) {
+    columns::ColumnBuilder numbers;
+    numbers.AppendDouble(number);
+    numbers.AppendDouble(2 * number);
+    columns.push_back(numbers.Finish());
+  }
+  sheet.LoadColumns(std::move(columns), 1);
+  for (const int column : {1, 2}) sheet.SetColDataType(column, platform::DataType::kDouble);
+  sheet.SetColFormat(1, one.second);
+  sheet.SetColFormat(2, other.second);
+  return SelectionSums::Of(sheet, {{0, 0}, {sheet.Rows() - 1, 2}});
+}
+
+TEST(SelectionSums, NumbersHaveTheDecimalsOfTheirColumn) {
+  const SelectionSums money = FormattedSums({1234.5, "#,##0.00"}, {2, "#,##0.00"});
+  EXPECT_EQ(money.SumText(), "3,709.50");
+  EXPECT_EQ(money.LeastText(), "2.00");
+  EXPECT_EQ(money.GreatestText(), "2,469.00");
+  EXPECT_EQ(money.AverageText(), "927.375") << "a quotient may have more";
+  const SelectionSums pieces = FormattedSums({1, "0"}, {4, "#,##0"});
+  EXPECT_EQ(pieces.SumText() + " " + pieces.AverageText(), "15 3.75");
+  EXPECT_EQ(FormattedSums({0.126, "0.00"}, {1, ""}).LeastText(), "0.126") << "a column without a format has up to four";
+}
+
+TEST(SelectionSums, NumbersOfSeveralColumnsHaveTheDecimalsOfTheOneThatShowsMost) {
+  const SelectionSums both = FormattedSums({0.5, "0.000"}, {10, "0"});
+  EXPECT_EQ(both.SumText(), "31.500");
+  EXPECT_EQ(both.GreatestText(), "20.000");
+  EXPECT_EQ(FormattedSums({0.5, "0.0##"}, {0.125, "0.00"}).LeastText(), "0.125");
+  EXPECT_EQ(FormattedSums({0.5, "0%"}, {10, "0"}).SumText(), "31.5") << "a share is shown as another number";
+}
+
+TEST(SelectionSums, NumbersAreToldWithUpToFourDecimalsWithoutAFormat) {
+  const auto least = [](double number) {
+    columns::ColumnBuilder numbers;
+    numbers.AppendDouble(number);
+    return ColumnSums(std::move(numbers)).LeastText();
+  };
+  EXPECT_EQ(least(1234.5), "1,234.5");
+  EXPECT_EQ(least(-0.33333), "-0.3333");
+  EXPECT_EQ(least(123456789.25), "123,456,789.25");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QTest>
+#include <algorithm>
 #include <string>
 
 #include "app/window_fixture.h"
@@ -58,9 +59,19 @@ TEST_F(SelectionInTheWindow, TheStatusLineSumsUpTheSelectedNumbers) {
   const SelectionSums sums = SelectionSums::Of(sheet(), sheet().view().selection());
   ASSERT_GT(sums.count(), 0);
   EXPECT_EQ(Line(), "计数 " + std::to_string(sums.count()) + "　求和 " + sums.SumText() + "　平均 " +
-                        SelectionSums::NumberText(sums.average()) + "　最小 " +
-                        SelectionSums::NumberText(sums.least()) + "　最大 " +
-                        SelectionSums::NumberText(sums.greatest()));
+                        sums.AverageText() + "　最小 " + sums.LeastText() + "　最大 " + sums.GreatestText());
+}
+
+TEST_F(SelectionInTheWindow, SumsHaveTheDecimalsThatTheColumnShows) {
+  OpenFirst();
+  sheet().SelectRange(FirstLine(), Column("StoQty"), FirstLine() + 1, Column("StoQty"));
+  const SelectionSums sums = SelectionSums::Of(sheet(), sheet().view().selection());
+  ASSERT_EQ(sums.count(), 2);
+  const auto decimals = [](const std::string& text) { return text.size() - std::min(text.find('.'), text.size()); };
+  const size_t shown = decimals(sheet().DisplayText(FirstLine(), Column("StoQty")));
+  EXPECT_EQ(shown, 3U);
+  for (const std::string& text : {sums.SumText(), sums.LeastText(), sums.GreatestText()})
+    EXPECT_EQ(decimals(text), shown) << text;
 }
 
 TEST_F(SelectionInTheWindow, ASingleCellOrTextsSumUpToNothing) {

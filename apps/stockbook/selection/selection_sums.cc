@@ -37,9 +37,23 @@ SelectionSums SelectionSums::Of(const sheet::Sheet& sheet, const sheet::Selectio
   range.row2 = std::min(range.row2, sheet.Rows());
   range.column2 = std::min(range.column2, sheet.Cols());
   if (range.row1 >= range.row2) return sums;
+  sums.has_numbers_.resize(static_cast<size_t>(std::max(range.column2, 0)));
   sums.AddRows(sheet, range);
   if (sums.count_ == 0) sums.AddInserted(sheet, range);
+  sums.TakeDecimals(sheet);
   return sums;
+}
+
+void SelectionSums::TakeDecimals(const sheet::Sheet& sheet) {
+  for (size_t column = 0; column < has_numbers_.size(); ++column) {
+    if (!has_numbers_[column]) continue;
+    const sheet::SheetColumn& cells = sheet.store().columns().At(static_cast<int>(column));
+    const auto& format = cells.format.plain();
+    // A share is shown as another number than it is.
+    const bool formatted = cells.format.FormatsNumbers(cells.type) && format && format->power == 0;
+    least_decimals_ = std::max(least_decimals_, formatted ? format->least_decimals : 0);
+    most_decimals_ = std::max(most_decimals_, formatted ? format->most_decimals : kExactDecimals);
+  }
 }
 
 void SelectionSums::AddRows(const sheet::Sheet& sheet, const platform::CellRange& range) {
@@ -47,7 +61,9 @@ void SelectionSums::AddRows(const sheet::Sheet& sheet, const platform::CellRange
     if (!state.IsShown()) return true;
     sheet.store().order().ForEachPiece(first, first + count, [&](int64_t, int64_t rows, sheet::RowId id) {
       for (int column = range.column1; id >= 0 && column < range.column2; ++column) {
+        const int64_t before = count_;
         if (!sheet.ColHidden(column)) AddRecords(sheet, column, static_cast<size_t>(id), static_cast<size_t>(rows));
+        if (count_ != before) has_numbers_[static_cast<size_t>(column)] = true;
       }
     });
     return true;
@@ -60,8 +76,10 @@ void SelectionSums::AddInserted(const sheet::Sheet& sheet, const platform::CellR
     sheet.store().order().ForEachPiece(first, first + count, [&](int64_t row, int64_t rows, sheet::RowId id) {
       for (int64_t at = row; id < 0 && at < row + rows; ++at) {
         for (int column = range.column1; column < range.column2; ++column) {
+          const int64_t before = count_;
           if (!sheet.ColHidden(column) && sheet::IsNumberType(sheet.ColDataType(column)))
             AddText(sheet.TextMatrix(static_cast<int>(at), column));
+          if (count_ != before) has_numbers_[static_cast<size_t>(column)] = true;
         }
       }
     });
@@ -225,13 +243,16 @@ std::string SelectionSums::SumText() const {
            !__builtin_add_overflow(units, scaled, &units);
   }
   std::string text;
-  const sheet::PlainNumber shape{1, 0, kExactDecimals, 0, true, 0};
-  return fits && shape.Append(units, kExactDecimals, text) ? text : NumberText(sum());
+  const sheet::PlainNumber shape{1, least_decimals_, most_decimals_, 0, true, 0};
+  return fits && shape.Append(units, kExactDecimals, text) ? text : NumberText(sum(), most_decimals_);
 }
 
-std::string SelectionSums::NumberText(double number) {
+std::string SelectionSums::NumberText(double number, int most_decimals) const {
+  const std::string decimals = std::string(static_cast<size_t>(least_decimals_), '0') +
+                               std::string(static_cast<size_t>(most_decimals - least_decimals_), '#');
+  const sheet::CellFormat format("#,##0" + (decimals.empty() ? "" : "." + decimals));
   std::string text;
-  sheet::CellFormat("#,##0.####").Append(platform::DataType::kDouble, base::Value(number), text);
+  format.Append(platform::DataType::kDouble, base::Value(number), text);
   return text;
 }
 

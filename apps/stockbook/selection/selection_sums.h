@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "columns/column.h"
 #include "sheet/contents/sheet.h"
@@ -16,7 +18,9 @@ namespace stockbook::app {
 // Count, sum, average, least and greatest of the numbers in the selected lines, as they are stored and not as they are
 // rounded to be shown. Only shown rows and columns count, as in copying. Period totals are left out, because they would
 // count everything twice; they count where nothing else is selected. Sums of numbers with up to four decimals are
-// exact. A plain value; making one costs one or two nanoseconds a cell.
+// exact. Their texts have the decimals of the selected columns: of the column that always shows most, and no more than
+// the one that can show most, which is four where a column has no format; the average alone may have four. A plain
+// value; making one costs one or two nanoseconds a cell.
 class SelectionSums {
  public:
   SelectionSums() = default;
@@ -28,13 +32,17 @@ class SelectionSums {
   double least() const { return least_; }
   double greatest() const { return greatest_; }
 
-  // Grouped by thousands, with up to four decimals.
+  // Grouped by thousands.
   std::string SumText() const;
-  static std::string NumberText(double number);
+  std::string AverageText() const { return NumberText(average(), std::max(most_decimals_, kExactDecimals)); }
+  std::string LeastText() const { return NumberText(least_, most_decimals_); }
+  std::string GreatestText() const { return NumberText(greatest_, most_decimals_); }
 
  private:
   static constexpr int kExactDecimals = 4;
 
+  void TakeDecimals(const sheet::Sheet& sheet);
+  std::string NumberText(double number, int most_decimals) const;
   void AddRows(const sheet::Sheet& sheet, const platform::CellRange& range);
   void AddInserted(const sheet::Sheet& sheet, const platform::CellRange& range);
   void AddRecords(const sheet::Sheet& sheet, int column, size_t first, size_t count);
@@ -57,6 +65,9 @@ class SelectionSums {
   bool exact_ = true;
   double least_ = 0;
   double greatest_ = 0;
+  std::vector<bool> has_numbers_;  // by column
+  int least_decimals_ = 0;
+  int most_decimals_ = 0;
 };
 
 }  // namespace stockbook::app

@@ -21,8 +21,7 @@ QString SummaryText(const SelectionSums& sums) {
   const auto shown = [](const std::string& number) { return qt::ToQString(number); };
   return SelectionLine::tr("计数 %L1　求和 %2　平均 %3　最小 %4　最大 %5")
       .arg(sums.count())
-      .arg(shown(sums.SumText()), shown(SelectionSums::NumberText(sums.average())),
-           shown(SelectionSums::NumberText(sums.least())), shown(SelectionSums::NumberText(sums.greatest())));
+      .arg(shown(sums.SumText()), shown(sums.AverageText()), shown(sums.LeastText()), shown(sums.GreatestText()));
 }
 
 }  // namespace
