@@ -5,6 +5,7 @@
 
 #include "app/window_fixture.h"
 #include "base/column_keys.h"
+#include "base/text.h"
 #include "sheet/grid_sheet.h"
 #include "stockbook/heading/journal_coverage.h"
 #include "stockbook/window/coverage_words.h"
@@ -35,16 +36,31 @@ TEST(JournalHeading, SaysNothingOfWhatThereIsNot) {
   EXPECT_EQ(month.Range(), "期间:2025-02") << "one period is no range";
 }
 
+TEST(JournalHeading, OffersAShortNameForFiles) {
+  EXPECT_EQ(CustomersOfABolt().FileName(), "客户台账 全部客户 六角螺栓 1001 2025-01 至 2025-03");
+  const auto name = [](int type, const std::string& caption) {
+    return JournalHeading({type, caption, "2025-02", "2025-02", "", ""}).FileName();
+  };
+  EXPECT_EQ(name(base::MaterialJournal, "商品:螺母[N8]{M8\\GB6170} 单位:箱/个 [全部仓库]"), "商品台账 螺母 N8 2025-02");
+  EXPECT_EQ(name(base::MaterialJournal, "商品:螺母[N8] 单位:箱/个 [总库]"), "商品台账 螺母 N8 总库 2025-02");
+  EXPECT_EQ(name(base::SupplierJournal, "供应商:华东\\上海"), "供应商台账 华东 上海 2025-02");
+  EXPECT_EQ(name(base::ProjectJournal, "项目:一号楼 [商品:螺母{M8} 单位:个]"), "项目台账 一号楼 螺母 2025-02");
+  EXPECT_EQ(name(base::MaterialJournal, "商品:螺母[N8] 单位:个 [全部仓库]   2025年02月10日至2025年02月12日"),
+            "商品台账 螺母 N8 2025年02月10日至2025年02月12日")
+      << "the range that was asked for, and no other beside it";
+  EXPECT_EQ(JournalHeading().FileName(), "商品台账");
+}
+
 TEST(JournalHeading, OffersANameThatEveryFileSystemTakes) {
-  const std::string name = CustomersOfABolt().FileName();
-  EXPECT_EQ(name, "客户台账 全部客户 商品 六角螺栓 1001 M8 GB5783 单位 千克 2025-01 至 2025-03");
   JournalHeading::Facts facts;
   facts.caption = "商品:../../etc/passwd\n*?.pdf";
-  EXPECT_EQ(JournalHeading(facts).FileName(), "商品台账 商品 etc passwd pdf");
+  EXPECT_EQ(JournalHeading(facts).FileName(), "商品台账 etc passwd pdf");
   for (int times = 0; times < 60; ++times) facts.caption += "长名称";
+  facts.last_range = "2025-03";
   const std::string longest = JournalHeading(facts).FileName();
-  EXPECT_LE(longest.size(), 300U);
-  EXPECT_TRUE(longest.ends_with("长") || longest.ends_with("名") || longest.ends_with("称")) << "no half character";
+  EXPECT_EQ(base::CharacterCount(longest), 60U);
+  EXPECT_TRUE(longest.ends_with(" 2025-03")) << "the subject is cut off, and not the range";
+  EXPECT_TRUE(base::IsCleanUtf8(longest)) << "no half character";
 }
 
 class Headings : public WindowTest {

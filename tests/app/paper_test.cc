@@ -162,7 +162,7 @@ TEST_F(PaperOfTheWindow, AsksForAFileAndWritesWhatItsEndingSays) {
   EXPECT_EQ(dialog->nameFilters().size(), static_cast<qsizetype>(JournalFileFormats().size()));
   auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   ASSERT_NE(name, nullptr);
-  EXPECT_TRUE(name->text().startsWith(QStringLiteral("商品台账 商品"))) << name->text().toStdString();
+  EXPECT_TRUE(name->text().startsWith(QStringLiteral("商品台账 六角螺栓"))) << name->text().toStdString();
   name->setText(FileOf("journal.pdf"));
   QMetaObject::invokeMethod(dialog, "accept");
   EXPECT_TRUE(ReadAll(PathOf("journal.pdf")).starts_with("%PDF"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/heading/journal_heading.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -9,6 +10,7 @@
 #include "base/text.h"
 #include "platform/error.h"
 #include "platform/recordset.h"
+#include "stockbook/range/range_view.h"
 
 namespace stockbook::app {
 namespace {
@@ -21,6 +23,31 @@ constexpr std::string_view kMissingPart = "(无)";
 
 std::string Labelled(std::string_view label, const std::string& text) {
   return text.empty() ? std::string() : std::string(label) + text;
+}
+
+// With a blank for what some file system refuses.
+std::string Allowed(std::string_view words) {
+  std::string allowed;
+  for (const char c : words) {
+    const bool blank = static_cast<unsigned char>(c) <= 0x20 ||
+                       std::string_view("\\/:*?\"<>|[]{}.\x7F").find(c) != std::string_view::npos;
+    if (!blank) allowed += c;
+    if (blank && !allowed.empty() && allowed.back() != ' ') allowed += ' ';
+  }
+  if (allowed.ends_with(' ')) allowed.pop_back();
+  return allowed;
+}
+
+// The header without what tells nobody apart: the labels, since the journal's name says whose it is, the model and the
+// unit of the product, and that it is of all depots.
+std::string ShortSubject(std::string caption) {
+  if (const size_t unit = caption.find(" 单位:"); unit != std::string::npos)
+    caption.erase(unit, std::min(caption.find(" [", unit), caption.find(']', unit)) - unit);
+  const size_t model = caption.find('{');
+  if (const size_t end = caption.find('}', model); end != std::string::npos) caption.erase(model, end - model);
+  for (const std::string_view label : {"商品:", "供应商:", "客户:", "项目:", "[全部仓库]"})
+    caption = base::ReplaceAll(caption, label, "");
+  return caption;
 }
 
 }  // namespace
@@ -56,20 +83,17 @@ std::string JournalHeading::WindowTitle() const {
 }
 
 std::string JournalHeading::FileName() const {
-  constexpr size_t kMostCharacters = 100;
-  std::string name;
-  for (const char c : Journal() + " " + facts_.caption + " " + RangeWords()) {
-    const bool refused =
-        static_cast<unsigned char>(c) < 0x20 || std::string_view("\\/:*?\"<>|[]{}.").find(c) != std::string_view::npos;
-    if (!refused) name += c;
-    if ((refused || c == ' ') && !name.empty() && name.back() != ' ') name += ' ';
-  }
-  while (name.find("  ") != std::string::npos) name.erase(name.find("  "), 1);
-  while (base::CharacterCount(name) > kMostCharacters || name.ends_with(' ')) {
-    while ((static_cast<unsigned char>(name.back()) & 0xC0) == 0x80) name.pop_back();
-    name.pop_back();
-  }
-  return name;
+  constexpr size_t kMostCharacters = 60;
+  // The header of a part of a journal ends with the range that was asked for, which may be of days.
+  const size_t asked = facts_.caption.rfind(kRangeInCaption);
+  const std::string range = Allowed(asked == std::string::npos ? RangeWords() : facts_.caption.substr(asked));
+  const std::string end = range.empty() ? std::string() : " " + range;
+  const size_t taken = base::CharacterCount(Journal()) + 1 + base::CharacterCount(end);
+  const size_t room = kMostCharacters - std::min(taken, kMostCharacters);
+  const std::string subject =
+      Allowed(base::LeftCharacters(Allowed(ShortSubject(facts_.caption.substr(0, asked))), room));
+  const std::string name = Journal() + (subject.empty() ? "" : " " + subject) + end;
+  return Allowed(base::LeftCharacters(name, kMostCharacters));
 }
 
 ShownRange RangeShownIn(const sheet::Sheet& sheet) {

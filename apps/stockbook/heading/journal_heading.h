@@ -41,8 +41,8 @@ class JournalHeading {
   std::string Source() const;
   // "客户:华东\上海 — sample.db", the title of the window; the program's name without an inventory.
   std::string WindowTitle() const;
-  // "客户台账 客户 华东 上海 2025-01 至 2025-12", a name for a file: no character that any file system refuses, and no
-  // more than a hundred.
+  // "客户台账 华东 上海 2025-01 至 2025-12", a name for a file: no character that any file system refuses, and no more
+  // than sixty, for which the subject is cut off and not the range.
   std::string FileName() const;
 
  private:

@@ -168,7 +168,7 @@ void RangeView::NameRange() {
     control_.SetCaption(caption_);
     return;
   }
-  control_.SetCaption(caption_ + "   " + range_.Caption());
+  control_.SetCaption(caption_ + std::string(kRangeInCaption) + range_.Caption());
   named_caption_ = control_.Caption();
 }
 

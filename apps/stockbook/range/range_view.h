@@ -3,12 +3,16 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "control/stockbook.h"
 #include "stockbook/range/journal_periods.h"
 
 namespace stockbook::app {
+
+// What stands between the caption of a journal and the range that is shown of it.
+inline constexpr std::string_view kRangeInCaption = "   ";
 
 // Shows a range of a loaded journal: rows outside it are hidden, and the opening row tells what the line before the
 // first shown one had in stock, as what is brought forward (承前). The total of a period of which only a part is shown
