@@ -18,6 +18,8 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSpinBox>
+#include <QTest>
 #include <QTimer>
 #include <string>
 #include <vector>
@@ -106,6 +108,27 @@ TEST_F(PaperOfTheWindow, IsShownBeforeItIsPrintedPageByPage) {
   EXPECT_EQ(preview->page(), 1) << "the field of the number has the keys";
   Press(preview, Qt::Key_Escape);
   EXPECT_EQ(Shown<PrintPreview>(), nullptr);
+}
+
+TEST_F(PaperOfTheWindow, HasItsKeysInTheFieldOfThePageToo) {
+  OpenFirst();
+  paper().Preview();
+  auto* preview = Shown<PrintPreview>();
+  ASSERT_NE(preview, nullptr);
+  preview->activateWindow();
+  ActionOf(*preview, QKeySequence(Qt::CTRL | Qt::Key_G))->trigger();
+  auto* number = qobject_cast<QSpinBox*>(preview->focusWidget());
+  ASSERT_NE(number, nullptr);
+  QTest::keyClick(number, Qt::Key_2);
+  QTest::keyClick(number, Qt::Key_Return);
+  EXPECT_EQ(preview->page(), 1);
+  QTest::keyClick(number, Qt::Key_PageDown);
+  EXPECT_EQ(preview->page(), 2) << "not ten pages on";
+  QTest::keyClick(number, Qt::Key_Home, Qt::ControlModifier);
+  EXPECT_EQ(preview->page(), 0);
+  QTest::keyClick(number, Qt::Key_U, Qt::ControlModifier);
+  EXPECT_NE(preview->findChild<PageSetupDialog*>(), nullptr);
+  EXPECT_EQ(number->text().toStdString(), "1") << "and its text is not deleted";
 }
 
 TEST_F(PaperOfTheWindow, IsShownWithTheBreaksOfThePdf) {

@@ -2,6 +2,7 @@
 #include "stockbook/paper/print_preview.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -85,6 +86,7 @@ void PrintPreview::BuildPageTools(QToolBar& tools) {
   number_->setMinimum(1);
   number_->setKeyboardTracking(false);
   number_->setAccessibleName(tr("页码"));
+  number_->installEventFilter(this);
   connect(number_, &QSpinBox::valueChanged, this, &PrintPreview::ShowPage);
   tools.addWidget(number_);
   tools.addWidget(count_);
@@ -97,6 +99,21 @@ void PrintPreview::BuildPageTools(QToolBar& tools) {
   addAction(go);
   AddTool(tools, tr("下一页"), QKeySequence(Qt::Key_PageDown), [this] { GoTo(page() + 1); });
   AddTool(tools, tr("末页"), QKeySequence(Qt::CTRL | Qt::Key_End), [this] { GoTo(PageCount() - 1); });
+}
+
+// The field has meanings of its own for some keys of the preview, such as Ctrl+U and Page Down, but what it can edit is
+// one short number.
+bool PrintPreview::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
+    for (const QAction* action : findChildren<QAction*>()) {
+      if (action->shortcuts().contains(key)) {
+        event->ignore();
+        return true;
+      }
+    }
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void PrintPreview::BuildScaleTools(QToolBar& tools) {

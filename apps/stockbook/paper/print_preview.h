@@ -39,6 +39,7 @@ class PrintPreview : public QDialog {
   void ChoiceChanged(const stockbook::app::PaperChoice& choice);
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
