@@ -222,8 +222,18 @@ TEST_F(CommandLine, RefusesWhatItDoesNotKnowWithExitCodeTwo) {
   ExpectError(2, {"export", database_, "--journal", "material", "--product", "1", "--format", "xml"});
   ExpectError(2, {"export", database_, "--journal", "material", "--product", "1", "--columns", "some"});
   ExpectError(2, {"sql", database_, "--journal", "material", "--product", "1", "--dialect", "oral"});
-  ExpectError(2, {"sql", database_, "--journal", "material", "--product", "1", "--from", "2025-03"});
   ExpectError(2, {"frobnicate"});
+}
+
+TEST_F(CommandLine, SaysThatTheStatementsTakeNoRange) {
+  MakeSample();
+  for (const char* bound : {"--from", "--to"}) {
+    const Arguments arguments{"sql", database_, "--journal", "material", "--product", "1", bound, "2025-03"};
+    ExpectError(2, arguments);
+    EXPECT_NE(Program(arguments).err.find("sql takes no --from and no --to"), std::string::npos);
+  }
+  EXPECT_EQ(Program({"sql", "--help"}).out.find("--from"), std::string::npos);
+  EXPECT_NE(Program({"export", "--help"}).out.find("--from"), std::string::npos);
 }
 
 TEST_F(CommandLine, FailsWithExitCodeOneWhenAJournalCannotBeLoaded) {

@@ -35,7 +35,7 @@ int32_t KeyOf(const CommandLine& line, std::string_view name) {
   return static_cast<int32_t>(line.Integer(name, Limits::min(), Limits::max()).value_or(0));
 }
 
-constexpr std::string_view kJournalUsage =
+constexpr std::string_view kSubjectUsage =
     "JOURNAL is\n"
     "  --journal TYPE   material, supplier, customer or project\n"
     "  --product ID     the product; 0 is every product in the supplier and customer journals\n"
@@ -43,7 +43,8 @@ constexpr std::string_view kJournalUsage =
     "  --class CODE     instead of --second: the class of suppliers, customers or projects\n"
     "  --qty2           show the quantities in the second unit\n"
     "  --tax            show tax rate, tax, price and amount with tax; not together with --restrict\n"
-    "  --restrict       show - instead of amounts\n"
+    "  --restrict       show - instead of amounts\n";
+constexpr std::string_view kRangeUsage =
     "  --from WHEN      show only the lines from a period (2025-03), day (2025-03-15), quarter (2025Q1) or year "
     "(2025)\n"
     "                   on; the first row tells what is brought forward\n"
@@ -70,7 +71,11 @@ JournalRange RangeOf(const CommandLine& line) {
 }  // namespace
 
 std::string JournalCommandUsage(std::string_view own) {
-  return std::string(own).append(kJournalUsage).append("\n").append(DatabaseUsage());
+  return std::string(own).append(kSubjectUsage).append(kRangeUsage).append("\n").append(DatabaseUsage());
+}
+
+std::string WholeJournalCommandUsage(std::string_view own) {
+  return std::string(own).append(kSubjectUsage).append("\n").append(DatabaseUsage());
 }
 
 std::span<const Option> JournalOptionList() { return kOptions; }

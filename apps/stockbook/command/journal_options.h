@@ -29,6 +29,8 @@ std::span<const Option> JournalOptionList();
 
 // The help of a command with DB and JOURNAL: `own` and the lines that explain these.
 std::string JournalCommandUsage(std::string_view own);
+// The same for a command that takes no range.
+std::string WholeJournalCommandUsage(std::string_view own);
 
 // The parsed arguments of a command with `DB JOURNAL`, the options of both and `own` ones. Throws UsageError like
 // CommandLine.

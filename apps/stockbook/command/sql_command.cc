@@ -43,7 +43,8 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
   const JournalOptions options = RequireJournalOptions(line);
   if (!options.range.IsAll())
     throw UsageError(
-        "The statements are those of the whole journal, of which --from and --to show a part; leave them out.");
+        "The command sql takes no --from and no --to, since its statements are those of the whole journal; leave them "
+        "out.");
   const bool server = line.Choice("dialect", kDialects).value_or("desktop") == "server";
   if (line.Has("dialect") && DatabaseSource::IsConnectionString(argument))
     throw UsageError(
@@ -63,7 +64,7 @@ int RunSql(const std::vector<std::string>& arguments, Terminal& terminal) {
 }  // namespace
 
 Command SqlCommand() {
-  return {"sql", "Print the statements of a journal as they are sent", JournalCommandUsage(kUsage), RunSql};
+  return {"sql", "Print the statements of a journal as they are sent", WholeJournalCommandUsage(kUsage), RunSql};
 }
 
 }  // namespace stockbook::app
