@@ -1218,8 +1218,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Forget</translation>
     </message>
     <message>
-        <source>清除所有库存的列布局、折叠的会计期、区间、最近打开的文件和窗口位置？库存数据不受影响。</source>
-        <translation>Forget the columns, closed periods and ranges of all inventories, the files that were opened recently, and the place of the window? Inventories are not changed.</translation>
+        <source>清除所有库存的列布局、折叠的会计期、区间、阅读位置、最近打开的文件和窗口位置？库存数据不受影响。</source>
+        <translation>Forget the columns, closed periods, ranges and places of reading of all inventories, the files that were opened recently, and the place of the window? Inventories are not changed.</translation>
     </message>
     <message>
         <source>清除记住的设置</source>

@@ -2,6 +2,7 @@
 #include "stockbook/window/journal_keeper.h"
 
 #include <QSet>
+#include <utility>
 
 #include "platform/grid_guards.h"
 #include "qt/text.h"
@@ -49,6 +50,12 @@ void JournalKeeper::Keep() {
   memory_.SetOfJournals(type, ClosedName(), ClosedPeriods());
   const JournalRange& range = journal_.options()->range;
   memory_.SetOfJournals(type, RangeName(), QStringList{BoundText(range.from), BoundText(range.to)});
+  memory_.SetPlace(*journal_.options(), ReadingPlace::Keep(stockbook_.sheet()));
+}
+
+void JournalKeeper::ReturnToPlace() {
+  if (!journal_.options().has_value()) return;
+  if (auto place = memory_.Place(*journal_.options())) ReadingPlace(std::move(*place)).GoBack(stockbook_.sheet());
 }
 
 void JournalKeeper::Forget() {

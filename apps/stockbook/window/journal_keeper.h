@@ -11,7 +11,8 @@
 namespace stockbook::app {
 
 // Keeps in the memory of the window what the user does to the journals of an inventory, and gives it back when the
-// inventory is opened again: the last subject, and of each journal type the columns, the closed periods and the range.
+// inventory is opened again: the last subject, of each journal type the columns, the closed periods and the range,
+// and the place in each journal.
 class JournalKeeper : public QObject {
   Q_OBJECT
 
@@ -22,6 +23,9 @@ class JournalKeeper : public QObject {
   void OpenInventory(const std::string& name);
   // Before the window goes, or another inventory comes.
   void Keep();
+  // To where the journal that was loaded was left, as soon as it shows its range; does nothing if that is not known, or
+  // not there.
+  void ReturnToPlace();
   // Nothing of what is in the window now is kept until the next load.
   void Forget();
 

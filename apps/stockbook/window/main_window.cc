@@ -242,8 +242,9 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   views_->AfterLoad(journal_->options().has_value() ? journal_->options()->range : JournalRange{});
   // Rows that the range hides have moved the place.
   const auto& now = journal_->options();
-  if (before && now && !now->range.IsAll() && now->range == before->range && IsSameJournal(*before, *now))
-    place.GoBack(stockbook_->sheet());
+  const bool same = before && now && IsSameJournal(*before, *now);
+  if (same && !now->range.IsAll() && now->range == before->range) place.GoBack(stockbook_->sheet());
+  if (!same && report.loaded && recall_ != nullptr) recall_->ReturnToPlace();
   row_count_->setText(views_->RowCount());
   if (report.loaded) coverage_->Tell(*journal_->connection(), options);
   if (!journal_->options().has_value()) coverage_->hide();

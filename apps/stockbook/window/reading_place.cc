@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/reading_place.h"
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 #include "base/column_keys.h"
 
 namespace stockbook::app {
@@ -35,6 +39,21 @@ ReadingPlace::ReadingPlace(const sheet::GridSheet& sheet)
     if (sheet.IsCollapsed(node)) closed_.insert(sheet.TextMatrix(node, sheet.OutlineCol()));
 }
 
+ReadingPlace::ReadingPlace(KeptPlace kept)
+    : row_(kept.row), column_key_(kept.column), line_(kept.line), kept_(std::move(kept)) {}
+
+KeptPlace ReadingPlace::Keep(const sheet::GridSheet& sheet) {
+  const ReadingPlace place(sheet);
+  const double scale = sheet.view().scale();
+  const bool in_sight = place.row_ >= 0 && sheet.view().geometry().RowIsVisible(place.row_);
+  return {place.row_,
+          place.column_key_,
+          place.line_,
+          static_cast<double>(place.scroll_.x) / scale,
+          static_cast<double>(place.height_) / scale,
+          in_sight};
+}
+
 int ReadingPlace::FindRow(const sheet::GridSheet& sheet) const {
   const bool is_there = row_ >= sheet.FixedRows() && row_ < sheet.Rows();
   if (line_.empty()) return is_there ? row_ : -1;
@@ -50,7 +69,9 @@ int ReadingPlace::FindRow(const sheet::GridSheet& sheet) const {
 }
 
 bool ReadingPlace::GoBack(sheet::GridSheet& sheet) const {
-  const int column = column_key_.empty() ? -1 : sheet.ColIndex(column_key_);
+  int column = column_key_.empty() ? -1 : sheet.ColIndex(column_key_);
+  // The user may have hidden the very column that the current cell is in.
+  if (kept_ && (column < 0 || sheet.ColHidden(column))) column = sheet.OutlineCol();
   const int row = FindRow(sheet);
   if (column < 0 || sheet.ColHidden(column) || row < 0 || sheet.RowHidden(row)) return false;
   const bool redraw = sheet.Redraw();
@@ -58,10 +79,24 @@ bool ReadingPlace::GoBack(sheet::GridSheet& sheet) const {
   for (int node = sheet.NextSubtotal(sheet.FixedRows()); node >= 0; node = sheet.NextSubtotal(node + 1))
     if (closed_.contains(sheet.TextMatrix(node, sheet.OutlineCol()))) sheet.SetIsCollapsed(node, true);
   sheet.Select(row, column);
-  sheet.view().ScrollTo(scroll_);
-  if (row != row_) sheet.view().ScrollTo({scroll_.x, scroll_.y + HeightOf(sheet) - height_});
+  ScrollBack(sheet, row);
   sheet.SetRedraw(redraw);
   return true;
+}
+
+void ReadingPlace::ScrollBack(sheet::GridSheet& sheet, int row) const {
+  sheet::View& view = sheet.view();
+  if (!kept_) {
+    view.ScrollTo(scroll_);
+    if (row != row_) view.ScrollTo({scroll_.x, scroll_.y + HeightOf(sheet) - height_});
+    return;
+  }
+  // More than any view, and far from overflowing.
+  constexpr double kMostPx = 1e9;
+  const auto pixels = [&](double length) { return std::llround(std::clamp(length, -kMostPx, kMostPx) * view.scale()); };
+  view.ScrollTo({pixels(kept_->left), view.geometry().scroll().y + HeightOf(sheet) - pixels(kept_->height)});
+  // The window may be smaller now.
+  if (kept_->in_sight) view.ScrollTo(view.geometry().ToShow(sheet.Row(), sheet.Col()));
 }
 
 }  // namespace stockbook::app

@@ -2,7 +2,10 @@
 #include "stockbook/window/window_memory.h"
 
 #include <QCryptographicHash>
+#include <QVariantList>
+#include <QVariantMap>
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "qt/text.h"
@@ -14,6 +17,20 @@ constexpr int kDigits = 16;  // of a digest: no user has so many inventories tha
 constexpr const char* kSubject = "/subject";
 constexpr int kLastJournalType = 3;
 constexpr int kMostTwips = 1'000'000;  // no column is that wide, whatever the settings say
+
+constexpr qsizetype kMostPlaces = 50;
+
+QString PlacesName() { return QStringLiteral("places"); }
+
+QString SubjectText(const JournalOptions& options) {
+  return QStringLiteral("%1/%2/").arg(options.key_id).arg(options.dp_id) + qt::ToQString(options.dp_code);
+}
+
+// Settings may hold anything, infinities included.
+double LengthFrom(const QVariant& stored) {
+  const double length = stored.toDouble();
+  return std::isfinite(length) ? length : 0;
+}
 
 QVariantMap ToMap(const std::map<std::string, int>& values) {
   QVariantMap map;
@@ -104,6 +121,38 @@ void WindowMemory::SetColumns(int journal_type, const ColumnChanges& changes) {
                             {QStringLiteral("hidden"), ToMap(changes.hidden)},
                             {QStringLiteral("order"), order},
                             {QStringLiteral("frozen"), changes.frozen}});
+}
+
+std::optional<KeptPlace> WindowMemory::Place(const JournalOptions& options) const {
+  for (const QVariant& each : OfJournals(options.journal_type, PlacesName()).toList()) {
+    const QVariantMap map = each.toMap();
+    if (map.value(QStringLiteral("subject")).toString() != SubjectText(options)) continue;
+    KeptPlace place;
+    place.row = map.value(QStringLiteral("row"), -1).toInt();
+    place.column = qt::FromQString(map.value(QStringLiteral("column")).toString());
+    place.line = qt::FromQString(map.value(QStringLiteral("line")).toString());
+    place.left = LengthFrom(map.value(QStringLiteral("left")));
+    place.height = LengthFrom(map.value(QStringLiteral("height")));
+    place.in_sight = map.value(QStringLiteral("seen")).toBool();
+    return place;
+  }
+  return std::nullopt;
+}
+
+void WindowMemory::SetPlace(const JournalOptions& options, const KeptPlace& place) {
+  const QString subject = SubjectText(options);
+  QVariantList places{QVariantMap{{QStringLiteral("subject"), subject},
+                                  {QStringLiteral("row"), place.row},
+                                  {QStringLiteral("column"), qt::ToQString(place.column)},
+                                  {QStringLiteral("line"), qt::ToQString(place.line)},
+                                  {QStringLiteral("left"), place.left},
+                                  {QStringLiteral("height"), place.height},
+                                  {QStringLiteral("seen"), place.in_sight}}};
+  for (const QVariant& each : OfJournals(options.journal_type, PlacesName()).toList()) {
+    if (places.size() < kMostPlaces && each.toMap().value(QStringLiteral("subject")).toString() != subject)
+      places.append(each);
+  }
+  SetOfJournals(options.journal_type, PlacesName(), places);
 }
 
 void WindowMemory::Forget() { settings_.clear(); }

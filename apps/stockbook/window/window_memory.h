@@ -10,6 +10,7 @@
 
 #include "stockbook/command/journal_options.h"
 #include "stockbook/window/column_memory.h"
+#include "stockbook/window/reading_place.h"
 
 namespace stockbook::app {
 
@@ -36,6 +37,10 @@ class WindowMemory {
   void SetOfJournals(int journal_type, const QString& name, const QVariant& value);
   std::optional<ColumnChanges> Columns(int journal_type) const;
   void SetColumns(int journal_type, const ColumnChanges& changes);
+
+  // Where the journal of the options was left; the last ones that were read of each type are kept.
+  std::optional<KeptPlace> Place(const JournalOptions& options) const;
+  void SetPlace(const JournalOptions& options, const KeptPlace& place);
 
   // Forgets all of it, whatever inventory it is of.
   void Forget();

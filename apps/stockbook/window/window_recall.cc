@@ -51,10 +51,10 @@ void WindowRecall::KeepWindow() {
 }
 
 void WindowRecall::AskToForget() {
-  auto* box =
-      new QMessageBox(QMessageBox::Question, tr("清除记住的设置"),
-                      tr("清除所有库存的列布局、折叠的会计期、区间、最近打开的文件和窗口位置？库存数据不受影响。"),
-                      QMessageBox::NoButton, &parts_.window);
+  auto* box = new QMessageBox(
+      QMessageBox::Question, tr("清除记住的设置"),
+      tr("清除所有库存的列布局、折叠的会计期、区间、阅读位置、最近打开的文件和窗口位置？库存数据不受影响。"),
+      QMessageBox::NoButton, &parts_.window);
   QPushButton* forget = box->addButton(tr("清除(&C)"), QMessageBox::AcceptRole);
   box->addButton(tr("取消"), QMessageBox::RejectRole);
   box->setAttribute(Qt::WA_DeleteOnClose);

@@ -45,6 +45,8 @@ class WindowRecall : public QObject {
   SubjectUses& uses() { return uses_; }
   std::optional<JournalOptions> LastSubject() const { return memory_.LastSubject(); }
   // Before the window closes.
+  // To where the journal that was loaded was left.
+  void ReturnToPlace() { keeper_.ReturnToPlace(); }
   void KeepWindow();
   // Forgets everything and gives the window its first looks.
   void Forget();
