@@ -14,6 +14,7 @@
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/host_language.h"
+#include "stockbook/window/last_inventory.h"
 #include "stockbook/window/main_window.h"
 
 namespace stockbook::app {
@@ -23,11 +24,13 @@ constexpr std::string_view kUsage = R"(Opens the window.
 
 Usage: stockbook [open] [DB] [JOURNAL] [--language LANG]
 
-  DB   the inventory; .db, .mdb, .accdb or a connection string; without it the sample inventory, made on first use in the user's data folder
+  DB   the inventory; .db, .mdb, .accdb or a connection string; without it the file that was opened last, at first the
+       sample inventory, made on first use in the user's data folder
   --language LANG   zh or en, for this time; without it as chosen in the window, at first as the desktop
 
 Without JOURNAL it is the one that was last shown of the inventory, at first the material journal of product 1, or of
-the first product that has lines. The window is as it was left; what it remembers is in the user's settings.
+the first product that has lines. The window is as it was left; what it remembers is in the user's settings. Where the
+file that was opened last has gone or cannot be opened the sample comes instead, and a notice names the file.
 
 )";
 
@@ -61,8 +64,11 @@ int RunOpen(const std::vector<std::string>& arguments, Terminal& terminal) {
   session.Speak(chosen.value_or(LanguageOfDesktop()));
   MainWindow window;
   window.Remember(settings);
-  if (line.positionals().empty()) source = DatabaseSource(SampleDatabase());
-  window.OpenDatabase(std::move(source), window.AskInDialog());
+  if (line.positionals().empty()) {
+    OpenLastInventory(window, SampleDatabase);
+  } else {
+    window.OpenDatabase(std::move(source), window.AskInDialog());
+  }
   window.show();
   // A long load is read beside the window, which shows its progress.
   window.LoadOnceRunning(options);

@@ -118,6 +118,14 @@ Only selected lines count, totals do not.</translation>
         <translation>Last month</translation>
     </message>
     <message>
+        <source>上次的库存“%1”已不在原处，现在打开的是示例库存。</source>
+        <translation>The inventory of last time, “%1”, is no longer there; this is the sample.</translation>
+    </message>
+    <message>
+        <source>上次的库存“%1”打不开，现在打开的是示例库存。%2</source>
+        <translation>The inventory of last time, “%1”, cannot be opened; this is the sample. %2</translation>
+    </message>
+    <message>
         <source>上移</source>
         <translation>Move up</translation>
     </message>

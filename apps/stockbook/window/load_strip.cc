@@ -11,6 +11,7 @@ namespace stockbook::app {
 LoadStrip::LoadStrip(qt::Beside& beside, QWidget* parent)
     : QWidget(parent),
       work_(new WorkBar(beside)),
+      replacement_(new NoticeBar),
       failure_(new NoticeBar),
       change_(new NoticeBar),
       trail_(new NoticeBar),
@@ -18,11 +19,13 @@ LoadStrip::LoadStrip(qt::Beside& beside, QWidget* parent)
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
-  for (QWidget* bar : std::initializer_list<QWidget*>{work_, failure_, change_, trail_}) rows->addWidget(bar);
+  for (QWidget* bar : std::initializer_list<QWidget*>{work_, replacement_, failure_, change_, trail_})
+    rows->addWidget(bar);
   connect(watch_, &ChangeWatch::Changed, this, &LoadStrip::TellChange);
 }
 
 void LoadStrip::Follow(std::shared_ptr<platform::Connection> connection, const std::string& file) {
+  replacement_->Dismiss();
   failure_->Dismiss();
   change_->Dismiss();
   watch_->Follow(std::move(connection), file);
@@ -40,6 +43,12 @@ void LoadStrip::LoadEnded(const LoadReport& report, std::function<void()> again)
   // Whoever cancelled knows why there is nothing.
   if (report.cancelled || LoadError(report).empty()) return failure_->Dismiss();
   failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&Y)"), std::move(again)});
+}
+
+void LoadStrip::TellReplacement(const QString& name, const QString& reason, std::function<void()> again) {
+  const QString text = reason.isEmpty() ? tr("上次的库存“%1”已不在原处，现在打开的是示例库存。").arg(name)
+                                        : tr("上次的库存“%1”打不开，现在打开的是示例库存。%2").arg(name, reason);
+  replacement_->Tell(text, {tr("重试(&Y)"), std::move(again)});
 }
 
 void LoadStrip::TellChange() {

@@ -16,7 +16,8 @@
 namespace stockbook::app {
 
 // The strip above the journal, which is only there when it has something to say: what is being read and how far it is,
-// why the last load failed, that the inventory was changed since, and the way back. Borrows what reads.
+// that the inventory of the last run is not the one that is open, why the last load failed, that the inventory was
+// changed since, and the way back. Borrows what reads.
 class LoadStrip : public QWidget {
   Q_OBJECT
 
@@ -29,6 +30,11 @@ class LoadStrip : public QWidget {
   // `again` tries what failed once more.
   void LoadEnded(const LoadReport& report, std::function<void()> again);
 
+  // In place of the inventory of the last run, which is called `name`, another one was opened, because of `reason` or,
+  // where that is empty, because the last one has gone. `again` tries it once more.
+  void TellReplacement(const QString& name, const QString& reason, std::function<void()> again);
+
+  NoticeBar& replacement() { return *replacement_; }
   NoticeBar& failure() { return *failure_; }
   NoticeBar& change() { return *change_; }
   // The way back to a bill.
@@ -43,6 +49,7 @@ class LoadStrip : public QWidget {
   void TellChange();
 
   WorkBar* work_;
+  NoticeBar* replacement_;
   NoticeBar* failure_;
   NoticeBar* change_;
   NoticeBar* trail_;

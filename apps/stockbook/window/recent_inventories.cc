@@ -31,6 +31,8 @@ void RecentInventories::Add(const QString& file) {
   Refill();
 }
 
+QString RecentInventories::Last() const { return memory_.OfWindow(RecentName()).toStringList().value(0); }
+
 void RecentInventories::Refill() {
   menu_.clear();
   const QStringList files = memory_.OfWindow(RecentName()).toStringList();

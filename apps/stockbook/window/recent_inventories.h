@@ -18,6 +18,8 @@ class RecentInventories : public QObject {
 
   // A file was opened.
   void Add(const QString& file);
+  // The one that was opened last, whether it still exists or not; "" if there is none.
+  QString Last() const;
   // After the memory was cleared.
   void Refill();
 

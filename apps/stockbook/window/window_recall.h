@@ -42,11 +42,12 @@ class WindowRecall : public QObject {
   void LeaveInventory() { keeper_.Keep(); }
   // `name` tells the inventory from others; `file` is empty for a server.
   void EnterInventory(const std::string& name, const QString& file);
+  RecentInventories& recent() { return recent_; }
   SubjectUses& uses() { return uses_; }
   std::optional<JournalOptions> LastSubject() const { return memory_.LastSubject(); }
-  // Before the window closes.
   // To where the journal that was loaded was left.
   void ReturnToPlace() { keeper_.ReturnToPlace(); }
+  // Before the window closes.
   void KeepWindow();
   // Forgets everything and gives the window its first looks.
   void Forget();
