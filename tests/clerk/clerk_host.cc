@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDrag>
+#include <QDragMoveEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
@@ -20,6 +22,7 @@
 #include "sheet/grid_sheet.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
+#include "stockbook/window/column_dialog.h"
 #include "stockbook/window/main_window.h"
 #include "support/test_folder.h"
 
@@ -37,17 +40,22 @@ std::string OneLine(const QString& text) {
   return line.toStdString();
 }
 
-// Where the mouse last moved.
+// Where the mouse last moved, and where it last dragged something over a widget.
 class Watch : public QObject {
  public:
-  bool eventFilter(QObject*, QEvent* event) override {
+  bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::MouseMove) seen_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::DragMove && widget != nullptr)
+      over_ = widget->mapToGlobal(static_cast<QDragMoveEvent*>(event)->position().toPoint());
     return false;
   }
   QPoint seen() const { return seen_; }
+  QPoint over() const { return over_; }
 
  private:
   QPoint seen_;
+  QPoint over_;
 };
 
 // What is open above the window: the texts of menus, the titles of dialogs.
@@ -117,6 +125,10 @@ class Host {
     if (what == "hold") Execute("BEGIN EXCLUSIVE");
     if (what == "release") Execute("ROLLBACK");
     if (what == "beyond") TellBeyond();
+    if (what == "listed") {
+      words >> row;
+      TellListed(row);
+    }
     if (what == "product") TellProduct();
     if (what == "issue") std::cout << "row=" << IssueWithSource() << "\n";
     std::cout << ".\n" << std::flush;
@@ -182,6 +194,29 @@ class Host {
     TellArea({right, 0, std::max(0, geometry.view().width - right), geometry.PinnedHeight()});
   }
 
+  app::ColumnDialog* Columns() { return window_.findChild<app::ColumnDialog*>(); }
+
+  // The caption of a column in the open list of the columns.
+  void TellListed(int row) {
+    if (Columns() == nullptr) return;
+    QTreeWidget& list = Columns()->list();
+    const QRect area = list.visualItemRect(list.topLevelItem(row));
+    const QPoint corner = list.viewport()->mapToGlobal(area.topLeft());
+    std::cout << "rect=" << corner.x() << " " << corner.y() << " " << list.columnWidth(0) << " " << area.height()
+              << "\n";
+  }
+
+  // The columns in the order of the journal, and in that of their list if it is open.
+  void TellColumns() {
+    std::cout << "order=";
+    for (int column = grid().FixedCols(); column < grid().Cols(); ++column) std::cout << grid().ColKey(column) << " ";
+    std::cout << "\nlist=";
+    for (int row = 0; Columns() != nullptr && row < Columns()->list().topLevelItemCount(); ++row)
+      std::cout << Columns()->list().topLevelItem(row)->data(0, Qt::UserRole).toString().toStdString() << " ";
+    const bool dragging = Columns() != nullptr && Columns()->list().findChild<QDrag*>() != nullptr;
+    std::cout << "\ndragging=" << dragging << "\nover=" << watch_.over().x() << " " << watch_.over().y() << "\n";
+  }
+
   void TellNotices() {
     std::string notices;
     for (const app::NoticeBar* bar : window_.findChildren<app::NoticeBar*>())
@@ -193,6 +228,7 @@ class Host {
 
   void TellState() {
     TellNotices();
+    TellColumns();
     const QWidget* focus = QApplication::focusWidget();
     const bool in_grid = focus != nullptr && focus == window_.stockbook().focusProxy();
     const bool in_product = focus == &product() || focus == product().lineEdit();
