@@ -83,6 +83,9 @@ class Keyboard(Hand):
         self.await_text("label", "^第 1 条，共 1 条")
         self.desk.key("Return", "Escape")
 
+    def stand_at(self, text):
+        self.go_to(text)
+
     def close_bill(self):
         self.desk.key("Escape")
 
@@ -167,6 +170,9 @@ class Mouse(Hand):
     def show_bill(self, number):
         self.click(self.cell(number), "--repeat", 2, "--delay", 60)
 
+    def stand_at(self, text):
+        self.click(self.cell(text))
+
     def close_bill(self):
         self.press("关闭\\(C")
 
@@ -202,8 +208,5 @@ class Mouse(Hand):
         self.command("hide")
 
     def reopen(self, program, file):
-        """Without a name, and from the list of those that were open before."""
+        """Without a name, which opens the file that was opened last."""
         self.desk.start(program)
-        self.await_text("label", "共 .* 行")
-        for step in ("文件", "最近打开", re.escape(file.name)):
-            self.click(self.sight.await_that(step, lambda step=step: self.sight.placed("menu item", step)))

@@ -103,6 +103,11 @@ class Sight:
     def shown_cells(self, table):
         return [part.get_name() for part in self.parts(table) if part.get_state_set().contains(Atspi.StateType.SHOWING)]
 
+    def current_cell(self, table):
+        """The text of the cell that has the keys, "" for none."""
+        return next((part.get_name() for part in self.parts(table)
+                     if part.get_state_set().contains(Atspi.StateType.FOCUSED)), "")
+
     @staticmethod
     def middle(node):
         x, y, width, height = Sight.area(node)
