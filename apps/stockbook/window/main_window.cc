@@ -4,8 +4,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -19,6 +17,7 @@
 #include "stockbook/window/help_dialog.h"
 #include "stockbook/window/key_hints.h"
 #include "stockbook/window/language_menu.h"
+#include "stockbook/window/password_question.h"
 #include "stockbook/window/reading_place.h"
 #include "stockbook/window/subject_search.h"
 
@@ -131,13 +130,7 @@ void MainWindow::ConnectControl() {
 }
 
 AskPassword MainWindow::AskInDialog() {
-  return [this](const std::string& database) -> std::optional<std::string> {
-    bool accepted = false;
-    const QString password = QInputDialog::getText(this, tr("密码"), tr("“%1”的密码：").arg(qt::ToQString(database)),
-                                                   QLineEdit::Password, {}, &accepted);
-    if (!accepted) return std::nullopt;
-    return qt::FromQString(password);
-  };
+  return [this](const std::string& database) { return AskForPassword(*this, database); };
 }
 
 void MainWindow::OpenDatabase(DatabaseSource source, const AskPassword& ask) {
