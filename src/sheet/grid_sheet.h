@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/grid.h"
 #include "sheet/contents/sheet.h"
@@ -42,6 +43,18 @@ class GridSheet final : public Sheet, public platform::Grid {
   void SetTag(std::string_view tag) override { tag_ = tag; }
   platform::MousePointer Pointer() const override { return view_.pointer(); }
   void SetPointer(platform::MousePointer pointer) override { view_.SetPointer(pointer); }
+
+  // What the grid holds and where its view is, to be put back, be it after other rows were loaded. The observer hears
+  // nothing of it. O(runs + columns + cells set), with the loaded columns shared.
+  struct Kept {
+    KeptSheet contents;
+    View::Place place;
+  };
+  Kept Keep() const { return {KeepContents(), view_.KeepPlace()}; }
+  void PutBack(Kept kept) {
+    PutBackContents(std::move(kept.contents));
+    view_.PutBack(kept.place);
+  }
 
   // Of the sheet together with its view.
   bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }

@@ -16,7 +16,7 @@ constexpr size_t kMostRemembered = 32;
 
 // All of them only grow.
 int64_t JournalSearch::Revision() const {
-  return sheet_.Revision() + sheet_.TextRevision() + sheet_.ColRevision() + sheet_.LoadedRevision();
+  return std::max({sheet_.Revision(), sheet_.TextRevision(), sheet_.ColRevision()});
 }
 
 void JournalSearch::Forget() {

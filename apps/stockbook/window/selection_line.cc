@@ -13,7 +13,7 @@ namespace {
 constexpr int kSoonMs = 40;
 
 int64_t ContentRevision(const sheet::Sheet& sheet) {
-  return sheet.Revision() + sheet.TextRevision() + sheet.ColRevision() + sheet.LoadedRevision();
+  return std::max({sheet.Revision(), sheet.TextRevision(), sheet.ColRevision()});
 }
 
 QString SummaryText(const SelectionSums& sums) {

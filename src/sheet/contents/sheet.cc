@@ -45,7 +45,7 @@ bool Sheet::CheckRange(const char* operation, const CellRange& range) const {
 
 void Sheet::InsertRows(int row, int count) {
   if (count <= 0) return;
-  ++revision_;
+  Renew(revisions_.rows);
   store_.Reserve();
   outline_.Reserve();
   store_.InsertRows(row, count);
@@ -56,7 +56,7 @@ void Sheet::InsertRows(int row, int count) {
 
 void Sheet::RemoveRows(int row, int count) {
   if (count <= 0) return;
-  ++revision_;
+  Renew(revisions_.rows);
   DropRows(row, count);
   Tell([&](SheetWatcher& watcher) { watcher.RowsRemoved(row, count); });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include "platform/grid_appearance.h"
 #include "platform/grid_outline.h"
 #include "platform/grid_table.h"
+#include "sheet/contents/kept_sheet.h"
 #include "sheet/contents/sheet_watcher.h"
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
@@ -34,7 +36,7 @@ class Sheet : public virtual platform::GridTable,
   // GridCells
   std::string TextMatrix(int row, int column) const final;
   void SetTextMatrix(int row, int column, std::string_view text) final;
-  int64_t TextRevision() const final { return text_revision_ + loaded_revision_; }
+  int64_t TextRevision() const final { return std::max(revisions_.texts, revisions_.loaded); }
   double ValueMatrix(int row, int column) const final;
   base::Value CellData(int row, int column) const final;
   void SetCellData(int row, int column, base::Value data) final;
@@ -62,7 +64,7 @@ class Sheet : public virtual platform::GridTable,
   std::string ColKey(int column) const final;
   void SetColKey(int column, std::string_view key) final;
   void SetColPosition(int column, int position) final;
-  int64_t ColRevision() const final { return column_revision_; }
+  int64_t ColRevision() const final { return revisions_.columns; }
   bool ColHidden(int column) const final;
   void SetColHidden(int column, bool hidden) final;
   platform::DataType ColDataType(int column) const final;
@@ -81,7 +83,7 @@ class Sheet : public virtual platform::GridTable,
   void SetFixedRows(int count) final;
   void AddItem(std::string_view tab_text, int position) final;
   void RemoveItem(int row);
-  int64_t Revision() const final { return revision_; }
+  int64_t Revision() const final { return revisions_.rows; }
   bool RowHidden(int row) const final;
   void SetRowHidden(int row, bool hidden) final;
   void SetRowsHidden(int first, int last, bool hidden) final;
@@ -118,7 +120,7 @@ class Sheet : public virtual platform::GridTable,
   int RowOfRecord(size_t record) const final;
   int64_t RecordOfRow(int row) const final;
   int RecordsFrom(int row) const final;
-  int64_t LoadedRevision() const final { return loaded_revision_; }
+  int64_t LoadedRevision() const final { return revisions_.loaded; }
   const columns::Column* LoadedText(int column) const final;
   const columns::Column* LoadedData(int column) const final;
   bool HasEditedRecords(int column) const final;
@@ -144,6 +146,9 @@ class Sheet : public virtual platform::GridTable,
   void SetRedraw(bool on);
   // RowState::kDefaultHeight restores the default height.
   void SetOwnRowHeight(int row, int32_t height_twips);
+  // What it holds, and that put back, with its revisions; views are where they are when rows are loaded.
+  KeptSheet KeepContents() const;
+  void PutBackContents(KeptSheet kept);
   // Includes what the port lacks: the colours of nodes and of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
 
@@ -206,6 +211,8 @@ class Sheet : public virtual platform::GridTable,
   void Tell(Call call) {
     for (size_t at = 0; at < watchers_.size(); ++at) call(*watchers_[at]);
   }
+  // A number that no state has had: those of a state that is put back come back, and what was between stays gone.
+  void Renew(int64_t& revision) { revision = ++last_revision_; }
   void ColumnsChanged();
   void RowsChanged();
   void LooksChanged();
@@ -220,10 +227,8 @@ class Sheet : public virtual platform::GridTable,
   int fixed_cols_ = 1;
   int frozen_cols_ = 0;
   int outline_col_ = -1;
-  int64_t revision_ = 0;
-  int64_t loaded_revision_ = 0;
-  int64_t text_revision_ = 0;
-  int64_t column_revision_ = 0;
+  SheetRevisions revisions_;
+  int64_t last_revision_ = 0;
   bool redraw_ = true;
   std::vector<SheetWatcher*> watchers_;
 };

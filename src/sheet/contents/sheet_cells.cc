@@ -19,7 +19,7 @@ std::string Sheet::TextMatrix(int row, int column) const {
 
 void Sheet::SetTextMatrix(int row, int column, std::string_view text) {
   CheckCell("TextMatrix", row, column);
-  ++text_revision_;
+  Renew(revisions_.texts);
   store_.SetText(row, column, text);
   CellsChanged({row, column, row + 1, column + 1});
 }

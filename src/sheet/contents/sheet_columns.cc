@@ -23,7 +23,7 @@ void Sheet::SetCols(int count) {
                             std::to_string(kMostColumns) + ".");
   }
   if (count == Cols()) return;
-  ++revision_;
+  Renew(revisions_.rows);
   fixed_cols_ = std::min(fixed_cols_, count);
   Telling([&] { store_.columns().SetCount(count); }, [&] { ColumnsChanged(); });
 }
@@ -33,7 +33,7 @@ void Sheet::SetFixedCols(int count) {
     throw Error("FixedCols", "FixedCols: " + std::to_string(count) + " columns cannot be fixed; the grid has " +
                                  std::to_string(Cols()) + ".");
   }
-  ++revision_;
+  Renew(revisions_.rows);
   fixed_cols_ = count;
   ColumnsChanged();
 }
@@ -54,7 +54,7 @@ std::string Sheet::ColKey(int column) const {
 
 void Sheet::SetColKey(int column, std::string_view key) {
   CheckColumn("ColKey", column);
-  ++column_revision_;
+  Renew(revisions_.columns);
   store_.columns().SetKey(column, key);
 }
 
@@ -62,7 +62,7 @@ void Sheet::SetColPosition(int column, int position) {
   CheckColumn("ColPosition", column);
   CheckColumn("ColPosition", position);
   if (column == position) return;
-  ++revision_;
+  Renew(revisions_.rows);
   store_.columns().Move(column, position);
   ColumnsChanged();
 }
@@ -75,7 +75,7 @@ bool Sheet::ColHidden(int column) const {
 void Sheet::SetColHidden(int column, bool hidden) {
   CheckColumn("ColHidden", column);
   if (store_.columns().At(column).hidden == hidden) return;
-  ++column_revision_;
+  Renew(revisions_.columns);
   store_.columns().At(column).hidden = hidden;
   ColumnsChanged();
 }

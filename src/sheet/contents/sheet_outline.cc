@@ -24,7 +24,7 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   std::vector<int64_t> rows;
   rows.reserve(runs.size());
   for (const Store::TextRun& run : runs) rows.push_back(run.row);
-  ++revision_;
+  Renew(revisions_.rows);
   if (rows.size() > static_cast<size_t>(kMostRows - Rows())) {
     throw Error("GroupBy", "GroupBy: " + std::to_string(rows.size()) + " groups are more than the grid has room for.");
   }

@@ -35,7 +35,7 @@ void Sheet::SetRows(int count) {
   fixed_rows_ = std::min(fixed_rows_, count);
   const auto forget = [&] {
     if (keeps_records) return;
-    ++loaded_revision_;
+    Renew(revisions_.loaded);
     store_.ForgetRecords();
   };
   Telling(forget, [&] { RowsChanged(); });
@@ -46,7 +46,7 @@ void Sheet::SetFixedRows(int count) {
     throw Error("FixedRows", "FixedRows: " + std::to_string(count) + " rows cannot be fixed; the grid has " +
                                  std::to_string(Rows()) + ".");
   }
-  ++revision_;
+  Renew(revisions_.rows);
   const int before = std::exchange(fixed_rows_, count);
   Tell([&](SheetWatcher& watcher) { watcher.FixedRowsChanged(before); });
   RowsChanged();
@@ -150,8 +150,8 @@ void Sheet::LoadColumns(std::vector<Column> columns, int first_column) {
                             std::to_string(Cols()) + ".");
   }
   Store::CheckColumns(columns, fixed_rows_);
-  ++revision_;
-  ++loaded_revision_;
+  Renew(revisions_.rows);
+  Renew(revisions_.loaded);
   const auto told = [&] {
     Tell([](SheetWatcher& watcher) { watcher.RowsReplaced(); });
     ColumnsChanged();
@@ -198,14 +198,14 @@ void Sheet::CheckRecords(const char* operation, int column, size_t count) const 
 
 void Sheet::ReplaceLoaded(int column, Column values) {
   CheckRecords("ReplaceLoaded", column, values.size());
-  ++loaded_revision_;
+  Renew(revisions_.loaded);
   store_.columns().At(column).Load(std::make_shared<const Column>(std::move(values)));
   LooksChanged();
 }
 
 void Sheet::ReplaceLoadedText(int column, Column texts) {
   CheckRecords("ReplaceLoadedText", column, texts.size());
-  ++loaded_revision_;
+  Renew(revisions_.loaded);
   store_.columns().At(column).LoadText(std::make_shared<const Column>(std::move(texts)));
   LooksChanged();
 }

@@ -2,6 +2,7 @@
 #include "sheet/outline/row_states.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace stockbook::sheet {
 
@@ -69,6 +70,19 @@ void RowStates::InsertBeforeEach(const std::vector<int64_t>& rows, const RowStat
   }
   for (; next < rows.size(); ++next) runs.push_back({1, state});
   runs_.Assign(std::move(runs));
+  for (RowStatesWatcher* watcher : watchers_) watcher->AllRowsChanged();
+}
+
+RowStates::Kept RowStates::Keep() const {
+  Kept kept;
+  kept.runs_ = runs_;
+  kept.heights_ = heights_;
+  return kept;
+}
+
+void RowStates::PutBack(Kept kept) {
+  runs_ = std::move(kept.runs_);
+  heights_ = kept.heights_;
   for (RowStatesWatcher* watcher : watchers_) watcher->AllRowsChanged();
 }
 

@@ -82,6 +82,11 @@ class RowStates {
   const RowHeights& heights() const { return heights_; }
   void SetHeights(const RowHeights& heights);
 
+  // The states and heights as they are, to be put back. O(runs).
+  class Kept;
+  Kept Keep() const;
+  void PutBack(Kept kept);
+
   int64_t ShownBefore(int64_t row) const { return runs_.Before(row).shown; }
   int64_t TotalShown() const { return runs_.Total().shown; }
   // The shown row with `index` shown rows before it, or Rows().
@@ -132,6 +137,13 @@ class RowStates {
   RunTree<Traits> runs_;
   RowHeights heights_;
   mutable std::vector<RowStatesWatcher*> watchers_;
+};
+
+class RowStates::Kept {
+ private:
+  friend class RowStates;
+  RunTree<Traits> runs_;
+  RowHeights heights_;
 };
 
 }  // namespace stockbook::sheet

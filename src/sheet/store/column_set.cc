@@ -6,6 +6,14 @@
 
 namespace stockbook::sheet {
 
+ColumnSet::ColumnSet(const ColumnSet& other) {
+  columns_.reserve(other.columns_.size());
+  for (const auto& column : other.columns_) {
+    columns_.push_back(std::make_unique<SheetColumn>(*column));
+    if (!column->key.empty()) List(*columns_.back(), column->key);
+  }
+}
+
 void ColumnSet::SetCount(int count) {
   while (Count() > count) {
     Forget(*columns_.back());

@@ -14,6 +14,12 @@ namespace stockbook::sheet {
 // The columns in order; a key is looked up in O(1). Moving a column moves one pointer for each column it passes.
 class ColumnSet {
  public:
+  ColumnSet() = default;
+  // Shares the loaded columns with the other one.
+  ColumnSet(const ColumnSet& other);
+  ColumnSet(ColumnSet&&) noexcept = default;
+  ColumnSet& operator=(const ColumnSet&) = delete;
+  ColumnSet& operator=(ColumnSet&&) noexcept = default;
   int Count() const { return static_cast<int>(columns_.size()); }
   SheetColumn& At(int position) { return *columns_[static_cast<size_t>(position)]; }
   const SheetColumn& At(int position) const { return *columns_[static_cast<size_t>(position)]; }

@@ -141,6 +141,22 @@ bool View::ChangeSelection(const Selection& selection) {
   return true;
 }
 
+View::Place View::KeepPlace() const {
+  Place place;
+  place.anchor_ = anchor_;
+  place.scroll_x_ = scroll_x_;
+  place.selection_ = selection_;
+  return place;
+}
+
+void View::PutBack(const Place& place) {
+  anchor_ = place.anchor_;
+  scroll_x_ = place.scroll_x_;
+  selection_ = place.selection_;
+  RowsChanged();
+  if (Reports()) viewer_->SelectionChanged();
+}
+
 void View::KeepSelectionInside() {
   const auto keep = [](int at, int first, int count) {
     return count <= first ? -1 : std::clamp(at < 0 ? first : at, 0, count - 1);

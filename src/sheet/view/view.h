@@ -47,6 +47,10 @@ class View final : private SheetWatcher {
   void ScrollBy(int64_t dx_px, int64_t dy_px);
 
   const Selection& selection() const { return selection_; }
+  // Where it is, and back there, without asking or telling the observer. Nothing outside the sheet is selected.
+  class Place;
+  Place KeepPlace() const;
+  void PutBack(const Place& place);
   // Moves the current cell and the other corner, if the observer allows it; false if it refused.
   bool ChangeSelection(const Selection& selection);
   // See platform::GridView.
@@ -129,6 +133,15 @@ class View final : private SheetWatcher {
   platform::GridObserver nobody_;
   platform::GridObserver* observer_ = nullptr;
   platform::Clipboard* clipboard_ = nullptr;
+};
+
+// The scroll position and the selection of a view.
+class View::Place {
+ private:
+  friend class View;
+  RowAnchor anchor_;
+  int64_t scroll_x_ = 0;
+  Selection selection_;
 };
 
 }  // namespace stockbook::sheet
