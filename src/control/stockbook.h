@@ -13,6 +13,7 @@
 #include "base/journal_type.h"
 #include "base/value.h"
 #include "control/container.h"
+#include "control/kept_journal.h"
 #include "control/row_fields.h"
 #include "grid/layout_settings.h"
 #include "grid/pictures.h"
@@ -279,6 +280,10 @@ class Stockbook {
   // For a toolkit whose own font has changed: sets the grid's font and the row heights for it at once, unless other
   // heights have been set since the last layout. A host that sets the grid's font itself calls DefaultFormat.
   void FollowFont(const platform::Font& font);
+  // What the control knows of the journal in its grid, and the same again after a load that is to leave no trace. The
+  // host keeps and puts back what the grid holds (sheet::GridSheet::Keep). Raises no event; nothing inside of a load.
+  KeptJournal Keep() const;
+  void PutBack(KeptJournal kept);
   // Whether an event is being delivered; the control must not be destroyed until it is over.
   bool IsRaising() const { return events_.IsRaising(); }
 

@@ -4,26 +4,26 @@
 namespace stockbook::interaction {
 
 int HotRow::row() const {
-  if (!is_hot_) return -1;
-  int row = row_;
-  if (record_ >= 0) {
-    const int anchor = grid_.RowOfRecord(static_cast<size_t>(record_));
+  if (!hot_.is_hot) return -1;
+  int row = hot_.row;
+  if (hot_.record >= 0) {
+    const int anchor = grid_.RowOfRecord(static_cast<size_t>(hot_.record));
     if (anchor < 0) return -1;
-    row = anchor + rows_below_;
+    row = anchor + hot_.rows_below;
   }
   return row >= grid_.FixedRows() && row < grid_.Rows() ? row : -1;
 }
 
 // A total follows its last line, a node precedes its first one, and the opening row precedes that node.
 void HotRow::Remember(int row) {
-  row_ = row;
-  record_ = -1;
+  hot_.row = row;
+  hot_.record = -1;
   for (const int below : {0, 1, -1, -2}) {
     const int anchor = row - below;
     if (anchor < grid_.FixedRows() || anchor >= grid_.Rows()) continue;
-    record_ = grid_.RecordOfRow(anchor);
-    rows_below_ = below;
-    if (record_ >= 0) return;
+    hot_.record = grid_.RecordOfRow(anchor);
+    hot_.rows_below = below;
+    if (hot_.record >= 0) return;
   }
 }
 
@@ -34,30 +34,30 @@ void HotRow::Enter(int row) {
   }
   Leave();
   if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
-  frozen_cols_ = grid_.FrozenCols();
+  hot_.frozen_cols = grid_.FrozenCols();
   // If all columns are frozen, there is no scrolling cell to read, and nothing is captured.
-  own_ = {appearance_.ColourOf(platform::GridColour::kBackColor),
-          appearance_.ColourOf(platform::GridColour::kForeColor), grid_.CellBackColor(row, frozen_cols_),
-          grid_.CellForeColor(row, frozen_cols_)};
-  grid::CaptureRowColours(grid_, view_, row, own_);
+  hot_.own = {appearance_.ColourOf(platform::GridColour::kBackColor),
+              appearance_.ColourOf(platform::GridColour::kForeColor), grid_.CellBackColor(row, hot_.frozen_cols),
+              grid_.CellForeColor(row, hot_.frozen_cols)};
+  grid::CaptureRowColours(grid_, view_, row, hot_.own);
   Remember(row);
-  is_hot_ = true;
+  hot_.is_hot = true;
   grid_.SetCellColors({row, grid_.FixedCols(), row + 1, grid_.Cols()}, back_, fore_);
 }
 
 void HotRow::Leave() {
   const int left = row();
-  is_hot_ = false;
+  hot_.is_hot = false;
   if (left < 0) return;
   const int fixed = grid_.FixedCols();
   const int frozen = grid_.FrozenCols();
-  grid_.SetCellColors({left, fixed, left + 1, grid_.Cols()}, own_.normal_back, own_.normal_fore);
+  grid_.SetCellColors({left, fixed, left + 1, grid_.Cols()}, hot_.own.normal_back, hot_.own.normal_fore);
   if (frozen < fixed || frozen >= grid_.Cols()) return;
   // No colours could be read for columns frozen since.
-  const bool known = frozen == frozen_cols_;
+  const bool known = frozen == hot_.frozen_cols;
   grid_.SetCellColors({left, fixed, left + 1, frozen + 1},
-                      known ? own_.frozen_back : appearance_.ColourOf(platform::GridColour::kBackColorFrozen),
-                      known ? own_.frozen_fore : appearance_.ColourOf(platform::GridColour::kForeColorFrozen));
+                      known ? hot_.own.frozen_back : appearance_.ColourOf(platform::GridColour::kBackColorFrozen),
+                      known ? hot_.own.frozen_fore : appearance_.ColourOf(platform::GridColour::kForeColorFrozen));
 }
 
 }  // namespace stockbook::interaction

@@ -27,7 +27,19 @@ class HotRow {
   // The hot row, if there is one, gets its colours back.
   void Leave();
   // The rows have been replaced.
-  void Forget() { is_hot_ = false; }
+  void Forget() { hot_.is_hot = false; }
+
+  // Which row is hot, and that again, for rows that are put back with the colours they had then.
+  struct Kept {
+    grid::RowColours own;
+    bool is_hot = false;
+    int row = -1;
+    int64_t record = -1;  // the record nearest to the row
+    int rows_below = 0;   // the row's distance from that record's
+    int frozen_cols = 0;  // when the colours were read
+  };
+  const Kept& Keep() const { return hot_; }
+  void PutBack(const Kept& kept) { hot_ = kept; }
 
   // While the returned guard lives, the row has its own colours; afterwards, if it still exists, the current hot ones.
   // For whatever must not show the hot row or changes its look (printing, other colours).
@@ -53,12 +65,7 @@ class HotRow {
   const platform::GridAppearance& appearance_;
   const platform::Colour& back_;
   const platform::Colour& fore_;
-  grid::RowColours own_;
-  bool is_hot_ = false;
-  int row_ = -1;
-  int64_t record_ = -1;     // the record nearest to the row
-  int rows_below_ = 0;      // the row's distance from that record's
-  int frozen_cols_ = 0;     // when the colours were read
+  Kept hot_;
   int set_aside_ = 0;       // number of guards
   int row_set_aside_ = -1;  // the hot row at that time
 };
