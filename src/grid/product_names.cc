@@ -3,8 +3,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "base/column_keys.h"
+#include "columns/block_reader.h"
 #include "columns/column_builder.h"
 #include "columns/row_classes.h"
 #include "grid/row_runs.h"
@@ -61,11 +69,62 @@ bool SameTexts(const Sources& sources, size_t left, size_t right) {
   return same(sources.name) && std::all_of(sources.parts.begin(), sources.parts.end(), same);
 }
 
-columns::Column ComposeRecords(const Sources& sources, size_t records) {
-  columns::ColumnBuilder builder;
+// The codes of the texts that a name is composed from, with kComposed at the end; or, of a record without product, that
+// of the text that it shows.
+using Combination = std::array<uint32_t, 1 + kParts.size() + 1>;
+constexpr uint32_t kComposed = UINT32_MAX;
+
+struct CombinationHash {
+  size_t operator()(const Combination& codes) const {
+    uint64_t hash = 0;
+    for (const uint32_t code : codes) hash = (hash ^ code) * 0x9E3779B97F4A7C15U;
+    return static_cast<size_t>(hash ^ (hash >> 32U));
+  }
+};
+
+// Composes every name once, where the sources tell their texts apart by codes; otherwise nothing.
+std::optional<columns::Column> ComposeByCodes(const Sources& sources, const std::vector<uint8_t>& has_product) {
+  std::vector<const columns::Column*> read = {sources.name};
+  read.insert(read.end(), sources.parts.begin(), sources.parts.end());
+  read.push_back(sources.shown);
+  const auto has_codes = [](const columns::Column* column) { return column == nullptr || column->HasTextCodes(); };
+  if (!std::all_of(read.begin(), read.end(), has_codes)) return std::nullopt;
+  std::vector<columns::BlockReader<uint32_t>> readers(read.begin(), read.end());
+  std::unordered_map<Combination, uint32_t, CombinationHash> known;
+  columns::ColumnBuilder names;
   std::vector<uint32_t> pool_codes;
+  std::vector<uint32_t> name_of_record(has_product.size());
+  std::array<std::span<const uint32_t>, std::tuple_size_v<Combination>> codes;
+  for (const columns::RowBlock block : columns::RowBlocks(0, has_product.size())) {
+    for (size_t index = 0; index < codes.size(); ++index) codes[index] = readers[index].Read(block);
+    for (size_t at = 0; at < block.count; ++at) {
+      const size_t record = block.first + at;
+      const auto code = [&](size_t index) { return codes[index].empty() ? 0 : codes[index][at]; };
+      const bool composed = has_product[record] != 0;
+      Combination combination{};
+      for (size_t index = 0; composed && index + 1 < codes.size(); ++index) combination[index] = code(index);
+      combination.back() = composed ? kComposed : code(codes.size() - 1);
+      const auto [found, is_new] = known.try_emplace(combination, static_cast<uint32_t>(known.size()));
+      name_of_record[record] = found->second;
+      if (!is_new) continue;
+      if (composed) {
+        names.AppendText(ComposeRecord(sources, record));
+      } else if (sources.shown) {
+        names.AppendFrom(*sources.shown, record, pool_codes);
+      } else {
+        names.AppendNull();
+      }
+    }
+  }
+  return names.Finish().Gather(name_of_record);
+}
+
+columns::Column ComposeRecords(const Sources& sources, size_t records) {
   const auto has_product =
       columns::ClassifyNumbers(sources.product, records, [](double key) -> uint8_t { return key > 0 ? 1 : 0; });
+  if (auto composed = ComposeByCodes(sources, has_product)) return std::move(*composed);
+  columns::ColumnBuilder builder;
+  std::vector<uint32_t> pool_codes;
   size_t composed_from = records;
   std::string composed;
   for (size_t record = 0; record < records; ++record) {

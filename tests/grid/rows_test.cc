@@ -195,6 +195,25 @@ TEST_F(Rows, RefreshLoadedNamesAsTheSameRowsOneByOne) {
   EXPECT_EQ(Get(2, "ProductName"), "螺栓 M8[GB1]") << "composing starts from the bare name again";
 }
 
+// Only texts have codes by which names can be told apart.
+TEST_F(Rows, RefreshLoadedNamesWhereAPartIsANumber) {
+  columns::ColumnBuilder models;
+  for (const double model : {8.0, 8.0, 6.0, 8.0}) models.AppendDouble(model);
+  std::vector<columns::Column> loaded;
+  loaded.push_back(Texts({"螺栓", "垫圈", "垫圈", "螺栓"}));
+  loaded.push_back(models.Finish());
+  loaded.push_back(Texts({"7", "8", "9", "0"}));
+  sheet_.LoadColumns(std::move(loaded), 1);
+  const char* keys[] = {"ProductName", "Model", "pdID"};
+  for (int at = 0; at < 3; ++at) sheet_.SetColKey(at + 1, keys[at]);
+  ColumnLayout(sheet_, settings_, hidden_).FormatColumns("BillNo");
+  RefreshProductNames(sheet_, sheet_);
+  EXPECT_EQ(Get(1, "ProductName"), "螺栓 8");
+  EXPECT_EQ(Get(2, "ProductName"), "垫圈 8");
+  EXPECT_EQ(Get(3, "ProductName"), "垫圈 6");
+  EXPECT_EQ(Get(4, "ProductName"), "螺栓");
+}
+
 TEST_F(Rows, RefreshLoadedNamesWithTheirMeasures) {
   std::vector<columns::Column> loaded;
   loaded.push_back(Texts({"螺栓", "螺栓"}));
