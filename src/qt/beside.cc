@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kUsualGrace{80};
 constexpr std::chrono::milliseconds kTick{100};
+constexpr std::chrono::milliseconds kUsualStep{10};
 
 bool IsInput(QEvent::Type type) {
   switch (type) {
@@ -68,7 +69,7 @@ bool IsDone(const std::future<void>& done) {
 }  // namespace
 
 Beside::Beside(QObject* parent)
-    : QObject(parent), grace_(kUsualGrace), thread_([this] {
+    : QObject(parent), grace_(kUsualGrace), step_(kUsualStep), thread_([this] {
         QMetaObject::invokeMethod(
             this,
             [this] {
@@ -79,23 +80,60 @@ Beside::Beside(QObject* parent)
 
 Beside::~Beside() = default;
 
+void Beside::BeginTask() {
+  if (tasks_++ == 0) cancelled_ = false;
+}
+
+void Beside::EndTask() {
+  if (--tasks_ > 0 || !std::exchange(told_, false)) return;
+  emit Ended();
+  LetGo();
+}
+
+void Beside::Tell() {
+  if (!std::exchange(told_, true)) emit Began();
+}
+
+void Beside::RefuseIfCancelled() const {
+  if (tasks_ > 0 && cancelled_) throw platform::Error("Execute", "已被取消", 0, platform::ErrorKind::kInterrupted);
+}
+
 void Beside::Run(const BesideWork& work) {
-  const bool is_own_thread = QThread::currentThread() == thread();
-  if (is_own_thread && work_ != nullptr) {
+  if (QThread::currentThread() != thread()) return thread_.Start(work.run).get();
+  if (work_ != nullptr || pausing_) {
     throw platform::Error("Execute", "数据库还在执行上一个查询，请等它完成，或先取消它", 0, platform::ErrorKind::kBusy);
   }
-  if (is_own_thread) cancelled_ = false;
+  RefuseIfCancelled();
+  const auto task = Begin();
   std::future<void> done = thread_.Start(work.run);
   // Whatever an event throws, the work may use what whoever called has on the stack.
   const base::ScopeExit finished([&] {
     if (done.valid()) done.wait();
   });
-  if (is_own_thread && QCoreApplication::instance() != nullptr && done.wait_for(grace_) != std::future_status::ready) {
+  const bool is_short = grace_.count() > 0 && done.wait_for(grace_) == std::future_status::ready;
+  if (QCoreApplication::instance() != nullptr && !is_short) {
     work_ = &work;
     const base::ScopeExit ended([this] { work_ = nullptr; });
     HandleEventsUntil(done);
   }
   done.get();
+}
+
+void Beside::Pause() {
+  RefuseIfCancelled();
+  const bool is_soon = step_.count() > 0 && !paused_.hasExpired(step_.count());
+  if (!told_ || work_ != nullptr || pausing_ || is_soon) return;
+  {
+    pausing_ = true;
+    qApp->installEventFilter(this);
+    const base::ScopeExit over([this] {
+      qApp->removeEventFilter(this);
+      pausing_ = false;
+      paused_.start();
+    });
+    QCoreApplication::processEvents();
+  }
+  RefuseIfCancelled();
 }
 
 void Beside::RunAtOnce(const std::function<void()>& run) { thread_.Start(run).get(); }
@@ -110,16 +148,15 @@ void Beside::HandleEventsUntil(const std::future<void>& done) {
   const base::ScopeExit over([this] {
     qApp->removeEventFilter(this);
     loop_ = nullptr;
+    paused_.start();
   });
-  emit Began();
+  Tell();
   // A loop that was ended by something else than the work begins again; one that does not even begin is that of a
   // program that ends.
   while (!IsDone(done) && loop.exec() >= 0) {
   }
   if (!IsDone(done)) Cancel();
   done.wait();
-  emit Ended();
-  LetGo();
 }
 
 // A statement that was about to begin when it was cancelled knows nothing of that, so it is cancelled again.
@@ -130,9 +167,14 @@ void Beside::Tick() {
 }
 
 void Beside::Cancel() {
-  if (work_ == nullptr) return;
+  if (tasks_ == 0) return;
   cancelled_ = true;
-  if (work_->cancel) work_->cancel();
+  if (work_ != nullptr && work_->cancel) work_->cancel();
+}
+
+bool Beside::IsCloseKey(const QEvent& event) const {
+  if (event.type() != QEvent::KeyPress && event.type() != QEvent::ShortcutOverride) return false;
+  return !close_keys_.isEmpty() && QKeySequence(static_cast<const QKeyEvent&>(event).keyCombination()) == close_keys_;
 }
 
 bool Beside::TakesInput(const QObject* receiver) const {
@@ -148,7 +190,8 @@ bool Beside::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(type)) return false;
   // Windows of the system pass their events on to widgets, where they come by again.
   if (!watched->isWidgetType() && type != QEvent::Shortcut) return false;
-  if (IsEscape(*event)) {
+  if (IsEscape(*event) || IsCloseKey(*event)) {
+    if (IsCloseKey(*event) && watched->isWidgetType()) closing_ = static_cast<QWidget*>(watched)->window();
     Cancel();
     return true;
   }
