@@ -90,6 +90,41 @@ TEST_F(Changes, AnInventoryThatWasDeletedIsNotReadOnAsIfItWereThere) {
   EXPECT_EQ(grid().Rows(), rows);
 }
 
+// Both offer the same, and the one that failed is the nearer.
+TEST_F(Changes, AFailedReloadAfterAChangeIsToldByOneBar) {
+  OpenFirst();
+  Change(PathOf("sample.db"), "UPDATE 商品设置 SET 备注='别的' WHERE pdID=1");
+  strip().watch().LookNow();
+  ASSERT_TRUE(strip().change().isVisible());
+  std::filesystem::rename(PathOf("sample.db"), PathOf("away.db"));
+  strip().change().action().click();
+  EXPECT_TRUE(strip().failure().isVisible());
+  EXPECT_FALSE(strip().change().isVisible());
+  std::filesystem::rename(PathOf("away.db"), PathOf("sample.db"));
+  Change(PathOf("sample.db"), "UPDATE 商品设置 SET 备注='再改' WHERE pdID=1");
+  strip().watch().LookNow();
+  EXPECT_FALSE(strip().change().isVisible()) << "nor by a second one that comes later";
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(&strip().failure(), &escape);
+  EXPECT_TRUE(strip().change().isVisible()) << "who closes the one still learns of the other";
+  strip().change().action().click();
+  EXPECT_FALSE(strip().change().isVisible());
+  EXPECT_FALSE(strip().failure().isVisible());
+}
+
+TEST_F(Changes, AChangeThatTheUserHasClosedIsNotToldAgainByAFailure) {
+  OpenFirst();
+  Change(PathOf("sample.db"), "UPDATE 商品设置 SET 备注='别的' WHERE pdID=1");
+  strip().watch().LookNow();
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(&strip().change(), &escape);
+  std::filesystem::rename(PathOf("sample.db"), PathOf("away.db"));
+  emit window_->bar().LoadWanted();
+  ASSERT_TRUE(strip().failure().isVisible());
+  QApplication::sendEvent(&strip().failure(), &escape);
+  EXPECT_FALSE(strip().change().isVisible());
+}
+
 TEST_F(Changes, AFileWithoutTablesInThePlaceOfTheInventoryLeavesTheJournal) {
   OpenFirst();
   const int rows = grid().Rows();

@@ -22,12 +22,15 @@ LoadStrip::LoadStrip(qt::Beside& beside, QWidget* parent)
   for (QWidget* bar : std::initializer_list<QWidget*>{work_, replacement_, failure_, change_, trail_})
     rows->addWidget(bar);
   connect(watch_, &ChangeWatch::Changed, this, &LoadStrip::TellChange);
+  connect(change_, &NoticeBar::Closed, this, [this] { is_changed_ = false; });
+  connect(failure_, &NoticeBar::Closed, this, &LoadStrip::ShowChange);
 }
 
 void LoadStrip::Follow(std::shared_ptr<platform::Connection> connection, const std::string& file) {
   replacement_->Dismiss();
   failure_->Dismiss();
-  change_->Dismiss();
+  is_changed_ = false;
+  ShowChange();
   watch_->Follow(std::move(connection), file);
 }
 
@@ -36,13 +39,15 @@ void LoadStrip::LoadBegins() { watch_->LoadBegins(); }
 void LoadStrip::LoadEnded(const LoadReport& report, std::function<void()> again) {
   if (report.loaded) {
     failure_->Dismiss();
-    change_->Dismiss();
+    is_changed_ = false;
     watch_->LoadSucceeded();
-    return;
+  } else if (report.cancelled || LoadError(report).empty()) {
+    // Whoever cancelled knows why there is nothing.
+    failure_->Dismiss();
+  } else {
+    failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&Y)"), std::move(again)});
   }
-  // Whoever cancelled knows why there is nothing.
-  if (report.cancelled || LoadError(report).empty()) return failure_->Dismiss();
-  failure_->Tell(tr("台账没有载入：%1").arg(qt::ToQString(LoadError(report))), {tr("重试(&Y)"), std::move(again)});
+  ShowChange();
 }
 
 void LoadStrip::TellReplacement(const QString& name, const QString& reason, std::function<void()> again) {
@@ -52,6 +57,12 @@ void LoadStrip::TellReplacement(const QString& name, const QString& reason, std:
 }
 
 void LoadStrip::TellChange() {
+  is_changed_ = true;
+  ShowChange();
+}
+
+void LoadStrip::ShowChange() {
+  if (!is_changed_ || !failure_->isHidden()) return change_->Dismiss();
   change_->Tell(tr("库存已被其他程序修改，这里显示的是修改以前的台账。"),
                 {tr("重新载入(&O)"), [this] { emit ReloadWanted(); }});
 }

@@ -47,6 +47,8 @@ class LoadStrip : public QWidget {
 
  private:
   void TellChange();
+  // While a failed load is told, trying again is what is to be done about a change, too.
+  void ShowChange();
 
   WorkBar* work_;
   NoticeBar* replacement_;
@@ -54,6 +56,7 @@ class LoadStrip : public QWidget {
   NoticeBar* change_;
   NoticeBar* trail_;
   ChangeWatch* watch_;
+  bool is_changed_ = false;  // since what is shown was read, and the user has not closed that bar
 };
 
 }  // namespace stockbook::app
