@@ -100,6 +100,29 @@ TEST(PlotLayout, LeavesPanesOutWhereThereIsLittleRoom) {
   EXPECT_EQ(panes(110), (std::vector{PlotPane::kQuantity}));
 }
 
+TEST(PlotLayout, NamesPeriodsBelowTheDaysWhereNoLineRuns) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 300, 1});
+  ASSERT_TRUE(layout.period_line);
+  EXPECT_GT(*layout.period_line, layout.frames.back().bottom + layout.text_height * 2) << "the days are between";
+  EXPECT_LT(*layout.period_line, 300 - layout.text_height / 2);
+  EXPECT_TRUE(layout.HasRoomFor({45000, 45010, "2023年03月"}));
+  EXPECT_FALSE(layout.HasRoomFor({45000, 45001, "2023年03月"}));
+}
+
+TEST(PlotLayout, NamesNoPeriodsWhereThatTakesTheRoomOfAPane) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 240, 1});
+  EXPECT_EQ(layout.frames.size(), 3u);
+  EXPECT_FALSE(layout.period_line);
+  EXPECT_FALSE(LayOutPlot(PlotOfTenDays(), {190, 300, 1}).period_line) << "none of the names fits";
+}
+
+TEST(PlotLayout, GivesTheRoomOfTheTitleToThePanes) {
+  const PlotLayout titled = LayOutPlot(PlotOfTenDays(), {800, 600, 1});
+  const PlotLayout plain = LayOutPlot(PlotOfTenDays(), {800, 600, 1, false});
+  EXPECT_LT(plain.frames.front().top, titled.frames.front().top);
+  EXPECT_EQ(plain.frames.back().bottom, titled.frames.back().bottom);
+}
+
 TEST(PlotLayout, WritesItsTitleAsLargeWithoutLines) {
   EXPECT_EQ(LayOutPlot({}, {800, 600, 1}).text_height, LayOutPlot(PlotOfTenDays(), {800, 600, 1}).text_height);
 }

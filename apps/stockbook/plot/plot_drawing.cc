@@ -216,18 +216,6 @@ class PlotPen {
     plptex(x, Height() - y, 1, 0, justify, EscapedForPlot(text).c_str());
   }
 
-  // About as wide as the text is drawn, with a little room.
-  double WidthOf(const std::string& text) const {
-    constexpr double kEm = 1.45;  // of the height that the library counts in
-    double ems = 0.5;
-    for (const char c : text) {
-      const auto byte = static_cast<unsigned char>(c);
-      if (byte < 0x80) ems += 0.62;
-      if (byte >= 0xC0) ems += 1;
-    }
-    return ems * kEm * layout_.text_height;
-  }
-
   const std::string& CaptionOf(PlotPane pane) const {
     if (pane == PlotPane::kPrice) return plot_.price_caption;
     return pane == PlotPane::kQuantity ? plot_.quantity_caption : plot_.movements_caption;
@@ -238,14 +226,13 @@ class PlotPen {
     plwind(0, Width(), 0, Height());
     plcol0(kTextInk);
     const double line = layout_.text_height;
-    Write(Width() / 2, line, 0.5, plot_.title);
+    if (page_.is_titled) Write(Width() / 2, line, 0.5, plot_.title);
     if (layout_.frames.empty()) return;
     for (const PlotFrame& frame : layout_.frames) Write(frame.left, frame.top - line, 0, CaptionOf(frame.pane));
-    const PlotFrame& top = layout_.frames.front();
+    if (!layout_.period_line) return;
     for (const PlotBand& band : plot_.bands) {
-      const double room = layout_.XOf(band.to) - layout_.XOf(band.from);
-      if (room >= WidthOf(band.caption))
-        Write((layout_.XOf(band.from) + layout_.XOf(band.to)) / 2, top.top + line * 1.2, 0.5, band.caption);
+      if (layout_.HasRoomFor(band))
+        Write((layout_.XOf(band.from) + layout_.XOf(band.to)) / 2, *layout_.period_line, 0.5, band.caption);
     }
   }
 

@@ -15,8 +15,10 @@ namespace {
 constexpr double kPlotTextHeight = 9;
 constexpr double kPlotLeftMargin = 84;    // the numbers of the marks
 constexpr double kPlotRightMargin = 44;   // half of the last day
-constexpr double kPlotTopMargin = 34;     // the title and a caption
+constexpr double kPlotTopMargin = 18;     // a caption
+constexpr double kPlotTitle = 16;         // the title above it
 constexpr double kPlotBottomMargin = 26;  // the days
+constexpr double kPlotPeriods = 16;       // the names of periods below them
 constexpr double kBetweenPanes = 30;
 constexpr double kLeastPane = 40;
 constexpr double kDayWidth = 90;  // of the text of a day, with room beside it
@@ -73,8 +75,8 @@ void ScaleFrame(const PlotNumbers& numbers, double scale, PlotFrame& frame) {
     return;
   }
   frame.low = std::floor(numbers.least / frame.step) * frame.step;
-  // The topmost line does not run into the caption of the period.
-  frame.high = std::ceil(numbers.most / frame.step + 0.3) * frame.step;
+  // The topmost line does not run along the edge.
+  frame.high = std::ceil(numbers.most / frame.step + 0.1) * frame.step;
 }
 
 // A whole number of days, so that days are written next to each other without touching.
@@ -98,7 +100,39 @@ std::vector<PlotPane> PanesFor(const JournalPlot& plot, double room, double scal
   return panes;
 }
 
+// About as wide as the text is drawn, with a little room, in text heights.
+double WidthInTextHeights(const std::string& text) {
+  constexpr double kEm = 1.45;  // of the height that the library counts in
+  double ems = 0.5;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) ems += 0.62;
+    if (byte >= 0xC0) ems += 1;
+  }
+  return ems * kEm;
+}
+
+// Panes below each other, of the same height.
+void StackFrames(const JournalPlot& plot, const std::vector<PlotPane>& panes, const PlotFrame& first, double scale,
+                 PlotLayout& layout) {
+  const double height = first.bottom - first.top;
+  double top = first.top;
+  for (const PlotPane pane : panes) {
+    PlotFrame frame = first;
+    frame.pane = pane;
+    frame.top = top;
+    frame.bottom = top + height;
+    ScaleFrame(NumbersOf(plot, pane), scale, frame);
+    layout.frames.push_back(frame);
+    top = frame.bottom + kBetweenPanes * scale;
+  }
+}
+
 }  // namespace
+
+bool PlotLayout::HasRoomFor(const PlotBand& band) const {
+  return !band.caption.empty() && XOf(band.to) - XOf(band.from) >= WidthInTextHeights(band.caption) * text_height;
+}
 
 double PlotLayout::XOf(double day) const {
   if (frames.empty()) return 0;
@@ -126,26 +160,29 @@ PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
   layout.from = plot.from;
   layout.to = plot.to;
   const double width = page.width - (kPlotLeftMargin + kPlotRightMargin) * page.scale;
+  const double above = (kPlotTopMargin + (page.is_titled ? kPlotTitle : 0)) * page.scale;
   // The last pane has no gap below it; the days are there.
-  const double down = page.height - (kPlotTopMargin + kPlotBottomMargin) * page.scale;
+  const double down = page.height - above - kPlotBottomMargin * page.scale;
+  if (width < kLeastPane * page.scale || down < kLeastPane * page.scale) return layout;
+  PlotFrame first;
+  first.left = kPlotLeftMargin * page.scale;
+  first.right = first.left + width;
+  first.top = above;
+  layout.frames = {first};  // for the width of the periods
   const std::vector<PlotPane> panes = PanesFor(plot, down, page.scale);
+  const bool names =
+      std::any_of(plot.bands.begin(), plot.bands.end(), [&](const PlotBand& band) { return layout.HasRoomFor(band); });
+  layout.frames.clear();
+  // A pane tells more than the names of the periods.
+  const double below = kPlotPeriods * page.scale;
+  const bool has_line = names && PanesFor(plot, down - below, page.scale).size() == panes.size() &&
+                        down - below >= kLeastPane * page.scale;
+  if (has_line) layout.period_line = page.height - below / 2;
   const auto count = static_cast<double>(panes.size());
-  const double room = down - kBetweenPanes * (count - 1) * page.scale;
-  const double height = room / count;
-  if (width < kLeastPane * page.scale || height < kLeastPane * page.scale) return layout;
+  const double room = down - (has_line ? below : 0) - kBetweenPanes * (count - 1) * page.scale;
+  first.bottom = first.top + room / count;
   layout.day_step = DayStep(plot.to - plot.from, width / page.scale);
-  double top = kPlotTopMargin * page.scale;
-  for (const PlotPane pane : panes) {
-    PlotFrame frame;
-    frame.pane = pane;
-    frame.left = kPlotLeftMargin * page.scale;
-    frame.right = frame.left + width;
-    frame.top = top;
-    frame.bottom = top + height;
-    ScaleFrame(NumbersOf(plot, pane), page.scale, frame);
-    layout.frames.push_back(frame);
-    top = frame.bottom + kBetweenPanes * page.scale;
-  }
+  StackFrames(plot, panes, first, page.scale, layout);
   return layout;
 }
 

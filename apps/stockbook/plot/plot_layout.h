@@ -9,11 +9,13 @@
 
 namespace stockbook::app {
 
-// The picture that a plot is drawn into: its size in pixels, and how many of them make one of a plain display.
+// The picture that a plot is drawn into: its size in pixels, how many of them make one of a plain display, and whether
+// the title is drawn, for which a window has a place of its own.
 struct PlotPage {
   int width = 0;
   int height = 0;
   double scale = 1;
+  bool is_titled = true;
 };
 
 enum class PlotPane { kQuantity, kPrice, kMovements };
@@ -40,9 +42,13 @@ struct PlotLayout {
   double to = 1;
   double day_step = 1;  // between the marks of days
   double text_height = 0;
+  // The middle of the line of texts below the days, where periods are named; nothing where none has room for its name.
+  std::optional<double> period_line;
   std::vector<PlotFrame> frames;
 
   double XOf(double day) const;
+  // Whether the period's name fits between its days.
+  bool HasRoomFor(const PlotBand& band) const;
   // The day at a point of the page, nothing outside all panes.
   std::optional<double> DayAt(double x, double y) const;
   // The pane that a point is in, or nullptr.

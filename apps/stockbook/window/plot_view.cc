@@ -52,7 +52,8 @@ PlotLook PlotView::Look() const {
 }
 
 void PlotView::Redraw() {
-  layout_ = LayOutPlot(plot_, {width(), height(), 1});
+  // The band above the journal tells what the title does.
+  layout_ = LayOutPlot(plot_, {width(), height(), 1, false});
   picture_ = {};
   update();
 }
@@ -72,7 +73,7 @@ void PlotView::paintEvent(QPaintEvent*) {
   if (picture_.isNull() && CanDrawPlots()) {
     const double ratio = devicePixelRatioF();
     const PlotPage page{static_cast<int>(std::lround(width() * ratio)), static_cast<int>(std::lround(height() * ratio)),
-                        ratio};
+                        ratio, false};
     picture_ = PlotPicture(plot_, page, Look());
     picture_.setDevicePixelRatio(ratio);
   }
