@@ -2,6 +2,7 @@
 // What has to fit on a screen of 1024 by 600 pixels, or on one of 1366 by 768 at one and a half times the size.
 #include <gtest/gtest.h>
 
+#include <QDockWidget>
 #include <QHeaderView>
 #include <QScreen>
 #include <fstream>
@@ -56,6 +57,28 @@ TEST_F(SmallScreen, ShowsWhatWasFoundBesideItsBill) {
   const QHeaderView& header = *hits.horizontalHeader();
   EXPECT_LE(header.length(), hits.viewport()->width());
   EXPECT_GE(header.sectionSize(2), header.sectionSize(1));
+}
+
+TEST_F(SmallScreen, LeavesMostOfTheWindowToTheJournalWhenAPanelOpens) {
+  Open();
+  ASSERT_TRUE(window_->LoadFirstJournal().loaded);
+  window_->resize(1008, 620);
+  Settle();
+  JournalViews& views = window_->views();
+  for (QDockWidget* panel : {static_cast<QDockWidget*>(&views.plot()), static_cast<QDockWidget*>(&views.periods())}) {
+    panel->show();
+    Settle();
+    EXPECT_LE(panel->height(), window_->height() * 2 / 5 + 1);
+    EXPECT_GT(stockbook().viewport()->height(), 160);
+    panel->hide();
+    Settle();
+  }
+  views.plot().show();
+  Settle();
+  const int height = views.plot().height();
+  views.periods().show();
+  Settle();
+  EXPECT_EQ(views.plot().height(), height) << "the second panel takes its place beside the first";
 }
 
 // The boxes give way to a menu first.

@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDockWidget>
 #include <QFile>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QScreen>
 #include <algorithm>
 #include <limits>
@@ -305,6 +307,35 @@ TEST_F(Remembering, ShowsTheJournalWhateverTheSettingsHold) {
     }
     End();
   }
+}
+
+TEST_F(Remembering, GivesPanelsTheHeightThatTheUserGaveThem) {
+  Start();
+  QDockWidget& plot = window_->views().plot();
+  plot.show();
+  Settle();
+  const int first = plot.height();
+  constexpr double kLine = 2;  // pixels above the panel
+  constexpr double kUp = 120;
+  const auto press = [this](QEvent::Type type, const QPointF& at) {
+    const Qt::MouseButtons down = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, window_->mapToGlobal(at), button, down, Qt::NoModifier);
+    QApplication::sendEvent(window_.get(), &event);
+    Settle();
+  };
+  const QPointF line(window_->width() / 2.0, plot.y() - kLine);
+  press(QEvent::MouseButtonPress, line);
+  press(QEvent::MouseMove, line - QPointF(0, kUp));
+  press(QEvent::MouseButtonRelease, line - QPointF(0, kUp));
+  const int wanted = plot.height();
+  ASSERT_NEAR(wanted, first + kUp, 1);
+  End();
+
+  Start();
+  window_->views().periods().show();
+  Settle();
+  EXPECT_NEAR(window_->views().periods().height(), wanted, 2);
 }
 
 }  // namespace

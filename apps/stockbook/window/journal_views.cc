@@ -32,7 +32,8 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
       range_view_(stockbook.control()),
       bar_(new RangeBar(&window)),
       periods_(new PeriodPanel(&window)),
-      plot_(new PlotPanel(&window)) {
+      plot_(new PlotPanel(&window)),
+      height_(new PanelHeight(window, {periods_, plot_})) {
   window_.addDockWidget(Qt::BottomDockWidgetArea, periods_);
   window_.addDockWidget(Qt::BottomDockWidgetArea, plot_);
   periods_->hide();

@@ -10,6 +10,7 @@
 
 #include "qt/stockbook_widget.h"
 #include "stockbook/range/range_view.h"
+#include "stockbook/window/panel_height.h"
 #include "stockbook/window/period_panel.h"
 #include "stockbook/window/plot_panel.h"
 #include "stockbook/window/range_bar.h"
@@ -30,6 +31,7 @@ class JournalViews : public QObject {
   RangeBar& range_bar() { return *bar_; }
   PeriodPanel& periods() { return *periods_; }
   PlotPanel& plot() { return *plot_; }
+  PanelHeight& panel_height() { return *height_; }
   const JournalRange& range() const { return range_view_.range(); }
   const RangeView& range_view() const { return range_view_; }
 
@@ -78,6 +80,7 @@ class JournalViews : public QObject {
   RangeBar* bar_;
   PeriodPanel* periods_;
   PlotPanel* plot_;
+  PanelHeight* height_;
 };
 
 }  // namespace stockbook::app

@@ -86,8 +86,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::Remember(QSettings& settings) {
-  recall_ =
-      std::make_unique<WindowRecall>(settings, RecallParts{*this, *stockbook_, *journal_, *bar_, *zoom_, *menus_});
+  recall_ = std::make_unique<WindowRecall>(
+      settings, RecallParts{*this, *stockbook_, *journal_, *bar_, *zoom_, *menus_, views_->panel_height()});
   connect(new LanguageMenu(settings, *menus_, this), &LanguageMenu::Told, this, &MainWindow::ShowMessage);
   connect(recall_.get(), &WindowRecall::FileWanted, this, &MainWindow::OpenFile);
   connect(recall_.get(), &WindowRecall::Forgotten, columns_.get(), &JournalColumns::LayOutAnew);

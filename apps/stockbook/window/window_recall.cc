@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <optional>
 
 namespace stockbook::app {
 namespace {
@@ -14,6 +15,7 @@ constexpr QSize kPlainSize(1280, 800);
 
 QString GeometryName() { return QStringLiteral("geometry"); }
 QString ZoomName() { return QStringLiteral("zoom"); }
+QString PanelsName() { return QStringLiteral("panels"); }
 
 }  // namespace
 
@@ -26,6 +28,9 @@ WindowRecall::WindowRecall(QSettings& settings, const RecallParts& parts)
   connect(&recent_, &RecentInventories::Chosen, this, &WindowRecall::FileWanted);
   if (const QVariant zoom = memory_.OfWindow(ZoomName()); zoom.isValid()) parts_.zoom.Set(zoom.toDouble());
   connect(&parts_.zoom, &JournalZoom::Changed, this, [this](double zoom) { memory_.SetOfWindow(ZoomName(), zoom); });
+  if (const QVariant share = memory_.OfWindow(PanelsName()); share.isValid()) parts_.panels.Choose(share.toDouble());
+  connect(&parts_.panels, &PanelHeight::Changed, this,
+          [this](double share) { memory_.SetOfWindow(PanelsName(), share); });
   PlaceWindow();
 }
 
@@ -67,6 +72,7 @@ void WindowRecall::Forget() {
   keeper_.Forget();
   recent_.Refill();
   parts_.zoom.Set(1.0);
+  parts_.panels.Choose(std::nullopt);
   memory_.Forget();
   parts_.window.showNormal();
   PlaceWindow();

@@ -11,6 +11,7 @@
 #include "stockbook/window/journal_bar.h"
 #include "stockbook/window/journal_keeper.h"
 #include "stockbook/window/journal_zoom.h"
+#include "stockbook/window/panel_height.h"
 #include "stockbook/window/recent_inventories.h"
 #include "stockbook/window/subject_uses.h"
 #include "stockbook/window/window_memory.h"
@@ -26,10 +27,12 @@ struct RecallParts {
   JournalBar& bar;
   JournalZoom& zoom;
   WindowMenus& menus;
+  PanelHeight& panels;
 };
 
-// Makes a window remember: its place on the screen, which it fits, its zoom, the inventories that were opened in it,
-// and of each what JournalKeeper keeps. The one place to forget all of it is an item of the view menu.
+// Makes a window remember: its place on the screen, which it fits, its zoom, the height of its panels, the inventories
+// that were opened in it, and of each what JournalKeeper keeps. The one place to forget all of it is an item of the
+// view menu.
 class WindowRecall : public QObject {
   Q_OBJECT
 
