@@ -83,6 +83,18 @@ TEST_F(ImportWindow, ShowsWhichLinesWouldBeSkippedAndWhy) {
   EXPECT_EQ(Cell(dialog, 2, kProblemColumn), "数量“many”不是 15 位以内的数字");
 }
 
+TEST_F(ImportWindow, GivesProblemsTheirWidthWhereThereIsNothingElse) {
+  const std::string table = Write("t.csv", "日期,商品编号,数量\n2025-01-02,P1,3\n2025-02-30,P1,3\n");
+  ImportDialog dialog(table);
+  dialog.show();
+  const auto needed = [&] { return Lines(dialog).fontMetrics().horizontalAdvance(Lines(dialog).item(0, 1)->text()); };
+  const int brief = Lines(dialog).columnWidth(kProblemColumn);
+  EXPECT_LT(brief, Lines(dialog).viewport()->width() / 5);
+  QTest::keyClick(dialog.findChild<QCheckBox*>(QStringLiteral("only_skipped")), Qt::Key_Space);
+  EXPECT_GT(needed(), brief);
+  EXPECT_GE(Lines(dialog).columnWidth(kProblemColumn), needed());
+}
+
 TEST_F(ImportWindow, GuessesTheColumnsAgainWhenTheDelimiterChanges) {
   const std::string table = Write("t.csv", "日期;商品编号;数量\n2025-01-02;P1;3,5\n");
   ImportDialog dialog(table);

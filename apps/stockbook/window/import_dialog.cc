@@ -30,6 +30,7 @@ constexpr int kImportSpacing = 8;
 constexpr int kLeadingColumns = 2;  // the line's number and its problem, before the columns of the table
 constexpr int kMostColumnWidth = 260;
 constexpr int kMostProblemWidth = 420;
+constexpr int kBriefProblem = 8;  // in full-width characters
 constexpr int kSettingCharacters = 7;
 constexpr size_t kLongestField = 200;
 
@@ -269,13 +270,21 @@ void ImportDialog::ShowLines() {
     for (size_t field = 0; field < fields; ++field)
       lines_->setItem(row, static_cast<int>(field) + kLeadingColumns, MakePreviewItem(FieldText(line.fields[field])));
   }
-  lines_->resizeColumnsToContents();
-  for (int column = 0; column < lines_->columnCount(); ++column)
-    lines_->setColumnWidth(column,
-                           std::min(lines_->columnWidth(column), column == 1 ? kMostProblemWidth : kMostColumnWidth));
   const bool has_problems =
       std::any_of(shown.begin(), shown.end(), [](const auto& line) { return !line.problem.english.empty(); });
   lines_->setColumnHidden(1, !has_problems);
+  FitLines();
+}
+
+// Where most lines have no problem, the column of problems shows how one begins and leaves the room to the table; the
+// whole text is in its tooltip, and in the list of the skipped lines.
+void ImportDialog::FitLines() {
+  lines_->resizeColumnsToContents();
+  const int brief = kBriefProblem * lines_->fontMetrics().horizontalAdvance(QChar(u'单'));
+  const int most_problem = only_skipped_->isChecked() ? kMostProblemWidth : brief;
+  for (int column = 0; column < lines_->columnCount(); ++column)
+    lines_->setColumnWidth(column,
+                           std::min(lines_->columnWidth(column), column == 1 ? most_problem : kMostColumnWidth));
 }
 
 void ImportDialog::ShowSummary() {

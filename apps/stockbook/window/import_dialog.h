@@ -50,6 +50,7 @@ class ImportDialog : public QDialog {
   void TakeFields();
   void Refresh(std::optional<ImportMapping::Positions> mapping);
   void ShowLines();
+  void FitLines();
   void ShowSummary();
   void ShowSheets();
   void ShowProblem(const QString& problem);
