@@ -5,11 +5,13 @@
 
 #include <QApplication>
 #include <QCompleter>
+#include <QHelpEvent>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QResizeEvent>
 #include <QTimer>
+#include <QToolTip>
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -348,6 +350,20 @@ TEST_F(Window, OffersAllThenTheClassesThenTheSubjects) {
   EXPECT_TRUE(customers[2].text.starts_with("　【")) << "a class of the second level stands further in";
   EXPECT_GT(customers.back().key, 0);
   EXPECT_EQ(catalog.FirstProductWithLines(), 1);
+}
+
+TEST_F(Window, TellsWhatTheDotAtTheEndOfTheBandStandsFor) {
+  Open();
+  const auto tip_at = [this](int x) {
+    QWidget* band = stockbook().childAt(x, 4);
+    if (band == nullptr) return QString();
+    const QPoint at = band->mapFrom(&stockbook(), QPoint(x, 4));
+    QHelpEvent help(QEvent::ToolTip, at, band->mapToGlobal(at));
+    QApplication::sendEvent(band, &help);
+    return QToolTip::text();
+  };
+  EXPECT_FALSE(tip_at(stockbook().width() / 2).contains(QStringLiteral("库存来源")));
+  EXPECT_TRUE(tip_at(stockbook().width() - 4).contains(QStringLiteral("库存来源")));
 }
 
 }  // namespace

@@ -1426,6 +1426,10 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>Graph</translation>
     </message>
     <message>
+        <source>数量右上角有这样圆点的行，记录了库存来源。</source>
+        <translation>Lines with such a dot at the top right of the quantity say where their stock came from.</translation>
+    </message>
+    <message>
         <source>走势图(&amp;G)</source>
         <translation>&amp;Graph</translation>
     </message>

@@ -8,6 +8,7 @@
 #include "stockbook/plot/plot_series.h"
 #include "stockbook/range/period_summary.h"
 #include "stockbook/window/host_translator.h"
+#include "stockbook/window/mark_tip.h"
 #include "stockbook/window/range_words.h"
 #include "stockbook/window/row_sight.h"
 
@@ -38,6 +39,7 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
   window_.addDockWidget(Qt::BottomDockWidgetArea, plot_);
   periods_->hide();
   plot_->hide();
+  new MarkTip(stockbook_);
   connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, [this] { is_fresh_ = true; });
   connect(bar_, &RangeBar::RangeWanted, this, [this](const JournalRange& range) {
     if (!IsBusy()) ShowRange(range);
