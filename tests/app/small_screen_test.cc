@@ -5,9 +5,12 @@
 #include <QDockWidget>
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
 #include <fstream>
 
 #include "app/window_fixture.h"
+#include "stockbook/window/folding_row.h"
 #include "stockbook/window/hit_list.h"
 #include "stockbook/window/host_translator.h"
 #include "stockbook/window/import_dialog.h"
@@ -34,6 +37,31 @@ TEST_F(SmallScreen, HasRoomForAllBarsAndPanelsAtOnce) {
   Settle();
   EXPECT_LE(window_->minimumSizeHint().height(), kLowestScreen - kFrameAndTaskBar);
   EXPECT_LE(window_->minimumSizeHint().width(), kNarrowestScreen);
+}
+
+// 1024 by 600 pixels at twice the size.
+TEST_F(SmallScreen, FoldsItsBarsInsteadOfGrowingBeyondTheScreen) {
+  for (const HostLanguage language : {HostLanguage::kChinese, HostLanguage::kEnglish}) {
+    session_.Speak(language);
+    window_ = std::make_unique<MainWindow>();
+    Open();
+    window_->resize(kNarrowestScreen, kLowestScreen);
+    window_->views().range_bar().Open();
+    window_->find_bar().Open();
+    window_->views().periods().show();
+    window_->views().plot().show();
+    Settle();
+    const FoldingRow& row = *window_->find_bar().findChild<FoldingRow*>();
+    EXPECT_FALSE(row.IsFolded());
+    EXPECT_LE(window_->minimumSizeHint().width(), 512);
+    window_->resize(512, kLowestScreen);
+    Settle();
+    EXPECT_EQ(window_->width(), 512);
+    EXPECT_TRUE(row.IsFolded());
+    window_->resize(kNarrowestScreen, kLowestScreen);
+    Settle();
+    EXPECT_FALSE(row.IsFolded());
+  }
 }
 
 TEST_F(SmallScreen, HasRoomForTheImportInEnglish) {
@@ -97,6 +125,23 @@ TEST_F(SmallScreen, HoldsDialogsThatWantMore) {
   ResizeWithinScreen(dialog, {30000, 20000});
   EXPECT_LT(dialog.width(), dialog.screen()->availableSize().width());
   EXPECT_LT(dialog.height(), dialog.screen()->availableSize().height());
+}
+
+TEST_F(SmallScreen, ScrollsDialogsThatNeedMore) {
+  QWidget dialog;
+  auto* part = new QWidget;
+  part->setMinimumSize(300, 200);
+  (new QVBoxLayout(&dialog))->addWidget(part);
+  ScrollBeyondScreen(dialog);
+  EXPECT_EQ(dialog.findChild<QScrollArea*>(), nullptr);
+  part->setMinimumSize(30000, 20000);
+  ScrollBeyondScreen(dialog);
+  ASSERT_NE(dialog.findChild<QScrollArea*>(), nullptr);
+  dialog.show();
+  Settle();
+  EXPECT_LT(dialog.width(), dialog.screen()->availableSize().width());
+  EXPECT_LT(dialog.height(), dialog.screen()->availableSize().height());
+  EXPECT_EQ(part->size(), QSize(30000, 20000));
 }
 
 }  // namespace

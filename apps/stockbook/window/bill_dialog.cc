@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "stockbook/window/bill_paper.h"
+#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -83,6 +84,7 @@ BillDialog::BillDialog(BillView bill, QWidget* parent)
   rows->addWidget(lines_, 1);
   rows->addLayout(MakeFoot());
   FitSize();
+  ScrollBeyondScreen(*this);
   GoToLine(0);
   lines_->setFocus();
 }
@@ -186,7 +188,7 @@ void BillDialog::FitSize() {
   const int bar = lines_->rowCount() > kMostRows ? lines_->verticalScrollBar()->sizeHint().width() : 0;
   const int wanted = std::max(columns_width_ + frame + 2 * kMargin + bar, sizeHint().width());
   const QSize most = screen()->availableGeometry().size() * 9 / 10;
-  const int width = std::clamp(wanted, kLeastWidth, std::max(kLeastWidth, most.width()));
+  const int width = std::min(std::max(wanted, kLeastWidth), most.width());
   const int below = width < wanted ? lines_->horizontalScrollBar()->sizeHint().height() : 0;
   resize(width, std::min(rest + height + below, most.height()));
 }

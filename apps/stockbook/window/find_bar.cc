@@ -7,6 +7,7 @@
 
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/folding_row.h"
 #include "stockbook/window/once_shown.h"
 
 namespace stockbook::app {
@@ -97,20 +98,19 @@ void FindBar::BuildRow() {
   whole_words_->setAccessibleName(tr("全字匹配"));
   count_->setTextFormat(Qt::PlainText);
   count_->setMinimumWidth(1);
-  auto* row = new QHBoxLayout;
-  row->setContentsMargins(kBarMargin, kBarSpacing, kBarMargin, kBarSpacing);
-  row->setSpacing(kBarSpacing);
-  row->addWidget(label);
-  row->addWidget(words_, 2);
-  for (QToolButton* button : {match_case_, whole_words_, patterns_, previous_, next_, list_}) row->addWidget(button);
-  row->addSpacing(kBarMargin);
-  row->addWidget(count_);
-  row->addStretch(1);
-  row->addWidget(close_);
+  auto* row = new FoldingRow({kBarMargin, kBarSpacing, kBarMargin, kBarSpacing});
+  row->head().addWidget(label);
+  row->head().addWidget(words_);
+  for (QToolButton* button : {match_case_, whole_words_, patterns_, previous_, next_, list_})
+    row->tail().addWidget(button);
+  row->tail().addSpacing(kBarMargin);
+  row->tail().addWidget(count_);
+  row->tail().addStretch(1);
+  row->SetEnd(close_);
   rows_ = new QVBoxLayout(this);
   rows_->setContentsMargins(0, 0, 0, 0);
   rows_->setSpacing(0);
-  rows_->addLayout(row);
+  rows_->addWidget(row);
 }
 
 void FindBar::Open() {

@@ -15,6 +15,8 @@
 namespace stockbook::app {
 namespace {
 
+constexpr int kLeastJournal = 92;  // its band, its captions and a line
+
 std::optional<PeriodKey> NewestPeriodOf(const RangeView& view) {
   std::optional<PeriodKey> newest;
   for (const PeriodRun& period : view.periods()) {
@@ -40,6 +42,7 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
   periods_->hide();
   plot_->hide();
   new MarkTip(stockbook_);
+  stockbook_.setMinimumHeight(kLeastJournal);
   connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, [this] { is_fresh_ = true; });
   connect(bar_, &RangeBar::RangeWanted, this, [this](const JournalRange& range) {
     if (!IsBusy()) ShowRange(range);

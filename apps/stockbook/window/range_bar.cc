@@ -2,15 +2,16 @@
 #include "stockbook/window/range_bar.h"
 
 #include <QDate>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QStyle>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <iterator>
 
 #include "qt/text.h"
 #include "stockbook/window/bar_layout.h"
+#include "stockbook/window/folding_row.h"
 #include "stockbook/window/host_translator.h"
 #include "stockbook/window/once_shown.h"
 #include "stockbook/window/range_words.h"
@@ -94,20 +95,21 @@ void RangeBar::BuildRow() {
   from_label->setBuddy(from_);
   auto* to_label = new QLabel(HostText("到(&Z)"));
   to_label->setBuddy(to_);
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(kBarMargin, 0, kBarMargin, kBarSpacing);
-  row->setSpacing(kBarSpacing);
-  row->addWidget(label);
-  row->addWidget(presets_);
-  row->addWidget(previous_);
-  row->addWidget(next_);
-  row->addSpacing(kBarMargin);
-  row->addWidget(from_label);
-  row->addWidget(from_, 1);
-  row->addWidget(to_label);
-  row->addWidget(to_, 1);
-  row->addStretch(1);
-  row->addWidget(close_);
+  auto* row = new FoldingRow({kBarMargin, 0, kBarMargin, kBarSpacing});
+  row->head().addWidget(label);
+  row->head().addWidget(presets_);
+  row->head().addWidget(previous_);
+  row->head().addWidget(next_);
+  row->head().addStretch(1);
+  row->tail().addWidget(from_label);
+  row->tail().addWidget(from_, 1);
+  row->tail().addWidget(to_label);
+  row->tail().addWidget(to_, 1);
+  row->tail().addStretch(1);
+  row->SetEnd(close_);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(row);
 }
 
 void RangeBar::Open() {
