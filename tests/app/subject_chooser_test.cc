@@ -132,6 +132,21 @@ TEST_F(Choosing, ShowsASubjectThatTheInventoryLacksAsSuch) {
   EXPECT_EQ(Shown(), "（没有编号 99）");
 }
 
+TEST_F(Choosing, ListsWhatWasFoundInFullWidth) {
+  const QString longest = QStringLiteral("3001  内六角圆柱头螺钉  M12×40  GB/T 70.1  不锈钢");
+  chooser_.SetEntries({{1, {}, "1001  六角螺栓  M8", "LJLS"}, {2, {}, longest.toStdString(), "NLJ"}});
+  chooser_.resize(120, chooser_.sizeHint().height());
+  chooser_.show();
+  Type(QStringLiteral("m"));
+  const QAbstractItemView& found = *chooser_.completer()->popup();
+  ASSERT_TRUE(found.isVisible());
+  EXPECT_GE(found.viewport()->width(), found.fontMetrics().horizontalAdvance(longest));
+  Press(Qt::Key_Escape);
+  chooser_.showPopup();
+  EXPECT_GE(chooser_.view()->viewport()->width(), chooser_.fontMetrics().horizontalAdvance(longest));
+  chooser_.hidePopup();
+}
+
 TEST_F(Choosing, TheWheelChangesNothing) {
   QWheelEvent turned({5, 5}, {5, 5}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
   QApplication::sendEvent(&chooser_, &turned);

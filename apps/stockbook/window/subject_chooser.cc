@@ -6,6 +6,8 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScreen>
+#include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -17,6 +19,8 @@ namespace {
 
 constexpr int kShownEntries = 16;
 constexpr int kLeastCharacters = 6;
+constexpr int kMeasuredEntries = 100;  // all of a large inventory would take too long
+constexpr int kEntryPadding = 12;
 
 }  // namespace
 
@@ -57,6 +61,7 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
   connect(lineEdit(), &QLineEdit::textEdited, this, [this, searching](const QString& text) {
     typed_ = true;
     filter_->SetText(text);
+    WidenList(*searching->popup());
     searching->complete();
   });
   connect(searching, qOverload<const QModelIndex&>(&QCompleter::activated), this, [this](const QModelIndex& found) {
@@ -151,6 +156,22 @@ void SubjectChooser::keyPressEvent(QKeyEvent* event) {
 
 // Turning the wheel over the bar must not load one journal after the other.
 void SubjectChooser::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+void SubjectChooser::showPopup() {
+  WidenList(*view());
+  QComboBox::showPopup();
+}
+
+void SubjectChooser::WidenList(QAbstractItemView& list) const {
+  const QAbstractItemModel* entries = list.model() == model() ? model() : filter_;
+  int width = 0;
+  for (int row = 0; row < std::min(entries->rowCount(), kMeasuredEntries); ++row)
+    width = std::max(width, list.fontMetrics().horizontalAdvance(entries->index(row, 0).data().toString()));
+  width += kEntryPadding + 2 * list.frameWidth() + list.verticalScrollBar()->sizeHint().width();
+  const int left = mapToGlobal(QPoint(0, 0)).x();
+  const int room = screen() == nullptr ? width : screen()->availableGeometry().right() - left;
+  list.setMinimumWidth(std::max(this->width(), std::min(width, room)));
+}
 
 // While the list of what was found is open, it gets the keys.
 bool SubjectChooser::eventFilter(QObject* watched, QEvent* event) {

@@ -55,6 +55,7 @@ class SubjectChooser : public QComboBox {
   void Show(int32_t key, const std::string& class_code);
   // Chooses the best entry with the typed words; returns false and gives back what was chosen if no entry has them.
   bool TakeTypedText();
+  void showPopup() override;
 
  signals:
   // The user chose an entry from the list, by searching or with Enter.
@@ -72,6 +73,8 @@ class SubjectChooser : public QComboBox {
   void Enter();
   int BestFound() const;
   void ShowCurrent();
+  // As wide as the entries, as far as the screen reaches.
+  void WidenList(QAbstractItemView& list) const;
 
   std::vector<CatalogEntry> entries_;
   WordFilter* filter_;
