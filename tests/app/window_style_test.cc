@@ -66,16 +66,30 @@ TEST_F(Boxes, AndHintsInEmptyFieldsCanBeReadOnADarkDesktop) {
   EXPECT_EQ(light.color(QPalette::PlaceholderText), hint);
 }
 
-TEST_F(Boxes, AndTheSignForMoreToolsCanBeSeenOnADarkDesktop) {
+TEST_F(Boxes, AndTheSignsOfButtonsCanBeSeenOnADarkDesktop) {
   const QPalette dark = DarkPalette();
   QApplication::setPalette(dark);
-  const QImage sign = style_.standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton).pixmap(kBoxSide).toImage();
-  int brightest = 0;
-  for (int y = 0; y < sign.height(); ++y)
-    for (int x = 0; x < sign.width(); ++x)
-      if (qAlpha(sign.pixel(x, y)) > 0) brightest = std::max(brightest, qGray(sign.pixel(x, y)));
-  EXPECT_GT(brightest, qGray(dark.color(QPalette::Window).rgb()) + 60);
+  for (const auto icon : {QStyle::SP_ToolBarHorizontalExtensionButton, QStyle::SP_TitleBarCloseButton,
+                          QStyle::SP_TitleBarNormalButton, QStyle::SP_DockWidgetCloseButton}) {
+    const QImage sign = style_.standardIcon(icon).pixmap(kBoxSide).toImage();
+    int brightest = 0;
+    for (int y = 0; y < sign.height(); ++y)
+      for (int x = 0; x < sign.width(); ++x)
+        if (qAlpha(sign.pixel(x, y)) > 0)
+          brightest = std::max(brightest, qGray(sign.pixel(x, y)) * qAlpha(sign.pixel(x, y)) / 255);
+    EXPECT_GT(brightest, qGray(dark.color(QPalette::Window).rgb()) + 80) << icon;
+  }
   QApplication::setPalette(QPalette());
+}
+
+TEST_F(Boxes, AndTheEdgesOfMenusCanBeSeenOnADarkDesktop) {
+  const QPalette dark = DarkPalette();
+  const int window = qGray(dark.color(QPalette::Window).rgb());
+  for (const auto element : {QStyle::PE_PanelMenu, QStyle::PE_FrameMenu}) {
+    const QImage menu = UntickedBox(style_, dark, element);
+    for (const QPoint edge : {QPoint(kBoxSide / 2, 0), QPoint(0, kBoxSide / 2), QPoint(kBoxSide - 1, kBoxSide / 2)})
+      EXPECT_GT(qGray(menu.pixel(edge)) - window, 30) << edge.x() << ' ' << edge.y();
+  }
 }
 
 }  // namespace
