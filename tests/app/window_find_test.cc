@@ -247,6 +247,23 @@ TEST_F(FindInTheWindow, MarksArePaintedAndGoWithTheBar) {
   EXPECT_TRUE(bar().marks().Cells().empty());
 }
 
+TEST_F(FindInTheWindow, MarksLeaveTextsAsDarkAsTheyAre) {
+  OpenFirst();
+  Find(QStringLiteral("入库"));
+  const sheet::CellPosition cell = bar().marks().Cells().front();
+  const auto darkest = [&] {
+    const QImage picture = Picture();
+    const QPoint corner = CornerOf(cell.row, cell.column);
+    int dark = 255;
+    for (int y = 3; y < 14; ++y)
+      for (int x = 0; x < 120; ++x) dark = std::min(dark, qGray(picture.pixel(corner + QPoint(x, y))));
+    return dark;
+  };
+  const int marked = darkest();
+  Press(&bar().words(), Qt::Key_Escape);
+  EXPECT_LE(marked, darkest() + 5);
+}
+
 TEST_F(FindInTheWindow, ListsTheHitsWithTheirPeriodAndBill) {
   OpenFirst();
   const std::vector<int> hits = Rows("入库");

@@ -7,13 +7,16 @@
 #include <cmath>
 
 #include "base/scope_exit.h"
+#include "qt/colour.h"
 #include "sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {
 
-// Texts stay legible below it on light and dark cells.
+// What dark cells get on top of them, texts included; it leaves light texts light.
 constexpr QColor kMarkFill(255, 196, 0, 84);
+// What light cells are dyed with, which leaves dark texts as they are.
+constexpr QColor kMarkDye(255, 234, 164);
 constexpr QColor kMarkEdge(224, 140, 0, 200);
 
 }  // namespace
@@ -74,10 +77,13 @@ void HitMarks::Paint(const QRect& part) {
   const auto down = [scale](int logical) { return static_cast<int>(std::floor(logical * scale)); };
   const sheet::Rect pixels{down(part.left()), down(part.top()), down(part.width()) + 2, down(part.height()) + 2};
   QPainter painter(stockbook_.viewport());
+  const bool on_dark = qt::IsDark(qt::ToQColor(stockbook_.sheet().ColourOf(platform::GridColour::kBackColor)));
   ForEachMark(pixels, [&](int, int, const sheet::Rect& cell) {
     // Without the grid lines at its right and lower edge.
     const QRectF area(cell.x / scale, cell.y / scale, (cell.width - 1) / scale, (cell.height - 1) / scale);
-    painter.fillRect(area, kMarkFill);
+    painter.setCompositionMode(on_dark ? QPainter::CompositionMode_SourceOver : QPainter::CompositionMode_Multiply);
+    painter.fillRect(area, on_dark ? kMarkFill : kMarkDye);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.fillRect(QRectF(area.left(), area.bottom() - 2, area.width(), 2), kMarkEdge);
   });
 }
