@@ -6,10 +6,14 @@
 #include <QStyle>
 
 #include "qt/tool_tip.h"
+#include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {
 
-MessageLine::MessageLine(QWidget* parent) : QLabel(parent) { setMinimumWidth(1); }
+MessageLine::MessageLine(QWidget* parent) : QLabel(parent) {
+  setMinimumWidth(1);
+  setContentsMargins(kBarMargin, 0, 0, 0);
+}
 
 void MessageLine::Show(const QString& message) {
   message_ = message;
@@ -33,8 +37,8 @@ QSize MessageLine::sizeHint() const { return {1, fontMetrics().height()}; }
 
 void MessageLine::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, palette(), isEnabled(),
-                        Shown(), QPalette::WindowText);
+  style()->drawItemText(&painter, contentsRect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, palette(),
+                        isEnabled(), Shown(), QPalette::WindowText);
 }
 
 void MessageLine::resizeEvent(QResizeEvent*) { UpdateToolTip(); }
@@ -46,7 +50,7 @@ void MessageLine::changeEvent(QEvent* event) {
   UpdateToolTip();
 }
 
-QString MessageLine::Shown() const { return fontMetrics().elidedText(Text(), Qt::ElideRight, width()); }
+QString MessageLine::Shown() const { return fontMetrics().elidedText(Text(), Qt::ElideRight, contentsRect().width()); }
 
 void MessageLine::UpdateToolTip() {
   const bool cut_off = Shown() != Text();
