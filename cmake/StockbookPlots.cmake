@@ -1,10 +1,8 @@
 # SPDX-License-Identifier: MIT
 # The library that draws the reference host's plots. Where it is missing, or switched off, the program is built without
-# it and says so when it is asked for a plot. Sets stockbook_plot_libraries and stockbook_plot_definitions
-# (STOCKBOOK_WITH_PLOTS).
+# it and says so when it is asked for a plot. Sets stockbook_plot_libraries.
 
 set(stockbook_plot_libraries "")
-set(stockbook_plot_definitions "")
 if(STOCKBOOK_PLOTS)
   find_package(PkgConfig QUIET)
   if(PkgConfig_FOUND)
@@ -13,7 +11,6 @@ if(STOCKBOOK_PLOTS)
 endif()
 if(STOCKBOOK_PLOTS AND STOCKBOOK_PLOTS_LIBRARY_FOUND)
   set(stockbook_plot_libraries PkgConfig::STOCKBOOK_PLOTS_LIBRARY)
-  set(stockbook_plot_definitions STOCKBOOK_WITH_PLOTS)
 else()
   message(STATUS "The reference host is built without plots: PLplot or cairo is missing or switched off")
 endif()
