@@ -8,11 +8,35 @@
 #include <QCoreApplication>
 #include <memory>
 
+#include "databases/late/late_library.h"
 #include "platform/error.h"
 #include "stockbook/plot/plot_pen.h"
 
 namespace stockbook::app {
 namespace {
+
+// Loaded with the first plot, as the library that draws on it is.
+constexpr databases::LateLibrary kCairoLibrary(STOCKBOOK_CAIRO_FILE);
+constinit const databases::LateFunction<decltype(::cairo_create)> cairo_create(kCairoLibrary, "cairo_create");
+constinit const databases::LateFunction<decltype(::cairo_destroy)> cairo_destroy(kCairoLibrary, "cairo_destroy");
+constinit const databases::LateFunction<decltype(::cairo_image_surface_create_for_data)>
+    cairo_image_surface_create_for_data(kCairoLibrary, "cairo_image_surface_create_for_data");
+constinit const databases::LateFunction<decltype(::cairo_paint)> cairo_paint(kCairoLibrary, "cairo_paint");
+constinit const databases::LateFunction<decltype(::cairo_pdf_surface_create_for_stream)>
+    cairo_pdf_surface_create_for_stream(kCairoLibrary, "cairo_pdf_surface_create_for_stream");
+constinit const databases::LateFunction<decltype(::cairo_set_source_rgb)> cairo_set_source_rgb(kCairoLibrary,
+                                                                                               "cairo_set_source_rgb");
+constinit const databases::LateFunction<decltype(::cairo_status)> cairo_status(kCairoLibrary, "cairo_status");
+constinit const databases::LateFunction<decltype(::cairo_surface_destroy)> cairo_surface_destroy(
+    kCairoLibrary, "cairo_surface_destroy");
+constinit const databases::LateFunction<decltype(::cairo_surface_finish)> cairo_surface_finish(kCairoLibrary,
+                                                                                               "cairo_surface_finish");
+constinit const databases::LateFunction<decltype(::cairo_surface_flush)> cairo_surface_flush(kCairoLibrary,
+                                                                                             "cairo_surface_flush");
+constinit const databases::LateFunction<decltype(::cairo_surface_status)> cairo_surface_status(kCairoLibrary,
+                                                                                               "cairo_surface_status");
+constinit const databases::LateFunction<decltype(::cairo_svg_surface_create_for_stream)>
+    cairo_svg_surface_create_for_stream(kCairoLibrary, "cairo_svg_surface_create_for_stream");
 
 struct DestroyCairo {
   void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
@@ -43,7 +67,7 @@ cairo_status_t TakePlotBytes(void* bytes, const unsigned char* data, unsigned le
 
 QByteArray PlotVectorFile(const JournalPlot& plot, const PlotPage& page, PlotFormat format) {
   QByteArray bytes;
-  const auto create =
+  const auto& create =
       format == PlotFormat::kPdf ? cairo_pdf_surface_create_for_stream : cairo_svg_surface_create_for_stream;
   CairoSurface surface(create(TakePlotBytes, &bytes, page.width, page.height));
   bool drawn = DrawOnto(surface, plot, page, PlotLook::kLight);
@@ -52,10 +76,18 @@ QByteArray PlotVectorFile(const JournalPlot& plot, const PlotPage& page, PlotFor
   return drawn ? bytes : QByteArray();
 }
 
+bool HasCairo() {
+  try {
+    return kCairoLibrary.Find("cairo_create") != nullptr;
+  } catch (const platform::Error&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 bool CanDrawPlots() {
-  static const bool can = HasPlotDriver();
+  static const bool can = HasCairo() && HasPlotDriver();
   return can;
 }
 
@@ -63,7 +95,7 @@ const char* WhyNoPlots() {
   return CanDrawPlots()
              ? ""
              : QT_TRANSLATE_NOOP("stockbook",
-                                 "找不到绘图库 PLplot 的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。");
+                                 "找不到绘图库 PLplot 或它的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。");
 }
 
 QImage PlotPicture(const JournalPlot& plot, const PlotPage& page, PlotLook look) {

@@ -11,11 +11,38 @@
 #include <string>
 #include <vector>
 
+#include "databases/late/late_library.h"
 #include "platform/error.h"
 #include "stockbook/plot/plot_layout.h"
 
 namespace stockbook::app {
 namespace {
+
+// The library, which brings a dozen others, is loaded with the first plot. Its functions are called as ever; its
+// header's macros call most of them by the names in quotes.
+constexpr databases::LateLibrary kPlotLibrary(STOCKBOOK_PLPLOT_FILE);
+constinit const databases::LateFunction<decltype(::pl_cmd)> pl_cmd(kPlotLibrary, "pl_cmd");
+constinit const databases::LateFunction<decltype(::pladv)> pladv(kPlotLibrary, "c_pladv");
+constinit const databases::LateFunction<decltype(::plbox)> plbox(kPlotLibrary, "c_plbox");
+constinit const databases::LateFunction<decltype(::plcol0)> plcol0(kPlotLibrary, "c_plcol0");
+constinit const databases::LateFunction<decltype(::plend)> plend(kPlotLibrary, "c_plend");
+constinit const databases::LateFunction<decltype(::plfill)> plfill(kPlotLibrary, "c_plfill");
+constinit const databases::LateFunction<decltype(::plgDevs)> plgDevs(kPlotLibrary, "plgDevs");
+constinit const databases::LateFunction<decltype(::plgspa)> plgspa(kPlotLibrary, "c_plgspa");
+constinit const databases::LateFunction<decltype(::plinit)> plinit(kPlotLibrary, "c_plinit");
+constinit const databases::LateFunction<decltype(::plline)> plline(kPlotLibrary, "c_plline");
+constinit const databases::LateFunction<decltype(::plptex)> plptex(kPlotLibrary, "c_plptex");
+constinit const databases::LateFunction<decltype(::plschr)> plschr(kPlotLibrary, "c_plschr");
+constinit const databases::LateFunction<decltype(::plscol0)> plscol0(kPlotLibrary, "c_plscol0");
+constinit const databases::LateFunction<decltype(::plsdev)> plsdev(kPlotLibrary, "c_plsdev");
+constinit const databases::LateFunction<decltype(::plsexit)> plsexit(kPlotLibrary, "plsexit");
+constinit const databases::LateFunction<decltype(::plslabelfunc)> plslabelfunc(kPlotLibrary, "c_plslabelfunc");
+constinit const databases::LateFunction<decltype(::plsmaj)> plsmaj(kPlotLibrary, "c_plsmaj");
+constinit const databases::LateFunction<decltype(::plsmin)> plsmin(kPlotLibrary, "c_plsmin");
+constinit const databases::LateFunction<decltype(::plspage)> plspage(kPlotLibrary, "c_plspage");
+constinit const databases::LateFunction<decltype(::plvpor)> plvpor(kPlotLibrary, "c_plvpor");
+constinit const databases::LateFunction<decltype(::plwidth)> plwidth(kPlotLibrary, "c_plwidth");
+constinit const databases::LateFunction<decltype(::plwind)> plwind(kPlotLibrary, "c_plwind");
 
 constexpr const char* kPlotDriver = "extcairo";  // draws where the caller says, in memory or into a file's surface
 
@@ -229,11 +256,11 @@ class PlotPen {
 unsigned PlotPaperShade(PlotLook look) { return ShadesOf(look)[kPaperInk]; }
 
 bool HasPlotDriver() {
-  plsexit(LeavePlotLibrary);
   try {
+    plsexit(LeavePlotLibrary);
     return ListsPlotDriver();
   } catch (const platform::Error&) {
-    return false;  // it finds no list of its drivers
+    return false;  // it is not here, or finds no list of its drivers
   }
 }
 

@@ -890,8 +890,8 @@ A dot at the top right of a quantity: the row says where its stock came from.
         <translation>&amp;Open...</translation>
     </message>
     <message>
-        <source>找不到绘图库 PLplot 的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。</source>
-        <translation>The cairo driver of the plotting library PLplot is missing, so nothing can be drawn: install the package plplot-driver-cairo.</translation>
+        <source>找不到绘图库 PLplot 或它的 cairo 驱动，不能作图：请安装软件包 plplot-driver-cairo。</source>
+        <translation>The plotting library PLplot or its driver for cairo is missing, so nothing can be drawn: install the package plplot-driver-cairo.</translation>
     </message>
     <message>
         <source>找到的内容</source>
