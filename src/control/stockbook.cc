@@ -217,6 +217,7 @@ void Stockbook::FormatGrid() {
   {
     const auto tag = platform::BusyTag(fg_, "Format");
     const auto pointer = platform::PointerKept(fg_);
+    const auto redraw = platform::RedrawOff(fg_);
     outline_col_key_ = keys::kBillNo;
     grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
     SizeRows();

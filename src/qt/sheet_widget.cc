@@ -207,9 +207,11 @@ void SheetWidget::PaintView(QPainter& painter, const QRegion& region, const shee
   }
 }
 
+// While redraw is off, columns change one by one: the bars follow with what is shown when it is on again.
 void SheetWidget::ScrollChanged() {
+  if (!sheet().Redraw()) return;
   if (QToolTip::isVisible()) QToolTip::hideText();  // its cell is no longer under the mouse
-  if (sheet().Redraw()) MovePixels();
+  MovePixels();
   UpdateBars();
 }
 

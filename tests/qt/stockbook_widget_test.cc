@@ -221,6 +221,20 @@ TEST_F(Widget, FollowsItsScrollBars) {
   EXPECT_EQ(sheet().BottomRow(), sheet().Rows() - 1);
 }
 
+TEST_F(Widget, MovesItsScrollBarsOnceForColumnsThatChangeWhileRedrawIsOff) {
+  ShowLoaded();
+  QScrollBar& bar = *qobject_cast<QAbstractScrollArea*>(widget_->viewport()->parentWidget())->horizontalScrollBar();
+  int times = 0;
+  QObject::connect(&bar, &QScrollBar::rangeChanged, &bar, [&] { ++times; });
+  const int before = bar.maximum();
+  sheet().SetRedraw(false);
+  for (int column = sheet().FixedCols(); column < sheet().Cols(); ++column) sheet().SetColWidth(column, 9000 + column);
+  EXPECT_EQ(times, 0);
+  sheet().SetRedraw(true);
+  EXPECT_EQ(times, 1);
+  EXPECT_GT(bar.maximum(), before);
+}
+
 TEST_F(Widget, MovesTheCurrentCellByTheKeys) {
   ShowLoaded();
   Click(CenterOf(3, "BillNo"));
