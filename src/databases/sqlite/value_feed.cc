@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "databases/sqlite/value_feed.h"
 
+#include <array>
 #include <span>
 
 #include "base/number.h"
@@ -52,15 +53,27 @@ void ValueFeed::TakeNull() {
   for (Target& target : targets_) target.sink->builder.AppendNull();
 }
 
+void ValueFeed::Begin(Held kind) {
+  const size_t held = held_ == kind ? count_ : 0;
+  Flush();
+  const auto make_room = [&](auto& numbers) {
+    if (held == numbers.size()) numbers.resize(numbers.empty() ? kFirstPortion : kPortion);
+  };
+  if (kind == Held::kReals) {
+    make_room(reals_);
+  } else if (kind != Held::kTexts) {
+    make_room(counted_);
+  }
+  held_ = kind;
+}
+
 void ValueFeed::TakeReal(double number) {
-  if (held_ != Held::kReals || count_ == kPortion) Flush();
-  held_ = Held::kReals;
+  if (held_ != Held::kReals || count_ == reals_.size()) Begin(Held::kReals);
   reals_[count_++] = number;
 }
 
 void ValueFeed::Hold(Held kind, int64_t number) {
-  if (held_ != kind || count_ == kPortion) Flush();
-  held_ = kind;
+  if (held_ != kind || count_ == counted_.size()) Begin(kind);
   counted_[count_++] = number;
 }
 
@@ -111,15 +124,15 @@ void ValueFeed::AppendClean(std::string_view text) {
 // Where texts differ from row to row they are looked up some at a time.
 void ValueFeed::HoldText(std::string_view text) {
   constexpr size_t kLongest = 256;
-  if (held_ != Held::kTexts || count_ == columns::TextPool::kMostAtOnce) Flush();
+  if (held_ != Held::kTexts || count_ == columns::TextPool::kMostAtOnce) Begin(Held::kTexts);
   if (text.size() > kLongest) {
     Flush();
     for (Target& target : targets_) target.sink->builder.AppendText(text);
     return;
   }
-  held_ = Held::kTexts;
   texts_ += text;
-  text_ends_[++count_] = texts_.size();
+  text_ends_.push_back(texts_.size());
+  ++count_;
 }
 
 // Minus a text is minus the number that it spells; a text that spells none has no negative.
@@ -170,7 +183,7 @@ void ValueFeed::TakeDate(sqlite3_value* stored, int type) {
 
 void ValueFeed::FlushReals(const Target& target) const {
   if (target.sign == Sign::kKept) {
-    target.sink->builder.AppendDoubles(std::span(reals_).first(count_));
+    target.sink->builder.AppendDoubles(std::span<const double>(reals_).first(count_));
     return;
   }
   std::array<double, kPortion> negated;
@@ -179,7 +192,7 @@ void ValueFeed::FlushReals(const Target& target) const {
 }
 
 void ValueFeed::FlushCounted(const Target& target) const {
-  auto numbers = std::span(counted_).first(count_);
+  auto numbers = std::span<const int64_t>(counted_).first(count_);
   std::array<int64_t, kPortion> negated;
   if (target.sign == Sign::kNegated && held_ != Held::kDates) {
     // Money refuses what has no negative; a whole number without one was refused when it came.
@@ -198,10 +211,14 @@ void ValueFeed::FlushCounted(const Target& target) const {
 
 void ValueFeed::FlushTexts() {
   std::array<std::string_view, columns::TextPool::kMostAtOnce> texts;
-  for (size_t at = 0; at < count_; ++at)
-    texts[at] = std::string_view(texts_).substr(text_ends_[at], text_ends_[at + 1] - text_ends_[at]);
+  size_t begin = 0;
+  for (size_t at = 0; at < count_; ++at) {
+    texts[at] = std::string_view(texts_).substr(begin, text_ends_[at] - begin);
+    begin = text_ends_[at];
+  }
   for (Target& target : targets_) target.sink->builder.AppendTexts(std::span(texts).first(count_));
   texts_.clear();
+  text_ends_.clear();
 }
 
 void ValueFeed::Flush() {

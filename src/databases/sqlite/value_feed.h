@@ -3,7 +3,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,6 +35,7 @@ class ValueFeed {
   void Flush();
 
  private:
+  static constexpr size_t kFirstPortion = 32;
   static constexpr size_t kPortion = 512;
   enum class Held : uint8_t { kNone, kReals, kUnits, kWholes, kDates, kTexts };
   struct Target {
@@ -43,6 +43,8 @@ class ValueFeed {
     Sign sign;
   };
 
+  // Passes on what is held; numbers or texts of the kind are held from now on.
+  void Begin(Held kind);
   void TakeReal(double number);
   // A number of units of money, a whole number or the seconds of a date.
   void Hold(Held kind, int64_t number);
@@ -63,10 +65,12 @@ class ValueFeed {
   Form form_;
   Held held_ = Held::kNone;
   size_t count_ = 0;
-  std::array<double, kPortion> reals_{};
-  std::array<int64_t, kPortion> counted_{};
+  // As long as there is room. A statement has hundreds of feeds, most of which hold one kind, and in small tables a few
+  // rows of it: there is little room at first, and a portion's in tables that fill that.
+  std::vector<double> reals_;
+  std::vector<int64_t> counted_;
   std::string texts_;  // one after the other
-  std::array<size_t, columns::TextPool::kMostAtOnce + 1> text_ends_{};
+  std::vector<size_t> text_ends_;
   std::vector<Target> targets_;
   bool has_negated_ = false;
   KnownTexts known_texts_;
