@@ -25,6 +25,7 @@ void RecentInventories::Add(const QString& file) {
   if (file.isEmpty()) return;
   const QString path = QFileInfo(file).absoluteFilePath();
   QStringList files = memory_.OfWindow(RecentName()).toStringList();
+  if (files.value(0) == path) return;
   files.removeAll(path);
   files.prepend(path);
   memory_.SetOfWindow(RecentName(), QStringList(files.mid(0, kMostRecent)));

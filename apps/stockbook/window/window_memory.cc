@@ -47,8 +47,13 @@ std::map<std::string, int> FromMap(const QVariant& stored) {
 
 }  // namespace
 
+// The settings write all they hold, with locks, whenever something was set, be it what it was.
+void WindowMemory::Put(const QString& key, const QVariant& value) {
+  if (settings_.value(key) != value) settings_.setValue(key, value);
+}
+
 void WindowMemory::SetOfWindow(const QString& name, const QVariant& value) {
-  settings_.setValue(QStringLiteral("window/") + name, value);
+  Put(QStringLiteral("window/") + name, value);
 }
 
 void WindowMemory::SetInventory(const std::string& name) {
@@ -75,14 +80,13 @@ std::optional<JournalOptions> WindowMemory::LastSubject() const {
 
 void WindowMemory::SetLastSubject(const JournalOptions& options) {
   if (group_.isEmpty()) return;
-  settings_.setValue(group_ + QLatin1String(kSubject),
-                     QVariantMap{{QStringLiteral("type"), options.journal_type},
-                                 {QStringLiteral("key"), options.key_id},
-                                 {QStringLiteral("second"), options.dp_id},
-                                 {QStringLiteral("class"), qt::ToQString(options.dp_code)},
-                                 {QStringLiteral("qty2"), options.allow_qty2},
-                                 {QStringLiteral("tax"), options.allow_inv},
-                                 {QStringLiteral("restrict"), options.acc_restrict}});
+  Put(group_ + QLatin1String(kSubject), QVariantMap{{QStringLiteral("type"), options.journal_type},
+                                                    {QStringLiteral("key"), options.key_id},
+                                                    {QStringLiteral("second"), options.dp_id},
+                                                    {QStringLiteral("class"), qt::ToQString(options.dp_code)},
+                                                    {QStringLiteral("qty2"), options.allow_qty2},
+                                                    {QStringLiteral("tax"), options.allow_inv},
+                                                    {QStringLiteral("restrict"), options.acc_restrict}});
 }
 
 QString WindowMemory::KeyOfJournals(int journal_type, const QString& name) const {
@@ -94,7 +98,7 @@ QVariant WindowMemory::OfJournals(int journal_type, const QString& name) const {
 }
 
 void WindowMemory::SetOfJournals(int journal_type, const QString& name, const QVariant& value) {
-  if (!group_.isEmpty()) settings_.setValue(KeyOfJournals(journal_type, name), value);
+  if (!group_.isEmpty()) Put(KeyOfJournals(journal_type, name), value);
 }
 
 std::optional<ColumnChanges> WindowMemory::Columns(int journal_type) const {

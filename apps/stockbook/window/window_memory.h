@@ -46,6 +46,7 @@ class WindowMemory {
   void Forget();
 
  private:
+  void Put(const QString& key, const QVariant& value);
   QString KeyOfJournals(int journal_type, const QString& name) const;
 
   QSettings& settings_;
