@@ -7,8 +7,10 @@
 #include <QImage>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <QStyleOptionSlider>
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 #include "stockbook/command/gui_session.h"
 #include "stockbook/window/window_colours.h"
@@ -89,6 +91,40 @@ TEST_F(Boxes, AndTheEdgesOfMenusCanBeSeenOnADarkDesktop) {
     const QImage menu = UntickedBox(style_, dark, element);
     for (const QPoint edge : {QPoint(kBoxSide / 2, 0), QPoint(0, kBoxSide / 2), QPoint(kBoxSide - 1, kBoxSide / 2)})
       EXPECT_GT(qGray(menu.pixel(edge)) - window, 30) << edge.x() << ' ' << edge.y();
+  }
+}
+
+// The middle of a vertical scroll bar's rows, from above.
+std::vector<int> GreysOfBar(const QStyle& style, const QPalette& palette, int position) {
+  QStyleOptionSlider bar;
+  bar.rect = QRect(0, 0, kBoxSide, 300);
+  bar.orientation = Qt::Vertical;
+  bar.state = QStyle::State_Enabled | QStyle::State_Active;
+  bar.palette = palette;
+  bar.minimum = 0;
+  bar.maximum = 100;
+  bar.pageStep = 50;
+  bar.sliderPosition = bar.sliderValue = position;
+  bar.subControls = QStyle::SC_All;
+  QImage image(bar.rect.size(), QImage::Format_RGB32);
+  image.fill(palette.color(QPalette::Window));
+  QPainter painter(&image);
+  style.drawComplexControl(QStyle::CC_ScrollBar, &bar, &painter);
+  painter.end();
+  std::vector<int> greys;
+  for (int y = 0; y < image.height(); ++y) greys.push_back(qGray(image.pixel(kBoxSide / 2, y)));
+  return greys;
+}
+
+TEST_F(Boxes, AndTheSliderOfAScrollBarStandsOutWhereItIs) {
+  if (style_.baseStyle()->name() != QLatin1String("fusion")) GTEST_SKIP() << "another style draws scroll bars here";
+  const QColor pale(0xEF, 0xEF, 0xEF);
+  for (const QPalette& palette : {QPalette(pale, pale), DarkPalette()}) {
+    const std::vector<int> top = GreysOfBar(style_, palette, 0);
+    const std::vector<int> bottom = GreysOfBar(style_, palette, 100);
+    EXPECT_GT(std::abs(top[60] - top[240]), 40);
+    EXPECT_EQ(bottom[240], top[60]);
+    EXPECT_EQ(bottom[60], top[240]);
   }
 }
 
