@@ -62,9 +62,9 @@ void JournalViews::ConnectPanels() {
     if (visible) RefreshPlot();
   });
   connect(plot_, &PlotPanel::Told, this, &JournalViews::Told);
-  connect(&plot_->view(), &PlotView::PointChosen, this, &JournalViews::GoToPoint);
-  connect(&plot_->view(), &PlotView::MoveWanted, this, &JournalViews::MoveInPlot);
-  connect(&plot_->view(), &PlotView::Left, this, &JournalViews::ReturnToJournal);
+  connect(plot_, &PlotPanel::PointChosen, this, &JournalViews::GoToPoint);
+  connect(plot_, &PlotPanel::MoveWanted, this, &JournalViews::MoveInPlot);
+  connect(plot_, &PlotPanel::Left, this, &JournalViews::ReturnToJournal);
   // The control is in the middle of an event then.
   connect(&stockbook_, &qt::StockbookWidget::AfterRowChanged, this, &JournalViews::FollowRow, Qt::QueuedConnection);
 }
@@ -95,9 +95,9 @@ void JournalViews::AddPanelAction(QMenu& menu, QDockWidget& panel, const QString
   action->setShortcut(key);
   action->setCheckable(true);
   QDockWidget* shown = &panel;
-  QWidget* inside = shown == periods_ ? static_cast<QWidget*>(&periods_->view()) : &plot_->view();
   connect(shown, &QDockWidget::visibilityChanged, action, [action, shown] { action->setChecked(!shown->isHidden()); });
-  connect(action, &QAction::triggered, this, [this, action, shown, inside] {
+  connect(action, &QAction::triggered, this, [this, action, shown] {
+    QWidget* inside = shown == periods_ ? static_cast<QWidget*>(&periods_->view()) : &plot_->view();
     if (inside->hasFocus()) {
       shown->hide();
       ReturnToJournal();
@@ -166,13 +166,10 @@ int64_t JournalViews::CurrentRecord() const {
 
 void JournalViews::MarkLine() {
   const int64_t current = CurrentRecord();
-  if (current < 0) {
-    plot_->view().SetMark(std::nullopt);
-    return;
-  }
   const auto record = static_cast<size_t>(current);
-  if (!periods_->isHidden()) periods_->Mark(record);
-  if (!plot_->isHidden()) plot_->view().SetMark(PlotStepOf(stockbook_.Grid(), record));
+  if (!periods_->isHidden() && current >= 0) periods_->Mark(record);
+  if (!plot_->isHidden())
+    plot_->view().SetMark(current < 0 ? std::nullopt : std::optional(PlotStepOf(stockbook_.Grid(), record)));
 }
 
 // Whatever led to a line outside the range, a hit or a link: the line is what the user wants to see.

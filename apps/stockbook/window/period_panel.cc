@@ -13,9 +13,22 @@
 
 namespace stockbook::app {
 
-PeriodPanel::PeriodPanel(QWidget* parent)
-    : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)), view_(new QuietTable) {
+PeriodPanel::PeriodPanel(QWidget* parent) : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)) {
   setObjectName(QStringLiteral("PeriodPanel"));
+}
+
+QTableView& PeriodPanel::view() {
+  if (view_ == nullptr) Build();
+  return *view_;
+}
+
+void PeriodPanel::setVisible(bool visible) {
+  if (visible && view_ == nullptr) Build();
+  QDockWidget::setVisible(visible);
+}
+
+void PeriodPanel::Build() {
+  view_ = new QuietTable;
   view_->setModel(table_);
   view_->setSelectionBehavior(QAbstractItemView::SelectRows);
   view_->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -52,8 +65,8 @@ void PeriodPanel::Mark(size_t record) {
   const std::vector<PeriodLine>& lines = table_->lines();
   for (size_t at = 0; at < lines.size(); ++at) {
     if (record < lines[at].records.begin || record >= lines[at].records.end) continue;
-    const int column = std::max(view_->currentIndex().column(), 0);
-    view_->setCurrentIndex(table_->index(static_cast<int>(at), column));
+    const int column = std::max(view().currentIndex().column(), 0);
+    view().setCurrentIndex(table_->index(static_cast<int>(at), column));
     return;
   }
 }

@@ -27,8 +27,22 @@ QToolButton* PlotButton(const QString& text) {
 
 }  // namespace
 
-PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent), view_(new PlotView) {
+PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), parent) {
   setObjectName(QStringLiteral("PlotPanel"));
+}
+
+PlotView& PlotPanel::view() {
+  if (view_ == nullptr) Build();
+  return *view_;
+}
+
+void PlotPanel::setVisible(bool visible) {
+  if (visible && view_ == nullptr) Build();
+  QDockWidget::setVisible(visible);
+}
+
+void PlotPanel::Build() {
+  view_ = new PlotView;
   print_ = PlotButton(HostText("打印图(&C)..."));
   save_ = PlotButton(HostText("另存图(&X)..."));
   auto* body = new QWidget;
@@ -45,6 +59,9 @@ PlotPanel::PlotPanel(QWidget* parent) : QDockWidget(HostText("走势图"), paren
   setWidget(body);
   connect(print_, &QToolButton::clicked, this, &PlotPanel::Print);
   connect(save_, &QToolButton::clicked, this, &PlotPanel::Save);
+  connect(view_, &PlotView::PointChosen, this, &PlotPanel::PointChosen);
+  connect(view_, &PlotView::MoveWanted, this, &PlotPanel::MoveWanted);
+  connect(view_, &PlotView::Left, this, &PlotPanel::Left);
 }
 
 void PlotPanel::showEvent(QShowEvent* event) {
@@ -58,7 +75,7 @@ void PlotPanel::Print() {
   QPrintDialog dialog(&printer, this);
   dialog.setWindowTitle(HostText("打印走势图"));
   if (dialog.exec() != QDialog::Accepted) return;
-  emit Told(PrintPlot(view_->plot(), printer) ? HostText("已打印走势图。")
+  emit Told(PrintPlot(view().plot(), printer) ? HostText("已打印走势图。")
                                               : HostText("打印机没有接受走势图：请检查打印机，或另存为 PDF。"));
 }
 
@@ -67,7 +84,7 @@ void PlotPanel::Save() {
                                                     HostText("图片 (*.png);;PDF 文件 (*.pdf);;矢量图 (*.svg)"));
   if (path.isEmpty()) return;
   try {
-    SavePlot(view_->plot(), path);
+    SavePlot(view().plot(), path);
     emit Told(HostText("已写入 %1。").arg(path));
   } catch (const platform::Error& error) {
     emit Told(qt::ToQString(error.what()));

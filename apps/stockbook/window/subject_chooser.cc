@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStandardItemModel>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -42,31 +43,26 @@ bool WordFilter::lessThan(const QModelIndex& left, const QModelIndex& right) con
   return left_uses != right_uses ? left_uses > right_uses : left.row() < right.row();
 }
 
-SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new WordFilter(this)) {
-  setEditable(true);
+SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent) {
+  // The usual field would come with a list of its own of what was found.
+  auto* field = new QLineEdit;
+  auto* searching = new QCompleter(this);
+  field->setCompleter(searching);
+  setLineEdit(field);
+  setCompleter(searching);
   setInsertPolicy(NoInsert);
   setMaxVisibleItems(kShownEntries);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(kLeastCharacters);
   // Otherwise it is the tooltip with its markup.
   setAccessibleDescription(tr("输入几个词查找；Enter 载入，Esc 还原"));
-  filter_->setSourceModel(model());
-  filter_->sort(0);
-  auto* searching = new QCompleter(filter_, this);
   searching->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
   searching->setCaseSensitivity(Qt::CaseInsensitive);
   searching->setMaxVisibleItems(kShownEntries);
-  setCompleter(searching);
-  searching->popup()->installEventFilter(this);
-  connect(lineEdit(), &QLineEdit::textEdited, this, [this, searching](const QString& text) {
-    typed_ = true;
-    filter_->SetText(text);
-    WidenList(*searching->popup());
-    searching->complete();
-  });
+  connect(lineEdit(), &QLineEdit::textEdited, this, &SubjectChooser::Search);
   connect(searching, qOverload<const QModelIndex&>(&QCompleter::activated), this, [this](const QModelIndex& found) {
     // The index belongs to the completer's own model, whose rows are those of the filter.
-    setCurrentIndex(filter_->mapToSource(filter_->index(found.row(), 0)).row());
+    setCurrentIndex(Filter().mapToSource(Filter().index(found.row(), 0)).row());
     ShowCurrent();
     emit Chosen();
   });
@@ -77,17 +73,35 @@ SubjectChooser::SubjectChooser(QWidget* parent) : QComboBox(parent), filter_(new
   connect(lineEdit(), &QLineEdit::returnPressed, this, &SubjectChooser::Enter);
 }
 
+WordFilter& SubjectChooser::Filter() {
+  if (filter_ != nullptr) return *filter_;
+  filter_ = new WordFilter(this);
+  filter_->setSourceModel(model());
+  filter_->sort(0);
+  completer()->setModel(filter_);
+  return *filter_;
+}
+
+void SubjectChooser::Search(const QString& text) {
+  typed_ = true;
+  Filter().SetText(text);
+  // The list of what was found is made by the first search; a filter that is there already is not installed twice.
+  completer()->popup()->installEventFilter(this);
+  WidenList(*completer()->popup());
+  completer()->complete();
+}
+
 void SubjectChooser::SetEntries(std::vector<CatalogEntry> entries, const Uses& uses) {
   entries_ = std::move(entries);
-  filter_->SetText({});
+  if (filter_ != nullptr) filter_->SetText({});
   clear();
-  QStringList texts;
-  for (const CatalogEntry& entry : entries_) texts.append(qt::ToQString(entry.text));
-  addItems(texts);
-  for (size_t index = 0; index < entries_.size(); ++index) {
-    const auto at = static_cast<int>(index);
-    if (!entries_[index].words.empty()) setItemData(at, qt::ToQString(entries_[index].words), WordFilter::kWordsRole);
+  QList<QStandardItem*> items;
+  for (const CatalogEntry& entry : entries_) {
+    items.append(new QStandardItem(qt::ToQString(entry.text)));
+    if (!entry.words.empty()) items.back()->setData(qt::ToQString(entry.words), WordFilter::kWordsRole);
   }
+  // All at once, for those who follow the list.
+  static_cast<QStandardItemModel*>(model())->invisibleRootItem()->appendRows(items);
   if (uses) Rank(uses);
   setCurrentIndex(entries_.empty() ? -1 : 0);
   ShowCurrent();
@@ -205,8 +219,8 @@ void SubjectChooser::Enter() {
 bool SubjectChooser::TakeTypedText() {
   bool found = true;
   if (currentText() != itemText(currentIndex()) && !currentText().trimmed().isEmpty()) {
-    filter_->SetText(currentText());
-    found = filter_->rowCount() > 0;
+    Filter().SetText(currentText());
+    found = Filter().rowCount() > 0;
     if (found) setCurrentIndex(BestFound());
   }
   ShowCurrent();

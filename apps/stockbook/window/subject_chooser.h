@@ -70,6 +70,9 @@ class SubjectChooser : public QComboBox {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // What is searched, made for the first search.
+  WordFilter& Filter();
+  void Search(const QString& text);
   void Enter();
   int BestFound() const;
   void ShowCurrent();
@@ -77,7 +80,7 @@ class SubjectChooser : public QComboBox {
   void WidenList(QAbstractItemView& list) const;
 
   std::vector<CatalogEntry> entries_;
-  WordFilter* filter_;
+  WordFilter* filter_ = nullptr;
   bool typed_ = false;  // the text is what somebody types, not the choice
 };
 
