@@ -225,6 +225,7 @@ void JournalBar::SetInventory(std::shared_ptr<platform::Connection> connection) 
   Subjects subjects = Read(*connection, Type());
   connection_ = std::move(connection);
   Fill(std::move(subjects));
+  left_type_ = -1;
 }
 
 SubjectChooser::Uses JournalBar::UsesOf(const QString& kind) const {
@@ -253,11 +254,16 @@ void JournalBar::ReadAgain() {
   if (FillChoosers()) SetOptions(chosen);
 }
 
-// Where the inventory cannot be read the bar goes back to the type that it has the subjects of, and returns false.
+// Where the inventory cannot be read, as while the window is closing, the bar goes back to what it knew of the type
+// that it had before; for another one it stays at the type that it has the subjects of, and returns false.
 bool JournalBar::FillChoosers() {
   try {
     Fill(connection_ == nullptr ? Subjects() : Read(*connection_, Type()));
   } catch (const platform::Error& error) {
+    if (type_->currentIndex() == left_type_) {
+      Fill(Subjects(left_));
+      return true;
+    }
     type_->setCurrentIndex(filled_type_);
     emit Failed(qt::ToQString(error.what()));
     return false;
@@ -267,6 +273,11 @@ bool JournalBar::FillChoosers() {
 
 void JournalBar::Fill(Subjects subjects) {
   const base::tqJournalTypeContants type = Type();
+  if (filled_type_ != type_->currentIndex()) {
+    left_ = std::move(filled_);
+    left_type_ = filled_type_;
+  }
+  filled_ = subjects;
   filled_type_ = type_->currentIndex();
   second_label_->setText(SecondKeyLabel(type));
   if (MayBeEveryProduct(type)) {

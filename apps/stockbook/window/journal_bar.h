@@ -80,6 +80,9 @@ class JournalBar : public QWidget {
   QGridLayout* rows_;
   QComboBox* type_;
   int filled_type_ = 0;  // the choosers are those of this type
+  Subjects filled_;      // of that type, as they were read
+  int left_type_ = -1;   // the type before, -1 for none of this inventory
+  Subjects left_;
   QLabel* product_label_;
   QLabel* second_label_;
   SubjectChooser* product_;
