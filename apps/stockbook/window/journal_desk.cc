@@ -11,10 +11,11 @@
 namespace stockbook::app {
 namespace {
 
-// Records the control's messages during one load.
+// Records the control's messages during one load, and pauses.
 class Recorder : public interaction::EventListener {
  public:
-  Recorder(control::Stockbook& control, LoadReport& report) : control_(control), report_(report) {
+  Recorder(control::Stockbook& control, LoadReport& report, const std::function<void()>& pause)
+      : control_(control), report_(report), pause_(pause) {
     control_.AddListener(this);
   }
   ~Recorder() override { control_.RemoveListener(this); }
@@ -22,13 +23,16 @@ class Recorder : public interaction::EventListener {
   Recorder& operator=(const Recorder&) = delete;
 
   void Process(int16_t Indicator) override {
-    if (report_.process.empty() || report_.process.back() != Indicator) report_.process.push_back(Indicator);
+    if (!report_.process.empty() && report_.process.back() == Indicator) return;
+    report_.process.push_back(Indicator);
+    if (pause_) pause_();
   }
   void Notify(const std::string& Msg) override { report_.notify.push_back(Msg); }
 
  private:
   control::Stockbook& control_;
   LoadReport& report_;
+  const std::function<void()>& pause_;
 };
 
 // In the words of the choosers, while the control's own ones are those of bills.
@@ -57,10 +61,10 @@ void SetUpJournal(control::Stockbook& control, const JournalOptions& options) {
 }
 
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
-                       const JournalOptions& options) {
+                       const JournalOptions& options, const std::function<void()>& pause) {
   control.SetConn(std::move(connection));
   LoadReport report;
-  const Recorder recorder(control, report);
+  const Recorder recorder(control, report, pause);
   try {
     SetUpJournal(control, options);
     // Load does not accept negative keys; the control's properties do.
@@ -68,6 +72,7 @@ LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Co
     report.loaded = control.Load(options.key_id, options.dp_id);
     if (report.loaded) ComposeNames(control);
     if (report.loaded) NameProduct(control, *control.Conn(), options);
+    if (report.loaded && pause) pause();
   } catch (const platform::Error& error) {
     report.notify.emplace_back(error.what());
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,9 +30,10 @@ struct LoadReport {
 void SetUpJournal(control::Stockbook& control, const JournalOptions& options);
 
 // Sets up the control from the options and loads the journal, with the names of products composed from the columns that
-// are hidden. The control keeps `connection`.
+// are hidden. The control keeps `connection`. `pause` is called whenever the progress is another one, and at the end;
+// what it throws ends the load like an error.
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
-                       const JournalOptions& options);
+                       const JournalOptions& options, const std::function<void()>& pause = {});
 
 // The error text of a load that failed: its last message, since no host cancels it; "" if there is none.
 std::string LoadError(const LoadReport& report);

@@ -11,6 +11,7 @@
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
 #include "platform/error.h"
+#include "platform/grid_guards.h"
 #include "qt/text.h"
 #include "qt/threaded_connection.h"
 
@@ -23,8 +24,8 @@ bool IsNarrow(int32_t key) {
 
 }  // namespace
 
-JournalLoader::JournalLoader(control::Stockbook& control)
-    : control_(control), beside_(std::make_shared<qt::Beside>()) {}
+JournalLoader::JournalLoader(qt::StockbookWidget& stockbook)
+    : stockbook_(stockbook), beside_(std::make_shared<qt::Beside>()) {}
 
 std::shared_ptr<PrefetchedConnection> JournalLoader::Prepare(std::shared_ptr<platform::Connection> opened) const {
   return std::make_shared<PrefetchedConnection>(std::make_shared<qt::ThreadedConnection>(std::move(opened), beside_));
@@ -33,6 +34,7 @@ std::shared_ptr<PrefetchedConnection> JournalLoader::Prepare(std::shared_ptr<pla
 LoadReport JournalLoader::Load(const JournalOptions& options) {
   if (connection_ == nullptr) return {};
   const auto connection = connection_;
+  const auto task = beside_->Begin();
   const base::ScopeExit dropped([&] { connection->Drop(); });
   try {
     connection->BeginMoment();
@@ -43,12 +45,23 @@ LoadReport JournalLoader::Load(const JournalOptions& options) {
     report.notify.emplace_back(error.what());
     return TellCancelled(std::move(report));
   }
-  return TellCancelled(LoadJournal(control_, connection, options));
+  return TellCancelled(HandOver(connection, options));
+}
+
+// What is half done is not painted.
+LoadReport JournalLoader::HandOver(const std::shared_ptr<PrefetchedConnection>& connection,
+                                   const JournalOptions& options) {
+  const auto redraw = platform::RedrawOff(stockbook_.Grid());
+  const bool updates = stockbook_.updatesEnabled();
+  stockbook_.setUpdatesEnabled(false);
+  const base::ScopeExit painted([&] { stockbook_.setUpdatesEnabled(updates); });
+  return LoadJournal(stockbook_.control(), connection, options, [this] { beside_->Pause(); });
 }
 
 // A statement that took too long was interrupted, too, and that stays a failure.
 LoadReport JournalLoader::TellCancelled(LoadReport report) const {
-  if (report.loaded || !beside_->WasCancelled()) return report;
+  if (!beside_->WasCancelled()) return report;
+  report.loaded = false;
   report.cancelled = true;
   report.notify.assign(1, qt::FromQString(QCoreApplication::translate("Reading", "已取消读取。")));
   return report;

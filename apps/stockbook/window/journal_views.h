@@ -39,6 +39,8 @@ class JournalViews : public QObject {
   void SetBusy(std::function<bool()> busy) { busy_ = std::move(busy); }
   // The commands with their keys.
   void AddActions(QMenu& menu);
+  // To be called when a load is over, before AfterLoad: one that failed has replaced nothing.
+  void LoadEnded(bool loaded) { is_fresh_ = is_fresh_ && loaded; }
   // To be called after every attempt to load: shows the range of the journal that is there now, unless it is still the
   // one from before.
   void AfterLoad(JournalRange range);

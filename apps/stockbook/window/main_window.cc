@@ -236,8 +236,8 @@ LoadReport MainWindow::Load(const JournalOptions& options) {
   // Rows that the range hides have moved the place.
   const auto& now = journal_->options();
   const bool same = before && now && IsSameJournal(*before, *now);
-  if (same && !now->range.IsAll() && now->range == before->range) place.GoBack(stockbook_->sheet());
-  if (!same && report.loaded && recall_ != nullptr) recall_->ReturnToPlace();
+  if (report.loaded && same && !now->range.IsAll() && now->range == before->range) place.GoBack(stockbook_->sheet());
+  if (report.loaded && !same && recall_ != nullptr) recall_->ReturnToPlace();
   row_count_->setText(views_->RowCount());
   if (report.loaded) coverage_->Tell(*journal_->connection(), options);
   if (!journal_->options().has_value()) coverage_->hide();
@@ -299,7 +299,7 @@ void MainWindow::BuildMenus() {
   menus.Add(MenuPlace::kFileOutput, tr("页面设置(&U)..."), {}, paper_, &PaperActions::SetUpPage);
   menus.Add(MenuPlace::kFileOutput, tr("导出(&E)..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), paper_,
             &PaperActions::Export);
-  menus.Add(MenuPlace::kFileEnd, tr("退出(&X)"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &QWidget::close);
+  menus.Add(MenuPlace::kFileEnd, tr("退出(&X)"), CloseKeys(), this, &QWidget::close);
   menus.Add(MenuPlace::kEditFind, tr("查找(&F)"), QKeySequence::Find, find_bar_, &FindBar::Open);
   menus.Add(MenuPlace::kEditFind, tr("查找下一个(&N)"), QKeySequence(Qt::Key_F3), find_bar_, &FindBar::Next);
   menus.Add(MenuPlace::kEditFind, tr("查找上一个(&R)"), QKeySequence(Qt::SHIFT | Qt::Key_F3), find_bar_,
@@ -320,6 +320,7 @@ void MainWindow::BuildMenus() {
 void MainWindow::BuildFeatures() {
   menus_->SetBusy([this] { return IsBusy(); });
   views_->SetBusy([this] { return IsBusy(); });
+  connect(journal_.get(), &ShownJournal::Arrived, views_, &JournalViews::LoadEnded);
   const auto load = [this](const JournalOptions& options) { return LoadJournal(options); };
   column_actions_ = std::make_unique<ColumnActions>(*stockbook_, *columns_, *menus_);
   history_ = std::make_unique<JournalHistory>(*stockbook_, *journal_, *menus_, load);

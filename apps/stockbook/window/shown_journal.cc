@@ -2,9 +2,9 @@
 #include "stockbook/window/shown_journal.h"
 
 #include <QApplication>
-#include <algorithm>
 #include <utility>
 
+#include "sheet/grid_sheet.h"
 #include "stockbook/window/host_layout.h"
 #include "stockbook/window/reading_place.h"
 
@@ -78,43 +78,36 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   control::Stockbook& control = stockbook_.control();
   const ReadingPlace place(stockbook_.sheet());
   const bool same = shown_.has_value() && IsSameJournal(*shown_, options);
-  const journal::SubjectKeys keys{control.KeyID(), static_cast<int16_t>(control.dpID()), control.dpCode()};
   emit Leaving();
   if (shown_.has_value()) LearnColumns();
-  const int type_before = control.JournalType();
   columns_.Hold();
+  control::KeptJournal kept = control.Keep();
+  sheet::GridSheet::Kept kept_grid = stockbook_.sheet().Keep();
+  const int type_before = control.JournalType();
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
   LoadReport report = loader_(options);
-  const bool put_back = !report.loaded && PutBackShown(report, keys);
   QApplication::restoreOverrideCursor();
   loading_ = false;
-  LowerCaptions(control);
-  PutColumnsBack(type_before);
-  // The names depend on what the user has shown and hidden.
-  ComposeNames(control);
-  if (!put_back) shown_ = report.loaded ? std::optional(options) : std::nullopt;
-  if (!((same && report.loaded) || put_back) || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
+  if (report.loaded) {
+    ShowLoaded(options, type_before);
+    if (!same || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
+  } else {
+    control.PutBack(std::move(kept));
+    stockbook_.sheet().PutBack(std::move(kept_grid));
+    columns_.Settle(JournalColumns::Earlier::kKept);
+  }
   emit Arrived(report.loaded);
   return report;
 }
 
-// Shows the journal again that a failed load was to replace. Returns false if there is none; then the header names
-// none.
-bool ShownJournal::PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys) {
-  control::Stockbook& control = stockbook_.control();
-  // A load tells the progress 0 when it has cleared the grid.
-  const bool cleared = std::find(failed.process.begin(), failed.process.end(), 0) != failed.process.end();
-  if (shown_.has_value() && !cleared) {
-    SetUpJournal(control, *shown_);
-    control.SetdpCode(keys.dpCode);
-    if (control.KeyID() != keys.KeyID) control.SetKeyID(keys.KeyID);
-    return true;
-  }
-  if (shown_.has_value() && loader_(*shown_).loaded) return true;
-  ShowNone();
-  return false;
+void ShownJournal::ShowLoaded(const JournalOptions& options, int type_before) {
+  shown_ = options;
+  LowerCaptions(stockbook_.control());
+  PutColumnsBack(type_before);
+  // The names depend on what the user has shown and hidden.
+  ComposeNames(stockbook_.control());
 }
 
 // Let the keyboard start from a visible cell.

@@ -8,7 +8,6 @@
 #include <optional>
 #include <utility>
 
-#include "journal/subject_keys.h"
 #include "platform/connection.h"
 #include "qt/stockbook_widget.h"
 #include "stockbook/command/journal_options.h"
@@ -21,9 +20,9 @@ namespace stockbook::app {
 // Whether the two are of the same subject, whatever they show of it.
 bool IsSameJournal(const JournalOptions& left, const JournalOptions& right);
 
-// The journal in the window: loads it, restores what the user has done to the columns, returns to the place in it when
-// it is the same one again, and puts the old one back where another one cannot be loaded. Each journal type has columns
-// of its own.
+// The journal in the window: loads it, restores what the user has done to the columns, and returns to the place in it
+// when it is the same one again. Where another one is not loaded the old one is as it was, with its place and its
+// folds. Each journal type has columns of its own.
 class ShownJournal : public QObject {
   Q_OBJECT
 
@@ -62,7 +61,7 @@ class ShownJournal : public QObject {
   void TakeLayout();
   void LearnColumns();
   void PutColumnsBack(int type_before);
-  bool PutBackShown(const LoadReport& failed, const journal::SubjectKeys& keys);
+  void ShowLoaded(const JournalOptions& options, int type_before);
   void GoToFirstCell();
 
   qt::StockbookWidget& stockbook_;

@@ -35,6 +35,9 @@ enum class MenuPlace {
   kHelp,
 };
 
+// Close the window, also while it reads.
+inline QKeySequence CloseKeys() { return {Qt::CTRL | Qt::Key_Q}; }
+
 // The menus of a window: file, edit, view, go, help. Whoever has a feature adds its actions here; the menus know none
 // of them. The actions belong to the menu bar.
 class WindowMenus : public QObject {

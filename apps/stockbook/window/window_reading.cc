@@ -21,11 +21,12 @@ constexpr int kMostQuestions = 3;
 WindowReading::WindowReading(const Host& host)
     : QObject(&host.window),
       host_(host),
-      loader_(host.stockbook.control()),
+      loader_(host.stockbook),
       strip_(new LoadStrip(loader_.beside())),
       trail_(new BillTrail({host.stockbook, strip_->trail(), [this] { return host_.journal.options(); }, host.load,
                             [this] { return host_.journal.connection(); }},
                            &host.window)) {
+  loader_.beside().SetCloseKeys(CloseKeys());
   host_.journal.SetLoader([this](const JournalOptions& options) { return Load(options); });
   connect(&host_.journal, &ShownJournal::Leaving, this, [this] { attempt_.reset(); });
   connect(&host_.journal, &ShownJournal::Arrived, this, &WindowReading::TellOutcome);
@@ -100,6 +101,7 @@ void WindowReading::OpenAnewIfReplaced() {
 }
 
 LoadReport WindowReading::Load(const JournalOptions& options) {
+  const auto task = loader_.beside().Begin();
   strip_->LoadBegins();
   LoadReport report;
   try {
