@@ -40,20 +40,24 @@ void PanelHeight::GiveHeight(QDockWidget& panel) const {
 
 // The line between the journal and the panels belongs to the window, which gets what the mouse does on it.
 bool PanelHeight::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
   if (watched != &window_) {
+    // What comes while a panel is deleted comes from something that is none any more.
+    if (type != QEvent::Show || event->spontaneous()) return false;
     auto* panel = static_cast<QDockWidget*>(watched);
-    if (event->type() == QEvent::Show && !event->spontaneous() && !panel->isFloating() && Open(panel) == nullptr)
-      GiveHeight(*panel);
+    if (!panel->isFloating() && Open(panel) == nullptr) GiveHeight(*panel);
     return false;
   }
+  if (type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease) return false;
   const QDockWidget* open = Open();
-  if (event->type() == QEvent::MouseButtonPress && open != nullptr) pressed_ = open->height();
-  if (event->type() == QEvent::MouseButtonRelease) {
-    const auto before = std::exchange(pressed_, std::nullopt);
-    if (before && open != nullptr && *before != open->height() && window_.height() > 0) {
-      Choose(static_cast<double>(open->height()) / window_.height());
-      emit Changed(*chosen_);
-    }
+  if (type == QEvent::MouseButtonPress) {
+    if (open != nullptr) pressed_ = open->height();
+    return false;
+  }
+  const auto before = std::exchange(pressed_, std::nullopt);
+  if (before && open != nullptr && *before != open->height() && window_.height() > 0) {
+    Choose(static_cast<double>(open->height()) / window_.height());
+    emit Changed(*chosen_);
   }
   return false;
 }
