@@ -33,8 +33,14 @@ void GridMenus::OpenHeaderMenu(int column) {
   const std::string key = grid.ColKey(column);
   const int64_t revision = grid.Revision();
   const Offer hiding = column == grid.OutlineCol() ? Offer::kDisabled : Offer::kEnabled;
-  const platform::MenuItem menu = HeaderMenu(grid, context_.hidden_keys, hiding);
-  const platform::MenuChoice choice = context_.menu.PopUp(menu);
+  platform::MenuItem menu = HeaderMenu(grid, context_.hidden_keys, hiding);
+  const auto tick = [&](const platform::MenuChoice& item) {
+    platform::MenuItem* field = FindItem(menu, item.name, item.index);
+    if (field == nullptr) return false;
+    TellErrors(context_.events, [&] { ToggleField(*field); });
+    return field->checked;
+  };
+  const platform::MenuChoice choice = context_.menu.PopUpToTick(menu, tick);
   // The columns may have changed meanwhile, so the column is found again by its key.
   if (grid.Revision() != revision) column = grid.ColIndex(key);
   if (choice.name == "mnuFrozen") {
@@ -45,7 +51,7 @@ void GridMenus::OpenHeaderMenu(int column) {
     TellErrors(context_.events, context_.apply_layout);
     AnnounceAndName("SetDefaultFormat");
   } else if (choice.name == "mnuField") {
-    if (const platform::MenuItem* field = FindItem(menu, choice.name, choice.index)) ToggleField(*field);
+    tick(choice);
   }
 }
 
@@ -89,7 +95,7 @@ void GridMenus::HideColumn(int column) {
   AnnounceAndName("AfterFieldShow");
 }
 
-void GridMenus::ToggleField(const platform::MenuItem& field) {
+void GridMenus::ToggleField(platform::MenuItem& field) {
   platform::Grid& grid = context_.grid;
   const int column = grid.ColIndex(field.tag);
   if (column < 0) return;
@@ -99,6 +105,7 @@ void GridMenus::ToggleField(const platform::MenuItem& field) {
     return;
   }
   grid.SetColHidden(column, field.checked);
+  field.checked = !field.checked;
   AnnounceAndName("AfterFieldShow");
 }
 

@@ -29,7 +29,8 @@ class GridMenus {
   void AnnounceAndName(const char* command);
   void Freeze(int column);
   void HideColumn(int column);
-  void ToggleField(const platform::MenuItem& field);
+  // Flips the item's check mark, too, unless its column stays as it is.
+  void ToggleField(platform::MenuItem& field);
 
   const HandlerContext& context_;
   HotRow& hot_row_;

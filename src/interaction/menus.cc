@@ -50,6 +50,16 @@ MenuItem FieldChooser(const platform::GridTable& grid, const grid::HiddenKeys& h
   return chooser;
 }
 
+// Of a menu or of one that is const.
+template <typename Menu>
+Menu* Find(Menu& menu, std::string_view name, int index) {
+  for (Menu& item : menu.items) {
+    if (item.name == name && item.index == index) return &item;
+    if (Menu* found = Find<Menu>(item, name, index)) return found;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 platform::MenuItem FastMenu(RowKind kind, Offer bill) {
@@ -81,11 +91,11 @@ platform::MenuItem HeaderMenu(const platform::GridTable& grid, const grid::Hidde
 }
 
 const platform::MenuItem* FindItem(const platform::MenuItem& menu, std::string_view name, int index) {
-  for (const MenuItem& item : menu.items) {
-    if (item.name == name && item.index == index) return &item;
-    if (const MenuItem* found = FindItem(item, name, index)) return found;
-  }
-  return nullptr;
+  return Find(menu, name, index);
+}
+
+platform::MenuItem* FindItem(platform::MenuItem& menu, std::string_view name, int index) {
+  return Find(menu, name, index);
 }
 
 }  // namespace stockbook::interaction

@@ -22,5 +22,6 @@ platform::MenuItem HeaderMenu(const platform::GridTable& grid, const grid::Hidde
 
 // The item of that name and index in a menu or its submenus, or nullptr.
 const platform::MenuItem* FindItem(const platform::MenuItem& menu, std::string_view name, int index);
+platform::MenuItem* FindItem(platform::MenuItem& menu, std::string_view name, int index);
 
 }  // namespace stockbook::interaction

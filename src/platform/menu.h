@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,17 @@ struct MenuChoice {
   int index = 0;
 };
 
+// Takes a checkable item that was ticked while its menu stays open, and tells whether its check mark is set now.
+using MenuTick = std::function<bool(const MenuChoice& item)>;
+
 // Shows a pop-up menu at the mouse and waits for the choice.
 class Menu {
  public:
   virtual ~Menu() = default;
   virtual MenuChoice PopUp(const MenuItem& menu) = 0;
+  // For a menu in which several items may be ticked one after the other: it stays open for them, and what `tick` took
+  // is no choice. Where menus close with every choice, as they do by default, a ticked item is the choice.
+  virtual MenuChoice PopUpToTick(const MenuItem& menu, const MenuTick& /*tick*/) { return PopUp(menu); }
 };
 
 }  // namespace stockbook::platform

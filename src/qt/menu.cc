@@ -4,10 +4,13 @@
 #include <QAction>
 #include <QCursor>
 #include <QMenu>
+#include <QObject>
+#include <deque>
 #include <vector>
 
 #include "base/text.h"
 #include "qt/text.h"
+#include "qt/ticked_menu.h"
 
 namespace stockbook::qt {
 namespace {
@@ -25,6 +28,7 @@ QString TextOf(const platform::MenuItem& item, const Hints& hints) {
 }
 
 // Every action that can be chosen carries its index in `choices`.
+template <typename Submenu>
 void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, const Hints& hints,
           std::vector<platform::MenuChoice>& choices) {
   for (const platform::MenuItem& item : items) {
@@ -33,9 +37,9 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, const Hints
     if (item.separator) {
       action = menu.addSeparator();
     } else if (!item.items.empty()) {
-      QMenu* submenu = menu.addMenu(CaptionOf(item));
-      Fill(*submenu, item.items, hints, choices);
-      action = submenu->menuAction();
+      auto* submenu = new Submenu(CaptionOf(item), &menu);
+      Fill<Submenu>(*submenu, item.items, hints, choices);
+      action = menu.addMenu(submenu);
     } else {
       action = menu.addAction(TextOf(item, hints));
       action->setData(static_cast<qulonglong>(choices.size()));
@@ -47,18 +51,74 @@ void Fill(QMenu& menu, const std::vector<platform::MenuItem>& items, const Hints
   }
 }
 
+// The items that were ticked and not yet told. The menu may end with any of them.
+class Ticks : public QObject {
+ public:
+  Ticks(const std::vector<platform::MenuChoice>& choices, const platform::MenuTick& tick)
+      : choices_(choices), tick_(tick) {}
+
+  void Hear(QMenu& menu) {
+    for (QAction* item : menu.actions()) {
+      if (item->menu() != nullptr) Hear(*item->menu());
+      if (item->isCheckable()) connect(item, &QAction::triggered, this, [this, item] { Add(item); });
+    }
+  }
+  void TellAll() {
+    while (!waiting_.empty()) {
+      const QPointer<QAction> item = waiting_.front();
+      waiting_.pop_front();
+      if (item == nullptr) continue;
+      const bool checked = tick_(choices_[item->data().toULongLong()]);
+      if (item != nullptr) item->setChecked(checked);
+    }
+  }
+
+ private:
+  // Not within the menu's own event, which whoever hears of the tick may delete the menu in.
+  void Add(QAction* item) {
+    waiting_.emplace_back(item);
+    QMetaObject::invokeMethod(
+        this, [this] { TellAll(); }, Qt::QueuedConnection);
+  }
+
+  const std::vector<platform::MenuChoice>& choices_;
+  const platform::MenuTick& tick_;
+  std::deque<QPointer<QAction>> waiting_;
+};
+
+platform::MenuChoice ChoiceOf(const QAction& item, const std::vector<platform::MenuChoice>& choices) {
+  return item.data().isValid() ? choices[item.data().toULongLong()] : platform::MenuChoice();
+}
+
 }  // namespace
 
+// Menus are on the heap, because a parent deleted while one is open deletes the menu too.
 platform::MenuChoice QtMenu::PopUp(const platform::MenuItem& menu) {
-  // On the heap, because a parent deleted while the menu is open deletes the menu too.
   const QPointer<QMenu> popup = new QMenu(parent_);
   std::vector<platform::MenuChoice> choices;
-  Fill(*popup, menu.items, hints_, choices);
-  const QAction* chosen = popup->exec(place_ ? place_() : QCursor::pos());
+  Fill<QMenu>(*popup, menu.items, hints_, choices);
+  const QAction* chosen = popup->exec(Place());
   platform::MenuChoice choice;
-  if (popup != nullptr && chosen != nullptr && chosen->data().isValid()) choice = choices[chosen->data().toULongLong()];
+  if (popup != nullptr && chosen != nullptr) choice = ChoiceOf(*chosen, choices);
   delete popup;
   return choice;
 }
+
+platform::MenuChoice QtMenu::PopUpToTick(const platform::MenuItem& menu, const platform::MenuTick& tick) {
+  const QPointer<QMenu> popup = new TickedMenu(parent_);
+  std::vector<platform::MenuChoice> choices;
+  Fill<TickedMenu>(*popup, menu.items, hints_, choices);
+  Ticks ticks(choices, tick);
+  ticks.Hear(*popup);
+  const QPointer<QAction> chosen = popup->exec(Place());
+  ticks.TellAll();
+  platform::MenuChoice choice;
+  // A checkable item that closed the menu, by its letter, has been told like the others.
+  if (popup != nullptr && chosen != nullptr && !chosen->isCheckable()) choice = ChoiceOf(*chosen, choices);
+  delete popup;
+  return choice;
+}
+
+QPoint QtMenu::Place() const { return place_ ? place_() : QCursor::pos(); }
 
 }  // namespace stockbook::qt

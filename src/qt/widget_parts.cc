@@ -79,6 +79,11 @@ platform::MenuChoice WidgetParts::PopUp(const platform::MenuItem& menu) {
   return menu_.PopUp(menu);
 }
 
+platform::MenuChoice WidgetParts::PopUpToTick(const platform::MenuItem& menu, const platform::MenuTick& tick) {
+  const Pin pin(weak_from_this().lock());
+  return menu_.PopUpToTick(menu, tick);
+}
+
 void WidgetParts::FollowFont() {
   if (fg_.GridFont() != followed_font_) return;
   followed_font_ = GridFontFor(widget_->font());

@@ -55,6 +55,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   void FrameChanged() override;
   // platform::Menu
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
+  platform::MenuChoice PopUpToTick(const platform::MenuItem& menu, const platform::MenuTick& tick) override;
 
   // The control lays out at once, which measures the grid's font.
   control::Surroundings Surroundings();

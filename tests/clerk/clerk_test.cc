@@ -83,6 +83,26 @@ TEST_F(AClerk, GetsTheMenuOfTheLayoutBesideTheLastColumn) {
   EXPECT_TRUE(Becomes("menu", ""));
 }
 
+TEST_F(AClerk, TicksSeveralFieldsWhileTheirMenuStaysOpen) {
+  Click(Cell(0, "BillNo").Middle(), "3");
+  EXPECT_TRUE(BecomesSo("menu", [](const std::string& menu) { return Has(menu, "字段显示(&l)"); }));
+  // The last item leads to the fields; the first of them is the column of the outline, which stays.
+  for (const char* key : {"Up", "Right", "Down"}) Key(key);
+  const std::string menu = Now("menu");
+  const std::string hidden = Now("hidden");
+  Key("space");
+  EXPECT_TRUE(BecomesSo("hidden", [&](const std::string& now) { return now != hidden; }));
+  const std::string one = Now("hidden");
+  for (const char* key : {"Down", "Return"}) Key(key);
+  EXPECT_TRUE(BecomesSo("hidden", [&](const std::string& now) { return now != one; }));
+  EXPECT_EQ(Now("menu"), menu);
+  for (const char* key : {"Up", "space"}) Key(key);
+  for (const char* key : {"Down", "Return"}) Key(key);
+  EXPECT_TRUE(Becomes("hidden", hidden));
+  for (int level = 0; level < 2; ++level) Key("Escape");
+  EXPECT_TRUE(Becomes("menu", ""));
+}
+
 TEST_F(AClerk, SeesTheKeysInTheMenuOfALine) {
   Click(Cell(4, "BillNo").Middle(), "3");
   EXPECT_TRUE(BecomesSo("menu", [](const std::string& menu) { return Has(menu, "查找(&F)\\tCtrl+F|"); }));

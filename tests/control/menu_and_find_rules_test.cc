@@ -94,6 +94,55 @@ TEST_F(MenuRules, AFieldThatIsShownOrHiddenRewritesTheNames) {
   EXPECT_EQ(grid().TextMatrix(4, name), "螺栓 M8");
 }
 
+int FieldOf(const platform::MenuItem& header, const std::string& key) {
+  for (const platform::MenuItem& field : header.items[5].items) {
+    if (field.tag == key) return field.index;
+  }
+  return -1;
+}
+
+TEST_F(MenuRules, FieldsTickedInOneMenuAreEachShownOrHiddenAndToldAtOnce) {
+  ASSERT_FALSE(grid().ColHidden(ColumnOf("Explain")));
+  ASSERT_TRUE(grid().ColHidden(ColumnOf("Depot")));
+  menu().while_open = [&](const platform::MenuItem& header, const platform::MenuTick& tick) {
+    const auto expect = [&](const char* key, bool shown) {
+      EXPECT_EQ(tick({"mnuField", FieldOf(header, key)}), shown) << key;
+      EXPECT_EQ(grid().ColHidden(ColumnOf(key)), !shown) << key;
+      EXPECT_EQ(heard_.Take(), (Lines{"CommandExecute AfterFieldShow"})) << key;
+    };
+    expect("Explain", false);
+    expect("Depot", true);
+    expect("Explain", true);
+    expect("Depot", false);
+    expect("Explain", false);
+  };
+  RightClick(0, "RevQty");
+  EXPECT_TRUE(grid().ColHidden(ColumnOf("Explain")));
+  EXPECT_TRUE(heard_.Take().empty()) << "nothing was chosen";
+}
+
+TEST_F(MenuRules, TheOutlineColumnKeepsItsTickInAMenuThatStaysOpen) {
+  menu().while_open = [&](const platform::MenuItem& header, const platform::MenuTick& tick) {
+    for (int time = 0; time < 2; ++time) {
+      EXPECT_TRUE(tick({"mnuField", FieldOf(header, "BillNo")}));
+      EXPECT_EQ(heard_.Take(), (Lines{"Notify "}));
+    }
+  };
+  RightClick(0, "RevQty");
+  EXPECT_FALSE(grid().ColHidden(ColumnOf("BillNo")));
+}
+
+TEST_F(MenuRules, AFieldWhoseColumnIsGoneKeepsItsTick) {
+  menu().while_open = [&](const platform::MenuItem& header, const platform::MenuTick& tick) {
+    const int field = FieldOf(header, "Explain");
+    grid().SetColKey(ColumnOf("Explain"), "Other");
+    EXPECT_TRUE(tick({"mnuField", field}));
+    EXPECT_FALSE(tick({"mnuField", 99})) << "no item of the menu";
+  };
+  RightClick(0, "RevQty");
+  EXPECT_TRUE(heard_.Take().empty());
+}
+
 TEST_F(MenuRules, AFixedColumnIsNotHidden) {
   grid().SetFixedCols(ColumnOf("Explain") + 1);
   heard_.Take();

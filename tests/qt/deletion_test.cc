@@ -307,6 +307,27 @@ TEST_P(DeletingByTheUser, InWhatItsMenuAsksForIsHarmless) {
   ExpectGone();
 }
 
+TEST_P(DeletingByTheUser, InATickOfItsFieldChooserIsHarmless) {
+  ShowLoaded();
+  QStringList commands;
+  QObject::connect(widget_, &StockbookWidget::CommandExecute, [&](const QString& command) {
+    commands += command;
+    Delete();
+  });
+  QTimer::singleShot(0, [] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QMenu* fields = menu->actions().last()->menu();
+    ASSERT_NE(fields, nullptr);
+    // Two of them; after the first there is nobody to tell the second.
+    fields->actions()[3]->trigger();
+    fields->actions()[4]->trigger();
+  });
+  Send(QEvent::MouseButtonPress, CenterOf(0, "Explain"), Qt::RightButton);
+  EXPECT_EQ(commands, QStringList{QStringLiteral("AfterFieldShow")});
+  ExpectGone();
+}
+
 TEST_P(DeletingByTheUser, InAHitIsHarmless) {
   ShowLoaded();
   QObject::connect(widget_, &StockbookWidget::FindMsg, Deleter());

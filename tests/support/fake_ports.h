@@ -58,12 +58,18 @@ class FakeMenu : public platform::Menu {
     shown.push_back(menu);
     return choose ? choose(menu) : platform::MenuChoice();
   }
+  platform::MenuChoice PopUpToTick(const platform::MenuItem& menu, const platform::MenuTick& tick) override {
+    if (while_open) while_open(menu, tick);
+    return PopUp(menu);
+  }
   void Choose(const std::string& name, int index = 0) {
     choose = [name, index](const platform::MenuItem&) { return platform::MenuChoice{name, index}; };
   }
 
   std::vector<platform::MenuItem> shown;
   std::function<platform::MenuChoice(const platform::MenuItem&)> choose;
+  // Ticks before it chooses.
+  std::function<void(const platform::MenuItem&, const platform::MenuTick&)> while_open;
 };
 
 class FakeClipboard : public platform::Clipboard {
