@@ -14,7 +14,7 @@
 #include <memory>
 #include <string>
 
-#include "app/window_fixture.h"
+#include "app/run_fixture.h"
 #include "base/column_keys.h"
 
 namespace stockbook::app {
@@ -22,25 +22,8 @@ namespace {
 
 namespace keys = base::keys;
 
-class Remembering : public WindowTest {
+class Remembering : public RunTest {
  protected:
-  QString SettingsFile() const { return QString::fromStdString(PathOf("window.ini")); }
-
-  // A window of a new run of the program, with the first journal in it.
-  void Start() {
-    window_.reset();
-    settings_ = std::make_unique<QSettings>(SettingsFile(), QSettings::IniFormat);
-    window_ = std::make_unique<MainWindow>();
-    window_->Remember(*settings_);
-    Open();
-    ASSERT_TRUE(window_->LoadFirstJournal().loaded);
-    Settle();
-  }
-  void End() {
-    window_->close();
-    window_.reset();
-    settings_.reset();
-  }
   int At(const char* key) { return grid().ColIndex(key); }
   QMenu* Recent() {
     for (QMenu* menu : window_->findChildren<QMenu*>()) {
@@ -48,8 +31,6 @@ class Remembering : public WindowTest {
     }
     return nullptr;
   }
-
-  std::unique_ptr<QSettings> settings_;
 };
 
 TEST_F(Remembering, OpensTheInventoryAsItWasLeft) {
@@ -166,9 +147,7 @@ TEST_F(Remembering, ARangeThatIsAskedForGoesBeforeTheLastOne) {
   Start();
   window_->views().ShowRange(march);
   End();
-  settings_ = std::make_unique<QSettings>(SettingsFile(), QSettings::IniFormat);
-  window_ = std::make_unique<MainWindow>();
-  window_->Remember(*settings_);
+  Begin();
   Open();
   JournalOptions options;
   options.key_id = 1;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "app/window_fixture.h"
+#include "app/run_fixture.h"
 #include "base/column_keys.h"
 #include "sheet/grid_sheet.h"
 
@@ -15,22 +15,12 @@ namespace {
 
 namespace keys = base::keys;
 
-class PlaceOfReading : public WindowTest {
+class PlaceOfReading : public RunTest {
  protected:
   void Start() {
-    window_.reset();
-    settings_ = std::make_unique<QSettings>(QString::fromStdString(PathOf("window.ini")), QSettings::IniFormat);
-    window_ = std::make_unique<MainWindow>();
-    window_->Remember(*settings_);
+    Begin();
     window_->resize(800, 500);
-    Open();
-    ASSERT_TRUE(window_->LoadFirstJournal().loaded);
-    Settle();
-  }
-  void End() {
-    window_->close();
-    window_.reset();
-    settings_.reset();
+    ShowFirst();
   }
   void LoadProduct(int32_t product) {
     JournalOptions options;
@@ -50,8 +40,6 @@ class PlaceOfReading : public WindowTest {
     return std::to_string(sheet().RecordOfRow(sheet().Row())) + " " + sheet().ColKey(sheet().Col()) + " " +
            std::to_string(sheet().TopRow()) + " " + std::to_string(sheet().LeftCol());
   }
-
-  std::unique_ptr<QSettings> settings_;
 };
 
 TEST_F(PlaceOfReading, IsReturnedToInEachJournal) {

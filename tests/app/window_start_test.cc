@@ -8,19 +8,16 @@
 #include <memory>
 #include <string>
 
-#include "app/window_fixture.h"
+#include "app/run_fixture.h"
 #include "stockbook/window/last_inventory.h"
 
 namespace stockbook::app {
 namespace {
 
-class StartWithoutAName : public WindowTest {
+class StartWithoutAName : public RunTest {
  protected:
   void Start() {
-    window_.reset();
-    settings_ = std::make_unique<QSettings>(QString::fromStdString(PathOf("window.ini")), QSettings::IniFormat);
-    window_ = std::make_unique<MainWindow>();
-    window_->Remember(*settings_);
+    Begin();
     OpenLastInventory(*window_, [this] { return PathOf("sample.db"); });
     window_->show();
     Settle();
@@ -32,8 +29,6 @@ class StartWithoutAName : public WindowTest {
     window_->close();
   }
   NoticeBar& Notice() { return window_->reading().strip().replacement(); }
-
-  std::unique_ptr<QSettings> settings_;
 };
 
 TEST_F(StartWithoutAName, OpensTheSampleAtFirst) {
@@ -87,9 +82,7 @@ TEST_F(StartWithoutAName, MakesTheSampleAgainWithoutANotice) {
   window_->close();
   window_.reset();
   std::filesystem::remove(PathOf("sample.db"));
-  settings_ = std::make_unique<QSettings>(QString::fromStdString(PathOf("window.ini")), QSettings::IniFormat);
-  window_ = std::make_unique<MainWindow>();
-  window_->Remember(*settings_);
+  Begin();
   OpenLastInventory(*window_, [this] {
     WriteSampleInventory(PathOf("sample.db"), {});
     return PathOf("sample.db");
