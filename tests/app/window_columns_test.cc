@@ -7,11 +7,14 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "app/window_fixture.h"
 #include "base/column_keys.h"
 #include "sheet/grid_sheet.h"
+#include "sheet/paint/cell_tip.h"
 #include "stockbook/window/column_dialog.h"
 #include "stockbook/window/journal_columns.h"
 
@@ -167,6 +170,51 @@ TEST_F(Columns, AreFittedToTheirContentsAtOnce) {
   EXPECT_LE(sheet.ColWidth(At(keys::kBillNo)), sheet.view().geometry().view().width * 15);
   columns().Undo();
   EXPECT_EQ(grid().ColWidth(At(keys::kBillNo)), 900) << "one change for all columns";
+}
+
+TEST_F(Columns, AllThatAreShownHaveRoomForTheirContentsAfterTheFit) {
+  OpenFirst();
+  std::vector<int> shown;
+  for (int column = grid().FixedCols(); column < grid().Cols(); ++column) {
+    if (!grid().ColHidden(column)) shown.push_back(column);
+  }
+  ASSERT_GT(shown.size(), 8U);
+  const auto fit = [&](int width) {
+    for (const int column : shown) grid().SetColWidth(column, width);
+    Item(QStringLiteral("列宽适应内容(&W)"))->trigger();
+  };
+  fit(9000);
+  std::vector<int> widths;
+  for (const int column : shown) {
+    widths.push_back(grid().ColWidth(column));
+    EXPECT_LT(widths.back(), 9000) << grid().ColKey(column) << " needs less";
+  }
+  fit(300);
+  sheet::GridSheet& sheet = stockbook().sheet();
+  for (size_t at = 0; at < shown.size(); ++at) {
+    EXPECT_EQ(grid().ColWidth(shown[at]), widths[at]) << "whatever it was before";
+    sheet.SetLeftCol(shown[at]);
+    const sheet::Geometry geometry = sheet.view().geometry();
+    for (int row = 0; row < grid().Rows(); ++row) {
+      const sheet::Rect cell = geometry.VisibleCellRect(row, shown[at]);
+      if (cell.height < geometry.CellRect(row, shown[at]).height) continue;  // beyond the edge of the view
+      const sheet::Point middle{cell.x + cell.width / 2, cell.y + cell.height / 2};
+      EXPECT_EQ(sheet::CellTip::At(sheet.view(), *sheet.view().viewer()->Measure(), middle).text, "") << row;
+    }
+  }
+  for (int column = grid().FixedCols(); column < grid().Cols(); ++column) {
+    const bool was_shown = std::find(shown.begin(), shown.end(), column) != shown.end();
+    EXPECT_EQ(grid().ColHidden(column), !was_shown);
+  }
+}
+
+TEST_F(Columns, TheListFitsThemAll) {
+  OpenFirst();
+  Item(QStringLiteral("列宽适应内容(&W)"))->trigger();
+  const int fitted = grid().ColWidth(At(keys::kBillNo));
+  grid().SetColWidth(At(keys::kBillNo), 900);
+  Press(Dialog(), QStringLiteral("适应内容"));
+  EXPECT_EQ(grid().ColWidth(At(keys::kBillNo)), fitted);
 }
 
 TEST_F(Columns, TheListShowsAndHidesThem) {

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -103,6 +104,47 @@ TEST_F(Remembering, KeepsTheColumnsOfEachInventoryApart) {
   EXPECT_NE(grid().ColWidth(At(keys::kExplain)), 3333);
   window_->OpenFile(QString::fromStdString(PathOf("sample.db")));
   EXPECT_EQ(grid().ColWidth(At(keys::kExplain)), 3333);
+}
+
+TEST_F(Remembering, KeepsWidthsThatWereFittedOfEachInventoryAndJournalType) {
+  const auto widths = [this] {
+    std::map<std::string, int> shown;
+    for (int column = grid().FixedCols(); column < grid().Cols(); ++column) {
+      if (!grid().ColHidden(column)) shown.emplace(grid().ColKey(column), grid().ColWidth(column));
+    }
+    return shown;
+  };
+  JournalOptions product;
+  product.key_id = 1;
+  JournalOptions supplier;
+  supplier.journal_type = 1;
+  supplier.dp_id = 1;
+  QFile::copy(QString::fromStdString(PathOf("sample.db")), QString::fromStdString(PathOf("other.db")));
+  Start();
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  const auto laid_out_supplier = widths();
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  const auto laid_out = widths();
+  for (QAction* item : window_->findChildren<QAction*>()) {
+    if (item->text() == QStringLiteral("列宽适应内容(&W)")) item->trigger();
+  }
+  const auto fitted = widths();
+  ASSERT_NE(fitted, laid_out);
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  EXPECT_EQ(widths(), laid_out_supplier) << "another type of journals";
+  window_->OpenFile(QString::fromStdString(PathOf("other.db")));
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(widths(), laid_out) << "another inventory";
+  End();
+
+  Start();
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(widths(), fitted) << "nobody has to fit them again";
+  product.key_id = 2;
+  ASSERT_TRUE(window_->LoadJournal(product).loaded);
+  EXPECT_EQ(widths(), fitted) << "nor for another product";
+  ASSERT_TRUE(window_->LoadJournal(supplier).loaded);
+  EXPECT_EQ(widths(), laid_out_supplier);
 }
 
 TEST_F(Remembering, KeepsTheRangeOfEachJournalType) {
