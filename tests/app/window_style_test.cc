@@ -94,6 +94,21 @@ TEST_F(Boxes, AndTheEdgesOfMenusCanBeSeenOnADarkDesktop) {
   }
 }
 
+TEST_F(Boxes, AndTheLinesInMenusCanBeSeenOnADarkDesktop) {
+  if (style_.baseStyle()->name() != QLatin1String("fusion")) GTEST_SKIP() << "another style draws menus here";
+  QStyleOptionMenuItem line;
+  line.rect = QRect(0, 0, 10 * kBoxSide, 5);
+  line.palette = DarkPalette();
+  line.menuItemType = QStyleOptionMenuItem::Separator;
+  QImage menu(line.rect.size(), QImage::Format_RGB32);
+  const QColor window = line.palette.color(QPalette::Window);
+  menu.fill(window);
+  QPainter painter(&menu);
+  style_.drawControl(QStyle::CE_MenuItem, &line, &painter);
+  painter.end();
+  EXPECT_GT(qGray(menu.pixel(menu.rect().center())) - qGray(window.rgb()), 40);
+}
+
 // The middle of a vertical scroll bar's rows, from above.
 std::vector<int> GreysOfBar(const QStyle& style, const QPalette& palette, int position) {
   QStyleOptionSlider bar;

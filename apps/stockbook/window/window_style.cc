@@ -141,6 +141,20 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
   painter->restore();
 }
 
+void WindowStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  const bool line = element == CE_MenuItem && item != nullptr &&
+                    item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty();
+  const QPalette& palette = option->palette;
+  if (!line || baseStyle()->name() != QLatin1String("fusion") || !qt::IsDark(palette.color(QPalette::Window)))
+    return QProxyStyle::drawControl(element, option, painter, widget);
+  constexpr int kMargin = 5;
+  constexpr int kPercent = 35;
+  painter->fillRect(QRect(item->rect.left() + kMargin, item->rect.center().y(), item->rect.width() - 2 * kMargin, 1),
+                    Shade(palette.color(QPalette::Window), palette.color(QPalette::WindowText), kPercent));
+}
+
 void WindowStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                      const QWidget* widget) const {
   const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);

@@ -6,15 +6,18 @@
 namespace stockbook::app {
 
 // The desktop's style with what can be seen on dark palettes, too: boxes before they are ticked, whose frames the usual
-// styles draw in a colour next to the window's; frames around menus; the signs for closing and loosening what is in the
-// window, and the one for what a bar has no room for, which they draw in black or grey; and hints in empty fields, for
-// which some desktops have no light colour. Scroll bars of the toolkit's own style are drawn level.
+// styles draw in a colour next to the window's; frames around menus and lines between their groups; the signs for
+// closing and loosening what is in the window, and the one for what a bar has no room for, which they draw in black or
+// grey; and hints in empty fields, for which some desktops have no light colour. Scroll bars of the toolkit's own style
+// are drawn level.
 class WindowStyle : public QProxyStyle {
   Q_OBJECT
 
  public:
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget = nullptr) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget = nullptr) const override;
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget = nullptr) const override;
   using QProxyStyle::polish;
