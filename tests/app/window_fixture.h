@@ -15,7 +15,7 @@ namespace stockbook::app {
 // The window on the sample inventory, without a screen.
 class WindowTest : public InventoryTest {
  protected:
-  WindowTest() : session_(GuiNeed::kPicture) {
+  explicit WindowTest(GuiNeed need = GuiNeed::kPicture) : session_(need) {
     WriteSampleInventory(PathOf("sample.db"), {});
     window_ = std::make_unique<MainWindow>();
   }

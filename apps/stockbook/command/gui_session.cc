@@ -13,6 +13,7 @@
 #include "qt/text.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/program_end.h"
+#include "stockbook/window/screen_fit.h"
 #include "stockbook/window/window_style.h"
 
 namespace stockbook::app {
@@ -84,6 +85,7 @@ GuiSession::GuiSession(GuiNeed need, double scale) : arguments_{program_.data(),
     QCoreApplication::installTranslator(&translator_);
   }
   QApplication::setStyle(new WindowStyle);
+  new ScreenFit(*application_);
   QFont font = QApplication::font();
   font.setFamily(qt::ToQString(qt::DefaultGridFont().name));
   QApplication::setFont(font);

@@ -15,7 +15,6 @@
 #include <utility>
 
 #include "stockbook/window/bill_paper.h"
-#include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {
 namespace {
@@ -84,7 +83,6 @@ BillDialog::BillDialog(BillView bill, QWidget* parent)
   rows->addWidget(lines_, 1);
   rows->addLayout(MakeFoot());
   FitSize();
-  ScrollBeyondScreen(*this);
   GoToLine(0);
   lines_->setFocus();
 }

@@ -140,7 +140,6 @@ ImportDialog::ImportDialog(std::string path, QWidget* parent)
   connect(fields_, &ImportFields::Changed, this, &ImportDialog::TakeFields);
   connect(only_skipped_, &QCheckBox::toggled, this, &ImportDialog::ShowLines);
   ResizeWithinScreen(*this, kImportSize);
-  ScrollBeyondScreen(*this);
   TakeTable();
 }
 
