@@ -103,9 +103,8 @@ void FindBar::BuildRow() {
   row->head().addWidget(words_);
   for (QToolButton* button : {match_case_, whole_words_, patterns_, previous_, next_, list_})
     row->tail().addWidget(button);
-  row->tail().addSpacing(kBarMargin);
-  row->tail().addWidget(count_);
-  row->tail().addStretch(1);
+  count_->setIndent(kBarMargin);
+  row->SetNote(count_);
   row->SetEnd(close_);
   rows_ = new QVBoxLayout(this);
   rows_->setContentsMargins(0, 0, 0, 0);

@@ -35,14 +35,16 @@ void FoldingRow::Arrange(bool folded) {
   folded_ = folded;
   while (QLayoutItem* item = grid_->takeAt(0)) delete item;
   grid_->addWidget(head_->parentWidget(), 0, 0);
-  grid_->addWidget(end_, 0, 2, Qt::AlignRight | Qt::AlignVCenter);
+  grid_->addWidget(end_, 0, 3, Qt::AlignRight | Qt::AlignVCenter);
+  if (note_ != nullptr) grid_->addWidget(note_, 0, 2);
   if (folded) {
-    grid_->addWidget(tail_->parentWidget(), 1, 0, 1, 3);
+    grid_->addWidget(tail_->parentWidget(), 1, 0, 1, 4);
   } else {
     grid_->addWidget(tail_->parentWidget(), 0, 1);
   }
   grid_->setColumnStretch(0, 2);
-  grid_->setColumnStretch(1, folded ? 0 : 3);
+  grid_->setColumnStretch(1, folded || note_ != nullptr ? 0 : 3);
+  grid_->setColumnStretch(2, folded || note_ == nullptr ? 0 : 3);
   updateGeometry();
 }
 

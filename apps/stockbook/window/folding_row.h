@@ -21,6 +21,8 @@ class FoldingRow : public QWidget {
   QHBoxLayout& head() { return *head_; }
   QHBoxLayout& tail() { return *tail_; }
   void SetEnd(QWidget* end);
+  // What stands behind the tail while that is in the same row, and in the first one always. Called before SetEnd.
+  void SetNote(QWidget* note) { note_ = note; }
   bool IsFolded() const { return folded_; }
   QSize minimumSizeHint() const override;
 
@@ -35,6 +37,7 @@ class FoldingRow : public QWidget {
   QGridLayout* grid_;
   QHBoxLayout* head_;
   QHBoxLayout* tail_;
+  QWidget* note_ = nullptr;
   QWidget* end_ = nullptr;
   bool folded_ = false;
 };

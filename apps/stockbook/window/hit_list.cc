@@ -21,6 +21,8 @@ enum HitColumn : int { kHitPeriod, kHitBill, kHitCell, kHitColumns };
 constexpr int kHitsAtATime = 500;
 constexpr int kShownHits = 7;
 constexpr int kLeastHits = 2;
+constexpr int kShareOfWindow = 22;  // of a hundred
+constexpr int kLowWindow = 340;
 constexpr char16_t kWideCharacter = u'单';
 constexpr int kPeriodWidth = 6;  // in full-width characters
 constexpr int kBillWidth = 17;
@@ -134,14 +136,34 @@ HitList::HitList(qt::StockbookWidget& stockbook, JournalFinder& finder, QWidget*
   connect(this, &QuietTable::activated, this, &HitList::Chosen);
 }
 
-QSize HitList::sizeHint() const {
-  const int rows = horizontalHeader()->sizeHint().height() + kShownHits * verticalHeader()->defaultSectionSize();
-  return {QuietTable::sizeHint().width(), rows + 2 * frameWidth()};
+int HitList::HeightOf(int rows) const {
+  const int captions = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
+  return captions + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth();
 }
 
-QSize HitList::minimumSizeHint() const {
-  const int rows = horizontalHeader()->sizeHint().height() + kLeastHits * verticalHeader()->defaultSectionSize();
-  return {1, rows + 2 * frameWidth()};
+void HitList::FollowWindow() {
+  horizontalHeader()->setVisible(window()->height() >= kLowWindow);
+  updateGeometry();
+}
+
+int HitList::ShownRows() const {
+  const int room = window()->height() * kShareOfWindow / 100 - HeightOf(0);
+  return std::clamp(room / verticalHeader()->defaultSectionSize(), kLeastHits, kShownHits);
+}
+
+QSize HitList::sizeHint() const { return {QuietTable::sizeHint().width(), HeightOf(ShownRows())}; }
+
+QSize HitList::minimumSizeHint() const { return {1, HeightOf(kLeastHits)}; }
+
+void HitList::showEvent(QShowEvent* event) {
+  QuietTable::showEvent(event);
+  window()->installEventFilter(this);
+  FollowWindow();
+}
+
+bool HitList::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window() && event->type() == QEvent::Resize) FollowWindow();
+  return QuietTable::eventFilter(watched, event);
 }
 
 void HitList::ShowPlace() {

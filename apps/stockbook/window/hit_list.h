@@ -58,8 +58,16 @@ class HitList : public QuietTable {
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // In a low window hits go without captions.
+  void FollowWindow();
+  // What the window has room for beside the journal.
+  int ShownRows() const;
+  int HeightOf(int rows) const;
+
   JournalFinder& finder_;
   HitModel* hits_;
   bool showing_place_ = false;

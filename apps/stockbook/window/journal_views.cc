@@ -42,6 +42,7 @@ JournalViews::JournalViews(QMainWindow& window, qt::StockbookWidget& stockbook)
   periods_->hide();
   plot_->hide();
   new MarkTip(stockbook_);
+  new RowInSight(stockbook_);
   stockbook_.setMinimumHeight(kLeastJournal);
   connect(&stockbook_, &qt::StockbookWidget::AfterLoaded, this, [this] { is_fresh_ = true; });
   connect(bar_, &RangeBar::RangeWanted, this, [this](const JournalRange& range) {

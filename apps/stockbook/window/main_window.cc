@@ -19,6 +19,7 @@
 #include "stockbook/window/language_menu.h"
 #include "stockbook/window/password_question.h"
 #include "stockbook/window/reading_place.h"
+#include "stockbook/window/room_keeper.h"
 #include "stockbook/window/subject_search.h"
 
 namespace stockbook::app {
@@ -70,6 +71,7 @@ MainWindow::MainWindow(QWidget* parent)
   BuildFeatures();
   BuildStatusLine();
   ConnectControl();
+  new RoomKeeper(*this, *bar_, {&views_->range_bar(), find_bar_, &views_->periods(), &views_->plot()});
   resize(kUsualSize);
   UpdateTitle();
   colours_->Follow(palette());

@@ -12,6 +12,11 @@
 #include "stockbook/window/quiet_table.h"
 
 namespace stockbook::app {
+namespace {
+
+constexpr int kLeastHeightWithNote = 150;
+
+}  // namespace
 
 PeriodPanel::PeriodPanel(QWidget* parent) : QDockWidget(HostText("期间汇总"), parent), table_(new PeriodTable(this)) {
   setObjectName(QStringLiteral("PeriodPanel"));
@@ -42,19 +47,25 @@ void PeriodPanel::Build() {
   view_->setMinimumHeight(2 * view_->horizontalHeader()->sizeHint().height());
   view_->setAccessibleName(HostText("期间汇总"));
   view_->installEventFilter(this);
-  auto* note = new QLabel(HostText("台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。"));
-  note->setWordWrap(true);
-  note->setTextFormat(Qt::PlainText);
-  note->setContentsMargins(kBarMargin, 0, kBarMargin, 0);
+  note_ = new QLabel(HostText("台账中合计行的上一个数是本期合计，下一个数是从第一笔起的累计（不含期初）。"));
+  note_->setWordWrap(true);
+  note_->setTextFormat(Qt::PlainText);
+  note_->setContentsMargins(kBarMargin, 0, kBarMargin, 0);
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   rows->setContentsMargins(0, 0, 0, kBarSpacing);
   rows->setSpacing(kBarSpacing);
   rows->addWidget(view_, 1);
-  rows->addWidget(note);
+  rows->addWidget(note_);
   setWidget(body);
   connect(view_, &QTableView::clicked, this, &PeriodPanel::Choose);
   connect(table_, &PeriodTable::modelReset, view_, &QTableView::resizeRowsToContents);
+}
+
+// In a low window the periods come before what is said of them.
+void PeriodPanel::resizeEvent(QResizeEvent* event) {
+  QDockWidget::resizeEvent(event);
+  if (note_ != nullptr) note_->setVisible(height() >= kLeastHeightWithNote);
 }
 
 void PeriodPanel::Choose(const QModelIndex& index) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QTableView>
 
 #include "stockbook/window/period_table.h"
@@ -32,6 +33,7 @@ class PeriodPanel : public QDockWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void Build();
@@ -39,6 +41,7 @@ class PeriodPanel : public QDockWidget {
 
   PeriodTable* table_;
   QTableView* view_ = nullptr;
+  QLabel* note_ = nullptr;
 };
 
 }  // namespace stockbook::app

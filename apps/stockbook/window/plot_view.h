@@ -32,7 +32,7 @@ class PlotView : public QWidget {
   std::optional<QPointF> MarkPlace() const;
 
   QSize sizeHint() const override { return {640, 360}; }
-  QSize minimumSizeHint() const override { return {160, 60}; }
+  QSize minimumSizeHint() const override { return {160, 84}; }
 
  signals:
   // A day, and the quantity there if the point is in the pane of the quantity.

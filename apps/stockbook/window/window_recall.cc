@@ -12,6 +12,7 @@ namespace {
 // What frames and panels take of a screen that is otherwise free.
 constexpr QSize kFrameRoom(16, 48);
 constexpr QSize kPlainSize(1280, 800);
+constexpr int kLowRoom = 400;
 
 QString GeometryName() { return QStringLiteral("geometry"); }
 QString ZoomName() { return QStringLiteral("zoom"); }
@@ -41,6 +42,8 @@ void WindowRecall::PlaceWindow() {
   const QScreen* screen = parts_.window.screen();
   const QSize room = screen == nullptr ? kPlainSize : screen->availableSize() - kFrameRoom;
   parts_.window.resize(kPlainSize.boundedTo(room));
+  // There every line counts, and the desktop knows how much its frame takes.
+  if (room.height() < kLowRoom) parts_.window.setWindowState(Qt::WindowMaximized);
 }
 
 void WindowRecall::EnterInventory(const std::string& name, const QString& file) {
