@@ -69,7 +69,7 @@ class Ticks : public QObject {
       waiting_.pop_front();
       if (item == nullptr) continue;
       const bool checked = tick_(choices_[item->data().toULongLong()]);
-      if (item != nullptr) item->setChecked(checked);
+      if (item != nullptr) TickedMenu::ShowTick(*item, checked);
     }
   }
 

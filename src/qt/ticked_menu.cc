@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/ticked_menu.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -15,6 +16,19 @@ bool IsTick(int key) {
 }
 
 }  // namespace
+
+void TickedMenu::ShowTick(QAction& item, bool checked) {
+  item.setChecked(checked);
+  QAccessible::State changed;
+  changed.checked = true;
+  for (QObject* owner : item.associatedObjects()) {
+    const auto* menu = qobject_cast<QMenu*>(owner);
+    if (menu == nullptr) continue;
+    QAccessibleStateChangeEvent event(owner, changed);
+    event.setChild(static_cast<int>(menu->actions().indexOf(&item)));
+    QAccessible::updateAccessibility(&event);
+  }
+}
 
 void TickedMenu::keyPressEvent(QKeyEvent* event) {
   if (IsTick(event->key()) && CanBeTicked(activeAction())) {

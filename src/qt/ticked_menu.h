@@ -10,6 +10,8 @@ namespace stockbook::qt {
 class TickedMenu : public QMenu {
  public:
   using QMenu::QMenu;
+  // Sets the check mark and tells it to those who cannot see it, which an action alone does not.
+  static void ShowTick(QAction& item, bool checked);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
