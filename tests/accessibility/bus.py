@@ -11,7 +11,8 @@ from gi.repository import Atspi, GLib  # noqa: E402  (only after its version is 
 
 PATIENCE = float(os.environ.get("STOCKBOOK_PATIENCE", "300"))  # seconds: far longer than the slowest machine needs
 POLL = 0.02
-HEARD = ("object:state-changed:focused", "object:property-change:accessible-name",
+HEARD = ("object:state-changed:focused", "object:state-changed:showing", "object:state-changed:checked",
+         "object:property-change:accessible-name",
          "object:property-change:accessible-description")
 
 
@@ -50,12 +51,15 @@ def find_all(thing, role):
 
 class Reader:
     """Listens to the program that it has started. `focus` is what was last said to have the focus, `focused` all since
-    forget(), `changed` what has had a new name or description since then."""
+    forget(), `changed` what has had a new name or description since then, `appeared` what is new to the eye and `ticked`
+    which check marks were set or taken away."""
 
     def __init__(self, command):
         self.focus = None
         self.focused = []
         self.changed = []
+        self.appeared = []
+        self.ticked = []
         self.listener = Atspi.EventListener.new(self.hear)
         for event in HEARD:
             self.listener.register(event)
@@ -64,7 +68,12 @@ class Reader:
 
     def hear(self, event):
         kind = event.type.split(":")[-1]
-        if kind != "focused":
+        if kind == "showing":
+            if event.detail1:
+                self.appeared.append(event.source)
+        elif kind == "checked":
+            self.ticked.append((event.source, event.detail1 == 1))
+        elif kind != "focused":
             self.changed.append((kind, event.source))
         elif event.detail1:
             self.focus = event.source
@@ -81,7 +90,7 @@ class Reader:
 
     def forget(self):
         self.catch_up()
-        self.focused, self.changed = [], []
+        self.focused, self.changed, self.appeared, self.ticked = [], [], [], []
 
     @staticmethod
     def listen():
@@ -123,7 +132,7 @@ class Reader:
         """The window with the text in its title, once it is shown; it gets the keys, as no window manager gives them."""
         found = self.wait(f"window {name}", lambda: next(
             (each for each in children(self.program) if each is not None and name in each.get_name()
-             and each.get_role_name() in ("frame", "dialog") and "showing" in states(each)), None))
+             and each.get_role_name() in ("frame", "dialog", "alert") and "showing" in states(each)), None))
         identity = self.wait(f"its place on the screen", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--name", name], text=True,
             stdout=subprocess.PIPE).stdout.split())

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/notice_bar.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QStyle>
@@ -10,9 +12,20 @@
 #include "stockbook/window/once_shown.h"
 
 namespace stockbook::app {
+namespace {
+
+// A bar that appears is read aloud wherever the focus is, as that of a notification and of nothing else.
+QAccessibleInterface* MakeNotification(const QString& class_name, QObject* object) {
+  if (class_name != QLatin1String(NoticeBar::staticMetaObject.className())) return nullptr;
+  auto* bar = qobject_cast<NoticeBar*>(object);
+  return bar == nullptr ? nullptr : new QAccessibleWidget(bar, QAccessible::Notification);
+}
+
+}  // namespace
 
 NoticeBar::NoticeBar(QWidget* parent)
     : QWidget(parent), text_(new QLabel), action_(new QPushButton), close_(new QToolButton) {
+  QAccessible::installFactory(&MakeNotification);
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
