@@ -5,6 +5,8 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
@@ -85,6 +87,22 @@ TEST_F(LowestScreen, IsFilledByTheWindowAtItsFirstStart) {
   window_->Remember(settings);
   EXPECT_TRUE(window_->isMaximized());
   window_.reset();
+}
+
+TEST_F(LowestScreen, HasItsMenusInOneColumnThatScrolls) {
+  OpenJournal();
+  for (const QAction* top : window_->menuBar()->actions()) {
+    QMenu* menu = top->menu();
+    menu->popup(window_->mapToGlobal(QPoint(0, 20)));
+    Settle();
+    EXPECT_LE(menu->height(), 300);
+    const int left = menu->actionGeometry(menu->actions().first()).left();
+    for (QAction* action : menu->actions()) {
+      if (!action->isVisible()) continue;
+      EXPECT_EQ(menu->actionGeometry(action).left(), left) << action->text().toStdString();
+    }
+    menu->hide();
+  }
 }
 
 TEST_F(LowestScreen, TellsHowManyWereFoundWhole) {

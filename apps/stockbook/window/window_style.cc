@@ -141,6 +141,12 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
   painter->restore();
 }
 
+int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* result) const {
+  // In columns side by side a menu covers the window, itself included, and may be wider than the screen.
+  return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, result);
+}
+
 void WindowStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
