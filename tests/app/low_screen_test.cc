@@ -124,7 +124,7 @@ TEST_F(LowestScreen, LetsTheBarGiveWayUntilThereIsRoomForIt) {
   EXPECT_TRUE(window_->bar().isVisible());
   ShowPart(1, true);
   EXPECT_FALSE(window_->bar().isVisible());
-  EXPECT_TRUE(window_->views().plot().view().plot_layout().frames.size() >= 1) << "the plot has room to be drawn";
+  EXPECT_FALSE(window_->views().plot().view().plot_layout().frames.empty()) << "the plot has room to be drawn";
   window_->resize(512, 500);
   Settle();
   EXPECT_TRUE(window_->bar().isVisible());
@@ -132,6 +132,26 @@ TEST_F(LowestScreen, LetsTheBarGiveWayUntilThereIsRoomForIt) {
   Settle();
   EXPECT_FALSE(window_->bar().isVisible());
   ShowPart(1, false);
+  EXPECT_TRUE(window_->bar().isVisible());
+}
+
+class FlatScreen : public ScreenTest {
+ protected:
+  FlatScreen() : ScreenTest({1024, 552}) {}
+};
+
+TEST_F(FlatScreen, ShowsARowWithEverythingOpen) {
+  OpenJournal();
+  window_->views().range_bar().Open();
+  window_->views().plot().show();
+  window_->views().periods().show();
+  window_->find_bar().Open();
+  window_->find_bar().hits().show();
+  Settle();
+  const auto& geometry = stockbook().sheet().view().geometry();
+  const int row = geometry.TopRow();
+  EXPECT_EQ(geometry.VisibleCellRect(row, 1).height, geometry.CellRect(row, 1).height);
+  EXPECT_TRUE(window_->views().plot().isVisible());
   EXPECT_TRUE(window_->bar().isVisible());
 }
 

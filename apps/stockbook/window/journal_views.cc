@@ -15,7 +15,7 @@
 namespace stockbook::app {
 namespace {
 
-constexpr int kLeastJournal = 92;  // its band, its captions and a line
+constexpr int kLeastJournal = 108;  // its band, its captions and a line
 
 std::optional<PeriodKey> NewestPeriodOf(const RangeView& view) {
   std::optional<PeriodKey> newest;

@@ -17,6 +17,8 @@
 namespace stockbook::app {
 namespace {
 
+constexpr int kLeastHeightWithButtons = 150;
+
 QToolButton* PlotButton(const QString& text) {
   auto* button = new QToolButton;
   button->setText(text);
@@ -67,6 +69,13 @@ void PlotPanel::Build() {
 void PlotPanel::showEvent(QShowEvent* event) {
   for (QToolButton* button : {print_, save_}) button->setEnabled(CanDrawPlots());
   QDockWidget::showEvent(event);
+}
+
+// In a low window the plot comes before what is done with it.
+void PlotPanel::resizeEvent(QResizeEvent* event) {
+  QDockWidget::resizeEvent(event);
+  if (view_ == nullptr) return;
+  for (QToolButton* button : {print_, save_}) button->setVisible(height() >= kLeastHeightWithButtons);
 }
 
 void PlotPanel::Print() {

@@ -33,6 +33,7 @@ class PlotPanel : public QDockWidget {
  protected:
   // The library reads its drivers the first time it is asked what it can draw, which no start of the program waits for.
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void Build();
