@@ -109,9 +109,16 @@ TEST(PlotLayout, NamesPeriodsBelowTheDaysWhereNoLineRuns) {
   EXPECT_FALSE(layout.HasRoomFor({45000, 45001, "2023年03月"}));
 }
 
-TEST(PlotLayout, NamesNoPeriodsWhereThatTakesTheRoomOfAPane) {
+TEST(PlotLayout, NamesPeriodsBelowThreeLowPanes) {
   const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 240, 1});
   EXPECT_EQ(layout.frames.size(), 3u);
+  EXPECT_TRUE(layout.period_line);
+  for (const PlotFrame& frame : layout.frames) EXPECT_GE(frame.bottom - frame.top, 34);
+}
+
+TEST(PlotLayout, NamesNoPeriodsWhereThatTakesTheRoomOfAPane) {
+  const PlotLayout layout = LayOutPlot(PlotOfTenDays(), {800, 172, 1});
+  EXPECT_EQ(layout.frames.size(), 2u);
   EXPECT_FALSE(layout.period_line);
   EXPECT_FALSE(LayOutPlot(PlotOfTenDays(), {190, 300, 1}).period_line) << "none of the names fits";
 }

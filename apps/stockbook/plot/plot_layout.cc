@@ -21,7 +21,8 @@ constexpr double kPlotBottomMargin = 26;  // the days
 constexpr double kPlotPeriods = 16;       // the names of periods below them
 constexpr double kBetweenPanes = 30;
 constexpr double kLeastPane = 40;
-constexpr double kDayWidth = 90;  // of the text of a day, with room beside it
+constexpr double kLeastNamedPane = 34;  // where the names of periods take a little of it
+constexpr double kDayWidth = 90;        // of the text of a day, with room beside it
 
 constexpr double kMarkHeight = 12;
 constexpr double kFewestMarks = 2;
@@ -175,10 +176,9 @@ PlotLayout LayOutPlot(const JournalPlot& plot, const PlotPage& page) {
   layout.frames.clear();
   // A pane tells more than the names of the periods.
   const double below = kPlotPeriods * page.scale;
-  const bool has_line = names && PanesFor(plot, down - below, page.scale).size() == panes.size() &&
-                        down - below >= kLeastPane * page.scale;
-  if (has_line) layout.period_line = page.height - below / 2;
   const auto count = static_cast<double>(panes.size());
+  const bool has_line = names && down - below >= (kLeastNamedPane * count + kBetweenPanes * (count - 1)) * page.scale;
+  if (has_line) layout.period_line = page.height - below / 2;
   const double room = down - (has_line ? below : 0) - kBetweenPanes * (count - 1) * page.scale;
   first.bottom = first.top + room / count;
   layout.day_step = DayStep(plot.to - plot.from, width / page.scale);
