@@ -117,6 +117,13 @@ TEST_F(LowestScreen, TellsHowManyWereFoundWhole) {
                                   [](const QLabel* label) { return label->text().startsWith(QStringLiteral("第")); });
   ASSERT_NE(count, labels.end());
   EXPECT_GE((*count)->width(), (*count)->sizeHint().width());
+  const QString told = (*count)->text();
+  for (int width = 700; width <= 900; width += 20) {
+    window_->resize(width, 288);
+    Settle();
+    EXPECT_EQ((*count)->text(), told);
+    EXPECT_GE((*count)->width(), (*count)->sizeHint().width()) << width;
+  }
 }
 
 TEST_F(LowestScreen, LetsTheBarGiveWayUntilThereIsRoomForIt) {

@@ -58,8 +58,9 @@ QSize FoldingRow::minimumSizeHint() const {
 void FoldingRow::FollowWidth() {
   if (end_ == nullptr) return;
   const QMargins margins = grid_->contentsMargins();
-  const int needed = margins.left() + head_->minimumSize().width() + kBarSpacing + tail_->minimumSize().width() +
-                     kBarSpacing + end_->minimumSizeHint().width() + margins.right();
+  if (note_ != nullptr) note_width_ = std::max(note_width_, note_->sizeHint().width());
+  const int needed = note_width_ + margins.left() + head_->minimumSize().width() + kBarSpacing +
+                     tail_->minimumSize().width() + kBarSpacing + end_->minimumSizeHint().width() + margins.right();
   if (const bool folded = width() < needed; folded != folded_) Arrange(folded);
 }
 

@@ -38,6 +38,7 @@ class FoldingRow : public QWidget {
   QHBoxLayout* head_;
   QHBoxLayout* tail_;
   QWidget* note_ = nullptr;
+  int note_width_ = 0;  // the widest so far: a row that folds with every other note would be restless
   QWidget* end_ = nullptr;
   bool folded_ = false;
 };
