@@ -105,6 +105,19 @@ TEST_F(LowestScreen, HasItsMenusInOneColumnThatScrolls) {
   }
 }
 
+TEST_F(LowestScreen, KeepsTheButtonsOfAFoldedBarTogether) {
+  OpenJournal();
+  window_->find_bar().Open();
+  Settle();
+  FoldingRow& row = *window_->find_bar().findChild<FoldingRow*>();
+  ASSERT_TRUE(row.IsFolded());
+  for (int at = 1; at < 6; ++at) {
+    const QRect left = row.tail().itemAt(at - 1)->geometry();
+    EXPECT_LE(row.tail().itemAt(at)->geometry().left() - left.right(), row.tail().spacing() + 1) << at;
+    EXPECT_LE(left.width(), row.tail().itemAt(at - 1)->sizeHint().width()) << at;
+  }
+}
+
 TEST_F(LowestScreen, TellsHowManyWereFoundWhole) {
   OpenJournal();
   window_->find_bar().Open();

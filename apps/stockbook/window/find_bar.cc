@@ -103,6 +103,7 @@ void FindBar::BuildRow() {
   row->head().addWidget(words_);
   for (QToolButton* button : {match_case_, whole_words_, patterns_, previous_, next_, list_})
     row->tail().addWidget(button);
+  row->tail().addStretch(1);
   count_->setIndent(kBarMargin);
   row->SetNote(count_);
   row->SetEnd(close_);
