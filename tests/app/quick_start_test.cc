@@ -8,12 +8,16 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QTest>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/window_fixture.h"
+#include "databases/providers/open_connection.h"
+#include "platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 
 namespace stockbook::app {
@@ -94,6 +98,22 @@ TEST(QuickStartDeathTest, LoadsTheLibrariesOfPlotsWithTheFirstPlot) {
         const bool early = HasLoaded("libplplot") || HasLoaded("libcairo");
         const bool late = !CanDrawPlots() || (HasLoaded("libplplot") && HasLoaded("libcairo"));
         std::exit(early || !late ? 1 : 0);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
+TEST(QuickStartDeathTest, LoadsTheLibraryOfADatabaseWithTheFirstOfItsKind) {
+  const std::vector<std::string> built = databases::BuiltProviders();
+  if (std::find(built.begin(), built.end(), "Odbc") == built.end()) GTEST_SKIP() << "built without ODBC";
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        const bool early = HasLoaded("libodbc.") || HasLoaded("libmdb");
+        try {
+          databases::OpenConnection("Provider=Odbc;DSN=that nobody has set up");
+        } catch (const platform::Error&) {
+        }
+        std::exit(early || !HasLoaded("libodbc.") ? 1 : 0);
       },
       ::testing::ExitedWithCode(0), "");
 }

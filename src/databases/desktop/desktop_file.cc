@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "databases/desktop/desktop_file.h"
 
-#include <mdbtools.h>
-
 #include <array>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
+#include "databases/desktop/desktop_library.h"
 #include "databases/desktop/page_values.h"
 #include "databases/desktop/read_failure.h"
 
@@ -54,6 +53,8 @@ struct DesktopFile::Scan::Table {
     return static_cast<MdbColumn*>(g_ptr_array_index(definition->columns, index));
   }
 };
+
+void DesktopFile::LoadLibrary() { LoadDesktopLibrary(); }
 
 DesktopFile::DesktopFile(const std::string& path, const std::string& text_encoding)
     : handle_(std::make_unique<Handle>()) {

@@ -25,6 +25,9 @@ struct StoredColumn {
 // process never reads one.
 class DesktopFile {
  public:
+  // What must have been called before the process is copied that makes a DesktopFile. Throws platform::Error where
+  // libmdb is not installed.
+  static void LoadLibrary();
   // `text_encoding` is that of the names in a Jet 3 file.
   DesktopFile(const std::string& path, const std::string& text_encoding);
   ~DesktopFile();

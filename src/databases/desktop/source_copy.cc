@@ -12,6 +12,7 @@
 
 #include "databases/desktop/copy_folder.h"
 #include "databases/desktop/copy_writer.h"
+#include "databases/desktop/desktop_file.h"
 #include "databases/desktop/file_header.h"
 #include "databases/desktop/read_failure.h"
 #include "databases/desktop/reading_process.h"
@@ -109,6 +110,7 @@ ReadingProcess::Limits LimitsFor(uint64_t file_bytes) {
 void WriteCopy(const Copying& copying, const SourceState& state, const FileHeader& header, const std::string& path) {
   const std::string text_encoding = header.generation == Generation::kJet3 ? header.TextEncoding() : std::string();
   const std::string& file = copying.file();
+  DesktopFile::LoadLibrary();
   const auto send = [&](int pipe) { SendTables(file, text_encoding, pipe); };
   constexpr int kMostTries = 3;
   for (int tries = 1;; ++tries) {

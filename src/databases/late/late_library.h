@@ -29,6 +29,8 @@ class LateFunction<Result(Arguments...)> {
  public:
   constexpr LateFunction(const LateLibrary& library, const char* name) : library_(library), name_(name) {}
 
+  // Finds the function, so that no later call has to. Throws as LateLibrary does.
+  void Load() const { Address(); }
   // Throws as LateLibrary does where no function of the library was called before.
   Result operator()(Arguments... arguments) const {
     return reinterpret_cast<Result (*)(Arguments...)>(Address())(arguments...);

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "databases/odbc/odbc_error.h"
 
-#include <sqlext.h>
-#include <sqlucode.h>
-
 #include <algorithm>
 #include <array>
 #include <optional>
 #include <vector>
 
 #include "base/text.h"
+#include "databases/odbc/driver_manager.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/odbc/odbc_link.h"
 
-#include <sqlext.h>
-#include <sqlucode.h>
-
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -11,6 +8,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "databases/odbc/driver_manager.h"
 #include "databases/odbc/odbc_text.h"
 
 namespace stockbook::databases {

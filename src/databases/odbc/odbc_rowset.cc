@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "databases/odbc/odbc_rowset.h"
 
-#include <sqlucode.h>
-
 #include <algorithm>
 #include <array>
 #include <cstring>
 
+#include "databases/odbc/driver_manager.h"
 #include "databases/odbc/odbc_text.h"
 
 namespace stockbook::databases {

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/odbc/odbc_session.h"
 
-#include <sqlext.h>
-#include <sqlucode.h>
-
 #include <chrono>
 #include <optional>
 #include <stdexcept>
@@ -11,6 +8,7 @@
 #include <utility>
 
 #include "base/number.h"
+#include "databases/odbc/driver_manager.h"
 #include "databases/odbc/odbc_decoding.h"
 #include "databases/sqlite/error_codes.h"
 
