@@ -222,6 +222,44 @@ TEST_F(CancelledLoad, OfTheFirstJournalLeavesNone) {
   EXPECT_TRUE(window_->LoadJournal(Customers()).loaded);
 }
 
+// The button is clicked when the columns of the new journal are already those that the user had there.
+TEST_F(CancelledLoad, IsHeardAfterTheColumnsWereArranged) {
+  constexpr int kMine = 3456;
+  OpenFirst();
+  const JournalOptions first = *window_->journal().options();
+  ASSERT_TRUE(window_->LoadJournal(Customers()).loaded);
+  grid().SetColWidth(grid().ColIndex(keys::kExplain), kMine);
+  Settle();
+  ASSERT_TRUE(window_->LoadJournal(first).loaded);
+  MakeItOwn();
+  const std::vector<std::string> before = Everything();
+  const QImage picture = Picture();
+  const auto is_arranged = [this] {
+    return stockbook().control().JournalType() == 2 && grid().ColWidth(grid().ColIndex(keys::kExplain)) == kMine;
+  };
+  bool arranged = false;
+  window_->journal().SetLoader([&](const JournalOptions& options, const std::function<void()>& arrange) {
+    return window_->reading().loader().Load(options, [&] {
+      arrange();
+      arranged = is_arranged();
+      QMetaObject::invokeMethod(
+          window_.get(), [this] { ClickCancel(); }, Qt::QueuedConnection);
+    });
+  });
+  EXPECT_TRUE(window_->LoadJournal(Customers()).cancelled);
+  EXPECT_TRUE(arranged);
+  window_->journal().SetLoader([&](const JournalOptions& options, const std::function<void()>& arrange) {
+    return window_->reading().loader().Load(options, arrange);
+  });
+  Settle();
+  EXPECT_EQ(Everything(), before);
+  EXPECT_EQ(Picture(), picture);
+  ASSERT_TRUE(window_->LoadJournal(Customers()).loaded);
+  EXPECT_TRUE(is_arranged()) << "what was given up has not been learnt as the user's columns";
+  ASSERT_TRUE(window_->LoadJournal(first).loaded);
+  EXPECT_EQ(grid().ColWidth(grid().ColIndex(keys::kStoQty)), 2345);
+}
+
 // What the journal of the file would be now is not what was in the window.
 TEST_F(CancelledLoad, OrAFailedOneReadsNothingToShowTheOldJournalAgain) {
   OpenFirst();

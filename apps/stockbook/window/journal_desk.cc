@@ -61,18 +61,25 @@ void SetUpJournal(control::Stockbook& control, const JournalOptions& options) {
 }
 
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
-                       const JournalOptions& options, const std::function<void()>& pause) {
+                       const JournalOptions& options, const LoadSteps& steps) {
   control.SetConn(std::move(connection));
   LoadReport report;
-  const Recorder recorder(control, report, pause);
+  const Recorder recorder(control, report, steps.pause);
+  const auto call = [](const std::function<void()>& step) {
+    if (step) step();
+  };
   try {
     SetUpJournal(control, options);
     // Load does not accept negative keys; the control's properties do.
     if (options.key_id < 0) control.SetKeyID(options.key_id);
     report.loaded = control.Load(options.key_id, options.dp_id);
-    if (report.loaded) ComposeNames(control);
-    if (report.loaded) NameProduct(control, *control.Conn(), options);
-    if (report.loaded && pause) pause();
+    if (!report.loaded) return report;
+    call(steps.arrange);
+    call(steps.pause);
+    ComposeNames(control);
+    call(steps.pause);
+    NameProduct(control, *control.Conn(), options);
+    call(steps.pause);
   } catch (const platform::Error& error) {
     report.notify.emplace_back(error.what());
   }

@@ -29,11 +29,16 @@ struct LoadReport {
 // Sets what the options say, except for the product, which a load takes, without loading.
 void SetUpJournal(control::Stockbook& control, const JournalOptions& options);
 
+// What a host does in a load; each may be missing.
+struct LoadSteps {
+  std::function<void()> pause;    // whenever the progress is another one, and between the steps after the rows
+  std::function<void()> arrange;  // the columns, when the rows are there and before names are composed
+};
+
 // Sets up the control from the options and loads the journal, with the names of products composed from the columns that
-// are hidden. The control keeps `connection`. `pause` is called whenever the progress is another one, and at the end;
-// what it throws ends the load like an error.
+// are hidden. The control keeps `connection`. What a step throws ends the load like an error.
 LoadReport LoadJournal(control::Stockbook& control, std::shared_ptr<platform::Connection> connection,
-                       const JournalOptions& options, const std::function<void()>& pause = {});
+                       const JournalOptions& options, const LoadSteps& steps = {});
 
 // The error text of a load that failed: its last message, since no host cancels it; "" if there is none.
 std::string LoadError(const LoadReport& report);

@@ -31,7 +31,7 @@ std::shared_ptr<PrefetchedConnection> JournalLoader::Prepare(std::shared_ptr<pla
   return std::make_shared<PrefetchedConnection>(std::make_shared<qt::ThreadedConnection>(std::move(opened), beside_));
 }
 
-LoadReport JournalLoader::Load(const JournalOptions& options) {
+LoadReport JournalLoader::Load(const JournalOptions& options, const std::function<void()>& arrange) {
   if (connection_ == nullptr) return {};
   const auto connection = connection_;
   const auto task = beside_->Begin();
@@ -45,17 +45,17 @@ LoadReport JournalLoader::Load(const JournalOptions& options) {
     report.notify.emplace_back(error.what());
     return TellCancelled(std::move(report));
   }
-  return TellCancelled(HandOver(connection, options));
+  return TellCancelled(HandOver(connection, options, arrange));
 }
 
 // What is half done is not painted.
 LoadReport JournalLoader::HandOver(const std::shared_ptr<PrefetchedConnection>& connection,
-                                   const JournalOptions& options) {
+                                   const JournalOptions& options, const std::function<void()>& arrange) {
   const auto redraw = platform::RedrawOff(stockbook_.Grid());
   const bool updates = stockbook_.updatesEnabled();
   stockbook_.setUpdatesEnabled(false);
   const base::ScopeExit painted([&] { stockbook_.setUpdatesEnabled(updates); });
-  return LoadJournal(stockbook_.control(), connection, options, [this] { beside_->Pause(); });
+  return LoadJournal(stockbook_.control(), connection, options, {[this] { beside_->Pause(); }, arrange});
 }
 
 // A statement that took too long was interrupted, too, and that stays a failure.

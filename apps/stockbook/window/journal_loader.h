@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -31,13 +32,14 @@ class JournalLoader {
   // As app::LoadJournal; but a load that was cancelled, at whatever moment, is not loaded and its report says so. Where
   // the rows cannot be read the control is left unchanged, and the report has the error.
   // Without an inventory nothing happens.
-  LoadReport Load(const JournalOptions& options);
+  LoadReport Load(const JournalOptions& options, const std::function<void()>& arrange);
 
   // What reads beside the interface, for a bar that shows how far it is.
   qt::Beside& beside() { return *beside_; }
 
  private:
-  LoadReport HandOver(const std::shared_ptr<PrefetchedConnection>& connection, const JournalOptions& options);
+  LoadReport HandOver(const std::shared_ptr<PrefetchedConnection>& connection, const JournalOptions& options,
+                      const std::function<void()>& arrange);
   // A load that the user gave up says so and nothing else.
   LoadReport TellCancelled(LoadReport report) const;
   // The statement that the control will send.

@@ -17,8 +17,8 @@ bool IsSameJournal(const JournalOptions& left, const JournalOptions& right) {
 
 ShownJournal::ShownJournal(qt::StockbookWidget& stockbook, JournalColumns& columns)
     : stockbook_(stockbook), columns_(columns) {
-  loader_ = [this](const JournalOptions& options) {
-    return app::LoadJournal(stockbook_.control(), connection_, options);
+  loader_ = [this](const JournalOptions& options, const std::function<void()>& arrange) {
+    return app::LoadJournal(stockbook_.control(), connection_, options, {{}, arrange});
   };
   connect(&stockbook, &qt::StockbookWidget::AfterFormatted, this, &ShownJournal::TakeLayout);
 }
@@ -60,17 +60,14 @@ void ShownJournal::SetChanges(int journal_type, ColumnChanges changes) {
   memories_[journal_type].SetChanges(std::move(changes));
 }
 
-void ShownJournal::PutColumnsBack(int type_before) {
-  const int type = stockbook_.control().JournalType();
-  ColumnMemory& memory = memories_[type];
-  if (laid_out_) {
-    platform::Grid& grid = stockbook_.Grid();
-    memory.PutBack(grid, stockbook_.control().ColsFilter());
-    // The tree stays where it was when columns move.
-    grid.SetOutlineCol(grid.ColIndex(stockbook_.control().OutlineColKey()));
-  }
-  columns_.Settle(type == type_before ? JournalColumns::Earlier::kKept : JournalColumns::Earlier::kForgotten,
-                  memory.changes().frozen);
+// As the user had them in the last journal of the type, which the names of the products depend on.
+void ShownJournal::ArrangeColumns() {
+  LowerCaptions(stockbook_.control());
+  if (!laid_out_) return;
+  platform::Grid& grid = stockbook_.Grid();
+  memories_[stockbook_.control().JournalType()].PutBack(grid, stockbook_.control().ColsFilter());
+  // The tree stays where it was when columns move.
+  grid.SetOutlineCol(grid.ColIndex(stockbook_.control().OutlineColKey()));
 }
 
 LoadReport ShownJournal::Load(const JournalOptions& options) {
@@ -84,30 +81,28 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   control::KeptJournal kept = control.Keep();
   sheet::GridSheet::Kept kept_grid = stockbook_.sheet().Keep();
   const int type_before = control.JournalType();
+  ColumnMemory& memory = memories_[options.journal_type];
+  ColumnMemory kept_memory = memory;
   laid_out_ = false;
   loading_ = true;
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  LoadReport report = loader_(options);
+  LoadReport report = loader_(options, [this] { ArrangeColumns(); });
   QApplication::restoreOverrideCursor();
   loading_ = false;
   if (report.loaded) {
-    ShowLoaded(options, type_before);
+    shown_ = options;
+    columns_.Settle(
+        control.JournalType() == type_before ? JournalColumns::Earlier::kKept : JournalColumns::Earlier::kForgotten,
+        memory.changes().frozen);
     if (!same || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
   } else {
+    memory = std::move(kept_memory);
     control.PutBack(std::move(kept));
     stockbook_.sheet().PutBack(std::move(kept_grid));
     columns_.Settle(JournalColumns::Earlier::kKept);
   }
   emit Arrived(report.loaded);
   return report;
-}
-
-void ShownJournal::ShowLoaded(const JournalOptions& options, int type_before) {
-  shown_ = options;
-  LowerCaptions(stockbook_.control());
-  PutColumnsBack(type_before);
-  // The names depend on what the user has shown and hidden.
-  ComposeNames(stockbook_.control());
 }
 
 // Let the keyboard start from a visible cell.

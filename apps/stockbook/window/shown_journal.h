@@ -33,7 +33,8 @@ class ShownJournal : public QObject {
   void SetConnection(std::shared_ptr<platform::Connection> connection);
   platform::Connection* connection() const { return connection_.get(); }
   // What reads a journal into the control; unless another one is set, app::LoadJournal.
-  using Loader = std::function<LoadReport(const JournalOptions&)>;
+  // It calls the other one when the rows are there; a load may still fail or be cancelled after it.
+  using Loader = std::function<LoadReport(const JournalOptions&, const std::function<void()>& arrange)>;
   void SetLoader(Loader loader) { loader_ = std::move(loader); }
   // Does nothing without a connection and inside of a load.
   LoadReport Load(const JournalOptions& options);
@@ -60,8 +61,7 @@ class ShownJournal : public QObject {
   void ShowNone();
   void TakeLayout();
   void LearnColumns();
-  void PutColumnsBack(int type_before);
-  void ShowLoaded(const JournalOptions& options, int type_before);
+  void ArrangeColumns();
   void GoToFirstCell();
 
   qt::StockbookWidget& stockbook_;

@@ -27,7 +27,8 @@ WindowReading::WindowReading(const Host& host)
                             [this] { return host_.journal.connection(); }},
                            &host.window)) {
   loader_.beside().SetCloseKeys(CloseKeys());
-  host_.journal.SetLoader([this](const JournalOptions& options) { return Load(options); });
+  host_.journal.SetLoader(
+      [this](const JournalOptions& options, const std::function<void()>& arrange) { return Load(options, arrange); });
   connect(&host_.journal, &ShownJournal::Leaving, this, [this] { attempt_.reset(); });
   connect(&host_.journal, &ShownJournal::Arrived, this, &WindowReading::TellOutcome);
   connect(strip_, &LoadStrip::ReloadWanted, this, [this] {
@@ -100,13 +101,13 @@ void WindowReading::OpenAnewIfReplaced() {
   emit Replaced();
 }
 
-LoadReport WindowReading::Load(const JournalOptions& options) {
+LoadReport WindowReading::Load(const JournalOptions& options, const std::function<void()>& arrange) {
   const auto task = loader_.beside().Begin();
   strip_->LoadBegins();
   LoadReport report;
   try {
     OpenAnewIfReplaced();
-    report = loader_.Load(options);
+    report = loader_.Load(options, arrange);
   } catch (const platform::Error& error) {
     report.cancelled = loader_.beside().WasCancelled();
     report.notify.emplace_back(error.what());

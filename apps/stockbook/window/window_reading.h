@@ -65,7 +65,7 @@ class WindowReading : public QObject {
   };
 
   std::shared_ptr<platform::Connection> OpenBeside(DatabaseSource& source, const AskPassword& ask);
-  LoadReport Load(const JournalOptions& options);
+  LoadReport Load(const JournalOptions& options, const std::function<void()>& arrange);
   void OpenAnewIfReplaced();
   void TellOutcome();
 
