@@ -2,6 +2,7 @@
 #include "stockbook/inventory/inventory_tables.h"
 
 #include <array>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +27,7 @@ bool HasTable(platform::Connection& connection, std::string_view table) {
 }
 
 std::vector<std::string> TablesMissingIn(platform::Connection& connection) {
+  const std::unique_ptr<platform::Moment> moment = connection.ReadAsOfOneMoment();
   std::vector<std::string> missing;
   for (const TableName name : kNeededTables) {
     const std::string_view table = InventoryTableOf(name).name;

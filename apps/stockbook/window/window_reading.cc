@@ -71,10 +71,14 @@ std::shared_ptr<platform::Connection> WindowReading::OpenBeside(DatabaseSource& 
 
 std::shared_ptr<PrefetchedConnection> WindowReading::Open(DatabaseSource& source, const AskPassword& ask) {
   std::string identity = IdentityOfFile(source.file());
-  auto opened = loader_.Prepare(OpenBeside(source, ask));
+  auto plain = OpenBeside(source, ask);
+  platform::Connection& connection = *plain;
+  auto opened = loader_.Prepare(std::move(plain));
   const QString name =
       source.file().empty() ? qt::ToQString(source.name()) : QFileInfo(qt::ToQString(source.file())).fileName();
-  RequireInventory(*opened, qt::FromQString(name));
+  // All its statements in one turn of the other thread.
+  loader_.beside().Run({[&] { RequireInventory(connection, qt::FromQString(name)); }, [&] { connection.Cancel(); },
+                        [&] { return connection.RowsRead(); }});
   opening_ = std::move(identity);
   return opened;
 }
