@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/inventory/inventory_writer.h"
 
+#include <fstream>
+#include <string>
+
 #include "app/inventory_fixture.h"
 #include "platform/error.h"
 
@@ -53,6 +56,15 @@ TEST_F(InventoryWriterTest, CreatesEveryTableWithItsColumns) {
   EXPECT_EQ(columns("tqSuppBalance"), "bnPeriod,ksID" + sums);
   EXPECT_EQ(columns("tqCustBalance"), "bnPeriod,ksID" + sums);
   EXPECT_EQ(columns("tqProjBalance"), "bnPeriod,pjID" + sums);
+}
+
+TEST_F(InventoryWriterTest, MarksTheFileAsAnInventoryForDesktops) {
+  const std::string path = Empty();
+  EXPECT_EQ(OpenedInventory(path).One("PRAGMA application_id"), std::to_string(0x53746B42));
+  std::ifstream file(path, std::ios::binary);
+  std::string head(72, '\0');
+  file.read(head.data(), static_cast<std::streamsize>(head.size()));
+  EXPECT_EQ(head.substr(68), "StkB");
 }
 
 TEST_F(InventoryWriterTest, KeepsMoneyAsExactDecimalText) {

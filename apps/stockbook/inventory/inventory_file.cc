@@ -14,6 +14,8 @@ namespace stockbook::app {
 namespace {
 
 constexpr int kPatienceMs = 2000;
+// "StkB", by which desktops tell an inventory from other databases: packaging/stockbook.xml looks for it.
+constexpr std::string_view kApplication = "PRAGMA application_id=0x53746B42";
 
 }  // namespace
 
@@ -31,6 +33,7 @@ InventoryFile::InventoryFile(const std::string& path) : file_(path) {
   Execute(
       "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; PRAGMA locking_mode=EXCLUSIVE; PRAGMA cache_size=-65536; "
       "BEGIN");
+  Execute(kApplication);
 }
 
 void InventoryFile::Execute(std::string_view sql) {
