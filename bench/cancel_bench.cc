@@ -17,9 +17,9 @@
 #include <tuple>
 
 #include "child_process.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/import_command.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/main_window.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "databases/providers/open_connection.h"
+#include "stockbook/databases/providers/open_connection.h"
 
 namespace {
 

@@ -13,10 +13,10 @@
 
 #include "base/text.h"
 #include "child_process.h"
-#include "columns/column_builder.h"
 #include "interaction/find/find.h"
 #include "searched_journal.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace {
 

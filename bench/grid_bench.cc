@@ -13,12 +13,12 @@
 #include <limits>
 #include <numeric>
 
-#include "columns/column.h"
 #include "journal_window.h"
-#include "qt/clipboard.h"
-#include "qt/sheet_widget.h"
 #include "rival_models.h"
+#include "stockbook/columns/column.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/sheet_widget.h"
 
 namespace {
 

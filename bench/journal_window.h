@@ -13,11 +13,11 @@
 #include <vector>
 
 #include "child_process.h"
-#include "qt/fonts.h"
-#include "qt/stockbook_widget.h"
 #include "sheet/geometry/scale.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/fonts.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/sample/sample_inventory.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/journal_desk.h"
 
 namespace stockbook::bench {

@@ -22,6 +22,7 @@
 #include "journal/query_builder.h"
 #include "journal/running_pass.h"
 #include "sqlite_stepping.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "support/fake_surroundings.h"
 

@@ -14,10 +14,10 @@
 
 #include "child_process.h"
 #include "databases/odbc/odbc_catalog.h"
-#include "databases/odbc/odbc_connection.h"
 #include "databases/odbc/odbc_session.h"
 #include "journal/query_builder.h"
 #include "server_journal.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
 #include "support/postgres_server.h"
 
 namespace {

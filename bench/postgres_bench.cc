@@ -16,9 +16,9 @@
 
 #include "child_process.h"
 #include "databases/postgres/postgres_catalog.h"
-#include "databases/postgres/postgres_connection.h"
 #include "journal/query_builder.h"
 #include "server_journal.h"
+#include "stockbook/databases/postgres/postgres_connection.h"
 #include "support/postgres_server.h"
 
 namespace {

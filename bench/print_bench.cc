@@ -12,9 +12,9 @@
 #include <sstream>
 #include <vector>
 
-#include "qt/grid_printer.h"
-#include "qt/pdf_printer.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/qt/grid_printer.h"
+#include "stockbook/qt/pdf_printer.h"
 #include "support/sample_ledger.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::bench {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "columns/column_builder.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::bench {
 

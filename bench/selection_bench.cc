@@ -10,8 +10,8 @@
 
 #include "child_process.h"
 #include "searched_journal.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/selection/selection_sums.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 
 #include "child_process.h"
 #include "searched_journal.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/find/journal_search.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace {
 

@@ -16,8 +16,10 @@ if(PROJECT_IS_TOP_LEVEL)
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 
-# What every target of this tree is compiled with. Linked PRIVATE, so that no host has to be free of our warnings.
+# What every target of this tree is compiled with, and where it finds the headers that are not public. Linked PRIVATE, so that
+# no host has to be free of our warnings, or sees those headers.
 add_library(stockbook_switches INTERFACE)
+target_include_directories(stockbook_switches INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_features(stockbook_switches INTERFACE cxx_std_20)
 target_compile_options(stockbook_switches INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
                                                     -Woverloaded-virtual
@@ -52,14 +54,17 @@ if(STOCKBOOK_HARDEN)
 endif()
 
 # stockbook_room(NAME [DEPENDS room...] [LINK target...] [WITHOUT folder...]): the library `stockbook_NAME` of src/NAME,
-# but for the folders that are left out, for hosts `Stockbook::NAME`.
+# but for the folders that are left out, for hosts `Stockbook::NAME`. Its public headers are in include/stockbook/NAME; those
+# beside the sources are for targets of this tree, which find them by stockbook_switches.
 function(stockbook_room name)
   cmake_parse_arguments(ROOM "" "" "DEPENDS;LINK;WITHOUT" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cc)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/stockbook/${name}/*.h)
+  file(GLOB_RECURSE private_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.h)
   foreach(folder IN LISTS ROOM_WITHOUT)
     list(FILTER sources EXCLUDE REGEX "/src/${name}/${folder}/")
-    list(FILTER headers EXCLUDE REGEX "/src/${name}/${folder}/")
+    list(FILTER headers EXCLUDE REGEX "/stockbook/${name}/${folder}/")
+    list(FILTER private_headers EXCLUDE REGEX "/src/${name}/${folder}/")
   endforeach()
   if(sources)
     add_library(stockbook_${name} STATIC ${sources})
@@ -69,7 +74,7 @@ function(stockbook_room name)
     add_library(stockbook_${name} INTERFACE)
     set(scope INTERFACE)
   endif()
-  target_sources(stockbook_${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${headers})
+  target_sources(stockbook_${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/include FILES ${headers})
   add_library(Stockbook::${name} ALIAS stockbook_${name})
   target_compile_features(stockbook_${name} ${scope} cxx_std_20)
   target_link_libraries(stockbook_${name} ${scope} ${ROOM_LINK})
@@ -78,7 +83,14 @@ function(stockbook_room name)
   endforeach()
   if(name STREQUAL "qt" AND sources)
     # A new header alone does not trigger moc, unless moc depends on it by name.
-    set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${headers}")
+    set_target_properties(stockbook_${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOGEN_TARGET_DEPENDS "${headers};${private_headers}")
+  endif()
+  if(PROJECT_IS_TOP_LEVEL AND private_headers)
+    # They are compiled alone, too.
+    add_library(stockbook_${name}_inside INTERFACE)
+    target_sources(stockbook_${name}_inside INTERFACE
+      FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src FILES ${private_headers})
+    target_link_libraries(stockbook_${name}_inside INTERFACE stockbook_switches stockbook_${name})
   endif()
 endfunction()
 

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "fuzzed_bytes.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::fuzz {
 namespace {

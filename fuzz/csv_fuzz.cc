@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "fuzzed_bytes.h"
-#include "platform/error.h"
 #include "stockbook/import/csv_reader.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::fuzz {
 namespace {

@@ -8,11 +8,11 @@
 #include <iterator>
 #include <memory>
 
-#include "control/stockbook.h"
 #include "databases/database_file.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "fuzzed_bytes.h"
-#include "platform/error.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/error.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 

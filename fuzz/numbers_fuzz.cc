@@ -2,13 +2,13 @@
 // Every text is read as a number, an amount and a date, or refused; what is read and written again stays the same.
 #include <cmath>
 
-#include "base/date.h"
 #include "base/decimal.h"
-#include "base/money.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "base/value.h"
 #include "fuzzed_bytes.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::fuzz {
 namespace {

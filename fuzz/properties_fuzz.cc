@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Saved properties of any value are read or refused; what was read is written and read again unchanged.
-#include "control/stockbook.h"
 #include "fuzzed_bytes.h"
-#include "platform/error.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"
 

@@ -7,7 +7,7 @@
 #include "databases/database_file.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "fuzzed_bytes.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::fuzz {
 namespace {

@@ -18,8 +18,8 @@
 
 #include "com/ado/ado_connection.h"
 #include "com/ado_double/ado_double.h"
-#include "databases/sqlite/embedded_connection.h"
 #include "journal/query_builder.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #include "support/fake_surroundings.h"
 
 namespace {

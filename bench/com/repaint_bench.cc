@@ -20,8 +20,8 @@
 #include "com/window/fonts.h"
 #include "com/window/rectangle.h"
 #include "com/window/sheet_surface.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/paint/snapshot.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/sample_ledger.h"
 
 namespace {

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "columns/column.h"
-#include "columns/column_builder.h"
-#include "qt/clipboard.h"
-#include "qt/fonts.h"
-#include "qt/sheet_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/fonts.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace sb = stockbook;
 

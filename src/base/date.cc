@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/date.h"
+#include "stockbook/base/date.h"
 
 #include <array>
 #include <chrono>

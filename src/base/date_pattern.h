@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/date.h"
 #include "base/pattern.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::base {
 

@@ -8,8 +8,8 @@
 #include <iterator>
 
 #include "base/digits.h"
-#include "base/money.h"
 #include "base/number.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::base {
 

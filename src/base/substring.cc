@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/substring.h"
+#include "stockbook/base/substring.h"
 
 #include <algorithm>
 #include <cstring>

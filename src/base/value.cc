@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/value.h"
+#include "stockbook/base/value.h"
 
 #include <cmath>
 

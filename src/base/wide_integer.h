@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::base {
 

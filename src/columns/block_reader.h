@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "columns/column.h"
+#include "stockbook/columns/column.h"
 
 namespace stockbook::columns {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns/chunk_builder.h"
+#include "stockbook/columns/chunk_builder.h"
 
 #include <algorithm>
 #include <bit>
@@ -9,8 +9,8 @@
 #include <unordered_map>
 
 #include "base/digits.h"
-#include "base/seeded_hash.h"
-#include "columns/text_pool.h"
+#include "stockbook/base/seeded_hash.h"
+#include "stockbook/columns/text_pool.h"
 
 namespace stockbook::columns {
 namespace {

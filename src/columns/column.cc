@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "columns/column.h"
+#include "stockbook/columns/column.h"
 
 #include <algorithm>
 #include <bit>
 
 #include "base/number.h"
-#include "columns/chunk_builder.h"
-#include "columns/column_builder.h"
 #include "columns/row_gatherer.h"
+#include "stockbook/columns/chunk_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::columns {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 #include <algorithm>
 #include <array>

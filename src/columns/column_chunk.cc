@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns/column_chunk.h"
+#include "stockbook/columns/column_chunk.h"
 
 namespace stockbook::columns {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns/packed_integers.h"
+#include "stockbook/columns/packed_integers.h"
 
 #include <algorithm>
 #include <bit>

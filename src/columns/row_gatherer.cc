@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "columns/column.h"
+#include "stockbook/columns/column.h"
 
 namespace stockbook::columns {
 

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "columns/column_chunk.h"
+#include "stockbook/columns/column_chunk.h"
 
 namespace stockbook::columns {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/stockbook.h"
-#include "platform/images.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/images.h"
 
 namespace stockbook::control {
 

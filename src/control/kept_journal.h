@@ -5,13 +5,13 @@
 #include <memory>
 #include <string>
 
-#include "control/container.h"
 #include "grid/hidden_keys.h"
 #include "grid/layout_settings.h"
 #include "interaction/hot_row.h"
 #include "journal/subject_keys.h"
 #include "journal/subjects.h"
-#include "platform/connection.h"
+#include "stockbook/control/container.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::control {
 

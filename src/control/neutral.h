@@ -5,7 +5,7 @@
 
 #include "journal/error_text.h"
 #include "journal/inventory.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::control {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "control/row_fields.h"
+#include "stockbook/control/row_fields.h"
 
 #include <algorithm>
 #include <cmath>

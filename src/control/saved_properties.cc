@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <variant>
 
-#include "base/scope_exit.h"
-#include "control/stockbook.h"
-#include "platform/error.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::control {
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "control/stockbook.h"
+#include "stockbook/control/stockbook.h"
 
 #include <algorithm>
 #include <cmath>
 #include <span>
 
-#include "base/column_keys.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "control/neutral.h"
@@ -16,8 +15,9 @@
 #include "interaction/find/find.h"
 #include "journal/periods.h"
 #include "journal/vocabulary.h"
-#include "platform/error.h"
-#include "platform/grid_guards.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::control {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // How the control responds to what the user does to its grid.
-#include "control/stockbook.h"
 #include "interaction/grid_handlers.h"
+#include "stockbook/control/stockbook.h"
 
 namespace stockbook::control {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "control/kept_journal.h"
-#include "control/stockbook.h"
+#include "stockbook/control/stockbook.h"
 
 namespace stockbook::control {
 

@@ -2,9 +2,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/column_keys.h"
-#include "base/scope_exit.h"
-#include "control/stockbook.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
 #include "journal/blank_cells.h"
@@ -15,7 +12,10 @@
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
 #include "journal/running_values.h"
-#include "platform/grid_guards.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::control {
 

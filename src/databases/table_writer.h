@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "columns/column.h"
+#include "stockbook/columns/column.h"
 
 namespace stockbook::databases {
 

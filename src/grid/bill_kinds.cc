@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "base/column_keys.h"
 #include "columns/row_classes.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::grid {
 namespace {

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "grid/pictures.h"
-#include "platform/grid_outline.h"
-#include "platform/grid_table.h"
-#include "platform/grid_view.h"
-#include "platform/images.h"
+#include "stockbook/platform/grid_outline.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/grid_view.h"
+#include "stockbook/platform/images.h"
 
 namespace stockbook::grid {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "grid/column_layout.h"
 
-#include "base/column_keys.h"
 #include "base/text.h"
 #include "grid/field_captions.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::grid {
 namespace {

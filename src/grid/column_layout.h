@@ -6,7 +6,7 @@
 
 #include "grid/hidden_keys.h"
 #include "grid/layout_settings.h"
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::grid {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <string>
 
-#include "base/journal_type.h"
 #include "grid/hidden_keys.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::grid {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/picture.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::grid {
 

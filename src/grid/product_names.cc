@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-#include "base/column_keys.h"
 #include "columns/block_reader.h"
-#include "columns/column_builder.h"
 #include "columns/row_classes.h"
 #include "grid/row_runs.h"
-#include "platform/grid_guards.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {

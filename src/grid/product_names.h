@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/grid_busy.h"
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_busy.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::grid {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid_table.h"
-#include "platform/grid_view.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/grid_view.h"
 
 namespace stockbook::grid {
 

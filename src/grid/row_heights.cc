@@ -2,7 +2,7 @@
 #include "grid/row_heights.h"
 
 #include "base/text.h"
-#include "platform/grid_guards.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::grid {
 namespace {

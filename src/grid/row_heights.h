@@ -3,9 +3,9 @@
 
 #include <string_view>
 
-#include "platform/grid_busy.h"
-#include "platform/grid_table.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/grid_busy.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::grid {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::grid {
 

@@ -5,10 +5,10 @@
 #include <array>
 #include <cstdint>
 
-#include "base/column_keys.h"
-#include "base/money.h"
 #include "columns/row_classes.h"
 #include "grid/row_runs.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::grid {
 namespace {

@@ -7,28 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "base/scope_exit.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/interaction/event_listener.h"
 
 namespace stockbook::interaction {
-
-// The nine events of the control, in the order of its event interface. A host derives from it and overrides the events
-// it wants. The receiver may write arguments passed by reference.
-class EventListener {
- public:
-  virtual ~EventListener() = default;
-  // Progress while loading, 0 to 100; -1 ends it.
-  virtual void Process(int16_t /*Indicator*/) {}
-  virtual void AfterLoaded() {}
-  virtual void AfterFormatted() {}
-  // Before a named command. Only "Load" reads Cancel.
-  virtual void CommandExecute(const std::string& /*CommandName*/, bool& /*Cancel*/) {}
-  // A message for the user; the control shows none itself.
-  virtual void Notify(const std::string& /*Msg*/) {}
-  virtual void AfterRowChanged() {}
-  virtual void AfterRangeSelected() {}
-  virtual void MouseUp(int16_t& /*Button*/, int16_t& /*Shift*/, float& /*X*/, float& /*Y*/) {}
-  virtual void FindMsg(const std::string& /*rMsg*/) {}
-};
 
 // Delivers events to every listener in the order in which they were added. While an event is delivered a listener may
 // add or remove listeners and call back into the control; a removed listener no longer receives the same event. An

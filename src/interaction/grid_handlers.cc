@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "base/column_keys.h"
 #include "interaction/tell_errors.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::interaction {
 namespace {

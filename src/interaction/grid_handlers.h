@@ -4,7 +4,7 @@
 #include "interaction/grid_menus.h"
 #include "interaction/handler_context.h"
 #include "interaction/hot_row.h"
-#include "platform/grid_observer.h"
+#include "stockbook/platform/grid_observer.h"
 
 namespace stockbook::interaction {
 

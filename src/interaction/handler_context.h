@@ -8,10 +8,10 @@
 #include "grid/hidden_keys.h"
 #include "interaction/events.h"
 #include "interaction/row_clamp.h"
-#include "platform/clipboard.h"
-#include "platform/grid.h"
-#include "platform/menu.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/clipboard.h"
+#include "stockbook/platform/grid.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::interaction {
 

@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
-#include "base/scope_exit.h"
 #include "grid/row_colours.h"
-#include "platform/grid_appearance.h"
-#include "platform/grid_table.h"
-#include "platform/grid_view.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/grid_appearance.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/grid_view.h"
 
 namespace stockbook::interaction {
 

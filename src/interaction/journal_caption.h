@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/journal_type.h"
 #include "journal/inventory.h"
 #include "journal/subject_keys.h"
 #include "journal/subjects.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::interaction {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "grid/hidden_keys.h"
-#include "platform/grid_table.h"
-#include "platform/menu.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/menu.h"
 
 namespace stockbook::interaction {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid_rows.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/grid_rows.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::interaction {
 

@@ -6,10 +6,10 @@
 #include <optional>
 #include <vector>
 
-#include "base/column_keys.h"
 #include "columns/block_reader.h"
-#include "columns/column_builder.h"
 #include "columns/row_classes.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::journal {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::journal {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/journal_type.h"
 #include "journal/inventory.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::journal {
 

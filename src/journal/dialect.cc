@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "journal/dialect.h"
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::journal {
 

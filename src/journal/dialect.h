@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::journal {
 

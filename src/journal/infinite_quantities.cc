@@ -5,8 +5,8 @@
 #include <array>
 #include <cmath>
 
-#include "base/column_keys.h"
 #include "columns/block_reader.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::journal {
 namespace {

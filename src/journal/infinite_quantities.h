@@ -6,7 +6,7 @@
 
 #include "journal/running_balance.h"
 #include "journal/running_values.h"
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::journal {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::journal {
 

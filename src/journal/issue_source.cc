@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "journal/issue_source.h"
 
-#include "base/column_keys.h"
 #include "base/digits.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::journal {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::journal {
 

@@ -3,10 +3,10 @@
 
 #include <cmath>
 
-#include "base/column_keys.h"
 #include "base/number.h"
 #include "journal/periods.h"
-#include "platform/error.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::journal {
 namespace {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "base/journal_type.h"
 #include "journal/opening_balance.h"
 #include "journal/running_balance.h"
 #include "journal/running_values.h"
-#include "platform/grid_outline.h"
-#include "platform/grid_table.h"
-#include "platform/recordset.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/grid_outline.h"
+#include "stockbook/platform/grid_table.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::journal {
 

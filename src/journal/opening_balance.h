@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "base/journal_type.h"
 #include "journal/inventory.h"
 #include "journal/subject_keys.h"
-#include "platform/recordset.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::journal {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "journal/periods.h"
 
-#include "base/column_keys.h"
 #include "base/text.h"
-#include "platform/error.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::journal {
 

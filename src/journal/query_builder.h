@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "base/journal_type.h"
 #include "journal/inventory.h"
 #include "journal/subject_keys.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::journal {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "journal/restricted_amounts.h"
 
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::journal {
 

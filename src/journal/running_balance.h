@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
-#include "base/journal_type.h"
-#include "base/money.h"
 #include "columns/block_reader.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::journal {
 

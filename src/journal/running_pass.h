@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "columns/block_reader.h"
-#include "columns/column_builder.h"
 #include "journal/running_balance.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::journal {
 

@@ -3,9 +3,9 @@
 
 #include <optional>
 
-#include "base/column_keys.h"
 #include "columns/block_reader.h"
 #include "journal/running_pass.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::journal {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "base/journal_type.h"
 #include "journal/running_balance.h"
-#include "platform/grid_table.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::journal {
 

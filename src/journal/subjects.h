@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "base/journal_type.h"
 #include "journal/inventory.h"
 #include "journal/subject_keys.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::journal {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "base/journal_type.h"
+#include "stockbook/base/journal_type.h"
 
 namespace stockbook::journal {
 

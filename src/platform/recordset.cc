@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 #include <algorithm>
 
 #include "base/text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::platform {
 

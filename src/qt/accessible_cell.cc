@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "qt/accessible_grid.h"
-#include "qt/sheet_widget.h"
 #include "qt/text.h"
+#include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "qt/sheet_widget.h"
 #include "qt/text.h"
+#include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {
 namespace {

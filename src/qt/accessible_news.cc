@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "qt/accessible_grid.h"
-#include "qt/sheet_widget.h"
+#include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {
 namespace {

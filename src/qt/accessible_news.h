@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "sheet/access/table_access.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::qt {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "qt/appearance_properties.h"
+#include "stockbook/qt/appearance_properties.h"
 
 #include <limits>
 #include <string>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::qt {
 

@@ -8,8 +8,8 @@
 #include <QTimer>
 #include <utility>
 
-#include "base/scope_exit.h"
-#include "platform/error.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::qt {
 namespace {

@@ -12,8 +12,8 @@
 #include <functional>
 #include <future>
 
-#include "base/scope_exit.h"
 #include "qt/work_thread.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::qt {
 

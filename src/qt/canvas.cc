@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "qt/colour.h"
-#include "qt/picture.h"
 #include "qt/rectangle.h"
 #include "qt/text.h"
+#include "stockbook/qt/colour.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/clipboard.h"
+#include "stockbook/qt/clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/fonts.h"
+#include "stockbook/qt/fonts.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

@@ -9,8 +9,8 @@
 #include <cmath>
 
 #include "qt/characters.h"
-#include "qt/fonts.h"
 #include "qt/text.h"
+#include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {
 namespace {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_metrics.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::qt {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/grid_printer.h"
+#include "stockbook/qt/grid_printer.h"
 
 #include <algorithm>
 #include <utility>

@@ -6,10 +6,10 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "qt/colour.h"
-#include "qt/picture.h"
 #include "qt/text.h"
 #include "qt/tool_tip.h"
+#include "stockbook/qt/colour.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <QLabel>
 
-#include "control/container.h"
-#include "platform/picture.h"
+#include "stockbook/control/container.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::qt {
 

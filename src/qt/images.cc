@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "qt/images.h"
+#include "stockbook/qt/images.h"
 
 #include <functional>
 
 #include "qt/icons.h"
-#include "qt/picture.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/journal_properties.h"
+#include "stockbook/qt/journal_properties.h"
 
 #include <exception>
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/menu.h"
+#include "stockbook/platform/menu.h"
 
 namespace stockbook::qt {
 

@@ -8,7 +8,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "qt/picture.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/picture.h"
 #include "qt/pdf_file.h"
 #include "qt/pdf_font.h"
 #include "sheet/paint/canvas.h"
 #include "sheet/print/page_target.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::qt {
 

@@ -14,8 +14,8 @@
 #include <utility>
 
 #include "qt/characters.h"
-#include "qt/fonts.h"
 #include "qt/text.h"
+#include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {
 namespace {

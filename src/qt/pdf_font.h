@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_metrics.h"
 #include "qt/pdf_file.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::qt {
 

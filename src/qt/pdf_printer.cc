@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/pdf_printer.h"
+#include "stockbook/qt/pdf_printer.h"
 
 #include <QDateTime>
 #include <QRectF>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/picture.h"
+#include "stockbook/qt/picture.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,7 +4,7 @@
 #include <QBuffer>
 #include <QImage>
 
-#include "qt/picture.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

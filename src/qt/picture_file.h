@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <optional>
 
-#include "platform/picture.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::qt {
 

@@ -10,9 +10,9 @@
 #include <optional>
 #include <vector>
 
-#include "platform/grid_types.h"
 #include "qt/glyph_font.h"
-#include "sheet/geometry/rect.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::qt {
 

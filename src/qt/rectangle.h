@@ -3,7 +3,7 @@
 
 #include <QRect>
 
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::qt {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <type_traits>
 
-#include "platform/error.h"
 #include "qt/picture_file.h"
 #include "qt/text.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::qt {
 

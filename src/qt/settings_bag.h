@@ -4,7 +4,7 @@
 #include <QSettings>
 #include <QString>
 
-#include "platform/property_bag.h"
+#include "stockbook/platform/property_bag.h"
 
 namespace stockbook::qt {
 

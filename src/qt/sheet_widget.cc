@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/sheet_widget.h"
+#include "stockbook/qt/sheet_widget.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -15,7 +15,6 @@
 #include <utility>
 
 #include "qt/accessible_grid.h"
-#include "qt/fonts.h"
 #include "qt/input_events.h"
 #include "qt/scroll_bar.h"
 #include "qt/text.h"
@@ -24,6 +23,7 @@
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
+#include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {
 namespace {

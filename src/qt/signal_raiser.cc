@@ -2,8 +2,8 @@
 #include "qt/signal_raiser.h"
 
 #include "qt/pin.h"
-#include "qt/stockbook_widget.h"
 #include "qt/text.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
 

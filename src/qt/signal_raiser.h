@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/stockbook.h"
+#include "stockbook/control/stockbook.h"
 
 namespace stockbook::qt {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -9,12 +9,12 @@
 #include <stdexcept>
 #include <vector>
 
-#include "qt/colour.h"
-#include "qt/grid_printer.h"
 #include "qt/pin.h"
 #include "qt/settings_bag.h"
 #include "qt/text.h"
 #include "qt/widget_parts.h"
+#include "stockbook/qt/colour.h"
+#include "stockbook/qt/grid_printer.h"
 
 namespace stockbook::qt {
 namespace {

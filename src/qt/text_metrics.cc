@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "qt/text_metrics.h"
+#include "stockbook/qt/text_metrics.h"
 
-#include "qt/fonts.h"
 #include "sheet/geometry/scale.h"
+#include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/threaded_connection.h"
+#include "stockbook/qt/threaded_connection.h"
 
 #include <utility>
 

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "control/default_pictures.h"
-#include "qt/fonts.h"
 #include "qt/pin.h"
-#include "qt/stockbook_widget.h"
 #include "qt/text.h"
+#include "stockbook/qt/fonts.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
 namespace {

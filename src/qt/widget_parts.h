@@ -8,17 +8,17 @@
 #include <string>
 #include <utility>
 
-#include "control/stockbook.h"
-#include "platform/control_site.h"
-#include "platform/menu.h"
-#include "qt/clipboard.h"
 #include "qt/header_band.h"
-#include "qt/images.h"
 #include "qt/menu.h"
-#include "qt/sheet_widget.h"
 #include "qt/signal_raiser.h"
-#include "qt/text_metrics.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/images.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/qt/text_metrics.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 

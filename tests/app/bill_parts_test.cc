@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "base/column_keys.h"
-#include "columns/column_builder.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/columns/column_builder.h"
 #include "stockbook/command/journal_export.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "app/inventory_fixture.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/sample/sample_random.h"
 
 namespace stockbook::app {

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <functional>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/sample/sample_random.h"
 
 namespace stockbook::app {

@@ -11,8 +11,8 @@
 
 #include "app/inventory_fixture.h"
 #include "databases/connection_string.h"
-#include "platform/error.h"
 #include "stockbook/command/sql_command.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "app/inventory_fixture.h"
 #include "databases/connection_string.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/sample/sample_inventory.h"
 
 namespace stockbook::app {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
 #include "stockbook/find/letter_case.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "app/inventory_balance_check.h"
 #include "app/inventory_fixture.h"
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::app {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/inventory_fixture.h"
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::app {
 namespace {

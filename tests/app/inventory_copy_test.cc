@@ -7,11 +7,11 @@
 #include <sstream>
 
 #include "app/inventory_fixture.h"
-#include "columns/column_builder.h"
-#include "platform/error.h"
+#include "stockbook/columns/column_builder.h"
 #include "stockbook/copy/copy_progress.h"
 #include "stockbook/copy/file_table_writer.h"
 #include "stockbook/inventory/database_source.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/sample/sample_inventory.h"
 
 namespace stockbook::app {

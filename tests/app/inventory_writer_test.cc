@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/inventory_fixture.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
 #include "base/text.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/heading/journal_coverage.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/coverage_words.h"
 
 namespace stockbook::app {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/range/range_presets.h"
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "app/shown_rows.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::app {

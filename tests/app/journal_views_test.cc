@@ -11,9 +11,9 @@
 #include <cmath>
 
 #include "app/window_fixture.h"
-#include "base/date.h"
 #include "base/number.h"
-#include "platform/error.h"
+#include "stockbook/base/date.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_series.h"
 #include "stockbook/range/period_summary.h"
 #include "stockbook/window/plot_paper.h"

@@ -17,9 +17,9 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "platform/error.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/message_line.h"
 #include "stockbook/window/subject_chooser.h"
 #include "stockbook/window/window_colours.h"

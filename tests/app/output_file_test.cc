@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/inventory_fixture.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace {
 

@@ -25,11 +25,11 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/paper/page_setup_dialog.h"
 #include "stockbook/paper/paper_memory.h"
 #include "stockbook/paper/paper_progress.h"
 #include "stockbook/paper/print_preview.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

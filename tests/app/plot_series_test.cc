@@ -6,8 +6,8 @@
 #include <algorithm>
 
 #include "app/inventory_fixture.h"
-#include "base/column_keys.h"
-#include "base/date.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/date.h"
 #include "stockbook/command/plain_desk.h"
 #include "stockbook/inventory/database_source.h"
 #include "stockbook/sample/sample_inventory.h"

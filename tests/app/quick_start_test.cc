@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "databases/providers/open_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 
 namespace stockbook::app {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::app {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::app {
 

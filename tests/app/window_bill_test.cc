@@ -11,7 +11,7 @@
 #include <set>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/inventory/inventory_bill.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/bill_paper.h"

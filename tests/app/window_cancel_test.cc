@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -11,7 +11,7 @@
 #include <functional>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/window/bill_dialog.h"
 
 namespace stockbook::app {

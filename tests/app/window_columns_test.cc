@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/paint/cell_tip.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/column_dialog.h"
 #include "stockbook/window/journal_columns.h"
 

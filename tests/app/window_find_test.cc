@@ -12,7 +12,7 @@
 
 #include "app/shown_rows.h"
 #include "app/window_fixture.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/find_bar.h"
 
 namespace stockbook::app {

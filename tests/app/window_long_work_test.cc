@@ -18,8 +18,8 @@
 #include <utility>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
-#include "platform/error.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -16,7 +16,7 @@
 #include <string>
 
 #include "app/run_fixture.h"
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

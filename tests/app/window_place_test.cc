@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/run_fixture.h"
-#include "base/column_keys.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,7 +7,7 @@
 #include <QCheckBox>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

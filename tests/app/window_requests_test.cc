@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/find_bar.h"
 

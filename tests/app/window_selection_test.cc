@@ -13,9 +13,9 @@
 #include <string>
 
 #include "app/window_fixture.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/selection/selection_text.h"
 #include "stockbook/selection/selection_sums.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/postgres_server.h"
 
 namespace stockbook::app {

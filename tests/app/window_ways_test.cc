@@ -18,10 +18,10 @@
 #include <vector>
 
 #include "app/window_fixture.h"
-#include "base/column_keys.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/command/program_version.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/help_dialog.h"
 #include "stockbook/window/subject_search.h"
 

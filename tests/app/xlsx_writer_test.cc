@@ -12,9 +12,9 @@
 
 #include "app/inventory_fixture.h"
 #include "app/zip_file.h"
-#include "base/column_keys.h"
 #include "base/text.h"
-#include "base/value.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/value.h"
 #include "stockbook/command/plain_desk.h"
 #include "stockbook/import/workbook_cells.h"
 #include "stockbook/import/workbook_file.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 #include <gtest/gtest.h>
 

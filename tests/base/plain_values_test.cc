@@ -4,10 +4,10 @@
 #include <cmath>
 #include <limits>
 
-#include "base/date.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "base/value.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::base {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/seeded_hash.h"
+#include "stockbook/base/seeded_hash.h"
 
 #include <gtest/gtest.h>
 

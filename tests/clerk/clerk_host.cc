@@ -18,10 +18,10 @@
 #include <sstream>
 #include <string>
 
-#include "base/column_keys.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/sample/sample_inventory.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/column_dialog.h"
 #include "stockbook/window/main_window.h"
 #include "support/test_folder.h"

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "columns/column.h"
-#include "columns/column_builder.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/columns/column_builder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
-#include "base/money.h"
 #include "base/number.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::columns {
 namespace {

@@ -7,7 +7,7 @@
 #include <numeric>
 #include <string>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::columns {
 namespace {

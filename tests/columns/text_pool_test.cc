@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "columns/text_pool.h"
+#include "stockbook/columns/text_pool.h"
 
 #include <gtest/gtest.h>
 

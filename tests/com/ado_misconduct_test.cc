@@ -8,7 +8,7 @@
 
 #include "com/ado/ado_connection.h"
 #include "com/ado_double/named_object.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 namespace {

@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "base/column_keys.h"
 #include "com/ado/ado_connection.h"
 #include "com/ado_double/ado_double.h"
 #include "com/automation/text.h"
 #include "com/component.h"
 #include "com/exported_journal.h"
+#include "stockbook/base/column_keys.h"
 #include "support/fake_surroundings.h"
 #ifdef STOCKBOOK_TESTS_HAVE_SQLITE
-#include "databases/sqlite/embedded_connection.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #endif
 
 namespace stockbook::com {

@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "contract/postgres_copy.h"
-#include "databases/providers/open_connection.h"
+#include "stockbook/databases/providers/open_connection.h"
 #include "support/test_folder.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 #include "support/postgres_server.h"

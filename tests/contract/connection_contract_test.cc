@@ -10,9 +10,9 @@
 #include "base/text.h"
 #include "contract/back_end.h"
 #include "contract/contract_statements.h"
-#include "databases/providers/open_connection.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

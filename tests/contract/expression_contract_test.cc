@@ -5,9 +5,9 @@
 #include <set>
 
 #include "contract/back_end.h"
-#include "databases/providers/open_connection.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -12,8 +12,8 @@
 #include "contract/back_end.h"
 #include "contract/contract_statements.h"
 #include "databases/faulty_storage.h"
-#include "databases/providers/open_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/platform/error.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ

@@ -12,7 +12,7 @@
 #include "databases/dialect/server_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/catalog.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/test_folder.h"
 
 namespace stockbook::testing {

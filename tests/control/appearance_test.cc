@@ -4,7 +4,7 @@
 #include <functional>
 #include <limits>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 
 namespace stockbook::control {

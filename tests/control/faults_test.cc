@@ -2,8 +2,8 @@
 // Every operation of the control with a fault at each call that it makes of its surroundings.
 #include <gtest/gtest.h>
 
-#include "control/stockbook.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/faulty_ports.h"

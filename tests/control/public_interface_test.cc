@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "columns/column_builder.h"
-#include "platform/error.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "control/row_fields.h"
+#include "stockbook/control/row_fields.h"
 
 #include <gtest/gtest.h>
 
 #include <type_traits>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"

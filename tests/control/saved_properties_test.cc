@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/memory_bag.h"

@@ -2,7 +2,7 @@
 // How single values of saved properties go through a bag.
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"
 

@@ -9,7 +9,7 @@
 #include <iterator>
 
 #include "databases/database_file.h"
-#include "databases/sqlite/embedded_connection.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #include "support/fake_surroundings.h"
 
 namespace stockbook::testing {

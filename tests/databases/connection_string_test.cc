@@ -3,7 +3,7 @@
 
 #include "databases/connection_string.h"
 #include "databases/dialect/dialect.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

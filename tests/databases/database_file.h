@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::testing {
 

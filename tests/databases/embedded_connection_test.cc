@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "databases/sqlite/embedded_connection.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -11,7 +12,7 @@
 
 #include "databases/database_file.h"
 #include "databases/journal_statements.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

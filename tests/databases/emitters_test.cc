@@ -11,7 +11,7 @@
 #include "databases/dialect/server_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/journal_statements.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

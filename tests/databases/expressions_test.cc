@@ -3,7 +3,7 @@
 
 #include "databases/database_file.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <string>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::databases {
 namespace {

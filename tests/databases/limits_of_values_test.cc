@@ -8,7 +8,7 @@
 #include "databases/journal_statements.h"
 #include "databases/plain_query.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -11,7 +11,7 @@
 #include <tuple>
 #include <vector>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::databases {
 namespace {

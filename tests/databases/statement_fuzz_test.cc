@@ -10,7 +10,7 @@
 #include "databases/dialect/like_pattern.h"
 #include "databases/journal_statements.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

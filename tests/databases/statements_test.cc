@@ -4,7 +4,7 @@
 #include "databases/database_file.h"
 #include "databases/journal_statements.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

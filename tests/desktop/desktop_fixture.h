@@ -12,7 +12,7 @@
 
 #include "databases/desktop/desktop_connection.h"
 #include "desktop/desktop_file_maker.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/test_folder.h"
 
 namespace stockbook::testing {

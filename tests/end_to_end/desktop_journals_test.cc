@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <sstream>
 
-#include "databases/providers/open_connection.h"
 #include "end_to_end/fixture.h"
 #include "end_to_end/journal_comparison.h"
 #include "stockbook/command/journal_export.h"
+#include "stockbook/databases/providers/open_connection.h"
 
 namespace stockbook::end_to_end {
 namespace {

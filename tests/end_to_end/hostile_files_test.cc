@@ -10,7 +10,7 @@
 #include "end_to_end/fixture.h"
 #include "end_to_end/inventory_maker.h"
 #include "end_to_end/journal_comparison.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::end_to_end {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "databases/providers/open_connection.h"
 #include "end_to_end/fixture.h"
+#include "stockbook/databases/providers/open_connection.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 #include "support/postgres_server.h"
 #endif

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "end_to_end/journal_columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::end_to_end {
 

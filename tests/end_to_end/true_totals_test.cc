@@ -6,8 +6,8 @@
 #include <cmath>
 #include <sstream>
 
-#include "base/money.h"
 #include "end_to_end/fixture.h"
+#include "stockbook/base/money.h"
 #include "stockbook/command/import_command.h"
 #include "stockbook/sample/sample_inventory.h"
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "grid/field_captions.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 namespace {

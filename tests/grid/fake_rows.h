@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "platform/grid_rows.h"
+#include "stockbook/platform/grid_rows.h"
 
 namespace stockbook::testing {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "grid/column_layout.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::grid {
 

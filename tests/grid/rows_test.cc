@@ -3,7 +3,6 @@
 
 #include <functional>
 
-#include "columns/column_builder.h"
 #include "grid/bill_kinds.h"
 #include "grid/column_layout.h"
 #include "grid/fake_rows.h"
@@ -11,6 +10,7 @@
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
+#include "stockbook/columns/column_builder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 

@@ -5,16 +5,16 @@
 #include <limits>
 #include <optional>
 
-#include "base/column_keys.h"
-#include "base/money.h"
 #include "journal/blank_cells.h"
 #include "journal/infinite_quantities.h"
 #include "journal/journal_rows.h"
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
 #include "journal/running_values.h"
-#include "platform/error.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::journal {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/small_journal.h"
 
 namespace stockbook::journal {

@@ -6,8 +6,8 @@
 #include <random>
 
 #include "base/number.h"
-#include "columns/column_builder.h"
 #include "journal/running_pass.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::journal {
 namespace {

@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "databases/database_file.h"
-#include "databases/sqlite/embedded_connection.h"
 #include "memory/refused_memory.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"
 #include "support/small_journal.h"

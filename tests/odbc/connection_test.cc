@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Databases behind the driver of SQLite, whose files the embedded engine can read as well: both must tell the same.
-#include "databases/odbc/odbc_connection.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include "databases/journal_statements.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "odbc/odbc_drivers.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -8,10 +8,10 @@
 #include <functional>
 #include <thread>
 
-#include "databases/odbc/odbc_connection.h"
 #include "odbc/odbc_drivers.h"
 #include "odbc/tds_double.h"
-#include "platform/error.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -5,11 +5,11 @@
 
 #include "databases/database_file.h"
 #include "databases/journal_statements.h"
-#include "databases/odbc/odbc_connection.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "odbc/odbc_drivers.h"
 #include "odbc/postgres_inventory.h"
-#include "platform/error.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
+#include "stockbook/platform/error.h"
 #include "support/postgres_server.h"
 
 namespace stockbook::testing {

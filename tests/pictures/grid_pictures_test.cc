@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the grid looks like: each state is a picture of docs/grid.md.
 #include "pictures/picture.h"
-#include "qt/images.h"
 #include "sheet/columns.h"
+#include "stockbook/qt/images.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::pictures {

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "pictures/picture_comparison.h"
-#include "qt/images.h"
-#include "qt/sheet_widget.h"
+#include "stockbook/qt/images.h"
+#include "stockbook/qt/sheet_widget.h"
 #include "support/sample_ledger.h"
 #include "support/toolkit.h"
 

@@ -7,7 +7,7 @@
 #include <QSize>
 #include <string>
 
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::pictures {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 #include <gtest/gtest.h>
 
-#include "columns/column_builder.h"
-#include "platform/error.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::platform {
 namespace {

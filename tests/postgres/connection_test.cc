@@ -6,10 +6,10 @@
 #include "contract/postgres_copy.h"
 #include "databases/database_file.h"
 #include "databases/journal_statements.h"
-#include "databases/postgres/postgres_connection.h"
-#include "databases/providers/open_connection.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "postgres/session_fixture.h"
+#include "stockbook/databases/postgres/postgres_connection.h"
+#include "stockbook/databases/providers/open_connection.h"
 
 namespace stockbook::databases {
 namespace {

@@ -6,8 +6,8 @@
 #include <functional>
 #include <limits>
 
-#include "columns/column_builder.h"
-#include "platform/error.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
 #include "support/postgres_server.h"
 
 namespace stockbook::databases {

@@ -12,7 +12,7 @@
 
 #include "databases/execution/interruption.h"
 #include "databases/postgres/postgres_session.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "support/postgres_server.h"
 
 namespace stockbook::databases {

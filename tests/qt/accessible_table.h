@@ -9,8 +9,8 @@
 
 #include "qt/accessible_grid.h"
 #include "qt/application.h"
-#include "qt/sheet_widget.h"
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
 #include "support/sample_ledger.h"

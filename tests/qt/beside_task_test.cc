@@ -11,9 +11,9 @@
 #include <optional>
 #include <utility>
 
-#include "platform/error.h"
 #include "qt/application.h"
 #include "qt/beside.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::qt {
 namespace {

@@ -8,8 +8,8 @@
 #include <QPixmap>
 
 #include "qt/application.h"
-#include "qt/fonts.h"
-#include "qt/images.h"
+#include "stockbook/qt/fonts.h"
+#include "stockbook/qt/images.h"
 
 namespace stockbook::qt {
 namespace {

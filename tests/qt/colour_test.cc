@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/colour.h"
+#include "stockbook/qt/colour.h"
 
 #include <gtest/gtest.h>
 

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "qt/application.h"
-#include "qt/stockbook_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/journal_rows.h"
 

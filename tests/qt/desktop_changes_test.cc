@@ -15,8 +15,8 @@
 
 #include "qt/application.h"
 #include "qt/header_band.h"
-#include "qt/sheet_widget.h"
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::qt {

@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "qt/application.h"
-#include "qt/stockbook_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
 

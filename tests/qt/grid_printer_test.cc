@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/grid_printer.h"
+#include "stockbook/qt/grid_printer.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "qt/application.h"
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::qt {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/images.h"
+#include "stockbook/qt/images.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 
 #include "qt/application.h"
 #include "qt/icons.h"
-#include "qt/picture.h"
+#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 namespace {

@@ -10,8 +10,8 @@
 #include <QTimer>
 
 #include "qt/application.h"
-#include "qt/sheet_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 namespace {

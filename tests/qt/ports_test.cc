@@ -10,10 +10,10 @@
 #include <functional>
 
 #include "qt/application.h"
-#include "qt/clipboard.h"
-#include "qt/fonts.h"
 #include "qt/menu.h"
-#include "qt/text_metrics.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/fonts.h"
+#include "stockbook/qt/text_metrics.h"
 
 namespace stockbook::qt {
 namespace {

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/error.h"
 #include "qt/application.h"
-#include "qt/picture.h"
-#include "qt/stockbook_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/qt/picture.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 namespace {

@@ -11,13 +11,13 @@
 #include <memory>
 #include <string>
 
-#include "platform/error.h"
 #include "qt/application.h"
-#include "qt/images.h"
-#include "qt/picture.h"
 #include "qt/picture_file.h"
-#include "qt/stockbook_widget.h"
 #include "qt/text.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/qt/images.h"
+#include "stockbook/qt/picture.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
 namespace {

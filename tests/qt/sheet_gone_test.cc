@@ -13,8 +13,8 @@
 
 #include "qt/accessible_grid.h"
 #include "qt/application.h"
-#include "qt/sheet_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::qt {
 namespace {

@@ -9,9 +9,9 @@
 
 #include "interaction/events.h"
 #include "qt/application.h"
-#include "qt/stockbook_widget.h"
 #include "qt/widget_parts.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::qt {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "qt/application.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/threaded_connection.h"
+#include "stockbook/qt/threaded_connection.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
 #include "qt/application.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::qt {
 namespace {

@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "databases/database_file.h"
-#include "databases/sqlite/embedded_connection.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 

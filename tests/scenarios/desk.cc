@@ -5,8 +5,8 @@
 #include <stdexcept>
 
 #include "base/text.h"
-#include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::scenarios {
 namespace {

@@ -9,11 +9,11 @@
 
 #include "base/decimal.h"
 #include "base/number.h"
-#include "columns/column_builder.h"
 #include "sheet/columns.h"
 #include "sheet/format/number_format.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/selection/selection_text.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

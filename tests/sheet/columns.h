@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "columns/column.h"
-#include "columns/column_builder.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::sheet::test {
 

@@ -2,8 +2,8 @@
 // The text of a copied selection, byte by byte.
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {

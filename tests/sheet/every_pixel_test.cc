@@ -7,7 +7,7 @@
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

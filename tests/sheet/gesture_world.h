@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
 #include "sheet/recording_canvas.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet::test {

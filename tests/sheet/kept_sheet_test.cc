@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

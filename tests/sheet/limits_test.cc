@@ -5,13 +5,13 @@
 #include <climits>
 #include <cmath>
 
-#include "platform/error.h"
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/input/mouse.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/recording_canvas.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

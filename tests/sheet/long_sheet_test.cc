@@ -6,9 +6,9 @@
 #include <map>
 #include <random>
 
-#include "columns/column.h"
-#include "columns/column_builder.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

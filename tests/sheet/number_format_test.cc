@@ -6,9 +6,9 @@
 #include <cmath>
 #include <random>
 
-#include "base/money.h"
 #include "base/number.h"
 #include "sheet/format/cell_format.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "sheet/grid_sheet.h"
 #include "sheet/print/carried_line.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::sheet {

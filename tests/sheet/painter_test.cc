@@ -8,8 +8,8 @@
 #include "base/text.h"
 #include "sheet/columns.h"
 #include "sheet/geometry/outline_metrics.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/recording_canvas.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {

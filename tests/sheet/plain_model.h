@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "sheet/geometry/rect.h"
 #include "sheet/store/sheet_column.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet::test {
 

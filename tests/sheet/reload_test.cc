@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "columns/column_builder.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

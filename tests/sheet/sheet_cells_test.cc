@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "columns/column_builder.h"
-#include "platform/error.h"
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::sheet {

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "sheet/grid_sheet.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
-#include "sheet/view/viewer.h"
+#include "stockbook/sheet/grid_sheet.h"
+#include "stockbook/sheet/view/viewer.h"
 
 namespace stockbook::sheet::test {
 

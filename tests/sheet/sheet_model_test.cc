@@ -6,8 +6,8 @@
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/plain_model.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Several views of one sheet, each at its own place.
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "sheet/columns.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {
 namespace {

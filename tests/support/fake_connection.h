@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "columns/column_builder.h"
-#include "platform/connection.h"
-#include "platform/error.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 

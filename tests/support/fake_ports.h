@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/clipboard.h"
-#include "platform/control_site.h"
-#include "platform/images.h"
-#include "platform/menu.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/clipboard.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/images.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::testing {
 

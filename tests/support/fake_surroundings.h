@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "control/stockbook.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_ports.h"
 
 namespace stockbook::testing {

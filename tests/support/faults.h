@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 #include "support/faults.h"
 
 namespace stockbook::testing {

@@ -5,13 +5,13 @@
 #include <string>
 #include <utility>
 
-#include "platform/clipboard.h"
-#include "platform/connection.h"
-#include "platform/control_site.h"
-#include "platform/images.h"
-#include "platform/menu.h"
-#include "platform/property_bag.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/clipboard.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/images.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/platform/property_bag.h"
+#include "stockbook/platform/text_metrics.h"
 #include "support/event_recorder.h"
 #include "support/faults.h"
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
-#include "platform/property_bag.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/platform/property_bag.h"
 
 namespace stockbook::testing {
 

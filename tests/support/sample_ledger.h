@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "base/money.h"
-#include "columns/column.h"
-#include "columns/column_builder.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/money.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::testing {
 

@@ -18,10 +18,10 @@
 #include <string>
 #include <vector>
 
-#include "qt/clipboard.h"
-#include "qt/sheet_widget.h"
-#include "qt/stockbook_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/sheet_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/sample_ledger.h"
 #include "support/small_journal.h"

@@ -10,7 +10,6 @@
 #include <string>
 
 #include "databases/providers/open_table_writer.h"
-#include "platform/error.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/output_check.h"
@@ -18,6 +17,7 @@
 #include "stockbook/copy/file_table_writer.h"
 #include "stockbook/copy/inventory_copy.h"
 #include "stockbook/inventory/stored_file.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

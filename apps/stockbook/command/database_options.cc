@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,10 +5,10 @@
 #include <ostream>
 #include <string>
 
-#include "platform/error.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/doctor/inventory_doctor.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,7 +4,6 @@
 #include <array>
 #include <ostream>
 
-#include "platform/error.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/journal_check.h"
@@ -14,6 +13,7 @@
 #include "stockbook/command/output_file.h"
 #include "stockbook/command/plain_desk.h"
 #include "stockbook/export/xlsx_writer.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/range/range_view.h"
 
 namespace stockbook::app {

@@ -9,10 +9,10 @@
 #include <cstdlib>
 #include <new>
 
-#include "qt/fonts.h"
 #include "qt/text.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/program_end.h"
+#include "stockbook/qt/fonts.h"
 #include "stockbook/window/screen_fit.h"
 #include "stockbook/window/window_style.h"
 

@@ -4,11 +4,11 @@
 #include <array>
 #include <ostream>
 
-#include "platform/error.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/import/open_table.h"
 #include "stockbook/import/table_import.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

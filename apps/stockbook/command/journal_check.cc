@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/journal_check.h"
 
-#include "platform/error.h"
-#include "platform/recordset.h"
 #include "stockbook/inventory/inventory_schema.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {
 namespace {

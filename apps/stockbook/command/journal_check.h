@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "control/stockbook.h"
-#include "platform/connection.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "base/column_keys.h"
 #include "sheet/contents/row_texts.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/command/spreadsheet_text.h"
 #include "stockbook/export/bill_parts.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/grid.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/platform/grid.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/journal_desk.h"
 
 namespace stockbook::app {

@@ -8,10 +8,10 @@
 #include <ostream>
 #include <utility>
 
-#include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "stockbook/window/host_language.h"
 #include "stockbook/window/last_inventory.h"

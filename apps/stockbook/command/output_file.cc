@@ -10,7 +10,7 @@
 #include <random>
 #include <system_error>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "control/stockbook.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 

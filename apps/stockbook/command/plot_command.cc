@@ -7,13 +7,13 @@
 #include <ostream>
 
 #include "base/text.h"
-#include "platform/error.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/journal_check.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/command/plain_desk.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 #include "stockbook/plot/plot_series.h"
 #include "stockbook/range/range_view.h"

@@ -8,14 +8,14 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/journal_check.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/paper/journal_paper.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/main_window.h"
 
 namespace stockbook::app {

@@ -15,12 +15,12 @@
 #include <vector>
 
 #include "base/number.h"
-#include "platform/error.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/command/journal_check.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/main_window.h"
 #include "stockbook/window/window_colours.h"
 

@@ -8,7 +8,7 @@
 #include "base/text.h"
 #include "databases/connection_string.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

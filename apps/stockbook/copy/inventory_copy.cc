@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "base/text.h"
-#include "platform/error.h"
 #include "stockbook/inventory/inventory_rules.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

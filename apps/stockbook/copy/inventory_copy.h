@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "databases/table_writer.h"
-#include "platform/connection.h"
 #include "stockbook/copy/stored_values.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

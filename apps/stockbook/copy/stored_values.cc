@@ -8,10 +8,10 @@
 #include <functional>
 #include <optional>
 
-#include "base/money.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "base/wide_integer.h"
+#include "stockbook/base/money.h"
 #include "stockbook/inventory/inventory_rules.h"
 
 namespace stockbook::app {

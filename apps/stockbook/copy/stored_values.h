@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "databases/table_writer.h"
-#include "platform/recordset.h"
 #include "stockbook/inventory/inventory_schema.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "base/money.h"
 #include "base/number.h"
+#include "stockbook/base/money.h"
 #include "stockbook/doctor/line_sums.h"
 
 namespace stockbook::app {

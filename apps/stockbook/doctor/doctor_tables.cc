@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "platform/error.h"
 #include "stockbook/inventory/inventory_rules.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/connection.h"
 #include "stockbook/doctor/doctor_report.h"
 #include "stockbook/inventory/inventory_schema.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/connection.h"
 #include "stockbook/doctor/doctor_report.h"
 #include "stockbook/inventory/database_source.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

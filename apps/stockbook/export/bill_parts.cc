@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/export/bill_parts.h"
 
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::app {
 

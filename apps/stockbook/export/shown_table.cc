@@ -4,9 +4,9 @@
 #include <array>
 #include <string_view>
 
-#include "base/column_keys.h"
 #include "base/text.h"
-#include "base/value.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
-#include "base/date.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/date.h"
 #include "stockbook/export/bill_parts.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/substring.h"
 #include "interaction/find/wildcard.h"
+#include "stockbook/base/substring.h"
 
 namespace stockbook::app {
 

@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "sheet/contents/sheet.h"
 #include "stockbook/find/find_words.h"
 #include "stockbook/find/row_bits.h"
 #include "stockbook/find/searched_columns.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::app {
 

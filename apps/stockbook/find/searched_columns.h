@@ -6,11 +6,11 @@
 #include <span>
 #include <vector>
 
-#include "sheet/contents/sheet.h"
 #include "sheet/store/column_texts.h"
 #include "stockbook/find/find_words.h"
 #include "stockbook/find/row_bits.h"
 #include "stockbook/find/symbol_index.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::app {
 

@@ -3,9 +3,9 @@
 
 #include <string_view>
 
-#include "base/journal_type.h"
-#include "base/value.h"
-#include "platform/recordset.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/base/value.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {
 namespace {

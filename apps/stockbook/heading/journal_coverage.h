@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/connection.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

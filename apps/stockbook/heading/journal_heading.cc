@@ -5,11 +5,11 @@
 #include <array>
 #include <string_view>
 
-#include "base/column_keys.h"
-#include "base/journal_type.h"
 #include "base/text.h"
-#include "platform/error.h"
-#include "platform/recordset.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/platform/recordset.h"
 #include "stockbook/range/range_view.h"
 
 namespace stockbook::app {

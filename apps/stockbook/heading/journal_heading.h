@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/connection.h"
-#include "sheet/contents/sheet.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::app {
 

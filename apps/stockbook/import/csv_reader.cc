@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

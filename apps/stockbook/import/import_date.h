@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 #include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/date.h"
-#include "base/money.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
 #include "stockbook/import/import_mapping.h"
 #include "stockbook/import/import_number.h"
 #include "stockbook/import/import_sentence.h"

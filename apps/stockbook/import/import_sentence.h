@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 

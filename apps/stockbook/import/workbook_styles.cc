@@ -3,9 +3,9 @@
 
 #include <cmath>
 
-#include "base/date.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::app {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "base/text.h"
 #include "databases/connection_string.h"
-#include "databases/providers/open_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/connection.h"
-#include "platform/error.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 #include "stockbook/inventory/inventory_records.h"
 
 namespace stockbook::app {

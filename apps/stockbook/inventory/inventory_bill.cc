@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/money.h"
-#include "platform/connection.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

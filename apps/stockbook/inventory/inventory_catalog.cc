@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "platform/recordset.h"
 #include "stockbook/heading/journal_coverage.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "base/journal_type.h"
-#include "platform/connection.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/error.h"
 #include "stockbook/inventory/database_companions.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

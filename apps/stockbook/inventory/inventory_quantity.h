@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::app {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "base/date.h"
-#include "base/money.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
 #include "stockbook/inventory/inventory_quantity.h"
 
 namespace stockbook::app {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/error.h"
 #include "stockbook/inventory/inventory_schema.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -10,11 +10,11 @@
 #include <utility>
 #include <vector>
 
-#include "base/date.h"
-#include "base/money.h"
 #include "base/number.h"
-#include "platform/error.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
 #include "stockbook/inventory/inventory_quantity.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 

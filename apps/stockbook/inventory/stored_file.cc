@@ -5,10 +5,10 @@
 
 #include <algorithm>
 
-#include "base/date.h"
 #include "base/text.h"
-#include "platform/error.h"
+#include "stockbook/base/date.h"
 #include "stockbook/inventory/inventory_rules.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -11,15 +11,15 @@
 #include <memory>
 #include <sstream>
 
-#include "platform/error.h"
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/journal_export.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/command/output_file.h"
 #include "stockbook/export/xlsx_writer.h"
 #include "stockbook/import/import_sentence.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "qt/stockbook_widget.h"
 #include "stockbook/heading/journal_heading.h"
 #include "stockbook/paper/journal_paper.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

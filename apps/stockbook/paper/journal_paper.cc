@@ -4,8 +4,8 @@
 #include <QDateTime>
 #include <utility>
 
-#include "base/column_keys.h"
 #include "qt/text.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,9 +4,9 @@
 #include <QPageLayout>
 #include <QString>
 
-#include "qt/pdf_printer.h"
-#include "sheet/contents/sheet.h"
 #include "stockbook/heading/journal_heading.h"
+#include "stockbook/qt/pdf_printer.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::app {
 

@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <QWidget>
 
-#include "qt/grid_printer.h"
+#include "stockbook/qt/grid_printer.h"
 
 namespace stockbook::app {
 

@@ -15,12 +15,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error.h"
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/paper/page_setup_dialog.h"
 #include "stockbook/paper/paper_memory.h"
 #include "stockbook/paper/print_preview.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

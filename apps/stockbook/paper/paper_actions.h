@@ -8,11 +8,11 @@
 #include <functional>
 #include <string>
 
-#include "qt/stockbook_widget.h"
 #include "stockbook/heading/journal_heading.h"
 #include "stockbook/paper/journal_files.h"
 #include "stockbook/paper/journal_paper.h"
 #include "stockbook/paper/paper_progress.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 class QPrinter;
 

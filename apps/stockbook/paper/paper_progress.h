@@ -6,7 +6,7 @@
 #include <QProgressDialog>
 #include <QWidget>
 
-#include "qt/grid_printer.h"
+#include "stockbook/qt/grid_printer.h"
 
 namespace stockbook::app {
 

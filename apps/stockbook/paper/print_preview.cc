@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "sheet/grid_sheet.h"
 #include "stockbook/paper/page_setup_dialog.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -8,11 +8,11 @@
 #include <QToolBar>
 #include <memory>
 
-#include "qt/grid_printer.h"
-#include "qt/stockbook_widget.h"
 #include "stockbook/heading/journal_heading.h"
 #include "stockbook/paper/journal_paper.h"
 #include "stockbook/paper/page_view.h"
+#include "stockbook/qt/grid_printer.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

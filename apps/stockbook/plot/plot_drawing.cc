@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "databases/late/late_library.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_pen.h"
 
 namespace stockbook::app {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::app {
 namespace {

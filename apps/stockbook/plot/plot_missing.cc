@@ -2,7 +2,7 @@
 // In the place of plot_drawing.cc where there is no library for it.
 #include <QCoreApplication>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 
 namespace stockbook::app {

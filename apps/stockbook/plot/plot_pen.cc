@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "databases/late/late_library.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_layout.h"
 
 namespace stockbook::app {

@@ -5,10 +5,10 @@
 #include <array>
 #include <cmath>
 
-#include "base/column_keys.h"
-#include "base/date.h"
 #include "base/text.h"
 #include "columns/block_reader.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/base/date.h"
 #include "stockbook/range/period_summary.h"
 
 namespace stockbook::app {

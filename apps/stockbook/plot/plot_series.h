@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/plot/journal_plot.h"
 #include "stockbook/range/range_view.h"
 

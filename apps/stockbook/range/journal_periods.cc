@@ -4,8 +4,8 @@
 #include <cmath>
 #include <optional>
 
-#include "base/column_keys.h"
 #include "columns/block_reader.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 #include "stockbook/range/journal_range.h"
 
 namespace stockbook::app {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/range/journal_range.h"
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::app {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "base/column_keys.h"
 #include "base/number.h"
 #include "columns/block_reader.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "base/money.h"
-#include "platform/grid.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/range/range_view.h"
 
 namespace stockbook::app {

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "base/date.h"
 #include "base/text.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::app {
 namespace {

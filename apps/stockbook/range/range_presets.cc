@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/range/range_presets.h"
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,8 +5,8 @@
 #include <numeric>
 #include <utility>
 
-#include "base/column_keys.h"
-#include "platform/grid_guards.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "control/stockbook.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/range/journal_periods.h"
 
 namespace stockbook::app {

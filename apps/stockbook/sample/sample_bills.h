@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/date.h"
+#include "stockbook/base/date.h"
 #include "stockbook/inventory/inventory_records.h"
 #include "stockbook/sample/sample_random.h"
 #include "stockbook/sample/sample_stock.h"

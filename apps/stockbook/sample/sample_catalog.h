@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/money.h"
+#include "stockbook/base/money.h"
 #include "stockbook/inventory/inventory_quantity.h"
 
 namespace stockbook::app {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "sheet/contents/sheet.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::app {
 

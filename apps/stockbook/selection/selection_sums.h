@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "columns/column.h"
-#include "sheet/contents/sheet.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::app {
 

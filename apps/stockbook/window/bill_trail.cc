@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
-#include "base/column_keys.h"
-#include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {

@@ -7,10 +7,10 @@
 #include <memory>
 #include <optional>
 
-#include "platform/connection.h"
-#include "qt/stockbook_widget.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/inventory/inventory_bill.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/notice_bar.h"

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 #include "stockbook/window/inventory_mark.h"
 
 namespace stockbook::app {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/grid_guards.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::app {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/coverage_label.h"
 
-#include "platform/error.h"
 #include "qt/tool_tip.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/coverage_words.h"
 
 namespace stockbook::app {

@@ -3,8 +3,8 @@
 
 #include <QLabel>
 
-#include "platform/connection.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/column_keys.h"
 #include "base/text.h"
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/scope_exit.h"
-#include "qt/colour.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/qt/colour.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/host_layout.h"
 
-#include "base/column_keys.h"
-#include "platform/grid_guards.h"
+#include "stockbook/base/column_keys.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {

@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/connection.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
 #include "stockbook/window/subject_chooser.h"
 #include "stockbook/window/subject_uses.h"
 

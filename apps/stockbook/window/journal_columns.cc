@@ -8,8 +8,8 @@
 
 #include "qt/text.h"
 #include "sheet/geometry/scale.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/input/fit.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/journal_desk.h"
 
 namespace stockbook::app {

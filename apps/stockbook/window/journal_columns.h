@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "qt/stockbook_widget.h"
-#include "sheet/contents/sheet_watcher.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/contents/sheet_watcher.h"
 #include "stockbook/window/column_arrangement.h"
 
 namespace stockbook::app {

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "base/column_keys.h"
-#include "platform/error.h"
-#include "qt/fonts.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/heading/journal_heading.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/qt/fonts.h"
 
 namespace stockbook::app {
 namespace {

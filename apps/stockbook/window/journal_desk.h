@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "control/stockbook.h"
-#include "platform/connection.h"
-#include "qt/clipboard.h"
-#include "qt/images.h"
 #include "qt/menu.h"
-#include "qt/text_metrics.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/inventory/database_source.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/qt/clipboard.h"
+#include "stockbook/qt/images.h"
+#include "stockbook/qt/text_metrics.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 

@@ -4,10 +4,10 @@
 #include <QApplication>
 #include <algorithm>
 
-#include "base/scope_exit.h"
-#include "platform/error.h"
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {

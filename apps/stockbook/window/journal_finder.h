@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "qt/stockbook_widget.h"
 #include "stockbook/find/journal_search.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

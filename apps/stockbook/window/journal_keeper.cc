@@ -4,8 +4,8 @@
 #include <QSet>
 #include <utility>
 
-#include "platform/grid_guards.h"
 #include "qt/text.h"
+#include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {
 namespace {

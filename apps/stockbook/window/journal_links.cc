@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {

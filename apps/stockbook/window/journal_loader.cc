@@ -7,13 +7,13 @@
 #include <limits>
 #include <utility>
 
-#include "base/scope_exit.h"
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
-#include "platform/error.h"
-#include "platform/grid_guards.h"
 #include "qt/text.h"
-#include "qt/threaded_connection.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_guards.h"
+#include "stockbook/qt/threaded_connection.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "platform/connection.h"
 #include "qt/beside.h"
-#include "qt/stockbook_widget.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/prefetched_connection.h"
 

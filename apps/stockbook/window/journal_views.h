@@ -8,7 +8,7 @@
 #include <functional>
 #include <utility>
 
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/range/range_view.h"
 #include "stockbook/window/panel_height.h"
 #include "stockbook/window/period_panel.h"

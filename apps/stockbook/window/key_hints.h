@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

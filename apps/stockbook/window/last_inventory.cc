@@ -4,8 +4,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::app {
 namespace {

@@ -10,9 +10,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/file_drop.h"
 #include "stockbook/window/help_dialog.h"
 #include "stockbook/window/key_hints.h"

@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-#include "qt/stockbook_widget.h"
 #include "stockbook/paper/paper_actions.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/column_actions.h"
 #include "stockbook/window/coverage_label.h"
 #include "stockbook/window/find_bar.h"

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QObject>
 
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

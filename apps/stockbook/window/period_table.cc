@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/period_table.h"
 
-#include "base/column_keys.h"
 #include "qt/text.h"
+#include "stockbook/base/column_keys.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

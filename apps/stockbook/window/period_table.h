@@ -4,8 +4,8 @@
 #include <QAbstractTableModel>
 #include <vector>
 
-#include "base/journal_type.h"
-#include "platform/grid.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/range/period_summary.h"
 
 namespace stockbook::app {

@@ -8,8 +8,8 @@
 #include <QPrinter>
 #include <QVBoxLayout>
 
-#include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/host_translator.h"
 #include "stockbook/window/plot_paper.h"

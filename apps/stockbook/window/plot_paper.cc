@@ -8,8 +8,8 @@
 #include <cmath>
 #include <optional>
 
-#include "platform/error.h"
 #include "qt/text.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 
 namespace stockbook::app {

@@ -7,10 +7,10 @@
 #include <cmath>
 #include <utility>
 
-#include "base/date.h"
 #include "base/number.h"
-#include "qt/colour.h"
 #include "qt/text.h"
+#include "stockbook/base/date.h"
+#include "stockbook/qt/colour.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

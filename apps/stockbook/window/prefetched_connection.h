@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::app {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "base/column_keys.h"
+#include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-#include "qt/stockbook_widget.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 

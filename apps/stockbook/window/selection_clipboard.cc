@@ -6,8 +6,8 @@
 #include <QMimeData>
 
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/selection/selection_forms.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <cstdint>
 
-#include "qt/stockbook_widget.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::app {
 

@@ -4,8 +4,8 @@
 #include <QEvent>
 
 #include "qt/text.h"
-#include "sheet/grid_sheet.h"
 #include "stockbook/selection/selection_sums.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <cstdint>
 
-#include "qt/stockbook_widget.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::app {
 

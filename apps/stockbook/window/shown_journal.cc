@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <utility>
 
-#include "sheet/grid_sheet.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/host_layout.h"
 #include "stockbook/window/reading_place.h"
 

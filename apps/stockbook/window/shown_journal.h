@@ -8,9 +8,9 @@
 #include <optional>
 #include <utility>
 
-#include "platform/connection.h"
-#include "qt/stockbook_widget.h"
 #include "stockbook/command/journal_options.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/column_memory.h"
 #include "stockbook/window/journal_columns.h"
 #include "stockbook/window/journal_desk.h"

@@ -7,9 +7,9 @@
 #include <QStandardItemModel>
 #include <vector>
 
-#include "platform/connection.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/inventory/inventory_catalog.h"
+#include "stockbook/platform/connection.h"
 #include "stockbook/window/subject_chooser.h"
 #include "stockbook/window/subject_uses.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/grid.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::app {
 

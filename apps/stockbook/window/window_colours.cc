@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/window_colours.h"
 
-#include "qt/colour.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/qt/colour.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <QPalette>
 
-#include "qt/stockbook_widget.h"
-#include "sheet/store/appearance.h"
+#include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::app {
 

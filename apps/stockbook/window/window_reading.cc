@@ -6,9 +6,9 @@
 #include <QMessageBox>
 #include <utility>
 
-#include "platform/error.h"
 #include "qt/text.h"
 #include "stockbook/inventory/inventory_tables.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/window/inventory_mark.h"
 
 namespace stockbook::app {

@@ -8,9 +8,9 @@
 #include <optional>
 #include <string>
 
-#include "qt/stockbook_widget.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/inventory/database_source.h"
+#include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/bill_trail.h"
 #include "stockbook/window/journal_loader.h"
 #include "stockbook/window/load_strip.h"

@@ -8,7 +8,7 @@
 #include <QStyleOption>
 #include <cstdlib>
 
-#include "qt/colour.h"
+#include "stockbook/qt/colour.h"
 
 namespace stockbook::app {
 

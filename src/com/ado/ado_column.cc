@@ -5,12 +5,12 @@
 #include <cmath>
 #include <limits>
 
-#include "base/date.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "com/ado/decimal_digits.h"
 #include "com/ado/utf8_text.h"
 #include "com/automation/variant.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::com {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::com {
 

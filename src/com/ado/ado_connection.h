@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::com {
 

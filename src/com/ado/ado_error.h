@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 

@@ -5,11 +5,11 @@
 #include <utility>
 #include <vector>
 
-#include "base/scope_exit.h"
 #include "com/ado/ado_column.h"
 #include "com/automation/automation_error.h"
 #include "com/automation/text.h"
-#include "platform/error.h"
+#include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "com/ado/late_bound.h"
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::com {
 

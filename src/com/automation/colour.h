@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/grid_types.h"
+#include "stockbook/platform/grid_types.h"
 
 namespace stockbook::com {
 

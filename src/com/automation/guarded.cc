@@ -12,10 +12,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/money.h"
 #include "com/automation/com_ptr.h"
 #include "com/automation/text.h"
-#include "platform/error.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 namespace {

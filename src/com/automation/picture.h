@@ -11,7 +11,7 @@
 
 #include "com/automation/com_ptr.h"
 #include "com/automation/pixel_picture.h"
-#include "platform/picture.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::com {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/picture.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::com {
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/value.h"
 #include "com/automation/com_ptr.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::com {
 

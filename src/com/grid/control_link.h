@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "com/automation/picture.h"
-#include "control/stockbook.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::com {
 

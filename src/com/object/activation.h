@@ -13,7 +13,7 @@
 #include "com/object/object_parts.h"
 #include "com/window/control_window.h"
 #include "com/window/window_host.h"
-#include "platform/control_site.h"
+#include "stockbook/platform/control_site.h"
 
 namespace stockbook::com {
 

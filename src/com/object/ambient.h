@@ -8,8 +8,8 @@
 #include <optional>
 
 #include "com/automation/com_ptr.h"
-#include "platform/grid_types.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::com {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "com/object/connection_point.h"
-#include "control/stockbook.h"
+#include "stockbook/control/stockbook.h"
 
 namespace stockbook::com {
 

@@ -6,7 +6,7 @@
 #include <ocidl.h>
 
 #include "com/automation/picture.h"
-#include "platform/property_bag.h"
+#include "stockbook/platform/property_bag.h"
 
 namespace stockbook::com {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/property_bag.h"
+#include "stockbook/platform/property_bag.h"
 
 namespace stockbook::com {
 

@@ -12,10 +12,10 @@
 #include "com/window/images.h"
 #include "com/window/menu.h"
 #include "com/window/text_metrics.h"
-#include "control/stockbook.h"
-#include "platform/control_site.h"
-#include "platform/menu.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::com {
 

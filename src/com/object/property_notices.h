@@ -5,7 +5,7 @@
 
 #include "com/automation/com_ptr.h"
 #include "com/object/connection_point.h"
-#include "platform/control_site.h"
+#include "stockbook/platform/control_site.h"
 
 namespace stockbook::com {
 

@@ -7,7 +7,7 @@
 #include "com/automation/guarded.h"
 #include "com/window/frames.h"
 #include "com/window/sheet_surface.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "sheet/geometry/geometry.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "sheet/selection/selection.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::com {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "com/window/canvas.h"
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::com {
 

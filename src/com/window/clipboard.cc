@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "com/automation/text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/clipboard.h"
+#include "stockbook/platform/clipboard.h"
 
 namespace stockbook::com {
 

@@ -5,10 +5,10 @@
 
 #include <utility>
 
-#include "base/scope_exit.h"
 #include "com/automation/text.h"
 #include "com/window/rectangle.h"
 #include "com/window/scale.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::com {
 namespace {

@@ -12,8 +12,8 @@
 #include "com/window/sheet_window.h"
 #include "com/window/tool_tip.h"
 #include "com/window/window.h"
-#include "control/stockbook.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::com {
 

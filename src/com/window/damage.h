@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::com {
 

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "platform/text_metrics.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::com {
 

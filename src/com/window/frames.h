@@ -6,9 +6,9 @@
 
 #include "com/window/canvas.h"
 #include "com/window/gdi_font.h"
-#include "control/stockbook.h"
-#include "platform/text_metrics.h"
-#include "sheet/geometry/rect.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/text_metrics.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::com {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_metrics.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::com {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "sheet/store/appearance.h"
+#include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::com {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "platform/images.h"
+#include "stockbook/platform/images.h"
 
 namespace stockbook::com {
 

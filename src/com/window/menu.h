@@ -6,7 +6,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/menu.h"
+#include "stockbook/platform/menu.h"
 
 namespace stockbook::com {
 

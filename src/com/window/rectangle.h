@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::com {
 

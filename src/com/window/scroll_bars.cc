@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "com/window/scroll_bars.h"
 
-#include "base/scope_exit.h"
 #include "com/window/scale.h"
 #include "sheet/input/line_step.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::com {
 namespace {

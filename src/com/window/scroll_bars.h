@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "sheet/view/bar_scale.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 

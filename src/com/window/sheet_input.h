@@ -11,7 +11,7 @@
 #include "sheet/geometry/text_measure.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 

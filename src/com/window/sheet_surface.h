@@ -8,7 +8,7 @@
 #include "com/window/back_buffer.h"
 #include "com/window/damage.h"
 #include "com/window/gdi_font.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 

@@ -5,10 +5,10 @@
 #include <cmath>
 #include <utility>
 
-#include "base/scope_exit.h"
 #include "com/window/menu.h"
 #include "com/window/rectangle.h"
 #include "com/window/scale.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::com {
 namespace {

@@ -16,10 +16,10 @@
 #include "com/window/sheet_surface.h"
 #include "com/window/window.h"
 #include "sheet/geometry/text_measure.h"
-#include "sheet/grid_sheet.h"
 #include "sheet/view/pixel_moves.h"
-#include "sheet/view/view.h"
-#include "sheet/view/viewer.h"
+#include "stockbook/sheet/grid_sheet.h"
+#include "stockbook/sheet/view/view.h"
+#include "stockbook/sheet/view/viewer.h"
 
 namespace stockbook::com {
 

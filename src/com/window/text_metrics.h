@@ -2,7 +2,7 @@
 #pragma once
 
 #include "com/window/gdi_font.h"
-#include "platform/text_metrics.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::com {
 

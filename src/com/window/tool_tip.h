@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::com {
 

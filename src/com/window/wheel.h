@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {
 

@@ -2,7 +2,7 @@
 #include "com/window/window.h"
 
 #include "com/library/module.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::com {
 

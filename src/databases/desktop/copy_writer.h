@@ -9,7 +9,7 @@
 
 #include "databases/desktop/table_sink.h"
 #include "databases/execution/interruption.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 

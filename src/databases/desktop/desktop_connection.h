@@ -12,7 +12,7 @@
 #include "databases/desktop/source_state.h"
 #include "databases/execution/interruption.h"
 #include "databases/sqlite/embedded_connection.h"
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
 

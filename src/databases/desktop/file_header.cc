@@ -8,7 +8,7 @@
 
 #include "base/text.h"
 #include "databases/desktop/page_values.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "base/date.h"
-#include "base/money.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::databases {
 namespace {

@@ -10,7 +10,7 @@
 #include <ctime>
 #include <thread>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

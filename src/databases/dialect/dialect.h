@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/value.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::databases {
 

@@ -5,11 +5,11 @@
 #include <array>
 #include <optional>
 
-#include "base/date.h"
 #include "base/digits.h"
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/dialect/refusal.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "databases/dialect/like_pattern.h"
 
-#include "base/money.h"
 #include "base/text.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::databases {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "base/value.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::databases {
 

@@ -6,11 +6,11 @@
 #include <optional>
 #include <utility>
 
-#include "base/money.h"
-#include "base/substring.h"
 #include "base/text.h"
 #include "databases/dialect/format_value.h"
 #include "databases/dialect/operators.h"
+#include "stockbook/base/money.h"
+#include "stockbook/base/substring.h"
 
 namespace stockbook::databases {
 namespace {

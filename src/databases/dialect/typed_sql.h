@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "base/value.h"
 #include "databases/dialect/schema.h"
 #include "databases/dialect/value_class.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::databases {
 

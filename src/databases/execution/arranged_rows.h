@@ -8,7 +8,7 @@
 #include "databases/dialect/statement_plan.h"
 #include "databases/execution/column_sink.h"
 #include "databases/execution/interruption.h"
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::databases {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "columns/column_builder.h"
+#include "stockbook/columns/column_builder.h"
 
 namespace stockbook::databases {
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "columns/column.h"
+#include "stockbook/columns/column.h"
 
 namespace stockbook::databases {
 

@@ -6,7 +6,7 @@
 
 #include "base/decimal_text.h"
 #include "base/number.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

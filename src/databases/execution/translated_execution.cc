@@ -7,11 +7,11 @@
 #include <utility>
 #include <vector>
 
-#include "base/money.h"
 #include "databases/dialect/translation.h"
 #include "databases/execution/arranged_rows.h"
 #include "databases/execution/row_sorter.h"
-#include "platform/error.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -7,7 +7,7 @@
 #include "databases/dialect/target.h"
 #include "databases/execution/interruption.h"
 #include "databases/execution/row_reader.h"
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::databases {
 

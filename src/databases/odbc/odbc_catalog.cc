@@ -9,7 +9,7 @@
 #include "base/text.h"
 #include "databases/dialect/typed_sql.h"
 #include "databases/odbc/odbc_text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

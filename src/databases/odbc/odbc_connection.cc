@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/odbc/odbc_connection.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
 
 #include <mutex>
 #include <new>
@@ -7,7 +7,6 @@
 #include <string>
 #include <utility>
 
-#include "base/money.h"
 #include "databases/dialect/postgres_emitter.h"
 #include "databases/dialect/server_emitter.h"
 #include "databases/execution/translated_execution.h"
@@ -15,6 +14,7 @@
 #include "databases/odbc/odbc_mirror.h"
 #include "databases/odbc/odbc_session.h"
 #include "databases/odbc/odbc_settings.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::databases {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/number.h"
-#include "base/value.h"
 #include "databases/odbc/odbc_text.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::databases {
 namespace {

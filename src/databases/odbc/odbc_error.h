@@ -6,7 +6,7 @@
 #include <string>
 
 #include "databases/odbc/odbc_text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 

@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/date.h"
 #include "databases/odbc/odbc_link.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::databases {
 

@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "databases/connection_string.h"
 #include "databases/execution/time_limit.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/date.h"
 #include "databases/dialect/value_class.h"
 #include "databases/execution/column_sink.h"
 #include "databases/postgres/numeric_value.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::databases {
 

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "databases/dialect/typed_sql.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/postgres/postgres_connection.h"
+#include "stockbook/databases/postgres/postgres_connection.h"
 
 #include <optional>
 #include <string>

@@ -5,10 +5,10 @@
 #include <chrono>
 #include <utility>
 
-#include "base/scope_exit.h"
 #include "databases/dialect/typed_sql.h"
 #include "databases/postgres/result_decoder.h"
 #include "databases/postgres/wire_numbers.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::databases {
 namespace {

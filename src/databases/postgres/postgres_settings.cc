@@ -9,7 +9,7 @@
 #include "databases/connection_string.h"
 #include "databases/execution/time_limit.h"
 #include "databases/postgres/client_library.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "base/date.h"
-#include "base/money.h"
 #include "base/number.h"
 #include "base/text.h"
-#include "columns/column_builder.h"
 #include "databases/postgres/client_library.h"
 #include "databases/postgres/postgres_errors.h"
 #include "databases/postgres/postgres_settings.h"
-#include "platform/error.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
-#include "databases/providers/open_connection.h"
+#include "stockbook/databases/providers/open_connection.h"
 
 #include <algorithm>
 #include <array>
 
 #include "base/text.h"
 #include "databases/connection_string.h"
-#include "databases/sqlite/embedded_connection.h"
-#include "platform/error.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/platform/error.h"
 #ifdef STOCKBOOK_WITH_DESKTOP_FILES
 #include "databases/desktop/desktop_connection.h"
 #endif
 #ifdef STOCKBOOK_WITH_ODBC
-#include "databases/odbc/odbc_connection.h"
+#include "stockbook/databases/odbc/odbc_connection.h"
 #endif
 #ifdef STOCKBOOK_WITH_POSTGRES
-#include "databases/postgres/postgres_connection.h"
+#include "stockbook/databases/postgres/postgres_connection.h"
 #endif
 
 namespace stockbook::databases {

@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "databases/connection_string.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 #ifdef STOCKBOOK_WITH_POSTGRES
 #include "databases/postgres/postgres_writer.h"
 #endif

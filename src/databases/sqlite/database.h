@@ -10,7 +10,7 @@
 #include "databases/execution/interruption.h"
 #include "databases/execution/readable_tables.h"
 #include "databases/sqlite/file_state.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 

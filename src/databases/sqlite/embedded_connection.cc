@@ -3,13 +3,14 @@
 
 #include <new>
 
-#include "base/money.h"
 #include "databases/connection_string.h"
 #include "databases/dialect/sqlite_emitter.h"
 #include "databases/dialect/translation.h"
 #include "databases/sqlite/functions.h"
 #include "databases/sqlite/plan_executor.h"
 #include "databases/sqlite/value_feed.h"
+#include "stockbook/base/money.h"
+#include "stockbook/databases/sqlite/open_embedded.h"
 
 namespace stockbook::databases {
 namespace {

@@ -11,7 +11,7 @@
 #include "databases/sqlite/database.h"
 #include "databases/sqlite/embedded_settings.h"
 #include "databases/sqlite/readers.h"
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
 
@@ -48,8 +48,5 @@ class EmbeddedConnection : public platform::Connection {
   Readers readers_;
   Catalog catalog_;
 };
-
-// Throws platform::Error when the text is no connection string of an embedded database or the file cannot be opened.
-std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string);
 
 }  // namespace stockbook::databases

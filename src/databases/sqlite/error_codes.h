@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "base/seeded_hash.h"
+#include "stockbook/base/seeded_hash.h"
 
 namespace stockbook::databases {
 

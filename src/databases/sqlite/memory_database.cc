@@ -4,7 +4,7 @@
 #include <atomic>
 
 #include "databases/sqlite/error_codes.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

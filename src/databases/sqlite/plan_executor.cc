@@ -5,7 +5,7 @@
 #include "databases/execution/free_memory.h"
 #include "databases/execution/row_sorter.h"
 #include "databases/sqlite/arm_join.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "databases/dialect/statement_plan.h"
 #include "databases/sqlite/readers.h"
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::databases {
 

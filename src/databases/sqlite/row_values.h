@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-#include "base/value.h"
 #include "databases/dialect/typed_sql.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::databases {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "columns/column.h"
 #include "interaction/find/number_matcher.h"
 #include "interaction/find/search_terms.h"
+#include "stockbook/columns/column.h"
 
 namespace stockbook::interaction {
 

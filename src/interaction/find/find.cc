@@ -13,7 +13,7 @@
 #include "interaction/find/row_search.h"
 #include "interaction/find/search_terms.h"
 #include "journal/error_text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::interaction {
 namespace {

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "interaction/events.h"
-#include "platform/grid_busy.h"
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_busy.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::interaction {
 

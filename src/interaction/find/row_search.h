@@ -8,7 +8,7 @@
 #include "grid/row_runs.h"
 #include "interaction/find/column_matcher.h"
 #include "interaction/find/search_terms.h"
-#include "platform/grid_table.h"
+#include "stockbook/platform/grid_table.h"
 
 namespace stockbook::interaction {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/substring.h"
+#include "stockbook/base/substring.h"
 
 namespace stockbook::interaction {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {

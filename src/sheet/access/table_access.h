@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "sheet/geometry/rect.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::sheet {
 

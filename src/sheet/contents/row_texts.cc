@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 

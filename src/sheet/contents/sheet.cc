@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 #include <algorithm>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::sheet {
 

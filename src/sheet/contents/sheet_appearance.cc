@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Sheet as platform::GridAppearance.
-#include "sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 

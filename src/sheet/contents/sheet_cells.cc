@@ -2,7 +2,7 @@
 // Sheet as platform::GridCells.
 #include <utility>
 
-#include "sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 

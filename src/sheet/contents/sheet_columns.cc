@@ -2,8 +2,8 @@
 // Sheet as platform::GridColumns.
 #include <algorithm>
 
-#include "platform/error.h"
-#include "sheet/contents/sheet.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 namespace {

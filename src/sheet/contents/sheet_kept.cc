@@ -2,7 +2,7 @@
 // What a sheet holds, kept and put back.
 #include <utility>
 
-#include "sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 

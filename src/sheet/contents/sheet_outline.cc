@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "base/text.h"
-#include "platform/error.h"
-#include "sheet/contents/sheet.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {
 namespace {

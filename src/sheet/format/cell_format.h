@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/value.h"
-#include "platform/grid_types.h"
 #include "sheet/format/date_format.h"
 #include "sheet/format/number_format.h"
+#include "stockbook/base/value.h"
+#include "stockbook/platform/grid_types.h"
 
 namespace stockbook::sheet {
 

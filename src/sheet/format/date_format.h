@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/date.h"
 #include "base/date_pattern.h"
+#include "stockbook/base/date.h"
 
 namespace stockbook::sheet {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "base/digits.h"
-#include "base/money.h"
+#include "stockbook/base/money.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "platform/grid_types.h"
 #include "sheet/geometry/column_axis.h"
-#include "sheet/geometry/rect.h"
 #include "sheet/geometry/row_axis.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/text_metrics.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::sheet {
 

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "platform/grid_observer.h"
-#include "sheet/geometry/rect.h"
+#include "stockbook/platform/grid_observer.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

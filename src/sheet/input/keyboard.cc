@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 

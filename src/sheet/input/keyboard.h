@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "sheet/input/events.h"
-#include "sheet/selection/selection.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::sheet {
 

@@ -9,7 +9,7 @@
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/geometry/scale.h"
 #include "sheet/input/fit.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 namespace {

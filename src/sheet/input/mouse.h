@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-#include "sheet/geometry/rect.h"
 #include "sheet/input/events.h"
-#include "sheet/selection/selection.h"
-#include "sheet/view/viewer.h"
+#include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/selection/selection.h"
+#include "stockbook/sheet/view/viewer.h"
 
 namespace stockbook::sheet {
 

@@ -5,11 +5,11 @@
 #include <span>
 #include <string_view>
 
-#include "platform/grid_types.h"
-#include "platform/picture.h"
-#include "platform/text_metrics.h"
-#include "sheet/geometry/rect.h"
 #include "sheet/geometry/text_measure.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/platform/picture.h"
+#include "stockbook/platform/text_metrics.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

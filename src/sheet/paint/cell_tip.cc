@@ -3,7 +3,7 @@
 
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 

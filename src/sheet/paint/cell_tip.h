@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "sheet/geometry/rect.h"
 #include "sheet/geometry/text_measure.h"
+#include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
 

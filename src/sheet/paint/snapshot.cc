@@ -6,7 +6,7 @@
 
 #include "sheet/geometry/geometry.h"
 #include "sheet/paint/cell_layout.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_metrics.h"
-#include "sheet/geometry/rect.h"
-#include "sheet/store/appearance.h"
+#include "stockbook/platform/text_metrics.h"
+#include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

@@ -6,7 +6,7 @@
 #include "sheet/paint/batches.h"
 #include "sheet/paint/cell_layout.h"
 #include "sheet/paint/snapshot.h"
-#include "sheet/store/appearance.h"
+#include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

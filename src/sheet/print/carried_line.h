@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "sheet/paint/canvas.h"
-#include "sheet/print/page_setup.h"
 #include "sheet/print/paper_layout.h"
+#include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
 

@@ -6,9 +6,9 @@
 
 #include "sheet/print/carried_line.h"
 #include "sheet/print/page_plan.h"
-#include "sheet/print/page_setup.h"
 #include "sheet/print/page_target.h"
 #include "sheet/print/paper_layout.h"
+#include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
 

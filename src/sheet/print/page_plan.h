@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "sheet/geometry/geometry.h"
-#include "sheet/print/page_setup.h"
 #include "sheet/print/paper_layout.h"
+#include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
 

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "sheet/paint/canvas.h"
-#include "sheet/print/page_setup.h"
+#include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
 

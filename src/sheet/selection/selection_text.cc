@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "base/text.h"
-#include "sheet/contents/sheet.h"
-#include "sheet/selection/selection.h"
 #include "sheet/store/column_texts.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/store/appearance.h"
+#include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::sheet {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/store/cell_style.h"
+#include "stockbook/sheet/store/cell_style.h"
 
 #include <functional>
 

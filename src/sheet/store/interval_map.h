@@ -7,7 +7,7 @@
 #include <map>
 #include <utility>
 
-#include "base/scope_exit.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::sheet {
 

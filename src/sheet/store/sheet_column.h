@@ -8,14 +8,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/value.h"
-#include "columns/column.h"
-#include "platform/grid_types.h"
-#include "platform/picture.h"
 #include "sheet/format/cell_format.h"
 #include "sheet/store/interval_map.h"
 #include "sheet/store/packed_codes.h"
 #include "sheet/store/row_order.h"
+#include "stockbook/base/value.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/platform/picture.h"
 
 namespace stockbook::sheet {
 

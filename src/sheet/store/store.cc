@@ -5,7 +5,7 @@
 #include <array>
 #include <span>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "base/value.h"
-#include "columns/column.h"
-#include "platform/grid_types.h"
-#include "sheet/store/cell_style.h"
 #include "sheet/store/column_set.h"
 #include "sheet/store/row_order.h"
+#include "stockbook/base/value.h"
+#include "stockbook/columns/column.h"
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/sheet/store/cell_style.h"
 
 namespace stockbook::sheet {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "sheet/geometry/geometry.h"
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
 

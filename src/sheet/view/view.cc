@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/view/view.h"
+#include "stockbook/sheet/view/view.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
 
-#include "base/scope_exit.h"
 #include "sheet/geometry/scale.h"
 #include "sheet/selection/selection_text.h"
+#include "stockbook/base/scope_exit.h"
 
 namespace stockbook::sheet {
 

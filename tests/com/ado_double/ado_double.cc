@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::testing {
 namespace {

@@ -11,7 +11,7 @@
 #include "com/ado_double/ado_rows.h"
 #include "com/ado_double/named_object.h"
 #include "com/automation/com_ptr.h"
-#include "platform/connection.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::testing {
 

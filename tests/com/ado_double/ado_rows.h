@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "com/automation/variant.h"
-#include "platform/recordset.h"
+#include "stockbook/platform/recordset.h"
 
 namespace stockbook::testing {
 

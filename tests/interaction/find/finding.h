@@ -12,11 +12,11 @@
 #include <vector>
 
 #include "base/text.h"
-#include "columns/column_builder.h"
 #include "interaction/find/find.h"
 #include "interaction/find/wildcard.h"
-#include "platform/error.h"
-#include "sheet/grid_sheet.h"
+#include "stockbook/columns/column_builder.h"
+#include "stockbook/platform/error.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/event_recorder.h"
 #include "support/faulty_grid.h"
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/error.h"
+#include "stockbook/platform/error.h"
 
 namespace stockbook::interaction {
 namespace {

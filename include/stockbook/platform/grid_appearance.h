@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "stockbook/platform/grid_types.h"
+#include "stockbook/platform/text_metrics.h"
+
+namespace stockbook::platform {
+
+enum class GridColour {
+  kBackColor,
+  kBackColorBkg,
+  kBackColorFixed,
+  kBackColorFrozen,
+  kBackColorSel,
+  kForeColor,
+  kForeColorFixed,
+  kForeColorFrozen,
+  kForeColorSel,
+  kGridColor,
+  kGridColorFixed,
+  kSheetBorder,
+};
+
+enum class GridLineStyle : int32_t {
+  kNone = 0,
+  kFlat = 1,
+  kInset = 2,
+  kRaised = 3,
+  kFlatHorz = 4,
+  kInsetHorz = 5,
+  kRaisedHorz = 6,
+  kFlatVert = 7
+};
+
+enum class ScrollBarsSetting : int32_t { kNone = 0, kHorizontal = 1, kVertical = 2, kBoth = 3 };
+
+// Colours, lines, bars and the font of a grid.
+class GridAppearance {
+ public:
+  virtual ~GridAppearance() = default;
+
+  virtual Colour ColourOf(GridColour which) const = 0;
+  virtual void SetColour(GridColour which, Colour colour) = 0;
+  virtual GridLineStyle GridLines() const = 0;
+  virtual void SetGridLines(GridLineStyle style) = 0;
+  virtual GridLineStyle GridLinesFixed() const = 0;
+  virtual void SetGridLinesFixed(GridLineStyle style) = 0;
+  virtual ScrollBarsSetting ScrollBars() const = 0;
+  virtual void SetScrollBars(ScrollBarsSetting setting) = 0;
+  virtual Font GridFont() const = 0;
+  virtual void SetGridFont(const Font& font) = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "stockbook/platform/grid_types.h"
+
+namespace stockbook::platform {
+
+// The columns of a grid. Keys are found exactly, in O(1); several columns may carry the empty key.
+class GridColumns {
+ public:
+  virtual ~GridColumns() = default;
+
+  virtual int Cols() const = 0;
+  // Columns are added empty at the end or dropped from the end, with their contents.
+  virtual void SetCols(int count) = 0;
+  virtual int FixedCols() const = 0;
+  virtual void SetFixedCols(int count) = 0;
+  // Columns that stay in view, the last frozen column's index (0: none).
+  virtual int FrozenCols() const = 0;
+  virtual void SetFrozenCols(int count) = 0;
+
+  // The column of the tree, or -1.
+  virtual int OutlineCol() const = 0;
+  virtual void SetOutlineCol(int column) = 0;
+
+  // The column with the key, or -1.
+  virtual int ColIndex(std::string_view key) const = 0;
+  virtual std::string ColKey(int column) const = 0;
+  virtual void SetColKey(int column, std::string_view key) = 0;
+  // Moves a column, with everything of it, to another position; the ones between move up.
+  virtual void SetColPosition(int column, int position) = 0;
+
+  // Another number whenever a column got another key, was hidden or shown.
+  virtual int64_t ColRevision() const = 0;
+
+  virtual bool ColHidden(int column) const = 0;
+  virtual void SetColHidden(int column, bool hidden) = 0;
+  virtual DataType ColDataType(int column) const = 0;
+  virtual void SetColDataType(int column, DataType type) = 0;
+  virtual std::string ColFormat(int column) const = 0;
+  virtual void SetColFormat(int column, std::string_view format) = 0;
+  virtual int ColWidth(int column) const = 0;
+  virtual void SetColWidth(int column, int twips) = 0;
+  // Column -1 means all columns.
+  virtual void SetColAlignment(int column, Alignment alignment) = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "stockbook/platform/picture.h"
+
+namespace stockbook::platform {
+
+enum class OutlineBarStyle : int32_t {
+  kNone = 0,
+  kComplete = 1,
+  kSimple = 2,
+  kSymbols = 3,
+  kCompleteLeaf = 4,
+  kSimpleLeaf = 5,
+  kSymbolsLeaf = 6
+};
+
+// The outline of a grid: its nodes (subtotal rows), how they are folded, and the looks of the tree. A node governs the
+// deeper rows that follow it. Level 0 is the top; the lines under a top node have level 1.
+class GridOutline {
+ public:
+  virtual ~GridOutline() = default;
+
+  // One node row above every run of equal texts in `column`, over all rows that are no nodes; "%s" in the caption is
+  // the text of the run. The caption is in the cell of `caption_column`.
+  virtual void GroupBy(int column, int caption_column, std::string_view caption_format) = 0;
+  // Makes a row a node of the level, or (level rows stay) an ordinary row again.
+  virtual void SetIsSubtotal(int row, bool subtotal) = 0;
+  virtual int RowOutlineLevel(int row) const = 0;
+  virtual void SetRowOutlineLevel(int row, int level) = 0;
+  virtual bool IsCollapsed(int row) const = 0;
+  virtual void SetIsCollapsed(int row, bool collapsed) = 0;
+  // Folds or unfolds every node, at the cost of one; current cell and scroll position stay.
+  virtual void CollapseAll() = 0;
+  virtual void ExpandAll() = 0;
+  virtual OutlineBarStyle OutlineBar() const = 0;
+  virtual void SetOutlineBar(OutlineBarStyle style) = 0;
+  virtual void SetNodeOpenPicture(const PictureRef& picture) = 0;
+  virtual void SetNodeClosedPicture(const PictureRef& picture) = 0;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "stockbook/base/value.h"
+#include "stockbook/columns/column.h"
+
+namespace stockbook::platform {
+
+// A named field of a result.
+struct Field {
+  std::string name;
+  columns::Column column;
+};
+
+// The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and no
+// longer needs the connection. Moving is O(1).
+class Recordset {
+ public:
+  Recordset() = default;
+  explicit Recordset(std::vector<Field> fields);
+
+  bool AtEnd() const { return row_ >= rows_; }
+  void MoveNext() { ++row_; }
+  void Close();
+  size_t RecordCount() const { return rows_; }
+
+  size_t FieldCount() const { return fields_.size(); }
+  // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current
+  // record throws Error.
+  base::Value FieldValue(std::string_view name) const;
+  base::Value FieldValue(size_t index) const;
+
+  // Rows fetched ahead by a connection that reads in portions; kept for it to read.
+  void SetCacheSize(int rows) { cache_size_ = rows; }
+  int CacheSize() const { return cache_size_; }
+
+  // Hands over all rows at once; afterwards the recordset is at its end.
+  std::vector<Field> TakeAll();
+
+ private:
+  std::vector<Field> fields_;
+  size_t rows_ = 0;
+  size_t row_ = 0;
+  int cache_size_ = 1;
+};
+
+}  // namespace stockbook::platform

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "stockbook/platform/images.h"
+
+namespace stockbook::qt {
+
+// The control's own icons (qt/icons.h) by key, 16 logical pixels square; the mark has 6.
+class QtImages : public platform::Images {
+ public:
+  QtImages();
+  platform::PictureRef Find(std::string_view key) const override;
+
+ private:
+  std::map<std::string, platform::PictureRef, std::less<>> pictures_;
+};
+
+}  // namespace stockbook::qt

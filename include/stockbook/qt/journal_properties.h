@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+#include "stockbook/control/stockbook.h"
+
+namespace stockbook::qt {
+
+// The control's journal, captions, filters and rows as properties of the toolkit, with the names and in the order of
+// its interface. 16-bit numbers are int here. No setter throws, because exceptions must not pass through the toolkit:
+// if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value), the old value stays
+// and Notify reports the error. Call control() to get the exception itself.
+class JournalProperties : public QWidget {
+  Q_OBJECT
+  Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType)
+  Q_PROPERTY(QString FmtName READ FmtName)
+  Q_PROPERTY(bool AllowQty2 READ AllowQty2 WRITE SetAllowQty2)
+  Q_PROPERTY(bool AllowInv READ AllowInv WRITE SetAllowInv)
+  Q_PROPERTY(int dpID READ dpID WRITE SetdpID)
+  Q_PROPERTY(QString dpCode READ dpCode WRITE SetdpCode)
+  Q_PROPERTY(QString AccPeriod READ AccPeriod)
+  Q_PROPERTY(QString DepotName READ DepotName)
+  Q_PROPERTY(int KeyID READ KeyID WRITE SetKeyID)
+  Q_PROPERTY(QString KeyName READ KeyName)
+  Q_PROPERTY(QString ProductNo READ ProductNo)
+  Q_PROPERTY(QString Model READ Model)
+  Q_PROPERTY(QString Standard READ Standard)
+  Q_PROPERTY(QString Measure READ Measure)
+  Q_PROPERTY(QString MaterielTitle READ MaterielTitle WRITE SetMaterielTitle)
+  Q_PROPERTY(QString SupplierTitle READ SupplierTitle WRITE SetSupplierTitle)
+  Q_PROPERTY(QString CustomerTitle READ CustomerTitle WRITE SetCustomerTitle)
+  Q_PROPERTY(QString ProjectTitle READ ProjectTitle WRITE SetProjectTitle)
+  Q_PROPERTY(QString Field00 READ Field00 WRITE SetField00)
+  Q_PROPERTY(QString Field01 READ Field01 WRITE SetField01)
+  Q_PROPERTY(QString Field02 READ Field02 WRITE SetField02)
+  Q_PROPERTY(QString Field03 READ Field03 WRITE SetField03)
+  Q_PROPERTY(QString Field04 READ Field04 WRITE SetField04)
+  Q_PROPERTY(QString Field05 READ Field05 WRITE SetField05)
+  Q_PROPERTY(QString Field06 READ Field06 WRITE SetField06)
+  Q_PROPERTY(QString Field10 READ Field10 WRITE SetField10)
+  Q_PROPERTY(QString Field11 READ Field11 WRITE SetField11)
+  Q_PROPERTY(QString Field12 READ Field12 WRITE SetField12)
+  Q_PROPERTY(QString Field13 READ Field13 WRITE SetField13)
+  Q_PROPERTY(QString Field14 READ Field14 WRITE SetField14)
+  Q_PROPERTY(QString Field15 READ Field15 WRITE SetField15)
+  Q_PROPERTY(QString Field16 READ Field16 WRITE SetField16)
+  Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
+  Q_PROPERTY(QString FieldsFilter READ FieldsFilter WRITE SetFieldsFilter)
+  Q_PROPERTY(QString ColsFilter READ ColsFilter)
+  Q_PROPERTY(QString AccRestrict READ AccRestrict WRITE SetAccRestrict)
+  Q_PROPERTY(QString PriceFormat READ PriceFormat WRITE SetPriceFormat)
+  Q_PROPERTY(QString QuantityFormat READ QuantityFormat WRITE SetQuantityFormat)
+  Q_PROPERTY(QString AccountFormat READ AccountFormat WRITE SetAccountFormat)
+  Q_PROPERTY(QString FlagName READ FlagName)
+  Q_PROPERTY(int Row READ Row WRITE SetRow)
+  Q_PROPERTY(int Rows READ Rows)
+  Q_PROPERTY(QString OutlineColKey READ OutlineColKey)
+  Q_PROPERTY(float RowHeight READ RowHeight WRITE SetRowHeight)
+  Q_PROPERTY(float RowHeightTitle READ RowHeightTitle WRITE SetRowHeightTitle)
+  Q_PROPERTY(float RowHeightSum READ RowHeightSum WRITE SetRowHeightSum)
+
+ public:
+  // The interface spells it like this.
+  enum tqJournalTypeContants : int32_t {
+    MaterialJournal = base::MaterialJournal,
+    SupplierJournal = base::SupplierJournal,
+    CustomerJournal = base::CustomerJournal,
+    ProjectJournal = base::ProjectJournal,
+  };
+  Q_ENUM(tqJournalTypeContants)
+
+  using QWidget::QWidget;
+
+  // The control itself, without the toolkit.
+  virtual control::Stockbook& control() = 0;
+  virtual const control::Stockbook& control() const = 0;
+
+  void SetJournalType(tqJournalTypeContants type);
+  tqJournalTypeContants JournalType() const;
+  QString FmtName() const;
+  void SetAllowQty2(bool allow);
+  bool AllowQty2() const;
+  void SetAllowInv(bool allow);
+  bool AllowInv() const;
+  void SetdpID(int id);
+  int dpID() const;
+  void SetdpCode(const QString& text);
+  QString dpCode() const;
+  QString AccPeriod() const;
+  QString DepotName() const;
+  void SetKeyID(int id);
+  int KeyID() const;
+  QString KeyName() const;
+  QString ProductNo() const;
+  QString Model() const;
+  QString Standard() const;
+  QString Measure() const;
+  void SetMaterielTitle(const QString& text);
+  QString MaterielTitle() const;
+  void SetSupplierTitle(const QString& text);
+  QString SupplierTitle() const;
+  void SetCustomerTitle(const QString& text);
+  QString CustomerTitle() const;
+  void SetProjectTitle(const QString& text);
+  QString ProjectTitle() const;
+  void SetField00(const QString& text);
+  QString Field00() const;
+  void SetField01(const QString& text);
+  QString Field01() const;
+  void SetField02(const QString& text);
+  QString Field02() const;
+  void SetField03(const QString& text);
+  QString Field03() const;
+  void SetField04(const QString& text);
+  QString Field04() const;
+  void SetField05(const QString& text);
+  QString Field05() const;
+  void SetField06(const QString& text);
+  QString Field06() const;
+  void SetField10(const QString& text);
+  QString Field10() const;
+  void SetField11(const QString& text);
+  QString Field11() const;
+  void SetField12(const QString& text);
+  QString Field12() const;
+  void SetField13(const QString& text);
+  QString Field13() const;
+  void SetField14(const QString& text);
+  QString Field14() const;
+  void SetField15(const QString& text);
+  QString Field15() const;
+  void SetField16(const QString& text);
+  QString Field16() const;
+  void SetCaption(const QString& text);
+  QString Caption() const;
+  void SetFieldsFilter(const QString& text);
+  QString FieldsFilter() const;
+  QString ColsFilter() const;
+  void SetAccRestrict(const QString& text);
+  QString AccRestrict() const;
+  void SetPriceFormat(const QString& text);
+  QString PriceFormat() const;
+  void SetQuantityFormat(const QString& text);
+  QString QuantityFormat() const;
+  void SetAccountFormat(const QString& text);
+  QString AccountFormat() const;
+
+  // Properties of a row of the grid; a row below 0 means the current one.
+  Q_INVOKABLE int BillID(int Row = -1) const;
+  Q_INVOKABLE QString BillName(int Row = -1) const;
+  Q_INVOKABLE int Flag(int Row = -1) const;
+  QString FlagName() const;
+  void SetRow(int row);
+  int Row() const;
+  int Rows() const;
+  QString OutlineColKey() const;
+  void SetRowHeight(float twips);
+  float RowHeight() const;
+  void SetRowHeightTitle(float twips);
+  float RowHeightTitle() const;
+  void SetRowHeightSum(float twips);
+  float RowHeightSum() const;
+
+ protected:
+  // Performs an action on the control and reports its errors, and those of its listeners, through Notify. A listener
+  // may delete the widget meanwhile.
+  virtual void Attempt(const std::function<void()>& call) = 0;
+  // Errors of a listener of Notify are not reported again.
+  void Say(const char* message);
+};
+
+}  // namespace stockbook::qt

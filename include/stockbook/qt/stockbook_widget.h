@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPagedPaintDevice>
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "stockbook/control/stockbook.h"
+#include "stockbook/qt/appearance_properties.h"
+#include "stockbook/qt/by_reference.h"
+
+namespace stockbook::sheet {
+class GridSheet;
+}
+
+namespace stockbook::qt {
+
+class WidgetParts;
+
+// The stock journal as a widget: create it, give it a connection by SetConn, set JournalType, call Load. It composes
+// the control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
+// events as signals; its properties are those of the control (qt/journal_properties.h, qt/appearance_properties.h). It
+// has no logic of its own for either. Everything runs on the user-interface thread. Load does not return to the event
+// loop, so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
+// function of the widget, and may delete it.
+class StockbookWidget : public AppearanceProperties {
+  Q_OBJECT
+  // Plain flags for the host's use.
+  Q_PROPERTY(bool AllowView READ AllowView WRITE SetAllowView)
+  Q_PROPERTY(bool AllowPrint READ AllowPrint WRITE SetAllowPrint)
+
+ public:
+  explicit StockbookWidget(QWidget* parent = nullptr);
+  ~StockbookWidget() override;
+
+  control::Stockbook& control() override;
+  const control::Stockbook& control() const override;
+  // The connection that every query uses, shared with the host.
+  std::shared_ptr<platform::Connection> Conn() const { return control().Conn(); }
+  void SetConn(std::shared_ptr<platform::Connection> connection) { control().SetConn(std::move(connection)); }
+  platform::Grid& Grid() const { return control().Grid(); }
+  bool AllowView() const { return control().AllowView(); }
+  void SetAllowView(bool allow) { control().SetAllowView(allow); }
+  bool AllowPrint() const { return control().AllowPrint(); }
+  void SetAllowPrint(bool allow) { control().SetAllowPrint(allow); }
+
+  // The grid engine, for looks beyond the control's properties.
+  sheet::GridSheet& sheet();
+  // The part of the widget that shows the cells; its top left corner is the sheet's origin.
+  QWidget* viewport() const;
+
+  // How large the journal is shown, 1 being its own size, from 0.5 to 3; widths and heights stay what they are.
+  double Zoom() const;
+  void SetZoom(double zoom);
+
+  // Texts that the control's menus show beside their items, such as the keys by which the host offers the same, by the
+  // names of the items.
+  void SetMenuHints(std::map<std::string, QString> hints);
+
+  // Save the appearance in the settings, each property by its key in the group, and restore it; properties that were
+  // never saved keep their values. If the settings fail, they throw platform::Error with a message for the user.
+  void SaveProperties(QSettings& settings, const QString& group) const;
+  void RestoreProperties(QSettings& settings, const QString& group);
+
+  // The colour of the band above the grid, for which the control has no property.
+  platform::Colour HeaderColor() const;
+  void SetHeaderColor(platform::Colour colour);
+
+  // Prints the journal as shown, without folded periods and hidden columns, to a printer or a PDF. Each page has the
+  // caption and the column captions. Returns false if the device does not accept it. For other painters, or single
+  // pages, use GridPrinter with sheet().
+  bool Print(QPagedPaintDevice& device);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ public slots:
+  // The methods of the control, in their order.
+
+  // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded.
+  bool Load(int rKeyID = -1, int rdpID = -1, const QString& rdpCode = {});
+  // Raises Notify and nothing else.
+  void Prompt(const QString& Msg);
+  // Reports every hit and the count through FindMsg. Always returns false; StartRow is not used.
+  bool Find(const QString& rSearchString, int StartRow = -1);
+  // Whether the selection is more than the current cell.
+  bool IsRangeSelected() const;
+  void DefaultFormat();
+  // Empty if there are too many bills to count; Notify says so.
+  QString Statistics();
+  // "ColChanged" with a column key as the first element, "SetColFont"; others do nothing. The result is always invalid.
+  // Where the element is missing, Notify says so.
+  QVariant DoCommand(const QString& CmdName, const QVariantList& rParas = {});
+
+ signals:
+  // The events of the control, in their order and with their arguments. Slots may write the arguments passed by
+  // reference.
+  void Process(int Indicator);
+  void AfterLoaded();
+  void AfterFormatted();
+  void CommandExecute(const QString& CommandName, const stockbook::qt::BooleanReference& Cancel);
+  void Notify(const QString& Msg);
+  void AfterRowChanged();
+  void AfterRangeSelected();
+  void MouseUp(const stockbook::qt::IntegerReference& Button, const stockbook::qt::IntegerReference& Shift,
+               const stockbook::qt::SingleReference& X, const stockbook::qt::SingleReference& Y);
+  void FindMsg(const QString& rMsg);
+
+  // A saved property has changed, given by its key in the property bag.
+  void PropertyChanged(const QString& Key);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  friend class SignalRaiser;
+  friend class WidgetParts;
+
+  void Attempt(const std::function<void()>& call) override;
+
+  // Updates the band and the frames from the control's properties.
+  void UpdateFrames();
+  QRect BodyRect() const;
+
+  std::shared_ptr<WidgetParts> parts_;
+};
+
+}  // namespace stockbook::qt

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "qt/beside.h"
+#include "stockbook/platform/connection.h"
+
+namespace stockbook::qt {
+
+// Another connection whose statements run beside the interface: the windows go on painting, and the statement can be
+// cancelled. To its user, a control say, it is that connection; it costs two changes of threads a statement. What the
+// other connection does, its end included, it does on one thread, that of `beside`.
+class ThreadedConnection : public platform::Connection {
+ public:
+  // From now on nobody else uses `other`.
+  ThreadedConnection(std::shared_ptr<platform::Connection> other, std::shared_ptr<Beside> beside);
+  ~ThreadedConnection() override;
+
+  std::string ConnectionString() const override { return connection_string_; }
+  platform::Recordset Execute(std::string_view statement, int options = platform::kExecuteUnspecified) override;
+  std::unique_ptr<platform::Moment> ReadAsOfOneMoment() override;
+  void Cancel() override { other_->Cancel(); }
+  std::size_t RowsRead() const override { return other_->RowsRead(); }
+
+ private:
+  void RunBeside(const std::function<void()>& run);
+
+  std::shared_ptr<platform::Connection> other_;
+  std::shared_ptr<Beside> beside_;
+  std::string connection_string_;
+};
+
+}  // namespace stockbook::qt

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "stockbook/platform/grid.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
+
+namespace stockbook::sheet {
+
+// A sheet with its own view, which together make up a whole grid. A widget shows the view, gives it its size and scale
+// and forwards input to it.
+class GridSheet final : public Sheet, public platform::Grid {
+ public:
+  View& view() { return view_; }
+  const View& view() const { return view_; }
+
+  // GridView
+  int Row() const override { return view_.selection().current.row; }
+  int Col() const override { return view_.selection().current.column; }
+  void Select(int row, int column) override { SelectRange(row, column, row, column); }
+  int RowSel() const override { return view_.selection().end.row; }
+  int ColSel() const override { return view_.selection().end.column; }
+  void SelectRange(int row, int column, int row_sel, int col_sel);
+  void CopySelection(platform::Clipboard& clipboard) override { view_.CopySelection(clipboard); }
+  int TopRow() const override { return view_.geometry().TopRow(); }
+  void SetTopRow(int row) override;
+  int BottomRow() const override { return view_.geometry().BottomRow(); }
+  int LeftCol() const { return view_.geometry().LeftCol(); }
+  void SetLeftCol(int column);
+  bool RowIsVisible(int row) const override { return view_.geometry().RowIsVisible(row); }
+  int MouseRow() const override { return view_.mouse_cell().row; }
+  int MouseCol() const override { return view_.mouse_cell().column; }
+  void SetObserver(platform::GridObserver* observer) override { view_.SetObserver(observer); }
+
+  // GridBusy
+  bool Redraw() const override { return Sheet::Redraw(); }
+  void SetRedraw(bool on) override { Sheet::SetRedraw(on); }
+  std::string Tag() const override { return tag_; }
+  void SetTag(std::string_view tag) override { tag_ = tag; }
+  platform::MousePointer Pointer() const override { return view_.pointer(); }
+  void SetPointer(platform::MousePointer pointer) override { view_.SetPointer(pointer); }
+
+  // What the grid holds and where its view is, to be put back, be it after other rows were loaded. The observer hears
+  // nothing of it. O(runs + columns + cells set), with the loaded columns shared.
+  struct Kept {
+    KeptSheet contents;
+    View::Place place;
+  };
+  Kept Keep() const { return {KeepContents(), view_.KeepPlace()}; }
+  void PutBack(Kept kept) {
+    PutBackContents(std::move(kept.contents));
+    view_.PutBack(kept.place);
+  }
+
+  // Of the sheet together with its view.
+  bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }
+  size_t EngineBytes() const { return Sheet::EngineBytes() + sizeof(View) + view_.MemoryBytes(); }
+
+ private:
+  View view_{*this};
+  std::string tag_;
+};
+
+}  // namespace stockbook::sheet

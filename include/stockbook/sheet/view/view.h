@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "sheet/geometry/column_axis.h"
+#include "sheet/geometry/geometry.h"
+#include "sheet/geometry/row_axis.h"
+#include "stockbook/platform/clipboard.h"
+#include "stockbook/platform/grid_observer.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/contents/sheet_watcher.h"
+#include "stockbook/sheet/selection/selection.h"
+#include "stockbook/sheet/view/viewer.h"
+
+namespace stockbook::sheet {
+
+// A place in a sheet: size and scale, scroll position, current cell and selection, mouse and focus. A sheet may have
+// several views. Each keeps its place when rows and columns are inserted or removed, and tells its viewer what has to
+// be repainted. Input changes the sheet through a view. It borrows the sheet; making one costs O(runs + columns). If
+// the sheet goes first, the viewer is told, and all that is left to do with the view is to destroy it.
+class View final : private SheetWatcher {
+ public:
+  explicit View(Sheet& sheet);
+  // A view at the same place in the same sheet, with another size and scale, and without viewer and observer.
+  View(const View& other, Size size_px, double scale);
+  ~View() override;
+  View& operator=(const View&) = delete;
+
+  Sheet& sheet() { return sheet_; }
+  const Sheet& sheet() const { return sheet_; }
+
+  // In device pixels; the scale is device pixels per pixel of 1/96 inch.
+  void SetSize(Size size_px, double scale);
+  Size size() const { return size_; }
+  double scale() const { return rows_.scale(); }
+  // How many columns from the left do not scroll, at least the fixed ones; -1: the fixed and frozen ones of the sheet.
+  void SetPinnedCols(int columns);
+  int PinnedCols() const;
+  CellPart PartOf(int row, int column) const;
+  // Valid until the next change of the sheet or the view.
+  Geometry geometry() const;
+  const RowAxis& rows() const { return rows_; }
+
+  void ScrollTo(ScrollPosition position);
+  void ScrollBy(int64_t dx_px, int64_t dy_px);
+
+  const Selection& selection() const { return selection_; }
+  // Where it is, and back there, without asking or telling the observer. Nothing outside the sheet is selected.
+  class Place;
+  Place KeepPlace() const;
+  void PutBack(const Place& place);
+  // Moves the current cell and the other corner, if the observer allows it; false if it refused.
+  bool ChangeSelection(const Selection& selection);
+  // See platform::GridView.
+  void CopySelection(platform::Clipboard& clipboard);
+  // The cell under the mouse, -1 if there is none (any more).
+  CellPosition mouse_cell() const;
+  void SetMouseCell(CellPosition cell) { mouse_cell_ = cell; }
+  // The drop mark: a column that is being moved would be put before this column; -1 for no mark.
+  void SetDropColumn(int column);
+  int drop_column() const { return drop_column_; }
+  // Whether the view has the keyboard focus; the frame of the current cell shows it.
+  void SetFocused(bool focused);
+  bool focused() const { return focused_; }
+  void SetPointer(platform::MousePointer pointer);
+  platform::MousePointer pointer() const { return pointer_; }
+
+  // A view has one viewer; another one takes it over.
+  void SetViewer(SheetViewer* viewer);
+  SheetViewer* viewer() const { return viewer_; }
+  void SetObserver(platform::GridObserver* observer) { observer_ = observer; }
+  // If none is set, one that allows everything.
+  platform::GridObserver& observer() { return observer_ != nullptr ? *observer_ : nobody_; }
+  bool IsObserved() const { return observer_ != nullptr; }
+  // The copy key copies to it unless the observer copies; without one it does nothing.
+  void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }
+  platform::Clipboard* clipboard() const { return clipboard_; }
+
+  // O(runs + columns).
+  bool CheckInvariants() const;
+  // Approximate memory of the axes.
+  size_t MemoryBytes() const { return rows_.MemoryBytes() + columns_.MemoryBytes(); }
+
+ private:
+  // The scroll position of the rows: a row and an offset into it, which survive changes of heights and of hidden rows.
+  struct RowAnchor {
+    int row = 0;
+    int64_t offset_px = 0;
+  };
+
+  // SheetWatcher
+  void RowsInserted(std::span<const int64_t> rows, int count) override;
+  void RowsRemoved(int row, int count) override;
+  void RowsReplaced() override;
+  void FixedRowsChanged(int before) override;
+  void RowsChanged() override;
+  void ColumnsChanged() override;
+  void CellsChanged(const platform::CellRange& range) override;
+  void LooksChanged() override;
+  void EverythingChanged() override;
+  void NodeChanged(int row) override;
+  void SheetGone() override;
+
+  // If nothing is scrolled out of view at the top, new rows there come into view.
+  bool IsAtTop(int fixed_rows) const { return anchor_.row == fixed_rows && anchor_.offset_px == 0; }
+  // Moves the selection back into the sheet, and puts the current cell into a sheet that had no cells for it.
+  void KeepSelectionInside();
+  const ColumnAxis& columns() const;
+  bool Reports() const { return sheet_.Redraw() && viewer_ != nullptr; }
+  void DamageAll();
+  void ScrollChanged();
+
+  // The viewer hears nothing afterwards.
+  void Leave();
+
+  Sheet& sheet_;
+  bool sheet_gone_ = false;
+  RowAxis rows_;
+  mutable ColumnAxis columns_;
+  mutable bool columns_valid_ = false;
+  Size size_{960, 600};
+  int pinned_cols_ = -1;  // as the sheet says
+  RowAnchor anchor_;
+  int64_t scroll_x_ = 0;
+  Selection selection_;
+  CellPosition mouse_cell_;
+  int drop_column_ = -1;
+  bool focused_ = true;
+  platform::MousePointer pointer_ = platform::MousePointer::kDefault;
+  SheetViewer* viewer_ = nullptr;
+  platform::GridObserver nobody_;
+  platform::GridObserver* observer_ = nullptr;
+  platform::Clipboard* clipboard_ = nullptr;
+};
+
+// The scroll position and the selection of a view.
+class View::Place {
+ private:
+  friend class View;
+  RowAnchor anchor_;
+  int64_t scroll_x_ = 0;
+  Selection selection_;
+};
+
+}  // namespace stockbook::sheet
