@@ -1,0 +1,132 @@
+# SPDX-License-Identifier: MIT
+# The Debian packages, one of each component: `cpack -G DEB` in the build folder. They are built below /usr, or libraries would
+# not lie in the folder of their architecture: -DCMAKE_INSTALL_PREFIX=/usr.
+
+# A component without a file would be an error of CPack, so only those that have one are packaged.
+set(stockbook_package_library libstockbook0)
+set(stockbook_package_development libstockbook-dev)
+set(stockbook_package_designer qt6-stockbook-designer)
+set(stockbook_package_program stockbook)
+set(stockbook_package_documentation libstockbook-doc)
+get_cmake_property(stockbook_installed COMPONENTS)
+set(CPACK_COMPONENTS_ALL "")
+foreach(component library development designer program documentation)
+  if(component IN_LIST stockbook_installed)
+    list(APPEND CPACK_COMPONENTS_ALL ${component})
+  endif()
+endforeach()
+if(NOT CPACK_COMPONENTS_ALL)
+  return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME stockbook)
+set(CPACK_PACKAGE_VENDOR Stockbook)
+set(CPACK_PACKAGE_CONTACT "${STOCKBOOK_MAINTAINER}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stock journals of an inventory")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${STOCKBOOK_MAINTAINER}")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Packages of one build need each other in the same version.
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+
+set(about "Stockbook shows the stock journals of an inventory: every receipt and issue of
+a product, or of a supplier, customer or project, in date order, with the
+running quantity, amount and average price after each line, an opening row,
+and a total row for every accounting period.
+")
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${stockbook_package_library})
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "stock journals as an embeddable control - libraries
+${about}
+This package contains the shared libraries.")
+# The symbols that a program was linked with, and the loader's cache. CPack's own trigger would do; it comes with the shlibs file
+# alone, which it leaves out where a library has no version.
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${stockbook_package_development})
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev, libsqlite3-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "libstockbook-doc, qt6-stockbook-designer")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "stock journals as an embeddable control - development files
+${about}
+This package contains what a program is built with: headers, libraries, and
+the files by which CMake and pkg-config find them.")
+
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_NAME ${stockbook_package_designer})
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_ENHANCES designer-qt6)
+set(CPACK_DEBIAN_DESIGNER_DESCRIPTION "stock journals as an embeddable control - Qt Designer plugin
+${about}
+This package contains the plugin by which Qt Designer offers the control.")
+
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME ${stockbook_package_program})
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "stock journals of an inventory
+${about}
+Journals are searched, cut to ranges, plotted, printed, and exported as PDF,
+CSV or workbook. Inventories are read and never written to: files of its own,
+desktop database files, PostgreSQL servers, and databases behind ODBC drivers.")
+
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME ${stockbook_package_documentation})
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION "stock journals as an embeddable control - documentation
+${about}
+This package contains the guide, the reference and the examples.")
+
+# Libraries that are loaded by their first caller are nothing that dpkg-shlibdeps sees. The program says so where one is missing.
+set(late_libraries "")
+foreach(prefix STOCKBOOK_DESKTOP_FILES_LIBRARY STOCKBOOK_POSTGRES_LIBRARY STOCKBOOK_ODBC_LIBRARY STOCKBOOK_XLSX_WRITER
+    STOCKBOOK_ZIP STOCKBOOK_PLPLOT STOCKBOOK_CAIRO)
+  if(${prefix}_LINK_LIBRARIES)
+    list(GET ${prefix}_LINK_LIBRARIES 0 library)
+    file(REAL_PATH ${library} library)
+    execute_process(COMMAND dpkg-query -S ${library} OUTPUT_VARIABLE owner RESULT_VARIABLE unknown ERROR_QUIET)
+    if(NOT unknown AND owner MATCHES "^([^:]+):")
+      list(APPEND late_libraries ${CMAKE_MATCH_1})
+    endif()
+  endif()
+endforeach()
+if(STOCKBOOK_PLPLOT_FOUND)
+  list(APPEND late_libraries plplot-driver-cairo)
+endif()
+list(APPEND late_libraries fonts-noto-cjk qt6-translations-l10n)
+list(JOIN late_libraries ", " CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS)
+
+if("library" IN_LIST CPACK_COMPONENTS_ALL)
+  set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
+  set(CPACK_COMPONENT_DESIGNER_DEPENDS library)
+endif()
+
+# Every package says who may copy it and what has changed.
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+  set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${stockbook_package_${component}})
+  install(FILES deb/copyright DESTINATION ${folder} COMPONENT ${component})
+  if(Python3_FOUND AND STOCKBOOK_GZIP)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian.gz DESTINATION ${folder} COMPONENT ${component})
+  endif()
+endforeach()
+if(Python3_FOUND AND STOCKBOOK_GZIP)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md deb/make-changelog)
+  execute_process(COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/deb/make-changelog
+      ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE} ${STOCKBOOK_MAINTAINER}
+    OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND ${STOCKBOOK_GZIP} -9nf changelog.Debian WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+    COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
+include(CPack)
