@@ -23,7 +23,8 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME stockbook)
 set(CPACK_PACKAGE_VENDOR Stockbook)
 set(CPACK_PACKAGE_CONTACT "${STOCKBOOK_MAINTAINER}")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stock journals of an inventory")
+# The first line of each description is its summary.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
@@ -51,8 +52,11 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "stock journals as an embeddable control - libraries
 ${about}
 This package contains the shared libraries.")
-# The symbols that a program was linked with, and the loader's cache. CPack's own trigger would do; it comes with the shlibs file
-# alone, which it leaves out where a library has no version.
+# The loader's cache is renewed by a trigger. CPack would write scripts that call ldconfig, which is not done any more; it leaves
+# out those that are named here, and these are nowhere.
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/deb/triggers
+  ${CMAKE_CURRENT_BINARY_DIR}/none/postinst ${CMAKE_CURRENT_BINARY_DIR}/none/postrm)
+# By which other packages find out what they depend on. A plugin has no version, and CPack says so.
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 
@@ -107,14 +111,24 @@ endif()
 list(APPEND late_libraries fonts-noto-cjk qt6-translations-l10n)
 list(JOIN late_libraries ", " CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS)
 
+# Programs and plugins are linked with the libraries of this build, which are nowhere on the machine.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
 if("library" IN_LIST CPACK_COMPONENTS_ALL)
   set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
   set(CPACK_COMPONENT_DESIGNER_DEPENDS library)
 endif()
 
-# Every package says who may copy it and what has changed.
+# Every package says who may copy it, what has changed, and why what lintian minds is no mistake.
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
-  set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${stockbook_package_${component}})
+  set(package ${stockbook_package_${component}})
+  set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
+  configure_file(deb/lintian-overrides.in ${package}.overrides @ONLY)
+  if(component STREQUAL "library")
+    file(READ deb/libstockbook0.lintian-overrides more)
+    file(APPEND ${CMAKE_CURRENT_BINARY_DIR}/${package}.overrides "${more}")
+  endif()
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${package}.overrides DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides
+    RENAME ${package} COMPONENT ${component})
   install(FILES deb/copyright DESTINATION ${folder} COMPONENT ${component})
   if(Python3_FOUND AND STOCKBOOK_GZIP)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian.gz DESTINATION ${folder} COMPONENT ${component})
