@@ -136,6 +136,26 @@ COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _stockbook stockbook; printf '%s\\n' 
         self.assertEqual(self.complete("print", "x.db", "-o", "de"), ["deep"])
 
 
+@needs("zsh")
+class CompletionOfZsh(unittest.TestCase):
+    def options_offered(self, command):
+        """What the completion tells zsh's own function of the command's options."""
+        script = f"""_arguments() {{ print -rl -- "$@" }}; _describe() {{ }}
+words=(stockbook {command} ''); CURRENT=3; source '{PACKAGING}/completions/_stockbook'"""
+        done = run("zsh", "-fc", script)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        specs = [re.sub(r"^\([^)]*\)", "", line).lstrip("*") for line in done.stdout.splitlines()]
+        return [re.match(r"-[a-z0-9-]+", spec).group(0) for spec in specs if re.match(r"-[a-z0-9-]+\[", spec)]
+
+    def test_offers_every_option_of_every_command_and_no_other(self):
+        for command in commands():
+            self.assertEqual(sorted(self.options_offered(command)), sorted(options(command) | {"--help"}), command)
+
+    def test_offers_every_command_in_the_order_of_the_help(self):
+        said = (PACKAGING / "completions" / "_stockbook").read_text(encoding="utf-8")
+        self.assertEqual(re.findall(r"^    '(\w+):", said, re.M), commands())
+
+
 class DesktopFile(unittest.TestCase):
     def setUp(self):
         self.lines = (PACKAGING / "stockbook.desktop").read_text(encoding="utf-8").splitlines()
