@@ -3,7 +3,11 @@
 # not lie in the folder of their architecture: -DCMAKE_INSTALL_PREFIX=/usr.
 
 # A component without a file would be an error of CPack, so only those that have one are packaged.
-set(stockbook_package_library libstockbook0)
+# Libraries of two numbers can be installed beside each other, so the number is part of the name.
+if(NOT DEFINED stockbook_soversion)
+  set(stockbook_soversion ${PROJECT_VERSION_MAJOR})
+endif()
+set(stockbook_package_library libstockbook${stockbook_soversion})
 set(stockbook_package_development libstockbook-dev)
 set(stockbook_package_designer qt6-stockbook-designer)
 set(stockbook_package_program stockbook)
@@ -122,11 +126,11 @@ endif()
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   set(package ${stockbook_package_${component}})
   set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
-  configure_file(deb/lintian-overrides.in ${package}.overrides @ONLY)
+  set(overrides deb/lintian-overrides.in)
   if(component STREQUAL "library")
-    file(READ deb/libstockbook0.lintian-overrides more)
-    file(APPEND ${CMAKE_CURRENT_BINARY_DIR}/${package}.overrides "${more}")
+    set(overrides deb/library.lintian-overrides.in)
   endif()
+  configure_file(${overrides} ${package}.overrides @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${package}.overrides DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides
     RENAME ${package} COMPONENT ${component})
   install(FILES deb/copyright DESTINATION ${folder} COMPONENT ${component})
