@@ -98,10 +98,15 @@ This package contains the guide, the reference and the examples.")
 
 # Libraries that are loaded by their first caller are nothing that dpkg-shlibdeps sees. The program says so where one is missing.
 set(late_libraries "")
-foreach(prefix STOCKBOOK_DESKTOP_FILES_LIBRARY STOCKBOOK_POSTGRES_LIBRARY STOCKBOOK_ODBC_LIBRARY STOCKBOOK_XLSX_WRITER
-    STOCKBOOK_ZIP STOCKBOOK_PLPLOT STOCKBOOK_CAIRO)
-  if(${prefix}_LINK_LIBRARIES)
-    list(GET ${prefix}_LINK_LIBRARIES 0 library)
+find_package(PkgConfig QUIET)
+foreach(late "STOCKBOOK_DESKTOP_FILES_LIBRARY libmdb" "STOCKBOOK_POSTGRES_LIBRARY libpq" "STOCKBOOK_ODBC_LIBRARY odbc"
+    "STOCKBOOK_XLSX_WRITER xlsxwriter" "STOCKBOOK_ZIP libzip" "STOCKBOOK_PLPLOT plplot" "STOCKBOOK_CAIRO cairo")
+  separate_arguments(late)
+  list(POP_FRONT late prefix)
+  if(${prefix}_FOUND AND PkgConfig_FOUND)
+    # Where a library lies is known only in the folder that looked for it.
+    pkg_check_modules(STOCKBOOK_PACKAGED_${prefix} QUIET IMPORTED_TARGET ${late})
+    list(GET STOCKBOOK_PACKAGED_${prefix}_LINK_LIBRARIES 0 library)
     file(REAL_PATH ${library} library)
     execute_process(COMMAND dpkg-query -S ${library} OUTPUT_VARIABLE owner RESULT_VARIABLE unknown ERROR_QUIET)
     if(NOT unknown AND owner MATCHES "^([^:]+):")

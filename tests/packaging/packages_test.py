@@ -34,6 +34,9 @@ install(TARGETS plugin LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/qt6/plugins/d
 add_executable(stockbook_host main.cc)
 target_link_libraries(stockbook_host PRIVATE outer)
 set_target_properties(stockbook_host PROPERTIES OUTPUT_NAME stockbook)
+# A library that the program loads by itself, looked for in a folder of its own.
+file(WRITE ${CMAKE_SOURCE_DIR}/program/CMakeLists.txt "find_package(PkgConfig)\npkg_check_modules(STOCKBOOK_ZIP libzip)\n")
+add_subdirectory(program)
 add_subdirectory(@TREE@/packaging packaging)
 """
 SOURCES = {
@@ -49,6 +52,9 @@ NAMES = ("libstockbook-dev", "libstockbook1", "qt6-stockbook-designer", "stockbo
 
 def run(*arguments, **others):
     return subprocess.run([str(argument) for argument in arguments], capture_output=True, text=True, encoding="utf-8", **others)
+
+
+HAS_ZIP = bool(shutil.which("pkg-config")) and run("pkg-config", "--exists", "libzip").returncode == 0
 
 
 @unittest.skipUnless(shutil.which("dpkg-shlibdeps") and shutil.which("fakeroot"), "dpkg-dev or fakeroot is not here")
@@ -92,6 +98,10 @@ class Packages(unittest.TestCase):
             self.assertIn(f"libstockbook1 (= {VERSION}-1)", self.field(name, "Depends"))
         self.assertIn("libc6", self.field("libstockbook1", "Depends"))
         self.assertNotIn("stockbook", self.field("libstockbook1", "Depends"))
+
+    @unittest.skipUnless(HAS_ZIP, "libzip-dev is not here")
+    def test_recommend_what_the_program_loads_by_itself(self):
+        self.assertRegex(self.field("stockbook", "Recommends"), r"(^|, )libzip\d+")
 
     def test_of_libraries_tell_others_and_the_loader(self):
         self.assertEqual(run("dpkg-deb", "-I", self.packages["libstockbook1"], "triggers").stdout.strip(), "activate-noawait ldconfig")
