@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::bench {

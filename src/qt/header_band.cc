@@ -6,8 +6,8 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "qt/text.h"
-#include "qt/tool_tip.h"
+#include "qt/sheet/text.h"
+#include "qt/sheet/tool_tip.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/qt/picture.h"
 

@@ -3,7 +3,7 @@
 
 #include <exception>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::qt {
 

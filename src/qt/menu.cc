@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "qt/ticked_menu.h"
 
 namespace stockbook::qt {

@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "qt/picture_file.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::qt {

@@ -2,7 +2,7 @@
 #include "qt/signal_raiser.h"
 
 #include "qt/pin.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {

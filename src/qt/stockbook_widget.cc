@@ -11,7 +11,7 @@
 
 #include "qt/pin.h"
 #include "qt/settings_bag.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "qt/widget_parts.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/qt/grid_printer.h"

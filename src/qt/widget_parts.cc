@@ -5,7 +5,7 @@
 
 #include "control/default_pictures.h"
 #include "qt/pin.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/fonts.h"
 #include "stockbook/qt/stockbook_widget.h"
 

@@ -9,7 +9,7 @@
 
 #include "app/inventory_fixture.h"
 #include "app/zip_file.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/import/workbook_file.h"
 #include "stockbook/window/import_actions.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "qt/accessible_grid.h"
 #include "qt/application.h"
+#include "qt/sheet/accessible_grid.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "support/fake_connection.h"

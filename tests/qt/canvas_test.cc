@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/canvas.h"
+#include "qt/sheet/canvas.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "qt/application.h"
-#include "qt/pdf_file.h"
-#include "qt/text.h"
+#include "qt/sheet/pdf_file.h"
+#include "qt/sheet/text.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::qt {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/scroll_bar.h"
+#include "qt/sheet/scroll_bar.h"
 
 #include <gtest/gtest.h>
 

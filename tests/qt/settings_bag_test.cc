@@ -13,7 +13,7 @@
 
 #include "qt/application.h"
 #include "qt/picture_file.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/qt/images.h"
 #include "stockbook/qt/picture.h"

@@ -11,8 +11,8 @@
 #include <QWheelEvent>
 #include <memory>
 
-#include "qt/accessible_grid.h"
 #include "qt/application.h"
+#include "qt/sheet/accessible_grid.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -96,6 +96,22 @@ class Layers(Tree):
         self.write("CMakeLists.txt", "stockbook_room(grid DEPENDS base columns platform journal)\n")
         self.refuses("check-layers", "the edges of grid are base columns platform journal")
 
+    def test_the_folder_of_the_sheets_widget_knows_nothing_of_the_journals(self):
+        self.write("include/stockbook/control/stockbook.h", HEADER)
+        self.write("include/stockbook/qt/colour.h", HEADER)
+        self.write("include/stockbook/qt/stockbook_widget.h", HEADER + '#include "stockbook/qt/colour.h"\n'
+                   '#include "stockbook/control/stockbook.h"\n')
+        self.write("src/qt/stockbook_widget.cc", SOURCE + '#include "stockbook/qt/stockbook_widget.h"\n')
+        self.write("src/qt/sheet/colour.cc", SOURCE + '#include "stockbook/qt/colour.h"\n')
+        self.accepts("check-layers")
+        self.write("src/qt/sheet/canvas.cc", SOURCE + '#include "stockbook/control/stockbook.h"\n')
+        self.refuses("check-layers", "src/qt/sheet/canvas.cc:2: no arrow leads from qt_sheet to control")
+        self.write("src/qt/sheet/canvas.cc", SOURCE + '#include "stockbook/qt/stockbook_widget.h"\n')
+        self.refuses("check-layers", "src/qt/sheet/canvas.cc:2: no arrow leads from qt/sheet to qt/")
+        self.write("src/qt/sheet/canvas.cc", SOURCE)
+        self.write("include/stockbook/qt/colour.h", HEADER + '#include "stockbook/control/stockbook.h"\n')
+        self.refuses("check-layers", "include/stockbook/qt/colour.h:3: no arrow leads from qt_sheet to control")
+
     def test_a_library_linked_to_a_toolkit_free_room_is_refused(self):
         self.write("CMakeLists.txt", "stockbook_room(sheet DEPENDS base columns platform LINK Qt6::Gui)\n")
         self.refuses("check-layers", "sheet is toolkit-free")

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/command_line_dispatch.h"
 #include "stockbook/command/program_end.h"
 #include "stockbook/qt/fonts.h"

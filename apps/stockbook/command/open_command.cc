@@ -8,7 +8,7 @@
 #include <ostream>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/database_options.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/platform/error.h"

@@ -11,7 +11,7 @@
 #include <memory>
 #include <sstream>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/journal_export.h"
 #include "stockbook/command/output_check.h"

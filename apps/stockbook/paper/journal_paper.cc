@@ -4,7 +4,7 @@
 #include <QDateTime>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
 
 namespace stockbook::app {

@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/paper/page_setup_dialog.h"
 #include "stockbook/paper/paper_memory.h"
 #include "stockbook/paper/print_preview.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/row_sight.h"

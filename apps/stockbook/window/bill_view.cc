@@ -8,7 +8,7 @@
 #include <string>
 
 #include "base/number.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "sheet/format/cell_format.h"
 
 namespace stockbook::app {

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "sheet/geometry/scale.h"
 #include "stockbook/window/screen_fit.h"
 

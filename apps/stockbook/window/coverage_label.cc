@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/coverage_label.h"
 
-#include "qt/tool_tip.h"
+#include "qt/sheet/tool_tip.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/coverage_words.h"
 

@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QStyle>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/folding_row.h"
 #include "stockbook/window/once_shown.h"

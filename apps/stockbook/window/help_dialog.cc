@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/program_version.h"
 #include "stockbook/window/screen_fit.h"
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -4,7 +4,7 @@
 #include <QLocale>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/window/import_dialog.h"
 
 namespace stockbook::app {

@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/output_check.h"
 #include "stockbook/window/import_run.h"

@@ -9,7 +9,7 @@
 #include <QStringList>
 
 #include "base/text.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::app {
 namespace {

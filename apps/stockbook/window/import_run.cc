@@ -13,7 +13,7 @@
 #include <sstream>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/import/import_sentence.h"
 
 namespace stockbook::app {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/bar_layout.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "sheet/geometry/scale.h"
 #include "sheet/input/fit.h"
 #include "stockbook/sheet/grid_sheet.h"

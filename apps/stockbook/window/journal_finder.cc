@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/sheet/grid_sheet.h"

@@ -4,7 +4,7 @@
 #include <QSet>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {

@@ -9,7 +9,7 @@
 
 #include "journal/query_builder.h"
 #include "journal/subjects.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/platform/grid_guards.h"

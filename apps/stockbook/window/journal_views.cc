@@ -4,7 +4,7 @@
 #include <QAction>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/plot/plot_series.h"
 #include "stockbook/range/period_summary.h"
 #include "stockbook/window/host_translator.h"

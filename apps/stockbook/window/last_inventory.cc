@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::app {

@@ -4,7 +4,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::app {
 

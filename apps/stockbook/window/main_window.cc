@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/file_drop.h"

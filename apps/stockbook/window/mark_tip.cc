@@ -4,7 +4,7 @@
 #include <QHelpEvent>
 #include <QToolTip>
 
-#include "qt/tool_tip.h"
+#include "qt/sheet/tool_tip.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 
-#include "qt/tool_tip.h"
+#include "qt/sheet/tool_tip.h"
 #include "stockbook/window/bar_layout.h"
 
 namespace stockbook::app {

@@ -4,7 +4,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

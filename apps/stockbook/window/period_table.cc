@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/period_table.h"
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/window/host_translator.h"
 

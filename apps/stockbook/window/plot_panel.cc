@@ -8,7 +8,7 @@
 #include <QPrinter>
 #include <QVBoxLayout>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/host_translator.h"

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <optional>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/plot/plot_drawing.h"
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/number.h"
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/base/date.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/window/host_translator.h"

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/window/bar_layout.h"
 #include "stockbook/window/folding_row.h"
 #include "stockbook/window/host_translator.h"

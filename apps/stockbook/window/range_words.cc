@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/range_words.h"
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

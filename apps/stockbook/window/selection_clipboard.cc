@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/selection/selection_forms.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -3,7 +3,7 @@
 
 #include <QEvent>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/selection/selection_sums.h"
 #include "stockbook/sheet/grid_sheet.h"
 

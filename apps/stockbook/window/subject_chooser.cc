@@ -12,8 +12,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "qt/text.h"
-#include "qt/tool_tip.h"
+#include "qt/sheet/text.h"
+#include "qt/sheet/tool_tip.h"
 
 namespace stockbook::app {
 namespace {

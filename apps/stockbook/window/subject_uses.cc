@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::app {
 namespace {

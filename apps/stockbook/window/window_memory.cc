@@ -8,7 +8,7 @@
 #include <cmath>
 #include <map>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,7 +6,7 @@
 #include <QMessageBox>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/inventory/inventory_tables.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/window/inventory_mark.h"

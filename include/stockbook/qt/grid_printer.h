@@ -7,7 +7,7 @@
 #include <QString>
 #include <functional>
 
-#include "qt/canvas.h"
+#include "qt/sheet/canvas.h"
 #include "sheet/print/page_painter.h"
 
 namespace stockbook::qt {

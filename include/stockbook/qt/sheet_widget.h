@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
-#include "qt/accessible_news.h"
-#include "qt/canvas.h"
+#include "qt/sheet/accessible_news.h"
+#include "qt/sheet/canvas.h"
 #include "sheet/geometry/text_measure.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"

@@ -14,11 +14,11 @@
 #include <cmath>
 #include <utility>
 
-#include "qt/accessible_grid.h"
-#include "qt/input_events.h"
-#include "qt/scroll_bar.h"
-#include "qt/text.h"
-#include "qt/tool_tip.h"
+#include "qt/sheet/accessible_grid.h"
+#include "qt/sheet/input_events.h"
+#include "qt/sheet/scroll_bar.h"
+#include "qt/sheet/text.h"
+#include "qt/sheet/tool_tip.h"
 #include "sheet/input/line_step.h"
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"

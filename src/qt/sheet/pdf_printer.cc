@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "qt/pdf_canvas.h"
-#include "qt/pdf_file.h"
-#include "qt/text.h"
+#include "qt/sheet/pdf_canvas.h"
+#include "qt/sheet/pdf_file.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::qt {
 namespace {

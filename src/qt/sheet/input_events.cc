@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/input_events.h"
+#include "qt/sheet/input_events.h"
 
 #include <cmath>
 #include <utility>

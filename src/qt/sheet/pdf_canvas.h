@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "qt/pdf_file.h"
-#include "qt/pdf_font.h"
+#include "qt/sheet/pdf_file.h"
+#include "qt/sheet/pdf_font.h"
 #include "sheet/paint/canvas.h"
 #include "sheet/print/page_target.h"
 #include "stockbook/platform/picture.h"

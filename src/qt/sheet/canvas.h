@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "qt/glyph_font.h"
-#include "qt/pixel_target.h"
+#include "qt/sheet/glyph_font.h"
+#include "qt/sheet/pixel_target.h"
 #include "sheet/paint/canvas.h"
 
 namespace stockbook::qt {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "qt/accessible_cell.h"
+#include "qt/sheet/accessible_cell.h"
 
 #include <algorithm>
 
-#include "qt/accessible_grid.h"
-#include "qt/text.h"
+#include "qt/sheet/accessible_grid.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "qt/pixel_target.h"
+#include "qt/sheet/pixel_target.h"
 
 #include <QPaintEngine>
 #include <QRegion>
 
-#include "qt/rectangle.h"
+#include "qt/sheet/rectangle.h"
 
 namespace stockbook::qt {
 namespace {

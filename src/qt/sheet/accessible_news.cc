@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "qt/accessible_news.h"
+#include "qt/sheet/accessible_news.h"
 
 #include <utility>
 
-#include "qt/accessible_grid.h"
+#include "qt/sheet/accessible_grid.h"
 #include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {

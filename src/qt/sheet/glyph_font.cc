@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/glyph_font.h"
+#include "qt/sheet/glyph_font.h"
 
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "qt/characters.h"
-#include "qt/text.h"
+#include "qt/sheet/characters.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {

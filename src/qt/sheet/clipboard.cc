@@ -6,7 +6,7 @@
 #include <QMimeData>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::qt {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/pdf_font.h"
+#include "qt/sheet/pdf_font.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>
@@ -13,8 +13,8 @@
 #include <map>
 #include <utility>
 
-#include "qt/characters.h"
-#include "qt/text.h"
+#include "qt/sheet/characters.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "qt/pdf_file.h"
+#include "qt/sheet/pdf_file.h"
 #include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::qt {

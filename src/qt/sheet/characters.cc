@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/characters.h"
+#include "qt/sheet/characters.h"
 
 #include <QChar>
 #include <QList>

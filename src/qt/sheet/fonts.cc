@@ -11,7 +11,7 @@
 #include <array>
 #include <cmath>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::qt {
 namespace {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "qt/accessible_grid.h"
+#include "qt/sheet/accessible_grid.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/pdf_canvas.h"
+#include "qt/sheet/pdf_canvas.h"
 
 #include <QImage>
 #include <QPainterPath>

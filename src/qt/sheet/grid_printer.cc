@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "qt/text.h"
+#include "qt/sheet/text.h"
 
 namespace stockbook::qt {
 namespace {

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "qt/glyph_font.h"
+#include "qt/sheet/glyph_font.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/sheet/geometry/rect.h"
 

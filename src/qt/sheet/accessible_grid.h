@@ -5,7 +5,7 @@
 #include <list>
 #include <map>
 
-#include "qt/accessible_cell.h"
+#include "qt/sheet/accessible_cell.h"
 #include "sheet/access/table_access.h"
 
 namespace stockbook::qt {

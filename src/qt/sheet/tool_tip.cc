@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/tool_tip.h"
+#include "qt/sheet/tool_tip.h"
 
 #include <QFontMetrics>
 #include <QStringList>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/pdf_file.h"
+#include "qt/sheet/pdf_file.h"
 
 #include <cmath>
 #include <cstdio>

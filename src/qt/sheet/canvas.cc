@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "qt/canvas.h"
+#include "qt/sheet/canvas.h"
 
 #include <QFontMetrics>
 #include <QPaintEngine>
 #include <algorithm>
 #include <cmath>
 
-#include "qt/rectangle.h"
-#include "qt/text.h"
+#include "qt/sheet/rectangle.h"
+#include "qt/sheet/text.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/qt/picture.h"
 
