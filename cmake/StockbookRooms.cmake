@@ -49,13 +49,26 @@ endif()
 if(STOCKBOOK_HARDEN)
   # A compiler that defines _FORTIFY_SOURCE by itself minds its being defined again. Where Qt asks for -fPIC, that comes
   # later and wins.
-  target_compile_options(stockbook_switches INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -fPIE)
+  target_compile_options(stockbook_switches INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong
+                                                      $<IF:$<BOOL:$<TARGET_PROPERTY:POSITION_INDEPENDENT_CODE>>,,-fPIE>)
   target_link_options(stockbook_switches INTERFACE -pie -Wl,-z,relro,-z,now)
 endif()
 
+# stockbook_compile_together(TARGET): its sources are compiled as STOCKBOOK_JOIN and STOCKBOOK_PRECOMPILE say.
+function(stockbook_compile_together target)
+  if(STOCKBOOK_JOIN)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 10)
+  endif()
+  if(STOCKBOOK_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE <algorithm> <functional> <map> <memory> <optional> <string> <vector>
+      $<$<IN_LIST:Qt6::Widgets,$<TARGET_PROPERTY:LINK_LIBRARIES>>:<QtWidgets$<ANGLE-R>>)
+  endif()
+endfunction()
+
 # stockbook_room(NAME [FOLDER folder] [DEPENDS room...] [LINK target...] [WITHOUT folder...]): the library `stockbook_NAME` of
-# src/NAME, or of another folder of src, but for the folders that are left out, for hosts `Stockbook::NAME`. Its public headers
-# are in include/stockbook/NAME; those beside the sources are for targets of this tree, which find them by stockbook_switches.
+# src/NAME, or of another folder of src, but for the folders that are left out. Its public headers are in include/stockbook/NAME;
+# those beside the sources are for targets of this tree, which find them by stockbook_switches. Hosts link the libraries of
+# StockbookLibraries.cmake, which are put together from rooms.
 # A folder that is a library of its own shares the public headers' place with its room: each goes where its source is.
 function(stockbook_room name)
   cmake_parse_arguments(ROOM "" "FOLDER" "DEPENDS;LINK;WITHOUT" ${ARGN})
@@ -89,13 +102,20 @@ function(stockbook_room name)
   if(sources)
     add_library(stockbook_${name} STATIC ${sources})
     target_link_libraries(stockbook_${name} PRIVATE $<BUILD_INTERFACE:stockbook_switches>)
+    target_include_directories(stockbook_${name} PUBLIC ${PROJECT_BINARY_DIR}/include)
+    stockbook_compile_together(stockbook_${name})
+    # What a shared library shows is marked by STOCKBOOK_API. A function of ours is never replaced by one of the program.
+    set_target_properties(stockbook_${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+    if(STOCKBOOK_SHARED)
+      set_target_properties(stockbook_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+      target_compile_options(stockbook_${name} PRIVATE -fno-semantic-interposition)
+    endif()
     set(scope PUBLIC)
   else()
     add_library(stockbook_${name} INTERFACE)
     set(scope INTERFACE)
   endif()
   target_sources(stockbook_${name} ${scope} FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/include FILES ${headers})
-  add_library(Stockbook::${name} ALIAS stockbook_${name})
   target_compile_features(stockbook_${name} ${scope} cxx_std_20)
   target_link_libraries(stockbook_${name} ${scope} ${ROOM_LINK})
   foreach(room IN LISTS ROOM_DEPENDS)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/pattern.h"
+#include "stockbook/base/api.h"
 #include "stockbook/base/date.h"
 
 namespace stockbook::base {
@@ -27,17 +28,17 @@ struct DatePiece {
 };
 
 // True when the pattern has letters of dates and no places of digits.
-bool IsDatePattern(const std::vector<PatternPiece>& pieces, DateLetters letters);
+STOCKBOOK_API bool IsDatePattern(const std::vector<PatternPiece>& pieces, DateLetters letters);
 
 // The pieces of a date pattern. Every m is a month: which of them mean minutes is up to who shows dates with it.
-std::vector<DatePiece> DatePieces(const std::vector<PatternPiece>& pieces, DateLetters letters);
+STOCKBOOK_API std::vector<DatePiece> DatePieces(const std::vector<PatternPiece>& pieces, DateLetters letters);
 
 // Appends the digits of the piece's part: a year in 2, or in 4 from the third letter on; the others in 1, or at least 2
 // from the second letter on. Nothing for texts and half days.
-void AppendDigits(const DatePiece& piece, const DateParts& date, std::string& out);
+STOCKBOOK_API void AppendDigits(const DatePiece& piece, const DateParts& date, std::string& out);
 
 // "Jan" to "Dec", of 1 to 12.
-std::string_view MonthName(int month);
+STOCKBOOK_API std::string_view MonthName(int month);
 
 // An hour from 0 to 23 on a clock of 12 hours.
 inline int TwelveHours(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }

@@ -7,16 +7,17 @@
 #include <string_view>
 
 #include "base/decimal_text.h"
+#include "stockbook/base/api.h"
 
 namespace stockbook::base {
 
 // The number in units of 1/10,000 when it is the double of a decimal with so few decimals and at most 15 digits, as
 // prices, quantities and amounts nearly all are; such a decimal is the number's own shortest text.
-std::optional<int64_t> ShortDecimalUnits(double number);
+STOCKBOOK_API std::optional<int64_t> ShortDecimalUnits(double number);
 
 // A decimal number as its digits: 0.d1d2d3... x 10^whole, without leading or trailing zeros among the digits; no digits
 // is zero. Rounding works on the digits and never passes through a double. A plain value; operations are O(digits).
-struct Decimal {
+struct STOCKBOOK_API Decimal {
   bool negative = false;
   std::string digits;
   int whole = 0;  // how many of the digits come before the point; may be negative or beyond the last digit

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // Whether commas may group the digits before the point.
@@ -23,6 +25,6 @@ struct DecimalText {
 // digit before or after the point, and commas only between two digits of the whole part. Any number of digits is read;
 // exponents beyond +-10^10 count as 10^10. Nothing for any other text. It checks the spelling alone: what range a
 // number must keep to is the caller's rule. O(text), without allocating.
-std::optional<DecimalText> ReadDecimal(std::string_view text, Grouping grouping);
+STOCKBOOK_API std::optional<DecimalText> ReadDecimal(std::string_view text, Grouping grouping);
 
 }  // namespace stockbook::base

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -29,6 +31,6 @@ inline constexpr std::array<double, 23> kDoublePowersOfTen = {1e0,  1e1,  1e2,  
                                                               1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // The digits of a number that is not negative, with zeros in front up to `least` of them.
-std::string ZeroPadded(int64_t number, size_t least);
+STOCKBOOK_API std::string ZeroPadded(int64_t number, size_t least);
 
 }  // namespace stockbook::base

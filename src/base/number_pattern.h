@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/pattern.h"
+#include "stockbook/base/api.h"
 
 namespace stockbook::base {
 
@@ -28,6 +29,6 @@ struct NumberSection {
 };
 
 // The sections of "positive;negative;zero", at least one; a semicolon in quotes does not separate them.
-std::vector<NumberSection> NumberSections(std::vector<PatternPiece> pieces);
+STOCKBOOK_API std::vector<NumberSection> NumberSections(std::vector<PatternPiece> pieces);
 
 }  // namespace stockbook::base

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // One character of a display pattern ("#,##0.00", "yyyy年MM月") that may mean something there, or a text that stands
@@ -19,6 +21,6 @@ struct PatternPiece {
 
 // Takes a pattern apart, its quotes and backslashes resolved. A quote that is not closed reaches to the end; a
 // backslash at the very end is a sign that shows nothing.
-std::vector<PatternPiece> ReadPattern(std::string_view pattern);
+STOCKBOOK_API std::vector<PatternPiece> ReadPattern(std::string_view pattern);
 
 }  // namespace stockbook::base

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/money.h"
 
 namespace stockbook::base {
@@ -12,13 +13,13 @@ namespace stockbook::base {
 __extension__ using WideInteger = __int128;
 
 // 10^exponent, for exponents from 0 to 38.
-WideInteger WidePowerOfTen(int exponent);
+STOCKBOOK_API WideInteger WidePowerOfTen(int exponent);
 
 // numerator / denominator, rounded half to even; the denominator is positive.
-WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
+STOCKBOOK_API WideInteger DivideHalfToEven(WideInteger numerator, WideInteger denominator);
 
 // The amount of that many 1/10,000 units; throws ArithmeticError if Money cannot hold it.
-Money MoneyOfUnits(WideInteger units);
+STOCKBOOK_API Money MoneyOfUnits(WideInteger units);
 
 #endif
 

@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/columns/column.h"
 
 namespace stockbook::columns {
@@ -22,7 +23,7 @@ struct RowBlock {
 };
 
 // The rows [begin, end) in blocks: for (const RowBlock block : RowBlocks(begin, end))
-class RowBlocks {
+class STOCKBOOK_API RowBlocks {
  public:
   class Iterator {
    public:

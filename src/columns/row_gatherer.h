@@ -6,13 +6,14 @@
 #include <span>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/columns/column_chunk.h"
 
 namespace stockbook::columns {
 
 // Picks rows out of chunks that are all of one type, without making values of them: a few instructions a row. Borrows
 // the chunks.
-class RowGatherer {
+class STOCKBOOK_API RowGatherer {
  public:
   // Chunks of a column, each but the last full; `rows` in all of them.
   RowGatherer(std::span<const ColumnChunk> chunks, size_t rows);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/interaction/event_listener.h"
 
@@ -16,7 +17,7 @@ namespace stockbook::interaction {
 // add or remove listeners and call back into the control; a removed listener no longer receives the same event. An
 // exception of a listener reaches the caller after the others have received the event; of several exceptions, the
 // first. The owner keeps the events alive until the delivery is over.
-class Events {
+class STOCKBOOK_API Events {
  public:
   Events() = default;
   ~Events() { assert(!IsRaising() && "a listener destroyed the events it was hearing one of"); }

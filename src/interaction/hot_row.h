@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "grid/row_colours.h"
+#include "stockbook/base/api.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/grid_appearance.h"
 #include "stockbook/platform/grid_table.h"
@@ -15,7 +16,7 @@ namespace stockbook::interaction {
 // back: the colours of its scrolling cells for all of it, those of its frozen cells for the frozen columns. Rows that
 // were never hot are never touched. If rows are inserted or removed, the hot row is found again by the record nearest
 // to it.
-class HotRow {
+class STOCKBOOK_API HotRow {
  public:
   // Borrows its arguments; the hot colours are read when needed.
   HotRow(platform::GridTable& grid, const platform::GridView& view, const platform::GridAppearance& appearance,

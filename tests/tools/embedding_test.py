@@ -24,9 +24,9 @@ foreach(name app base control grid sheet qt base_tests journal_tests window_host
 endforeach()
 enable_testing()
 add_subdirectory(@TREE@ control)
-target_link_libraries(stockbook PRIVATE Stockbook::qt Stockbook::databases)
+target_link_libraries(stockbook PRIVATE Stockbook::Qt Stockbook::Databases)
 # Compiled alone: nothing that generates code stands before it.
-target_link_libraries(plain PRIVATE Stockbook::base)
+target_link_libraries(plain PRIVATE Stockbook::Base)
 
 function(check_names folder)
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
@@ -44,7 +44,7 @@ check_names(@TREE@)
 """
 # What the tree itself is not allowed: a lost fraction, a sign, a shadow, a variable that is not used.
 MAIN = """
-#include "base/money.h"
+#include "stockbook/base/money.h"
 int main() {
   int cents = 2.75;
   unsigned count = cents;
@@ -68,6 +68,8 @@ class Embedded(unittest.TestCase):
                               capture_output=True, text=True, encoding="utf-8")
         assert done.returncode == 0, done.stdout + done.stderr
         commands = json.loads((cls.build / "compile_commands.json").read_text(encoding="utf-8"))
+        # The libraries' sources are compiled several at a time.
+        cls.of_the_tree = next(each["command"] for each in commands if "stockbook_base.dir" in each["command"])
         cls.commands = {pathlib.Path(each["file"]).name: each["command"] for each in commands}
 
     def test_warnings_stay_those_of_the_host(self):
@@ -79,8 +81,8 @@ class Embedded(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stdout)
 
     def test_the_tree_has_its_warnings_but_they_are_no_errors(self):
-        self.assertIn("-Wconversion", self.commands["money.cc"])
-        self.assertNotIn("-Werror", self.commands["money.cc"])
+        self.assertIn("-Wconversion", self.of_the_tree)
+        self.assertNotIn("-Werror", self.of_the_tree)
 
     def test_the_build_type_is_left_to_the_host(self):
         self.assertIn("CMAKE_BUILD_TYPE:STRING=\n", (self.build / "CMakeCache.txt").read_text(encoding="utf-8"))

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // Calendar parts of a Date; month 1..12, day 1..31, hour 0..23.
@@ -21,7 +23,7 @@ struct DateParts {
 
 // A date with a time of day, to the second, in the proleptic Gregorian calendar without time zones.
 // The zero date is 1899-12-30 00:00:00, the day number 0 of desktop databases. A plain value.
-class Date {
+class STOCKBOOK_API Date {
  public:
   static constexpr int64_t kSecondsPerDay = 86400;
 

@@ -8,10 +8,12 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // A fixed-point or counted value has left its range. The message is one sentence for the user.
-class ArithmeticError : public std::overflow_error {
+class STOCKBOOK_API ArithmeticError : public std::overflow_error {
  public:
   using std::overflow_error::overflow_error;
 };
@@ -19,7 +21,7 @@ class ArithmeticError : public std::overflow_error {
 // An amount of money: a signed 64-bit count of 1/10,000 units, so four decimals are exact.
 // Adding and subtracting are exact or throw ArithmeticError; nothing wraps. Conversions from double and from longer
 // decimals round half to even. A plain value; every operation is O(1).
-class Money {
+class STOCKBOOK_API Money {
  public:
   static constexpr int kDecimals = 4;
   static constexpr int64_t kScale = 10000;

@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // A hash that nobody outside of the process can foresee, so that stored keys cannot be chosen to collide. It differs
 // from run to run: it may decide where an entry lies in a table, never an order or a result that anyone sees. Copies
 // agree, and so do all hashes of a process. O(length).
-class SeededHash {
+class STOCKBOOK_API SeededHash {
  public:
   SeededHash();
 

@@ -7,12 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::base {
 
 // A text to look for in many others, byte by byte (which finds whole characters in UTF-8). Looks at two of its least
 // common bytes at many places at once and compares only where both match; time is linear in the length searched,
 // whatever the texts. Immutable; copies are independent.
-class Substring {
+class STOCKBOOK_API Substring {
  public:
   static constexpr size_t kNone = std::string_view::npos;
 

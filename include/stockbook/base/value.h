@@ -6,6 +6,7 @@
 #include <string>
 #include <variant>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/date.h"
 #include "stockbook/base/money.h"
 
@@ -13,7 +14,7 @@ namespace stockbook::base {
 
 // One value of a database field or a grid cell: nothing (null and empty alike), or a whole number, a double, money, a
 // date or a text. Conversions never fail: a value that cannot be read as required gives the neutral value or nothing.
-class Value {
+class STOCKBOOK_API Value {
  public:
   using Variant = std::variant<std::monostate, int64_t, double, Money, Date, std::string>;
 

@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/value.h"
 #include "stockbook/columns/column_chunk.h"
 
@@ -14,7 +15,7 @@ namespace stockbook::columns {
 class TextPool;
 
 // Collects the values of one chunk and chooses the encoding at the end.
-class ChunkBuilder {
+class STOCKBOOK_API ChunkBuilder {
  public:
   void AddNull();
   void AddInteger(int64_t number) { AddCounted(ChunkType::kInteger, number); }

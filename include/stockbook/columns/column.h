@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/value.h"
 #include "stockbook/columns/column_chunk.h"
 #include "stockbook/columns/text_pool.h"
@@ -32,7 +33,7 @@ struct RawRows {
 // exactly (constant, scaled integers of half a byte or 1 to 8 bytes, doubles, codes into a pool of distinct texts), so
 // a typical journal column takes 0 to 4 bytes a row. Texts are made on request only. Reading a row is O(1);
 // out-of-range rows read as null.
-class Column {
+class STOCKBOOK_API Column {
  public:
   static constexpr size_t kChunkRows = size_t{1} << 16;
 

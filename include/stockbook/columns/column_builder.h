@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/value.h"
 #include "stockbook/columns/chunk_builder.h"
 #include "stockbook/columns/column.h"
@@ -17,7 +18,7 @@ namespace stockbook::columns {
 
 // Builds a Column value by value; any mixture of types is accepted. Appending is amortised O(1), and a text equal to
 // the one before it costs AppendText a comparison.
-class ColumnBuilder {
+class STOCKBOOK_API ColumnBuilder {
  public:
   ColumnBuilder();
   ~ColumnBuilder();

@@ -7,11 +7,13 @@
 #include <memory>
 #include <span>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::columns {
 
 // Whole numbers above a common base, each in nothing, half a byte or 1 to 8 bytes; the narrowest width that holds the
 // range is chosen.
-class PackedIntegers {
+class STOCKBOOK_API PackedIntegers {
  public:
   PackedIntegers() = default;
   explicit PackedIntegers(std::span<const int64_t> numbers);

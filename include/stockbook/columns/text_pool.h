@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/seeded_hash.h"
 #include "stockbook/base/substring.h"
 
@@ -15,7 +16,7 @@ namespace stockbook::columns {
 
 // The distinct texts of a column, each with a code from 1 on in order of first appearance; code 0 means null and
 // reads as "". Adding looks a text up by hash, O(length); texts never move once they are in.
-class TextPool {
+class STOCKBOOK_API TextPool {
  public:
   // This many bytes after the end of a text may be read, whatever they contain: copying short texts is fastest without
   // looking at their length.

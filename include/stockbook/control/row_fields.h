@@ -8,6 +8,7 @@
 
 #include "journal/inventory.h"
 #include "journal/restricted_amounts.h"
+#include "stockbook/base/api.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/base/value.h"
 #include "stockbook/platform/grid.h"
@@ -94,7 +95,7 @@ using journal::AmountTexts;
 // far; whoever the inventory tells hears of errors that are not of a cell or a statement. To be created for each use;
 // it borrows the grid and the connection. A field costs one column lookup and one cell; writing pdID takes one pass
 // over its column.
-class RowFields {
+class STOCKBOOK_API RowFields {
  public:
   RowFields(platform::Grid& grid, journal::Inventory inventory, AmountTexts amounts)
       : grid_(grid), inventory_(std::move(inventory)), amounts_(amounts) {}

@@ -19,6 +19,7 @@
 #include "journal/inventory.h"
 #include "journal/subject_keys.h"
 #include "journal/subjects.h"
+#include "stockbook/base/api.h"
 #include "stockbook/base/journal_type.h"
 #include "stockbook/base/value.h"
 #include "stockbook/control/container.h"
@@ -55,7 +56,7 @@ struct Surroundings {
 // call back into the control while it hears an event; whoever owns the control keeps it alive until the event is over.
 // What a listener throws is reported through Notify if Load, Find or a user action raised the event; for other members
 // it reaches the caller.
-class Stockbook {
+class STOCKBOOK_API Stockbook {
  public:
   explicit Stockbook(const Surroundings& surroundings);
   ~Stockbook();

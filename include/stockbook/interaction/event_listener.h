@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <string>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::interaction {
 
 // The nine events of the control, in the order of its event interface. A host derives from it and overrides the events
 // it wants. The receiver may write arguments passed by reference.
-class EventListener {
+class STOCKBOOK_API EventListener {
  public:
   virtual ~EventListener() = default;
   // Progress while loading, 0 to 100; -1 ends it.

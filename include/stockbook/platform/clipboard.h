@@ -3,10 +3,12 @@
 
 #include <string>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // The system clipboard as plain text.
-class Clipboard {
+class STOCKBOOK_API Clipboard {
  public:
   virtual ~Clipboard() = default;
   virtual void Clear() = 0;

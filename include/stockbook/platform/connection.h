@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/recordset.h"
 
 namespace stockbook::platform {
@@ -14,7 +15,7 @@ namespace stockbook::platform {
 inline constexpr int kExecuteUnspecified = -1;
 
 // While one lives, every statement of its connection reads the database as it was when the moment began.
-class Moment {
+class STOCKBOOK_API Moment {
  public:
   Moment() = default;
   Moment(const Moment&) = delete;
@@ -25,7 +26,7 @@ class Moment {
 // The host's database, opened by the host and read-only. Execute runs one statement and returns all its rows; it throws
 // Error with the database's own message when the statement fails. What the texts mean is the connection's work: it is
 // sent the desktop dialect or, where IsServerDialect holds for its ConnectionString, the server dialect.
-class Connection {
+class STOCKBOOK_API Connection {
  public:
   virtual ~Connection() = default;
   virtual std::string ConnectionString() const = 0;  // as it was opened, but never with a password in it

@@ -4,12 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/picture.h"
 
 namespace stockbook::platform {
 
 // What the control reports to its container: changed properties, and what its frame shows.
-class ControlSite {
+class STOCKBOOK_API ControlSite {
  public:
   virtual ~ControlSite() = default;
   // A saved property changed, named by its key in the property bag.

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // What failed. An error of the statement concerns what was asked (no such table, a text that is refused, a value that
@@ -13,7 +15,7 @@ enum class ErrorKind { kStatement, kBusy, kInputOutput, kDamaged, kMemory, kInte
 
 // The one error that ports throw: what was being done, and a message for the user in one sentence; the platform's own
 // code and SQLSTATE where there are any. The control turns it into its neutral results at its own edge.
-class Error : public std::runtime_error {
+class STOCKBOOK_API Error : public std::runtime_error {
  public:
   Error(std::string operation, const std::string& message, int native_code = 0, ErrorKind kind = ErrorKind::kStatement,
         std::string sql_state = {})

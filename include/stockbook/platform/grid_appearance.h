@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/platform/text_metrics.h"
 
@@ -37,7 +38,7 @@ enum class GridLineStyle : int32_t {
 enum class ScrollBarsSetting : int32_t { kNone = 0, kHorizontal = 1, kVertical = 2, kBoth = 3 };
 
 // Colours, lines, bars and the font of a grid.
-class GridAppearance {
+class STOCKBOOK_API GridAppearance {
  public:
   virtual ~GridAppearance() = default;
 

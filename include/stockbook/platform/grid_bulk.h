@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/columns/column.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/platform/picture.h"
@@ -16,7 +17,7 @@ namespace stockbook::platform {
 // inserted among them (opening, nodes, totals) do not change a record's number and are not part of a loaded column.
 // Everything here is O(1) or one pass over a column; texts of single cells set later stay on top of a loaded column
 // only until it is replaced.
-class GridBulk {
+class STOCKBOOK_API GridBulk {
  public:
   virtual ~GridBulk() = default;
 

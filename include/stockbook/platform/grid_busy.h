@@ -4,13 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 
 namespace stockbook::platform {
 
 // What a bulk operation changes of a grid while it runs: whether it redraws, the tag that names the operation, and the
 // mouse pointer.
-class GridBusy {
+class STOCKBOOK_API GridBusy {
  public:
   virtual ~GridBusy() = default;
 

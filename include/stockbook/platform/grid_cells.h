@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/value.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/platform/picture.h"
@@ -12,7 +13,7 @@
 namespace stockbook::platform {
 
 // The cells of a grid: stored text, its numeric reading, a hidden data value beside it, and what is painted in it.
-class GridCells {
+class STOCKBOOK_API GridCells {
  public:
   virtual ~GridCells() = default;
 

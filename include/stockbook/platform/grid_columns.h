@@ -5,12 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 
 namespace stockbook::platform {
 
 // The columns of a grid. Keys are found exactly, in O(1); several columns may carry the empty key.
-class GridColumns {
+class STOCKBOOK_API GridColumns {
  public:
   virtual ~GridColumns() = default;
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 
 namespace stockbook::platform {
@@ -35,7 +36,7 @@ enum class Verdict { kAllow, kRefuse };
 
 // Receives what the user does to a grid. Every call may change the grid and may remove the observer. Calls do not
 // throw.
-class GridObserver {
+class STOCKBOOK_API GridObserver {
  public:
   virtual ~GridObserver() = default;
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/picture.h"
 
 namespace stockbook::platform {
@@ -20,7 +21,7 @@ enum class OutlineBarStyle : int32_t {
 
 // The outline of a grid: its nodes (subtotal rows), how they are folded, and the looks of the tree. A node governs the
 // deeper rows that follow it. Level 0 is the top; the lines under a top node have level 1.
-class GridOutline {
+class STOCKBOOK_API GridOutline {
  public:
   virtual ~GridOutline() = default;
 

@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // The rows of a grid. A fixed row stays on top and is no data row.
-class GridRows {
+class STOCKBOOK_API GridRows {
  public:
   virtual ~GridRows() = default;
 

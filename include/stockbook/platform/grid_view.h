@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/clipboard.h"
 #include "stockbook/platform/grid_observer.h"
 
 namespace stockbook::platform {
 
 // Where the user is in the grid: current cell, selection, scroll position and mouse.
-class GridView {
+class STOCKBOOK_API GridView {
  public:
   virtual ~GridView() = default;
 

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/picture.h"
 
 namespace stockbook::platform {
@@ -10,7 +11,7 @@ namespace stockbook::platform {
 // The control's keyed pictures: "RevBill", "BuyBill", "IssBill", "SaleBill", "ShiftBill", "Bill", each with "1" for the
 // audited form; "Mtr", "Depot", "Supplier", "Customer", "Project"; "StkBk", "SuppJnl", "CustJnl", "ProjJnl"; and the
 // mark picture "Mark". An unknown key gives no picture.
-class Images {
+class STOCKBOOK_API Images {
  public:
   virtual ~Images() = default;
   virtual PictureRef Find(std::string_view key) const = 0;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // One item of a pop-up menu. Captions mark the access key by '&'; a separator has no caption.
@@ -31,7 +33,7 @@ struct MenuChoice {
 using MenuTick = std::function<bool(const MenuChoice& item)>;
 
 // Shows a pop-up menu at the mouse and waits for the choice.
-class Menu {
+class STOCKBOOK_API Menu {
  public:
   virtual ~Menu() = default;
   virtual MenuChoice PopUp(const MenuItem& menu) = 0;

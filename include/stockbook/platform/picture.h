@@ -3,10 +3,12 @@
 
 #include <memory>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // A picture that a toolkit made; the toolkit-free rooms only pass it on. Sizes are in device-independent pixels.
-class Picture {
+class STOCKBOOK_API Picture {
  public:
   virtual ~Picture() = default;
   virtual int WidthPx() const = 0;

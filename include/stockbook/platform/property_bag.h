@@ -5,6 +5,7 @@
 #include <string_view>
 #include <variant>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/picture.h"
 
 namespace stockbook::platform {
@@ -13,7 +14,7 @@ namespace stockbook::platform {
 using BagValue = std::variant<int16_t, int32_t, PictureRef>;
 
 // The host's keyed store of saved property values. Both operations may throw platform::Error.
-class PropertyBag {
+class STOCKBOOK_API PropertyBag {
  public:
   virtual ~PropertyBag() = default;
   // `fallback` where the key is absent; the result has the fallback's type.

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/base/value.h"
 #include "stockbook/columns/column.h"
 
@@ -20,7 +21,7 @@ struct Field {
 
 // The rows of one executed statement: a cursor that moves forward, and the columns as a whole. It owns its data and no
 // longer needs the connection. Moving is O(1).
-class Recordset {
+class STOCKBOOK_API Recordset {
  public:
   Recordset() = default;
   explicit Recordset(std::vector<Field> fields);

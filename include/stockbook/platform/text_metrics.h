@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::platform {
 
 // A font as the grid names it; size in points.
@@ -17,7 +19,7 @@ struct Font {
 };
 
 // Measures texts on the control's drawing surface.
-class TextMetrics {
+class STOCKBOOK_API TextMetrics {
  public:
   virtual ~TextMetrics() = default;
   // Height of one line of the text in twips (1/1440 inch).

@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <type_traits>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_appearance.h"
 #include "stockbook/platform/grid_outline.h"
 #include "stockbook/qt/colour.h"
@@ -16,7 +17,7 @@ namespace stockbook::qt {
 // The control's appearance as properties of the toolkit, with the names and in the order of the interface. All of them
 // are saved; each write raises PropertyChanged. Heights are in twips. A picture that was set reads back unchanged; one
 // that the control drew itself reads back as an image of its usual size.
-class AppearanceProperties : public JournalProperties {
+class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   Q_OBJECT
 
 // A property of the toolkit over the control's property of that name.

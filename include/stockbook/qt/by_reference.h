@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::qt {
 
 // A value that a signal passes by reference. All copies share it, so a value written by a slot reaches the sender
@@ -23,7 +25,7 @@ class ByReference {
 };
 
 // The three types that the control's events need. Scripts and the meta-object system read and write `value`.
-class BooleanReference : public ByReference<bool> {
+class STOCKBOOK_API BooleanReference : public ByReference<bool> {
   Q_GADGET
   Q_PROPERTY(bool value READ Value WRITE SetValue)
 
@@ -31,7 +33,7 @@ class BooleanReference : public ByReference<bool> {
   explicit BooleanReference(bool value = false) : ByReference(value) {}
 };
 
-class IntegerReference : public ByReference<int16_t> {
+class STOCKBOOK_API IntegerReference : public ByReference<int16_t> {
   Q_GADGET
   Q_PROPERTY(short value READ Value WRITE SetValue)
 
@@ -39,7 +41,7 @@ class IntegerReference : public ByReference<int16_t> {
   explicit IntegerReference(int16_t value = 0) : ByReference(value) {}
 };
 
-class SingleReference : public ByReference<float> {
+class STOCKBOOK_API SingleReference : public ByReference<float> {
   Q_GADGET
   Q_PROPERTY(float value READ Value WRITE SetValue)
 

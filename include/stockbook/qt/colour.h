@@ -3,18 +3,19 @@
 
 #include <QColor>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 
 namespace stockbook::qt {
 
 // Converts between the toolkit's colours and 0x00BBGGRR, which the control uses. Colours are opaque.
-QColor ToQColor(platform::Colour colour);
-platform::Colour FromQColor(const QColor& colour);
+STOCKBOOK_API QColor ToQColor(platform::Colour colour);
+STOCKBOOK_API platform::Colour FromQColor(const QColor& colour);
 
 // Halfway to the other colour, which shows that something is disabled.
-QColor Dimmed(const QColor& colour, const QColor& toward);
+STOCKBOOK_API QColor Dimmed(const QColor& colour, const QColor& toward);
 
 // Whether light text is easier to read on it than dark text.
-bool IsDark(const QColor& colour);
+STOCKBOOK_API bool IsDark(const QColor& colour);
 
 }  // namespace stockbook::qt

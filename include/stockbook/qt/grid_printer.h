@@ -9,6 +9,7 @@
 
 #include "qt/sheet/canvas.h"
 #include "sheet/print/page_painter.h"
+#include "stockbook/base/api.h"
 
 namespace stockbook::qt {
 
@@ -21,7 +22,7 @@ struct Paper {
 // Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. See
 // sheet::PagePainter for what is on a page. For a PDF of many pages PdfPrinter is faster. A GridPrinter is valid until
 // the sheet changes.
-class GridPrinter {
+class STOCKBOOK_API GridPrinter {
  public:
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading);
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup);
@@ -45,14 +46,14 @@ using PageProgress = std::function<bool(int done, int all)>;
 
 // Prints pages [first, last) to a printer or a PDF, starting on its current page. Returns false as soon as the device
 // accepts no more or `progress` wants no more; the pages before that stay printed.
-bool PrintPages(GridPrinter& printer, QPainter& painter, QPagedPaintDevice& device, sheet::Span pages,
-                const PageProgress& progress = {});
+STOCKBOOK_API bool PrintPages(GridPrinter& printer, QPainter& painter, QPagedPaintDevice& device, sheet::Span pages,
+                              const PageProgress& progress = {});
 
 // The paper of a device, within its margins.
-Paper PaperOf(const QPagedPaintDevice& device);
+STOCKBOOK_API Paper PaperOf(const QPagedPaintDevice& device);
 
 // Prints all pages to a printer or a PDF, starting on its current page. Returns false as soon as the device accepts no
 // more; the pages before that stay printed.
-bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device);
+STOCKBOOK_API bool PrintSheet(sheet::Sheet& sheet, const QString& heading, QPagedPaintDevice& device);
 
 }  // namespace stockbook::qt

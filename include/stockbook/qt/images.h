@@ -4,12 +4,13 @@
 #include <map>
 #include <string>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/images.h"
 
 namespace stockbook::qt {
 
 // The control's own icons (qt/icons.h) by key, 16 logical pixels square; the mark has 6.
-class QtImages : public platform::Images {
+class STOCKBOOK_API QtImages : public platform::Images {
  public:
   QtImages();
   platform::PictureRef Find(std::string_view key) const override;

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "stockbook/base/api.h"
 #include "stockbook/control/stockbook.h"
 
 namespace stockbook::qt {
@@ -13,7 +14,7 @@ namespace stockbook::qt {
 // its interface. 16-bit numbers are int here. No setter throws, because exceptions must not pass through the toolkit:
 // if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value), the old value stays
 // and Notify reports the error. Call control() to get the exception itself.
-class JournalProperties : public QWidget {
+class STOCKBOOK_API JournalProperties : public QWidget {
   Q_OBJECT
   Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType)
   Q_PROPERTY(QString FmtName READ FmtName)

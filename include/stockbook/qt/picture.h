@@ -9,13 +9,14 @@
 #include <functional>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/picture.h"
 
 namespace stockbook::qt {
 
 // A picture drawn by the toolkit. It is redrawn for every requested size, so it is sharp at every scale; the last few
 // sizes are kept.
-class QtPicture : public platform::Picture {
+class STOCKBOOK_API QtPicture : public platform::Picture {
  public:
   // Draws the picture into a rectangle of the size at (0, 0), in device pixels.
   using Painting = std::function<void(QPainter& painter, QSizeF size)>;
@@ -44,13 +45,13 @@ class QtPicture : public platform::Picture {
 
 // Pictures given by a host: a pixmap, whose device pixel ratio is respected, or an icon with a logical size. An empty
 // one gives no picture.
-platform::PictureRef MakePicture(const QPixmap& pixmap);
-platform::PictureRef MakePicture(const QIcon& icon, QSize size);
+STOCKBOOK_API platform::PictureRef MakePicture(const QPixmap& pixmap);
+STOCKBOOK_API platform::PictureRef MakePicture(const QIcon& icon, QSize size);
 
 // The picture at a size in device pixels; a null image for pictures of another toolkit.
-QImage ImageOf(const platform::Picture& picture, QSize device_size);
+STOCKBOOK_API QImage ImageOf(const platform::Picture& picture, QSize device_size);
 
 // The picture as a pixmap for the host; a null pixmap for no picture and for pictures of another toolkit.
-QPixmap PixmapOf(const platform::PictureRef& picture);
+STOCKBOOK_API QPixmap PixmapOf(const platform::PictureRef& picture);
 
 }  // namespace stockbook::qt

@@ -15,6 +15,7 @@
 #include "sheet/input/mouse.h"
 #include "sheet/view/bar_scale.h"
 #include "sheet/view/pixel_moves.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/sheet/view/view.h"
 #include "stockbook/sheet/view/viewer.h"
@@ -25,7 +26,7 @@ namespace stockbook::qt {
 // mouse and wheel. While the sheet's redraw is off, the last frame stays. If the view or its sheet goes first, the
 // widget shows a sheet of its own without rows and columns from then on; only inside of an event that the widget has
 // passed on to them they must stay.
-class SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
+class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::SheetViewer, private sheet::TextMeasure {
   Q_OBJECT
 
  public:

@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "stockbook/base/api.h"
 #include "stockbook/control/stockbook.h"
 #include "stockbook/qt/appearance_properties.h"
 #include "stockbook/qt/by_reference.h"
@@ -29,7 +30,7 @@ class WidgetParts;
 // has no logic of its own for either. Everything runs on the user-interface thread. Load does not return to the event
 // loop, so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
 // function of the widget, and may delete it.
-class StockbookWidget : public AppearanceProperties {
+class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   Q_OBJECT
   // Plain flags for the host's use.
   Q_PROPERTY(bool AllowView READ AllowView WRITE SetAllowView)

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::qt {
 
 // Measures in whole logical pixels of 15 twips, so that a row that fits one line fits it at every scale.
-class QtTextMetrics : public platform::TextMetrics {
+class STOCKBOOK_API QtTextMetrics : public platform::TextMetrics {
  public:
   double TextHeightTwips(std::string_view text, const platform::Font& font) const override;
   double TwipsPerPixelY() const override;

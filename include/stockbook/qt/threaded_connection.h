@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "qt/beside.h"
+#include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
 
 namespace stockbook::qt {
@@ -13,7 +14,7 @@ namespace stockbook::qt {
 // Another connection whose statements run beside the interface: the windows go on painting, and the statement can be
 // cancelled. To its user, a control say, it is that connection; it costs two changes of threads a statement. What the
 // other connection does, its end included, it does on one thread, that of `beside`.
-class ThreadedConnection : public platform::Connection {
+class STOCKBOOK_API ThreadedConnection : public platform::Connection {
  public:
   // From now on nobody else uses `other`.
   ThreadedConnection(std::shared_ptr<platform::Connection> other, std::shared_ptr<Beside> beside);

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid.h"
 #include "stockbook/sheet/contents/sheet.h"
 #include "stockbook/sheet/view/view.h"
@@ -13,7 +14,7 @@ namespace stockbook::sheet {
 
 // A sheet with its own view, which together make up a whole grid. A widget shows the view, gives it its size and scale
 // and forwards input to it.
-class GridSheet final : public Sheet, public platform::Grid {
+class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
  public:
   View& view() { return view_; }
   const View& view() const { return view_; }

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "sheet/access/table_access.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::qt {
@@ -14,7 +15,7 @@ class SheetWidget;
 // Reports changes in a SheetWidget to screen readers: of the current cell, the selection, a node opened or closed, rows
 // or columns. It compares with what it reported last, so it may be called at any time; without a screen reader it does
 // nothing and costs nothing.
-class AccessibleNews : private QAccessible::ActivationObserver {
+class STOCKBOOK_API AccessibleNews : private QAccessible::ActivationObserver {
  public:
   // `hand_over` receives every event.
   AccessibleNews(SheetWidget& view, QAccessible::UpdateHandler hand_over);

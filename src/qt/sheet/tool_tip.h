@@ -3,10 +3,12 @@
 
 #include <QString>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::qt {
 
 // The rich text that makes a tooltip show the text literally, whatever markup it contains. Line breaks are kept; only
 // lines too wide for a tooltip are wrapped.
-QString PlainToolTip(const QString& text);
+STOCKBOOK_API QString PlainToolTip(const QString& text);
 
 }  // namespace stockbook::qt

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
 #include "stockbook/sheet/selection/selection.h"
 
@@ -28,7 +29,7 @@ struct IndexSpan {
 // nor hidden, both counted from 0, with a caption for each column. Hidden and folded rows are not included, so an index
 // is valid until the next change of the sheet, whereas the sheet's own row and column numbers survive folding. It has
 // no state; queries are O(log runs) or O(columns), whatever the number of rows.
-class TableAccess {
+class STOCKBOOK_API TableAccess {
  public:
   explicit TableAccess(View& view);
 

@@ -5,6 +5,7 @@
 
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/row_axis.h"
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/sheet/geometry/rect.h"
 
@@ -37,7 +38,7 @@ struct Span {
 // The positions of all cells in a view, used for painting, hit-testing and scrolling alike. Pixels are device pixels of
 // the view; ranges are half-open; positions are 64-bit. It borrows the axes and is a cheap value: make a new one after
 // any change. Queries about rows are O(log runs), about columns O(log columns).
-class Geometry {
+class STOCKBOOK_API Geometry {
  public:
   Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
 

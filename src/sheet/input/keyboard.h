@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "sheet/input/events.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/selection/selection.h"
 
 namespace stockbook::sheet {
@@ -13,7 +14,7 @@ class View;
 
 // What the keys do: move the current cell over shown cells, extend the selection with Shift, open and close nodes,
 // copy, and stand for the mouse on the current cell. The cell moved to is brought into view.
-class Keyboard {
+class STOCKBOOK_API Keyboard {
  public:
   explicit Keyboard(View& view);
 

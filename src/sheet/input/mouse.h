@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "sheet/input/events.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
 #include "stockbook/sheet/selection/selection.h"
 #include "stockbook/sheet/view/viewer.h"
@@ -16,7 +17,7 @@ class View;
 // What the mouse does: select by pressing and dragging (rows from the fixed columns, columns from the captions, all
 // from the corner), open and close nodes, resize columns and rows at their edges, move columns by their captions. The
 // sheet does its part first, then its observer hears of the event.
-class Mouse {
+class STOCKBOOK_API Mouse {
  public:
   explicit Mouse(View& view);
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "sheet/geometry/text_measure.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
@@ -11,7 +12,7 @@ namespace stockbook::sheet {
 class View;
 
 // The tooltip for the cell at a point of the view.
-struct CellTip {
+struct STOCKBOOK_API CellTip {
   std::string text;  // the whole displayed text; empty if none of it is cut off
   Rect cell;         // the visible part of the cell; the tooltip is valid while the mouse is in it
 

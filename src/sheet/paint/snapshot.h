@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/text_metrics.h"
 #include "stockbook/sheet/geometry/rect.h"
 #include "stockbook/sheet/store/appearance.h"
@@ -63,7 +64,7 @@ struct SnapshotPane {
 
 // Everything that an area of a view shows: all that painting needs, copied at one moment and independent of the sheet
 // afterwards. Costs O(visible cells), whatever the number of rows.
-class Snapshot {
+class STOCKBOOK_API Snapshot {
  public:
   // `area` is in device pixels of the view.
   static Snapshot Of(const View& view, const Rect& area);

@@ -8,6 +8,7 @@
 #include "sheet/print/page_plan.h"
 #include "sheet/print/page_target.h"
 #include "sheet/print/paper_layout.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
@@ -22,7 +23,7 @@ struct PageBookmark {
 // is carried to the next page, and the page's number. Folded periods and hidden columns are left out, and the selection
 // is not shown. A dark sheet is painted in light colours. Views of the sheet are not affected. Valid until the sheet
 // changes; a page costs what it shows.
-class PagePainter {
+class STOCKBOOK_API PagePainter {
  public:
   // `paper` is the room on a page within its margins, in pixels of 1/96 inch.
   PagePainter(Sheet& sheet, PageRoom paper, PageWords words, PageSetup setup = {});

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sheet/geometry/geometry.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {
@@ -20,7 +21,7 @@ struct PixelMove {
 };
 
 // What a window that keeps its pixels does when its view has scrolled.
-class PixelMoves {
+class STOCKBOOK_API PixelMoves {
  public:
   // The steps, to be done in their order, from what was in the window at the last call to what is to be there now.
   std::vector<PixelMove> Follow(const View& view);

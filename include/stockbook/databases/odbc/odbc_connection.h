@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
@@ -13,6 +14,6 @@ namespace stockbook::databases {
 // "SQL", which the names of many drivers do. A moment is a transaction, where the driver has them; when its connection
 // breaks, what is left of the moment fails, and the next statement after it connects again. Throws platform::Error when
 // it cannot connect.
-std::unique_ptr<platform::Connection> OpenOdbc(std::string_view connection_string);
+STOCKBOOK_API std::unique_ptr<platform::Connection> OpenOdbc(std::string_view connection_string);
 
 }  // namespace stockbook::databases

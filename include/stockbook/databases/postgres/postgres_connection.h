@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
@@ -13,6 +14,6 @@ namespace stockbook::databases {
 // "SQL". Read only, one SELECT per call, on one thread; Cancel alone may come from another. A moment is a transaction
 // of repeatable reads, which holds off no writer. A connection that was lost between two moments is made again. Throws
 // platform::Error when the server cannot be reached or refuses.
-std::unique_ptr<platform::Connection> OpenPostgres(std::string_view connection_string);
+STOCKBOOK_API std::unique_ptr<platform::Connection> OpenPostgres(std::string_view connection_string);
 
 }  // namespace stockbook::databases

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
@@ -13,9 +14,9 @@ namespace stockbook::databases {
 // Opens the database that a connection string names by its Provider: Stockbook.Embedded (the default), and
 // Stockbook.Desktop, Postgres and Odbc where their libraries were at hand when this was built. Throws platform::Error
 // with one sentence for the user when it cannot be opened, or says what the build lacks.
-std::unique_ptr<platform::Connection> OpenConnection(std::string_view connection_string);
+STOCKBOOK_API std::unique_ptr<platform::Connection> OpenConnection(std::string_view connection_string);
 
 // The providers that this build can open, as they are written in a connection string.
-std::vector<std::string> BuiltProviders();
+STOCKBOOK_API std::vector<std::string> BuiltProviders();
 
 }  // namespace stockbook::databases

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
 
 namespace stockbook::databases {
@@ -13,6 +14,6 @@ namespace stockbook::databases {
 // statements of one moment may take together (60; 0 is without end), Tables=A,B what may be read beside the tables of a
 // journal, Threads=N on how many threads long results are read (1 to 16). Throws platform::Error when the text is no
 // connection string of an embedded database or the file cannot be opened.
-std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string);
+STOCKBOOK_API std::unique_ptr<platform::Connection> OpenEmbedded(std::string_view connection_string);
 
 }  // namespace stockbook::databases

@@ -11,6 +11,7 @@
 #include "sheet/outline/outline.h"
 #include "sheet/outline/row_states.h"
 #include "sheet/store/store.h"
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_appearance.h"
 #include "stockbook/platform/grid_outline.h"
 #include "stockbook/platform/grid_table.h"
@@ -23,9 +24,9 @@ namespace stockbook::sheet {
 // selection: these belong to its views (see View), of which it may have any number. While redraw is off, the views
 // report nothing. Cell and row operations are O(log runs); a load costs O(columns), not O(rows). Its functions are
 // final so that the engine's own calls are direct.
-class Sheet : public virtual platform::GridTable,
-              public virtual platform::GridOutline,
-              public virtual platform::GridAppearance {
+class STOCKBOOK_API Sheet : public virtual platform::GridTable,
+                            public virtual platform::GridOutline,
+                            public virtual platform::GridAppearance {
  public:
   Sheet();
   // Its views let go of it; see View.

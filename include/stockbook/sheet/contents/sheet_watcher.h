@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <span>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 
 namespace stockbook::sheet {
 
 // Is notified of changes of a sheet: what a view needs to keep its place and to be repainted.
-class SheetWatcher {
+class STOCKBOOK_API SheetWatcher {
  public:
   virtual ~SheetWatcher() = default;
 

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/platform/picture.h"
 
@@ -27,7 +28,7 @@ struct CellStyle {
 
 // The distinct cell styles of a sheet, each with a code that stays valid. Code 0 is the empty style. Interning a style
 // takes one hash lookup.
-class CellStyles {
+class STOCKBOOK_API CellStyles {
  public:
   CellStyles() : styles_(1) {}
 

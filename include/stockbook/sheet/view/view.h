@@ -7,6 +7,7 @@
 #include "sheet/geometry/column_axis.h"
 #include "sheet/geometry/geometry.h"
 #include "sheet/geometry/row_axis.h"
+#include "stockbook/base/api.h"
 #include "stockbook/platform/clipboard.h"
 #include "stockbook/platform/grid_observer.h"
 #include "stockbook/sheet/contents/sheet.h"
@@ -20,7 +21,7 @@ namespace stockbook::sheet {
 // several views. Each keeps its place when rows and columns are inserted or removed, and tells its viewer what has to
 // be repainted. Input changes the sheet through a view. It borrows the sheet; making one costs O(runs + columns). If
 // the sheet goes first, the viewer is told, and all that is left to do with the view is to destroy it.
-class View final : private SheetWatcher {
+class STOCKBOOK_API View final : private SheetWatcher {
  public:
   explicit View(Sheet& sheet);
   // A view at the same place in the same sheet, with another size and scale, and without viewer and observer.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sheet/geometry/text_measure.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
@@ -9,7 +10,7 @@ namespace stockbook::sheet {
 enum class Cursor { kDefault, kColumnResize, kRowResize, kBusy };
 
 // Notifies the toolkit's widget of changes.
-class SheetViewer {
+class STOCKBOOK_API SheetViewer {
  public:
   virtual ~SheetViewer() = default;
   // These device pixels of the view must be repainted; never called while redraw is off.
