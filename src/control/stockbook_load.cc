@@ -9,6 +9,7 @@
 #include "journal/infinite_quantities.h"
 #include "journal/inventory.h"
 #include "journal/journal_rows.h"
+#include "journal/needed_fields.h"
 #include "journal/query_builder.h"
 #include "journal/restricted_amounts.h"
 #include "journal/running_values.h"
@@ -85,6 +86,7 @@ class Stockbook::JournalLoad {
     Process(0);
     const std::string statement = BuildStatement();
     platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
+    AddProblem(journal::CheckNeededFields(rows, type(), {control_.AllowQty2(), control_.AllowInv()}));
     control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
     Process(30);
     rows_are_raw_ = !rows.AtEnd();

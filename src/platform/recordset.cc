@@ -18,6 +18,10 @@ void Recordset::Close() {
   row_ = 0;
 }
 
+bool Recordset::HasField(std::string_view name) const {
+  return std::any_of(fields_.begin(), fields_.end(), [&](const Field& field) { return field.name == name; });
+}
+
 base::Value Recordset::FieldValue(size_t index) const {
   // A field may end before the others; then its record is missing, and not null.
   if (AtEnd() || index >= fields_.size() || row_ >= fields_[index].column.size())

@@ -34,6 +34,13 @@ TEST(Recordset, ReadsTheCurrentRecordByNameWhateverItsCase) {
   EXPECT_TRUE(rows.AtEnd());
 }
 
+TEST(Recordset, HasTheFieldsOfExactlyTheirNames) {
+  const Recordset rows = TwoRows();
+  EXPECT_TRUE(rows.HasField("Year"));
+  EXPECT_FALSE(rows.HasField("YEAR"));
+  EXPECT_FALSE(Recordset().HasField(""));
+}
+
 TEST(Recordset, SaysWhichFieldItDoesNotHaveAndWhatToDo) {
   const Recordset rows = TwoRows();
   try {

@@ -32,6 +32,8 @@ class STOCKBOOK_API Recordset {
   size_t RecordCount() const { return rows_; }
 
   size_t FieldCount() const { return fields_.size(); }
+  // Whether there is a field of exactly this name.
+  bool HasField(std::string_view name) const;
   // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current
   // record throws Error.
   base::Value FieldValue(std::string_view name) const;
