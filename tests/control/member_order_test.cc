@@ -9,7 +9,7 @@ namespace stockbook::control {
 namespace {
 
 std::string ReadSource(const std::string& path) {
-  std::ifstream file(std::string(STOCKBOOK_SOURCE_DIR) + "/src/" + path, std::ios::binary);
+  std::ifstream file(std::string(STOCKBOOK_SOURCE_DIR) + "/include/stockbook/" + path, std::ios::binary);
   std::stringstream text;
   text << file.rdbuf();
   return text.str();
@@ -27,7 +27,7 @@ void ExpectInOrder(const std::string& source, const std::string& begin, const st
 }
 
 TEST(MemberOrder, OfThePublicInterfaceIsFixed) {
-  ExpectInOrder(ReadSource("control/stockbook.h"), "class Stockbook {",
+  ExpectInOrder(ReadSource("control/stockbook.h"), "class STOCKBOOK_API Stockbook {",
                 {"Conn",
                  "SetConn",
                  "SetJournalType",
@@ -198,7 +198,7 @@ TEST(MemberOrder, OfThePublicInterfaceIsFixed) {
 }
 
 TEST(MemberOrder, OfTheEventsIsFixed) {
-  ExpectInOrder(ReadSource("interaction/events.h"), "class EventListener",
+  ExpectInOrder(ReadSource("interaction/event_listener.h"), "class STOCKBOOK_API EventListener",
                 {"Process", "AfterLoaded", "AfterFormatted", "CommandExecute", "Notify", "AfterRowChanged",
                  "AfterRangeSelected", "MouseUp", "FindMsg"});
 }
