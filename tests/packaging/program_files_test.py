@@ -15,7 +15,7 @@ import xml.etree.ElementTree as xml
 
 TREE = pathlib.Path(__file__).resolve().parent.parent.parent
 PACKAGING = TREE / "packaging"
-PROGRAM, BUILD = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]) / "packaging"
+PROGRAM, BUILD = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve() / "packaging"
 OPTION = re.compile(r"(?<![\w-])-(?:-[a-z][a-z0-9-]*|[a-z](?![\w-]))")
 TYPE = "application/vnd.stockbook.inventory"
 
