@@ -1,60 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <span>
-#include <string>
-#include <string_view>
+#include "databases/inventory/inventory_schema.h"
 
 namespace stockbook::app {
 
-// A column as it is created. Dates are ISO text and money is exact decimal text; their declared types say so but have
-// text affinity, so that money is never converted to a double.
-struct InventoryColumn {
-  std::string_view name;
-  std::string_view type;
-};
-
-struct InventoryTable {
-  std::string_view name;
-  std::span<const InventoryColumn> columns;
-};
-
-// The tables of an inventory in an embedded database, in the order that InventoryTableOf indexes.
-enum class TableName {
-  ReceiptBills,
-  IssueBills,
-  ReceiptLines,
-  IssueLines,
-  Depots,
-  Suppliers,
-  Customers,
-  Projects,
-  Products,
-  ProductClasses,
-  SupplierClasses,
-  CustomerClasses,
-  ProjectClasses,
-  Periods,
-  DepotBalances,
-  SupplierBalances,
-  CustomerBalances,
-  ProjectBalances,
-};
-inline constexpr size_t kTableCount = static_cast<size_t>(TableName::ProjectBalances) + 1;
-
-const InventoryTable& InventoryTableOf(TableName name);
-
-// CREATE TABLE and the INSERT with one parameter per column, in the columns' order.
-std::string CreateStatement(const InventoryTable& table);
-std::string InsertStatement(const InventoryTable& table);
-
-// An index for the columns that journals, balances and header look-ups select by.
-struct InventoryIndex {
-  TableName table;
-  std::string_view suffix;   // of its name, behind the table's
-  std::string_view columns;  // with a comma and a blank between them
-};
-std::span<const InventoryIndex> InventoryIndexes();
-std::string CreateStatement(const InventoryIndex& index);
+// The tables of an inventory, which the host writes, imports, copies and examines.
+using databases::CreateStatement;
+using databases::InsertStatement;
+using databases::InventoryColumn;
+using databases::InventoryIndex;
+using databases::InventoryIndexes;
+using databases::InventoryTable;
+using databases::InventoryTableOf;
+using databases::kTableCount;
+using databases::TableName;
 
 }  // namespace stockbook::app
