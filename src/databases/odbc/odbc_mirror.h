@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "databases/dialect/statement_needs.h"
 #include "databases/odbc/odbc_catalog.h"
 #include "databases/odbc/odbc_session.h"
 #include "databases/odbc/odbc_settings.h"
-#include "databases/odbc/statement_needs.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "databases/sqlite/memory_database.h"
 

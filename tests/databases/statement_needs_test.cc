@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "databases/odbc/statement_needs.h"
+#include "databases/dialect/statement_needs.h"
 
 #include <gtest/gtest.h>
 
