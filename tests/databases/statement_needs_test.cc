@@ -22,6 +22,7 @@ std::string NeedsText(const std::string& statement, Dialect dialect = Dialect::k
         text.append(&number == &condition.numbers.front() ? "" : ",").append(number);
       text += "]";
     }
+    for (const TextLimit& limit : needs.limits) text += "[" + limit.column + "<=" + limit.text + "]";
   }
   return text;
 }
@@ -34,7 +35,7 @@ TEST(StatementNeeds, TakesWholeNumbersThatAColumnOfOneTableMustBe) {
 TEST(StatementNeeds, TakesNothingThatIsNotCertain) {
   EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b=5 OR c=1"), "t");
   EXPECT_EQ(NeedsText("SELECT a FROM t WHERE NOT b=5"), "t");
-  EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b<>5 AND c>1 AND d='5' AND e=1.5 AND f NOT IN (1)"), "t");
+  EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b<>5 AND c>1 AND d<>'5' AND e=1.5 AND f NOT IN (1)"), "t");
   EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b IN (1,c)"), "t");
   EXPECT_EQ(NeedsText("SELECT t.a FROM t INNER JOIN u ON t.k=u.k WHERE b=5"), "t u") << "whose b it is, is not known";
   EXPECT_EQ(NeedsText("SELECT t.a FROM t INNER JOIN u ON t.k=u.k AND u.b=5"), "t u");
@@ -42,6 +43,26 @@ TEST(StatementNeeds, TakesNothingThatIsNotCertain) {
   EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b=5 UNION SELECT a FROM T"), "t");
   EXPECT_EQ(NeedsText("SELECT x.a FROM (SELECT a FROM t) AS x WHERE x.a=5"), "t");
   EXPECT_EQ(NeedsText("SELECT a FROM t WHERE EXISTS (SELECT 1 FROM u WHERE u.b=t.b AND t.c=5)"), "t u");
+}
+
+TEST(StatementNeeds, TakesTextsThatAColumnMayNotExceed) {
+  EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b<='x' AND 'y'=c AND d<'z' AND 'z'<=e"), "t[b<=x][c<=y]");
+  EXPECT_EQ(NeedsText("SELECT a FROM t AS x INNER JOIN u AS y ON x.k=y.k WHERE y.b<='x' AND c='z'"), "t u[b<=x]");
+  EXPECT_EQ(NeedsText("SELECT a FROM t WHERE b='x' UNION SELECT a FROM t WHERE b='y'"), "t");
+}
+
+TEST(StatementNeeds, KnowsWhichRowsCountTogetherAlone) {
+  const auto joins = [](const std::string& statement) {
+    const Query query = ParseStatement(statement, Dialect::kDesktop);
+    return StatementNeeds(query).JoinsRows("T", "U", "K");
+  };
+  EXPECT_TRUE(joins("SELECT * FROM t INNER JOIN u ON t.k=u.k"));
+  EXPECT_TRUE(joins("SELECT * FROM (u AS y INNER JOIN t AS x ON x.k=y.k AND x.a=1) LEFT JOIN v ON x.b=v.b"));
+  EXPECT_FALSE(joins("SELECT * FROM t LEFT JOIN u ON t.k=u.k"));
+  EXPECT_FALSE(joins("SELECT * FROM t INNER JOIN u ON t.k=u.k OR t.a=1"));
+  EXPECT_FALSE(joins("SELECT * FROM t INNER JOIN u ON t.a=u.a"));
+  EXPECT_FALSE(joins("SELECT * FROM t, u WHERE t.k=u.k")) << "not looked for";
+  EXPECT_FALSE(joins("SELECT * FROM t INNER JOIN u ON t.k=u.k UNION SELECT * FROM t INNER JOIN v ON t.k=v.k"));
 }
 
 TEST(StatementNeeds, NamesColumnsWhereverTheyStand) {
@@ -63,7 +84,8 @@ TEST(StatementNeeds, KnowsWhoseColumnsAStarMeans) {
 
 TEST(StatementNeeds, OfAJournalAreTheLinesOfItsProduct) {
   EXPECT_EQ(NeedsText(testing::MaterialJournal(Dialect::kDesktop, "35)", "2005-12")),
-            "入库记录[pdID=35] 入库目录 仓库设置 厂商资料 项目设置 出库记录[pdID=35] 出库目录 客户资料");
+            "入库记录[pdID=35] 入库目录[AccPeriod<=2005-12] 仓库设置 厂商资料 项目设置 出库记录[pdID=35] "
+            "出库目录[AccPeriod<=2005-12] 客户资料");
 }
 
 }  // namespace

@@ -45,7 +45,28 @@ std::optional<ReadCondition> ConditionOf(const Expr& expr) {
   return condition.numbers.empty() ? std::nullopt : std::optional(condition);
 }
 
+// `column <= text`, or `column = text` either way round.
+std::optional<TextLimit> LimitOf(const Expr& expr, const Expr*& column) {
+  if (expr.kind != ExprKind::kBinary || (expr.text != "=" && expr.text != "<=")) return std::nullopt;
+  const bool turned = expr.text == "=" && expr.operands[1]->kind == ExprKind::kColumn;
+  column = expr.operands[turned ? 1 : 0].get();
+  const Expr& text = *expr.operands[turned ? 0 : 1];
+  if (column->kind != ExprKind::kColumn || text.kind != ExprKind::kText) return std::nullopt;
+  return TextLimit{column->text, text.text};
+}
+
 const std::string& CalledName(const TableRef& ref) { return ref.alias.empty() ? ref.name : ref.alias; }
+
+// The one table that a column may belong to, or nullptr.
+const TableRef* OwnerOf(const Expr& column, const std::vector<const TableRef*>& named) {
+  const TableRef* owner = nullptr;
+  for (const TableRef* ref : named) {
+    if (!column.qualifier.empty() && !base::EqualsIgnoringCase(CalledName(*ref), column.qualifier)) continue;
+    if (owner != nullptr) return nullptr;
+    owner = ref;
+  }
+  return owner == nullptr || owner->query != nullptr ? nullptr : owner;
+}
 
 }  // namespace
 
@@ -53,8 +74,30 @@ StatementNeeds::StatementNeeds(const Query& query) {
   AddQuery(query);
   // A table that is read twice is read once for both, so the conditions of one say nothing.
   for (TableNeeds& needs : tables_) {
-    if (mentions_[base::AsciiLower(needs.name)] > 1) needs.conditions.clear();
+    if (IsReadOnce(needs.name)) continue;
+    needs.conditions.clear();
+    needs.limits.clear();
   }
+}
+
+const TableNeeds* StatementNeeds::Find(std::string_view table) const {
+  const auto found = std::find_if(tables_.begin(), tables_.end(),
+                                  [&](const TableNeeds& needs) { return base::EqualsIgnoringCase(needs.name, table); });
+  return found == tables_.end() ? nullptr : &*found;
+}
+
+bool StatementNeeds::IsReadOnce(std::string_view table) const {
+  const auto found = mentions_.find(base::AsciiLower(table));
+  return found != mentions_.end() && found->second == 1;
+}
+
+bool StatementNeeds::JoinsRows(std::string_view table, std::string_view other, std::string_view column) const {
+  const auto same = [](std::string_view left, std::string_view right) { return base::EqualsIgnoringCase(left, right); };
+  return IsReadOnce(table) && IsReadOnce(other) &&
+         std::any_of(joins_.begin(), joins_.end(), [&](const InnerJoin& join) {
+           return same(join.column, column) && ((same(join.table, table) && same(join.other, other)) ||
+                                                (same(join.table, other) && same(join.other, table)));
+         });
 }
 
 bool StatementNeeds::NamesColumn(const std::string& column) const {
@@ -91,7 +134,9 @@ void StatementNeeds::AddSource(const TableRef& ref, std::vector<const TableRef*>
   if (ref.left != nullptr) {
     AddSource(*ref.left, named);
     AddSource(*ref.right, named);
-    if (ref.on != nullptr) AddExpression(*ref.on);
+    if (ref.on == nullptr) return;
+    AddExpression(*ref.on);
+    if (ref.join == JoinType::kInner) AddJoins(*ref.on, named);
   } else if (ref.query != nullptr) {
     AddQuery(*ref.query);
     // It takes a name of its own, which no condition on a table may mean.
@@ -116,15 +161,32 @@ void StatementNeeds::AddConditions(const Expr& where, const std::vector<const Ta
     for (const ExprPtr& operand : where.operands) AddConditions(*operand, named);
     return;
   }
+  const Expr* column = nullptr;
+  if (const auto limit = LimitOf(where, column)) {
+    if (const TableRef* owner = OwnerOf(*column, named)) NeedsOf(owner->name).limits.push_back(*limit);
+    return;
+  }
   const auto condition = ConditionOf(where);
   if (!condition) return;
-  const std::string& qualifier = condition->column->qualifier;
-  std::vector<const TableRef*> meant;
-  for (const TableRef* ref : named) {
-    if (qualifier.empty() || base::EqualsIgnoringCase(CalledName(*ref), qualifier)) meant.push_back(ref);
+  if (const TableRef* owner = OwnerOf(*condition->column, named))
+    NeedsOf(owner->name).conditions.push_back({condition->column->text, condition->numbers});
+}
+
+// Of an inner join: a row that finds none on the other side is dropped.
+void StatementNeeds::AddJoins(const Expr& on, const std::vector<const TableRef*>& named) {
+  if (on.kind != ExprKind::kBinary) return;
+  if (on.text == "AND") {
+    for (const ExprPtr& operand : on.operands) AddJoins(*operand, named);
+    return;
   }
-  if (meant.size() != 1 || meant.front()->query != nullptr) return;
-  NeedsOf(meant.front()->name).conditions.push_back({condition->column->text, condition->numbers});
+  const Expr& left = *on.operands[0];
+  const Expr& right = *on.operands[1];
+  if (on.text != "=" || left.kind != ExprKind::kColumn || right.kind != ExprKind::kColumn ||
+      !base::EqualsIgnoringCase(left.text, right.text))
+    return;
+  const TableRef* table = OwnerOf(left, named);
+  const TableRef* other = OwnerOf(right, named);
+  if (table != nullptr && other != nullptr) joins_.push_back({table->name, other->name, left.text});
 }
 
 TableNeeds& StatementNeeds::NeedsOf(const std::string& name) {

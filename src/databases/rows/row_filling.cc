@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "databases/rows/row_filling.h"
+
+#include <new>
+#include <unordered_set>
+
+#include "base/digits.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "databases/rows/row_filters.h"
+#include "stockbook/platform/error.h"
+
+namespace stockbook::databases {
+namespace {
+
+using Key = std::optional<int64_t>;
+
+Key Either(const Key& own, const Key& otherwise) { return own ? own : otherwise; }
+
+std::string PeriodOf(const Bill& bill) {
+  if (!bill.period.empty() || bill.date.IsZero()) return bill.period;
+  const base::DateParts day = bill.date.parts();
+  return base::ZeroPadded(day.year, 4) + "-" + base::ZeroPadded(day.month, 2);
+}
+
+void AddBill(const Bill& bill, TableRows& rows) {
+  const base::DateParts day = bill.date.parts();
+  const auto part = [&](int number) { return bill.date.IsZero() ? Key() : Key(number); };
+  rows.Add(bill.id, PeriodOf(bill), bill.date, part(day.year), part(day.month), part(day.day), bill.type, bill.number,
+           bill.kind, bill.explain, bill.depot, bill.partner, bill.project, bill.entered_by, bill.entered_on,
+           bill.audited_by, bill.audited_on);
+}
+
+void AddLine(const Bill& bill, const Line& line, TableRows& rows) {
+  rows.Add(line.id, bill.id, line.product, Either(line.depot, bill.depot), Either(line.partner, bill.partner),
+           Either(line.project, bill.project), line.origin, line.quantity, line.quantity2, line.price, line.amount,
+           line.tax_rate, line.tax, line.tax_price, line.tax_amount, line.handler, line.counterpart, line.packing,
+           line.place, line.term, line.serial_number, line.produced_on);
+}
+
+void AddProduct(const Product& product, TableRows& rows) {
+  constexpr std::optional<double> kNothing;
+  const std::string none;
+  rows.Add(product.id, product.name, product.number, product.specification, product.model, product.unit, product.unit2,
+           none, none, kNothing, kNothing, none, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing,
+           product.class_code, kNothing, none, none, none, none, none, none, kNothing, none);
+}
+
+void AddDepotBalance(const Balance& balance, TableRows& rows) {
+  const auto number = [](std::string_view digits) -> Key { return base::ParseInteger(digits); };
+  rows.Add(balance.id, balance.owner, balance.product, balance.period, number(base::LeftCharacters(balance.period, 4)),
+           number(base::RightCharacters(balance.period, 2)), balance.price, balance.carried_forward.quantity,
+           balance.carried_forward.quantity2, balance.carried_forward.amount, balance.received.quantity,
+           balance.received.quantity2, balance.received.amount, balance.issued.quantity, balance.issued.quantity2,
+           balance.issued.amount);
+}
+
+void AddOwnerBalance(const Balance& balance, TableRows& rows) {
+  rows.Add(balance.period, balance.owner, balance.product, balance.price, balance.carried_forward.quantity,
+           balance.carried_forward.quantity2, balance.carried_forward.amount, balance.received.quantity,
+           balance.received.quantity2, balance.received.amount, balance.issued.quantity, balance.issued.quantity2,
+           balance.issued.amount);
+}
+
+}  // namespace
+
+void AskSource(const std::function<void()>& call) {
+  constexpr auto kKind = platform::ErrorKind::kInputOutput;
+  try {
+    call();
+  } catch (const platform::Error&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& error) {
+    throw platform::Error("read rows", error.what(), 0, kKind);
+  } catch (...) {
+    throw platform::Error("read rows", "主程序给出库存的数据时发生未知错误，读入已停止。", 0, kKind);
+  }
+}
+
+void RowFilling::Fill() {
+  memory_.Run("BEGIN");
+  FillBills(TableName::ReceiptBills, TableName::ReceiptLines);
+  FillBills(TableName::IssueBills, TableName::IssueLines);
+  for (size_t index = static_cast<size_t>(TableName::Depots); index < kTableCount; ++index) {
+    const auto table = static_cast<TableName>(index);
+    if (IsNeeded(table)) FillTable(table);
+  }
+  memory_.Run("COMMIT");
+  interruption_.Check();
+}
+
+bool RowFilling::AddColumns(TableName table, const RowFilter& filter, TableRows& rows) {
+  std::optional<std::vector<platform::Field>> fields;
+  AskSource([&] { fields = source_.Columns(InventoryTableOf(table).name, filter); });
+  if (fields) rows.AddColumns(*fields);
+  return fields.has_value();
+}
+
+void RowFilling::FillBills(TableName bills, TableName lines) {
+  const RowFilter filter = FilterOf(needs_, lines);
+  std::optional<TableRows> bill_rows;
+  std::optional<TableRows> line_rows;
+  if (IsNeeded(bills)) {
+    bill_rows.emplace(Create(bills));
+    if (AddColumns(bills, filter, *bill_rows)) bill_rows.reset();
+  }
+  if (IsNeeded(lines)) {
+    line_rows.emplace(Create(lines));
+    if (AddColumns(lines, filter, *line_rows)) line_rows.reset();
+  }
+  if (!bill_rows && !line_rows) return;
+  std::unordered_set<int64_t> known;
+  const RowSource::TakeLine take = [&](const Bill& bill, const Line& line) {
+    if (bill_rows && known.insert(bill.id).second) AddBill(bill, *bill_rows);
+    if (line_rows) AddLine(bill, line, *line_rows);
+  };
+  AskSource([&] {
+    if (lines == TableName::ReceiptLines) {
+      source_.Receipts(filter, take);
+    } else {
+      source_.Issues(filter, take);
+    }
+  });
+}
+
+void RowFilling::FillTable(TableName table) {
+  const RowFilter filter = FilterOf(needs_, table);
+  TableRows rows = Create(table);
+  if (!AddColumns(table, filter, rows)) AskSource([&] { AddMasters(table, filter, rows); });
+}
+
+void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows& rows) {
+  const auto take_partner = [&](const Partner& row) { rows.Add(row.id, row.name, row.class_code); };
+  switch (table) {
+    case TableName::Depots:
+      return source_.Depots(filter, [&](const Depot& row) { rows.Add(row.id, row.name); });
+    case TableName::Suppliers:
+      return source_.Suppliers(filter, take_partner);
+    case TableName::Customers:
+      return source_.Customers(filter, take_partner);
+    case TableName::Projects:
+      return source_.Projects(filter,
+                              [&](const Project& row) { rows.Add(row.id, row.name, row.number, row.class_code); });
+    case TableName::Products:
+      return source_.Products(filter, [&](const Product& row) { AddProduct(row, rows); });
+    case TableName::ProductClasses:
+      return AddClasses(ClassTree::kProducts, rows);
+    case TableName::SupplierClasses:
+      return AddClasses(ClassTree::kSuppliers, rows);
+    case TableName::CustomerClasses:
+      return AddClasses(ClassTree::kCustomers, rows);
+    case TableName::ProjectClasses:
+      return AddClasses(ClassTree::kProjects, rows);
+    case TableName::Periods:
+      return source_.Periods([&](const std::string& period) { rows.Add(period); });
+    case TableName::DepotBalances:
+      return AddBalances(BalanceOwner::kDepots, filter, rows);
+    case TableName::SupplierBalances:
+      return AddBalances(BalanceOwner::kSuppliers, filter, rows);
+    case TableName::CustomerBalances:
+      return AddBalances(BalanceOwner::kCustomers, filter, rows);
+    case TableName::ProjectBalances:
+      return AddBalances(BalanceOwner::kProjects, filter, rows);
+    case TableName::ReceiptBills:
+    case TableName::IssueBills:
+    case TableName::ReceiptLines:
+    case TableName::IssueLines:
+      return;
+  }
+}
+
+void RowFilling::AddClasses(ClassTree tree, TableRows& rows) {
+  source_.Classes(tree, [&](const Class& row) { rows.Add(row.code, row.name); });
+}
+
+void RowFilling::AddBalances(BalanceOwner owner, const RowFilter& filter, TableRows& rows) {
+  source_.Balances(owner, filter, [&](const Balance& row) {
+    if (owner == BalanceOwner::kDepots) {
+      AddDepotBalance(row, rows);
+    } else {
+      AddOwnerBalance(row, rows);
+    }
+  });
+}
+
+}  // namespace stockbook::databases

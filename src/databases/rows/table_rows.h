@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "databases/dialect/statement_needs.h"
+#include "databases/execution/interruption.h"
+#include "databases/inventory/inventory_schema.h"
+#include "databases/sqlite/memory_database.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
+#include "stockbook/platform/recordset.h"
+
+namespace stockbook::databases {
+
+// One table of an inventory in memory, created empty and filled row by row with the columns that a statement names. It
+// counts its rows, and stops when what runs has to end. Throws platform::Error.
+class TableRows {
+ public:
+  TableRows(const MemoryDatabase& memory, const InventoryTable& table, const StatementNeeds& needs,
+            Interruption& interruption);
+
+  // One value a column, in the table's order. Empty texts, zero dates and what has no value become null. Texts are
+  // borrowed for the call.
+  template <typename... Values>
+  void Add(const Values&... values) {
+    if (sizeof...(values) != table_.columns.size())
+      throw std::logic_error("A row of " + std::string(table_.name) + " has another number of values.");
+    size_t column = 0;
+    (Bind(column++, values), ...);
+    Step();
+  }
+  // All rows of the fields, which are found by the columns' names, ignoring ASCII case.
+  void AddColumns(std::span<const platform::Field> fields);
+
+ private:
+  struct Finalizer {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+
+  template <typename Type>
+  void Bind(size_t column, const std::optional<Type>& value) {
+    if (value) {
+      Bind(column, *value);
+    } else {
+      BindNull(column);
+    }
+  }
+  void Bind(size_t column, int64_t number);
+  void Bind(size_t column, int number) { Bind(column, int64_t{number}); }
+  void Bind(size_t column, double number);
+  void Bind(size_t column, base::Money money) { BindText(column, copies_[column] = money.Text()); }
+  void Bind(size_t column, base::Date date) {
+    BindText(column, copies_[column] = date.IsZero() ? std::string() : date.Text());
+  }
+  void Bind(size_t column, const std::string& text) { BindText(column, text); }
+  void BindValue(size_t column, const base::Value& value);
+  void BindText(size_t column, const std::string& text);
+  void BindNull(size_t column);
+  void Step();
+
+  const MemoryDatabase& memory_;
+  const InventoryTable& table_;
+  Interruption& interruption_;
+  std::vector<bool> needed_;         // by column
+  std::vector<std::string> copies_;  // of texts that were made for the row
+  std::unique_ptr<sqlite3_stmt, Finalizer> insertion_;
+};
+
+}  // namespace stockbook::databases
