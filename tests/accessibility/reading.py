@@ -85,7 +85,7 @@ def read_find_bar(reader):
     reader.type("0001")
     reader.wait("the count", lambda: words.get_description().startswith("第 1 条，共 ")
                 and ("accessible-description", words) in reader.changed)
-    hold("the same is shown", find(journal.frame, "label", words.get_description()) is not None)
+    reader.wait("the same is shown", lambda: find(journal.frame, "label", words.get_description()) is not None)
     reader.keys("alt+k")
     hits = reader.wait("the list of hits", lambda: find(journal.frame, "table", "查找结果"))
     reader.forget()
@@ -126,8 +126,10 @@ def read_menus(reader):
     hold("the menus", [each.get_name() for each in children(bar)] == MENUS, [each.get_name() for each in children(bar)])
     journal.go(2)
     for menu, item, key in (("f", "打印预览", "Ctrl+Shift+P"), ("e", "查找(F)", "Ctrl+F"), ("g", "查看单据", "Ctrl+B")):
+        reader.forget()
         reader.keys(f"alt+{menu}")
-        reader.focus_on("menu item")
+        # News of the journal may come after those of the menu.
+        reader.wait("focus on a menu item", lambda: any(each.get_role_name() == "menu item" for each in reader.focused))
         popup = reader.wait("the menu", lambda: find(bar, "popup menu"))
         items = [each for each in find_all(popup, "menu item") if "showing" in states(each)]
         hold("each item has a name", all(each.get_name() for each in items))
