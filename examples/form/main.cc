@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A form made in Designer that holds the journal: form DATABASE PRODUCT. Look at journal_form.ui for what was set
+// A form (.ui) that holds the journal: form DATABASE PRODUCT. Look at journal_form.ui for what was set
 // there.
 #include <QApplication>
 
