@@ -83,6 +83,14 @@ TEST(ImportNumber, LeavesOutCurrencySigns) {
     EXPECT_EQ(Plain(text, DecimalMark::kPoint), "12.5") << text;
   EXPECT_EQ(Plain("-¥1,200.00", DecimalMark::kPoint), "-1200.00");
   EXPECT_EQ(Plain("¥-3", DecimalMark::kPoint), "-3");
+  EXPECT_EQ(Plain("￥12元", DecimalMark::kPoint), "12");
+  EXPECT_EQ(Plain("-￥12元", DecimalMark::kPoint), "-12");
+  EXPECT_EQ(Plain("12-元", DecimalMark::kPoint), "-12");
+}
+
+TEST(ImportNumber, RefusesASignThatCurrenciesHide) {
+  for (const char* text : {"2028-￥£", "2028-￥元£", "12)$$", "5+$€"})
+    EXPECT_EQ(Plain(text, DecimalMark::kPoint), text);
 }
 
 TEST(ImportNumber, ReadsBracketsAndTrailingSignsAsMinus) {

@@ -33,8 +33,10 @@ bool TakeBack(std::string_view& text, const Words& words) {
   return true;
 }
 
+// A price may bear one sign on either side: ￥12元.
 std::string_view WithoutCurrency(std::string_view text) {
-  if (!TakeFront(text, kCurrencies)) TakeBack(text, kCurrencies);
+  TakeFront(text, kCurrencies);
+  TakeBack(text, kCurrencies);
   return TrimWideBlanks(text);
 }
 
@@ -149,8 +151,10 @@ ImportNumber PlainNumber(std::string_view text, DecimalMark mark) {
       read.plain = WithEitherMark(number, read.is_ambiguous);
       break;
   }
-  const bool begins = !read.plain.empty() && (base::IsDigit(read.plain.front()) || read.plain.front() == '.');
-  read.plain = begins ? sign + read.plain : std::string(text);
+  // A sign that currencies had hidden would be taken for one of the number by who reads it next.
+  const auto is_numeric = [](char c) { return base::IsDigit(c) || c == '.'; };
+  const bool is_number = !read.plain.empty() && is_numeric(read.plain.front()) && is_numeric(read.plain.back());
+  read.plain = is_number ? sign + read.plain : std::string(text);
   return read;
 }
 
