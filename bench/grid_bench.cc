@@ -15,6 +15,7 @@
 
 #include "journal_window.h"
 #include "rival_models.h"
+#include "stockbook/base/value.h"
 #include "stockbook/columns/column.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/qt/clipboard.h"

@@ -23,6 +23,8 @@
 #include "journal/running_pass.h"
 #include "sqlite_stepping.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/interaction/event_listener.h"
+#include "stockbook/platform/connection.h"
 #include "stockbook/sample/sample_inventory.h"
 #include "support/fake_surroundings.h"
 

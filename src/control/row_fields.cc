@@ -9,6 +9,8 @@
 #include "control/neutral.h"
 #include "grid/row_runs.h"
 #include "journal/issue_source.h"
+#include "journal/restricted_amounts.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::control {
 namespace {
@@ -44,23 +46,23 @@ int FirstRowWith(const platform::GridTable& grid, int column, double value) {
 
 }  // namespace
 
+int RowFields::RowOrCurrent(int32_t row) const { return row < 0 ? grid_.Row() : row; }
+
 std::string RowFields::TextOf(const char* key, int32_t row) const {
-  return OrNeutral(teller(), [&] { return grid_.TextMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+  return OrNeutral(tell_, [&] { return grid_.TextMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
 }
 
 double RowFields::NumberOf(const char* key, int32_t row) const {
-  return OrNeutral(teller(), [&] { return grid_.ValueMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
+  return OrNeutral(tell_, [&] { return grid_.ValueMatrix(RowOrCurrent(row), grid_.ColIndex(key)); });
 }
 
 double RowFields::DoubleDataOf(const char* key, int32_t row) const {
-  return OrNeutral(teller(),
-                   [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).Number().value_or(0); });
+  return OrNeutral(tell_, [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).Number().value_or(0); });
 }
 
 base::Money RowFields::MoneyOf(const char* key, int32_t row) const {
-  return OrNeutral(teller(), [&] {
-    return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).AsMoney().value_or(base::Money());
-  });
+  return OrNeutral(
+      tell_, [&] { return grid_.CellData(RowOrCurrent(row), grid_.ColIndex(key)).AsMoney().value_or(base::Money()); });
 }
 
 base::Date RowFields::DateOf(const char* key, int32_t row) const {
@@ -75,7 +77,7 @@ template int16_t RowFields::IntegerOf<int16_t>(const char* key, int32_t row) con
 template int32_t RowFields::IntegerOf<int32_t>(const char* key, int32_t row) const;
 
 void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& value) const {
-  OrNeutral(teller(), [&] {
+  OrNeutral(tell_, [&] {
     const int cell_row = RowOrCurrent(row);
     grid_.SetCellData(cell_row, grid_.ColIndex(key), value);
     grid_.SetTextMatrix(cell_row, grid_.ColIndex(key),
@@ -84,12 +86,12 @@ void RowFields::WriteMasked(const char* key, int32_t row, const base::Value& val
 }
 
 void RowFields::WriteText(const char* key, int32_t row, const base::Value& value) const {
-  OrNeutral(teller(), [&] { grid_.SetTextMatrix(RowOrCurrent(row), grid_.ColIndex(key), value.Text()); });
+  OrNeutral(tell_, [&] { grid_.SetTextMatrix(RowOrCurrent(row), grid_.ColIndex(key), value.Text()); });
 }
 
 void RowFields::SelectRowWith(const char* key, int32_t value) const {
   if (value <= 0) return;
-  OrNeutral(teller(), [&] {
+  OrNeutral(tell_, [&] {
     const int column = grid_.ColIndex(key);
     const int row = column < 0 ? -1 : FirstRowWith(grid_, column, value);
     if (row < grid_.FixedRows() || row >= grid_.Rows()) return;
@@ -100,9 +102,7 @@ void RowFields::SelectRowWith(const char* key, int32_t value) const {
 
 std::string RowFields::IssueSource(int32_t row) const {
   if (row < 0) return {};
-  return OrNeutral(teller(), [&] {
-    return journal::IssueSource(inventory_.connection(), Get(fields::OtherID, row == 0 ? -1 : row));
-  });
+  return OrNeutral(tell_, [&] { return journal::IssueSource(connection_, Get(fields::OtherID, row == 0 ? -1 : row)); });
 }
 
 }  // namespace stockbook::control

@@ -8,8 +8,8 @@
 #include <type_traits>
 #include <variant>
 
+#include "control/control_state.h"
 #include "stockbook/base/scope_exit.h"
-#include "stockbook/control/stockbook.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::control {
@@ -52,15 +52,15 @@ Type FromBag(const BagValue& value) {
 }  // namespace
 
 // The table of the saved properties, in the order in which they are read from a bag and written to it.
-class Stockbook::SavedProperties {
+class Stockbook::State::SavedProperties {
  public:
   template <typename Type>
   struct Property {
     std::string_view key;
     Type (Stockbook::*read)() const;
-    void (*store)(Stockbook& control, const Type& value);
+    void (*store)(State& state, const Type& value);
     // Also done by a public writer, but not when reading a bag.
-    void (*apply)(Stockbook& control, const Type& value) = [](Stockbook&, const Type&) {};
+    void (*apply)(State& state, const Type& value) = [](State&, const Type&) {};
   };
   using AnyProperty = std::variant<Property<int16_t>, Property<float>, Property<Colour>, Property<PictureRef>,
                                    Property<GridLineStyle>, Property<OutlineBarStyle>, Property<ScrollBarsSetting>>;
@@ -73,8 +73,8 @@ class Stockbook::SavedProperties {
 
   // Raises no notice: unlike a public writer, reading a bag makes no change that the host has to save.
   template <typename Type>
-  static void Read(Stockbook& control, const Property<Type>& property, platform::PropertyBag& bag) {
-    const Type current = (control.*property.read)();
+  static void Read(State& state, const Property<Type>& property, platform::PropertyBag& bag) {
+    const Type current = (state.control.*property.read)();
     const BagValue now = ToBag(current);
     const BagValue value = bag.Read(property.key, now);
     // An absent key keeps the fraction. A second fallback distinguishes it from a key that holds the whole part.
@@ -82,52 +82,51 @@ class Stockbook::SavedProperties {
       const BagValue other = now == BagValue(int32_t{0}) ? int32_t{1} : int32_t{0};
       if (bag.Read(property.key, other) == other) return;
     }
-    property.store(control, FromBag<Type>(value));
+    property.store(state, FromBag<Type>(value));
   }
 
  private:
   template <GridColour which>
-  static void StoreGridColour(Stockbook& control, const Colour& colour) {
-    const auto aside = control.SetHotRowAside();
-    control.fg_.SetColour(which, colour);
+  static void StoreGridColour(State& state, const Colour& colour) {
+    const auto aside = state.handlers->hot_row().SetAside();
+    state.fg.SetColour(which, colour);
   }
 
-  template <Colour Stockbook::*member>
-  static void StoreHotColour(Stockbook& control, const Colour& colour) {
-    const auto aside = control.SetHotRowAside();
-    control.*member = colour;
+  template <Colour State::*member>
+  static void StoreHotColour(State& state, const Colour& colour) {
+    const auto aside = state.handlers->hot_row().SetAside();
+    state.*member = colour;
   }
 
   template <auto frame, auto member, typename Type>
-  static void StoreInFrame(Stockbook& control, const Type& value) {
-    control.*frame.*member = value;
+  static void StoreInFrame(State& state, const Type& value) {
+    state.*frame.*member = value;
   }
 
   template <PictureRef grid::Pictures::*member>
-  static void StorePicture(Stockbook& control, const PictureRef& picture) {
-    control.pictures_.*member = picture;
+  static void StorePicture(State& state, const PictureRef& picture) {
+    state.pictures.*member = picture;
   }
 
   template <auto write, typename Type>
-  static void StoreInGrid(Stockbook& control, const Type& value) {
-    (control.fg_.*write)(value);
+  static void StoreInGrid(State& state, const Type& value) {
+    (state.fg.*write)(value);
   }
 };
 
-const std::array<Stockbook::SavedProperties::AnyProperty, Stockbook::SavedProperties::kCount>&
-Stockbook::SavedProperties::All() {
+const std::array<Stockbook::State::SavedProperties::AnyProperty, Stockbook::State::SavedProperties::kCount>&
+Stockbook::State::SavedProperties::All() {
   using grid::Pictures;
   using platform::Grid;
   using Control = Stockbook;
   using Colours = Property<Colour>;
   using Picture = Property<PictureRef>;
   static constexpr std::array<AnyProperty, kCount> kAll = {
-      Property<int16_t>{
-          "BorderWidth", &Control::BorderWidth, StoreInFrame<&Control::c1e_desk_, &Container::border_width>,
-          [](Control& control, const int16_t& pixels) { control.c1e_body_.border_width = pixels == 0 ? 1 : 0; }},
+      Property<int16_t>{"BorderWidth", &Control::BorderWidth, StoreInFrame<&State::c1e_desk, &Container::border_width>,
+                        [](State& state, const int16_t& pixels) { state.c1e_body.border_width = pixels == 0 ? 1 : 0; }},
       Property<int16_t>{"ChildSpacing", &Control::ChildSpacing,
-                        StoreInFrame<&Control::c1e_desk_, &Container::child_spacing>},
-      Colours{"BorderColor", &Control::BorderColor, StoreInFrame<&Control::c1e_body_, &Container::back_color>},
+                        StoreInFrame<&State::c1e_desk, &Container::child_spacing>},
+      Colours{"BorderColor", &Control::BorderColor, StoreInFrame<&State::c1e_body, &Container::back_color>},
       Picture{"NodeClosedPicture", &Control::NodeClosedPicture, StorePicture<&Pictures::node_closed>,
               StoreInGrid<&Grid::SetNodeClosedPicture>},
       Picture{"NodeOpenPicture", &Control::NodeOpenPicture, StorePicture<&Pictures::node_open>,
@@ -161,48 +160,49 @@ Stockbook::SavedProperties::All() {
       Picture{"MarkBackPicture", &Control::MarkBackPicture, StorePicture<&Pictures::mark_back>},
       Property<float>{"RowHeightMin", &Control::RowHeightMin, StoreInGrid<&Grid::SetRowHeightMin>},
       Property<float>{"RowHeightMax", &Control::RowHeightMax, StoreInGrid<&Grid::SetRowHeightMax>},
-      Colours{"BackColorHot", &Control::BackColorHot, StoreHotColour<&Control::back_color_hot_>},
-      Colours{"ForeColorHot", &Control::ForeColorHot, StoreHotColour<&Control::fore_color_hot_>},
+      Colours{"BackColorHot", &Control::BackColorHot, StoreHotColour<&State::back_color_hot>},
+      Colours{"ForeColorHot", &Control::ForeColorHot, StoreHotColour<&State::fore_color_hot>},
   };
   return kAll;
 }
 
 template <typename Type>
-void Stockbook::Change(Type (Stockbook::*read)() const, std::type_identity_t<Type> value) {
+void Stockbook::State::Change(Type (Stockbook::*read)() const, std::type_identity_t<Type> value) {
   const auto& all = SavedProperties::All();
   for (size_t index = 0; index < all.size(); ++index) {
     const auto* property = std::get_if<SavedProperties::Property<Type>>(&all[index]);
     if (property == nullptr || property->read != read) continue;
     property->apply(*this, value);
     property->store(*this, value);
-    site_.PropertyChanged(property->key);
-    if (index < SavedProperties::kFrames) site_.FrameChanged();
+    site.PropertyChanged(property->key);
+    if (index < SavedProperties::kFrames) site.FrameChanged();
     return;
   }
   assert(false && "a property without a row in the table");
 }
 
-template void Stockbook::Change(int16_t (Stockbook::*)() const, int16_t);
-template void Stockbook::Change(float (Stockbook::*)() const, float);
-template void Stockbook::Change(Colour (Stockbook::*)() const, Colour);
-template void Stockbook::Change(PictureRef (Stockbook::*)() const, PictureRef);
-template void Stockbook::Change(GridLineStyle (Stockbook::*)() const, GridLineStyle);
-template void Stockbook::Change(OutlineBarStyle (Stockbook::*)() const, OutlineBarStyle);
-template void Stockbook::Change(ScrollBarsSetting (Stockbook::*)() const, ScrollBarsSetting);
+template void Stockbook::State::Change(int16_t (Stockbook::*)() const, int16_t);
+template void Stockbook::State::Change(float (Stockbook::*)() const, float);
+template void Stockbook::State::Change(Colour (Stockbook::*)() const, Colour);
+template void Stockbook::State::Change(PictureRef (Stockbook::*)() const, PictureRef);
+template void Stockbook::State::Change(GridLineStyle (Stockbook::*)() const, GridLineStyle);
+template void Stockbook::State::Change(OutlineBarStyle (Stockbook::*)() const, OutlineBarStyle);
+template void Stockbook::State::Change(ScrollBarsSetting (Stockbook::*)() const, ScrollBarsSetting);
 
 void Stockbook::ReadProperties(platform::PropertyBag& bag) {
-  const base::ScopeExit told([this] { site_.FrameChanged(); });
-  const auto aside = SetHotRowAside();
-  const auto& all = SavedProperties::All();
+  const base::ScopeExit told([this] { state_->site.FrameChanged(); });
+  const auto aside = state_->handlers->hot_row().SetAside();
+  const auto& all = State::SavedProperties::All();
   for (size_t index = 0; index < all.size(); ++index) {
-    if (index == SavedProperties::kFrames) c1e_body_.border_width = c1e_desk_.border_width <= 0 ? 1 : 0;
-    std::visit([&](const auto& property) { SavedProperties::Read(*this, property, bag); }, all[index]);
+    if (index == State::SavedProperties::kFrames)
+      state_->c1e_body.border_width = state_->c1e_desk.border_width <= 0 ? 1 : 0;
+    std::visit([&](const auto& property) { State::SavedProperties::Read(*state_, property, bag); }, all[index]);
   }
-  ApplyBackPictures();
+  state_->ApplyBackPictures();
 }
 
 void Stockbook::WriteProperties(platform::PropertyBag& bag) const {
-  for (const auto& any : SavedProperties::All()) {
+  for (const auto& any : State::SavedProperties::All()) {
     std::visit([&](const auto& property) { bag.Write(property.key, ToBag((this->*property.read)())); }, any);
   }
 }

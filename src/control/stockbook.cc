@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <utility>
 
 #include "base/number.h"
 #include "base/text.h"
+#include "control/control_state.h"
 #include "control/neutral.h"
-#include "grid/column_layout.h"
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
@@ -16,6 +17,7 @@
 #include "journal/periods.h"
 #include "journal/vocabulary.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/control/row_fields.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/platform/grid_guards.h"
 
@@ -61,31 +63,28 @@ int WholeTwips(float twips) {
 
 }  // namespace
 
-Stockbook::Stockbook(const Surroundings& surroundings)
-    : fg_(surroundings.fg),
-      fg1_(surroundings.fg1),
-      text_metrics_(surroundings.text_metrics),
-      images_(surroundings.images),
-      menu_(surroundings.menu),
-      clipboard_(surroundings.clipboard),
-      site_(surroundings.site) {
-  fg1_.SetRows(fg1_.FixedRows());
-  StartUp(fg_);
-  fore_color_hot_ = fg_.ColourOf(platform::GridColour::kForeColor);
-  img_mark_ = images_.Find("Mark");
-  c1e_header_.picture = images_.Find(journal::WordsOf(layout_.journal_type).journal_picture);
-  WatchGrid();
-  FormatGrid();
+Stockbook::Stockbook(const Surroundings& surroundings) : state_(std::make_unique<State>(*this, surroundings)) {
+  state_->fg1.SetRows(state_->fg1.FixedRows());
+  StartUp(state_->fg);
+  state_->fore_color_hot = state_->fg.ColourOf(platform::GridColour::kForeColor);
+  state_->img_mark = state_->images.Find("Mark");
+  state_->c1e_header.picture = state_->images.Find(journal::WordsOf(state_->layout.journal_type).journal_picture);
+  state_->WatchGrid();
+  state_->FormatGrid();
 }
+
+Stockbook::~Stockbook() { state_->fg.SetObserver(nullptr); }
 
 void Stockbook::SetJournalType(tqJournalTypeContants type) {
-  layout_.journal_type = type;
-  c1e_header_.picture = images_.Find(journal::WordsOf(type).journal_picture);
-  FormatGrid();
-  site_.FrameChanged();
+  state_->layout.journal_type = type;
+  state_->c1e_header.picture = state_->images.Find(journal::WordsOf(type).journal_picture);
+  state_->FormatGrid();
+  state_->site.FrameChanged();
 }
 
-std::string Stockbook::FmtName() const { return std::string(journal::WordsOf(layout_.journal_type).format_name); }
+std::string Stockbook::FmtName() const {
+  return std::string(journal::WordsOf(state_->layout.journal_type).format_name);
+}
 
 namespace {
 
@@ -107,57 +106,43 @@ void AllowColumns(platform::GridColumns& grid, grid::HiddenKeys& hidden_keys, bo
 }  // namespace
 
 void Stockbook::SetAllowQty2(bool allow) {
-  layout_.allow_qty2 = allow;
+  state_->layout.allow_qty2 = allow;
   // The key of the statement's own second quantity goes on the list too; no layout has a column of it.
   static constexpr const char* kListed[] = {keys::kQuantity2, keys::kQty2, keys::kRevQty2, keys::kIssQty2,
                                             keys::kStoQty2};
-  AllowColumns(fg_, hidden_keys_, allow, kListed, keys::kSecondUnit);
+  AllowColumns(state_->fg, state_->hidden_keys, allow, kListed, keys::kSecondUnit);
 }
 
 void Stockbook::SetAllowInv(bool allow) {
-  layout_.allow_inv = allow;
-  AllowColumns(fg_, hidden_keys_, allow, keys::kTaxes, keys::kTaxes);
+  state_->layout.allow_inv = allow;
+  AllowColumns(state_->fg, state_->hidden_keys, allow, keys::kTaxes, keys::kTaxes);
 }
 
-int16_t Stockbook::NarrowedKey(int32_t id) {
-  if (id < INT16_MIN || id > INT16_MAX) {
-    throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。",
-                          6);
-  }
-  return static_cast<int16_t>(id);
-}
-
-void Stockbook::SetdpID(int32_t id) { keys_.dpID = NarrowedKey(id); }
-
-journal::Tell Stockbook::Teller() const {
-  return [this](const std::string& message) { events_.Notify(message); };
-}
+void Stockbook::SetdpID(int32_t id) { state_->keys.dpID = State::NarrowedKey(id); }
 
 std::string Stockbook::AccPeriod() const {
-  return OrNeutral(Teller(), [&] { return journal::NewestAccPeriod(connection_.get()); });
+  return OrNeutral(state_->Teller(), [&] { return journal::NewestAccPeriod(state_->connection.get()); });
 }
 
 std::string Stockbook::DepotName() const {
-  return OrNeutral(Teller(),
-                   [&] { return journal::Subjects(connection_.get(), layout_.journal_type).DepotName(keys_); });
-}
-
-journal::SecondUnit Stockbook::SecondUnit() const {
-  return layout_.allow_qty2 ? journal::SecondUnit::kShown : journal::SecondUnit::kHidden;
+  return OrNeutral(state_->Teller(), [&] {
+    return journal::Subjects(state_->connection.get(), state_->layout.journal_type).DepotName(state_->keys);
+  });
 }
 
 void Stockbook::SetKeyID(int32_t id) {
-  keys_.KeyID = id;
-  subject_ = OrNeutral(
-      Teller(), [&] { return journal::Subjects(connection_.get(), layout_.journal_type).Read(id, SecondUnit()); });
+  state_->keys.KeyID = id;
+  state_->subject = OrNeutral(state_->Teller(), [&] {
+    return journal::Subjects(state_->connection.get(), state_->layout.journal_type).Read(id, state_->SecondUnit());
+  });
 }
 
 void Stockbook::SetCaption(std::string_view caption) {
-  c1e_header_.caption = std::string(base::TrimBlanks(caption)) + "   ";
-  site_.FrameChanged();
+  state_->c1e_header.caption = std::string(base::TrimBlanks(caption)) + "   ";
+  state_->site.FrameChanged();
 }
 
-std::string Stockbook::Caption() const { return std::string(base::TrimBlanks(c1e_header_.caption)); }
+std::string Stockbook::Caption() const { return std::string(base::TrimBlanks(state_->c1e_header.caption)); }
 
 void Stockbook::SetAccRestrict(std::string_view text) {
   const auto number = base::ParseNumber(text);
@@ -166,12 +151,21 @@ void Stockbook::SetAccRestrict(std::string_view text) {
     throw platform::Error("set AccRestrict",
                           "类型不匹配：AccRestrict 须为 True、False 或数字，收到的是“" + std::string(text) + "”。", 13);
   }
-  acc_restrict_text_ = text;
-  acc_restricted_ = number ? *number != 0 : is_true;
+  state_->acc_restrict_text = text;
+  state_->acc_restricted = number ? *number != 0 : is_true;
 }
 
 RowFields Stockbook::Fields() const {
-  return {fg_, {connection_.get(), Teller()}, acc_restricted_ ? AmountTexts::kMasked : AmountTexts::kShown};
+  return {state_->fg, state_->connection.get(), state_->acc_restricted ? AmountTexts::kMasked : AmountTexts::kShown,
+          state_->Teller()};
+}
+
+std::shared_ptr<const void> Stockbook::SetHotRowAside() {
+  struct Aside {
+    explicit Aside(interaction::HotRow& row) : guard(row.SetAside()) {}
+    const decltype(std::declval<interaction::HotRow&>().SetAside()) guard;
+  };
+  return std::make_shared<const Aside>(state_->handlers->hot_row());
 }
 
 int32_t Stockbook::BillID(int32_t row) const { return Fields().Get(fields::BillID, row); }
@@ -183,110 +177,78 @@ int16_t Stockbook::Flag(int32_t row) const { return Fields().Get(fields::Flag, r
 std::string Stockbook::FlagName() const { return Flag(-1) == 0 ? "入库" : "出库"; }
 
 void Stockbook::SetRow(int32_t row) {
-  if (row < fg_.FixedRows() || row >= fg_.Rows() || fg_.Cols() <= fg_.FixedCols()) return;
-  fg_.Select(row, fg_.Col() < 0 ? fg_.FixedCols() : fg_.Col());
+  if (row < state_->fg.FixedRows() || row >= state_->fg.Rows() || state_->fg.Cols() <= state_->fg.FixedCols()) return;
+  state_->fg.Select(row, state_->fg.Col() < 0 ? state_->fg.FixedCols() : state_->fg.Col());
   // A listener may have loaded fewer rows.
-  if (row >= fg_.Rows()) return;
-  if (fg_.RowHidden(row)) fg_.SetRowHidden(row, false);
-  if (fg_.RowIsVisible(row)) return;
-  if (row < fg_.TopRow()) {
-    fg_.SetTopRow(row);
-  } else if (row > fg_.BottomRow()) {
-    MakeLastVisible(fg_, row);
+  if (row >= state_->fg.Rows()) return;
+  if (state_->fg.RowHidden(row)) state_->fg.SetRowHidden(row, false);
+  if (state_->fg.RowIsVisible(row)) return;
+  if (row < state_->fg.TopRow()) {
+    state_->fg.SetTopRow(row);
+  } else if (row > state_->fg.BottomRow()) {
+    MakeLastVisible(state_->fg, row);
   }
 }
 
 void Stockbook::SetRowHeight(float twips) {
-  row_height_ = twips;
-  fg_.SetRowHeight(-1, WholeTwips(twips));
-  fg_.SetRowHeight(0, WholeTwips(row_height_title_));
-  SetRowHeightSum(row_height_sum_);
+  state_->row_height = twips;
+  state_->fg.SetRowHeight(-1, WholeTwips(twips));
+  state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
+  SetRowHeightSum(state_->row_height_sum);
 }
 
 void Stockbook::SetRowHeightTitle(float twips) {
-  row_height_title_ = twips;
-  fg_.SetRowHeight(0, WholeTwips(twips));
+  state_->row_height_title = twips;
+  state_->fg.SetRowHeight(0, WholeTwips(twips));
 }
 
 void Stockbook::SetRowHeightSum(float twips) {
-  row_height_sum_ = twips;
-  grid::SetSumRowHeight(fg_, WholeTwips(twips));
-}
-
-void Stockbook::FormatGrid() {
-  {
-    const auto tag = platform::BusyTag(fg_, "Format");
-    const auto pointer = platform::PointerKept(fg_);
-    const auto redraw = platform::RedrawOff(fg_);
-    outline_col_key_ = keys::kBillNo;
-    grid::ColumnLayout(fg_, layout_, hidden_keys_).FormatColumns(outline_col_key_);
-    SizeRows();
-  }
-  events_.AfterFormatted();
-}
-
-void Stockbook::SizeRows() {
-  const int sum = grid::SizeRows(fg_, text_metrics_, fg_.GridFont()).sum;
-  title_as_laid_out_ = fg_.RowHeight(0);
-  data_as_laid_out_ = sum / 2;
-  SetRowHeightSum(static_cast<float>(sum));
+  state_->row_height_sum = twips;
+  grid::SetSumRowHeight(state_->fg, WholeTwips(twips));
 }
 
 void Stockbook::FollowFont(const platform::Font& font) {
-  const auto redraw = platform::RedrawOff(fg_);
-  fg_.SetGridFont(font);
-  if (fg_.Rows() == 0) return;
-  const grid::RowSizes now = grid::ReadRowSizes(fg_);
-  const int data = data_as_laid_out_;
-  if (now.title != title_as_laid_out_ || (now.data != 0 && now.data != data)) return;
+  const auto redraw = platform::RedrawOff(state_->fg);
+  state_->fg.SetGridFont(font);
+  if (state_->fg.Rows() == 0) return;
+  const grid::RowSizes now = grid::ReadRowSizes(state_->fg);
+  const int data = state_->data_as_laid_out;
+  if (now.title != state_->title_as_laid_out || (now.data != 0 && now.data != data)) return;
   // A layout makes all nodes as high as totals; after a load only the totals are, and they stay so.
   std::vector<std::pair<int, int>> heights;
-  for (int row = fg_.NextSubtotal(fg_.FixedRows()); row >= 0; row = fg_.NextSubtotal(row + 1))
-    heights.emplace_back(row, fg_.RowHeight(row));
-  const float sum = row_height_sum_;
-  SizeRows();
+  for (int row = state_->fg.NextSubtotal(state_->fg.FixedRows()); row >= 0; row = state_->fg.NextSubtotal(row + 1))
+    heights.emplace_back(row, state_->fg.RowHeight(row));
+  const float sum = state_->row_height_sum;
+  state_->SizeRows();
   const auto followed = [&](int height) {
-    if (height == 2 * data) return 2 * data_as_laid_out_;
-    return height == data ? data_as_laid_out_ : height;
+    if (height == 2 * data) return 2 * state_->data_as_laid_out;
+    return height == data ? state_->data_as_laid_out : height;
   };
-  for (const auto& [row, height] : heights) fg_.SetRowHeight(row, followed(height));
+  for (const auto& [row, height] : heights) state_->fg.SetRowHeight(row, followed(height));
   const int whole = WholeTwips(sum);
-  row_height_sum_ = followed(whole) == whole ? sum : static_cast<float>(followed(whole));
+  state_->row_height_sum = followed(whole) == whole ? sum : static_cast<float>(followed(whole));
 }
 
-void Stockbook::DefaultFormat() { FormatGrid(); }
+void Stockbook::DefaultFormat() { state_->FormatGrid(); }
 
-void Stockbook::RefreshProductNames() { grid::RefreshProductNames(fg_, fg_); }
-
-void Stockbook::ReadRowHeightsBack() {
-  const grid::RowSizes sizes = grid::ReadRowSizes(fg_);
-  row_height_title_ = static_cast<float>(sizes.title);
-  row_height_ = static_cast<float>(sizes.data);
-  row_height_sum_ = static_cast<float>(sizes.sum);
-}
-
-void Stockbook::ApplyBackPictures() {
-  constexpr auto kFill = platform::PictureAlignment::kStretch;
-  fg_.SetCellPicture({0, 1, 1, fg_.Cols()}, pictures_.title_back, kFill);
-  fg_.SetCellPicture({1, 0, fg_.Rows(), 1}, pictures_.mark_back, kFill);
-}
+void Stockbook::Prompt(const std::string& Msg) { state_->events.Notify(Msg); }
 
 bool Stockbook::Find(std::string_view rSearchString, int32_t /*StartRow*/) {
-  interaction::Find(fg_, fg_, events_, outline_col_key_, rSearchString);
+  interaction::Find(state_->fg, state_->fg, state_->events, state_->outline_col_key, rSearchString);
   return false;
 }
 
-bool Stockbook::IsRangeSelected() const { return interaction::IsRangeSelected(fg_); }
+bool Stockbook::IsRangeSelected() const { return interaction::IsRangeSelected(state_->fg); }
 
-std::string Stockbook::Statistics() const { return grid::Statistics(fg_); }
+std::string Stockbook::Statistics() const { return grid::Statistics(state_->fg); }
 
 base::Value Stockbook::DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas) {
   if (CmdName == "ColChanged") {
     // Any part of the list matches, the empty text included.
     if (std::string_view(keys::kNamePartsText).find(rParas.at(0).Text()) != std::string_view::npos)
-      RefreshProductNames();
+      state_->RefreshProductNames();
   } else if (CmdName == "SetColFont") {
-    grid::SetColumnsFont(fg_, fg_, keys::kNumericText, kNumericFont);
+    grid::SetColumnsFont(state_->fg, state_->fg, keys::kNumericText, kNumericFont);
   }
   return {};
 }

@@ -1,52 +1,53 @@
 // SPDX-License-Identifier: MIT
 // What the control knows of its journal, kept and put back.
+#include <memory>
 #include <utility>
 
+#include "control/control_state.h"
 #include "control/kept_journal.h"
-#include "stockbook/control/stockbook.h"
 
 namespace stockbook::control {
 
-KeptJournal Stockbook::Keep() const {
-  KeptJournal kept;
-  kept.connection = connection_;
-  kept.layout = layout_;
-  kept.hidden_keys = hidden_keys_;
-  kept.keys = keys_;
-  kept.subject = subject_;
-  kept.header = c1e_header_;
-  kept.outline_col_key = outline_col_key_;
-  kept.acc_restrict_text = acc_restrict_text_;
-  kept.acc_restricted = acc_restricted_;
-  kept.row_height = row_height_;
-  kept.row_height_title = row_height_title_;
-  kept.row_height_sum = row_height_sum_;
-  kept.title_as_laid_out = title_as_laid_out_;
-  kept.data_as_laid_out = data_as_laid_out_;
-  kept.record_count = record_count_;
-  kept.hot_row = handlers_->hot_row().Keep();
+std::shared_ptr<KeptJournal> Stockbook::Keep() const {
+  auto kept = std::make_shared<KeptJournal>();
+  kept->connection = state_->connection;
+  kept->layout = state_->layout;
+  kept->hidden_keys = state_->hidden_keys;
+  kept->keys = state_->keys;
+  kept->subject = state_->subject;
+  kept->header = state_->c1e_header;
+  kept->outline_col_key = state_->outline_col_key;
+  kept->acc_restrict_text = state_->acc_restrict_text;
+  kept->acc_restricted = state_->acc_restricted;
+  kept->row_height = state_->row_height;
+  kept->row_height_title = state_->row_height_title;
+  kept->row_height_sum = state_->row_height_sum;
+  kept->title_as_laid_out = state_->title_as_laid_out;
+  kept->data_as_laid_out = state_->data_as_laid_out;
+  kept->record_count = state_->record_count;
+  kept->hot_row = state_->handlers->hot_row().Keep();
   return kept;
 }
 
-void Stockbook::PutBack(KeptJournal kept) {
-  if (loading_) return;
-  connection_ = std::move(kept.connection);
-  layout_ = std::move(kept.layout);
-  hidden_keys_ = std::move(kept.hidden_keys);
-  keys_ = std::move(kept.keys);
-  subject_ = std::move(kept.subject);
-  c1e_header_ = std::move(kept.header);
-  outline_col_key_ = std::move(kept.outline_col_key);
-  acc_restrict_text_ = std::move(kept.acc_restrict_text);
-  acc_restricted_ = kept.acc_restricted;
-  row_height_ = kept.row_height;
-  row_height_title_ = kept.row_height_title;
-  row_height_sum_ = kept.row_height_sum;
-  title_as_laid_out_ = kept.title_as_laid_out;
-  data_as_laid_out_ = kept.data_as_laid_out;
-  record_count_ = kept.record_count;
-  handlers_->hot_row().PutBack(kept.hot_row);
-  site_.FrameChanged();
+void Stockbook::PutBack(KeptJournal&& kept) {
+  if (state_->loading) return;
+  state_->connection = std::move(kept.connection);
+  state_->layout = std::move(kept.layout);
+  state_->hidden_keys = std::move(kept.hidden_keys);
+  state_->keys = std::move(kept.keys);
+  state_->subject = std::move(kept.subject);
+  state_->c1e_header = std::move(kept.header);
+  state_->outline_col_key = std::move(kept.outline_col_key);
+  state_->acc_restrict_text = std::move(kept.acc_restrict_text);
+  state_->acc_restricted = kept.acc_restricted;
+  state_->row_height = kept.row_height;
+  state_->row_height_title = kept.row_height_title;
+  state_->row_height_sum = kept.row_height_sum;
+  state_->title_as_laid_out = kept.title_as_laid_out;
+  state_->data_as_laid_out = kept.data_as_laid_out;
+  state_->record_count = kept.record_count;
+  state_->handlers->hot_row().PutBack(kept.hot_row);
+  state_->site.FrameChanged();
 }
 
 }  // namespace stockbook::control

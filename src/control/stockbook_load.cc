@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "control/control_state.h"
 #include "grid/bill_kinds.h"
 #include "interaction/journal_caption.h"
 #include "journal/blank_cells.h"
@@ -15,7 +16,6 @@
 #include "journal/running_values.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/base/scope_exit.h"
-#include "stockbook/control/stockbook.h"
 #include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::control {
@@ -23,11 +23,10 @@ namespace stockbook::control {
 namespace keys = base::keys;
 
 // One load. TakeSteps is the order of its steps; what a step computes is in journal/ and grid/.
-class Stockbook::JournalLoad {
+class Stockbook::State::JournalLoad {
  public:
   // Keys below 0 keep what is set.
-  JournalLoad(Stockbook& control, int32_t key, int32_t second_key)
-      : control_(control), key_(key), second_key_(second_key) {}
+  JournalLoad(State& state, int32_t key, int32_t second_key) : state_(state), key_(key), second_key_(second_key) {}
 
   // True when the journal was loaded; false when the host cancelled it or an error stopped it, be it the grid's, the
   // connection's or a listener's. The grid's tag and redraw are restored in any case. Rows loaded before an error stay;
@@ -55,13 +54,13 @@ class Stockbook::JournalLoad {
       const std::vector<journal::PeriodTotals> periods = ComputeRows(opening);
       AddProblem(journal::DescribeInfiniteQuantity(opening, periods, grid_));
       InsertTotalRows(periods);
-      control_.events_.AfterLoaded();
-      if (ShowsNameParts()) control_.RefreshProductNames();
-      control_.ReadRowHeightsBack();
+      state_.events.AfterLoaded();
+      if (ShowsNameParts()) state_.RefreshProductNames();
+      state_.ReadRowHeightsBack();
     }
-    Notify("已读入：" + control_.Caption());  // read
-    control_.outline_col_key_ = keys::kBillNo;
-    control_.ApplyBackPictures();
+    Notify("已读入：" + state_.control.Caption());  // read
+    state_.outline_col_key = keys::kBillNo;
+    state_.ApplyBackPictures();
     TellProblems();
     Process(-1);
     return !cancelled;
@@ -69,7 +68,7 @@ class Stockbook::JournalLoad {
 
   bool IsCancelled() {
     bool cancel = false;
-    control_.events_.CommandExecute("Load", cancel);
+    state_.events.CommandExecute("Load", cancel);
     return cancel;
   }
 
@@ -77,42 +76,42 @@ class Stockbook::JournalLoad {
   // database as of one moment, which begins before anything is changed: a database that is busy leaves the control as
   // it was. It ends before the many events of the rows, so that no writer waits for a host.
   journal::Totals ReadJournal() {
-    connection_ = control_.connection_;
+    connection_ = state_.connection;
     const auto moment = Inventory().OneMoment();
     PrepareHeader();
     ClearGrid();
-    control_.ShowCaption(caption_);
-    Notify("正在读入：" + control_.Caption() + "...");  // reading
+    state_.ShowCaption(caption_);
+    Notify("正在读入：" + state_.control.Caption() + "...");  // reading
     Process(0);
     const std::string statement = BuildStatement();
     platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
-    AddProblem(journal::CheckNeededFields(rows, type(), {control_.AllowQty2(), control_.AllowInv()}));
-    control_.record_count_ = static_cast<int64_t>(rows.RecordCount());
+    AddProblem(journal::CheckNeededFields(rows, type(), {state_.layout.allow_qty2, state_.layout.allow_inv}));
+    state_.record_count = static_cast<int64_t>(rows.RecordCount());
     Process(30);
     rows_are_raw_ = !rows.AtEnd();
     journal::LayRows(std::move(rows), grid_, grid_);
-    control_.FormatGrid();
-    const auto balance = journal::OpenOpeningBalance(Inventory(), type(), control_.keys_);
+    state_.FormatGrid();
+    const auto balance = journal::OpenOpeningBalance(Inventory(), type(), state_.keys);
     return journal::WriteOpeningRow(balance, type(), grid_);
   }
 
   // Looks up what the header says and stores it with the keys: all of it, or nothing if a look-up fails.
   void PrepareHeader() {
-    journal::SubjectKeys keys = control_.keys_;
-    journal::SubjectTexts subject = control_.subject_;
+    journal::SubjectKeys new_keys = state_.keys;
+    journal::SubjectTexts new_subject = state_.subject;
     const journal::Subjects subjects(Inventory(), type());
-    if (second_key_ >= 0) keys.dpID = NarrowedKey(second_key_);
+    if (second_key_ >= 0) new_keys.dpID = NarrowedKey(second_key_);
     if (key_ >= 0) {
-      keys.KeyID = key_;
-      subject = subjects.Read(key_, control_.SecondUnit());
+      new_keys.KeyID = key_;
+      new_subject = subjects.Read(key_, state_.SecondUnit());
     }
-    if (!class_code_.empty()) keys.dpCode = class_code_;
-    subjects.CompleteClassCode(keys);
-    caption_ = interaction::ComposeCaption(Inventory(), type(), keys, subject, control_.layout_.titles);
-    control_.keys_ = std::move(keys);
-    control_.subject_ = std::move(subject);
+    if (!class_code_.empty()) new_keys.dpCode = class_code_;
+    subjects.CompleteClassCode(new_keys);
+    caption_ = interaction::ComposeCaption(Inventory(), type(), new_keys, new_subject, state_.layout.titles);
+    state_.keys = std::move(new_keys);
+    state_.subject = std::move(new_subject);
     // Refused arguments leave the rows unchanged, and the hot one hot.
-    control_.ForgetHotRow();
+    state_.ForgetHotRow();
   }
 
   void ClearGrid() {
@@ -122,17 +121,16 @@ class Stockbook::JournalLoad {
 
   std::string BuildStatement() {
     const auto progress = [this](int indicator) { Process(indicator); };
-    return journal::QueryBuilder(Inventory(), type(), control_.keys_, progress).Build();
+    return journal::QueryBuilder(Inventory(), type(), state_.keys, progress).Build();
   }
 
   // Computes and decorates all records; returns the contents of the total rows.
   std::vector<journal::PeriodTotals> ComputeRows(const journal::Totals& opening) {
     if (grid_.RecordCount() == 0) return {};
-    grid::BillKinds(grid_, control_.pictures_, control_.images_, control_.img_mark_, control_.outline_col_key_)
-        .DecorateRecords();
+    grid::BillKinds(grid_, state_.pictures, state_.images, state_.img_mark, state_.outline_col_key).DecorateRecords();
     std::vector<journal::PeriodTotals> periods = journal::ComputeRunningValues(opening, type(), grid_);
     journal::BlankZeroCells(grid_);
-    if (control_.acc_restricted_) journal::MaskAmounts(grid_);
+    if (state_.acc_restricted) journal::MaskAmounts(grid_);
     rows_are_raw_ = false;
     return periods;
   }
@@ -143,7 +141,7 @@ class Stockbook::JournalLoad {
     for (const journal::PeriodTotals& period : periods) {
       for (size_t record = period.begin; record < period.end; ++record)
         Process(40 + static_cast<int>((record + 1) * 60 / records));
-      journal::InsertTotalRow(period, static_cast<int>(control_.row_height_sum_), grid_, grid_);
+      journal::InsertTotalRow(period, static_cast<int>(state_.row_height_sum), grid_, grid_);
     }
   }
 
@@ -182,7 +180,7 @@ class Stockbook::JournalLoad {
   void HideUncomputed() {
     if (!rows_are_raw_) return;
     journal::EmptyRunningValues(grid_);
-    if (control_.acc_restricted_) journal::MaskAmounts(grid_);
+    if (state_.acc_restricted) journal::MaskAmounts(grid_);
   }
 
   // The database, and whoever hears at the end of the load what could not be read.
@@ -200,12 +198,12 @@ class Stockbook::JournalLoad {
     for (const std::string& problem : std::exchange(problems_, {})) Notify(problem);
   }
 
-  void Notify(const std::string& message) { control_.events_.Notify(message); }
-  void Process(int indicator) { control_.events_.Process(static_cast<int16_t>(indicator)); }
-  base::tqJournalTypeContants type() const { return control_.layout_.journal_type; }
+  void Notify(const std::string& message) { state_.events.Notify(message); }
+  void Process(int indicator) { state_.events.Process(static_cast<int16_t>(indicator)); }
+  base::tqJournalTypeContants type() const { return state_.layout.journal_type; }
 
-  Stockbook& control_;
-  platform::Grid& grid_ = control_.fg_;
+  State& state_;
+  platform::Grid& grid_ = state_.fg;
   int32_t key_;
   int32_t second_key_;
   std::string class_code_;
@@ -216,16 +214,16 @@ class Stockbook::JournalLoad {
   bool rows_are_raw_ = false;  // the grid holds rows whose running values are not computed yet
 };
 
-void Stockbook::ShowCaption(const interaction::JournalCaption& caption) {
-  c1e_header_.picture = images_.Find(caption.picture_key);
-  SetCaption(caption.text);
+void Stockbook::State::ShowCaption(const interaction::JournalCaption& caption) {
+  c1e_header.picture = images.Find(caption.picture_key);
+  control.SetCaption(caption.text);
 }
 
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
-  if (loading_) return false;
-  loading_ = true;
-  const base::ScopeExit loaded([this] { loading_ = false; });
-  return JournalLoad(*this, rKeyID, rdpID).Run(rdpCode);
+  if (state_->loading) return false;
+  state_->loading = true;
+  const base::ScopeExit loaded([this] { state_->loading = false; });
+  return State::JournalLoad(*state_, rKeyID, rdpID).Run(rdpCode);
 }
 
 }  // namespace stockbook::control

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/beside.h"
+#include "stockbook/qt/beside.h"
 
 #include <QCoreApplication>
 #include <QEvent>

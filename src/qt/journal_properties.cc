@@ -1,39 +1,53 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/qt/journal_properties.h"
 
-#include <exception>
-
 #include "qt/sheet/text.h"
+#include "qt/widget_parts.h"
+#include "stockbook/base/journal_type.h"
+#include "stockbook/control/stockbook.h"
 
 namespace stockbook::qt {
 
+static_assert(static_cast<int>(JournalProperties::MaterialJournal) == base::MaterialJournal);
+static_assert(static_cast<int>(JournalProperties::SupplierJournal) == base::SupplierJournal);
+static_assert(static_cast<int>(JournalProperties::CustomerJournal) == base::CustomerJournal);
+static_assert(static_cast<int>(JournalProperties::ProjectJournal) == base::ProjectJournal);
+
+JournalProperties::JournalProperties(QWidget* parent) : JournalEvents(parent) {}
+
+JournalProperties::~JournalProperties() = default;
+
+control::Stockbook& JournalProperties::control() { return parts_->control(); }
+
+const control::Stockbook& JournalProperties::control() const { return parts_->control(); }
+
 void JournalProperties::SetJournalType(tqJournalTypeContants type) {
-  Attempt([&] { control().SetJournalType(static_cast<base::tqJournalTypeContants>(type)); });
+  parts_->Attempt([&] { control().SetJournalType(static_cast<base::tqJournalTypeContants>(type)); });
 }
 JournalProperties::tqJournalTypeContants JournalProperties::JournalType() const {
   return static_cast<tqJournalTypeContants>(control().JournalType());
 }
 QString JournalProperties::FmtName() const { return ToQString(control().FmtName()); }
 void JournalProperties::SetAllowQty2(bool allow) {
-  Attempt([&] { control().SetAllowQty2(allow); });
+  parts_->Attempt([&] { control().SetAllowQty2(allow); });
 }
 bool JournalProperties::AllowQty2() const { return control().AllowQty2(); }
 void JournalProperties::SetAllowInv(bool allow) {
-  Attempt([&] { control().SetAllowInv(allow); });
+  parts_->Attempt([&] { control().SetAllowInv(allow); });
 }
 bool JournalProperties::AllowInv() const { return control().AllowInv(); }
 void JournalProperties::SetdpID(int id) {
-  Attempt([&] { control().SetdpID(id); });
+  parts_->Attempt([&] { control().SetdpID(id); });
 }
 int JournalProperties::dpID() const { return control().dpID(); }
 void JournalProperties::SetdpCode(const QString& text) {
-  Attempt([&] { control().SetdpCode(FromQString(text)); });
+  parts_->Attempt([&] { control().SetdpCode(FromQString(text)); });
 }
 QString JournalProperties::dpCode() const { return ToQString(control().dpCode()); }
 QString JournalProperties::AccPeriod() const { return ToQString(control().AccPeriod()); }
 QString JournalProperties::DepotName() const { return ToQString(control().DepotName()); }
 void JournalProperties::SetKeyID(int id) {
-  Attempt([&] { control().SetKeyID(id); });
+  parts_->Attempt([&] { control().SetKeyID(id); });
 }
 int JournalProperties::KeyID() const { return control().KeyID(); }
 QString JournalProperties::KeyName() const { return ToQString(control().KeyName()); }
@@ -42,100 +56,100 @@ QString JournalProperties::Model() const { return ToQString(control().Model()); 
 QString JournalProperties::Standard() const { return ToQString(control().Standard()); }
 QString JournalProperties::Measure() const { return ToQString(control().Measure()); }
 void JournalProperties::SetMaterielTitle(const QString& text) {
-  Attempt([&] { control().SetMaterielTitle(FromQString(text)); });
+  parts_->Attempt([&] { control().SetMaterielTitle(FromQString(text)); });
 }
 QString JournalProperties::MaterielTitle() const { return ToQString(control().MaterielTitle()); }
 void JournalProperties::SetSupplierTitle(const QString& text) {
-  Attempt([&] { control().SetSupplierTitle(FromQString(text)); });
+  parts_->Attempt([&] { control().SetSupplierTitle(FromQString(text)); });
 }
 QString JournalProperties::SupplierTitle() const { return ToQString(control().SupplierTitle()); }
 void JournalProperties::SetCustomerTitle(const QString& text) {
-  Attempt([&] { control().SetCustomerTitle(FromQString(text)); });
+  parts_->Attempt([&] { control().SetCustomerTitle(FromQString(text)); });
 }
 QString JournalProperties::CustomerTitle() const { return ToQString(control().CustomerTitle()); }
 void JournalProperties::SetProjectTitle(const QString& text) {
-  Attempt([&] { control().SetProjectTitle(FromQString(text)); });
+  parts_->Attempt([&] { control().SetProjectTitle(FromQString(text)); });
 }
 QString JournalProperties::ProjectTitle() const { return ToQString(control().ProjectTitle()); }
 void JournalProperties::SetField00(const QString& text) {
-  Attempt([&] { control().SetField00(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField00(FromQString(text)); });
 }
 QString JournalProperties::Field00() const { return ToQString(control().Field00()); }
 void JournalProperties::SetField01(const QString& text) {
-  Attempt([&] { control().SetField01(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField01(FromQString(text)); });
 }
 QString JournalProperties::Field01() const { return ToQString(control().Field01()); }
 void JournalProperties::SetField02(const QString& text) {
-  Attempt([&] { control().SetField02(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField02(FromQString(text)); });
 }
 QString JournalProperties::Field02() const { return ToQString(control().Field02()); }
 void JournalProperties::SetField03(const QString& text) {
-  Attempt([&] { control().SetField03(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField03(FromQString(text)); });
 }
 QString JournalProperties::Field03() const { return ToQString(control().Field03()); }
 void JournalProperties::SetField04(const QString& text) {
-  Attempt([&] { control().SetField04(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField04(FromQString(text)); });
 }
 QString JournalProperties::Field04() const { return ToQString(control().Field04()); }
 void JournalProperties::SetField05(const QString& text) {
-  Attempt([&] { control().SetField05(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField05(FromQString(text)); });
 }
 QString JournalProperties::Field05() const { return ToQString(control().Field05()); }
 void JournalProperties::SetField06(const QString& text) {
-  Attempt([&] { control().SetField06(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField06(FromQString(text)); });
 }
 QString JournalProperties::Field06() const { return ToQString(control().Field06()); }
 void JournalProperties::SetField10(const QString& text) {
-  Attempt([&] { control().SetField10(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField10(FromQString(text)); });
 }
 QString JournalProperties::Field10() const { return ToQString(control().Field10()); }
 void JournalProperties::SetField11(const QString& text) {
-  Attempt([&] { control().SetField11(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField11(FromQString(text)); });
 }
 QString JournalProperties::Field11() const { return ToQString(control().Field11()); }
 void JournalProperties::SetField12(const QString& text) {
-  Attempt([&] { control().SetField12(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField12(FromQString(text)); });
 }
 QString JournalProperties::Field12() const { return ToQString(control().Field12()); }
 void JournalProperties::SetField13(const QString& text) {
-  Attempt([&] { control().SetField13(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField13(FromQString(text)); });
 }
 QString JournalProperties::Field13() const { return ToQString(control().Field13()); }
 void JournalProperties::SetField14(const QString& text) {
-  Attempt([&] { control().SetField14(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField14(FromQString(text)); });
 }
 QString JournalProperties::Field14() const { return ToQString(control().Field14()); }
 void JournalProperties::SetField15(const QString& text) {
-  Attempt([&] { control().SetField15(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField15(FromQString(text)); });
 }
 QString JournalProperties::Field15() const { return ToQString(control().Field15()); }
 void JournalProperties::SetField16(const QString& text) {
-  Attempt([&] { control().SetField16(FromQString(text)); });
+  parts_->Attempt([&] { control().SetField16(FromQString(text)); });
 }
 QString JournalProperties::Field16() const { return ToQString(control().Field16()); }
 void JournalProperties::SetCaption(const QString& text) {
-  Attempt([&] { control().SetCaption(FromQString(text)); });
+  parts_->Attempt([&] { control().SetCaption(FromQString(text)); });
 }
 QString JournalProperties::Caption() const { return ToQString(control().Caption()); }
 void JournalProperties::SetFieldsFilter(const QString& text) {
-  Attempt([&] { control().SetFieldsFilter(FromQString(text)); });
+  parts_->Attempt([&] { control().SetFieldsFilter(FromQString(text)); });
 }
 QString JournalProperties::FieldsFilter() const { return ToQString(control().FieldsFilter()); }
 QString JournalProperties::ColsFilter() const { return ToQString(control().ColsFilter()); }
 void JournalProperties::SetAccRestrict(const QString& text) {
-  Attempt([&] { control().SetAccRestrict(FromQString(text)); });
+  parts_->Attempt([&] { control().SetAccRestrict(FromQString(text)); });
 }
 QString JournalProperties::AccRestrict() const { return ToQString(control().AccRestrict()); }
 void JournalProperties::SetPriceFormat(const QString& text) {
-  Attempt([&] { control().SetPriceFormat(FromQString(text)); });
+  parts_->Attempt([&] { control().SetPriceFormat(FromQString(text)); });
 }
 QString JournalProperties::PriceFormat() const { return ToQString(control().PriceFormat()); }
 void JournalProperties::SetQuantityFormat(const QString& text) {
-  Attempt([&] { control().SetQuantityFormat(FromQString(text)); });
+  parts_->Attempt([&] { control().SetQuantityFormat(FromQString(text)); });
 }
 QString JournalProperties::QuantityFormat() const { return ToQString(control().QuantityFormat()); }
 void JournalProperties::SetAccountFormat(const QString& text) {
-  Attempt([&] { control().SetAccountFormat(FromQString(text)); });
+  parts_->Attempt([&] { control().SetAccountFormat(FromQString(text)); });
 }
 QString JournalProperties::AccountFormat() const { return ToQString(control().AccountFormat()); }
 
@@ -144,29 +158,22 @@ QString JournalProperties::BillName(int Row) const { return ToQString(control().
 int JournalProperties::Flag(int Row) const { return control().Flag(Row); }
 QString JournalProperties::FlagName() const { return ToQString(control().FlagName()); }
 void JournalProperties::SetRow(int row) {
-  Attempt([&] { control().SetRow(row); });
+  parts_->Attempt([&] { control().SetRow(row); });
 }
 int JournalProperties::Row() const { return control().Row(); }
 int JournalProperties::Rows() const { return control().Rows(); }
 QString JournalProperties::OutlineColKey() const { return ToQString(control().OutlineColKey()); }
 void JournalProperties::SetRowHeight(float twips) {
-  Attempt([&] { control().SetRowHeight(twips); });
+  parts_->Attempt([&] { control().SetRowHeight(twips); });
 }
 float JournalProperties::RowHeight() const { return control().RowHeight(); }
 void JournalProperties::SetRowHeightTitle(float twips) {
-  Attempt([&] { control().SetRowHeightTitle(twips); });
+  parts_->Attempt([&] { control().SetRowHeightTitle(twips); });
 }
 float JournalProperties::RowHeightTitle() const { return control().RowHeightTitle(); }
 void JournalProperties::SetRowHeightSum(float twips) {
-  Attempt([&] { control().SetRowHeightSum(twips); });
+  parts_->Attempt([&] { control().SetRowHeightSum(twips); });
 }
 float JournalProperties::RowHeightSum() const { return control().RowHeightSum(); }
-
-void JournalProperties::Say(const char* message) {
-  try {
-    control().Prompt(message);
-  } catch (const std::exception&) {
-  }
-}
 
 }  // namespace stockbook::qt

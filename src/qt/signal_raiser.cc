@@ -15,35 +15,35 @@ void SignalRaiser::Raise(Call call) {
 }
 
 void SignalRaiser::Process(int16_t Indicator) {
-  Raise([&](StockbookWidget& widget) { emit widget.Process(Indicator); });
+  Raise([&](StockbookWidget& widget) { Q_EMIT widget.Process(Indicator); });
 }
 
 void SignalRaiser::AfterLoaded() {
-  Raise([](StockbookWidget& widget) { emit widget.AfterLoaded(); });
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterLoaded(); });
 }
 
 void SignalRaiser::AfterFormatted() {
-  Raise([](StockbookWidget& widget) { emit widget.AfterFormatted(); });
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterFormatted(); });
 }
 
 void SignalRaiser::CommandExecute(const std::string& CommandName, bool& Cancel) {
   Raise([&](StockbookWidget& widget) {
     const BooleanReference cancel(Cancel);
-    emit widget.CommandExecute(ToQString(CommandName), cancel);
+    Q_EMIT widget.CommandExecute(ToQString(CommandName), cancel);
     Cancel = cancel.Value();
   });
 }
 
 void SignalRaiser::Notify(const std::string& Msg) {
-  Raise([&](StockbookWidget& widget) { emit widget.Notify(ToQString(Msg)); });
+  Raise([&](StockbookWidget& widget) { Q_EMIT widget.Notify(ToQString(Msg)); });
 }
 
 void SignalRaiser::AfterRowChanged() {
-  Raise([](StockbookWidget& widget) { emit widget.AfterRowChanged(); });
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterRowChanged(); });
 }
 
 void SignalRaiser::AfterRangeSelected() {
-  Raise([](StockbookWidget& widget) { emit widget.AfterRangeSelected(); });
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterRangeSelected(); });
 }
 
 void SignalRaiser::MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) {
@@ -52,7 +52,7 @@ void SignalRaiser::MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) 
     const IntegerReference shift(Shift);
     const SingleReference x(X);
     const SingleReference y(Y);
-    emit widget.MouseUp(button, shift, x, y);
+    Q_EMIT widget.MouseUp(button, shift, x, y);
     Button = button.Value();
     Shift = shift.Value();
     X = x.Value();
@@ -61,7 +61,7 @@ void SignalRaiser::MouseUp(int16_t& Button, int16_t& Shift, float& X, float& Y) 
 }
 
 void SignalRaiser::FindMsg(const std::string& rMsg) {
-  Raise([&](StockbookWidget& widget) { emit widget.FindMsg(ToQString(rMsg)); });
+  Raise([&](StockbookWidget& widget) { Q_EMIT widget.FindMsg(ToQString(rMsg)); });
 }
 
 }  // namespace stockbook::qt

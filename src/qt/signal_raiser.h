@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "stockbook/control/stockbook.h"
 
 namespace stockbook::qt {

@@ -3,16 +3,18 @@
 
 #include <QEvent>
 #include <QPainter>
-#include <QPointer>
+#include <QSettings>
 #include <algorithm>
-#include <exception>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "qt/pin.h"
 #include "qt/settings_bag.h"
 #include "qt/sheet/text.h"
 #include "qt/widget_parts.h"
+#include "stockbook/base/value.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/qt/grid_printer.h"
 
@@ -54,9 +56,21 @@ StockbookWidget::~StockbookWidget() {
   WidgetParts::Leave(std::move(parts_));
 }
 
-control::Stockbook& StockbookWidget::control() { return parts_->control(); }
+std::shared_ptr<platform::Connection> StockbookWidget::Conn() const { return control().Conn(); }
 
-const control::Stockbook& StockbookWidget::control() const { return parts_->control(); }
+void StockbookWidget::SetConn(std::shared_ptr<platform::Connection> connection) {
+  control().SetConn(std::move(connection));
+}
+
+platform::Grid& StockbookWidget::Grid() const { return control().Grid(); }
+
+bool StockbookWidget::AllowView() const { return control().AllowView(); }
+
+void StockbookWidget::SetAllowView(bool allow) { control().SetAllowView(allow); }
+
+bool StockbookWidget::AllowPrint() const { return control().AllowPrint(); }
+
+void StockbookWidget::SetAllowPrint(bool allow) { control().SetAllowPrint(allow); }
 
 sheet::GridSheet& StockbookWidget::sheet() { return parts_->fg(); }
 
@@ -73,42 +87,32 @@ bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   return control().Load(rKeyID, rdpID, FromQString(rdpCode));
 }
 
-void StockbookWidget::Attempt(const std::function<void()>& call) {
-  const Pin pin(parts_);
-  const QPointer<StockbookWidget> alive(this);
-  try {
-    call();
-  } catch (const std::exception& error) {
-    if (alive != nullptr) Say(error.what());
-  }
-}
-
 void StockbookWidget::Prompt(const QString& Msg) {
-  Attempt([&] { control().Prompt(FromQString(Msg)); });
+  parts_->Attempt([&] { control().Prompt(FromQString(Msg)); });
 }
 
 bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
   bool found = false;
-  Attempt([&] { found = control().Find(FromQString(rSearchString), StartRow); });
+  parts_->Attempt([&] { found = control().Find(FromQString(rSearchString), StartRow); });
   return found;
 }
 
 bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected(); }
 
 void StockbookWidget::DefaultFormat() {
-  Attempt([&] { control().DefaultFormat(); });
+  parts_->Attempt([&] { control().DefaultFormat(); });
 }
 
 QString StockbookWidget::Statistics() {
   QString text;
-  Attempt([&] { text = ToQString(control().Statistics()); });
+  parts_->Attempt([&] { text = ToQString(control().Statistics()); });
   return text;
 }
 
 QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& rParas) {
   std::vector<base::Value> paras;
   for (const QVariant& para : rParas) paras.push_back(ToValue(para));
-  Attempt([&] {
+  parts_->Attempt([&] {
     try {
       control().DoCommand(FromQString(CmdName), paras);
     } catch (const std::out_of_range&) {

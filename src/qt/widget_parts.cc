@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt/widget_parts.h"
 
+#include <exception>
 #include <utility>
 
 #include "control/default_pictures.h"
@@ -62,11 +63,25 @@ void WidgetParts::Leave(std::shared_ptr<WidgetParts> parts) {
   const Pin pin(std::move(parts));
 }
 
+void WidgetParts::Attempt(const std::function<void()>& call) {
+  const Pin pin(shared_from_this());
+  try {
+    call();
+  } catch (const std::exception& error) {
+    if (widget_ == nullptr) return;
+    try {
+      control_.Prompt(error.what());
+    } catch (const std::exception&) {
+      // Errors of a listener of Notify are not reported again.
+    }
+  }
+}
+
 void WidgetParts::PropertyChanged(std::string_view key) {
   FrameChanged();
   if (widget_ == nullptr) return;
   const Pin pin(weak_from_this().lock());
-  emit widget_->PropertyChanged(ToQString(key));
+  Q_EMIT widget_->PropertyChanged(ToQString(key));
 }
 
 // The control already calls this while it is being constructed.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -38,6 +39,10 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
 
   // The widget is being deleted and gives up its share.
   static void Leave(std::shared_ptr<WidgetParts> parts);
+
+  // Performs an action on the control and reports its errors, and those of its listeners, through Notify. A listener
+  // may delete the widget meanwhile.
+  void Attempt(const std::function<void()>& call);
 
   // The grid follows the widget's font until somebody sets another one.
   void FollowFont();

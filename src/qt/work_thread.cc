@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "qt/work_thread.h"
+#include "stockbook/qt/work_thread.h"
 
 #include <utility>
 

@@ -19,6 +19,7 @@
 #include "app/window_fixture.h"
 #include "stockbook/inventory/inventory_catalog.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/message_line.h"
 #include "stockbook/window/subject_chooser.h"

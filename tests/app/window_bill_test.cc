@@ -13,6 +13,7 @@
 #include "app/window_fixture.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/inventory/inventory_bill.h"
+#include "stockbook/journal/amount_texts.h"
 #include "stockbook/window/bill_dialog.h"
 #include "stockbook/window/bill_paper.h"
 #include "stockbook/window/bill_view.h"

@@ -15,6 +15,7 @@
 
 #include "app/window_fixture.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/interaction/event_listener.h"
 
 namespace stockbook::app {
 namespace {

@@ -23,6 +23,7 @@
 #include "stockbook/command/command_line.h"
 #include "stockbook/command/open_command.h"
 #include "stockbook/inventory/inventory_bill.h"
+#include "stockbook/journal/amount_texts.h"
 #include "stockbook/window/bill_view.h"
 #include "stockbook/window/host_language.h"
 #include "stockbook/window/host_translator.h"

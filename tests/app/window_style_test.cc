@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "stockbook/command/gui_session.h"
+#include "stockbook/platform/menu.h"
 #include "stockbook/window/window_colours.h"
 
 namespace stockbook::app {

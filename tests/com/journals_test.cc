@@ -15,7 +15,10 @@
 #include "stockbook/base/column_keys.h"
 #include "support/fake_surroundings.h"
 #ifdef STOCKBOOK_TESTS_HAVE_SQLITE
+#include "stockbook/base/value.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/interaction/event_listener.h"
+#include "stockbook/platform/grid.h"
 #endif
 
 namespace stockbook::com {

@@ -18,6 +18,7 @@
 #include "support/fake_surroundings.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 #include "contract/postgres_copy.h"
+#include "stockbook/platform/connection.h"
 #include "support/postgres_server.h"
 #endif
 

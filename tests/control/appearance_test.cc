@@ -5,6 +5,8 @@
 #include <limits>
 
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_appearance.h"
+#include "stockbook/platform/grid_outline.h"
 #include "support/fake_surroundings.h"
 
 namespace stockbook::control {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "stockbook/base/value.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/small_journal.h"

@@ -2,6 +2,8 @@
 // Every operation of the control with a fault at each call that it makes of its surroundings.
 #include <gtest/gtest.h>
 
+#include "stockbook/base/value.h"
+#include "stockbook/control/row_fields.h"
 #include "stockbook/control/stockbook.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_surroundings.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the control does with the rows that become current, the mouse, and the heights that users give rows.
 #include "control/working_control.h"
+#include "stockbook/platform/grid_appearance.h"
 
 namespace stockbook::control {
 namespace {

@@ -2,7 +2,10 @@
 // Every stored property has a place of its own; what the control does when it is made and when it lays out.
 #include <gtest/gtest.h>
 
+#include "stockbook/interaction/event_listener.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "support/fake_surroundings.h"
 #include "support/journal_rows.h"
 

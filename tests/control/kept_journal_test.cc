@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "control/working_control.h"
+#include "stockbook/interaction/event_listener.h"
 
 namespace stockbook::control {
 namespace {
@@ -48,11 +49,11 @@ TEST_F(KeptControl, IsAsItWasAfterAnotherJournalWasLoaded) {
   Click(3, "StoQty");
   const std::vector<std::string> before = Everything();
   const auto picture = control().C1EHeader().picture;
-  KeptJournal kept = control().Keep();
+  const std::shared_ptr<KeptJournal> kept = control().Keep();
   sheet::GridSheet::Kept kept_grid = grid().Keep();
   LoadAnother();
   EXPECT_NE(Everything(), before);
-  control().PutBack(std::move(kept));
+  control().PutBack(std::move(*kept));
   grid().PutBack(std::move(kept_grid));
   EXPECT_EQ(Everything(), before);
   EXPECT_EQ(control().C1EHeader().picture, picture);
@@ -64,10 +65,10 @@ TEST_F(KeptControl, GivesTheHotRowBackItsColoursWhenAnotherOneIsHot) {
   Click(3, "StoQty");
   const auto hot = grid().CellBackColor(3, ColumnOf("StoQty"));
   ASSERT_NE(hot, cold);
-  KeptJournal kept = control().Keep();
+  const std::shared_ptr<KeptJournal> kept = control().Keep();
   sheet::GridSheet::Kept kept_grid = grid().Keep();
   LoadAnother();
-  control().PutBack(std::move(kept));
+  control().PutBack(std::move(*kept));
   grid().PutBack(std::move(kept_grid));
   EXPECT_EQ(grid().CellBackColor(3, ColumnOf("StoQty")), hot);
   Click(4, "StoQty");
@@ -76,22 +77,22 @@ TEST_F(KeptControl, GivesTheHotRowBackItsColoursWhenAnotherOneIsHot) {
 }
 
 TEST_F(KeptControl, IsPutBackWithoutAnEventAndNotInsideOfALoad) {
-  KeptJournal kept = control().Keep();
+  const std::shared_ptr<KeptJournal> kept = control().Keep();
   LoadAnother();
   heard_.lines.clear();
-  control().PutBack(kept);
+  control().PutBack(std::move(*kept));
   EXPECT_TRUE(heard_.lines.empty());
   EXPECT_EQ(control().KeyID(), 7);
   class Putting : public interaction::EventListener {
    public:
-    Putting(Stockbook& of, KeptJournal put) : of_(of), put_(std::move(put)) {}
-    void Process(int16_t) override { of_.PutBack(put_); }
+    Putting(Stockbook& of, std::shared_ptr<KeptJournal> put) : of_(of), put_(std::move(put)) {}
+    void Process(int16_t) override { of_.PutBack(std::move(*put_)); }
 
    private:
     Stockbook& of_;
-    KeptJournal put_;
+    std::shared_ptr<KeptJournal> put_;
   };
-  Putting putting(control(), kept);
+  Putting putting(control(), control().Keep());
   control().AddListener(&putting);
   EXPECT_TRUE(control().Load(8));
   EXPECT_EQ(control().KeyID(), 8);

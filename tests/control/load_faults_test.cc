@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "stockbook/base/value.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"

@@ -5,6 +5,9 @@
 #include <memory>
 #include <utility>
 
+#include "stockbook/base/money.h"
+#include "stockbook/base/value.h"
+#include "stockbook/control/row_fields.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"

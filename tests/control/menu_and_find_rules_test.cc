@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "control/working_control.h"
+#include "stockbook/base/value.h"
 
 namespace stockbook::control {
 namespace {

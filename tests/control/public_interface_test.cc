@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "stockbook/base/value.h"
 #include "stockbook/columns/column_builder.h"
+#include "stockbook/interaction/event_listener.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_appearance.h"
+#include "stockbook/platform/grid_outline.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"

@@ -5,7 +5,10 @@
 
 #include <type_traits>
 
+#include "stockbook/base/money.h"
+#include "stockbook/base/value.h"
 #include "stockbook/columns/column_builder.h"
+#include "stockbook/journal/amount_texts.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/journal_rows.h"

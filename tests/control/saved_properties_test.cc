@@ -4,6 +4,8 @@
 #include <functional>
 
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_appearance.h"
+#include "stockbook/platform/grid_outline.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"
 #include "support/memory_bag.h"

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "control/working_control.h"
+#include "stockbook/control/row_fields.h"
 
 namespace stockbook::control {
 namespace {

@@ -10,6 +10,8 @@
 
 #include "databases/database_file.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/error.h"
 #include "support/fake_surroundings.h"
 
 namespace stockbook::testing {

@@ -8,7 +8,9 @@
 #include "databases/database_file.h"
 #include "databases/faulty_storage.h"
 #include "databases/sqlite/embedded_connection.h"
+#include "stockbook/control/row_fields.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/platform/connection.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 

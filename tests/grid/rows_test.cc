@@ -10,6 +10,7 @@
 #include "grid/product_names.h"
 #include "grid/row_heights.h"
 #include "grid/statistics.h"
+#include "stockbook/base/value.h"
 #include "stockbook/columns/column_builder.h"
 #include "support/fake_surroundings.h"
 #include "support/faulty_grid.h"

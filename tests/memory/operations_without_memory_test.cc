@@ -7,6 +7,7 @@
 #include "databases/database_file.h"
 #include "memory/refused_memory.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/interaction/event_listener.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"
 #include "support/small_journal.h"

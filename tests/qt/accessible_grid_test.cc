@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qt/accessible_table.h"
+#include "stockbook/base/value.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/grid.h"
 
 namespace stockbook::qt {
 namespace {

@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "qt/application.h"
-#include "qt/beside.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/qt/beside.h"
 
 namespace stockbook::qt {
 namespace {

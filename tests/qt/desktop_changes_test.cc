@@ -15,6 +15,8 @@
 
 #include "qt/application.h"
 #include "qt/header_band.h"
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "support/sample_ledger.h"

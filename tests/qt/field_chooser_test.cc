@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "qt/application.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_connection.h"

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "qt/application.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "support/sample_ledger.h"
 

@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "qt/application.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "stockbook/qt/picture.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/sheet/grid_sheet.h"

@@ -2,6 +2,7 @@
 #include "qt/settings_bag.h"
 
 #include <gtest/gtest.h>
+#include <QSettings>
 
 #include <QFile>
 #include <QPainter>
@@ -14,7 +15,9 @@
 #include "qt/application.h"
 #include "qt/picture_file.h"
 #include "qt/sheet/text.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/property_bag.h"
 #include "stockbook/qt/images.h"
 #include "stockbook/qt/picture.h"
 #include "stockbook/qt/stockbook_widget.h"

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "qt/application.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"

@@ -13,6 +13,8 @@
 
 #include "databases/database_file.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
+#include "stockbook/platform/connection.h"
+#include "stockbook/platform/error.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 

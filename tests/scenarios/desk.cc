@@ -5,6 +5,8 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "stockbook/base/value.h"
+#include "stockbook/control/row_fields.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
 #include "stockbook/platform/error.h"
 

@@ -10,6 +10,7 @@
 #include "scenarios/inventory.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
+#include "stockbook/control/row_fields.h"
 #include "support/event_recorder.h"
 #include "support/fake_surroundings.h"
 #include "support/memory_bag.h"

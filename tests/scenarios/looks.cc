@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "scenarios/desk.h"
+#include "stockbook/control/row_fields.h"
 
 namespace stockbook::scenarios {
 namespace {

@@ -5,6 +5,9 @@
 #include <tuple>
 
 #include "scenarios/desk.h"
+#include "stockbook/base/money.h"
+#include "stockbook/base/value.h"
+#include "stockbook/control/row_fields.h"
 
 namespace stockbook::scenarios {
 namespace {

@@ -3,6 +3,7 @@
 
 #include "stockbook/inventory/inventory_schema.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/platform/recordset.h"
 
 namespace stockbook::app {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/command/plain_desk.h"
+#include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::app {
 

@@ -5,6 +5,11 @@
 #include <string_view>
 
 #include "stockbook/control/stockbook.h"
+#include "stockbook/platform/clipboard.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/images.h"
+#include "stockbook/platform/menu.h"
+#include "stockbook/platform/text_metrics.h"
 #include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {

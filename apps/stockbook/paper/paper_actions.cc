@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "qt/sheet/text.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/paper/page_setup_dialog.h"
 #include "stockbook/paper/paper_memory.h"
 #include "stockbook/paper/print_preview.h"

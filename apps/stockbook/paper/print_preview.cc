@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "stockbook/control/stockbook.h"
 #include "stockbook/paper/page_setup_dialog.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "stockbook/base/column_keys.h"
+#include "stockbook/base/value.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {

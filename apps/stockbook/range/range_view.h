@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stockbook/base/value.h"
 #include "stockbook/control/stockbook.h"
 #include "stockbook/range/journal_periods.h"
 

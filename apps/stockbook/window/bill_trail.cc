@@ -7,7 +7,9 @@
 
 #include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/journal/amount_texts.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/window/row_sight.h"
 
 namespace stockbook::app {

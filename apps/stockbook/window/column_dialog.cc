@@ -11,6 +11,7 @@
 
 #include "qt/sheet/text.h"
 #include "sheet/geometry/scale.h"
+#include "stockbook/control/stockbook.h"
 #include "stockbook/window/screen_fit.h"
 
 namespace stockbook::app {

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::app {

@@ -7,6 +7,8 @@
 #include <cmath>
 
 #include "stockbook/base/scope_exit.h"
+#include "stockbook/platform/grid.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/sheet/grid_sheet.h"
 

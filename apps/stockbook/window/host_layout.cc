@@ -2,6 +2,7 @@
 #include "stockbook/window/host_layout.h"
 
 #include "stockbook/base/column_keys.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/platform/grid_guards.h"
 
 namespace stockbook::app {

@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "stockbook/base/column_keys.h"
+#include "stockbook/base/value.h"
 #include "stockbook/heading/journal_heading.h"
+#include "stockbook/interaction/event_listener.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/qt/fonts.h"
 

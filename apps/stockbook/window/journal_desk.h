@@ -11,6 +11,8 @@
 #include "stockbook/control/stockbook.h"
 #include "stockbook/inventory/database_source.h"
 #include "stockbook/platform/connection.h"
+#include "stockbook/platform/control_site.h"
+#include "stockbook/platform/text_metrics.h"
 #include "stockbook/qt/clipboard.h"
 #include "stockbook/qt/images.h"
 #include "stockbook/qt/text_metrics.h"

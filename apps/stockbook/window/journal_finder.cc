@@ -7,6 +7,7 @@
 #include "qt/sheet/text.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/row_sight.h"
 

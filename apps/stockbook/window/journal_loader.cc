@@ -12,6 +12,7 @@
 #include "qt/sheet/text.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/platform/grid_guards.h"
 #include "stockbook/qt/threaded_connection.h"
 

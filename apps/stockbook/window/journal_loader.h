@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "qt/beside.h"
 #include "stockbook/command/journal_options.h"
 #include "stockbook/platform/connection.h"
+#include "stockbook/qt/beside.h"
 #include "stockbook/qt/stockbook_widget.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/prefetched_connection.h"

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "qt/beside.h"
 #include "stockbook/platform/connection.h"
+#include "stockbook/qt/beside.h"
 #include "stockbook/window/change_watch.h"
 #include "stockbook/window/journal_desk.h"
 #include "stockbook/window/notice_bar.h"

@@ -3,6 +3,7 @@
 
 #include "qt/sheet/text.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/base/value.h"
 #include "stockbook/window/host_translator.h"
 
 namespace stockbook::app {

@@ -6,6 +6,7 @@
 #include <QMimeData>
 
 #include "qt/sheet/text.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/selection/selection_forms.h"
 #include "stockbook/sheet/grid_sheet.h"
 

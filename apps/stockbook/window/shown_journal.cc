@@ -78,7 +78,7 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
   emit Leaving();
   if (shown_.has_value()) LearnColumns();
   columns_.Hold();
-  control::KeptJournal kept = control.Keep();
+  std::shared_ptr<control::KeptJournal> kept = control.Keep();
   sheet::GridSheet::Kept kept_grid = stockbook_.sheet().Keep();
   const int type_before = control.JournalType();
   ColumnMemory& memory = memories_[options.journal_type];
@@ -97,7 +97,7 @@ LoadReport ShownJournal::Load(const JournalOptions& options) {
     if (!same || !place.GoBack(stockbook_.sheet())) GoToFirstCell();
   } else {
     memory = std::move(kept_memory);
-    control.PutBack(std::move(kept));
+    control.PutBack(std::move(*kept));
     stockbook_.sheet().PutBack(std::move(kept_grid));
     columns_.Settle(JournalColumns::Earlier::kKept);
   }

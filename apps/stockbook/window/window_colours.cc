@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/window/window_colours.h"
 
+#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/grid_appearance.h"
 #include "stockbook/qt/colour.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QWidget>
 
-#include "qt/beside.h"
+#include "stockbook/qt/beside.h"
 
 namespace stockbook::app {
 

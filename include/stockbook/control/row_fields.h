@@ -2,16 +2,22 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <type_traits>
 #include <utility>
 
-#include "journal/inventory.h"
-#include "journal/restricted_amounts.h"
 #include "stockbook/base/api.h"
 #include "stockbook/base/column_keys.h"
+#include "stockbook/base/date.h"
+#include "stockbook/base/money.h"
 #include "stockbook/base/value.h"
-#include "stockbook/platform/grid.h"
+#include "stockbook/journal/amount_texts.h"
+
+namespace stockbook::platform {
+class Connection;
+class Grid;
+}  // namespace stockbook::platform
 
 namespace stockbook::control {
 
@@ -92,13 +98,16 @@ using journal::AmountTexts;
 
 // Reads and writes the fields of a grid's rows by name: Get(fields::Price, row). A row below 0 is the grid's current
 // one. Nothing fails: what cannot be read is 0, "" or the zero date, and a failing writer leaves what it has written so
-// far; whoever the inventory tells hears of errors that are not of a cell or a statement. To be created for each use;
+// far; `tell` hears of errors that are not of a cell or a statement. To be created for each use;
 // it borrows the grid and the connection. A field costs one column lookup and one cell; writing pdID takes one pass
 // over its column.
 class STOCKBOOK_API RowFields {
  public:
-  RowFields(platform::Grid& grid, journal::Inventory inventory, AmountTexts amounts)
-      : grid_(grid), inventory_(std::move(inventory)), amounts_(amounts) {}
+  using Tell = std::function<void(const std::string& message)>;
+
+  // Without a connection no issue line has a source.
+  RowFields(platform::Grid& grid, platform::Connection* connection, AmountTexts amounts, Tell tell = {})
+      : grid_(grid), connection_(connection), amounts_(amounts), tell_(std::move(tell)) {}
 
   template <typename Type, FieldPlace place, FieldWriter writer>
   Type Get(const RowField<Type, place, writer>& field, int32_t row = -1) const {
@@ -133,10 +142,7 @@ class STOCKBOOK_API RowFields {
   std::string IssueSource(int32_t row) const;
 
  private:
-  journal::Tell teller() const {
-    return [this](const std::string& message) { inventory_.Say(message); };
-  }
-  int RowOrCurrent(int32_t row) const { return row < 0 ? grid_.Row() : row; }
+  int RowOrCurrent(int32_t row) const;
   std::string TextOf(const char* key, int32_t row) const;
   double NumberOf(const char* key, int32_t row) const;
   double DoubleDataOf(const char* key, int32_t row) const;
@@ -149,8 +155,9 @@ class STOCKBOOK_API RowFields {
   void SelectRowWith(const char* key, int32_t value) const;
 
   platform::Grid& grid_;
-  journal::Inventory inventory_;
+  platform::Connection* connection_;
   AmountTexts amounts_;
+  Tell tell_;
 };
 
 }  // namespace stockbook::control

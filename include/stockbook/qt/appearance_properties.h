@@ -3,14 +3,10 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <type_traits>
+#include <cstdint>
 
 #include "stockbook/base/api.h"
-#include "stockbook/platform/grid_appearance.h"
-#include "stockbook/platform/grid_outline.h"
-#include "stockbook/qt/colour.h"
 #include "stockbook/qt/journal_properties.h"
-#include "stockbook/qt/picture.h"
 
 namespace stockbook::qt {
 
@@ -21,109 +17,82 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   Q_OBJECT
 
 // A property of the toolkit over the control's property of that name.
-#define APPEARANCE(Type, Name)                                                        \
-  Q_PROPERTY(Type Name READ Name WRITE Set##Name)                                     \
-  void Set##Name(const Type& value) {                                                 \
-    Attempt([&] { control().Set##Name(ToControl(value, control().Name(), #Name)); }); \
-  }                                                                                   \
-  Type Name() const { return FromControl<Type>(control().Name()); }
+#define STOCKBOOK_APPEARANCE(Type, Name)          \
+  Q_PROPERTY(Type Name READ Name WRITE Set##Name) \
+ public:                                          \
+  void Set##Name(const Type& value);              \
+  Type Name() const;
 
  public:
   enum GridLineStyle : int32_t {
-    GridNone = static_cast<int32_t>(platform::GridLineStyle::kNone),
-    GridFlat = static_cast<int32_t>(platform::GridLineStyle::kFlat),
-    GridInset = static_cast<int32_t>(platform::GridLineStyle::kInset),
-    GridRaised = static_cast<int32_t>(platform::GridLineStyle::kRaised),
-    GridFlatHorz = static_cast<int32_t>(platform::GridLineStyle::kFlatHorz),
-    GridInsetHorz = static_cast<int32_t>(platform::GridLineStyle::kInsetHorz),
-    GridRaisedHorz = static_cast<int32_t>(platform::GridLineStyle::kRaisedHorz),
-    GridFlatVert = static_cast<int32_t>(platform::GridLineStyle::kFlatVert),
+    GridNone = 0,
+    GridFlat = 1,
+    GridInset = 2,
+    GridRaised = 3,
+    GridFlatHorz = 4,
+    GridInsetHorz = 5,
+    GridRaisedHorz = 6,
+    GridFlatVert = 7,
   };
   Q_ENUM(GridLineStyle)
   enum OutlineBarStyle : int32_t {
-    OutlineNone = static_cast<int32_t>(platform::OutlineBarStyle::kNone),
-    OutlineComplete = static_cast<int32_t>(platform::OutlineBarStyle::kComplete),
-    OutlineSimple = static_cast<int32_t>(platform::OutlineBarStyle::kSimple),
-    OutlineSymbols = static_cast<int32_t>(platform::OutlineBarStyle::kSymbols),
-    OutlineCompleteLeaf = static_cast<int32_t>(platform::OutlineBarStyle::kCompleteLeaf),
-    OutlineSimpleLeaf = static_cast<int32_t>(platform::OutlineBarStyle::kSimpleLeaf),
-    OutlineSymbolsLeaf = static_cast<int32_t>(platform::OutlineBarStyle::kSymbolsLeaf),
+    OutlineNone = 0,
+    OutlineComplete = 1,
+    OutlineSimple = 2,
+    OutlineSymbols = 3,
+    OutlineCompleteLeaf = 4,
+    OutlineSimpleLeaf = 5,
+    OutlineSymbolsLeaf = 6,
   };
   Q_ENUM(OutlineBarStyle)
   enum ScrollBarsSetting : int32_t {
-    ScrollNone = static_cast<int32_t>(platform::ScrollBarsSetting::kNone),
-    ScrollHorizontal = static_cast<int32_t>(platform::ScrollBarsSetting::kHorizontal),
-    ScrollVertical = static_cast<int32_t>(platform::ScrollBarsSetting::kVertical),
-    ScrollBoth = static_cast<int32_t>(platform::ScrollBarsSetting::kBoth),
+    ScrollNone = 0,
+    ScrollHorizontal = 1,
+    ScrollVertical = 2,
+    ScrollBoth = 3,
   };
   Q_ENUM(ScrollBarsSetting)
 
+  STOCKBOOK_APPEARANCE(QColor, BackColor)
+  STOCKBOOK_APPEARANCE(QColor, BackColorBkg)
+  STOCKBOOK_APPEARANCE(QColor, BackColorFixed)
+  STOCKBOOK_APPEARANCE(QColor, BackColorFrozen)
+  STOCKBOOK_APPEARANCE(QColor, BackColorSel)
+  STOCKBOOK_APPEARANCE(QColor, ForeColor)
+  STOCKBOOK_APPEARANCE(QColor, ForeColorFixed)
+  STOCKBOOK_APPEARANCE(QColor, ForeColorFrozen)
+  STOCKBOOK_APPEARANCE(QColor, ForeColorSel)
+  STOCKBOOK_APPEARANCE(QColor, GridColor)
+  STOCKBOOK_APPEARANCE(QColor, GridColorFixed)
+  STOCKBOOK_APPEARANCE(GridLineStyle, GridLines)
+  STOCKBOOK_APPEARANCE(GridLineStyle, GridLinesFixed)
+  STOCKBOOK_APPEARANCE(OutlineBarStyle, Outlinebar)
+  STOCKBOOK_APPEARANCE(float, RowHeightMin)
+  STOCKBOOK_APPEARANCE(float, RowHeightMax)
+  STOCKBOOK_APPEARANCE(ScrollBarsSetting, ScrollBars)
+  STOCKBOOK_APPEARANCE(QPixmap, BillPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, BillAuditedPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, RevPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, RevAuditedPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, IssPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, IssAuditedPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, ShiftPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, ShiftAuditedPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, NodeClosedPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, NodeOpenPicture)
+  STOCKBOOK_APPEARANCE(QColor, BackColorHot)
+  STOCKBOOK_APPEARANCE(QColor, ForeColorHot)
+  STOCKBOOK_APPEARANCE(QPixmap, TitleBackPicture)
+  STOCKBOOK_APPEARANCE(QPixmap, MarkBackPicture)
+  STOCKBOOK_APPEARANCE(int, BorderWidth)
+  STOCKBOOK_APPEARANCE(int, ChildSpacing)
+  STOCKBOOK_APPEARANCE(QColor, BorderColor)
+  STOCKBOOK_APPEARANCE(QColor, SheetBorderColor)
+
+ protected:
   using JournalProperties::JournalProperties;
-
-  APPEARANCE(QColor, BackColor)
-  APPEARANCE(QColor, BackColorBkg)
-  APPEARANCE(QColor, BackColorFixed)
-  APPEARANCE(QColor, BackColorFrozen)
-  APPEARANCE(QColor, BackColorSel)
-  APPEARANCE(QColor, ForeColor)
-  APPEARANCE(QColor, ForeColorFixed)
-  APPEARANCE(QColor, ForeColorFrozen)
-  APPEARANCE(QColor, ForeColorSel)
-  APPEARANCE(QColor, GridColor)
-  APPEARANCE(QColor, GridColorFixed)
-  APPEARANCE(GridLineStyle, GridLines)
-  APPEARANCE(GridLineStyle, GridLinesFixed)
-  APPEARANCE(OutlineBarStyle, Outlinebar)
-  APPEARANCE(float, RowHeightMin)
-  APPEARANCE(float, RowHeightMax)
-  APPEARANCE(ScrollBarsSetting, ScrollBars)
-  APPEARANCE(QPixmap, BillPicture)
-  APPEARANCE(QPixmap, BillAuditedPicture)
-  APPEARANCE(QPixmap, RevPicture)
-  APPEARANCE(QPixmap, RevAuditedPicture)
-  APPEARANCE(QPixmap, IssPicture)
-  APPEARANCE(QPixmap, IssAuditedPicture)
-  APPEARANCE(QPixmap, ShiftPicture)
-  APPEARANCE(QPixmap, ShiftAuditedPicture)
-  APPEARANCE(QPixmap, NodeClosedPicture)
-  APPEARANCE(QPixmap, NodeOpenPicture)
-  APPEARANCE(QColor, BackColorHot)
-  APPEARANCE(QColor, ForeColorHot)
-  APPEARANCE(QPixmap, TitleBackPicture)
-  APPEARANCE(QPixmap, MarkBackPicture)
-  APPEARANCE(int, BorderWidth)
-  APPEARANCE(int, ChildSpacing)
-  APPEARANCE(QColor, BorderColor)
-  APPEARANCE(QColor, SheetBorderColor)
-
- private:
-  static platform::PictureRef PictureOf(const QPixmap& pixmap, const platform::PictureRef& now);
-  // Throws platform::Error beyond 16 bits.
-  static int16_t ToInteger(int number, const char* property);
-
-  // A value of the control's as the toolkit has it, and back; `now` is what the control has.
-  template <typename Type, typename Value>
-  static Type FromControl(const Value& value) {
-    if constexpr (std::is_same_v<Type, QColor>)
-      return ToQColor(value);
-    else if constexpr (std::is_same_v<Type, QPixmap>)
-      return PixmapOf(value);
-    else
-      return static_cast<Type>(value);
-  }
-  template <typename Type, typename Value>
-  static Value ToControl(const Type& value, const Value& now, const char* property) {
-    if constexpr (std::is_same_v<Type, QColor>)
-      return FromQColor(value);
-    else if constexpr (std::is_same_v<Type, QPixmap>)
-      return PictureOf(value, now);
-    else if constexpr (std::is_same_v<Value, int16_t>)
-      return ToInteger(value, property);
-    else
-      return static_cast<Value>(value);
-  }
 };
 
-#undef APPEARANCE
+#undef STOCKBOOK_APPEARANCE
 
 }  // namespace stockbook::qt

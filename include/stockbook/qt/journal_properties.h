@@ -2,19 +2,25 @@
 #pragma once
 
 #include <QString>
-#include <QWidget>
-#include <functional>
+#include <cstdint>
+#include <memory>
 
 #include "stockbook/base/api.h"
-#include "stockbook/control/stockbook.h"
+#include "stockbook/qt/journal_events.h"
+
+namespace stockbook::control {
+class Stockbook;
+}
 
 namespace stockbook::qt {
+
+class WidgetParts;
 
 // The control's journal, captions, filters and rows as properties of the toolkit, with the names and in the order of
 // its interface. 16-bit numbers are int here. No setter throws, because exceptions must not pass through the toolkit:
 // if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value), the old value stays
 // and Notify reports the error. Call control() to get the exception itself.
-class STOCKBOOK_API JournalProperties : public QWidget {
+class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_OBJECT
   Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType)
   Q_PROPERTY(QString FmtName READ FmtName)
@@ -66,18 +72,16 @@ class STOCKBOOK_API JournalProperties : public QWidget {
  public:
   // The interface spells it like this.
   enum tqJournalTypeContants : int32_t {
-    MaterialJournal = base::MaterialJournal,
-    SupplierJournal = base::SupplierJournal,
-    CustomerJournal = base::CustomerJournal,
-    ProjectJournal = base::ProjectJournal,
+    MaterialJournal = 0,
+    SupplierJournal = 1,
+    CustomerJournal = 2,
+    ProjectJournal = 3,
   };
   Q_ENUM(tqJournalTypeContants)
 
-  using QWidget::QWidget;
-
-  // The control itself, without the toolkit.
-  virtual control::Stockbook& control() = 0;
-  virtual const control::Stockbook& control() const = 0;
+  // The control itself, without the toolkit (control/stockbook.h).
+  control::Stockbook& control();
+  const control::Stockbook& control() const;
 
   void SetJournalType(tqJournalTypeContants type);
   tqJournalTypeContants JournalType() const;
@@ -166,11 +170,11 @@ class STOCKBOOK_API JournalProperties : public QWidget {
   float RowHeightSum() const;
 
  protected:
-  // Performs an action on the control and reports its errors, and those of its listeners, through Notify. A listener
-  // may delete the widget meanwhile.
-  virtual void Attempt(const std::function<void()>& call) = 0;
-  // Errors of a listener of Notify are not reported again.
-  void Say(const char* message);
+  explicit JournalProperties(QWidget* parent);
+  ~JournalProperties() override;
+
+  // Shared with the calls in progress, which may outlive the widget.
+  std::shared_ptr<WidgetParts> parts_;
 };
 
 }  // namespace stockbook::qt

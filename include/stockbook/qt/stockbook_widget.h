@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPagedPaintDevice>
-#include <QSettings>
 #include <QString>
 #include <QVariant>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "stockbook/base/api.h"
-#include "stockbook/control/stockbook.h"
+#include "stockbook/platform/grid_types.h"
 #include "stockbook/qt/appearance_properties.h"
-#include "stockbook/qt/by_reference.h"
+
+class QPagedPaintDevice;
+class QSettings;
+
+namespace stockbook::platform {
+class Connection;
+class Grid;
+}  // namespace stockbook::platform
 
 namespace stockbook::sheet {
 class GridSheet;
@@ -22,11 +25,10 @@ class GridSheet;
 
 namespace stockbook::qt {
 
-class WidgetParts;
-
 // The stock journal as a widget: create it, give it a connection by SetConn, set JournalType, call Load. It composes
 // the control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
-// events as signals; its properties are those of the control (qt/journal_properties.h, qt/appearance_properties.h). It
+// events as signals (qt/journal_events.h); its properties are those of the control (qt/journal_properties.h,
+// qt/appearance_properties.h). It
 // has no logic of its own for either. Everything runs on the user-interface thread. Load does not return to the event
 // loop, so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
 // function of the widget, and may delete it.
@@ -40,16 +42,14 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   explicit StockbookWidget(QWidget* parent = nullptr);
   ~StockbookWidget() override;
 
-  control::Stockbook& control() override;
-  const control::Stockbook& control() const override;
   // The connection that every query uses, shared with the host.
-  std::shared_ptr<platform::Connection> Conn() const { return control().Conn(); }
-  void SetConn(std::shared_ptr<platform::Connection> connection) { control().SetConn(std::move(connection)); }
-  platform::Grid& Grid() const { return control().Grid(); }
-  bool AllowView() const { return control().AllowView(); }
-  void SetAllowView(bool allow) { control().SetAllowView(allow); }
-  bool AllowPrint() const { return control().AllowPrint(); }
-  void SetAllowPrint(bool allow) { control().SetAllowPrint(allow); }
+  std::shared_ptr<platform::Connection> Conn() const;
+  void SetConn(std::shared_ptr<platform::Connection> connection);
+  platform::Grid& Grid() const;
+  bool AllowView() const;
+  void SetAllowView(bool allow);
+  bool AllowPrint() const;
+  void SetAllowPrint(bool allow);
 
   // The grid engine, for looks beyond the control's properties.
   sheet::GridSheet& sheet();
@@ -81,7 +81,7 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
- public slots:
+ public Q_SLOTS:
   // The methods of the control, in their order.
 
   // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded.
@@ -99,23 +99,6 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   // Where the element is missing, Notify says so.
   QVariant DoCommand(const QString& CmdName, const QVariantList& rParas = {});
 
- signals:
-  // The events of the control, in their order and with their arguments. Slots may write the arguments passed by
-  // reference.
-  void Process(int Indicator);
-  void AfterLoaded();
-  void AfterFormatted();
-  void CommandExecute(const QString& CommandName, const stockbook::qt::BooleanReference& Cancel);
-  void Notify(const QString& Msg);
-  void AfterRowChanged();
-  void AfterRangeSelected();
-  void MouseUp(const stockbook::qt::IntegerReference& Button, const stockbook::qt::IntegerReference& Shift,
-               const stockbook::qt::SingleReference& X, const stockbook::qt::SingleReference& Y);
-  void FindMsg(const QString& rMsg);
-
-  // A saved property has changed, given by its key in the property bag.
-  void PropertyChanged(const QString& Key);
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -125,13 +108,9 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   friend class SignalRaiser;
   friend class WidgetParts;
 
-  void Attempt(const std::function<void()>& call) override;
-
   // Updates the band and the frames from the control's properties.
   void UpdateFrames();
   QRect BodyRect() const;
-
-  std::shared_ptr<WidgetParts> parts_;
 };
 
 }  // namespace stockbook::qt

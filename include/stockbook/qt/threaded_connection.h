@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "qt/beside.h"
 #include "stockbook/base/api.h"
 #include "stockbook/platform/connection.h"
+#include "stockbook/qt/beside.h"
 
 namespace stockbook::qt {
 

@@ -12,8 +12,9 @@
 #include <functional>
 #include <future>
 
-#include "qt/work_thread.h"
+#include "stockbook/base/api.h"
 #include "stockbook/base/scope_exit.h"
+#include "stockbook/qt/work_thread.h"
 
 namespace stockbook::qt {
 
@@ -31,7 +32,7 @@ struct BesideWork {
 //
 // Several runs, with steps on the interface's thread between them, can be one task: it is told once, Pause lets the
 // windows go on in its steps too, and once it is cancelled nothing more of it is done.
-class Beside : public QObject {
+class STOCKBOOK_API Beside : public QObject {
   Q_OBJECT
 
  public:
@@ -66,11 +67,11 @@ class Beside : public QObject {
   // Whether the work or the task that goes on, or the last one, was cancelled.
   bool WasCancelled() const { return cancelled_; }
 
- public slots:
+ public Q_SLOTS:
   // Nothing without work and task.
   void Cancel();
 
- signals:
+ Q_SIGNALS:
   // The work, or something of the task, takes longer than the grace; Ended follows in any case.
   void Began();
   // A few times a second.

@@ -8,10 +8,12 @@
 #include <mutex>
 #include <thread>
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::qt {
 
 // A thread that does one piece of work after the other. The destructor waits for all that was started.
-class WorkThread {
+class STOCKBOOK_API WorkThread {
  public:
   // `done` is called on the thread after every piece, when its future is ready.
   explicit WorkThread(std::function<void()> done);

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include "stockbook/base/api.h"
+#include "stockbook/qt/by_reference.h"
+
+namespace stockbook::qt {
+
+// The control's events as signals. They are raised in the thread of the user interface, while the control is at work: a
+// slot may call any function of the widget, and may delete it.
+class STOCKBOOK_API JournalEvents : public QWidget {
+  Q_OBJECT
+
+ public:
+  using QWidget::QWidget;
+
+ Q_SIGNALS:
+  // The events of the control, in their order and with their arguments. Slots may write the arguments passed by
+  // reference.
+  void Process(int Indicator);
+  void AfterLoaded();
+  void AfterFormatted();
+  void CommandExecute(const QString& CommandName, const stockbook::qt::BooleanReference& Cancel);
+  void Notify(const QString& Msg);
+  void AfterRowChanged();
+  void AfterRangeSelected();
+  void MouseUp(const stockbook::qt::IntegerReference& Button, const stockbook::qt::IntegerReference& Shift,
+               const stockbook::qt::SingleReference& X, const stockbook::qt::SingleReference& Y);
+  void FindMsg(const QString& rMsg);
+
+  // A saved property has changed, given by its key in the property bag.
+  void PropertyChanged(const QString& Key);
+};
+
+}  // namespace stockbook::qt
