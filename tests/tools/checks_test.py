@@ -84,6 +84,14 @@ class Layers(Tree):
         self.write("src/journal/loader.cc", SOURCE + '#include "../grid/layout.h"\n')
         self.refuses("check-layers", "includes are written from src/")
 
+    def test_a_public_header_that_includes_a_private_one_is_refused(self):
+        self.write("include/stockbook/base/date.h", HEADER)
+        self.write("include/stockbook/journal/loads.h", HEADER + '#include "stockbook/base/date.h"\n')
+        self.accepts("check-layers")
+        self.write("include/stockbook/journal/loads.h", HEADER + '#include "journal/loader.h"\n')
+        self.refuses("check-layers", "include/stockbook/journal/loads.h:3: "
+                     '"journal/loader.h" is private, and a public header may not include it')
+
     def test_a_computed_include_is_refused(self):
         self.write("src/journal/loader.cc", SOURCE + "#include LOADER\n")
         self.refuses("check-layers", "a computed #include cannot be checked")
