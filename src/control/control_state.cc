@@ -23,6 +23,25 @@ Stockbook::State::State(Stockbook& of, const Surroundings& surroundings)
       clipboard(surroundings.clipboard),
       site(surroundings.site) {}
 
+Stockbook::State::Watched::Watched(State& state) : state_(state) {
+  ++state.watched;
+  if (state.watched > 1) return;
+  try {
+    before_.emplace(state.JournalValues());
+  } catch (const std::bad_alloc&) {
+    // What was before is not known, so that news is raised in any case; the call goes on with the memory there is.
+  }
+}
+
+Stockbook::State::Watched::~Watched() {
+  if (--state_.watched > 0 || (before_ && *before_ == state_.JournalValues())) return;
+  try {
+    state_.site.JournalChanged();
+  } catch (...) {
+    // The scope may be ending for an error that matters more.
+  }
+}
+
 int16_t Stockbook::State::NarrowedKey(int32_t id) {
   if (id < INT16_MIN || id > INT16_MAX) {
     throw platform::Error("set dpID", "溢出：dpID 必须在 -32768 与 32767 之间，收到的是 " + std::to_string(id) + "。",
@@ -40,6 +59,7 @@ journal::SecondUnit Stockbook::State::SecondUnit() const {
 }
 
 void Stockbook::State::FormatGrid() {
+  const Watched journal(*this);
   {
     const auto tag = platform::BusyTag(fg, "Format");
     const auto pointer = platform::PointerKept(fg);

@@ -3,8 +3,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include "grid/hidden_keys.h"
 #include "grid/layout_settings.h"
@@ -32,6 +35,7 @@ namespace stockbook::control {
 struct Stockbook::State {
   class JournalLoad;
   class SavedProperties;
+  class Watched;
 
   State(Stockbook& of, const Surroundings& surroundings);
   State(const State&) = delete;
@@ -57,6 +61,12 @@ struct Stockbook::State {
   void RefreshProductNames();
   void ReadRowHeightsBack();
   void ApplyBackPictures();
+
+  // What the journal's properties are read from, but for those of the grid.
+  auto JournalValues() const {
+    return std::tie(connection, layout, hidden_keys, keys, subject, c1e_header.caption, outline_col_key,
+                    acc_restrict_text, allow_view, allow_print, row_height, row_height_title, row_height_sum);
+  }
 
   Stockbook& control;
   platform::Grid& fg;
@@ -93,6 +103,26 @@ struct Stockbook::State {
   platform::Colour fore_color_hot = 0;
   int64_t record_count = -1;  // of the last journal query; -1 before the first
   std::unique_ptr<interaction::GridHandlers> handlers;
+  int watched = 0;  // the scopes of Watched, one inside another
+};
+
+// In every member that may change the journal's properties: where the outermost of these scopes ends, the site hears
+// whether one of them is another than it was.
+class Stockbook::State::Watched {
+ public:
+  explicit Watched(State& state);
+  ~Watched();
+  Watched(const Watched&) = delete;
+  Watched& operator=(const Watched&) = delete;
+
+ private:
+  template <typename... Values>
+  static std::tuple<std::remove_const_t<Values>...> Copy(const std::tuple<const Values&...>& values) {
+    return values;
+  }
+
+  State& state_;
+  std::optional<decltype(Copy(std::declval<const State&>().JournalValues()))> before_;
 };
 
 }  // namespace stockbook::control

@@ -71,18 +71,20 @@ class Stockbook::State::SavedProperties {
   static constexpr size_t kCount = 35;
   static const std::array<AnyProperty, kCount>& All();
 
-  // Raises no notice: unlike a public writer, reading a bag makes no change that the host has to save.
+  // Raises no notice: unlike a public writer, reading a bag makes no change that the host has to save. Returns whether
+  // the property has another value than before.
   template <typename Type>
-  static void Read(State& state, const Property<Type>& property, platform::PropertyBag& bag) {
+  static bool Read(State& state, const Property<Type>& property, platform::PropertyBag& bag) {
     const Type current = (state.control.*property.read)();
     const BagValue now = ToBag(current);
     const BagValue value = bag.Read(property.key, now);
     // An absent key keeps the fraction. A second fallback distinguishes it from a key that holds the whole part.
     if (value == now && FromBag<Type>(now) != current) {
       const BagValue other = now == BagValue(int32_t{0}) ? int32_t{1} : int32_t{0};
-      if (bag.Read(property.key, other) == other) return;
+      if (bag.Read(property.key, other) == other) return false;
     }
     property.store(state, FromBag<Type>(value));
+    return (state.control.*property.read)() != current;
   }
 
  private:
@@ -172,10 +174,13 @@ void Stockbook::State::Change(Type (Stockbook::*read)() const, std::type_identit
   for (size_t index = 0; index < all.size(); ++index) {
     const auto* property = std::get_if<SavedProperties::Property<Type>>(&all[index]);
     if (property == nullptr || property->read != read) continue;
+    const Type before = (control.*read)();
     property->apply(*this, value);
     property->store(*this, value);
+    const bool changed = (control.*read)() != before;
     site.PropertyChanged(property->key);
     if (index < SavedProperties::kFrames) site.FrameChanged();
+    if (changed) site.AppearanceChanged();
     return;
   }
   assert(false && "a property without a row in the table");
@@ -190,13 +195,18 @@ template void Stockbook::State::Change(OutlineBarStyle (Stockbook::*)() const, O
 template void Stockbook::State::Change(ScrollBarsSetting (Stockbook::*)() const, ScrollBarsSetting);
 
 void Stockbook::ReadProperties(platform::PropertyBag& bag) {
-  const base::ScopeExit told([this] { state_->site.FrameChanged(); });
+  bool changed = false;
+  const base::ScopeExit told([&] {
+    state_->site.FrameChanged();
+    if (changed) state_->site.AppearanceChanged();
+  });
   const auto aside = state_->handlers->hot_row().SetAside();
   const auto& all = State::SavedProperties::All();
   for (size_t index = 0; index < all.size(); ++index) {
     if (index == State::SavedProperties::kFrames)
       state_->c1e_body.border_width = state_->c1e_desk.border_width <= 0 ? 1 : 0;
-    std::visit([&](const auto& property) { State::SavedProperties::Read(*state_, property, bag); }, all[index]);
+    std::visit([&](const auto& property) { changed |= State::SavedProperties::Read(*state_, property, bag); },
+               all[index]);
   }
   state_->ApplyBackPictures();
 }

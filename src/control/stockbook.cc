@@ -76,6 +76,7 @@ Stockbook::Stockbook(const Surroundings& surroundings) : state_(std::make_unique
 Stockbook::~Stockbook() { state_->fg.SetObserver(nullptr); }
 
 void Stockbook::SetJournalType(tqJournalTypeContants type) {
+  const State::Watched journal(*state_);
   state_->layout.journal_type = type;
   state_->c1e_header.picture = state_->images.Find(journal::WordsOf(type).journal_picture);
   state_->FormatGrid();
@@ -106,6 +107,7 @@ void AllowColumns(platform::GridColumns& grid, grid::HiddenKeys& hidden_keys, bo
 }  // namespace
 
 void Stockbook::SetAllowQty2(bool allow) {
+  const State::Watched journal(*state_);
   state_->layout.allow_qty2 = allow;
   // The key of the statement's own second quantity goes on the list too; no layout has a column of it.
   static constexpr const char* kListed[] = {keys::kQuantity2, keys::kQty2, keys::kRevQty2, keys::kIssQty2,
@@ -114,11 +116,15 @@ void Stockbook::SetAllowQty2(bool allow) {
 }
 
 void Stockbook::SetAllowInv(bool allow) {
+  const State::Watched journal(*state_);
   state_->layout.allow_inv = allow;
   AllowColumns(state_->fg, state_->hidden_keys, allow, keys::kTaxes, keys::kTaxes);
 }
 
-void Stockbook::SetdpID(int32_t id) { state_->keys.dpID = State::NarrowedKey(id); }
+void Stockbook::SetdpID(int32_t id) {
+  const State::Watched journal(*state_);
+  state_->keys.dpID = State::NarrowedKey(id);
+}
 
 std::string Stockbook::AccPeriod() const {
   return OrNeutral(state_->Teller(), [&] { return journal::NewestAccPeriod(state_->connection.get()); });
@@ -131,6 +137,7 @@ std::string Stockbook::DepotName() const {
 }
 
 void Stockbook::SetKeyID(int32_t id) {
+  const State::Watched journal(*state_);
   state_->keys.KeyID = id;
   state_->subject = OrNeutral(state_->Teller(), [&] {
     return journal::Subjects(state_->connection.get(), state_->layout.journal_type).Read(id, state_->SecondUnit());
@@ -138,6 +145,7 @@ void Stockbook::SetKeyID(int32_t id) {
 }
 
 void Stockbook::SetCaption(std::string_view caption) {
+  const State::Watched journal(*state_);
   state_->c1e_header.caption = std::string(base::TrimBlanks(caption)) + "   ";
   state_->site.FrameChanged();
 }
@@ -145,6 +153,7 @@ void Stockbook::SetCaption(std::string_view caption) {
 std::string Stockbook::Caption() const { return std::string(base::TrimBlanks(state_->c1e_header.caption)); }
 
 void Stockbook::SetAccRestrict(std::string_view text) {
+  const State::Watched journal(*state_);
   const auto number = base::ParseNumber(text);
   const bool is_true = base::EqualsIgnoringCase(base::TrimBlanks(text), "true");
   if (!number && !is_true && !base::EqualsIgnoringCase(base::TrimBlanks(text), "false")) {
@@ -191,6 +200,7 @@ void Stockbook::SetRow(int32_t row) {
 }
 
 void Stockbook::SetRowHeight(float twips) {
+  const State::Watched journal(*state_);
   state_->row_height = twips;
   state_->fg.SetRowHeight(-1, WholeTwips(twips));
   state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
@@ -198,16 +208,19 @@ void Stockbook::SetRowHeight(float twips) {
 }
 
 void Stockbook::SetRowHeightTitle(float twips) {
+  const State::Watched journal(*state_);
   state_->row_height_title = twips;
   state_->fg.SetRowHeight(0, WholeTwips(twips));
 }
 
 void Stockbook::SetRowHeightSum(float twips) {
+  const State::Watched journal(*state_);
   state_->row_height_sum = twips;
   grid::SetSumRowHeight(state_->fg, WholeTwips(twips));
 }
 
 void Stockbook::FollowFont(const platform::Font& font) {
+  const State::Watched journal(*state_);
   const auto redraw = platform::RedrawOff(state_->fg);
   state_->fg.SetGridFont(font);
   if (state_->fg.Rows() == 0) return;

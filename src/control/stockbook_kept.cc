@@ -31,6 +31,7 @@ std::shared_ptr<KeptJournal> Stockbook::Keep() const {
 
 void Stockbook::PutBack(KeptJournal&& kept) {
   if (state_->loading) return;
+  const State::Watched journal(*state_);
   state_->connection = std::move(kept.connection);
   state_->layout = std::move(kept.layout);
   state_->hidden_keys = std::move(kept.hidden_keys);

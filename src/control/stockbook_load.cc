@@ -221,6 +221,7 @@ void Stockbook::State::ShowCaption(const interaction::JournalCaption& caption) {
 
 bool Stockbook::Load(int32_t rKeyID, int32_t rdpID, std::string_view rdpCode) {
   if (state_->loading) return false;
+  const State::Watched journal(*state_);
   state_->loading = true;
   const base::ScopeExit loaded([this] { state_->loading = false; });
   return State::JournalLoad(*state_, rKeyID, rdpID).Run(rdpCode);

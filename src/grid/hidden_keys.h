@@ -25,6 +25,8 @@ class HiddenKeys {
   // Removes every occurrence of the key.
   void ShowKey(std::string_view key);
 
+  bool operator==(const HiddenKeys&) const = default;
+
  private:
   std::string text_;
 };

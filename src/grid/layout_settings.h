@@ -30,6 +30,8 @@ struct LayoutSettings {
   std::string price_format = "#,##0.00";
   std::string quantity_format = "#,##0.00";
   std::string account_format = "#,##0.00";
+
+  bool operator==(const LayoutSettings&) const = default;
 };
 
 }  // namespace stockbook::grid

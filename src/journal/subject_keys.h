@@ -12,6 +12,8 @@ struct SubjectKeys {
   int32_t KeyID = 0;
   int16_t dpID = 0;
   std::string dpCode;
+
+  bool operator==(const SubjectKeys&) const = default;
 };
 
 }  // namespace stockbook::journal

@@ -21,6 +21,8 @@ struct SubjectTexts {
   std::string standard;
   std::string measure;
   std::string class_code;  // of a supplier or customer
+
+  bool operator==(const SubjectTexts&) const = default;
 };
 
 // A supplier, customer or project.

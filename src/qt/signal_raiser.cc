@@ -3,6 +3,7 @@
 
 #include "qt/pin.h"
 #include "qt/sheet/text.h"
+#include "qt/widget_parts.h"
 #include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
@@ -19,7 +20,11 @@ void SignalRaiser::Process(int16_t Indicator) {
 }
 
 void SignalRaiser::AfterLoaded() {
-  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterLoaded(); });
+  Raise([](StockbookWidget& widget) {
+    const std::shared_ptr<WidgetParts> parts = widget.parts_;
+    Q_EMIT widget.AfterLoaded();
+    parts->TellRow();
+  });
 }
 
 void SignalRaiser::AfterFormatted() {
@@ -39,7 +44,11 @@ void SignalRaiser::Notify(const std::string& Msg) {
 }
 
 void SignalRaiser::AfterRowChanged() {
-  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterRowChanged(); });
+  Raise([](StockbookWidget& widget) {
+    const std::shared_ptr<WidgetParts> parts = widget.parts_;
+    Q_EMIT widget.AfterRowChanged();
+    parts->TellRow();
+  });
 }
 
 void SignalRaiser::AfterRangeSelected() {

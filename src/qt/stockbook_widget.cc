@@ -84,7 +84,10 @@ void StockbookWidget::SetMenuHints(std::map<std::string, QString> hints) { parts
 
 bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   const Pin pin(parts_);
-  return control().Load(rKeyID, rdpID, FromQString(rdpCode));
+  const std::shared_ptr<WidgetParts> parts = parts_;
+  const bool loaded = control().Load(rKeyID, rdpID, FromQString(rdpCode));
+  parts->TellRow();
+  return loaded;
 }
 
 void StockbookWidget::Prompt(const QString& Msg) {

@@ -49,6 +49,7 @@ WidgetParts::WidgetParts(StockbookWidget& widget)
   menu_.SetPlace([this] { return view_->MenuPlace(); });
   control::ShowDefaultPictures(control_, images_);
   control_.AddListener(&raiser_);
+  told_row_ = ReadRow();
 }
 
 WidgetParts::~WidgetParts() = default;
@@ -67,6 +68,7 @@ void WidgetParts::Attempt(const std::function<void()>& call) {
   const Pin pin(shared_from_this());
   try {
     call();
+    TellRow();
   } catch (const std::exception& error) {
     if (widget_ == nullptr) return;
     try {
@@ -77,11 +79,35 @@ void WidgetParts::Attempt(const std::function<void()>& call) {
   }
 }
 
+template <typename Signal>
+void WidgetParts::Raise(Signal signal) {
+  if (widget_ == nullptr || widget_->parts_ == nullptr) return;
+  const Pin pin(weak_from_this().lock());
+  signal(*widget_);
+}
+
 void WidgetParts::PropertyChanged(std::string_view key) {
   FrameChanged();
-  if (widget_ == nullptr) return;
-  const Pin pin(weak_from_this().lock());
-  Q_EMIT widget_->PropertyChanged(ToQString(key));
+  Raise([&](StockbookWidget& widget) { Q_EMIT widget.PropertyChanged(ToQString(key)); });
+}
+
+void WidgetParts::AppearanceChanged() {
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.AppearanceChanged(); });
+}
+
+void WidgetParts::JournalChanged() {
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.JournalChanged(); });
+}
+
+WidgetParts::RowValues WidgetParts::ReadRow() const {
+  return {.row = control_.Row(), .rows = control_.Rows(), .flag = control_.Flag()};
+}
+
+void WidgetParts::TellRow() {
+  const RowValues now = ReadRow();
+  if (now == told_row_) return;
+  told_row_ = now;
+  Raise([](StockbookWidget& widget) { Q_EMIT widget.RowChanged(); });
 }
 
 // The control already calls this while it is being constructed.

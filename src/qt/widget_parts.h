@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -44,6 +45,9 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   // may delete the widget meanwhile.
   void Attempt(const std::function<void()>& call);
 
+  // Raises RowChanged if the current row or the number of rows is another than when this was last called.
+  void TellRow();
+
   // The grid follows the widget's font until somebody sets another one.
   void FollowFont();
 
@@ -58,12 +62,26 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   // platform::ControlSite
   void PropertyChanged(std::string_view key) override;
   void FrameChanged() override;
+  void AppearanceChanged() override;
+  void JournalChanged() override;
   // platform::Menu
   platform::MenuChoice PopUp(const platform::MenuItem& menu) override;
   platform::MenuChoice PopUpToTick(const platform::MenuItem& menu, const platform::MenuTick& tick) override;
 
   // The control lays out at once, which measures the grid's font.
   control::Surroundings Surroundings();
+
+  // What the properties of the current row are read from.
+  struct RowValues {
+    int row = 0;
+    int rows = 0;
+    int16_t flag = 0;
+    bool operator==(const RowValues&) const = default;
+  };
+  RowValues ReadRow() const;
+  // Raises a signal of the widget, if there is one.
+  template <typename Signal>
+  void Raise(Signal signal);
 
   StockbookWidget* widget_;  // null once it is deleted
   sheet::GridSheet fg_;
@@ -79,6 +97,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   std::unique_ptr<HeaderBand> header_band_;
   std::unique_ptr<SheetWidget> view_;
   control::Stockbook control_;
+  RowValues told_row_;
 };
 
 }  // namespace stockbook::qt

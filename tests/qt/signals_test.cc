@@ -52,7 +52,8 @@ TEST_F(Signals, AreTheNineEventsInTheirOrderWithTheirArguments) {
                       "CommandExecute(QString CommandName, stockbook::qt::BooleanReference Cancel)",
                       "Notify(QString Msg)", "AfterRowChanged()", "AfterRangeSelected()",
                       "MouseUp(" + integer + "Button, " + integer + "Shift, " + single + "X, " + single + "Y)",
-                      "FindMsg(QString rMsg)", "PropertyChanged(QString Key)"}));
+                      "FindMsg(QString rMsg)", "PropertyChanged(QString Key)", "JournalChanged()", "RowChanged()",
+                      "AppearanceChanged()"}));
 }
 
 TEST_F(Signals, ThatAreConnectedByNameMayWriteTheirArguments) {

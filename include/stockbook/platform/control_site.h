@@ -17,6 +17,11 @@ class STOCKBOOK_API ControlSite {
   virtual void PropertyChanged(std::string_view key) = 0;
   // The caption band, the frames or the mark changed and must be redrawn.
   virtual void FrameChanged() = 0;
+  // A saved property has another value than before. Called after PropertyChanged, and once after reading a bag.
+  virtual void AppearanceChanged() {}
+  // The connection, a key, a text, a format, a right or a row height of the journal is another than before: set, or
+  // found by a load, which tells it at its end. What it throws is dropped.
+  virtual void JournalChanged() {}
 };
 
 }  // namespace stockbook::platform

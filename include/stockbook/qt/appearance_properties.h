@@ -17,10 +17,10 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   Q_OBJECT
 
 // A property of the toolkit over the control's property of that name.
-#define STOCKBOOK_APPEARANCE(Type, Name)          \
-  Q_PROPERTY(Type Name READ Name WRITE Set##Name) \
- public:                                          \
-  void Set##Name(const Type& value);              \
+#define STOCKBOOK_APPEARANCE(Type, Name)                                   \
+  Q_PROPERTY(Type Name READ Name WRITE Set##Name NOTIFY AppearanceChanged) \
+ public:                                                                   \
+  void Set##Name(const Type& value);                                       \
   Type Name() const;
 
  public:
@@ -88,6 +88,10 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   STOCKBOOK_APPEARANCE(int, ChildSpacing)
   STOCKBOOK_APPEARANCE(QColor, BorderColor)
   STOCKBOOK_APPEARANCE(QColor, SheetBorderColor)
+
+ Q_SIGNALS:
+  // One of these properties has another value than before: a setter was called, or they were restored.
+  void AppearanceChanged();
 
  protected:
   using JournalProperties::JournalProperties;

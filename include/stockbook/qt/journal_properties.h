@@ -22,52 +22,52 @@ class WidgetParts;
 // and Notify reports the error. Call control() to get the exception itself.
 class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_OBJECT
-  Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType)
-  Q_PROPERTY(QString FmtName READ FmtName)
-  Q_PROPERTY(bool AllowQty2 READ AllowQty2 WRITE SetAllowQty2)
-  Q_PROPERTY(bool AllowInv READ AllowInv WRITE SetAllowInv)
-  Q_PROPERTY(int dpID READ dpID WRITE SetdpID)
-  Q_PROPERTY(QString dpCode READ dpCode WRITE SetdpCode)
-  Q_PROPERTY(QString AccPeriod READ AccPeriod)
-  Q_PROPERTY(QString DepotName READ DepotName)
-  Q_PROPERTY(int KeyID READ KeyID WRITE SetKeyID)
-  Q_PROPERTY(QString KeyName READ KeyName)
-  Q_PROPERTY(QString ProductNo READ ProductNo)
-  Q_PROPERTY(QString Model READ Model)
-  Q_PROPERTY(QString Standard READ Standard)
-  Q_PROPERTY(QString Measure READ Measure)
-  Q_PROPERTY(QString MaterielTitle READ MaterielTitle WRITE SetMaterielTitle)
-  Q_PROPERTY(QString SupplierTitle READ SupplierTitle WRITE SetSupplierTitle)
-  Q_PROPERTY(QString CustomerTitle READ CustomerTitle WRITE SetCustomerTitle)
-  Q_PROPERTY(QString ProjectTitle READ ProjectTitle WRITE SetProjectTitle)
-  Q_PROPERTY(QString Field00 READ Field00 WRITE SetField00)
-  Q_PROPERTY(QString Field01 READ Field01 WRITE SetField01)
-  Q_PROPERTY(QString Field02 READ Field02 WRITE SetField02)
-  Q_PROPERTY(QString Field03 READ Field03 WRITE SetField03)
-  Q_PROPERTY(QString Field04 READ Field04 WRITE SetField04)
-  Q_PROPERTY(QString Field05 READ Field05 WRITE SetField05)
-  Q_PROPERTY(QString Field06 READ Field06 WRITE SetField06)
-  Q_PROPERTY(QString Field10 READ Field10 WRITE SetField10)
-  Q_PROPERTY(QString Field11 READ Field11 WRITE SetField11)
-  Q_PROPERTY(QString Field12 READ Field12 WRITE SetField12)
-  Q_PROPERTY(QString Field13 READ Field13 WRITE SetField13)
-  Q_PROPERTY(QString Field14 READ Field14 WRITE SetField14)
-  Q_PROPERTY(QString Field15 READ Field15 WRITE SetField15)
-  Q_PROPERTY(QString Field16 READ Field16 WRITE SetField16)
-  Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
-  Q_PROPERTY(QString FieldsFilter READ FieldsFilter WRITE SetFieldsFilter)
-  Q_PROPERTY(QString ColsFilter READ ColsFilter)
-  Q_PROPERTY(QString AccRestrict READ AccRestrict WRITE SetAccRestrict)
-  Q_PROPERTY(QString PriceFormat READ PriceFormat WRITE SetPriceFormat)
-  Q_PROPERTY(QString QuantityFormat READ QuantityFormat WRITE SetQuantityFormat)
-  Q_PROPERTY(QString AccountFormat READ AccountFormat WRITE SetAccountFormat)
-  Q_PROPERTY(QString FlagName READ FlagName)
-  Q_PROPERTY(int Row READ Row WRITE SetRow)
-  Q_PROPERTY(int Rows READ Rows)
-  Q_PROPERTY(QString OutlineColKey READ OutlineColKey)
-  Q_PROPERTY(float RowHeight READ RowHeight WRITE SetRowHeight)
-  Q_PROPERTY(float RowHeightTitle READ RowHeightTitle WRITE SetRowHeightTitle)
-  Q_PROPERTY(float RowHeightSum READ RowHeightSum WRITE SetRowHeightSum)
+  Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType NOTIFY JournalChanged)
+  Q_PROPERTY(QString FmtName READ FmtName NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(bool AllowQty2 READ AllowQty2 WRITE SetAllowQty2 NOTIFY JournalChanged)
+  Q_PROPERTY(bool AllowInv READ AllowInv WRITE SetAllowInv NOTIFY JournalChanged)
+  Q_PROPERTY(int dpID READ dpID WRITE SetdpID NOTIFY JournalChanged)
+  Q_PROPERTY(QString dpCode READ dpCode WRITE SetdpCode NOTIFY JournalChanged)
+  Q_PROPERTY(QString AccPeriod READ AccPeriod NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString DepotName READ DepotName NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(int KeyID READ KeyID WRITE SetKeyID NOTIFY JournalChanged DESIGNABLE false)
+  Q_PROPERTY(QString KeyName READ KeyName NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString ProductNo READ ProductNo NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString Model READ Model NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString Standard READ Standard NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString Measure READ Measure NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString MaterielTitle READ MaterielTitle WRITE SetMaterielTitle NOTIFY JournalChanged)
+  Q_PROPERTY(QString SupplierTitle READ SupplierTitle WRITE SetSupplierTitle NOTIFY JournalChanged)
+  Q_PROPERTY(QString CustomerTitle READ CustomerTitle WRITE SetCustomerTitle NOTIFY JournalChanged)
+  Q_PROPERTY(QString ProjectTitle READ ProjectTitle WRITE SetProjectTitle NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field00 READ Field00 WRITE SetField00 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field01 READ Field01 WRITE SetField01 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field02 READ Field02 WRITE SetField02 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field03 READ Field03 WRITE SetField03 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field04 READ Field04 WRITE SetField04 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field05 READ Field05 WRITE SetField05 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field06 READ Field06 WRITE SetField06 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field10 READ Field10 WRITE SetField10 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field11 READ Field11 WRITE SetField11 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field12 READ Field12 WRITE SetField12 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field13 READ Field13 WRITE SetField13 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field14 READ Field14 WRITE SetField14 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field15 READ Field15 WRITE SetField15 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Field16 READ Field16 WRITE SetField16 NOTIFY JournalChanged)
+  Q_PROPERTY(QString Caption READ Caption WRITE SetCaption NOTIFY JournalChanged)
+  Q_PROPERTY(QString FieldsFilter READ FieldsFilter WRITE SetFieldsFilter NOTIFY JournalChanged)
+  Q_PROPERTY(QString ColsFilter READ ColsFilter NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString AccRestrict READ AccRestrict WRITE SetAccRestrict NOTIFY JournalChanged)
+  Q_PROPERTY(QString PriceFormat READ PriceFormat WRITE SetPriceFormat NOTIFY JournalChanged)
+  Q_PROPERTY(QString QuantityFormat READ QuantityFormat WRITE SetQuantityFormat NOTIFY JournalChanged)
+  Q_PROPERTY(QString AccountFormat READ AccountFormat WRITE SetAccountFormat NOTIFY JournalChanged)
+  Q_PROPERTY(QString FlagName READ FlagName NOTIFY RowChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(int Row READ Row WRITE SetRow NOTIFY RowChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(int Rows READ Rows NOTIFY RowChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(QString OutlineColKey READ OutlineColKey NOTIFY JournalChanged DESIGNABLE false STORED false)
+  Q_PROPERTY(float RowHeight READ RowHeight WRITE SetRowHeight NOTIFY JournalChanged)
+  Q_PROPERTY(float RowHeightTitle READ RowHeightTitle WRITE SetRowHeightTitle NOTIFY JournalChanged)
+  Q_PROPERTY(float RowHeightSum READ RowHeightSum WRITE SetRowHeightSum NOTIFY JournalChanged)
 
  public:
   // The interface spells it like this.
@@ -168,6 +168,14 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   float RowHeightTitle() const;
   void SetRowHeightSum(float twips);
   float RowHeightSum() const;
+
+ Q_SIGNALS:
+  // One of these properties is another than before, whoever changed it: a setter, a load, which tells it once at its
+  // end, or a user who drags a row's height. What the database alone changed (AccPeriod, DepotName) is not told.
+  void JournalChanged();
+  // Row, Rows or FlagName is another than before, by the user, a setter or a load. A host that changes the rows of the
+  // grid itself knows it.
+  void RowChanged();
 
  protected:
   explicit JournalProperties(QWidget* parent);

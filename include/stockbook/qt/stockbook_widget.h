@@ -35,8 +35,8 @@ namespace stockbook::qt {
 class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   Q_OBJECT
   // Plain flags for the host's use.
-  Q_PROPERTY(bool AllowView READ AllowView WRITE SetAllowView)
-  Q_PROPERTY(bool AllowPrint READ AllowPrint WRITE SetAllowPrint)
+  Q_PROPERTY(bool AllowView READ AllowView WRITE SetAllowView NOTIFY JournalChanged)
+  Q_PROPERTY(bool AllowPrint READ AllowPrint WRITE SetAllowPrint NOTIFY JournalChanged)
 
  public:
   explicit StockbookWidget(QWidget* parent = nullptr);
