@@ -127,21 +127,6 @@ TEST(Painter, CutsTheTextOfARowLowerThanALine) {
   EXPECT_EQ(canvas.Find("low")->rect.height, 7);
 }
 
-TEST(Painter, PutsNumbersRightAndTextsLeftWhereTheColumnLeavesItOpen) {
-  GridSheet sheet;
-  sheet.LoadColumns(Together(Texts({"text"}), Doubles({12.5}), Texts({"-"})), 1);
-  sheet.SetColDataType(2, DataType::kDouble);
-  sheet.SetColDataType(3, DataType::kDouble);
-  const RecordingCanvas canvas = Painted(sheet);
-  EXPECT_EQ(canvas.Find("text")->align, HorizontalAlign::kLeft);
-  EXPECT_EQ(canvas.Find("12.5")->align, HorizontalAlign::kRight);
-  EXPECT_EQ(canvas.Find("-")->align, HorizontalAlign::kLeft);
-  sheet.SetColAlignment(1, Alignment::kRightCenter);
-  sheet.SetCellAlignment({1, 2, 2, 3}, Alignment::kCenterCenter);
-  EXPECT_EQ(Painted(sheet).Find("text")->align, HorizontalAlign::kRight);
-  EXPECT_EQ(Painted(sheet).Find("12.5")->align, HorizontalAlign::kCenter);
-}
-
 TEST(Painter, ShowsHashesForNumbersThatDoNotFitAndAnEllipsisForTexts) {
   GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a long text here"}), Doubles({1234567}), Texts({"12.5\n1,234,567.00"})), 1);

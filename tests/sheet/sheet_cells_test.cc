@@ -165,6 +165,55 @@ TEST(Sheet, ShowsFormattedNumbersAndLeavesOtherTextsAlone) {
   EXPECT_EQ(sheet.TextMatrix(1, 1), "-");
 }
 
+TEST(Sheet, TakesTheTypeFromTheFormatWhereNoneWasSet) {
+  GridSheet sheet;
+  sheet.LoadColumns(Together(Texts({"1234.5"}), Texts({"2004-03-01 08:00:00"})), 1);
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kString);
+  sheet.SetColFormat(1, "#,##0.00");
+  sheet.SetColFormat(2, "yyyy-MM-dd");
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kDouble);
+  EXPECT_EQ(sheet.ColDataType(2), DataType::kDate);
+  EXPECT_EQ(sheet.DisplayText(1, 1), "1,234.50");
+  EXPECT_EQ(sheet.DisplayText(1, 2), "2004-03-01");
+  sheet.SetColFormat(1, "");
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kString);
+  EXPECT_EQ(sheet.DisplayText(1, 1), "1234.5");
+}
+
+TEST(Sheet, KeepsATypeThatWasSetWhateverTheFormatAndTheValuesAre) {
+  GridSheet sheet;
+  sheet.LoadColumns(Together(Doubles({1234.5}), Texts({"8"})), 1);
+  sheet.SetColDataType(1, DataType::kString);
+  sheet.SetColDataType(2, DataType::kCurrency);
+  sheet.SetColFormat(1, "#,##0.00");
+  sheet.SetColFormat(2, "yyyy-MM-dd");
+  sheet.LoadColumns(Together(Doubles({1234.5}), Texts({"8"})), 1);
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kString);
+  EXPECT_EQ(sheet.ColDataType(2), DataType::kCurrency);
+  EXPECT_EQ(sheet.DisplayText(1, 1), "1234.5");
+}
+
+TEST(Sheet, TakesAColumnForNumbersAsLongAsItsLoadedValuesAreAllNumbers) {
+  columns::ColumnBuilder some;
+  some.AppendNull();
+  some.AppendMoney(Money::FromUnits(5));
+  columns::ColumnBuilder none;
+  none.AppendNull();
+  none.AppendNull();
+  GridSheet sheet;
+  sheet.LoadColumns(Together(some.Finish(), none.Finish(), Texts({"1", "2"})), 1);
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kDouble);
+  EXPECT_EQ(sheet.ColDataType(2), DataType::kString) << "nothing is no number";
+  EXPECT_EQ(sheet.ColDataType(3), DataType::kString);
+  sheet.ReplaceLoaded(1, Texts({"a", "b"}));
+  sheet.ReplaceLoaded(2, Numbers(2));
+  EXPECT_EQ(sheet.ColDataType(1), DataType::kString);
+  EXPECT_EQ(sheet.ColDataType(2), DataType::kDouble);
+  sheet.SetRows(1);
+  sheet.LoadColumns(Together(Texts({"a"}), Texts({"b"})), 1);
+  EXPECT_EQ(sheet.ColDataType(2), DataType::kString);
+}
+
 TEST(Sheet, ShowsLoadedMoneyExactly) {
   columns::ColumnBuilder builder;
   builder.AppendMoney(Money::FromUnits(INT64_MAX));

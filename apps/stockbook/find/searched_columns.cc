@@ -30,7 +30,7 @@ SearchedColumns::SearchedColumns(const sheet::Sheet& sheet) : sheet_(sheet) {
     const Column* loaded = searched.LoadedText();
     if (searched.hidden || (loaded == nullptr && !searched.HasRecordTexts())) continue;
     const bool coded =
-        loaded != nullptr && loaded->HasTextCodes() && searched.format.IsEmpty() && !searched.HasRecordTexts();
+        loaded != nullptr && loaded->HasTextCodes() && searched.format().IsEmpty() && !searched.HasRecordTexts();
     if (coded && loaded->TextCodeCount() <= MostCodes(sheet.RecordCount())) {
       coded_.push_back(loaded);
     } else {

@@ -48,9 +48,9 @@ void SelectionSums::TakeDecimals(const sheet::Sheet& sheet) {
   for (size_t column = 0; column < has_numbers_.size(); ++column) {
     if (!has_numbers_[column]) continue;
     const sheet::SheetColumn& cells = sheet.store().columns().At(static_cast<int>(column));
-    const auto& format = cells.format.plain();
+    const auto& format = cells.format().plain();
     // A share is shown as another number than it is.
-    const bool formatted = cells.format.FormatsNumbers(cells.type) && format && format->power == 0;
+    const bool formatted = cells.format().FormatsNumbers(cells.type()) && format && format->power == 0;
     least_decimals_ = std::max(least_decimals_, formatted ? format->least_decimals : 0);
     most_decimals_ = std::max(most_decimals_, formatted ? format->most_decimals : kExactDecimals);
   }
@@ -90,7 +90,7 @@ void SelectionSums::AddInserted(const sheet::Sheet& sheet, const platform::CellR
 void SelectionSums::AddRecords(const sheet::Sheet& sheet, int column, size_t first, size_t count) {
   const sheet::SheetColumn& cells = sheet.store().columns().At(column);
   const columns::Column* loaded = cells.LoadedText();
-  const bool of_numbers = sheet::IsNumberType(cells.type);
+  const bool of_numbers = sheet::IsNumberType(cells.type());
   const bool of_texts = loaded != nullptr && loaded->HasTextCodes();
   if (of_texts && !of_numbers && !cells.HasRecordTexts()) return;
   if (of_texts && !cells.HasRecordTexts() && loaded->TextCodeCount() <= count) {

@@ -40,6 +40,8 @@ class STOCKBOOK_API GridColumns {
 
   virtual bool ColHidden(int column) const = 0;
   virtual void SetColHidden(int column, bool hidden) = 0;
+  // The type that was set. Where none was, a format for numbers or dates makes it kDouble or kDate, and so do loaded
+  // values that are all numbers; otherwise it is kString.
   virtual DataType ColDataType(int column) const = 0;
   virtual void SetColDataType(int column, DataType type) = 0;
   virtual std::string ColFormat(int column) const = 0;

@@ -46,7 +46,7 @@ std::string Sheet::DisplayText(int row, int column) const {
 std::string Sheet::FormatValue(int column, const base::Value& value) const {
   std::string text;
   const bool formatted =
-      HasColumn(column) && store_.columns().At(column).format.Append(ColDataType(column), value, text);
+      HasColumn(column) && store_.columns().At(column).format().Append(ColDataType(column), value, text);
   return formatted ? text : value.Text();
 }
 

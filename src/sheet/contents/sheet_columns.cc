@@ -82,25 +82,25 @@ void Sheet::SetColHidden(int column, bool hidden) {
 
 DataType Sheet::ColDataType(int column) const {
   CheckColumn("ColDataType", column);
-  return store_.columns().At(column).type;
+  return store_.columns().At(column).type();
 }
 
 void Sheet::SetColDataType(int column, DataType type) {
   CheckColumn("ColDataType", column);
-  store_.columns().At(column).type = type;
+  store_.columns().At(column).SetType(type);
   LooksChanged();
 }
 
 std::string Sheet::ColFormat(int column) const {
   CheckColumn("ColFormat", column);
-  return store_.columns().At(column).format.text();
+  return store_.columns().At(column).format().text();
 }
 
 void Sheet::SetColFormat(int column, std::string_view format) {
   CheckColumn("ColFormat", column);
   SheetColumn& target = store_.columns().At(column);
-  if (target.format.text() == format) return;
-  target.format = CellFormat(format);
+  if (target.format().text() == format) return;
+  target.SetFormat(format);
   LooksChanged();
 }
 

@@ -54,6 +54,11 @@ CellFormat::CellFormat(std::string_view format) : text_(format) {
   }
 }
 
+std::optional<platform::DataType> CellFormat::ShownType() const {
+  if (kind_ == Kind::kNone) return std::nullopt;
+  return kind_ == Kind::kDate ? platform::DataType::kDate : platform::DataType::kDouble;
+}
+
 bool CellFormat::Append(platform::DataType type, const base::Value& value, std::string& out) const {
   if (const auto* text = value.As<std::string>()) return Append(type, std::string_view(*text), out);
   if (kind_ == Kind::kDate) {

@@ -32,6 +32,8 @@ class CellFormat {
   bool Append(platform::DataType type, const base::Value& value, std::string& out) const;
   bool Append(platform::DataType type, std::string_view text, std::string& out) const;
 
+  // The type of the values that it is for: numbers or dates.
+  std::optional<platform::DataType> ShownType() const;
   // Whether it changes how numbers look in cells of the type.
   bool FormatsNumbers(platform::DataType type) const { return kind_ == Kind::kNumber && IsNumberType(type); }
   // How it shows them, if it has the common shape.

@@ -169,7 +169,7 @@ SnapshotCell SnapshotBuilder::CellOf(const SnapshotRow& row, const SheetColumn& 
   const bool caption = row.row < sheet_.FixedRows();
   cell.alignment = style.alignment.value_or(caption ? Alignment::kCenterCenter : column.alignment);
   if (cell.alignment == Alignment::kGeneral) {
-    const bool right = cell.number || (column.type == platform::DataType::kDate && !caption);
+    const bool right = cell.number || (column.type() == platform::DataType::kDate && !caption);
     cell.alignment = right ? Alignment::kRightCenter : Alignment::kLeftCenter;
   }
   AddColours(row, column.position, style, cell);
@@ -191,7 +191,7 @@ void SnapshotBuilder::AddText(const SnapshotRow& row, const SheetColumn& column,
     texts.resize(end);
   }
   cell.text_size = static_cast<uint32_t>(texts.size()) - cell.text_first;
-  if (caption || cell.text_size == 0 || !IsNumberType(column.type)) return;
+  if (caption || cell.text_size == 0 || !IsNumberType(column.type())) return;
   // A number has digits and no characters but those of numbers: "1,234.50", "12%", "1.00\n2.00".
   const std::string_view text = std::string_view(texts).substr(cell.text_first);
   cell.number = text.find_first_not_of("0123456789.,+-()%Ee \r\n") == std::string_view::npos &&

@@ -22,9 +22,9 @@ ColumnTexts::ColumnTexts(const Store& store, const SheetColumn& column)
     : store_(store),
       column_(column),
       loaded_(column.LoadedText()),
-      formatted_(!column.format.IsEmpty()),
-      formats_numbers_(column.format.FormatsNumbers(column.type)),
-      plain_(formats_numbers_ ? column.format.plain() : std::optional(PlainNumber())),
+      formatted_(!column.format().IsEmpty()),
+      formats_numbers_(column.format().FormatsNumbers(column.type())),
+      plain_(formats_numbers_ ? column.format().plain() : std::optional(PlainNumber())),
       one_by_one_(loaded_ == nullptr || column.HasRecordTexts()) {}
 
 std::span<const std::string_view> ColumnTexts::Read(int64_t first, size_t count) {

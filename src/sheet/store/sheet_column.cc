@@ -20,6 +20,13 @@ bool IsLoaded(const Column* column, RowId id) {
   return column != nullptr && id >= 0 && static_cast<size_t>(id) < column->size();
 }
 
+// Of a text it reads nothing, since it is asked where nothing may fail: a value of a text takes memory.
+bool HoldsNumbers(const Column& column) noexcept {
+  if (column.size() == 0 || !column.HoldsNumbersOnly()) return false;
+  const auto constant = column.ConstantValue();
+  return !(constant && constant->IsNull());
+}
+
 constexpr auto kIsOfRecord = [](const auto& cell) { return cell.first >= 0; };
 
 template <typename Map>
@@ -46,6 +53,25 @@ double NumberOfText(const base::Value& value) {
 }
 
 }  // namespace
+
+void SheetColumn::SetType(platform::DataType type) {
+  set_type_ = type;
+  FindType();
+}
+
+void SheetColumn::SetFormat(std::string_view format) {
+  format_ = CellFormat(format);
+  FindType();
+}
+
+void SheetColumn::FindType() {
+  const auto implied = [&] {
+    if (const auto shown = format_.ShownType()) return *shown;
+    return loaded_text_ != nullptr && HoldsNumbers(*loaded_text_) ? platform::DataType::kDouble
+                                                                  : platform::DataType::kString;
+  };
+  type_ = set_type_ ? *set_type_ : implied();
+}
 
 CellContent SheetColumn::ContentOf(RowId id) const {
   if (!texts_.empty()) {
@@ -102,6 +128,7 @@ void SheetColumn::Load(std::shared_ptr<const Column> values) {
 void SheetColumn::LoadText(std::shared_ptr<const Column> texts) {
   std::erase_if(texts_, kIsOfRecord);
   loaded_text_ = std::move(texts);
+  FindType();
 }
 
 bool SheetColumn::HasRecordTexts() const { return std::any_of(texts_.begin(), texts_.end(), kIsOfRecord); }

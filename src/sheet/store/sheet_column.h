@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -49,11 +50,15 @@ class SheetColumn {
   int position = 0;  // kept by ColumnSet
   bool hidden = false;
   int width_twips = kDefaultWidth;
-  platform::DataType type = platform::DataType::kString;
   platform::Alignment alignment = platform::Alignment::kGeneral;
-  CellFormat format;
   IntervalMap styles;  // codes of the store's CellStyles
   LoadedPictures pictures;
+
+  // The one that was set; else what the format shows, or a number where all loaded values are; else a text.
+  platform::DataType type() const { return type_; }
+  void SetType(platform::DataType type);
+  const CellFormat& format() const { return format_; }
+  void SetFormat(std::string_view format);
 
   CellContent ContentOf(RowId id) const;
   void AppendText(RowId id, std::string& out) const;
@@ -86,6 +91,11 @@ class SheetColumn {
   size_t MemoryBytes() const;
 
  private:
+  void FindType();
+
+  std::optional<platform::DataType> set_type_;
+  platform::DataType type_ = platform::DataType::kString;
+  CellFormat format_;
   std::shared_ptr<const columns::Column> loaded_text_;
   std::shared_ptr<const columns::Column> loaded_data_;
   std::unordered_map<RowId, std::string> texts_;

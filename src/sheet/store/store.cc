@@ -147,10 +147,10 @@ std::string Store::DisplayAt(int row, int column) const {
 void Store::AppendDisplay(const SheetColumn& column, RowId id, std::string& out) const {
   const CellContent content = column.ContentOf(id);
   if (content.column == nullptr) {
-    if (!column.format.Append(column.type, content.text, out)) out += content.text;
+    if (!column.format().Append(column.type(), content.text, out)) out += content.text;
     return;
   }
-  if (column.format.IsEmpty() || !column.format.Append(column.type, content.column->At(content.record), out)) {
+  if (column.format().IsEmpty() || !column.format().Append(column.type(), content.column->At(content.record), out)) {
     content.column->AppendText(content.record, out);
   }
 }
