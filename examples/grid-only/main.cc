@@ -8,8 +8,6 @@
 
 #include "stockbook/columns/column.h"
 #include "stockbook/columns/column_builder.h"
-#include "stockbook/qt/clipboard.h"
-#include "stockbook/qt/fonts.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/sheet/grid_sheet.h"
 
@@ -45,14 +43,11 @@ void Fill(sb::sheet::GridSheet& sheet) {
   const struct {
     const char* caption;
     int width_px;
-    bool number;
-  } looks[] = {{"", 56, true},    {"Month", 80, false}, {"Date", 130, false},  {"Text", 220, false},
-               {"In", 110, true}, {"Out", 110, true},   {"Balance", 120, true}};
+  } looks[] = {{"", 56}, {"Month", 80}, {"Date", 130}, {"Text", 220}, {"In", 110}, {"Out", 110}, {"Balance", 120}};
   sheet.LoadColumns(MakeCashBook(100000), 0);
   for (int column = 0; column < kColumns; ++column) {
     sheet.SetTextMatrix(0, column, looks[column].caption);
     sheet.SetColWidth(column, looks[column].width_px * 15);  // twips
-    if (looks[column].number) sheet.SetColDataType(column, sb::platform::DataType::kCurrency);
     if (column >= kIn) sheet.SetColFormat(column, "#,##0.00");
   }
   sheet.SetColHidden(kMonth, true);
@@ -64,12 +59,8 @@ void Fill(sb::sheet::GridSheet& sheet) {
 
 int main(int count, char** arguments) {
   const QApplication application(count, arguments);
-  sb::sheet::GridSheet sheet;
-  sb::qt::QtClipboard clipboard;
-  sheet.SetGridFont(sb::qt::DefaultGridFont());
-  sheet.view().SetClipboard(&clipboard);
-  Fill(sheet);
-  sb::qt::SheetWidget view(sheet.view());
+  sb::qt::SheetWidget view;
+  Fill(view.grid());
   view.setWindowTitle("Cash book");
   view.resize(780, 480);
   view.show();

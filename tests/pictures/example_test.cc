@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -38,7 +39,28 @@ TEST_F(GridOnly, SaysWhenItsPictureCannotBeWritten) {
   ASSERT_TRUE(example.waitForFinished(60000));
   EXPECT_EQ(example.exitCode(), 1);
 }
+
+TEST_F(GridOnly, IsLinkedWithoutTheJournal) {
+  std::ifstream program(STOCKBOOK_GRID_ONLY, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(program), {}};
+  // The names of classes that have a type at run time, and of functions; stripped programs keep the former.
+  EXPECT_NE(bytes.find("9stockbook5sheet"), std::string::npos);
+  for (const char* room : {"7journal", "7control", "11interaction", "9databases"}) {
+    EXPECT_EQ(bytes.find(std::string("9stockbook") + room), std::string::npos) << room;
+  }
+}
 #endif
+
+TEST_F(GridOnly, IsPrintedInThePageAboutTheGrid) {
+  const auto text_of = [](const std::string& file) {
+    std::ifstream stream(std::string(STOCKBOOK_SOURCE_DIR) + file);
+    return std::string{std::istreambuf_iterator<char>(stream), {}};
+  };
+  const std::string source = text_of("/examples/grid-only/first.cc");
+  const std::string code = source.substr(source.find("#include"));
+  EXPECT_NE(text_of("/docs/grid.md").find("```cpp\n" + code + "```\n"), std::string::npos)
+      << "docs/grid.md prints the program as it is, from its first #include on";
+}
 
 TEST_F(GridOnly, TakesFewerThanEightyLines) {
   std::ifstream source(std::string(STOCKBOOK_SOURCE_DIR) + "/examples/grid-only/main.cc");

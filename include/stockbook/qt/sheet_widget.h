@@ -16,6 +16,7 @@
 #include "sheet/view/bar_scale.h"
 #include "sheet/view/pixel_moves.h"
 #include "stockbook/base/api.h"
+#include "stockbook/qt/clipboard.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/sheet/view/view.h"
 #include "stockbook/sheet/view/viewer.h"
@@ -30,11 +31,16 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   Q_OBJECT
 
  public:
-  // Events for screen readers go to the toolkit unless another receiver is set.
+  // Shows a grid of its own, in the widget's font and with the desktop's clipboard.
+  explicit SheetWidget(QWidget* parent = nullptr);
+  // Shows the view of a sheet that the host has. Events for screen readers go to the toolkit unless another receiver is
+  // set.
   explicit SheetWidget(sheet::View& view, QWidget* parent = nullptr,
                        QAccessible::UpdateHandler tell = &QAccessible::updateAccessibility);
   ~SheetWidget() override;
 
+  // The grid of its own; throws platform::Error where the widget was made for a view.
+  sheet::GridSheet& grid() const;
   sheet::View& view() const { return *view_; }
   sheet::Sheet& sheet() const { return view_->sheet(); }
   // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
@@ -65,6 +71,7 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   void changeEvent(QEvent* event) override;
 
  private:
+  SheetWidget(std::unique_ptr<sheet::GridSheet> grid, QWidget* parent);
   // As the right button on the current cell, or with Ctrl on its caption; false if nobody listens.
   bool OpenMenu(Qt::KeyboardModifiers modifiers);
   // sheet::SheetViewer
@@ -96,6 +103,8 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
   QRect ToLogical(const sheet::Rect& rect) const;
 
+  QtClipboard clipboard_;                      // of the grid of its own
+  std::unique_ptr<sheet::GridSheet> grid_;     // of its own
   std::unique_ptr<sheet::GridSheet> nothing_;  // instead of a sheet that has gone
   sheet::View* view_ = nullptr;
   std::optional<sheet::Mouse> mouse_;

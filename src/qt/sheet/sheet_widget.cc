@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/qt/sheet_widget.h"
 
-#include <QApplication>
-#include <QContextMenuEvent>
 #include <QCursor>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
-#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "qt/sheet/accessible_grid.h"
-#include "qt/sheet/input_events.h"
 #include "qt/sheet/scroll_bar.h"
 #include "qt/sheet/text.h"
 #include "qt/sheet/tool_tip.h"
@@ -23,15 +19,14 @@
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
+#include "stockbook/platform/error.h"
 #include "stockbook/qt/fonts.h"
 
 namespace stockbook::qt {
 namespace {
 
-constexpr double kWheelStep = 120.0;  // the wheel's angle for one notch, in eighths of a degree
 // If there are more damaged pieces than this, their bounding rectangle is painted.
 constexpr int kMostPieces = 8;
-constexpr int kAutoScrollMs = 50;
 constexpr double kLeastZoom = 0.5;
 constexpr double kMostZoom = 3.0;
 
@@ -49,6 +44,15 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 
 }  // namespace
 
+SheetWidget::SheetWidget(QWidget* parent) : SheetWidget(std::make_unique<sheet::GridSheet>(), parent) {
+  grid_->SetGridFont(GridFontFor(font()));
+  grid_->view().SetClipboard(&clipboard_);
+}
+
+SheetWidget::SheetWidget(std::unique_ptr<sheet::GridSheet> grid, QWidget* parent) : SheetWidget(grid->view(), parent) {
+  grid_ = std::move(grid);
+}
+
 SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
     : QAbstractScrollArea(parent), view_(&view), news_(*this, tell) {
   setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
@@ -65,6 +69,13 @@ SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::Update
 }
 
 SheetWidget::~SheetWidget() { view_->SetViewer(nullptr); }
+
+sheet::GridSheet& SheetWidget::grid() const {
+  if (grid_ == nullptr) {
+    throw platform::Error("grid", "grid: this widget shows the view that it was made for, and has no grid of its own.");
+  }
+  return *grid_;
+}
 
 void SheetWidget::Show(sheet::View& view) {
   view_ = &view;
@@ -281,109 +292,6 @@ void SheetWidget::CursorChanged(sheet::Cursor cursor) {
       viewport()->setCursor(Qt::BusyCursor);
       break;
   }
-}
-
-void SheetWidget::keyPressEvent(QKeyEvent* event) {
-  // The key that ends a drag must not also close a dialog around the grid.
-  if (event->key() == Qt::Key_Escape && mouse_->Cancel()) return;
-  // X11 knows no such key for menus.
-  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && OpenMenu({})) return;
-  if (!keyboard_->Press(ToSheet(*event))) event->ignore();
-}
-
-void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_->Press(ToSheet(*event, ratio_)); }
-
-void SheetWidget::mouseMoveEvent(QMouseEvent* event) {
-  mouse_->Move(ToSheet(*event, ratio_));
-  KeepAutoScrolling();
-}
-
-void SheetWidget::mouseReleaseEvent(QMouseEvent* event) {
-  mouse_->Release(ToSheet(*event, ratio_));
-  KeepAutoScrolling();
-}
-
-void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_->DoubleClick(ToSheet(*event, ratio_)); }
-
-// The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
-// with Ctrl for the caption of its column.
-void SheetWidget::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() != QContextMenuEvent::Keyboard) {
-    event->setAccepted(view_->IsObserved());
-    return;
-  }
-  event->setAccepted(OpenMenu(event->modifiers()));
-}
-
-bool SheetWidget::OpenMenu(Qt::KeyboardModifiers modifiers) {
-  const int16_t control = modifiers.testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
-  const bool nested = std::exchange(menu_by_key_, true);
-  const bool taken = keyboard_->Press({sheet::Key::kMenu, {control}});
-  menu_by_key_ = nested;
-  return taken;
-}
-
-QPoint SheetWidget::MenuPlace() const {
-  const auto [row, column] = view_->mouse_cell();
-  if (!menu_by_key_ || row < 0 || column < 0) return QCursor::pos();
-  const sheet::Geometry geometry = view_->geometry();
-  const QRect cell = ToScreen(geometry.CellRect(row, column).Intersected(geometry.PaneOf(row, column)));
-  return {cell.left(), cell.bottom() + 1};
-}
-
-void SheetWidget::KeepAutoScrolling() {
-  if (!mouse_->WantsAutoScroll()) {
-    auto_scroll_.stop();
-  } else if (!auto_scroll_.isActive()) {
-    auto_scroll_.start(kAutoScrollMs, this);
-  }
-}
-
-void SheetWidget::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != auto_scroll_.timerId()) {
-    QAbstractScrollArea::timerEvent(event);
-    return;
-  }
-  mouse_->AutoScroll();
-  KeepAutoScrolling();
-}
-
-void SheetWidget::focusInEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusInEvent(event);
-  view_->SetFocused(true);
-  // The toolkit says itself, after this event, that the view has the focus; the current cell is to be the last word.
-  QMetaObject::invokeMethod(
-      this, [this] { news_.TellFocus(); }, Qt::QueuedConnection);
-}
-
-void SheetWidget::focusOutEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusOutEvent(event);
-  // The focus comes back when the menu closes.
-  if (event->reason() != Qt::PopupFocusReason) view_->SetFocused(false);
-}
-
-void SheetWidget::hideEvent(QHideEvent* event) {
-  LetGo();
-  QAbstractScrollArea::hideEvent(event);
-}
-
-// A touchpad reports pixels, a wheel notches of as many rows as the desktop is set to. Both scroll by pixels, and
-// fractions are kept for slow turning.
-void SheetWidget::wheelEvent(QWheelEvent* event) {
-  QPointF turned;
-  if (!event->pixelDelta().isNull()) {
-    turned = QPointF(event->pixelDelta()) * ratio_;
-  } else {
-    turned = QPointF(event->angleDelta()) / kWheelStep * QApplication::wheelScrollLines() * sheet::LineStep(*view_);
-  }
-  // With Shift the wheel of a plain mouse scrolls sideways.
-  if (event->modifiers().testFlag(Qt::ShiftModifier) && turned.x() == 0) turned = QPointF(turned.y(), 0);
-  wheel_rest_ += turned;
-  const auto dx = static_cast<int64_t>(wheel_rest_.x());
-  const auto dy = static_cast<int64_t>(wheel_rest_.y());
-  wheel_rest_ -= QPointF(static_cast<double>(dx), static_cast<double>(dy));
-  mouse_->Wheel(-dx, -dy);
-  event->accept();
 }
 
 }  // namespace stockbook::qt
