@@ -15,11 +15,14 @@
 
 #include "journal_window.h"
 #include "rival_models.h"
+#include "sheet/input/keyboard.h"
 #include "stockbook/base/value.h"
 #include "stockbook/columns/column.h"
 #include "stockbook/command/gui_session.h"
 #include "stockbook/qt/clipboard.h"
 #include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace {
 

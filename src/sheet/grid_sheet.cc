@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/sheet/grid_sheet.h"
 
+#include <utility>
+
+#include "sheet/contents/kept_sheet.h"
+
 namespace stockbook::sheet {
 
 void GridSheet::SelectRange(int row, int column, int row_sel, int col_sel) {
@@ -17,6 +21,22 @@ void GridSheet::SetTopRow(int row) {
 void GridSheet::SetLeftCol(int column) {
   CheckColumn("LeftCol", column);
   view_.ScrollTo(view_.geometry().WithLeftCol(column));
+}
+
+GridSheet::Kept::Kept(KeptSheet contents, const View::Place& place)
+    : contents_(std::make_unique<KeptSheet>(std::move(contents))), place_(place) {}
+
+GridSheet::Kept::Kept(Kept&& other) noexcept = default;
+
+GridSheet::Kept& GridSheet::Kept::operator=(Kept&& other) noexcept = default;
+
+GridSheet::Kept::~Kept() = default;
+
+GridSheet::Kept GridSheet::Keep() const { return {KeepContents(), view_.KeepPlace()}; }
+
+void GridSheet::PutBack(Kept kept) {
+  PutBackContents(std::move(*kept.contents_));
+  view_.PutBack(kept.place_);
 }
 
 }  // namespace stockbook::sheet

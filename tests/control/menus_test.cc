@@ -2,6 +2,7 @@
 // The two menus of the grid and what their items do.
 #include "control/working_control.h"
 
+#include "sheet/outline/row_states.h"
 #include "stockbook/base/value.h"
 #include "support/faulty_grid.h"
 

@@ -13,6 +13,7 @@
 #include "pictures/picture_comparison.h"
 #include "stockbook/qt/images.h"
 #include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/view/view.h"
 #include "support/sample_ledger.h"
 #include "support/toolkit.h"
 

@@ -11,6 +11,7 @@
 #include "qt/sheet/accessible_grid.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/view/view.h"
 #include "support/fake_connection.h"
 #include "support/journal_rows.h"
 #include "support/sample_ledger.h"

@@ -19,6 +19,8 @@
 #include "stockbook/platform/grid.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::qt {

@@ -13,8 +13,10 @@
 #include <vector>
 
 #include "qt/application.h"
+#include "sheet/outline/outline.h"
 #include "stockbook/platform/grid_appearance.h"
 #include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
 #include "support/sample_ledger.h"
 
 namespace stockbook::qt {
@@ -237,7 +239,7 @@ TEST_F(Printing, PrintsTheSameOntoAPainterThatIsTurned) {
 TEST_F(Printing, DoesNotTellWhatIsSelected) {
   GridPrinter printer(sheet_, A4(), "");
   const QImage before = PageImage(printer, 0);
-  const sheet::PagePlan::Page page = printer.PageAt(1);
+  const sheet::PageCells page = printer.PageAt(1);
   sheet_.SelectRange(page.rows.first + 2, 3, page.rows.first + 6, 5);
   EXPECT_EQ(PageImage(printer, 0), before);
 }

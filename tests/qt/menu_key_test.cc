@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "qt/application.h"
+#include "sheet/input/events.h"
 #include "stockbook/qt/sheet_widget.h"
 #include "stockbook/sheet/grid_sheet.h"
 

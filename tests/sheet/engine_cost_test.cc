@@ -5,6 +5,8 @@
 #include <random>
 
 #include "sheet/columns.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/sheet/grid_sheet.h"
 
 namespace stockbook::sheet {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/geometry/geometry.h"
+#include "stockbook/sheet/geometry/geometry.h"
 
 #include <gtest/gtest.h>
 

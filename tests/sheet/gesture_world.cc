@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "sheet/columns.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/recording_canvas.h"

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "sheet/input_fixture.h"
+#include "sheet/outline/row_states.h"
 
 namespace stockbook::sheet {
 namespace {

@@ -7,6 +7,7 @@
 
 #include "sheet/columns.h"
 #include "sheet/input/mouse.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 #include "sheet/recording_canvas.h"

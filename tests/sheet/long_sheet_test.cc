@@ -6,6 +6,9 @@
 #include <map>
 #include <random>
 
+#include "sheet/geometry/row_axis.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/columns/column.h"
 #include "stockbook/columns/column_builder.h"
 #include "stockbook/sheet/grid_sheet.h"

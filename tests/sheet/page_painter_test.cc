@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "sheet/outline/outline.h"
 #include "sheet/print/carried_line.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "support/sample_ledger.h"

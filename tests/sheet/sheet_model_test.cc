@@ -6,6 +6,8 @@
 #include <random>
 
 #include "sheet/columns.h"
+#include "sheet/geometry/row_axis.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/plain_model.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "sheet/columns.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/sheet/grid_sheet.h"
 

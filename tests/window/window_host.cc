@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "sheet/outline/outline.h"
 #include "stockbook/control/stockbook.h"
 #include "stockbook/qt/clipboard.h"
 #include "stockbook/qt/sheet_widget.h"

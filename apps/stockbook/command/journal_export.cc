@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "sheet/contents/row_texts.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/command/spreadsheet_text.h"
 #include "stockbook/export/bill_parts.h"

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/base/value.h"
 

@@ -5,6 +5,8 @@
 #include <bit>
 #include <utility>
 
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/find/letter_case.h"
 
 namespace stockbook::app {

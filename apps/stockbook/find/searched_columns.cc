@@ -6,6 +6,8 @@
 #include <bit>
 #include <span>
 
+#include "sheet/store/store.h"
+
 namespace stockbook::app {
 namespace {
 

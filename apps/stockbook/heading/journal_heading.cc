@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/base/column_keys.h"
 #include "stockbook/base/journal_type.h"
 #include "stockbook/platform/error.h"

@@ -9,6 +9,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "sheet/format/cell_format.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/command/spreadsheet_text.h"
 
 namespace stockbook::app {

@@ -12,6 +12,8 @@
 #include "base/digits.h"
 #include "base/number.h"
 #include "sheet/format/cell_format.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 
 namespace stockbook::app {
 namespace {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "sheet/outline/row_states.h"
 #include "stockbook/base/scope_exit.h"
 #include "stockbook/platform/grid.h"
 #include "stockbook/platform/grid_appearance.h"

@@ -5,7 +5,7 @@
 #include <QPaintEvent>
 #include <vector>
 
-#include "sheet/geometry/geometry.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/window/journal_finder.h"
 
 namespace stockbook::app {

@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include "qt/sheet/text.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/selection/selection_sums.h"
 #include "stockbook/sheet/grid_sheet.h"
 

@@ -6,10 +6,15 @@
 #include <QRectF>
 #include <QString>
 #include <functional>
+#include <memory>
 
-#include "qt/sheet/canvas.h"
-#include "sheet/print/page_painter.h"
 #include "stockbook/base/api.h"
+#include "stockbook/sheet/geometry/geometry.h"
+#include "stockbook/sheet/print/page_setup.h"
+
+namespace stockbook::sheet {
+class Sheet;
+}  // namespace stockbook::sheet
 
 namespace stockbook::qt {
 
@@ -20,25 +25,27 @@ struct Paper {
 };
 
 // Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. See
-// sheet::PagePainter for what is on a page. For a PDF of many pages PdfPrinter is faster. A GridPrinter is valid until
-// the sheet changes.
+// sheet::PageSetup and sheet::PageWords for what is on a page. For a PDF of many pages PdfPrinter is faster. A
+// GridPrinter is valid until the sheet changes.
 class STOCKBOOK_API GridPrinter {
  public:
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading);
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup);
+  ~GridPrinter();
 
-  int PageCount() const { return pages_.PageCount(); }
+  int PageCount() const;
   // The rows and columns on the page; pages count from 0.
-  sheet::PagePlan::Page PageAt(int page) const { return pages_.PageAt(page); }
+  sheet::PageCells PageAt(int page) const;
   // The factor by which the cells are scaled down.
-  double zoom() const { return pages_.zoom(); }
+  double zoom() const;
   // Restores the painter's state afterwards.
   void PaintPage(QPainter& painter, int page);
 
  private:
+  struct Parts;
+
   Paper paper_;
-  GlyphFonts fonts_;
-  sheet::PagePainter pages_;
+  std::unique_ptr<Parts> parts_;
 };
 
 // Is told how many of all pages are done, and returns whether to go on.

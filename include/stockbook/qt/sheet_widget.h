@@ -2,24 +2,25 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QBasicTimer>
 #include <QHelpEvent>
 #include <QPointF>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 
-#include "qt/sheet/accessible_news.h"
-#include "qt/sheet/canvas.h"
-#include "sheet/geometry/text_measure.h"
-#include "sheet/input/keyboard.h"
-#include "sheet/input/mouse.h"
-#include "sheet/view/bar_scale.h"
-#include "sheet/view/pixel_moves.h"
 #include "stockbook/base/api.h"
-#include "stockbook/qt/clipboard.h"
-#include "stockbook/sheet/grid_sheet.h"
-#include "stockbook/sheet/view/view.h"
+#include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 #include "stockbook/sheet/view/viewer.h"
+
+namespace stockbook::sheet {
+class GridSheet;
+class Sheet;
+class View;
+}  // namespace stockbook::sheet
 
 namespace stockbook::qt {
 
@@ -42,7 +43,7 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   // The grid of its own; throws platform::Error where the widget was made for a view.
   sheet::GridSheet& grid() const;
   sheet::View& view() const { return *view_; }
-  sheet::Sheet& sheet() const { return view_->sheet(); }
+  sheet::Sheet& sheet() const;
   // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
@@ -71,6 +72,8 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   void changeEvent(QEvent* event) override;
 
  private:
+  struct Parts;
+
   SheetWidget(std::unique_ptr<sheet::GridSheet> grid, QWidget* parent);
   // As the right button on the current cell, or with Ctrl on its caption; false if nobody listens.
   bool OpenMenu(Qt::KeyboardModifiers modifiers);
@@ -78,8 +81,8 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   void Damaged(const sheet::Rect& area) override;
   void ScrollChanged() override;
   void CursorChanged(sheet::Cursor cursor) override;
-  void SelectionChanged() override { news_.Tell(); }
-  void NodeChanged(int row) override { news_.TellNode(row); }
+  void SelectionChanged() override;
+  void NodeChanged(int row) override;
   void ViewGone() override;
   sheet::TextMeasure* Measure() override { return this; }
   // sheet::TextMeasure
@@ -103,18 +106,9 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   void MovePart(const sheet::Rect& part, int64_t dx, int64_t dy);
   QRect ToLogical(const sheet::Rect& rect) const;
 
-  QtClipboard clipboard_;                      // of the grid of its own
-  std::unique_ptr<sheet::GridSheet> grid_;     // of its own
-  std::unique_ptr<sheet::GridSheet> nothing_;  // instead of a sheet that has gone
+  std::unique_ptr<Parts> parts_;
   sheet::View* view_ = nullptr;
-  std::optional<sheet::Mouse> mouse_;
-  std::optional<sheet::Keyboard> keyboard_;
   QBasicTimer auto_scroll_;
-  AccessibleNews news_;
-  GlyphFonts fonts_;
-  sheet::BarScale x_scale_;
-  sheet::BarScale y_scale_;
-  sheet::PixelMoves pixel_moves_;
   double zoom_ = 1.0;
   double ratio_ = 1.0;  // pixels of the view in a logical one
   QPointF wheel_rest_;  // fractions of a pixel left over from the wheel

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "stockbook/base/api.h"
 #include "stockbook/platform/grid.h"
@@ -47,15 +48,9 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
 
   // What the grid holds and where its view is, to be put back, be it after other rows were loaded. The observer hears
   // nothing of it. O(runs + columns + cells set), with the loaded columns shared.
-  struct Kept {
-    KeptSheet contents;
-    View::Place place;
-  };
-  Kept Keep() const { return {KeepContents(), view_.KeepPlace()}; }
-  void PutBack(Kept kept) {
-    PutBackContents(std::move(kept.contents));
-    view_.PutBack(kept.place);
-  }
+  class Kept;
+  Kept Keep() const;
+  void PutBack(Kept kept);
 
   // Of the sheet together with its view.
   bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }
@@ -64,6 +59,20 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
  private:
   View view_{*this};
   std::string tag_;
+};
+
+class GridSheet::Kept {
+ public:
+  Kept(Kept&& other) noexcept;
+  Kept& operator=(Kept&& other) noexcept;
+  ~Kept();
+
+ private:
+  friend class GridSheet;
+  Kept(KeptSheet contents, const View::Place& place);
+
+  std::unique_ptr<KeptSheet> contents_;
+  View::Place place_;
 };
 
 }  // namespace stockbook::sheet

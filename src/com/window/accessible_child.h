@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "sheet/geometry/geometry.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "com/library/module.h"
-#include "sheet/geometry/geometry.h"
+#include "stockbook/sheet/geometry/geometry.h"
 
 namespace stockbook::com {
 

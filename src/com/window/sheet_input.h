@@ -8,9 +8,9 @@
 #include "com/window/tool_tip.h"
 #include "com/window/wheel.h"
 #include "com/window/window.h"
-#include "sheet/geometry/text_measure.h"
 #include "sheet/input/keyboard.h"
 #include "sheet/input/mouse.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::com {

@@ -6,6 +6,8 @@
 #include "qt/sheet/accessible_grid.h"
 #include "qt/sheet/text.h"
 #include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::qt {
 

@@ -7,6 +7,8 @@
 
 #include "qt/sheet/text.h"
 #include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::qt {
 namespace {

@@ -5,6 +5,8 @@
 
 #include "qt/sheet/accessible_grid.h"
 #include "stockbook/qt/sheet_widget.h"
+#include "stockbook/sheet/contents/sheet.h"
+#include "stockbook/sheet/view/view.h"
 
 namespace stockbook::qt {
 namespace {

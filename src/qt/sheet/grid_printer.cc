@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "qt/sheet/canvas.h"
 #include "qt/sheet/text.h"
+#include "sheet/print/page_painter.h"
 
 namespace stockbook::qt {
 namespace {
@@ -49,11 +51,24 @@ class PainterPage : public sheet::PageTarget {
 
 }  // namespace
 
+struct GridPrinter::Parts {
+  GlyphFonts fonts;
+  sheet::PagePainter pages;
+};
+
 GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading)
     : GridPrinter(sheet, paper, HeadedBy(heading), {}) {}
 
 GridPrinter::GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup)
-    : paper_(paper), pages_(sheet, RoomOn(paper), std::move(words), std::move(setup)) {}
+    : paper_(paper), parts_(new Parts{{}, {sheet, RoomOn(paper), std::move(words), std::move(setup)}}) {}
+
+GridPrinter::~GridPrinter() = default;
+
+int GridPrinter::PageCount() const { return parts_->pages.PageCount(); }
+
+sheet::PageCells GridPrinter::PageAt(int page) const { return parts_->pages.PageAt(page); }
+
+double GridPrinter::zoom() const { return parts_->pages.zoom(); }
 
 void GridPrinter::PaintPage(QPainter& painter, int page) {
   if (page < 0 || page >= PageCount()) return;
@@ -61,8 +76,8 @@ void GridPrinter::PaintPage(QPainter& painter, int page) {
   painter.setClipRect(paper_.area, Qt::IntersectClip);
   painter.translate(paper_.area.topLeft());
   painter.scale(UnitOf(paper_), UnitOf(paper_));
-  PainterPage target(painter, fonts_);
-  pages_.Paint(page, target);
+  PainterPage target(painter, parts_->fonts);
+  parts_->pages.Paint(page, target);
   painter.restore();
 }
 

@@ -9,6 +9,7 @@
 #include "qt/sheet/pdf_canvas.h"
 #include "qt/sheet/pdf_file.h"
 #include "qt/sheet/text.h"
+#include "sheet/print/page_painter.h"
 
 namespace stockbook::qt {
 namespace {

@@ -13,6 +13,7 @@
 
 #include "qt/sheet/accessible_grid.h"
 #include "qt/sheet/scroll_bar.h"
+#include "qt/sheet/sheet_widget_parts.h"
 #include "qt/sheet/text.h"
 #include "qt/sheet/tool_tip.h"
 #include "sheet/input/line_step.h"
@@ -45,16 +46,16 @@ sheet::Rect ToDevice(const QRect& rect, double scale) {
 }  // namespace
 
 SheetWidget::SheetWidget(QWidget* parent) : SheetWidget(std::make_unique<sheet::GridSheet>(), parent) {
-  grid_->SetGridFont(GridFontFor(font()));
-  grid_->view().SetClipboard(&clipboard_);
+  parts_->grid->SetGridFont(GridFontFor(font()));
+  parts_->grid->view().SetClipboard(&parts_->clipboard);
 }
 
 SheetWidget::SheetWidget(std::unique_ptr<sheet::GridSheet> grid, QWidget* parent) : SheetWidget(grid->view(), parent) {
-  grid_ = std::move(grid);
+  parts_->grid = std::move(grid);
 }
 
 SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::UpdateHandler tell)
-    : QAbstractScrollArea(parent), view_(&view), news_(*this, tell) {
+    : QAbstractScrollArea(parent), parts_(std::make_unique<Parts>(*this, tell)), view_(&view) {
   setHorizontalScrollBar(new QuietScrollBar(Qt::Horizontal));
   setVerticalScrollBar(new QuietScrollBar(Qt::Vertical));
   setFrameShape(QFrame::NoFrame);
@@ -71,16 +72,16 @@ SheetWidget::SheetWidget(sheet::View& view, QWidget* parent, QAccessible::Update
 SheetWidget::~SheetWidget() { view_->SetViewer(nullptr); }
 
 sheet::GridSheet& SheetWidget::grid() const {
-  if (grid_ == nullptr) {
+  if (parts_->grid == nullptr) {
     throw platform::Error("grid", "grid: this widget shows the view that it was made for, and has no grid of its own.");
   }
-  return *grid_;
+  return *parts_->grid;
 }
 
 void SheetWidget::Show(sheet::View& view) {
   view_ = &view;
-  mouse_.emplace(view);
-  keyboard_.emplace(view);
+  parts_->mouse.emplace(view);
+  parts_->keyboard.emplace(view);
   view.SetViewer(this);
   FitView();
 }
@@ -88,17 +89,23 @@ void SheetWidget::Show(sheet::View& view) {
 void SheetWidget::ViewGone() {
   auto_scroll_.stop();
   wheel_rest_ = QPointF();
-  nothing_ = std::make_unique<sheet::GridSheet>();
-  nothing_->SetRows(0);
-  nothing_->SetCols(0);
-  Show(nothing_->view());
+  parts_->nothing = std::make_unique<sheet::GridSheet>();
+  parts_->nothing->SetRows(0);
+  parts_->nothing->SetCols(0);
+  Show(parts_->nothing->view());
   CursorChanged(sheet::Cursor::kDefault);
   if (QToolTip::isVisible()) QToolTip::hideText();
 }
 
+sheet::Sheet& SheetWidget::sheet() const { return view_->sheet(); }
+
+void SheetWidget::SelectionChanged() { parts_->news.Tell(); }
+
+void SheetWidget::NodeChanged(int row) { parts_->news.TellNode(row); }
+
 void SheetWidget::Damaged(const sheet::Rect& area) {
   viewport()->update(ToLogical(area));
-  news_.Tell();
+  parts_->news.Tell();
 }
 
 QRect SheetWidget::ToScreen(const sheet::Rect& rect) const {
@@ -162,10 +169,12 @@ void SheetWidget::ShowTip(const QHelpEvent& event) {
 }
 
 int SheetWidget::TextWidth(const platform::Font& font, std::string_view line) {
-  return fonts_.Find(font, view_->scale()).Width(line);
+  return parts_->fonts.Find(font, view_->scale()).Width(line);
 }
 
-int SheetWidget::LineHeight(const platform::Font& font) { return fonts_.Find(font, view_->scale()).line_height(); }
+int SheetWidget::LineHeight(const platform::Font& font) {
+  return parts_->fonts.Find(font, view_->scale()).line_height();
+}
 
 void SheetWidget::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
@@ -177,13 +186,13 @@ void SheetWidget::changeEvent(QEvent* event) {
   if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange &&
       event->type() != QEvent::EnabledChange)
     return;
-  fonts_.Clear();
+  parts_->fonts.Clear();
   if (event->type() == QEvent::EnabledChange) LetGo();
   viewport()->update();
 }
 
 void SheetWidget::LetGo() {
-  mouse_->Cancel();
+  parts_->mouse->Cancel();
   auto_scroll_.stop();
   wheel_rest_ = QPointF();
 }
@@ -206,7 +215,7 @@ void SheetWidget::paintEvent(QPaintEvent* event) {
 }
 
 void SheetWidget::PaintView(QPainter& painter, const QRegion& region, const sheet::View& view, double ratio) {
-  QtCanvas canvas(painter, fonts_, ratio, zoom_);
+  QtCanvas canvas(painter, parts_->fonts, ratio, zoom_);
   if (!isEnabled()) canvas.DimToward(sheet().ColourOf(platform::GridColour::kBackColor));
   const auto paint = [&](const QRect& piece) {
     sheet::Paint(sheet::Snapshot::Of(view, ToDevice(piece, ratio)), canvas);
@@ -231,8 +240,8 @@ void SheetWidget::UpdateBars() {
   const sheet::ScrollPosition most = geometry.max_scroll();
   const sheet::ScrollPosition at = geometry.scroll();
   const sheet::Rect body = geometry.BodyRect();
-  x_scale_ = sheet::BarScale(most.x);
-  y_scale_ = sheet::BarScale(most.y);
+  parts_->x_scale = sheet::BarScale(most.x);
+  parts_->y_scale = sheet::BarScale(most.y);
   const bool nested = std::exchange(updating_bars_, true);
   setHorizontalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kHorizontal));
   setVerticalScrollBarPolicy(PolicyOf(sheet().ScrollBars(), platform::ScrollBarsSetting::kVertical));
@@ -242,19 +251,20 @@ void SheetWidget::UpdateBars() {
     bar.setRange(0, scale.MostOnBar());
     bar.setValue(scale.ToBar(position));
   };
-  update(*horizontalScrollBar(), x_scale_, at.x, body.width, sheet::LineStep(*view_));
-  update(*verticalScrollBar(), y_scale_, at.y, body.height, sheet::LineStep(*view_));
+  update(*horizontalScrollBar(), parts_->x_scale, at.x, body.width, sheet::LineStep(*view_));
+  update(*verticalScrollBar(), parts_->y_scale, at.y, body.height, sheet::LineStep(*view_));
   updating_bars_ = nested;
 }
 
 void SheetWidget::scrollContentsBy(int /*dx*/, int /*dy*/) {
   if (updating_bars_) return;
-  view_->ScrollTo({x_scale_.FromBar(horizontalScrollBar()->value()), y_scale_.FromBar(verticalScrollBar()->value())});
+  view_->ScrollTo(
+      {parts_->x_scale.FromBar(horizontalScrollBar()->value()), parts_->y_scale.FromBar(verticalScrollBar()->value())});
 }
 
 // Moves the pixels that remain visible and damages what comes into view.
 void SheetWidget::MovePixels() {
-  for (const sheet::PixelMove& move : pixel_moves_.Follow(*view_)) {
+  for (const sheet::PixelMove& move : parts_->pixel_moves.Follow(*view_)) {
     if (move.IsDamage()) {
       Damaged(move.area);
     } else {

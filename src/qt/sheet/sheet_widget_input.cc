@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "qt/sheet/input_events.h"
+#include "qt/sheet/sheet_widget_parts.h"
 #include "sheet/input/line_step.h"
-#include "stockbook/qt/sheet_widget.h"
 
 namespace stockbook::qt {
 namespace {
@@ -20,25 +20,25 @@ constexpr int kAutoScrollMs = 50;
 
 void SheetWidget::keyPressEvent(QKeyEvent* event) {
   // The key that ends a drag must not also close a dialog around the grid.
-  if (event->key() == Qt::Key_Escape && mouse_->Cancel()) return;
+  if (event->key() == Qt::Key_Escape && parts_->mouse->Cancel()) return;
   // X11 knows no such key for menus.
   if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && OpenMenu({})) return;
-  if (!keyboard_->Press(ToSheet(*event))) event->ignore();
+  if (!parts_->keyboard->Press(ToSheet(*event))) event->ignore();
 }
 
-void SheetWidget::mousePressEvent(QMouseEvent* event) { mouse_->Press(ToSheet(*event, ratio_)); }
+void SheetWidget::mousePressEvent(QMouseEvent* event) { parts_->mouse->Press(ToSheet(*event, ratio_)); }
 
 void SheetWidget::mouseMoveEvent(QMouseEvent* event) {
-  mouse_->Move(ToSheet(*event, ratio_));
+  parts_->mouse->Move(ToSheet(*event, ratio_));
   KeepAutoScrolling();
 }
 
 void SheetWidget::mouseReleaseEvent(QMouseEvent* event) {
-  mouse_->Release(ToSheet(*event, ratio_));
+  parts_->mouse->Release(ToSheet(*event, ratio_));
   KeepAutoScrolling();
 }
 
-void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { mouse_->DoubleClick(ToSheet(*event, ratio_)); }
+void SheetWidget::mouseDoubleClickEvent(QMouseEvent* event) { parts_->mouse->DoubleClick(ToSheet(*event, ratio_)); }
 
 // The right button already opens the menu when it is pressed. Here only the keyboard asks: for the current cell, or
 // with Ctrl for the caption of its column.
@@ -53,7 +53,7 @@ void SheetWidget::contextMenuEvent(QContextMenuEvent* event) {
 bool SheetWidget::OpenMenu(Qt::KeyboardModifiers modifiers) {
   const int16_t control = modifiers.testFlag(Qt::ControlModifier) ? sheet::Modifiers::kControl : 0;
   const bool nested = std::exchange(menu_by_key_, true);
-  const bool taken = keyboard_->Press({sheet::Key::kMenu, {control}});
+  const bool taken = parts_->keyboard->Press({sheet::Key::kMenu, {control}});
   menu_by_key_ = nested;
   return taken;
 }
@@ -67,7 +67,7 @@ QPoint SheetWidget::MenuPlace() const {
 }
 
 void SheetWidget::KeepAutoScrolling() {
-  if (!mouse_->WantsAutoScroll()) {
+  if (!parts_->mouse->WantsAutoScroll()) {
     auto_scroll_.stop();
   } else if (!auto_scroll_.isActive()) {
     auto_scroll_.start(kAutoScrollMs, this);
@@ -79,7 +79,7 @@ void SheetWidget::timerEvent(QTimerEvent* event) {
     QAbstractScrollArea::timerEvent(event);
     return;
   }
-  mouse_->AutoScroll();
+  parts_->mouse->AutoScroll();
   KeepAutoScrolling();
 }
 
@@ -88,7 +88,7 @@ void SheetWidget::focusInEvent(QFocusEvent* event) {
   view_->SetFocused(true);
   // The toolkit says itself, after this event, that the view has the focus; the current cell is to be the last word.
   QMetaObject::invokeMethod(
-      this, [this] { news_.TellFocus(); }, Qt::QueuedConnection);
+      this, [this] { parts_->news.TellFocus(); }, Qt::QueuedConnection);
 }
 
 void SheetWidget::focusOutEvent(QFocusEvent* event) {
@@ -117,7 +117,7 @@ void SheetWidget::wheelEvent(QWheelEvent* event) {
   const auto dx = static_cast<int64_t>(wheel_rest_.x());
   const auto dy = static_cast<int64_t>(wheel_rest_.y());
   wheel_rest_ -= QPointF(static_cast<double>(dx), static_cast<double>(dy));
-  mouse_->Wheel(-dx, -dy);
+  parts_->mouse->Wheel(-dx, -dy);
   event->accept();
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

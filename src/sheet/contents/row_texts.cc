@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "sheet/store/store.h"
 #include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {

@@ -3,6 +3,10 @@
 
 #include <algorithm>
 
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::sheet {
@@ -10,13 +14,43 @@ namespace stockbook::sheet {
 using platform::CellRange;
 using platform::Error;
 
-Sheet::Sheet() {
+struct Sheet::Parts {
+  Store store;
+  RowStates states;
+  Outline outline{states};
+  SheetRevisions revisions;
+};
+
+Sheet::Sheet()
+    : parts_(std::make_unique<Parts>()),
+      store_(parts_->store),
+      states_(parts_->states),
+      outline_(parts_->outline),
+      revisions_(parts_->revisions) {
   store_.columns().SetCount(fixed_cols_);
   InsertRows(0, fixed_rows_);
 }
 
 Sheet::~Sheet() {
   Tell([](SheetWatcher& watcher) { watcher.SheetGone(); });
+}
+
+int Sheet::Cols() const { return store_.columns().Count(); }
+
+int Sheet::Rows() const { return store_.Rows(); }
+
+int64_t Sheet::TextRevision() const { return std::max(revisions_.texts, revisions_.loaded); }
+
+int64_t Sheet::ColRevision() const { return revisions_.columns; }
+
+int64_t Sheet::Revision() const { return revisions_.rows; }
+
+int64_t Sheet::LoadedRevision() const { return revisions_.loaded; }
+
+size_t Sheet::RecordCount() const { return store_.RecordCount(); }
+
+size_t Sheet::EngineBytes() const {
+  return store_.MemoryBytes() + states_.MemoryBytes() + sizeof(Sheet) + sizeof(Parts);
 }
 
 void Sheet::CheckRow(const char* operation, int row) const {

@@ -2,6 +2,9 @@
 // Sheet as platform::GridCells.
 #include <utility>
 
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {

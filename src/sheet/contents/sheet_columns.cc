@@ -2,6 +2,8 @@
 // Sheet as platform::GridColumns.
 #include <algorithm>
 
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/store/store.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/sheet/contents/sheet.h"
 
@@ -46,6 +48,8 @@ void Sheet::SetFrozenCols(int count) {
   frozen_cols_ = count;
   ColumnsChanged();
 }
+
+int Sheet::ColIndex(std::string_view key) const { return store_.columns().IndexOf(key); }
 
 std::string Sheet::ColKey(int column) const {
   CheckColumn("ColKey", column);

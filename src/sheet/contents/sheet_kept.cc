@@ -2,6 +2,8 @@
 // What a sheet holds, kept and put back.
 #include <utility>
 
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/sheet/contents/sheet.h"
 
 namespace stockbook::sheet {

@@ -3,6 +3,10 @@
 #include <utility>
 
 #include "base/text.h"
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/sheet/contents/sheet.h"
 
@@ -25,7 +29,7 @@ void Sheet::GroupBy(int column, int caption_column, std::string_view caption_for
   rows.reserve(runs.size());
   for (const Store::TextRun& run : runs) rows.push_back(run.row);
   Renew(revisions_.rows);
-  if (rows.size() > static_cast<size_t>(kMostRows - Rows())) {
+  if (rows.size() > static_cast<size_t>(Store::kMostRows - Rows())) {
     throw Error("GroupBy", "GroupBy: " + std::to_string(rows.size()) + " groups are more than the grid has room for.");
   }
   RowOrder order = store_.order();

@@ -5,6 +5,10 @@
 #include <utility>
 
 #include "base/text.h"
+#include "sheet/contents/kept_sheet.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
+#include "sheet/store/store.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/sheet/contents/sheet.h"
 
@@ -21,9 +25,9 @@ using platform::PictureAlignment;
 using platform::PictureRef;
 
 void Sheet::SetRows(int count) {
-  if (count < 0 || count > kMostRows) {
+  if (count < 0 || count > Store::kMostRows) {
     throw Error("Rows", "Rows: " + std::to_string(count) + " is no number of rows; use 0 to " +
-                            std::to_string(kMostRows) + ".");
+                            std::to_string(Store::kMostRows) + ".");
   }
   if (count == Rows()) return;
   if (count > Rows()) {
@@ -53,7 +57,7 @@ void Sheet::SetFixedRows(int count) {
 }
 
 void Sheet::AddItem(std::string_view tab_text, int position) {
-  if (position < fixed_rows_ || position > Rows() || Rows() >= kMostRows) {
+  if (position < fixed_rows_ || position > Rows() || Rows() >= Store::kMostRows) {
     throw Error("AddItem", "AddItem: a row cannot be inserted at " + std::to_string(position) + "; use " +
                                std::to_string(fixed_rows_) + " to " + std::to_string(Rows()) + ".");
   }
@@ -131,6 +135,10 @@ void Sheet::SetHeights(const RowHeights& heights) {
   states_.SetHeights(heights);
   RowsChanged();
 }
+
+float Sheet::RowHeightMin() const { return states_.heights().min_twips; }
+
+float Sheet::RowHeightMax() const { return states_.heights().max_twips; }
 
 void Sheet::SetRowHeightMin(float twips) {
   RowHeights heights = states_.heights();

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "sheet/geometry/geometry.h"
+#include "stockbook/sheet/geometry/geometry.h"
 
 #include <algorithm>
+
+#include "sheet/geometry/column_axis.h"
+#include "sheet/geometry/row_axis.h"
+#include "sheet/outline/row_states.h"
 
 namespace stockbook::sheet {
 namespace {
@@ -27,6 +31,10 @@ Geometry::Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned
   pinned_height_ = rows.Top(pinned_.rows);
   scroll_ = Clamped(wanted);
 }
+
+int64_t Geometry::ContentWidth() const { return columns_->Total(); }
+
+int64_t Geometry::ContentHeight() const { return rows_->Total(); }
 
 ScrollPosition Geometry::max_scroll() const {
   // The pinned parts are included in both the contents and the view.

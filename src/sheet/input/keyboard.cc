@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+#include "sheet/geometry/row_axis.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

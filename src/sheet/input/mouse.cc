@@ -9,6 +9,8 @@
 #include "sheet/geometry/outline_metrics.h"
 #include "sheet/geometry/scale.h"
 #include "sheet/input/fit.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

@@ -5,11 +5,11 @@
 #include <span>
 #include <string_view>
 
-#include "sheet/geometry/text_measure.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/platform/picture.h"
 #include "stockbook/platform/text_metrics.h"
 #include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "sheet/geometry/outline_metrics.h"
-#include "sheet/geometry/text_measure.h"
 #include "sheet/paint/batches.h"
 #include "sheet/paint/snapshot.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

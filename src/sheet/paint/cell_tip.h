@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "sheet/geometry/text_measure.h"
 #include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

@@ -4,8 +4,12 @@
 #include <algorithm>
 #include <vector>
 
-#include "sheet/geometry/geometry.h"
+#include "sheet/geometry/row_axis.h"
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/paint/cell_layout.h"
+#include "sheet/store/store.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

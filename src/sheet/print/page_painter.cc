@@ -6,6 +6,8 @@
 #include <functional>
 #include <utility>
 
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/paint/painter.h"
 #include "sheet/paint/snapshot.h"
 

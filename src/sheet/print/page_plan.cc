@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "sheet/outline/outline.h"
+#include "sheet/outline/row_states.h"
+
 namespace stockbook::sheet {
 namespace {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "sheet/geometry/geometry.h"
 #include "sheet/print/paper_layout.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/print/page_setup.h"
 
 namespace stockbook::sheet {
@@ -17,10 +17,7 @@ namespace stockbook::sheet {
 // O(log runs) for each page and O(columns).
 class PagePlan {
  public:
-  struct Page {
-    Span rows;
-    Span columns;
-  };
+  using Page = PageCells;
 
   // The room is in pixels of the layout before scaling down. Pins the columns that are to be repeated, unless they
   // would take most of a page.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sheet/geometry/row_axis.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "base/text.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/store/column_texts.h"
+#include "sheet/store/store.h"
 #include "stockbook/sheet/contents/sheet.h"
 #include "stockbook/sheet/selection/selection.h"
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "sheet/geometry/geometry.h"
 #include "stockbook/base/api.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/view/view.h"
 
 namespace stockbook::sheet {

@@ -6,8 +6,12 @@
 #include <utility>
 #include <vector>
 
+#include "sheet/geometry/column_axis.h"
+#include "sheet/geometry/row_axis.h"
 #include "sheet/geometry/scale.h"
+#include "sheet/outline/row_states.h"
 #include "sheet/selection/selection_text.h"
+#include "sheet/store/store.h"
 #include "stockbook/base/scope_exit.h"
 
 namespace stockbook::sheet {
@@ -16,13 +20,25 @@ using platform::CellRange;
 using platform::MousePointer;
 using platform::Verdict;
 
-View::View(Sheet& sheet) : sheet_(sheet), rows_(sheet.states(), 1.0), anchor_{sheet.FixedRows()} {
+struct View::Axes {
+  RowAxis rows;
+  ColumnAxis columns;
+};
+
+View::View(Sheet& sheet)
+    : sheet_(sheet),
+      axes_(new Axes{{sheet.states(), 1.0}, {}}),
+      rows_(axes_->rows),
+      columns_(axes_->columns),
+      anchor_{sheet.FixedRows()} {
   sheet_.AddWatcher(this);
 }
 
 View::View(const View& other, Size size_px, double scale)
     : sheet_(other.sheet_),
-      rows_(other.sheet_.states(), other.scale()),
+      axes_(new Axes{{other.sheet_.states(), other.scale()}, {}}),
+      rows_(axes_->rows),
+      columns_(axes_->columns),
       size_(other.size_),
       pinned_cols_(other.pinned_cols_),
       anchor_(other.anchor_),
@@ -68,6 +84,10 @@ void View::SetSize(Size size_px, double scale) {
   ScrollChanged();
   DamageAll();
 }
+
+double View::scale() const { return rows_.scale(); }
+
+size_t View::MemoryBytes() const { return sizeof(Axes) + rows_.MemoryBytes() + columns_.MemoryBytes(); }
 
 void View::SetPinnedCols(int columns) {
   pinned_cols_ = columns;

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "sheet/contents/kept_sheet.h"
-#include "sheet/outline/outline.h"
-#include "sheet/outline/row_states.h"
-#include "sheet/store/store.h"
 #include "stockbook/base/api.h"
 #include "stockbook/platform/grid_appearance.h"
 #include "stockbook/platform/grid_outline.h"
@@ -19,6 +16,13 @@
 #include "stockbook/sheet/store/appearance.h"
 
 namespace stockbook::sheet {
+
+class Outline;
+class RowStates;
+class Store;
+struct KeptSheet;
+struct RowHeights;
+struct SheetRevisions;
 
 // The contents of a grid: cells, columns, rows, outline, formats and looks. It knows no size, scale, scroll position or
 // selection: these belong to its views (see View), of which it may have any number. While redraw is off, the views
@@ -37,7 +41,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   // GridCells
   std::string TextMatrix(int row, int column) const final;
   void SetTextMatrix(int row, int column, std::string_view text) final;
-  int64_t TextRevision() const final { return std::max(revisions_.texts, revisions_.loaded); }
+  int64_t TextRevision() const final;
   double ValueMatrix(int row, int column) const final;
   base::Value CellData(int row, int column) const final;
   void SetCellData(int row, int column, base::Value data) final;
@@ -55,17 +59,17 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void SetCellColors(const platform::CellRange& range, platform::Colour back, platform::Colour fore) final;
 
   // GridColumns
-  int Cols() const final { return store_.columns().Count(); }
+  int Cols() const final;
   void SetCols(int count) final;
   int FixedCols() const final { return fixed_cols_; }
   void SetFixedCols(int count) final;
   int FrozenCols() const final { return frozen_cols_; }
   void SetFrozenCols(int count) final;
-  int ColIndex(std::string_view key) const final { return store_.columns().IndexOf(key); }
+  int ColIndex(std::string_view key) const final;
   std::string ColKey(int column) const final;
   void SetColKey(int column, std::string_view key) final;
   void SetColPosition(int column, int position) final;
-  int64_t ColRevision() const final { return revisions_.columns; }
+  int64_t ColRevision() const final;
   bool ColHidden(int column) const final;
   void SetColHidden(int column, bool hidden) final;
   platform::DataType ColDataType(int column) const final;
@@ -78,21 +82,21 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void SetColAlignment(int column, platform::Alignment alignment) final;
 
   // GridRows
-  int Rows() const final { return store_.Rows(); }
+  int Rows() const final;
   void SetRows(int count) final;
   int FixedRows() const final { return fixed_rows_; }
   void SetFixedRows(int count) final;
   void AddItem(std::string_view tab_text, int position) final;
   void RemoveItem(int row);
-  int64_t Revision() const final { return revisions_.rows; }
+  int64_t Revision() const final;
   bool RowHidden(int row) const final;
   void SetRowHidden(int row, bool hidden) final;
   void SetRowsHidden(int first, int last, bool hidden) final;
   int RowHeight(int row) const final;
   void SetRowHeight(int row, int twips) final;
-  float RowHeightMin() const final { return states_.heights().min_twips; }
+  float RowHeightMin() const final;
   void SetRowHeightMin(float twips) final;
-  float RowHeightMax() const final { return states_.heights().max_twips; }
+  float RowHeightMax() const final;
   void SetRowHeightMax(float twips) final;
 
   // GridOutline
@@ -117,11 +121,11 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
 
   // GridBulk
   void LoadColumns(std::vector<columns::Column> columns, int first_column) final;
-  size_t RecordCount() const final { return store_.RecordCount(); }
+  size_t RecordCount() const final;
   int RowOfRecord(size_t record) const final;
   int64_t RecordOfRow(int row) const final;
   int RecordsFrom(int row) const final;
-  int64_t LoadedRevision() const final { return revisions_.loaded; }
+  int64_t LoadedRevision() const final;
   const columns::Column* LoadedText(int column) const final;
   const columns::Column* LoadedData(int column) const final;
   bool HasEditedRecords(int column) const final;
@@ -153,7 +157,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   // Includes what the port lacks: the colours of nodes and of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
 
-  // Read only, for views and painting.
+  // Read only, for views and painting; what they are is for the engine alone.
   const Store& store() const { return store_; }
   const RowStates& states() const { return states_; }
   const Outline& outline() const { return outline_; }
@@ -173,7 +177,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   bool CheckInvariants() const;
   // Approximate memory beyond the values of the loaded columns: order, states, what was set on single cells, picture
   // codes.
-  size_t EngineBytes() const { return store_.MemoryBytes() + states_.MemoryBytes() + sizeof(Sheet); }
+  size_t EngineBytes() const;
 
  protected:
   // Throw platform::Error with the operation's name.
@@ -182,7 +186,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void CheckCell(const char* operation, int row, int column) const;
 
  private:
-  static constexpr int kMostRows = Store::kMostRows;
+  struct Parts;
 
   bool HasCell(int row, int column) const { return HasRow(row) && HasColumn(column); }
   void CheckRecords(const char* operation, int column, size_t count) const;
@@ -220,15 +224,16 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void CellsChanged(const platform::CellRange& range);
   void EverythingChanged();
 
-  Store store_;
-  RowStates states_;
-  Outline outline_{states_};
+  std::unique_ptr<Parts> parts_;
+  Store& store_;
+  RowStates& states_;
+  Outline& outline_;
+  SheetRevisions& revisions_;
   Appearance appearance_;
   int fixed_rows_ = 1;
   int fixed_cols_ = 1;
   int frozen_cols_ = 0;
   int outline_col_ = -1;
-  SheetRevisions revisions_;
   int64_t last_revision_ = 0;
   bool redraw_ = true;
   std::vector<SheetWatcher*> watchers_;

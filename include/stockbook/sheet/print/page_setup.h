@@ -4,7 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "stockbook/sheet/geometry/geometry.h"
+
 namespace stockbook::sheet {
+
+// The rows and columns that stand on a page.
+struct PageCells {
+  Span rows;
+  Span columns;
+};
 
 // The room for something on a page, in pixels; of what size says who uses it.
 struct PageRoom {

@@ -1,21 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 
-#include "sheet/geometry/column_axis.h"
-#include "sheet/geometry/geometry.h"
-#include "sheet/geometry/row_axis.h"
 #include "stockbook/base/api.h"
 #include "stockbook/platform/clipboard.h"
 #include "stockbook/platform/grid_observer.h"
 #include "stockbook/sheet/contents/sheet.h"
 #include "stockbook/sheet/contents/sheet_watcher.h"
+#include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/selection/selection.h"
 #include "stockbook/sheet/view/viewer.h"
 
 namespace stockbook::sheet {
+
+class ColumnAxis;
+class RowAxis;
 
 // A place in a sheet: size and scale, scroll position, current cell and selection, mouse and focus. A sheet may have
 // several views. Each keeps its place when rows and columns are inserted or removed, and tells its viewer what has to
@@ -35,7 +38,7 @@ class STOCKBOOK_API View final : private SheetWatcher {
   // In device pixels; the scale is device pixels per pixel of 1/96 inch.
   void SetSize(Size size_px, double scale);
   Size size() const { return size_; }
-  double scale() const { return rows_.scale(); }
+  double scale() const;
   // How many columns from the left do not scroll, at least the fixed ones; -1: the fixed and frozen ones of the sheet.
   void SetPinnedCols(int columns);
   int PinnedCols() const;
@@ -82,9 +85,10 @@ class STOCKBOOK_API View final : private SheetWatcher {
   // O(runs + columns).
   bool CheckInvariants() const;
   // Approximate memory of the axes.
-  size_t MemoryBytes() const { return rows_.MemoryBytes() + columns_.MemoryBytes(); }
+  size_t MemoryBytes() const;
 
  private:
+  struct Axes;
   // The scroll position of the rows: a row and an offset into it, which survive changes of heights and of hidden rows.
   struct RowAnchor {
     int row = 0;
@@ -118,8 +122,9 @@ class STOCKBOOK_API View final : private SheetWatcher {
 
   Sheet& sheet_;
   bool sheet_gone_ = false;
-  RowAxis rows_;
-  mutable ColumnAxis columns_;
+  std::unique_ptr<Axes> axes_;
+  RowAxis& rows_;
+  ColumnAxis& columns_;
   mutable bool columns_valid_ = false;
   Size size_{960, 600};
   int pinned_cols_ = -1;  // as the sheet says

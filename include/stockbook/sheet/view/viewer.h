@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sheet/geometry/text_measure.h"
 #include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/rect.h"
+#include "stockbook/sheet/geometry/text_measure.h"
 
 namespace stockbook::sheet {
 

@@ -3,13 +3,14 @@
 
 #include <cstdint>
 
-#include "sheet/geometry/column_axis.h"
-#include "sheet/geometry/row_axis.h"
 #include "stockbook/base/api.h"
 #include "stockbook/platform/grid_types.h"
 #include "stockbook/sheet/geometry/rect.h"
 
 namespace stockbook::sheet {
+
+class ColumnAxis;
+class RowAxis;
 
 using platform::CellPosition;
 
@@ -47,8 +48,8 @@ class STOCKBOOK_API Geometry {
   // The wanted position, clamped to the contents.
   ScrollPosition scroll() const { return scroll_; }
   ScrollPosition max_scroll() const;
-  int64_t ContentWidth() const { return columns_->Total(); }
-  int64_t ContentHeight() const { return rows_->Total(); }
+  int64_t ContentWidth() const;
+  int64_t ContentHeight() const;
   // The size of the pinned parts, at most that of the view.
   int PinnedWidth() const;
   int FixedWidth() const;  // of the fixed columns alone
