@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sheet/print/paper_layout.h"
+#include "stockbook/base/api.h"
 #include "stockbook/sheet/geometry/geometry.h"
 #include "stockbook/sheet/print/page_setup.h"
 
@@ -15,7 +16,7 @@ namespace stockbook::sheet {
 // page of rows is followed by the pages with the rest of its columns. No shown row is split between pages unless it is
 // higher than a page, and no page ends with an open node. A plan is valid until the next change of the sheet. It costs
 // O(log runs) for each page and O(columns).
-class PagePlan {
+class STOCKBOOK_API PagePlan {
  public:
   using Page = PageCells;
 
