@@ -11,6 +11,7 @@
 #include <cmath>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "qt/sheet/characters.h"
@@ -112,6 +113,16 @@ QString NameOf(const QRawFont& font) {
          QLatin1Char(' ') + QString::number(static_cast<int>(font.style()));
 }
 
+// Throws std::bad_alloc where there is no room for the toolkit to make a font of so many glyphs: it does not look
+// whether it got the memory that it asks for, and would crash.
+void ExpectRoom(size_t glyphs) {
+  constexpr size_t kFont = size_t{40} << 20;  // of which its buffers are 32
+  constexpr size_t kGlyph = size_t{4} << 10;
+  const auto room = std::make_unique_for_overwrite<char[]>(kFont + glyphs * kGlyph);
+  // What is not used might be left out.
+  *static_cast<volatile char*>(room.get()) = 0;
+}
+
 // The characters of a text by the glyphs that the face has for each of them alone.
 QHash<uint32_t, char32_t> CharactersOf(const QString& text, const QRawFont& face) {
   QHash<uint32_t, char32_t> characters;
@@ -145,6 +156,7 @@ uint16_t PdfFace::NumberOf(uint32_t glyph, char32_t character) {
 }
 
 QByteArray PdfFace::Document(const std::vector<uint32_t>& glyphs) const {
+  ExpectRoom(glyphs.size());
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
