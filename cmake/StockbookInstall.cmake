@@ -65,13 +65,6 @@ foreach(room IN LISTS stockbook_rooms)
   install(DIRECTORY include/stockbook/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/stockbook COMPONENT development
     FILES_MATCHING PATTERN "*.h" ${patterns})
 endforeach()
-# Some public headers still include private ones, which are put where nothing else finds them. Hosts may not include them.
-foreach(room IN LISTS stockbook_rooms)
-  if(NOT room STREQUAL "databases")
-    install(DIRECTORY src/${room} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/stockbook/private COMPONENT development
-      FILES_MATCHING PATTERN "*.h")
-  endif()
-endforeach()
 install(FILES ${PROJECT_BINARY_DIR}/include/stockbook/version.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/stockbook
   COMPONENT development)
 

@@ -32,8 +32,8 @@ function(stockbook_library name exported)
       LINKER_LANGUAGE CXX AUTOMOC OFF AUTORCC OFF AUTOUIC OFF)
     target_compile_features(${library} INTERFACE cxx_std_20)
     target_include_directories(${library} INTERFACE
-      "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include;${PROJECT_BINARY_DIR}/include;${PROJECT_SOURCE_DIR}/src>"
-      "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR};${CMAKE_INSTALL_INCLUDEDIR}/stockbook/private>")
+      "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include;${PROJECT_BINARY_DIR}/include>"
+      "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     foreach(other IN LISTS LIBRARY_DEPENDS)
       string(REPLACE "-" "_" other stockbook_${other}_${kind})
       string(TOLOWER ${other} other)
