@@ -25,6 +25,8 @@ constexpr const char* kForm = R"(<?xml version="1.0" encoding="UTF-8"?>
      <property name="CustomerTitle" stdset="0"><string>客户</string></property>
      <property name="BackColor" stdset="0"><color><red>10</red><green>20</green><blue>30</blue></color></property>
      <property name="GridLines" stdset="0"><enum>stockbook::qt::AppearanceProperties::GridRaised</enum></property>
+     <property name="RowHeight" stdset="0"><double>310.5</double></property>
+     <property name="RowHeightMin" stdset="0"><double>200.25</double></property>
      <property name="ChildSpacing" stdset="0"><number>4</number></property>
     </widget>
    </item>
@@ -61,6 +63,8 @@ class Forms : public qt::WithApplication {
     EXPECT_EQ(journal->property("CustomerTitle").toString(), QStringLiteral("客户"));
     EXPECT_EQ(journal->property("BackColor").value<QColor>(), QColor(10, 20, 30));
     EXPECT_EQ(journal->property("GridLines").toInt(), qt::StockbookWidget::GridRaised);
+    EXPECT_EQ(journal->property("RowHeight").toDouble(), 310.5);
+    EXPECT_EQ(journal->property("RowHeightMin").toDouble(), 200.25);
     EXPECT_EQ(journal->property("ChildSpacing").toInt(), 4);
     EXPECT_EQ(journal->property("Rows").toInt(), 1) << "made-up rows are for the form editor";
   }

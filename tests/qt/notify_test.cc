@@ -42,8 +42,8 @@ QVariant Other(const QMetaProperty& property, const QVariant& now) {
       return !now.toBool();
     case QMetaType::Int:
       return now.toInt() + 3;
-    case QMetaType::Float:
-      return now.toFloat() + 30;
+    case QMetaType::Double:
+      return now.toDouble() + 30;
     case QMetaType::QColor:
       return QColor(now.value<QColor>() == QColor(1, 2, 3) ? Qt::white : QColor(1, 2, 3));
     case QMetaType::QPixmap: {

@@ -77,9 +77,9 @@ const std::vector<Told>& Interface() {
       {"Row", "int", kRW},
       {"Rows", "int", kR},
       {"OutlineColKey", "QString", kR},
-      {"RowHeight", "float", kRW},
-      {"RowHeightTitle", "float", kRW},
-      {"RowHeightSum", "float", kRW},
+      {"RowHeight", "double", kRW},
+      {"RowHeightTitle", "double", kRW},
+      {"RowHeightSum", "double", kRW},
       {"BackColor", "QColor", kRW},
       {"BackColorBkg", "QColor", kRW},
       {"BackColorFixed", "QColor", kRW},
@@ -94,8 +94,8 @@ const std::vector<Told>& Interface() {
       {"GridLines", "stockbook::qt::AppearanceProperties::GridLineStyle", kRW},
       {"GridLinesFixed", "stockbook::qt::AppearanceProperties::GridLineStyle", kRW},
       {"Outlinebar", "stockbook::qt::AppearanceProperties::OutlineBarStyle", kRW},
-      {"RowHeightMin", "float", kRW},
-      {"RowHeightMax", "float", kRW},
+      {"RowHeightMin", "double", kRW},
+      {"RowHeightMax", "double", kRW},
       {"ScrollBars", "stockbook::qt::AppearanceProperties::ScrollBarsSetting", kRW},
       {"BillPicture", "QPixmap", kRW},
       {"BillAuditedPicture", "QPixmap", kRW},
@@ -135,7 +135,7 @@ QVariant SomeValue(const QMetaProperty& property, int index) {
   if (type == QLatin1String("QColor")) return QColor(index, 255 - index, 7);
   if (type == QLatin1String("QPixmap")) return SomePixmap(static_cast<QRgb>(index * 1000));
   if (type == QLatin1String("bool")) return true;
-  if (type == QLatin1String("float")) return 300.0F + static_cast<float>(index);
+  if (type == QLatin1String("double")) return 300.0 + index;
   return index;
 }
 

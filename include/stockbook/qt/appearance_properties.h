@@ -23,6 +23,17 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   void Set##Name(const Type& value);                                       \
   Type Name() const;
 
+// A height is of single precision for code, and of double for Qt Designer and QUiLoader, which know no other.
+#define STOCKBOOK_HEIGHT(Name)                                                 \
+  Q_PROPERTY(double Name READ Name WRITE Write##Name NOTIFY AppearanceChanged) \
+ public:                                                                       \
+  void Set##Name(const float& value);                                          \
+  float Name() const;                                                          \
+                                                                               \
+ private:                                                                      \
+  void Write##Name(double value) { Set##Name(static_cast<float>(value)); }     \
+                                                                               \
+ public:
  public:
   enum GridLineStyle : int32_t {
     GridNone = 0,
@@ -67,8 +78,8 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   STOCKBOOK_APPEARANCE(GridLineStyle, GridLines)
   STOCKBOOK_APPEARANCE(GridLineStyle, GridLinesFixed)
   STOCKBOOK_APPEARANCE(OutlineBarStyle, Outlinebar)
-  STOCKBOOK_APPEARANCE(float, RowHeightMin)
-  STOCKBOOK_APPEARANCE(float, RowHeightMax)
+  STOCKBOOK_HEIGHT(RowHeightMin)
+  STOCKBOOK_HEIGHT(RowHeightMax)
   STOCKBOOK_APPEARANCE(ScrollBarsSetting, ScrollBars)
   STOCKBOOK_APPEARANCE(QPixmap, BillPicture)
   STOCKBOOK_APPEARANCE(QPixmap, BillAuditedPicture)
@@ -98,5 +109,6 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
 };
 
 #undef STOCKBOOK_APPEARANCE
+#undef STOCKBOOK_HEIGHT
 
 }  // namespace stockbook::qt

@@ -65,9 +65,10 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_PROPERTY(int Row READ Row WRITE SetRow NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(int Rows READ Rows NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(QString OutlineColKey READ OutlineColKey NOTIFY JournalChanged DESIGNABLE false STORED false)
-  Q_PROPERTY(float RowHeight READ RowHeight WRITE SetRowHeight NOTIFY JournalChanged)
-  Q_PROPERTY(float RowHeightTitle READ RowHeightTitle WRITE SetRowHeightTitle NOTIFY JournalChanged)
-  Q_PROPERTY(float RowHeightSum READ RowHeightSum WRITE SetRowHeightSum NOTIFY JournalChanged)
+  // Heights are of single precision for code, and of double for Qt Designer and QUiLoader, which know no other.
+  Q_PROPERTY(double RowHeight READ RowHeight WRITE WriteRowHeight NOTIFY JournalChanged)
+  Q_PROPERTY(double RowHeightTitle READ RowHeightTitle WRITE WriteRowHeightTitle NOTIFY JournalChanged)
+  Q_PROPERTY(double RowHeightSum READ RowHeightSum WRITE WriteRowHeightSum NOTIFY JournalChanged)
 
  public:
   // The interface spells it like this.
@@ -183,6 +184,11 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
 
   // Shared with the calls in progress, which may outlive the widget.
   std::shared_ptr<WidgetParts> parts_;
+
+ private:
+  void WriteRowHeight(double twips) { SetRowHeight(static_cast<float>(twips)); }
+  void WriteRowHeightTitle(double twips) { SetRowHeightTitle(static_cast<float>(twips)); }
+  void WriteRowHeightSum(double twips) { SetRowHeightSum(static_cast<float>(twips)); }
 };
 
 }  // namespace stockbook::qt
