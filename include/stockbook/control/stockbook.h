@@ -63,6 +63,7 @@ class STOCKBOOK_API Stockbook {
   Stockbook(const Stockbook&) = delete;
   Stockbook& operator=(const Stockbook&) = delete;
 
+  // From now on the listener hears every event, after those that were added before it. The caller keeps it alive.
   void AddListener(interaction::EventListener* listener);
   void RemoveListener(interaction::EventListener* listener);
 
@@ -71,6 +72,7 @@ class STOCKBOOK_API Stockbook {
   void SetConn(std::shared_ptr<platform::Connection> connection);
   void SetJournalType(tqJournalTypeContants type);
   tqJournalTypeContants JournalType() const;
+  // "Stockbook" for the four journal types, "" for other numbers.
   std::string FmtName() const;
   void SetAllowQty2(bool allow);
   bool AllowQty2() const;
@@ -83,14 +85,20 @@ class STOCKBOOK_API Stockbook {
   const std::string& dpCode() const;
   // The newest accounting period, read from the database; "" when there is none.
   std::string AccPeriod() const;
+  // What the second key is called, read from the database; 全部仓库 or 全部项目 for all of them.
   std::string DepotName() const;
   // Also looks up the subject's header texts.
   void SetKeyID(int32_t id);
   int32_t KeyID() const;
+  // Name of the product that KeyID is; "" where it is not found, as with the four texts after it.
   const std::string& KeyName() const;
+  // Number of the product.
   const std::string& ProductNo() const;
+  // 型号 of the product.
   const std::string& Model() const;
+  // 规格 of the product.
   const std::string& Standard() const;
+  // Unit of the product.
   const std::string& Measure() const;
 
   // Captions and filters.
@@ -135,6 +143,7 @@ class STOCKBOOK_API Stockbook {
   std::string Caption() const;
   void SetFieldsFilter(std::string_view filter);
   const std::string& FieldsFilter() const;
+  // Keys of all columns that are never shown, each followed by a bar; those of FieldsFilter among them.
   const std::string& ColsFilter() const;
   // "true", "false" or a number; other texts throw platform::Error and change nothing. Restriction shows "-" in six
   // cells of every line: Price, Account, RevAcc, IssAcc, StoPrice and StoAcc. It does not cover the opening row, the
@@ -150,13 +159,20 @@ class STOCKBOOK_API Stockbook {
 
   // Rows and grid.
   platform::Grid& Grid() const;
+  // Key of the row's bill; 0 where there is none.
   int32_t BillID(int32_t row = -1) const;
+  // Type of the row's bill as a text, 入库单 say.
   std::string BillName(int32_t row = -1) const;
+  // 0 for a receipt, another number for an issue.
   int16_t Flag(int32_t row = -1) const;
+  // 入库 or 出库: whether the bill of the current row is a receipt or an issue.
   std::string FlagName() const;
+  // The current row; a fixed row or one that is not there changes nothing. Setting it brings the row into view.
   void SetRow(int32_t row);
   int32_t Row() const;
+  // How many rows the grid has, the caption row included.
   int32_t Rows() const;
+  // Key of the column with the outline.
   const std::string& OutlineColKey() const;
   // Heights in twips.
   void SetRowHeight(float twips);
@@ -250,8 +266,11 @@ class STOCKBOOK_API Stockbook {
   // Raises FindMsg for every row that holds all words of the text, see interaction::Find; StartRow is ignored and the
   // result always false.
   bool Find(std::string_view rSearchString, int32_t StartRow = -1);
+  // Whether the selection is more than the current cell.
   bool IsRangeSelected() const;
+  // Lays the columns out anew, as the settings say. Raises AfterFormatted.
   void DefaultFormat();
+  // The counts of bills by kind; "" if there are too many to count, which Notify says.
   std::string Statistics() const;
   // "ColChanged" with a column key in rParas[0], "SetColFont"; others do nothing. The result is always empty.
   base::Value DoCommand(std::string_view CmdName, std::vector<base::Value>& rParas);

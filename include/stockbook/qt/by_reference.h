@@ -33,6 +33,7 @@ class STOCKBOOK_API BooleanReference : public ByReference<bool> {
   explicit BooleanReference(bool value = false) : ByReference(value) {}
 };
 
+// A 16-bit number: a mouse button or the keys held with it.
 class STOCKBOOK_API IntegerReference : public ByReference<int16_t> {
   Q_GADGET
   Q_PROPERTY(short value READ Value WRITE SetValue)
@@ -41,6 +42,7 @@ class STOCKBOOK_API IntegerReference : public ByReference<int16_t> {
   explicit IntegerReference(int16_t value = 0) : ByReference(value) {}
 };
 
+// A number with fractions: a place in twips.
 class STOCKBOOK_API SingleReference : public ByReference<float> {
   Q_GADGET
   Q_PROPERTY(float value READ Value WRITE SetValue)

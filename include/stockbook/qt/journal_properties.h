@@ -86,6 +86,7 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
 
   void SetJournalType(tqJournalTypeContants type);
   tqJournalTypeContants JournalType() const;
+  // "Stockbook" for the four journal types, "" for other numbers.
   QString FmtName() const;
   void SetAllowQty2(bool allow);
   bool AllowQty2() const;
@@ -95,14 +96,22 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   int dpID() const;
   void SetdpCode(const QString& text);
   QString dpCode() const;
+  // The newest accounting period, read from the database; empty when there is none.
   QString AccPeriod() const;
+  // What the second key is called, read from the database; 全部仓库 or 全部项目 for all of them.
   QString DepotName() const;
+  // The product. Setting it also looks up the subject's header texts.
   void SetKeyID(int id);
   int KeyID() const;
+  // Name of the product that KeyID is; "" where it is not found, as with the four texts after it.
   QString KeyName() const;
+  // Number of the product.
   QString ProductNo() const;
+  // 型号 of the product.
   QString Model() const;
+  // 规格 of the product.
   QString Standard() const;
+  // Unit of the product.
   QString Measure() const;
   void SetMaterielTitle(const QString& text);
   QString MaterielTitle() const;
@@ -144,6 +153,7 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   QString Caption() const;
   void SetFieldsFilter(const QString& text);
   QString FieldsFilter() const;
+  // Keys of all columns that are never shown, each followed by a bar; those of FieldsFilter among them.
   QString ColsFilter() const;
   void SetAccRestrict(const QString& text);
   QString AccRestrict() const;
@@ -158,10 +168,14 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_INVOKABLE int BillID(int Row = -1) const;
   Q_INVOKABLE QString BillName(int Row = -1) const;
   Q_INVOKABLE int Flag(int Row = -1) const;
+  // 入库 or 出库: whether the bill of the current row is a receipt or an issue.
   QString FlagName() const;
+  // The current row; a fixed row or one that is not there changes nothing. Setting it brings the row into view.
   void SetRow(int row);
   int Row() const;
+  // How many rows the grid has, the caption row included.
   int Rows() const;
+  // Key of the column with the outline.
   QString OutlineColKey() const;
   void SetRowHeight(float twips);
   float RowHeight() const;

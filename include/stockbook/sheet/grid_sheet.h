@@ -61,6 +61,7 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
   std::string tag_;
 };
 
+// What GridSheet::Keep returns; can be moved and nothing else.
 class GridSheet::Kept {
  public:
   Kept(Kept&& other) noexcept;

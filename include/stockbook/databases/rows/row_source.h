@@ -63,6 +63,7 @@ struct Line {
   base::Date produced_on = {};
 };
 
+// A product of the inventory.
 struct Product {
   int64_t id = 0;
   std::string name = {};
@@ -74,6 +75,7 @@ struct Product {
   std::string class_code = {};
 };
 
+// A depot, where stock lies.
 struct Depot {
   int64_t id = 0;
   std::string name = {};
@@ -86,6 +88,7 @@ struct Partner {
   std::string class_code = {};  // begins with the codes of the classes above
 };
 
+// A project that movements belong to.
 struct Project {
   int64_t id = 0;
   std::string name = {};
@@ -93,6 +96,7 @@ struct Project {
   std::string class_code = {};
 };
 
+// A class of a tree; the codes of the classes below it begin with its own.
 struct Class {
   std::string code = {};
   std::string name = {};
@@ -117,7 +121,9 @@ struct Balance {
   Sums issued = {};
 };
 
+// Of what a tree of classes is.
 enum class ClassTree { kProducts, kSuppliers, kCustomers, kProjects };
+// Whose balances are asked for.
 enum class BalanceOwner { kDepots, kSuppliers, kCustomers, kProjects };
 
 // Which rows are asked for; an empty list or text asks for all. A source may give more rows than these, never fewer.

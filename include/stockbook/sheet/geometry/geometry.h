@@ -21,6 +21,7 @@ struct Pinned {
   int columns = 0;  // fixed and frozen columns together
 };
 
+// How far the scrolling part of a view is scrolled.
 struct ScrollPosition {
   int64_t x = 0;
   int64_t y = 0;

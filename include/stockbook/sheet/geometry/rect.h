@@ -5,6 +5,7 @@
 
 namespace stockbook::sheet {
 
+// A place in pixels.
 struct Point {
   int x = 0;
   int y = 0;
@@ -12,6 +13,7 @@ struct Point {
   bool operator==(const Point&) const = default;
 };
 
+// Width and height in pixels.
 struct Size {
   int width = 0;
   int height = 0;
