@@ -5,7 +5,7 @@ PRESET ?= release
 # How long each fuzzer runs.
 SECONDS_EACH ?= 60
 
-.PHONY: help run build test bench check asan fuzz windows test-windows clean
+.PHONY: help run build test bench check asan fuzz docs windows test-windows clean
 .SILENT:
 
 help:
@@ -15,6 +15,7 @@ help:
 	echo 'make bench   build, and run the benchmarks'
 	echo 'make asan    the tests under AddressSanitizer and UndefinedBehaviorSanitizer'
 	echo 'make fuzz    each fuzzer, random journals among them, for a minute, or SECONDS_EACH=n'
+	echo 'make docs    the book and the reference as web pages and for Qt Assistant, in build/docs'
 	echo 'make windows the component for Windows, in both widths, as a zip; make test-windows tests it under Wine'
 	echo 'make check   the checks of the tree, formatting among them'
 	echo 'make clean   remove build/'
@@ -39,6 +40,9 @@ asan:
 
 fuzz:
 	tools/fuzz $(SECONDS_EACH)
+
+docs:
+	tools/docs
 
 windows:
 	tools/windows zip
