@@ -17,9 +17,10 @@
 
 namespace stockbook::columns {
 
+// What the whole numbers are that Column::ReadRaw reads: codes of texts, decimals, the bits of doubles, something else.
+enum class RawKind : uint8_t { kText, kDecimal, kDouble, kOther };
 // What Column::ReadRaw says about the rows it read. `decimals` applies to kDecimal alone: the value is raw /
 // 10^decimals. The number of a row that is not null is between `least` and `least + range`.
-enum class RawKind : uint8_t { kText, kDecimal, kDouble, kOther };
 struct RawRows {
   RawKind kind = RawKind::kOther;
   int decimals = 0;

@@ -68,6 +68,7 @@ class STOCKBOOK_API Stockbook {
   void RemoveListener(interaction::EventListener* listener);
 
   // Connection, rights and journal selection.
+
   std::shared_ptr<platform::Connection> Conn() const;
   void SetConn(std::shared_ptr<platform::Connection> connection);
   void SetJournalType(tqJournalTypeContants type);
@@ -102,6 +103,7 @@ class STOCKBOOK_API Stockbook {
   const std::string& Measure() const;
 
   // Captions and filters.
+
   void SetMaterielTitle(std::string_view title);
   const std::string& MaterielTitle() const;
   void SetSupplierTitle(std::string_view title);
@@ -158,6 +160,7 @@ class STOCKBOOK_API Stockbook {
   const std::string& AccountFormat() const;
 
   // Rows and grid.
+
   platform::Grid& Grid() const;
   // Key of the row's bill; 0 where there is none.
   int32_t BillID(int32_t row = -1) const;
@@ -175,6 +178,7 @@ class STOCKBOOK_API Stockbook {
   // Key of the column with the outline.
   const std::string& OutlineColKey() const;
   // Heights in twips.
+
   void SetRowHeight(float twips);
   float RowHeight() const;
   void SetRowHeightTitle(float twips);
@@ -184,6 +188,7 @@ class STOCKBOOK_API Stockbook {
 
   // Appearance: the saved properties. Every writer goes through their table (saved_properties.cc), which tells the site
   // which of them changed.
+
   void SetBackColor(platform::Colour colour);
   platform::Colour BackColor() const;
   void SetBackColorBkg(platform::Colour colour);

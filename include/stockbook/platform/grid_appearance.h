@@ -9,6 +9,7 @@
 
 namespace stockbook::platform {
 
+// The colours of a grid, under the names of the control's properties; kSheetBorder is the line around all cells.
 enum class GridColour {
   kBackColor,
   kBackColorBkg,
@@ -24,6 +25,7 @@ enum class GridColour {
   kSheetBorder,
 };
 
+// The lines between cells: none, flat, sunken or raised, both ways or in one direction alone. The numbers are saved.
 enum class GridLineStyle : int32_t {
   kNone = 0,
   kFlat = 1,
@@ -35,6 +37,7 @@ enum class GridLineStyle : int32_t {
   kFlatVert = 7
 };
 
+// Which scroll bars there may be. The numbers are saved.
 enum class ScrollBarsSetting : int32_t { kNone = 0, kHorizontal = 1, kVertical = 2, kBoth = 3 };
 
 // Colours, lines, bars and the font of a grid.

@@ -8,6 +8,7 @@
 
 namespace stockbook::platform {
 
+// A button of the mouse.
 enum class MouseButton : int16_t { kNone = 0, kLeft = 1, kRight = 2, kMiddle = 4 };
 
 // The modifier keys that are held: the sum of their bits.
@@ -32,6 +33,7 @@ struct GridMouseEvent {
   float y_twips = 0;
 };
 
+// Whether what is about to happen may.
 enum class Verdict { kAllow, kRefuse };
 
 // Receives what the user does to a grid. Every call may change the grid and may remove the observer. Calls do not

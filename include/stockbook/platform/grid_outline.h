@@ -9,6 +9,8 @@
 
 namespace stockbook::platform {
 
+// How the tree is drawn: not at all; signs with a trunk and a branch to every line (kComplete) or with the trunk alone
+// (kSimple); signs alone. Those that end in Leaf have a sign at every line, too. The numbers are saved.
 enum class OutlineBarStyle : int32_t {
   kNone = 0,
   kComplete = 1,

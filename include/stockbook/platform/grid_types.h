@@ -58,6 +58,7 @@ enum class PictureAlignment : int16_t {
 // The codes of column data types.
 enum class DataType : int16_t { kLong = 3, kDouble = 5, kCurrency = 6, kDate = 7, kString = 8 };
 
+// What the mouse looks like over a grid: that the program is busy, or busy beside the window.
 enum class MousePointer : int16_t { kDefault = 0, kHourglass = 11, kArrowHourglass = 13 };
 
 }  // namespace stockbook::platform

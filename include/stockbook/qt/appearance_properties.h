@@ -35,6 +35,7 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
                                                                                \
  public:
  public:
+  // platform::GridLineStyle for the toolkit.
   enum GridLineStyle : int32_t {
     GridNone = 0,
     GridFlat = 1,
@@ -46,6 +47,7 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
     GridFlatVert = 7,
   };
   Q_ENUM(GridLineStyle)
+  // platform::OutlineBarStyle for the toolkit.
   enum OutlineBarStyle : int32_t {
     OutlineNone = 0,
     OutlineComplete = 1,
@@ -56,6 +58,7 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
     OutlineSymbolsLeaf = 6,
   };
   Q_ENUM(OutlineBarStyle)
+  // platform::ScrollBarsSetting for the toolkit.
   enum ScrollBarsSetting : int32_t {
     ScrollNone = 0,
     ScrollHorizontal = 1,

@@ -8,8 +8,9 @@
 
 namespace stockbook::qt {
 
-// Converts between the toolkit's colours and 0x00BBGGRR, which the control uses. Colours are opaque.
+// The toolkit's colour for 0x00BBGGRR, which the control uses. Colours are opaque.
 STOCKBOOK_API QColor ToQColor(platform::Colour colour);
+// The control's colour for one of the toolkit, whose transparency is dropped.
 STOCKBOOK_API platform::Colour FromQColor(const QColor& colour);
 
 // Halfway to the other colour, which shows that something is disabled.

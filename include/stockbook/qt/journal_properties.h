@@ -71,7 +71,7 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_PROPERTY(double RowHeightSum READ RowHeightSum WRITE WriteRowHeightSum NOTIFY JournalChanged)
 
  public:
-  // The interface spells it like this.
+  // Whose journal it is: of a product, a supplier, a customer or a project. The interface spells it like this.
   enum tqJournalTypeContants : int32_t {
     MaterialJournal = 0,
     SupplierJournal = 1,

@@ -7,6 +7,7 @@
 
 namespace stockbook::sheet {
 
+// What the mouse looks like over a view.
 enum class Cursor { kDefault, kColumnResize, kRowResize, kBusy };
 
 // Notifies the toolkit's widget of changes.
