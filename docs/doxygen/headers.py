@@ -50,8 +50,9 @@ def show(text, texts):
         bare = line.strip()
         if comment:
             below = next((each.strip() for each in lines[at:] if not each.strip().startswith("//")), "")
-            # What stands alone, or above the end of something, is about no declaration.
-            mark = "//" if below == "" or below.startswith(("}", "#", "public:", "namespace")) else "///"
+            # What stands alone, or above the end of something, is about no declaration, and the name of a base class about several.
+            alone = below == "" or below.startswith(("}", "#", "public:", "namespace")) or re.match(r"[A-Z]\w+$", comment[2])
+            mark = "//" if alone else "///"
             shown.append(f"{comment[1]}{mark} {escaped(comment[2]) if mark == '///' else comment[2]}")
         elif behind:
             shown.append(f"{behind[1]}  ///< {escaped(behind[2])}")

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""The pages of the tree keep what they promise: links lead somewhere, and what they print as C++ compiles in a host that has the
-public headers alone. pages_test.py [INCLUDE_FOLDERS [COMPILER]]; the folders are those of the toolkit, joined by commas. Without them
-only links are tested.
+"""The pages of the tree keep what they promise: links lead somewhere, Doxygen makes a book of them without a warning, what they print
+as C++ compiles in a host that has the public headers alone, and the quick start shows a journal.
+pages_test.py [INCLUDE_FOLDERS [COMPILER [LIBRARIES HOST]]]: the toolkit's headers, joined by commas; what the quick start is linked with,
+the same way; the reference host, which makes its inventory. What is not given is not tested.
 
 A block of C++ is the body of a function, unless it has a main() or the line above it is `<!-- file scope -->`. What the blocks of a page
 take for granted stands in comments of the page: `<!-- snippets`, declarations, `-->`. One below `<!-- a sketch -->` has gaps to be
@@ -17,11 +18,37 @@ import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(ROOT / "docs/doxygen"))
+import headers  # noqa: E402
+import pages as book_pages  # noqa: E402
+
 TOOLKIT = [folder for folder in (sys.argv[1] if len(sys.argv) > 1 else "").split(",") if folder]
 COMPILER = sys.argv[2] if len(sys.argv) > 2 else "g++"
-FLAGS = ["-std=c++20", "-fsyntax-only", "-fPIC", "-Wall", "-Wextra", "-Werror", "-Wno-unused-variable", "-Wno-unused-function",
+LIBRARIES = [library for library in (sys.argv[3] if len(sys.argv) > 3 else "").split(",") if library]
+HOST = sys.argv[4] if len(sys.argv) > 4 else ""
+FLAGS = ["-std=c++20", "-fPIC", "-Wall", "-Wextra", "-Werror", "-Wno-unused-variable", "-Wno-unused-function",
          "-Wno-unused-but-set-variable"]
+FOLDERS = [f"-I{ROOT / 'include'}", *(f"-isystem{folder}" for folder in TOOLKIT)]
 COMPILED = ["README.md", "docs/quick-start.md", "docs/guide.md", "docs/cookbook.md", "docs/grid.md", "docs/upgrading.md"]
+
+# Says what stands in the windows of a program once it waits for events, and ends it.
+WATCH = r"""
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+#include <cstdio>
+#include <stockbook/qt/stockbook_widget.h>
+static void Say() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    for (QLabel* label : window->findChildren<QLabel*>()) std::printf("%s\n", qUtf8Printable(label->text()));
+    for (auto* journal : window->findChildren<stockbook::qt::StockbookWidget*>()) std::printf("rows %d\n", journal->Rows());
+  }
+  QCoreApplication::exit(0);
+}
+static void Watch() { QTimer::singleShot(0, Say); }
+Q_COREAPP_STARTUP_FUNCTION(Watch)
+"""
 
 
 def pages():
@@ -68,7 +95,7 @@ def broken_links(page):
 
 
 def source_of(page):
-    """All blocks of a page as one source, of which every line tells where it comes from."""
+    """What a page includes, all of its blocks as one source, and how many they are; every line tells where it comes from."""
     includes, code = [], []
 
     def take(name, line, text, at_file_scope):
@@ -103,7 +130,7 @@ def source_of(page):
             text = lines[begin + 1:at]
             file_scope = lines[begin - 1] == "<!-- file scope -->" or any(re.match(r"int main\(", each) for each in text)
             take(f"Block{blocks}", begin + 1, text, file_scope)
-    return "\n".join(includes + code) + "\n", blocks
+    return includes, code, blocks
 
 
 class Pages(unittest.TestCase):
@@ -119,17 +146,79 @@ class Pages(unittest.TestCase):
     def test_blocks_compile_with_the_public_headers_alone(self):
         if not TOOLKIT or shutil.which(COMPILER) is None:
             self.skipTest("the toolkit's headers or the compiler are not here")
-        for name in COMPILED:
-            source, blocks = source_of(ROOT / name)
-            with self.subTest(page=name), tempfile.TemporaryDirectory() as folder:
-                self.assertGreater(blocks, 0)
-                file = pathlib.Path(folder) / "page.cc"
-                file.write_text(source, encoding="utf-8")
-                done = subprocess.run([COMPILER, *FLAGS, f"-I{ROOT / 'include'}",
-                                       *(f"-isystem{place}" for place in TOOLKIT), file], capture_output=True, text=True)
-                if done.returncode != 0:
-                    self.fail(done.stderr)
+        # As one source, a namespace for each page, since most of the work is to read the headers.
+        all_includes, all_code = [], []
+        for number, name in enumerate(COMPILED):
+            includes, code, blocks = source_of(ROOT / name)
+            self.assertGreater(blocks, 0, name)
+            all_includes += includes
+            all_code += [f"namespace page{number} {{", *code, "}"]
+        with tempfile.TemporaryDirectory() as folder:
+            file = pathlib.Path(folder) / "pages.cc"
+            file.write_text("\n".join(all_includes + all_code) + "\n", encoding="utf-8")
+            done = subprocess.run([COMPILER, *FLAGS, "-fsyntax-only", *FOLDERS, file], capture_output=True, text=True)
+            if done.returncode != 0:
+                self.fail(done.stderr)
+
+    def test_the_quick_start_shows_a_journal_in_a_form(self):
+        if not LIBRARIES or not HOST or shutil.which(COMPILER) is None:
+            self.skipTest("shared libraries, the reference host or the compiler are not here")
+        page = (ROOT / "docs/quick-start.md").read_text(encoding="utf-8")
+        program = re.search(r"^`main\.cc`:\n\n```cpp\n(.*?)^```$", page, re.S | re.M)[1]
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            (folder / "main.cc").write_text(program, encoding="utf-8")
+            (folder / "watch.cc").write_text(WATCH, encoding="utf-8")
+            places = {f"-Wl,-rpath,{pathlib.Path(library).parent}" for library in LIBRARIES}
+            done = subprocess.run([COMPILER, *FLAGS, *FOLDERS, "main.cc", "watch.cc", "-o", "quick", *LIBRARIES, *places],
+                                  cwd=folder, capture_output=True, text=True)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            subprocess.run([HOST, "sample", "stock.db"], cwd=folder, check=True, capture_output=True)
+            done = subprocess.run([folder / "quick"], cwd=folder, env=dict(os.environ, QT_QPA_PLATFORM="offscreen"),
+                                  capture_output=True, text=True, encoding="utf-8", timeout=120)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertRegex(done.stdout, r"(?m)^已读入：商品:.+\[全部仓库\]$")
+            self.assertRegex(done.stdout, r"(?m)^rows [1-9]\d+$")
+
+    def test_headers_are_shown_as_doxygen_reads_them(self):
+        shown = headers.show("// SPDX\n\n// What it is.\nclass A {\n  int b = 0;  // in twips\n};\n\n// Alone.\n\nint c;\n// Base\nint d;\n", {})
+        self.assertIn("/// What it is.\nclass A {", shown)
+        self.assertIn("int b = 0;  ///< in twips", shown)
+        self.assertIn("\n// Alone.\n", shown)
+        self.assertIn("\n// Base\n", shown)
+
+    def test_the_contents_lead_to_every_page_once(self):
+        order = [page.relative_to(ROOT / "docs").as_posix() for page in book_pages.in_order()]
+        self.assertEqual(order[:2], ["index.md", "quick-start.md"])
+        self.assertEqual(sorted(order), sorted(page.relative_to(ROOT / "docs").as_posix() for page in (ROOT / "docs").rglob("*.md")))
+        self.assertEqual(order.index("guide/properties.md"), order.index("guide.md") + 1)
+
+    def test_classes_in_pages_lead_to_the_reference(self):
+        self.assertEqual(book_pages.of_words("`qt::SheetWidget` or `KeyID`"),
+                         '<code>@ref stockbook::qt::SheetWidget "qt::SheetWidget"</code> or `KeyID`')
+
+    def test_doxygen_makes_a_book_of_every_page_and_class(self):
+        if shutil.which("doxygen") is None:
+            self.skipTest("doxygen is not here (Debian: doxygen qt6-documentation-tools)")
+        with tempfile.TemporaryDirectory() as name:
+            book = pathlib.Path(name)
+            done = subprocess.run([sys.executable, ROOT / "tools/docs", "--no-install", "--out", book], capture_output=True, text=True)
+            if "qhelpgenerator is not here" in done.stderr:
+                self.skipTest(done.stderr.strip())
+            self.assertEqual(done.returncode, 0, done.stderr)
+            start = (book / "html/index.html").read_text(encoding="utf-8")
+            self.assertIn('href="page_docs_quick-start.html"', start)
+            self.assertIn('href="classstockbook_1_1qt_1_1StockbookWidget.html"', start)
+            for page in (ROOT / "docs").glob("*.md"):
+                self.assertTrue(page.stem == "index" or (book / f"html/page_docs_{page.stem}.html").exists(), page)
+            # Every link within the book leads to a file of it.
+            for page in (book / "html").glob("page_*.html"):
+                for target in re.findall(r'(?:href|src)="([^"#:]+)["#]', page.read_text(encoding="utf-8")):
+                    self.assertTrue((page.parent / target).exists(), f"{page.name}: {target}")
+            tags = (book / "stockbook.tag").read_text(encoding="utf-8")
+            self.assertIn("<name>stockbook::qt::StockbookWidget</name>", tags)
+            self.assertEqual((book / "stockbook.qch").read_bytes()[:15], b"SQLite format 3")
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1])
+    unittest.main(argv=sys.argv[:1], verbosity=2)
