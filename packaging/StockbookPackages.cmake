@@ -11,7 +11,7 @@ set(stockbook_package_library libstockbook${stockbook_soversion})
 set(stockbook_package_development libstockbook-dev)
 set(stockbook_package_designer qt6-stockbook-designer)
 set(stockbook_package_program stockbook)
-set(stockbook_package_documentation libstockbook-doc)
+set(stockbook_package_documentation stockbook-doc)
 get_cmake_property(stockbook_installed COMPONENTS)
 set(CPACK_COMPONENTS_ALL "")
 foreach(component library development designer program documentation)
@@ -67,7 +67,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${stockbook_package_development})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev, libsqlite3-dev")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "libstockbook-doc, qt6-stockbook-designer")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "stockbook-doc, qt6-stockbook-designer")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "stock journals as an embeddable control - development files
 ${about}
 This package contains what a program is built with: headers, libraries, and
@@ -94,7 +94,12 @@ set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION "stock journals as an embeddable control - documentation
 ${about}
-This package contains the guide, the reference and the examples.")
+This package contains the guide, the reference and the examples, as web pages
+and for Qt Assistant.")
+if("documentation" IN_LIST CPACK_COMPONENTS_ALL)
+  install(FILES deb/doc-base DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc-base RENAME stockbook-doc.stockbook
+    COMPONENT documentation)
+endif()
 
 # Libraries that are loaded by their first caller are nothing that dpkg-shlibdeps sees. The program says so where one is missing.
 set(late_libraries "")

@@ -31,6 +31,7 @@ install(FILES inner.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/stockbook COMPONEN
 add_library(plugin MODULE plugin.cc)
 target_link_libraries(plugin PRIVATE outer)
 install(TARGETS plugin LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/qt6/plugins/designer COMPONENT designer)
+install(DIRECTORY html DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/stockbook COMPONENT documentation)
 add_executable(stockbook_host main.cc)
 target_link_libraries(stockbook_host PRIVATE outer)
 set_target_properties(stockbook_host PROPERTIES OUTPUT_NAME stockbook)
@@ -45,9 +46,10 @@ SOURCES = {
     "outer.cc": '#include <cstdio>\n#include "inner.h"\nint Outer(int n) { return std::puts("outer") + Inner(n); }\n',
     "plugin.cc": '#include <cstdio>\nint Outer(int);\nint Plugged() { return std::puts("plugged") + Outer(2); }\n',
     "main.cc": "int Outer(int);\nint main(int argc, char**) { return Outer(argc); }\n",
+    "html/index.html": "<!DOCTYPE html>\n<html><head><title>Book</title></head><body>Book</body></html>\n",
     "CHANGELOG.md": "# Changelog\n\n## [Unreleased]\n\n- Something new.\n\n## [1.2.2] - 2026-01-02\n\n- Something old.\n",
 }
-NAMES = ("libstockbook-dev", "libstockbook1", "qt6-stockbook-designer", "stockbook")
+NAMES = ("libstockbook-dev", "libstockbook1", "qt6-stockbook-designer", "stockbook", "stockbook-doc")
 
 
 def run(*arguments, **others):
@@ -65,6 +67,7 @@ class Packages(unittest.TestCase):
         cls.addClassCleanup(folder.cleanup)
         cls.folder = pathlib.Path(folder.name)
         for name, said in {**SOURCES, "CMakeLists.txt": LISTS.replace("@TREE@", TREE.as_posix()).replace("@VERSION@", VERSION)}.items():
+            (cls.folder / name).parent.mkdir(exist_ok=True)
             (cls.folder / name).write_text(said, encoding="utf-8")
         cls.build = cls.folder / "build"
         for step in ((CMAKE, "-S", cls.folder, "-B", cls.build, "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={COMPILER}",
@@ -120,6 +123,10 @@ class Packages(unittest.TestCase):
         libraries = self.contents("libstockbook1")
         self.assertTrue(any(re.match(r"usr/lib/[^/]+/libinner\.so\.1$", path) for path in libraries), libraries)
         self.assertFalse([path for path in libraries if path.endswith((".so", ".h"))])
+        book = self.contents("stockbook-doc")
+        self.assertIn("usr/share/doc/stockbook/html/index.html", book)
+        self.assertIn("usr/share/doc-base/stockbook-doc.stockbook", book)
+        self.assertEqual(self.field("stockbook-doc", "Architecture"), "all")
         for name in NAMES:
             for path in ("copyright", "changelog.Debian.gz"):
                 self.assertIn(f"usr/share/doc/{name}/{path}", self.contents(name))
