@@ -11,7 +11,8 @@ void AddMovements(DatabaseFile& file) {
   file.Run(R"(
     WITH RECURSIVE s(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM s WHERE n < 300)
     INSERT INTO 入库目录 SELECT 1000 + n, '2005-0' || (1 + n % 3), date('2005-01-01', (n % 80) || ' days'), 2005,
-      1 + n % 3, 1 + n % 28, CASE n % 3 WHEN 0 THEN '采购入库' ELSE '入库单' END, 'No' || (n % 40), '采购',
+      CAST(strftime('%m', '2005-01-01', (n % 80) || ' days') AS INTEGER),
+      CAST(strftime('%d', '2005-01-01', (n % 80) || ' days') AS INTEGER), CASE n % 3 WHEN 0 THEN '采购入库' ELSE '入库单' END, 'No' || (n % 40), '采购',
       CASE n % 7 WHEN 0 THEN NULL ELSE '说明' || (n % 5) END, 1 + n % 2, 5 + n % 2, CASE n % 4 WHEN 0 THEN NULL ELSE 3 END,
       '张三', date('2005-01-01', (n % 90) || ' days'), CASE n % 2 WHEN 0 THEN '李四' END, NULL FROM s;
     INSERT INTO 出库目录 SELECT BillID + 1000, AccPeriod, BillDate, 年份, 月份, 日子, '销售单', 单据编号, 类型, 说明, dpID,

@@ -49,10 +49,11 @@ std::string Records(const std::string& table, const InventoryTypes& types) {
 }
 
 std::string Balance(const std::string& table, const std::string& key, const InventoryTypes& types) {
-  return "CREATE TABLE " + table + "(bnPeriod TEXT, " + key + " INTEGER, pdID INTEGER, LastPrice " + types.money +
-         ", LastQuantity " + types.quantity + ", LastQuantity2 " + types.quantity + ", LastAccount " + types.money +
-         ", SumRevQuantity " + types.quantity + ", SumRevQuantity2 " + types.quantity + ", SumRevAccount " +
-         types.money + ", SumIssQuantity " + types.quantity + ", SumIssQuantity2 " + types.quantity + ");";
+  return "CREATE TABLE " + table + "(bnPeriod TEXT, " + key + " INTEGER, pdID INTEGER, LastPrice " +
+         types.price.value_or(types.money) + ", LastQuantity " + types.quantity + ", LastQuantity2 " + types.quantity +
+         ", LastAccount " + types.money + ", SumRevQuantity " + types.quantity + ", SumRevQuantity2 " + types.quantity +
+         ", SumRevAccount " + types.money + ", SumIssQuantity " + types.quantity + ", SumIssQuantity2 " +
+         types.quantity + ", SumIssAccount " + types.money + ");";
 }
 
 }  // namespace
@@ -86,7 +87,7 @@ void CreateInventory(DatabaseFile& file, const InventoryTypes& types) {
       "CREATE TABLE 仓库余额表(ID INTEGER PRIMARY KEY, DpID INTEGER, PdID INTEGER, AccPeriod TEXT, 年份 INTEGER, 月份 "
       "INTEGER,"
       " 上期库存单价 " +
-      types.money + ", 上期库存数量 REAL, 上期库存数量2 REAL, 上期库存金额 " + types.money +
+      types.price.value_or(types.money) + ", 上期库存数量 REAL, 上期库存数量2 REAL, 上期库存金额 " + types.money +
       ", TotalRevQuantity REAL, TotalRevQuantity2 REAL, TotalRevAccount " + types.money +
       ", TotalIssQuantity REAL, TotalIssQuantity2 REAL, TotalIssAccount " + types.money + ");");
   file.Run(Balance("tqSuppBalance", "ksID", types) + Balance("tqCustBalance", "ksID", types) +
@@ -124,9 +125,11 @@ void FillInventory(DatabaseFile& file) {
       (55,1,1,'2004-12',2004,12,'1.2',5,50,'6','1','10','1.2','2','20','2.4'),
       (56,2,1,'2004-12',2004,12,'1.4',1,10,'1.4','0','0','0','0','0','0'),
       (57,1,1,'2005-01',2005,1,'1.2',4,40,'4.8','1','10','1.2','2','20','2.4');
-    INSERT INTO tqSuppBalance VALUES ('2004-12',5,1,'1.2',3,30,'3.6',7,70,'8.4',0,0), ('2005-01',5,1,'1.3',4,40,'5.2',8,80,'9',0,0);
-    INSERT INTO tqCustBalance VALUES ('2004-12',7,1,'1.2',0,0,'0',0,0,'0',6,60);
-    INSERT INTO tqProjBalance VALUES ('2004-12',3,1,'1.2',0,0,'0',2,20,'2.4',1,10), ('2005-01',3,1,'1.5',1,10,'1.2',3,30,'3.6',2,20);
+    INSERT INTO tqSuppBalance VALUES ('2004-12',5,1,'1.2',3,30,'3.6',7,70,'8.4',0,0,'0'),
+      ('2005-01',5,1,'1.3',4,40,'5.2',8,80,'9',0,0,'0');
+    INSERT INTO tqCustBalance VALUES ('2004-12',7,1,'1.2',0,0,'0',0,0,'0',6,60,'7.2');
+    INSERT INTO tqProjBalance VALUES ('2004-12',3,1,'1.2',0,0,'0',2,20,'2.4',1,10,'1.2'),
+      ('2005-01',3,1,'1.5',1,10,'1.2',3,30,'3.6',2,20,'2.4');
   )");
 }
 

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,9 +35,10 @@ class DatabaseFile {
   sqlite3* handle_ = nullptr;
 };
 
-// The tables and columns that the journals read. `columns` chooses how money, quantities and dates are declared.
+// The tables of an inventory. `types` chooses how money, quantities and dates are declared.
 struct InventoryTypes {
   std::string money = "MONEY TEXT";
+  std::optional<std::string> price = {};  // of balances; as money where it is not set
   std::string quantity = "REAL";
   std::string date = "DATE";
   std::string master_key = "INTEGER PRIMARY KEY";
