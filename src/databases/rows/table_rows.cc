@@ -66,11 +66,15 @@ void TableRows::BindNull(size_t column) {
 
 // An empty text is null, as nothing is.
 void TableRows::BindText(size_t column, const std::string& text) {
-  if (!needed_[column]) return;
   if (text.empty()) {
     BindNull(column);
-    return;
+  } else {
+    BindStored(column, text);
   }
+}
+
+void TableRows::BindStored(size_t column, const std::string& text) {
+  if (!needed_[column]) return;
   memory_.Check(sqlite3_bind_text64(insertion_.get(), static_cast<int>(column) + 1, text.data(), text.size(),
                                     SQLITE_STATIC, SQLITE_UTF8));
 }
@@ -83,7 +87,7 @@ void TableRows::BindValue(size_t column, const base::Value& value) {
   } else if (value.IsNull()) {
     BindNull(column);
   } else {
-    BindText(column, copies_[column] = value.Text());
+    BindStored(column, copies_[column] = value.Text());
   }
 }
 

@@ -37,7 +37,7 @@ class TableRows {
     (Bind(column++, values), ...);
     Step();
   }
-  // All rows of the fields, which are found by the columns' names, ignoring ASCII case.
+  // All rows of the fields, which are found by the columns' names, ignoring ASCII case. An empty text stays one.
   void AddColumns(std::span<const platform::Field> fields);
 
  private:
@@ -63,6 +63,7 @@ class TableRows {
   void Bind(size_t column, const std::string& text) { BindText(column, text); }
   void BindValue(size_t column, const base::Value& value);
   void BindText(size_t column, const std::string& text);
+  void BindStored(size_t column, const std::string& text);  // as it is, be it empty
   void BindNull(size_t column);
   void Step();
 
