@@ -99,5 +99,44 @@ TEST_F(RowColumns, KeepEveryTypeExactly) {
                                       "9223372036854775807|9007199254740993|1E+300|-0.0001|0100-01-01|中文 'x'"}));
 }
 
+TEST_F(RowColumns, MustBeOfOneLength) {
+  source_->tables["入库记录"] = {{"RecID", {Whole(1), Whole(2), Whole(3)}}, {"数量", {Whole(5), Whole(6)}}};
+  const std::string said = ErrorOf("SELECT Sum(数量) FROM 入库记录");
+  EXPECT_EQ(said,
+            "表“入库记录”的字段不一样长：RecID 有 3 行，数量 有 2 行。请在 RowSource::Columns 中给出同样多的值。");
+  source_->tables["入库记录"] = {{"数量", {Whole(5), Whole(6)}}, {"RecID", {Whole(1)}}};
+  EXPECT_NE(ErrorOf("SELECT Sum(数量) FROM 入库记录").find("不一样长"), std::string::npos);
+}
+
+// Without them a journal or a balance would be empty, and nobody would know why.
+TEST_F(RowColumns, MustHaveTheFieldsByWhichRowsAreFound) {
+  source_->tables["入库记录"] = {{"RecID", {Whole(1)}}, {"BillID", {Whole(1)}}, {"数量", {Whole(5)}}};
+  EXPECT_EQ(ErrorOf("SELECT Sum(数量) FROM 入库记录 WHERE pdID=7"),
+            "表“入库记录”缺少字段 pdID，没有它就找不到要读的行：请在 RowSource::Columns 中给出它。");
+  EXPECT_EQ(Rows("SELECT Sum(数量) FROM 入库记录"), (std::vector<std::string>{"5"})) << "nothing is found by it here";
+  source_->tables["出库记录"] = {{"RecID", {Whole(1)}}, {"pdID", {Whole(7)}}};
+  EXPECT_NE(ErrorOf("SELECT BillID FROM 出库记录").find("表“出库记录”缺少字段 BillID"), std::string::npos);
+  source_->tables["入库目录"] = {{"BillID", {Whole(1)}}};
+  EXPECT_NE(ErrorOf("SELECT BillID FROM 入库目录 WHERE AccPeriod<='2005-03'").find("“入库目录”缺少字段 AccPeriod"),
+            std::string::npos);
+  source_->tables["仓库余额表"] = {{"ID", {Whole(1)}}, {"PdID", {Whole(1)}}};
+  EXPECT_NE(ErrorOf("SELECT * FROM 仓库余额表").find("“仓库余额表”缺少字段 DpID"), std::string::npos);
+  source_->tables["tqSuppBalance"] = {{"bnPeriod", {Words("2005-01")}}, {"ksID", {Whole(5)}}};
+  EXPECT_NE(ErrorOf("SELECT Sum(LastQuantity) FROM tqSuppBalance WHERE pdID=1").find("缺少字段 pdID"),
+            std::string::npos);
+  source_->tables["tqAccPeriod"] = {{"Period", {Words("2005-01")}}};
+  EXPECT_NE(ErrorOf("Select * From tqAccPeriod Order by AccPeriod").find("“tqAccPeriod”缺少字段 AccPeriod"),
+            std::string::npos);
+}
+
+TEST_F(RowColumns, MustHaveWholeNumbersForKeys) {
+  for (const base::Value& key : {base::Value(), Words("x"), base::Value(2.5), Words("")}) {
+    source_->tables["入库记录"] = {{"RecID", {Whole(1), key}}, {"数量", {Whole(5), Whole(6)}}};
+    EXPECT_EQ(ErrorOf("SELECT Sum(数量) FROM 入库记录"),
+              "表“入库记录”第 2 行的键 RecID 不是整数：每一行须有自己的编号，请更正后再读入。")
+        << key.Text();
+  }
+}
+
 }  // namespace
 }  // namespace stockbook::databases

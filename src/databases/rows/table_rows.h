@@ -37,7 +37,8 @@ class TableRows {
     (Bind(column++, values), ...);
     Step();
   }
-  // All rows of the fields, which are found by the columns' names, ignoring ASCII case. An empty text stays one.
+  // All rows of the fields, which are found by the columns' names, ignoring ASCII case. An empty text stays one. Throws
+  // for what would make rows missing: other lengths, keys that are none, no field to find the rows by.
   void AddColumns(std::span<const platform::Field> fields);
 
  private:
@@ -61,6 +62,8 @@ class TableRows {
     BindText(column, copies_[column] = date.IsZero() ? std::string() : date.Text());
   }
   void Bind(size_t column, const std::string& text) { BindText(column, text); }
+  void MissColumn(size_t column) const;
+  void BindKey(size_t column, size_t row, const base::Value& value);
   void BindValue(size_t column, const base::Value& value);
   void BindText(size_t column, const std::string& text);
   void BindStored(size_t column, const std::string& text);  // as it is, be it empty

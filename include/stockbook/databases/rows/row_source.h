@@ -169,7 +169,8 @@ class STOCKBOOK_API RowSource {
   virtual void Balances(BalanceOwner owner, const RowFilter& filter, const Take<Balance>& take);
 
   // A whole table at once, which is faster where there are columns already: under the names of its fields, of equal
-  // length; fields that are left out are empty. Asked before the functions above; nothing sends it there.
+  // length; fields that are left out are empty, but keys and what the statement finds rows by must be there. Asked
+  // before the functions above; nothing sends it there.
   virtual std::optional<std::vector<platform::Field>> Columns(std::string_view table, const RowFilter& filter);
 
   // What is read between these two has to fit together, as of one moment: a load is one. EndMoment may not throw.
