@@ -142,6 +142,21 @@ TEST_F(RowSourceFaults, EndALoadWhereTheOpeningBalanceWouldBeWrong) {
   EXPECT_NE(said_.find("表“仓库余额表”中有两行的键 ID 相同"), std::string::npos) << said_;
 }
 
+TEST_F(RowSourceFaults, StopWhereTheSourceKeepsWhatItIsThrownToItself) {
+  store_->give_receipts = [](const RowSource::TakeLine& take) {
+    for (const int64_t id : {11, 11, 12}) {
+      try {
+        take(Store::Receipt(1, 5), Store::Of(id));
+      } catch (...) {  // and goes on, as if the line were there
+      }
+    }
+  };
+  EXPECT_NE(std::string(ErrorOf("SELECT Count(*) FROM 入库记录").what()).find("有两行的键 RecID 相同"),
+            std::string::npos);
+  store_->give_receipts = {};
+  EXPECT_EQ(Count(), std::vector<std::string>{"2"});
+}
+
 TEST_F(RowSourceFaults, GiveAMillionLinesWhole) {
   GiveManyLines();
   auto rows = connection_->Execute("SELECT RecID, 数量 FROM 入库记录 ORDER BY RecID DESC");

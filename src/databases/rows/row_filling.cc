@@ -123,12 +123,17 @@ void RowFilling::FillBills(TableName bills, TableName lines) {
       source_.Issues(filter, take);
     }
   });
+  for (const auto* rows : {&bill_rows, &line_rows}) {
+    if (*rows) (*rows)->ThrowWhatWasKept();
+  }
 }
 
 void RowFilling::FillTable(TableName table) {
   const RowFilter filter = FilterOf(needs_, table);
   TableRows rows = Create(table);
-  if (!AddColumns(table, filter, rows)) AskSource([&] { AddMasters(table, filter, rows); });
+  if (AddColumns(table, filter, rows)) return;
+  AskSource([&] { AddMasters(table, filter, rows); });
+  rows.ThrowWhatWasKept();
 }
 
 void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows& rows) {
@@ -141,8 +146,8 @@ void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows&
     case TableName::Customers:
       return source_.Customers(filter, take_partner);
     case TableName::Projects:
-      return source_.Projects(filter,
-                              [&](const Project& row) { rows.Add(row.id, row.name, row.number, row.class_code); });
+      return source_.Projects(
+          filter, [&](const Project& row) { rows.Add(row.id, row.name, row.number, row.class_code); });
     case TableName::Products:
       return source_.Products(filter, [&](const Product& row) { AddProduct(row, rows); });
     case TableName::ProductClasses:

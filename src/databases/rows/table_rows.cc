@@ -108,6 +108,10 @@ void TableRows::MissColumn(size_t column) const {
   }
 }
 
+void TableRows::ThrowWhatWasKept() const {
+  if (failure_) std::rethrow_exception(failure_);
+}
+
 void TableRows::Bind(size_t column, int64_t number) {
   if (needed_[column]) memory_.Check(sqlite3_bind_int64(insertion_.get(), static_cast<int>(column) + 1, number));
 }

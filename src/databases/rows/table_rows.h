@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <span>
@@ -33,10 +34,18 @@ class TableRows {
   void Add(const Values&... values) {
     if (sizeof...(values) != table_.columns.size())
       throw std::logic_error("A row of " + std::string(table_.name) + " has another number of values.");
-    size_t column = 0;
-    (Bind(column++, values), ...);
-    Step();
+    ThrowWhatWasKept();
+    try {
+      size_t column = 0;
+      (Bind(column++, values), ...);
+      Step();
+    } catch (...) {
+      failure_ = std::current_exception();
+      throw;
+    }
   }
+  // What Add threw, where whoever called it did not let it pass.
+  void ThrowWhatWasKept() const;
   // All rows of the fields, which are found by the columns' names, ignoring ASCII case. An empty text stays one. Throws
   // for what would make rows missing: other lengths, keys that are none, no field to find the rows by.
   void AddColumns(std::span<const platform::Field> fields);
@@ -76,6 +85,7 @@ class TableRows {
   std::vector<bool> needed_;         // by column
   std::vector<std::string> copies_;  // of texts that were made for the row
   std::unique_ptr<sqlite3_stmt, Finalizer> insertion_;
+  std::exception_ptr failure_;
 };
 
 }  // namespace stockbook::databases
