@@ -157,6 +157,12 @@ TEST_F(RowSourceFaults, StopWhereTheSourceKeepsWhatItIsThrownToItself) {
   EXPECT_EQ(Count(), std::vector<std::string>{"2"});
 }
 
+TEST_F(RowSourceFaults, ListSuppliersWithoutAClassAmongAll) {
+  ASSERT_TRUE(Loads(base::SupplierJournal, 7)) << said_;
+  EXPECT_NE(cells_.find("R1"), std::string::npos) << said_;
+  EXPECT_NE(cells_.find("R2"), std::string::npos) << said_;
+}
+
 TEST_F(RowSourceFaults, GiveAMillionLinesWhole) {
   GiveManyLines();
   auto rows = connection_->Execute("SELECT RecID, 数量 FROM 入库记录 ORDER BY RecID DESC");

@@ -43,7 +43,7 @@ void AddProduct(const Product& product, TableRows& rows) {
   const std::string none;
   rows.Add(product.id, product.name, product.number, product.specification, product.model, product.unit, product.unit2,
            none, none, kNothing, kNothing, none, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing,
-           product.class_code, kNothing, none, none, none, none, none, none, kNothing, none);
+           StoredText{product.class_code}, kNothing, none, none, none, none, none, none, kNothing, none);
 }
 
 void AddDepotBalance(const Balance& balance, TableRows& rows) {
@@ -137,7 +137,8 @@ void RowFilling::FillTable(TableName table) {
 }
 
 void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows& rows) {
-  const auto take_partner = [&](const Partner& row) { rows.Add(row.id, row.name, row.class_code); };
+  // All classes are found by "LIKE '%'": an empty code is among them, a null is not.
+  const auto take_partner = [&](const Partner& row) { rows.Add(row.id, row.name, StoredText{row.class_code}); };
   switch (table) {
     case TableName::Depots:
       return source_.Depots(filter, [&](const Depot& row) { rows.Add(row.id, row.name); });
@@ -147,7 +148,7 @@ void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows&
       return source_.Customers(filter, take_partner);
     case TableName::Projects:
       return source_.Projects(
-          filter, [&](const Project& row) { rows.Add(row.id, row.name, row.number, row.class_code); });
+          filter, [&](const Project& row) { rows.Add(row.id, row.name, row.number, StoredText{row.class_code}); });
     case TableName::Products:
       return source_.Products(filter, [&](const Product& row) { AddProduct(row, rows); });
     case TableName::ProductClasses:

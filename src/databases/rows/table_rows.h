@@ -21,6 +21,11 @@
 
 namespace stockbook::databases {
 
+// A text that stays one where it is empty.
+struct StoredText {
+  const std::string& text;
+};
+
 // One table of an inventory in memory, created empty and filled row by row with the columns that a statement names. It
 // counts its rows, and stops when what runs has to end. Throws platform::Error.
 class TableRows {
@@ -71,6 +76,7 @@ class TableRows {
     BindText(column, copies_[column] = date.IsZero() ? std::string() : date.Text());
   }
   void Bind(size_t column, const std::string& text) { BindText(column, text); }
+  void Bind(size_t column, const StoredText& stored) { BindStored(column, stored.text); }
   void MissColumn(size_t column) const;
   void BindKey(size_t column, size_t row, const base::Value& value);
   void BindValue(size_t column, const base::Value& value);

@@ -85,7 +85,7 @@ struct Depot {
 struct Partner {
   int64_t id = 0;
   std::string name = {};
-  std::string class_code = {};  // begins with the codes of the classes above
+  std::string class_code = {};  // begins with the codes of the classes above; without one it is in journals of all
 };
 
 // A project that movements belong to.
