@@ -8,8 +8,11 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "contract/plain_inventory.h"
 #include "contract/postgres_copy.h"
+#include "databases/sqlite/embedded_connection.h"
 #include "stockbook/databases/providers/open_connection.h"
+#include "stockbook/databases/rows/row_source.h"
 #include "support/test_folder.h"
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 #include "support/postgres_server.h"
@@ -36,13 +39,17 @@ std::string DriverPath(const std::string& library, std::string& missing) {
   return {};
 }
 
+void CopyInto(DatabaseFile& copy, sqlite3* original) {
+  sqlite3_backup* backup = sqlite3_backup_init(copy.handle(), "main", original, "main");
+  sqlite3_backup_step(backup, -1);
+  sqlite3_backup_finish(backup);
+}
+
 // A copy of the file: as itself, or behind a driver.
 class FileBackEnd : public BackEnd {
  public:
   FileBackEnd(const DatabaseFile& file, std::string connection) : connection_(std::move(connection)) {
-    sqlite3_backup* backup = sqlite3_backup_init(copy_.handle(), "main", file.handle(), "main");
-    sqlite3_backup_step(backup, -1);
-    sqlite3_backup_finish(backup);
+    CopyInto(copy_, file.handle());
   }
   std::string ConnectionString(Dialect dialect) const override {
     return connection_ + copy_.path() + ";Tables=*" + (dialect == Dialect::kServer ? ";Dialect=SQL" : "");
@@ -107,6 +114,58 @@ std::unique_ptr<BackEnd> MakeOlderDesktop(const DatabaseFile& file, std::string&
 std::unique_ptr<BackEnd> MakeNewerDesktop(const DatabaseFile& file, std::string& missing) {
   return MakeDesktop(file, "inventory.accdb", missing);
 }
+
+// The tables of a file as whole columns, which are asked for nothing in particular.
+class FileColumns : public databases::RowSource {
+ public:
+  explicit FileColumns(const DatabaseFile& file) : file_(file.DesktopString()) {}
+  void Periods(const Take<std::string>&) override {}
+  void Receipts(const databases::RowFilter&, const TakeLine&) override {}
+  void Issues(const databases::RowFilter&, const TakeLine&) override {}
+  std::optional<std::vector<platform::Field>> Columns(std::string_view table, const databases::RowFilter&) override {
+    return file_.Execute("SELECT * FROM " + std::string(table)).TakeAll();
+  }
+  void BeginMoment() override { moment_ = file_.ReadAsOfOneMoment(); }
+  void EndMoment() override { moment_.reset(); }
+
+ private:
+  databases::EmbeddedConnection file_;
+  std::unique_ptr<platform::Moment> moment_;
+};
+
+constexpr std::string_view kRows = "Rows";
+constexpr std::string_view kRowColumns = "RowColumns";
+
+// Own objects that are as the tables of a copy of the file.
+class RowsBackEnd : public BackEnd {
+ public:
+  RowsBackEnd(const DatabaseFile& file, std::string_view kind) : kind_(kind) { CopyInto(copy_, file.handle()); }
+  std::string ConnectionString(Dialect dialect) const override {
+    return std::string(kProvider) + ";Tables=*" + (dialect == Dialect::kServer ? ";Dialect=SQL" : "");
+  }
+  std::unique_ptr<platform::Connection> Open(const std::string& connection_string) const override {
+    const std::string_view settings = std::string_view(connection_string).substr(kProvider.size());
+    return databases::OpenRowSource(Source(), settings.substr(settings.empty() ? 0 : 1));
+  }
+  bool Change(const std::string& sql) override {
+    copy_.Run(sql);
+    *objects_ = ReadPlainInventory(copy_.path());
+    return true;
+  }
+
+ private:
+  static constexpr std::string_view kProvider = "Provider=Stockbook.Rows";
+
+  std::shared_ptr<databases::RowSource> Source() const {
+    if (kind_ == kRowColumns) return std::make_shared<FileColumns>(copy_);
+    *objects_ = ReadPlainInventory(copy_.path());
+    return std::make_shared<PlainSource>(objects_);
+  }
+
+  std::string_view kind_;
+  DatabaseFile copy_;
+  std::shared_ptr<PlainInventory> objects_ = std::make_shared<PlainInventory>();
+};
 
 #ifdef STOCKBOOK_TESTS_HAVE_LIBPQ
 
@@ -176,6 +235,10 @@ constexpr Kind kKinds[] = {{"Embedded", MakeEmbedded},         {"OlderDesktop", 
 
 }  // namespace
 
+std::unique_ptr<platform::Connection> BackEnd::Open(const std::string& connection_string) const {
+  return databases::OpenConnection(connection_string);
+}
+
 bool FillAsKept(const std::string& kind, DatabaseFile& file) {
   if (!kind.ends_with("Desktop") || !std::filesystem::exists(kKept / "inventory.db.xz")) return false;
   const TestFolder folder;
@@ -183,9 +246,7 @@ bool FillAsKept(const std::string& kind, DatabaseFile& file) {
   Unpack("inventory.db", path);
   sqlite3* kept = nullptr;
   sqlite3_open_v2(path.c_str(), &kept, SQLITE_OPEN_READONLY, nullptr);
-  sqlite3_backup* backup = sqlite3_backup_init(file.handle(), "main", kept, "main");
-  sqlite3_backup_step(backup, -1);
-  sqlite3_backup_finish(backup);
+  CopyInto(file, kept);
   sqlite3_close(kept);
   file.Run("CREATE TABLE kept(k)");
   return true;
@@ -197,7 +258,17 @@ std::vector<std::string> BackEndKinds() {
   return names;
 }
 
+std::vector<std::string> InventoryKinds() {
+  std::vector<std::string> names = BackEndKinds();
+  names.emplace_back(kRows);
+  names.emplace_back(kRowColumns);
+  return names;
+}
+
+bool IsOfRows(const std::string& kind) { return kind == kRows || kind == kRowColumns; }
+
 std::unique_ptr<BackEnd> MakeBackEnd(const std::string& kind, const DatabaseFile& file, std::string& missing) {
+  if (IsOfRows(kind)) return std::make_unique<RowsBackEnd>(file, kind == kRows ? kRows : kRowColumns);
   for (const Kind& candidate : kKinds) {
     if (candidate.name == kind) return candidate.make(file, missing);
   }

@@ -7,6 +7,7 @@
 
 #include "databases/database_file.h"
 #include "databases/dialect/dialect.h"
+#include "stockbook/platform/connection.h"
 
 namespace stockbook::testing {
 
@@ -20,6 +21,8 @@ class BackEnd {
 
   // What a host hands to OpenConnection, so that the control sends the dialect.
   virtual std::string ConnectionString(databases::Dialect dialect) const = 0;
+  // Opens such a string, perhaps with more settings at its end.
+  virtual std::unique_ptr<platform::Connection> Open(const std::string& connection_string) const;
   // Changes the database as another program would, in plain SQL; false where nothing here can.
   virtual bool Change(const std::string& sql) = 0;
 };
@@ -30,6 +33,10 @@ bool FillAsKept(const std::string& kind, DatabaseFile& file);
 
 // The kinds that the contract is held against, such as "Embedded" and "Postgres".
 std::vector<std::string> BackEndKinds();
+// These, and those that have the tables of an inventory alone: "Rows", a host's own objects, and "RowColumns", which a
+// host gives as whole columns.
+std::vector<std::string> InventoryKinds();
+bool IsOfRows(const std::string& kind);
 
 // A database of the kind with the tables and rows of the file; nullptr, and why, where this machine has none.
 std::unique_ptr<BackEnd> MakeBackEnd(const std::string& kind, const DatabaseFile& file, std::string& missing);
