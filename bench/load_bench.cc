@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The whole Load of a stock journal of one product, as ratios measured in one run,
 // compared with SQLite's own interface and default settings stepping the same statement once and reading every value,
-// with QSqlQueryModel's memory, with memcpy, and with itself on fewer lines or more periods. `load_bench [LINES
+// with QSqlQueryModel's memory, with memcpy, with a host's own objects instead of the file, and with itself on fewer
+// lines or more periods. `load_bench [LINES
 // [ROUNDS]]`, by default 1,000,000 and 3; the least of the rounds counts.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -17,11 +18,13 @@
 #include <string>
 
 #include "child_process.h"
+#include "contract/plain_inventory.h"
 #include "databases/sqlite/embedded_connection.h"
 #include "databases/sqlite/process_settings.h"
 #include "journal/query_builder.h"
 #include "journal/running_pass.h"
 #include "sqlite_stepping.h"
+#include "stockbook/databases/rows/row_source.h"
 #include "stockbook/databases/sqlite/open_embedded.h"
 #include "stockbook/interaction/event_listener.h"
 #include "stockbook/platform/connection.h"
@@ -87,25 +90,36 @@ struct LoadCost {
   double rows = 0;
 };
 
+template <typename Open>
+LoadCost CostOf(Open open) {
+  testing::ControlOverFakes fakes;
+  Host host;
+  fakes.control->AddListener(&host);
+  LoadCost cost;
+  malloc_trim(0);
+  const double bytes = ResidentBytes();
+  const double start = CpuSeconds();
+  const double began = ElapsedSeconds();
+  auto connection = std::make_shared<TimedConnection>(open());
+  fakes.control->SetConn(connection);
+  if (!fakes.control->Load(1, 0)) std::exit(1);
+  cost.seconds = CpuSeconds() - start;
+  cost.elapsed = ElapsedSeconds() - began;
+  cost.connection_seconds = connection->seconds;
+  cost.bytes = ResidentBytes() - bytes;
+  cost.rows = fakes.control->Rows();
+  return cost;
+}
+
 LoadCost MeasureLoad(const std::string& path) {
+  return InChild([&] { return CostOf([&] { return databases::OpenEmbedded(ConnectionTo(path)); }); });
+}
+
+// The same rows as a host's own objects, which are there before.
+LoadCost MeasureOwnObjects(const std::string& path) {
   return InChild([&] {
-    testing::ControlOverFakes fakes;
-    Host host;
-    fakes.control->AddListener(&host);
-    LoadCost cost;
-    malloc_trim(0);
-    const double bytes = ResidentBytes();
-    const double start = CpuSeconds();
-    const double began = ElapsedSeconds();
-    auto connection = std::make_shared<TimedConnection>(databases::OpenEmbedded(ConnectionTo(path)));
-    fakes.control->SetConn(connection);
-    if (!fakes.control->Load(1, 0)) std::exit(1);
-    cost.seconds = CpuSeconds() - start;
-    cost.elapsed = ElapsedSeconds() - began;
-    cost.connection_seconds = connection->seconds;
-    cost.bytes = ResidentBytes() - bytes;
-    cost.rows = fakes.control->Rows();
-    return cost;
+    const auto objects = std::make_shared<testing::PlainInventory>(testing::ReadPlainInventory(path));
+    return CostOf([&] { return databases::OpenRowSource(std::make_shared<testing::PlainSource>(objects)); });
   });
 }
 
@@ -206,12 +220,14 @@ int main(int argc, char** argv) {
   LoadCost load = MeasureLoad(path);
   LoadCost small = MeasureLoad(tenth);
   LoadCost periods = MeasureLoad(many_periods);
+  LoadCost objects = MeasureOwnObjects(path);
   for (int round = 0; round < rounds; ++round) {
     const bench::StepCost again = MeasureStepping(path, sql);
     step = {std::min(step.seconds, again.seconds), std::min(step.elapsed, again.elapsed)};
     load = Least(load, MeasureLoad(path));
     small = Least(small, MeasureLoad(tenth));
     periods = Least(periods, MeasureLoad(many_periods));
+    objects = Least(objects, MeasureOwnObjects(path));
   }
   const PassCost pass = MeasurePass(path, 12);
   const double model = ModelBytes(path, sql);
@@ -231,5 +247,6 @@ int main(int argc, char** argv) {
         0.03);
   Print("resident memory added / QSqlQueryModel", load.bytes / model, 0.065);
   Print("all lines / a tenth of them", load.seconds / small.seconds, 10.5);
+  Print("a host's own objects / the file", objects.seconds / load.seconds, 8);
   Print("1,200 periods / 12 periods", periods.seconds / load.seconds, 1.05);
 }
