@@ -58,8 +58,11 @@ void MakeLastVisible(platform::Grid& grid, int row) {
 // A height as the grid accepts it, without its fraction.
 int WholeTwips(float twips) {
   constexpr float kMost = 1 << 24;
-  return std::isnan(twips) ? 0 : static_cast<int>(std::clamp(twips, -kMost, kMost));
+  return static_cast<int>(std::clamp(twips, -kMost, kMost));
 }
+
+// What is no number is no height, and differs from itself for ever.
+float Height(float twips) { return std::isnan(twips) ? 0 : twips; }
 
 }  // namespace
 
@@ -201,22 +204,22 @@ void Stockbook::SetRow(int32_t row) {
 
 void Stockbook::SetRowHeight(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height = twips;
-  state_->fg.SetRowHeight(-1, WholeTwips(twips));
+  state_->row_height = Height(twips);
+  state_->fg.SetRowHeight(-1, WholeTwips(state_->row_height));
   state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
   SetRowHeightSum(state_->row_height_sum);
 }
 
 void Stockbook::SetRowHeightTitle(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height_title = twips;
-  state_->fg.SetRowHeight(0, WholeTwips(twips));
+  state_->row_height_title = Height(twips);
+  state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
 }
 
 void Stockbook::SetRowHeightSum(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height_sum = twips;
-  grid::SetSumRowHeight(state_->fg, WholeTwips(twips));
+  state_->row_height_sum = Height(twips);
+  grid::SetSumRowHeight(state_->fg, WholeTwips(state_->row_height_sum));
 }
 
 void Stockbook::FollowFont(const platform::Font& font) {

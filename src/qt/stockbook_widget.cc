@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QSettings>
 #include <algorithm>
 #include <stdexcept>
@@ -189,7 +190,11 @@ void StockbookWidget::resizeEvent(QResizeEvent* event) {
 void StockbookWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (parts_ == nullptr) return;
+  // A slot that hears of other heights may delete the widget.
+  const QPointer<StockbookWidget> widget(this);
+  const Pin pin(parts_);
   if (event->type() == QEvent::FontChange) parts_->FollowFont();
+  if (widget == nullptr) return;
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange ||
       event->type() == QEvent::LayoutDirectionChange)
     UpdateFrames();

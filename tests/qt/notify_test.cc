@@ -5,9 +5,11 @@
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QPixmap>
+#include <QPointer>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <limits>
 #include <memory>
 
 #include "qt/application.h"
@@ -80,6 +82,15 @@ TEST_F(Notice, IsNotGivenForAValueThatTheControlRefuses) {
   EXPECT_EQ(journal.size(), 0);
 }
 
+TEST_F(Notice, EndsWhenAHeightThatIsNoNumberWasWritten) {
+  widget_.SetRowHeight(std::numeric_limits<float>::quiet_NaN());
+  EXPECT_EQ(widget_.RowHeight(), 0);
+  QSignalSpy journal(&widget_, &StockbookWidget::JournalChanged);
+  widget_.SetCaption(QStringLiteral("账"));
+  widget_.SetCaption(QStringLiteral("账"));
+  EXPECT_EQ(journal.size(), 1);
+}
+
 TEST_F(Notice, IsGivenOnceAtTheEndOfALoadThatFindsOtherTexts) {
   widget_.SetConn(SmallJournal());
   QSignalSpy journal(&widget_, &StockbookWidget::JournalChanged);
@@ -130,6 +141,11 @@ TEST_F(Notice, ReachesASlotThatDeletesTheWidget) {
   auto* other = new StockbookWidget;
   QObject::connect(other, &StockbookWidget::AppearanceChanged, other, [other] { delete other; });
   other->SetBackColor(Qt::red);
+  auto* third = new StockbookWidget;
+  const QPointer<StockbookWidget> alive(third);
+  QObject::connect(third, &StockbookWidget::JournalChanged, third, [third] { delete third; });
+  third->setFont(QFont(third->font().family(), 30));
+  EXPECT_EQ(alive, nullptr) << "heights follow the font";
 }
 
 }  // namespace
