@@ -329,6 +329,20 @@ TEST(Sheet, KeepsSettingsOfColumns) {
   EXPECT_THROW(static_cast<void>(sheet.ColKey(-1)), platform::Error);
 }
 
+TEST(Sheet, ShowsTextsWhereAFormatHasNoPlaceForADigit) {
+  GridSheet sheet;
+  sheet.SetCols(2);
+  sheet.SetRows(2);
+  sheet.SetTextMatrix(1, 1, "007");
+  for (const char* format : {"@", ">", "foo", "\"库存\"", "General Number"}) {
+    sheet.SetColFormat(1, format);
+    EXPECT_EQ(sheet.DisplayText(1, 1), "007") << format;
+    EXPECT_EQ(sheet.ColDataType(1), platform::DataType::kString) << format;
+  }
+  sheet.SetColFormat(1, "0.0");
+  EXPECT_EQ(sheet.DisplayText(1, 1), "7.0");
+}
+
 TEST(Sheet, FillsAnAddedRowFromATabText) {
   GridSheet sheet;
   sheet.SetCols(3);

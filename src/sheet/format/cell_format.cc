@@ -55,8 +55,10 @@ CellFormat::CellFormat(std::string_view format) : text_(format) {
 }
 
 std::optional<platform::DataType> CellFormat::ShownType() const {
-  if (kind_ == Kind::kNone) return std::nullopt;
-  return kind_ == Kind::kDate ? platform::DataType::kDate : platform::DataType::kDouble;
+  if (kind_ == Kind::kDate) return platform::DataType::kDate;
+  // One without a place for a digit would show every cell alike.
+  const bool has_digits = kind_ == Kind::kNumber && number_.ShowsDigits();
+  return has_digits ? std::optional(platform::DataType::kDouble) : std::nullopt;
 }
 
 bool CellFormat::Append(platform::DataType type, const base::Value& value, std::string& out) const {

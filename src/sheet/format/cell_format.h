@@ -32,7 +32,7 @@ class CellFormat {
   bool Append(platform::DataType type, const base::Value& value, std::string& out) const;
   bool Append(platform::DataType type, std::string_view text, std::string& out) const;
 
-  // The type of the values that it is for: numbers or dates.
+  // The type of the values that it is for: numbers or dates, if it tells.
   std::optional<platform::DataType> ShownType() const;
   // Whether it changes how numbers look in cells of the type.
   bool FormatsNumbers(platform::DataType type) const { return kind_ == Kind::kNumber && IsNumberType(type); }

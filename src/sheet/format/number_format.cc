@@ -159,4 +159,9 @@ std::string NumberFormat::Format(const Decimal& number) const {
   return (rounded.negative && !own_sign ? "-" : "") + Show(*section, rounded);
 }
 
+bool NumberFormat::ShowsDigits() const {
+  return std::any_of(sections_.begin(), sections_.end(),
+                     [](const base::NumberSection& section) { return section.whole_places + section.decimals > 0; });
+}
+
 }  // namespace stockbook::sheet

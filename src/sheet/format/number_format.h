@@ -25,6 +25,9 @@ class NumberFormat {
   // Rounded half away from zero to the decimals that the section shows; a number that rounds to zero has no sign.
   std::string Format(const base::Decimal& number) const;
 
+  // Whether it has a place for a digit: one without shows the same for every number.
+  bool ShowsDigits() const;
+
   // The same in one step, if the format has the common shape.
   const std::optional<PlainNumber>& plain() const { return plain_; }
 
