@@ -35,6 +35,7 @@ GridSheet::Kept::~Kept() = default;
 GridSheet::Kept GridSheet::Keep() const { return {KeepContents(), view_.KeepPlace()}; }
 
 void GridSheet::PutBack(Kept kept) {
+  if (kept.contents_ == nullptr) return;
   PutBackContents(std::move(*kept.contents_));
   view_.PutBack(kept.place_);
 }

@@ -122,6 +122,17 @@ TEST_F(KeptGrid, IsAsItWasAfterOtherRowsWereLoaded) {
   EXPECT_EQ(sheet_.ColIndex("Other"), -1);
 }
 
+TEST_F(KeptGrid, IsPutBackOnce) {
+  GridSheet::Kept kept = sheet_.Keep();
+  LoadOther();
+  const std::string other = Everything();
+  GridSheet::Kept moved = std::move(kept);
+  sheet_.PutBack(std::move(kept));
+  EXPECT_EQ(Everything(), other);
+  sheet_.PutBack(std::move(moved));
+  EXPECT_EQ(sheet_.ColIndex("Period"), 3);
+}
+
 TEST_F(KeptGrid, GoesOnBeingChangedLikeOneThatWasNeverReplaced) {
   GridSheet::Kept kept = sheet_.Keep();
   LoadOther();

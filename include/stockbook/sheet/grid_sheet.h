@@ -61,7 +61,7 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
   std::string tag_;
 };
 
-// What GridSheet::Keep returns; can be moved and nothing else.
+// What GridSheet::Keep returns. It is put back once: one that was moved from changes nothing.
 class GridSheet::Kept {
  public:
   Kept(Kept&& other) noexcept;
