@@ -31,6 +31,9 @@ class STOCKBOOK_API GridPrinter {
  public:
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, const QString& heading);
   GridPrinter(sheet::Sheet& sheet, const Paper& paper, sheet::PageWords words, sheet::PageSetup setup);
+  // Stays where it is: its pages refer to it.
+  GridPrinter(const GridPrinter&) = delete;
+  GridPrinter& operator=(const GridPrinter&) = delete;
   ~GridPrinter();
 
   int PageCount() const;

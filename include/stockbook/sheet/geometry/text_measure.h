@@ -3,12 +3,13 @@
 
 #include <string_view>
 
+#include "stockbook/base/api.h"
 #include "stockbook/platform/text_metrics.h"
 
 namespace stockbook::sheet {
 
 // Measures texts as a canvas draws them, in device pixels. Texts are single lines without a line feed.
-class TextMeasure {
+class STOCKBOOK_API TextMeasure {
  public:
   virtual ~TextMeasure() = default;
 
