@@ -207,6 +207,9 @@ TEST_F(RowSources, RefuseWhatADatabaseRefuses) {
     EXPECT_EQ(ErrorOf(statement).kind(), platform::ErrorKind::kStatement) << statement;
   EXPECT_EQ(connection_->ConnectionString(), "Provider=Stockbook.Rows");
   EXPECT_THROW(OpenRowSource(shop_, "Timeout=soon"), platform::Error);
+  for (const char* settings : {"x=1", "Dialect=Server", "Data Source=stock.db", "Timeout=5;Colour=red"})
+    EXPECT_THROW(OpenRowSource(shop_, settings), platform::Error) << settings;
+  EXPECT_NO_THROW(OpenRowSource(shop_, "timeout=5;Dialect=SQL"));
   EXPECT_THROW(OpenRowSource(nullptr), std::invalid_argument);
 }
 

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <new>
 #include <stdexcept>
 #include <utility>
 
+#include "base/text.h"
+#include "databases/connection_string.h"
 #include "databases/dialect/parser.h"
 #include "databases/dialect/refusal.h"
 #include "databases/rows/row_filling.h"
@@ -14,14 +18,33 @@
 namespace stockbook::databases {
 namespace {
 
+constexpr std::string_view kKnown[] = {"Timeout", "Threads", "Tables", "AmpersandJoins"};
+
 std::string StringOf(std::string_view settings) {
   std::string text = "Provider=Stockbook.Rows";
   if (!settings.empty()) text.append(";").append(settings);
   return text;
 }
 
+void ExpectKnown(std::string_view settings) {
+  const ConnectionString written(settings);
+  for (const auto& [key, value] : written.settings()) {
+    const std::string& name = key;
+    const bool known = base::EqualsIgnoringCase(key, "Dialect")
+                           ? value == "SQL"
+                           : std::any_of(std::begin(kKnown), std::end(kKnown), [&name](std::string_view each) {
+                               return base::EqualsIgnoringCase(name, each);
+                             });
+    if (!known) {
+      throw platform::Error("Open", "OpenRowSource 不认识设置“" + key + "=" + value +
+                                        "”：可以写 Timeout=秒数、Threads=个数、AmpersandJoins=1、Dialect=SQL。");
+    }
+  }
+}
+
 // The file is another one for each statement.
 EmbeddedSettings SettingsOf(std::string_view settings) {
+  ExpectKnown(settings);
   return ReadEmbeddedSettings("Provider=Stockbook.Embedded;Data Source=:memory:;" + std::string(settings));
 }
 
