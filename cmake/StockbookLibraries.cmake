@@ -42,6 +42,10 @@ function(stockbook_library name exported)
     target_link_libraries(${library} PUBLIC ${LIBRARY_LINK} PRIVATE ${LIBRARY_PRIVATE_LINK})
     if(kind STREQUAL "Shared")
       set_target_properties(${library} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${stockbook_soversion})
+      # In a folder where the loader does not look, a library finds the others of ours beside it. A distribution wants no such path.
+      if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+        set_target_properties(${library} PROPERTIES INSTALL_RPATH "$ORIGIN")
+      endif()
       # What it uses and is not linked to is told when it is built, not when a host is.
       target_link_options(${library} PRIVATE -Wl,-z,defs -Wl,-z,relro,-z,now)
     endif()
