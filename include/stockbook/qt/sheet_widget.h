@@ -32,7 +32,7 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   Q_OBJECT
 
  public:
-  // Shows a grid of its own, in the widget's font and with the desktop's clipboard.
+  // Shows a grid of its own, in the font that the widget has when it is made and with the desktop's clipboard.
   explicit SheetWidget(QWidget* parent = nullptr);
   // Shows the view of a sheet that the host has. Events for screen readers go to the toolkit unless another receiver is
   // set.
