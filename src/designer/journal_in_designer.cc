@@ -4,9 +4,10 @@
 #include <QColor>
 #include <QPainter>
 #include <QPixmap>
+#include <memory>
 
 #include "designer/property_texts.h"
-#include "designer/sample_journal.h"
+#include "designer/sample_in_form.h"
 #include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::designer {
@@ -37,18 +38,6 @@ QPixmap DrawIcon(int size) {
   return pixmap;
 }
 
-// Shows the made-up journal, and shows it anew as that of another type when the property is edited.
-void ShowSample(qt::StockbookWidget& widget) {
-  widget.SetConn(SampleJournal());
-  widget.Load(1, 0);
-  QObject::connect(&widget, &qt::StockbookWidget::JournalChanged, &widget,
-                   [&widget, shown = widget.JournalType()]() mutable {
-                     if (shown == widget.JournalType()) return;
-                     shown = widget.JournalType();
-                     widget.Load(1, 0);
-                   });
-}
-
 }  // namespace
 
 QString JournalInDesigner::name() const { return QStringLiteral("stockbook::qt::StockbookWidget"); }
@@ -73,7 +62,10 @@ QIcon JournalInDesigner::icon() const {
 
 QWidget* JournalInDesigner::createWidget(QWidget* parent) {
   auto* widget = new qt::StockbookWidget(parent);
-  if (in_form_editor_) ShowSample(*widget);
+  if (in_form_editor_) {
+    const auto sample = std::make_shared<SampleInForm>(*widget);
+    QObject::connect(widget, &qt::StockbookWidget::JournalChanged, widget, [sample] { sample->Follow(); });
+  }
   return widget;
 }
 

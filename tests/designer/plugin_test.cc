@@ -1,18 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <QColor>
+#include <QImage>
 #include <QMetaProperty>
+#include <QPixmap>
 #include <QSignalSpy>
 #include <QXmlStreamReader>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "designer/journal_in_designer.h"
 #include "designer/property_texts.h"
 #include "designer/sample_journal.h"
 #include "designer/stockbook_plugin.h"
 #include "qt/application.h"
+#include "stockbook/platform/grid.h"
 #include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::designer {
@@ -34,6 +40,66 @@ class InDesigner : public qt::WithApplication {
 
   JournalInDesigner journal_;
 };
+
+// What a form can save of a widget, but for the type of its journal.
+std::vector<QMetaProperty> SavedProperties() {
+  std::vector<QMetaProperty> properties;
+  const QMetaObject& meta = StockbookWidget::staticMetaObject;
+  for (int index = QWidget::staticMetaObject.propertyCount(); index < meta.propertyCount(); ++index) {
+    const QMetaProperty property = meta.property(index);
+    if (property.isWritable() && property.isStored() && std::string(property.name()) != "JournalType")
+      properties.push_back(property);
+  }
+  return properties;
+}
+
+// Pictures are told apart by what they show.
+std::string TextOf(const QVariant& value) {
+  if (value.metaType() != QMetaType::fromType<QPixmap>()) return value.toString().toStdString();
+  const QImage image = value.value<QPixmap>().toImage().convertToFormat(QImage::Format_ARGB32);
+  return QString::asprintf("%dx%d %zx", image.width(), image.height(),
+                           qHashBits(image.constBits(), static_cast<size_t>(image.sizeInBytes())))
+      .toStdString();
+}
+
+std::string TextOf(const QMetaProperty& property, const StockbookWidget& widget) {
+  return TextOf(property.read(&widget));
+}
+
+std::map<std::string, std::string> ValuesOf(const StockbookWidget& widget) {
+  std::map<std::string, std::string> values;
+  for (const QMetaProperty& property : SavedProperties()) values[property.name()] = TextOf(property, widget);
+  return values;
+}
+
+// A value that the property takes and does not have yet.
+QVariant Another(const QMetaProperty& property, const QVariant& value) {
+  if (property.isEnumType()) return value.toInt() == 1 ? 2 : 1;
+  if (std::string(property.name()) == "AccRestrict") return QStringLiteral("true");
+  switch (value.typeId()) {
+    case QMetaType::Bool:
+      return !value.toBool();
+    case QMetaType::Int:
+      return value.toInt() + 5;
+    case QMetaType::Double:
+      return value.toDouble() + 333;
+    case QMetaType::QColor:
+      return QColor(1, 2, 3);
+    case QMetaType::QPixmap: {
+      QPixmap pixmap(3, 3);
+      pixmap.fill(Qt::red);
+      return pixmap;
+    }
+    default:
+      return QStringLiteral("我的0101");
+  }
+}
+
+std::vector<int> HeightsOf(const StockbookWidget& widget) {
+  std::vector<int> heights;
+  for (int row = 0; row < widget.Grid().Rows(); ++row) heights.push_back(widget.Grid().RowHeight(row));
+  return heights;
+}
 
 TEST_F(InDesigner, ShowsAMadeUpJournalInTheFormEditorAlone) {
   EXPECT_GT(Create(journal_)->Rows(), 10);
@@ -57,10 +123,42 @@ TEST_F(InDesigner, ShowsTheJournalOfEveryTypeThatIsChosen) {
 TEST_F(InDesigner, LeavesWhatIsEditedAsItIs) {
   const std::unique_ptr<StockbookWidget> widget = Create(journal_);
   QSignalSpy loaded(widget.get(), &StockbookWidget::AfterLoaded);
-  widget->SetCaption(QStringLiteral("我的账"));
-  widget->SetBackColor(Qt::yellow);
+  for (const QMetaProperty& property : SavedProperties()) {
+    const QVariant before = property.read(widget.get());
+    EXPECT_TRUE(property.write(widget.get(), Another(property, before))) << property.name();
+    EXPECT_NE(TextOf(property, *widget), TextOf(before)) << property.name();
+  }
   EXPECT_EQ(loaded.size(), 0);
-  EXPECT_EQ(widget->Caption(), QStringLiteral("我的账"));
+  const std::map<std::string, std::string> edited = ValuesOf(*widget);
+  for (const auto type : {StockbookWidget::SupplierJournal, StockbookWidget::CustomerJournal,
+                          StockbookWidget::ProjectJournal, StockbookWidget::MaterialJournal}) {
+    widget->SetJournalType(type);
+    EXPECT_EQ(ValuesOf(*widget), edited) << type;
+    EXPECT_GT(widget->Rows(), 10) << type;
+  }
+}
+
+TEST_F(InDesigner, HasThePropertiesOfAWidgetThatShowsNothing) {
+  const StockbookWidget empty;
+  EXPECT_EQ(ValuesOf(*Create(journal_)), ValuesOf(empty));
+}
+
+TEST_F(InDesigner, SizesRowsAsAProgramDoesUnlessTheFormDoes) {
+  const std::unique_ptr<StockbookWidget> widget = Create(journal_);
+  StockbookWidget of_a_program;
+  of_a_program.SetConn(SampleJournal());
+  ASSERT_TRUE(of_a_program.Load(1, 0));
+  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
+  widget->SetJournalType(StockbookWidget::SupplierJournal);
+  of_a_program.SetJournalType(StockbookWidget::SupplierJournal);
+  ASSERT_TRUE(of_a_program.Load(1, 0));
+  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
+  widget->SetRowHeightTitle(900);
+  widget->SetJournalType(StockbookWidget::MaterialJournal);
+  of_a_program.SetJournalType(StockbookWidget::MaterialJournal);
+  ASSERT_TRUE(of_a_program.Load(1, 0));
+  of_a_program.SetRowHeightTitle(900);
+  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
 }
 
 TEST_F(InDesigner, SaysWhatEveryPropertyOfTheFormIs) {
