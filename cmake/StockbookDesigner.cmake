@@ -1,8 +1,5 @@
 # SPDX-License-Identifier: MIT
 # The plugin by which Qt Designer and QUiLoader know the widget. It uses the shared libraries, as a program beside it does.
-if(NOT STOCKBOOK_SHARED)
-  message(FATAL_ERROR "The plugin for Qt Designer uses the shared libraries: build them, too, by -DSTOCKBOOK_SHARED=ON")
-endif()
 find_package(Qt6 ${STOCKBOOK_LEAST_QT} QUIET COMPONENTS UiPlugin)
 if(NOT TARGET Qt6::UiPlugin)
   message(STATUS "Qt UiPlugin is missing (Debian: qt6-tools-dev), so the plugin for Qt Designer is not built")
