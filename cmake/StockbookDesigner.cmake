@@ -16,5 +16,13 @@ target_link_libraries(stockbook_designer PRIVATE stockbook_switches stockbook_qt
 target_link_options(stockbook_designer PRIVATE -Wl,-z,defs)
 if(STOCKBOOK_INSTALL)
   # Under the prefix it lies as it does under that of Qt, where Designer looks.
+  # Below another prefix than the system's the loader does not look for the libraries; a package must not tell it where they are.
+  cmake_path(ABSOLUTE_PATH QT6_INSTALL_PLUGINS BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE stockbook_plugins)
+  if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    file(RELATIVE_PATH stockbook_to_libraries ${stockbook_plugins}/designer ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_property(TARGET stockbook_designer APPEND PROPERTY INSTALL_RPATH "$ORIGIN/${stockbook_to_libraries}")
+    # What these libraries need lies beside them: the path is for their own needs, too.
+    target_link_options(stockbook_designer PRIVATE -Wl,--disable-new-dtags)
+  endif()
   install(TARGETS stockbook_designer LIBRARY DESTINATION ${QT6_INSTALL_PLUGINS}/designer COMPONENT designer)
 endif()

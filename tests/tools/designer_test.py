@@ -40,6 +40,16 @@ class Plugin(unittest.TestCase):
         self.configure("-DSTOCKBOOK_SHARED=ON", "-DSTOCKBOOK_DESIGNER=OFF")
         self.assertFalse(self.has_plugin())
 
+    def test_finds_the_libraries_below_its_prefix_and_says_nothing_of_the_system_s(self):
+        if "UiPlugin is missing" in self.configure("-DSTOCKBOOK_SHARED=ON", "-DCMAKE_INSTALL_PREFIX=/opt/stock"):
+            self.skipTest("Qt UiPlugin is missing")
+        self.assertIn("$ORIGIN/../", self.install_script())
+        self.configure("-DCMAKE_INSTALL_PREFIX=/usr")
+        self.assertNotIn("$ORIGIN", self.install_script())
+
+    def install_script(self):
+        return (self.build / "cmake_install.cmake").read_text(encoding="utf-8")
+
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])
