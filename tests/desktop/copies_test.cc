@@ -8,7 +8,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <optional>
+#include <stdexcept>
 #include <thread>
 
 #include "desktop/desktop_fixture.h"
@@ -22,6 +26,23 @@ constexpr const char* kNames = "Select name From t";
 
 class DesktopCopies : public DesktopFixture {
  protected:
+  // Copies that are nobody else's lie in the system's folder for them, where other tests have theirs at the same time.
+  DesktopCopies() {
+    if (const char* folder = std::getenv("TMPDIR")) before_ = folder;
+    private_ = (std::filesystem::temp_directory_path() / "stockbook-copies-XXXXXX").string();
+    if (mkdtemp(private_.data()) == nullptr) throw std::runtime_error("no folder for private copies");
+    setenv("TMPDIR", private_.c_str(), 1);
+  }
+  ~DesktopCopies() override {
+    if (before_) {
+      setenv("TMPDIR", before_->c_str(), 1);
+    } else {
+      unsetenv("TMPDIR");
+    }
+    std::error_code ignored;
+    std::filesystem::remove_all(private_, ignored);
+  }
+
   static struct stat StatOf(const std::string& path) {
     struct stat found {};
     EXPECT_EQ(stat(path.c_str(), &found), 0) << path;
@@ -43,6 +64,10 @@ class DesktopCopies : public DesktopFixture {
     EXPECT_EQ(sqlite3_exec(database, "UPDATE t SET name = 'marked'", nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(database);
   }
+
+ private:
+  std::optional<std::string> before_;
+  std::string private_;
 };
 
 TEST_F(DesktopCopies, AreFoundAgainWhileTheFileIsUnchanged) {
