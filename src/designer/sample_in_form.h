@@ -10,8 +10,8 @@
 
 namespace stockbook::designer {
 
-// The made-up journal in a widget of a form editor, and anew as that of another type when the property is edited. A
-// load writes properties, which the editor would save: they stay what the form makes them.
+// The made-up journal in a widget of a form editor, and anew whenever a property of the journal is edited, as many take
+// effect with a load alone. A load writes properties, which the editor would save: they stay what the form makes them.
 class SampleInForm {
  public:
   // Shows it at once.
@@ -21,20 +21,10 @@ class SampleInForm {
   void Follow();
 
  private:
-  struct Heights {
-    float line = 0;
-    float title = 0;
-    float sum = 0;
-  };
-
-  void KeepProperties();
   void Show();
-  Heights HeightsNow() const;
 
   qt::StockbookWidget& widget_;
-  qt::StockbookWidget::tqJournalTypeContants type_;
-  std::vector<std::pair<QMetaProperty, QVariant>> kept_;
-  const Heights at_first_;
+  std::vector<QMetaProperty> kept_;
   bool showing_ = false;
 };
 

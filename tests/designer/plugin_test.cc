@@ -47,8 +47,8 @@ std::vector<QMetaProperty> SavedProperties() {
   const QMetaObject& meta = StockbookWidget::staticMetaObject;
   for (int index = QWidget::staticMetaObject.propertyCount(); index < meta.propertyCount(); ++index) {
     const QMetaProperty property = meta.property(index);
-    if (property.isWritable() && property.isStored() && std::string(property.name()) != "JournalType")
-      properties.push_back(property);
+    const bool is_edited = property.isWritable() && property.isStored() && property.isDesignable();
+    if (is_edited && std::string(property.name()) != "JournalType") properties.push_back(property);
   }
   return properties;
 }
@@ -122,13 +122,11 @@ TEST_F(InDesigner, ShowsTheJournalOfEveryTypeThatIsChosen) {
 
 TEST_F(InDesigner, LeavesWhatIsEditedAsItIs) {
   const std::unique_ptr<StockbookWidget> widget = Create(journal_);
-  QSignalSpy loaded(widget.get(), &StockbookWidget::AfterLoaded);
   for (const QMetaProperty& property : SavedProperties()) {
     const QVariant before = property.read(widget.get());
     EXPECT_TRUE(property.write(widget.get(), Another(property, before))) << property.name();
     EXPECT_NE(TextOf(property, *widget), TextOf(before)) << property.name();
   }
-  EXPECT_EQ(loaded.size(), 0);
   const std::map<std::string, std::string> edited = ValuesOf(*widget);
   for (const auto type : {StockbookWidget::SupplierJournal, StockbookWidget::CustomerJournal,
                           StockbookWidget::ProjectJournal, StockbookWidget::MaterialJournal}) {
@@ -143,22 +141,32 @@ TEST_F(InDesigner, HasThePropertiesOfAWidgetThatShowsNothing) {
   EXPECT_EQ(ValuesOf(*Create(journal_)), ValuesOf(empty));
 }
 
-TEST_F(InDesigner, SizesRowsAsAProgramDoesUnlessTheFormDoes) {
+TEST_F(InDesigner, SizesRowsAsALoadInAProgramDoes) {
   const std::unique_ptr<StockbookWidget> widget = Create(journal_);
   StockbookWidget of_a_program;
   of_a_program.SetConn(SampleJournal());
-  ASSERT_TRUE(of_a_program.Load(1, 0));
-  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
-  widget->SetJournalType(StockbookWidget::SupplierJournal);
-  of_a_program.SetJournalType(StockbookWidget::SupplierJournal);
-  ASSERT_TRUE(of_a_program.Load(1, 0));
-  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
-  widget->SetRowHeightTitle(900);
-  widget->SetJournalType(StockbookWidget::MaterialJournal);
-  of_a_program.SetJournalType(StockbookWidget::MaterialJournal);
-  ASSERT_TRUE(of_a_program.Load(1, 0));
-  of_a_program.SetRowHeightTitle(900);
-  EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
+  for (const auto type : {StockbookWidget::MaterialJournal, StockbookWidget::SupplierJournal}) {
+    widget->SetJournalType(type);
+    of_a_program.SetJournalType(type);
+    ASSERT_TRUE(of_a_program.Load(1, 0));
+    EXPECT_EQ(HeightsOf(*widget), HeightsOf(of_a_program));
+  }
+}
+
+TEST_F(InDesigner, ShowsFormatsAndCaptionsAtOnce) {
+  const std::unique_ptr<StockbookWidget> widget = Create(journal_);
+  const auto shown = [&widget](const char* key, int row) {
+    return widget->Grid().DisplayText(row, widget->Grid().ColIndex(key));
+  };
+  int line = 1;
+  while (shown("StoQty", line).empty()) ++line;
+  const std::string before = shown("StoQty", line);
+  widget->setProperty("QuantityFormat", QStringLiteral("0.0000"));
+  EXPECT_EQ(shown("StoQty", line), before + "00");
+  widget->setProperty("AllowQty2", true);
+  EXPECT_FALSE(widget->Grid().ColHidden(widget->Grid().ColIndex("StoQty2")));
+  widget->setProperty("FieldsFilter", QStringLiteral("Price|"));
+  EXPECT_TRUE(widget->Grid().ColHidden(widget->Grid().ColIndex("Price")));
 }
 
 TEST_F(InDesigner, SaysWhatEveryPropertyOfTheFormIs) {

@@ -65,10 +65,12 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_PROPERTY(int Row READ Row WRITE SetRow NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(int Rows READ Rows NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(QString OutlineColKey READ OutlineColKey NOTIFY JournalChanged DESIGNABLE false STORED false)
-  // Heights are of single precision for code, and of double for Qt Designer and QUiLoader, which know no other.
-  Q_PROPERTY(double RowHeight READ RowHeight WRITE WriteRowHeight NOTIFY JournalChanged)
-  Q_PROPERTY(double RowHeightTitle READ RowHeightTitle WRITE WriteRowHeightTitle NOTIFY JournalChanged)
-  Q_PROPERTY(double RowHeightSum READ RowHeightSum WRITE WriteRowHeightSum NOTIFY JournalChanged)
+  // Heights of lines, captions and totals in twips. Each load sizes the rows by the font, so that a form has no say:
+  // programs set them when one has ended. Of single precision for code, and of double for QUiLoader, which knows no
+  // other.
+  Q_PROPERTY(double RowHeight READ RowHeight WRITE WriteRowHeight NOTIFY JournalChanged DESIGNABLE false)
+  Q_PROPERTY(double RowHeightTitle READ RowHeightTitle WRITE WriteRowHeightTitle NOTIFY JournalChanged DESIGNABLE false)
+  Q_PROPERTY(double RowHeightSum READ RowHeightSum WRITE WriteRowHeightSum NOTIFY JournalChanged DESIGNABLE false)
 
  public:
   // Whose journal it is: of a product, a supplier, a customer or a project. The interface spells it like this.
