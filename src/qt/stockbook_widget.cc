@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/qt/stockbook_widget.h"
 
+#include <QDebug>
 #include <QEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QSettings>
+#include <QThread>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -37,6 +39,20 @@ base::Value ToValue(const QVariant& variant) {
     default:
       return variant.isNull() ? base::Value() : base::Value(FromQString(variant.toString()));
   }
+}
+
+// Whether the caller is on the widget's thread. Where not, nothing of the widget may be touched: its own thread says so
+// through Notify, and the log does, for a host that does not listen.
+bool IsOnOwnThread(StockbookWidget& widget, const char* function) {
+  if (QThread::currentThread() == widget.thread()) return true;
+  const QString message = QStringLiteral(
+                              "没有执行 %1：它在别的线程上被调用。请在控件所在的线程上调用；要在后台读取数据库，"
+                              "请把 ThreadedConnection 交给 SetConn。")
+                              .arg(QLatin1String(function));
+  qWarning().noquote() << message;
+  QMetaObject::invokeMethod(
+      &widget, [&widget, message] { widget.Prompt(message); }, Qt::QueuedConnection);
+  return false;
 }
 
 }  // namespace
@@ -84,6 +100,7 @@ void StockbookWidget::SetZoom(double zoom) { parts_->view().SetZoom(zoom); }
 void StockbookWidget::SetMenuHints(std::map<std::string, QString> hints) { parts_->SetMenuHints(std::move(hints)); }
 
 bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
+  if (!IsOnOwnThread(*this, "Load")) return false;
   const Pin pin(parts_);
   const std::shared_ptr<WidgetParts> parts = parts_;
   const bool loaded = control().Load(rKeyID, rdpID, FromQString(rdpCode));
@@ -96,6 +113,7 @@ void StockbookWidget::Prompt(const QString& Msg) {
 }
 
 bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
+  if (!IsOnOwnThread(*this, "Find")) return false;
   bool found = false;
   parts_->Attempt([&] { found = control().Find(FromQString(rSearchString), StartRow); });
   return found;
@@ -104,16 +122,19 @@ bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
 bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected(); }
 
 void StockbookWidget::DefaultFormat() {
+  if (!IsOnOwnThread(*this, "DefaultFormat")) return;
   parts_->Attempt([&] { control().DefaultFormat(); });
 }
 
 QString StockbookWidget::Statistics() {
+  if (!IsOnOwnThread(*this, "Statistics")) return {};
   QString text;
   parts_->Attempt([&] { text = ToQString(control().Statistics()); });
   return text;
 }
 
 QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& rParas) {
+  if (!IsOnOwnThread(*this, "DoCommand")) return {};
   std::vector<base::Value> paras;
   for (const QVariant& para : rParas) paras.push_back(ToValue(para));
   parts_->Attempt([&] {
@@ -147,6 +168,7 @@ void StockbookWidget::SetHeaderColor(platform::Colour colour) {
 }
 
 bool StockbookWidget::Print(QPagedPaintDevice& device) {
+  if (!IsOnOwnThread(*this, "Print")) return false;
   const auto aside = control().SetHotRowAside();
   return PrintSheet(sheet(), ToQString(control().Caption()), device);
 }

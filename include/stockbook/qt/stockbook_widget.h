@@ -28,9 +28,9 @@ namespace stockbook::qt {
 // The stock journal as a widget: create it, give it a connection by SetConn, set JournalType, call Load. It composes
 // the control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
 // events as signals (qt/journal_events.h); its properties are those of the control (qt/journal_properties.h,
-// qt/appearance_properties.h). It
-// has no logic of its own for either. Everything runs on the user-interface thread. Load does not return to the event
-// loop, so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
+// qt/appearance_properties.h). It has no logic of its own for either. Everything runs on the user-interface thread:
+// called on another one, the methods and Print do nothing, and Notify says so. Load does not return to the event loop,
+// so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
 // function of the widget, and may delete it.
 class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   Q_OBJECT
