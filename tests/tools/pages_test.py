@@ -181,11 +181,34 @@ class Pages(unittest.TestCase):
             self.assertRegex(done.stdout, r"(?m)^rows [1-9]\d+$")
 
     def test_headers_are_shown_as_doxygen_reads_them(self):
-        shown = headers.show("// SPDX\n\n// What it is.\nclass A {\n  int b = 0;  // in twips\n};\n\n// Alone.\n\nint c;\n// Base\nint d;\n", {})
+        shown = headers.show("// SPDX\n\n// What it is.\nclass A {\n  int b = 0;  // in twips\n  float c = 0;    // in pixels\n};\n\n// Alone.\n\nint c;\n// Base\nint d;\n", {})
         self.assertIn("/// What it is.\nclass A {", shown)
         self.assertIn("int b = 0;  ///< in twips", shown)
+        self.assertIn("float c = 0;  ///< in pixels", shown)
         self.assertIn("\n// Alone.\n", shown)
         self.assertIn("\n// Base\n", shown)
+
+    def test_what_is_said_of_several_members_is_shown_at_each(self):
+        shown = headers.show("class A {\n public:\n  // Both in twips.\n  int a() const { return a_; }\n  void SetLimit(\n      int twips);\n"
+                             "  // Alone.\n  int b();\n  // These throw.\n  A operator+(A a) {\n    return a;\n  }\n  void c();\n\n  int d();\n};\n", {})
+        self.assertIn("/// Both in twips.\n  int a() const", shown)
+        self.assertIn("/// Both in twips.\n  void SetLimit(\n      int twips);\n  /// Alone.\n  int b();", shown)
+        self.assertIn("/// These throw.\n  A operator+(A a) {\n    return a;\n  }\n  /// These throw.\n  void c();\n\n  int d();", shown)
+
+    def test_readers_writers_and_properties_share_what_is_said_of_one(self):
+        shown = headers.show("class A {\n  Q_PROPERTY(float Zoom READ Zoom WRITE SetZoom)\n  Q_PROPERTY(int Row READ Row)\n public:\n"
+                             "  // From 0.5 to 3;\n  // 1 unless set.\n  float Zoom() const;\n  void SetZoom(float zoom);\n"
+                             "  // -1 where there is none.\n  int Row() const;\n};\n", {"Zoom": "How large."})
+        said = "/// How large.\n  ///\n  /// From 0.5 to 3;\n  /// 1 unless set.\n  "
+        for declaration in ("Q_PROPERTY(float Zoom", "float Zoom()", "void SetZoom("):
+            self.assertIn(said + declaration, shown)
+        self.assertIn("/// -1 where there is none.\n  Q_PROPERTY(int Row", shown)
+
+    def test_heights_are_properties_with_their_words(self):
+        shown = headers.show("#define STOCKBOOK_HEIGHT(Name) \\\n  Q_PROPERTY(double Name)\n\n  // In twips.\n  STOCKBOOK_HEIGHT(Least)\n", {})
+        self.assertNotIn("#define", shown)
+        self.assertIn("/// In twips.\n  Q_PROPERTY(double Least READ Least WRITE WriteLeast", shown)
+        self.assertIn("/// In twips.\n  float Least() const;", shown)
 
     def test_the_contents_lead_to_every_page_once(self):
         order = [page.relative_to(ROOT / "docs").as_posix() for page in book_pages.in_order()]
