@@ -67,6 +67,7 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   };
   Q_ENUM(ScrollBarsSetting)
 
+  // These are the colours of a light ledger unless set (sheet::Palette). An invalid colour is black.
   STOCKBOOK_APPEARANCE(QColor, BackColor)
   STOCKBOOK_APPEARANCE(QColor, BackColorBkg)
   STOCKBOOK_APPEARANCE(QColor, BackColorFixed)
@@ -78,12 +79,19 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   STOCKBOOK_APPEARANCE(QColor, ForeColorSel)
   STOCKBOOK_APPEARANCE(QColor, GridColor)
   STOCKBOOK_APPEARANCE(QColor, GridColorFixed)
+  // Both are GridFlat unless set.
   STOCKBOOK_APPEARANCE(GridLineStyle, GridLines)
   STOCKBOOK_APPEARANCE(GridLineStyle, GridLinesFixed)
+  // OutlineComplete unless set. Its key in the settings is OutlineBar.
   STOCKBOOK_APPEARANCE(OutlineBarStyle, Outlinebar)
+  // Both are 0 unless set; below 0 counts as 0, above 144000 as 144000. Where they contradict each other, the least
+  // height wins. The settings keep whole twips.
   STOCKBOOK_HEIGHT(RowHeightMin)
   STOCKBOOK_HEIGHT(RowHeightMax)
+  // ScrollBoth unless set. A bar shows only while not all cells fit.
   STOCKBOOK_APPEARANCE(ScrollBarsSetting, ScrollBars)
+  // These stand in the column BillKind from the next load on; unless set they are icons of 16 pixels. A null pixmap is
+  // none.
   STOCKBOOK_APPEARANCE(QPixmap, BillPicture)
   STOCKBOOK_APPEARANCE(QPixmap, BillAuditedPicture)
   STOCKBOOK_APPEARANCE(QPixmap, RevPicture)
@@ -92,15 +100,25 @@ class STOCKBOOK_API AppearanceProperties : public JournalProperties {
   STOCKBOOK_APPEARANCE(QPixmap, IssAuditedPicture)
   STOCKBOOK_APPEARANCE(QPixmap, ShiftPicture)
   STOCKBOOK_APPEARANCE(QPixmap, ShiftAuditedPicture)
+  // Both are null unless set; the grid draws signs of its own then.
   STOCKBOOK_APPEARANCE(QPixmap, NodeClosedPicture)
   STOCKBOOK_APPEARANCE(QPixmap, NodeOpenPicture)
+  // #C7D2E2 unless set.
   STOCKBOOK_APPEARANCE(QColor, BackColorHot)
+  // The ForeColor that the control began with, unless set.
   STOCKBOOK_APPEARANCE(QColor, ForeColorHot)
+  // Both are null unless set, which is none. Every cell shows the picture stretched, from the next load or
+  // RestoreProperties on.
   STOCKBOOK_APPEARANCE(QPixmap, TitleBackPicture)
   STOCKBOOK_APPEARANCE(QPixmap, MarkBackPicture)
+  // 0 unless set, without the line until it is set or restored; below 0 counts as 0. Beyond 16 bits the old value stays
+  // and Notify tells of it.
   STOCKBOOK_APPEARANCE(int, BorderWidth)
+  // 0 unless set; below 0 counts as 0. Beyond 16 bits the old value stays and Notify tells of it.
   STOCKBOOK_APPEARANCE(int, ChildSpacing)
+  // White unless set.
   STOCKBOOK_APPEARANCE(QColor, BorderColor)
+  // #BEC4CC unless set.
   STOCKBOOK_APPEARANCE(QColor, SheetBorderColor)
 
  Q_SIGNALS:

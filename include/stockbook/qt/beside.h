@@ -36,16 +36,20 @@ class STOCKBOOK_API Beside : public QObject {
   Q_OBJECT
 
  public:
+  // Is made on the interface's thread; the work has one of its own.
   explicit Beside(QObject* parent = nullptr);
+  // Waits for what still runs.
   ~Beside() override;
 
   // The widget that keys and mouse reach during the work.
   void KeepAlive(QWidget* widget) { alive_ = widget; }
-  // Work that is shorter is waited for without handling events, and not told; with a grace of 0 none is.
+  // Work that is shorter is waited for without handling events, and not told; with a grace of 0 none is. 80 ms unless
+  // set.
   void SetGrace(std::chrono::milliseconds grace) { grace_ = grace; }
-  // How long a step of a task goes on, at least, between two pauses that handle events; 0: every pause does.
+  // How long a step of a task goes on, at least, between two pauses that handle events; 0: every pause does. 10 ms
+  // unless set.
   void SetStep(std::chrono::milliseconds step) { step_ = step; }
-  // The keys that close a window, as its own button does.
+  // The keys that close a window, as its own button does; none unless set.
   void SetCloseKeys(const QKeySequence& keys) { close_keys_ = keys; }
 
   // While the returned guard lives, all that is run is one task. A task inside another one is part of it.
@@ -63,19 +67,21 @@ class STOCKBOOK_API Beside : public QObject {
   void Run(const BesideWork& work);
   // Runs something short, without handling events, after whatever runs. Throws what it throws.
   void RunAtOnce(const std::function<void()>& run);
+  // Whether a Run is handling events now; work that is shorter than the grace does not count.
   bool IsRunning() const { return work_ != nullptr; }
   // Whether the work or the task that goes on, or the last one, was cancelled.
   bool WasCancelled() const { return cancelled_; }
 
  public Q_SLOTS:
-  // Nothing without work and task.
+  // Cancels the work, and the task that it is part of, by BesideWork::cancel. Nothing without work and task.
   void Cancel();
 
  Q_SIGNALS:
   // The work, or something of the task, takes longer than the grace; Ended follows in any case.
   void Began();
-  // A few times a second.
+  // Every 100 ms while work runs, with what BesideWork::rows says; 0 without it.
   void Ticked(qulonglong rows);
+  // What Began told of is over, done or not; closing of windows that was held back follows.
   void Ended();
 
  protected:

@@ -15,8 +15,10 @@ namespace stockbook::qt {
 template <typename Type>
 class ByReference {
  public:
+  // Shares the value with its copies alone.
   explicit ByReference(Type value) : value_(std::make_shared<Type>(value)) {}
 
+  // Both read and write what all copies share.
   Type Value() const { return *value_; }
   void SetValue(Type value) const { *value_ = value; }
 
@@ -30,6 +32,7 @@ class STOCKBOOK_API BooleanReference : public ByReference<bool> {
   Q_PROPERTY(bool value READ Value WRITE SetValue)
 
  public:
+  // False unless given.
   explicit BooleanReference(bool value = false) : ByReference(value) {}
 };
 
@@ -39,6 +42,7 @@ class STOCKBOOK_API IntegerReference : public ByReference<int16_t> {
   Q_PROPERTY(short value READ Value WRITE SetValue)
 
  public:
+  // 0 unless given.
   explicit IntegerReference(int16_t value = 0) : ByReference(value) {}
 };
 
@@ -48,6 +52,7 @@ class STOCKBOOK_API SingleReference : public ByReference<float> {
   Q_PROPERTY(float value READ Value WRITE SetValue)
 
  public:
+  // 0 unless given.
   explicit SingleReference(float value = 0) : ByReference(value) {}
 };
 

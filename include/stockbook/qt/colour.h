@@ -16,7 +16,7 @@ STOCKBOOK_API platform::Colour FromQColor(const QColor& colour);
 // Halfway to the other colour, which shows that something is disabled.
 STOCKBOOK_API QColor Dimmed(const QColor& colour, const QColor& toward);
 
-// Whether light text is easier to read on it than dark text.
+// Whether light text is easier to read on it than dark text: a grey of 128 of 255 or less.
 STOCKBOOK_API bool IsDark(const QColor& colour);
 
 }  // namespace stockbook::qt

@@ -12,6 +12,7 @@ namespace stockbook::qt {
 // The control's own icons (qt/icons.h) by key, 16 logical pixels square; the mark has 6.
 class STOCKBOOK_API QtImages : public platform::Images {
  public:
+  // Makes all of them; they are drawn when they are shown.
   QtImages();
   platform::PictureRef Find(std::string_view key) const override;
 

@@ -65,9 +65,8 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_PROPERTY(int Row READ Row WRITE SetRow NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(int Rows READ Rows NOTIFY RowChanged DESIGNABLE false STORED false)
   Q_PROPERTY(QString OutlineColKey READ OutlineColKey NOTIFY JournalChanged DESIGNABLE false STORED false)
-  // Heights of lines, captions and totals in twips. Each load sizes the rows by the font, so that a form has no say:
-  // programs set them when one has ended. Of single precision for code, and of double for QUiLoader, which knows no
-  // other.
+  // These are heights in twips. Each load sizes the rows by the font, so that a form has no say: programs set them when
+  // one has ended. Of single precision for code, and of double for QUiLoader, which knows no other.
   Q_PROPERTY(double RowHeight READ RowHeight WRITE WriteRowHeight NOTIFY JournalChanged DESIGNABLE false)
   Q_PROPERTY(double RowHeightTitle READ RowHeightTitle WRITE WriteRowHeightTitle NOTIFY JournalChanged DESIGNABLE false)
   Q_PROPERTY(double RowHeightSum READ RowHeightSum WRITE WriteRowHeightSum NOTIFY JournalChanged DESIGNABLE false)
@@ -82,30 +81,40 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   };
   Q_ENUM(tqJournalTypeContants)
 
-  // The control itself, without the toolkit (control/stockbook.h).
+  // The control itself, without the toolkit (control/stockbook.h). It throws where the widget raises Notify, and goes
+  // with the widget.
   control::Stockbook& control();
   const control::Stockbook& control() const;
 
+  // MaterialJournal unless set. Setting it lays the columns out anew and raises AfterFormatted; the rows stay those of
+  // the last load.
   void SetJournalType(tqJournalTypeContants type);
   tqJournalTypeContants JournalType() const;
-  // "Stockbook" for the four journal types, "" for other numbers.
+  // "Stockbook", "SupplierJournal", "CustomerJournal" or "ProjectJournal", by JournalType; empty for other numbers.
   QString FmtName() const;
+  // Both are false unless set. False hides the columns at once; true shows them from the next layout or load on.
   void SetAllowQty2(bool allow);
   bool AllowQty2() const;
   void SetAllowInv(bool allow);
   bool AllowInv() const;
+  // 0 unless set; below 1 means all. Beyond -32768..32767 the old value stays and Notify tells of it. A load uses it.
   void SetdpID(int id);
   int dpID() const;
+  // Empty unless set. A load that finds it empty stores the class of the supplier or customer that dpID is, if KeyID is
+  // above 0.
   void SetdpCode(const QString& text);
   QString dpCode() const;
-  // The newest accounting period, read from the database; empty when there is none.
+  // The newest accounting period; empty when there is none. Each call asks the database.
   QString AccPeriod() const;
-  // What the second key is called, read from the database; 全部仓库 or 全部项目 for all of them.
+  // What the second key is called; 全部仓库 or 全部项目 for all of them, empty where it is not found. Each call asks
+  // the database.
   QString DepotName() const;
-  // The product. Setting it also looks up the subject's header texts.
+  // The product; 0 unless set. Setting it looks up the texts of the header in the database, in a supplier's or
+  // customer's journal among these.
   void SetKeyID(int id);
   int KeyID() const;
-  // Name of the product that KeyID is; "" where it is not found, as with the four texts after it.
+  // Name of what KeyID is; empty where it is not found. In a supplier's or customer's journal the four texts after it
+  // are empty.
   QString KeyName() const;
   // Number of the product.
   QString ProductNo() const;
@@ -115,6 +124,7 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   QString Standard() const;
   // Unit of the product.
   QString Measure() const;
+  // These count from the next load on in the band above the grid, and in captions of columns from the next layout on.
   void SetMaterielTitle(const QString& text);
   QString MaterielTitle() const;
   void SetSupplierTitle(const QString& text);
@@ -123,6 +133,9 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   QString CustomerTitle() const;
   void SetProjectTitle(const QString& text);
   QString ProjectTitle() const;
+  // These are captions from the next layout on. A supplier's journal shows those of receipts (Field00 to Field06), a
+  // customer's those of issues (Field10 to Field16), the others both where they differ. The columns are hidden until
+  // the user or the host shows them. 经手人, 交接人, 包装, 货位, 期限, 序列号 and 生产日期 unless set.
   void SetField00(const QString& text);
   QString Field00() const;
   void SetField01(const QString& text);
@@ -151,14 +164,22 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   QString Field15() const;
   void SetField16(const QString& text);
   QString Field16() const;
+  // Trimmed. Each load writes one of its own.
   void SetCaption(const QString& text);
   QString Caption() const;
+  // Counts from the next layout on. It takes its columns out of the menu of columns and hides ProductName, Price,
+  // Quantity, Quantity2 and Account; the menu alone leaves the other ones out.
   void SetFieldsFilter(const QString& text);
   QString FieldsFilter() const;
-  // Keys of all columns that are never shown, each followed by a bar; those of FieldsFilter among them.
+  // Keys of the columns that the menu of columns leaves out, with a bar before and after each; those of FieldsFilter
+  // among them.
   QString ColsFilter() const;
+  // Empty unless set, which means false, as 0 does. Counts from the next load on: "-" in Price, Account, RevAcc,
+  // IssAcc, StoPrice and StoAcc of every line, but not in opening and total rows and in the columns of tax. Other texts
+  // keep the old value, and Notify tells of them.
   void SetAccRestrict(const QString& text);
   QString AccRestrict() const;
+  // These count from the next layout on; #,##0.00 unless set.
   void SetPriceFormat(const QString& text);
   QString PriceFormat() const;
   void SetQuantityFormat(const QString& text);
@@ -166,23 +187,30 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   void SetAccountFormat(const QString& text);
   QString AccountFormat() const;
 
-  // Properties of a row of the grid; a row below 0 means the current one.
+  // Key of the bill of a row; 0 where it has none. A row below 0 is the current one; one that is not there has no bill.
   Q_INVOKABLE int BillID(int Row = -1) const;
+  // Type of the bill as a text, 入库单 say; empty where the row has none.
   Q_INVOKABLE QString BillName(int Row = -1) const;
+  // 0 for a receipt, and where the row has no bill; another number for an issue.
   Q_INVOKABLE int Flag(int Row = -1) const;
-  // 入库 or 出库: whether the bill of the current row is a receipt or an issue.
+  // 入库 or 出库: whether the bill of the current row is a receipt or an issue; 入库 where it has no bill.
   QString FlagName() const;
-  // The current row; a fixed row or one that is not there changes nothing. Setting it brings the row into view.
+  // The current row, -1 where there is none. Setting it brings the row into view, out of folded nodes, too; a fixed row
+  // or one that is not there changes nothing.
   void SetRow(int row);
   int Row() const;
   // How many rows the grid has, the caption row included.
   int Rows() const;
-  // Key of the column with the outline.
+  // Key of the column with the outline: BillNo after every layout and load.
   QString OutlineColKey() const;
+  // Of all lines, in twips; before the first load it reads 250, whatever the font has made of them. Below 0 is refused,
+  // and Notify tells of it.
   void SetRowHeight(float twips);
   float RowHeight() const;
+  // Of the row of captions, in twips; before the first load it reads 400.
   void SetRowHeightTitle(float twips);
   float RowHeightTitle() const;
+  // Of nodes and totals, in twips; each layout makes it twice the height of a line.
   void SetRowHeightSum(float twips);
   float RowHeightSum() const;
 
@@ -195,6 +223,7 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   void RowChanged();
 
  protected:
+  // For StockbookWidget alone, which makes the parts.
   explicit JournalProperties(QWidget* parent);
   ~JournalProperties() override;
 

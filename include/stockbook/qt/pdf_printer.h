@@ -13,8 +13,8 @@ namespace stockbook::qt {
 
 // What a PDF of a sheet is to be.
 struct PdfDocument {
-  QPageLayout page;
-  QString title;  // of the document
+  QPageLayout page;  // paper, orientation and margins
+  QString title;     // of the document
   sheet::PageWords words;
   sheet::PageSetup setup;
 };

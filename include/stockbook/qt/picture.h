@@ -21,12 +21,15 @@ class STOCKBOOK_API QtPicture : public platform::Picture {
   // Draws the picture into a rectangle of the size at (0, 0), in device pixels.
   using Painting = std::function<void(QPainter& painter, QSizeF size)>;
 
+  // Of a size in logical pixels; the painting is called once for each size that is kept.
   QtPicture(QSize size, Painting painting) : size_(size), painting_(std::move(painting)) {}
 
+  // Both in logical pixels.
   int WidthPx() const override { return size_.width(); }
   int HeightPx() const override { return size_.height(); }
 
-  // The picture at a size in device pixels, premultiplied.
+  // The picture at a size in device pixels, from 1 to 8192 each way, premultiplied. Valid until another size is asked
+  // for.
   const QImage& At(QSize device_size) const;
   // The pixmap that the picture was made from, or one of its own size; always the same one.
   QPixmap Pixmap() const;

@@ -42,15 +42,19 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
 
   // The grid of its own; throws platform::Error where the widget was made for a view.
   sheet::GridSheet& grid() const;
+  // The view that is shown; when the host's is gone, one of the widget's own.
   sheet::View& view() const { return *view_; }
+  // The sheet of that view.
   sheet::Sheet& sheet() const;
-  // Converts pixels of the sheet to screen coordinates and back; nothing for points outside the view.
+  // Both convert between device pixels of the view and logical pixels of the screen; FromScreen gives nothing for
+  // points outside the view.
   QRect ToScreen(const sheet::Rect& rect) const;
   std::optional<sheet::Point> FromScreen(QPoint point) const;
-  // How large the sheet is shown, 1 being its own size, from 0.5 to 3; other values become the nearest of these.
+  // How large the sheet is shown, 1 being its own size, from 0.5 to 3; other values become the nearest of these, and
+  // NaN changes nothing. Setting it ends a drag of the mouse.
   double zoom() const { return zoom_; }
   void SetZoom(double zoom);
-  // Where on the screen a menu opens: at the mouse, or below the cell if a key asked for it.
+  // Where on the screen a menu opens, in logical pixels: at the mouse, or below the cell if a key asked for it.
   QPoint MenuPlace() const;
 
  protected:

@@ -34,66 +34,78 @@ namespace stockbook::qt {
 // function of the widget, and may delete it.
 class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   Q_OBJECT
-  // Plain flags for the host's use.
+  // Both are false unless set, and plain flags: the control reads neither.
   Q_PROPERTY(bool AllowView READ AllowView WRITE SetAllowView NOTIFY JournalChanged)
   Q_PROPERTY(bool AllowPrint READ AllowPrint WRITE SetAllowPrint NOTIFY JournalChanged)
 
  public:
+  // Shows a product's journal without rows, in the font of the application; nothing is read before SetConn and Load.
   explicit StockbookWidget(QWidget* parent = nullptr);
   ~StockbookWidget() override;
 
-  // The connection that every query uses, shared with the host.
+  // The connection that every query uses, shared with the host; nullptr unless set. A load that is under way keeps the
+  // one that it began with.
   std::shared_ptr<platform::Connection> Conn() const;
   void SetConn(std::shared_ptr<platform::Connection> connection);
+  // The grid as the control sees it: sheet() by its port.
   platform::Grid& Grid() const;
   bool AllowView() const;
   void SetAllowView(bool allow);
   bool AllowPrint() const;
   void SetAllowPrint(bool allow);
 
-  // The grid engine, for looks beyond the control's properties.
+  // The grid engine, for looks beyond the control's properties. It goes with the widget.
   sheet::GridSheet& sheet();
   // The part of the widget that shows the cells; its top left corner is the sheet's origin.
   QWidget* viewport() const;
 
-  // How large the journal is shown, 1 being its own size, from 0.5 to 3; widths and heights stay what they are.
+  // How large the journal is shown, 1 being its own size, from 0.5 to 3; other values become the nearest of these, and
+  // NaN changes nothing. Widths and heights stay what they are.
   double Zoom() const;
   void SetZoom(double zoom);
 
   // Texts that the control's menus show beside their items, such as the keys by which the host offers the same, by the
-  // names of the items.
+  // names of the items (mnuCopy, mnuFind, mnuBill, mnuRefresh).
   void SetMenuHints(std::map<std::string, QString> hints);
 
-  // Save the appearance in the settings, each property by its key in the group, and restore it; properties that were
-  // never saved keep their values. If the settings fail, they throw platform::Error with a message for the user.
+  // Both take the appearance, each property by its key in the group (an empty one: without a group): SaveProperties
+  // writes it, RestoreProperties sets what was saved, and properties that never were keep their values. If the settings
+  // fail, they throw platform::Error with a message for the user; what was read before that stays.
   void SaveProperties(QSettings& settings, const QString& group) const;
   void RestoreProperties(QSettings& settings, const QString& group);
 
-  // The colour of the band above the grid, for which the control has no property.
+  // The colour of the band above the grid as 0x00BBGGRR, for which the control has no property: white unless set, and
+  // not saved.
   platform::Colour HeaderColor() const;
   void SetHeaderColor(platform::Colour colour);
 
   // Prints the journal as shown, without folded periods and hidden columns, to a printer or a PDF. Each page has the
-  // caption and the column captions. Returns false if the device does not accept it. For other painters, or single
-  // pages, use GridPrinter with sheet().
+  // caption and the column captions. Returns false if the device does not accept it, also in the midst of it. For other
+  // painters, or single pages, use GridPrinter with sheet().
   bool Print(QPagedPaintDevice& device);
 
+  // 1000 by 600 logical pixels.
   QSize sizeHint() const override;
+  // 240 by 120 logical pixels.
   QSize minimumSizeHint() const override;
 
  public Q_SLOTS:
   // The methods of the control, in their order.
 
-  // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded.
+  // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded; false if it was
+  // cancelled, or failed, which Notify tells, or if it is called inside of a load.
   bool Load(int rKeyID = -1, int rdpID = -1, const QString& rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const QString& Msg);
-  // Reports every hit and the count through FindMsg. Always returns false; StartRow is not used.
+  // Reports every row that holds all words through FindMsg, and the count through Notify. A text without words does
+  // nothing. Always returns false; StartRow is not used.
   bool Find(const QString& rSearchString, int StartRow = -1);
   // Whether the selection is more than the current cell.
   bool IsRangeSelected() const;
+  // Lays the columns out anew, as the settings say, and sizes the rows by the font. Raises AfterFormatted.
   void DefaultFormat();
-  // Empty if there are too many bills to count; Notify says so.
+  // How many rows are bills, by kind (入库单, 出库单, 调拨单), as lines of text. Empty where they are more than 32767;
+  // Notify says so.
   QString Statistics();
   // "ColChanged" with a column key as the first element, "SetColFont"; others do nothing. The result is always invalid.
   // Where the element is missing, Notify says so.

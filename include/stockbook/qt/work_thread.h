@@ -17,6 +17,7 @@ class STOCKBOOK_API WorkThread {
  public:
   // `done` is called on the thread after every piece, when its future is ready.
   explicit WorkThread(std::function<void()> done);
+  // Waits for all that was started.
   ~WorkThread();
   WorkThread(const WorkThread&) = delete;
   WorkThread& operator=(const WorkThread&) = delete;
