@@ -103,12 +103,14 @@ using journal::AmountTexts;
 // over its column.
 class STOCKBOOK_API RowFields {
  public:
+  // Hears one sentence for the user.
   using Tell = std::function<void(const std::string& message)>;
 
   // Without a connection no issue line has a source.
   RowFields(platform::Grid& grid, platform::Connection* connection, AmountTexts amounts, Tell tell = {})
       : grid_(grid), connection_(connection), amounts_(amounts), tell_(std::move(tell)) {}
 
+  // The value in the field's own type; 0, "" or the zero date where the row or the column is not there.
   template <typename Type, FieldPlace place, FieldWriter writer>
   Type Get(const RowField<Type, place, writer>& field, int32_t row = -1) const {
     if constexpr (std::is_same_v<Type, base::Money>)
