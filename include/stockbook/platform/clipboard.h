@@ -11,6 +11,7 @@ namespace stockbook::platform {
 class STOCKBOOK_API Clipboard {
  public:
   virtual ~Clipboard() = default;
+  // Both may throw Error, which the control tells its user.
   virtual void Clear() = 0;
   virtual void SetText(std::string text) = 0;
 };

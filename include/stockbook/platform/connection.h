@@ -29,7 +29,9 @@ class STOCKBOOK_API Moment {
 class STOCKBOOK_API Connection {
  public:
   virtual ~Connection() = default;
-  virtual std::string ConnectionString() const = 0;  // as it was opened, but never with a password in it
+  // As it was opened, but never with a password in it.
+  virtual std::string ConnectionString() const = 0;
+  // All rows of one statement; `options` is kExecuteUnspecified wherever the control asks. Throws Error.
   virtual Recordset Execute(std::string_view statement, int options = kExecuteUnspecified) = 0;
 
   // Begins a moment, or joins the one that the connection is in: moments nest, and the outermost one decides. A

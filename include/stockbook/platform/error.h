@@ -17,6 +17,7 @@ enum class ErrorKind { kStatement, kBusy, kInputOutput, kDamaged, kMemory, kInte
 // code and SQLSTATE where there are any. The control turns it into its neutral results at its own edge.
 class STOCKBOOK_API Error : public std::runtime_error {
  public:
+  // The operation is for logs, the message for the user; 0 and "" where the platform has no code.
   Error(std::string operation, const std::string& message, int native_code = 0, ErrorKind kind = ErrorKind::kStatement,
         std::string sql_state = {})
       : std::runtime_error(message),
@@ -25,11 +26,16 @@ class STOCKBOOK_API Error : public std::runtime_error {
         kind_(kind),
         sql_state_(std::move(sql_state)) {}
 
+  // kStatement unless the port said another kind.
   ErrorKind kind() const { return kind_; }
+  // Whether nobody knows the answer: every kind but kStatement.
   bool IsOfEngine() const { return kind_ != ErrorKind::kStatement; }
 
+  // What was being done, in English: for logs and tests.
   const std::string& operation() const { return operation_; }
+  // The platform's own number, 0 where it has none.
   int native_code() const { return native_code_; }
+  // The five characters of a server or a driver, or "".
   const std::string& sql_state() const { return sql_state_; }
 
  private:

@@ -45,14 +45,19 @@ class STOCKBOOK_API GridAppearance {
  public:
   virtual ~GridAppearance() = default;
 
+  // Both as 0x00BBGGRR. Cells with colours of their own keep them.
   virtual Colour ColourOf(GridColour which) const = 0;
   virtual void SetColour(GridColour which, Colour colour) = 0;
+  // Both are between cells: GridLines in the body, GridLinesFixed between fixed cells.
   virtual GridLineStyle GridLines() const = 0;
   virtual void SetGridLines(GridLineStyle style) = 0;
   virtual GridLineStyle GridLinesFixed() const = 0;
   virtual void SetGridLinesFixed(GridLineStyle style) = 0;
+  // Bars that are not allowed never show; the grid scrolls by keys and wheel all the same.
   virtual ScrollBarsSetting ScrollBars() const = 0;
   virtual void SetScrollBars(ScrollBarsSetting setting) = 0;
+  // The font of all cells, but for those with a name of their own (SetCellFontName). No row or column gets another
+  // size.
   virtual Font GridFont() const = 0;
   virtual void SetGridFont(const Font& font) = 0;
 };

@@ -12,11 +12,12 @@ class STOCKBOOK_API GridView {
  public:
   virtual ~GridView() = default;
 
-  // The current cell; -1 where there is none. Setting moves the selection's end with it.
+  // These are the current cell; -1 where there is none. Setting moves the selection's end with it, asks the observer,
+  // and throws Error outside of the grid.
   virtual int Row() const = 0;
   virtual int Col() const = 0;
   virtual void Select(int row, int column) = 0;
-  // The end of the selection; the other corner is the current cell.
+  // Both are the end of the selection, which may be before the current cell, its other corner; -1 where there is none.
   virtual int RowSel() const = 0;
   virtual int ColSel() const = 0;
   // Puts the selected range on the clipboard as text that a spreadsheet pastes: a line of the captions of row 0 with
@@ -27,12 +28,15 @@ class STOCKBOOK_API GridView {
   // cannot be produced, it stays empty.
   virtual void CopySelection(Clipboard& clipboard) = 0;
 
-  // First and last row of the scrolling part that are in view.
+  // First and last row of the scrolling part that are in view, from FixedRows on; the last one is whole. Setting
+  // scrolls as far as there are rows, and throws Error for a row that is not there.
   virtual int TopRow() const = 0;
   virtual void SetTopRow(int row) = 0;
+  // The last row that is in view as a whole, but not above TopRow.
   virtual int BottomRow() const = 0;
+  // True for a fixed row, false for one that is hidden or not there.
   virtual bool RowIsVisible(int row) const = 0;
-  // The cell under the mouse, -1 where there is none.
+  // Both are the cell under the mouse at its last event, -1 where there is none.
   virtual int MouseRow() const = 0;
   virtual int MouseCol() const = 0;
 

@@ -14,6 +14,7 @@ namespace stockbook::platform {
 class STOCKBOOK_API Images {
  public:
   virtual ~Images() = default;
+  // The picture, which lives as long as anybody holds it; nullptr for an unknown key.
   virtual PictureRef Find(std::string_view key) const = 0;
 };
 

@@ -18,7 +18,7 @@ struct MenuItem {
   bool separator = false;
   bool visible = true;
   bool enabled = true;
-  bool checkable = false;
+  bool checkable = false;  // may keep the menu open, see Menu::PopUpToTick
   bool checked = false;
   std::vector<MenuItem> items;  // of a submenu
 };
@@ -36,6 +36,7 @@ using MenuTick = std::function<bool(const MenuChoice& item)>;
 class STOCKBOOK_API Menu {
  public:
   virtual ~Menu() = default;
+  // Returns when the menu is closed; a name that is empty where nothing was chosen.
   virtual MenuChoice PopUp(const MenuItem& menu) = 0;
   // For a menu in which several items may be ticked one after the other: it stays open for them, and what `tick` took
   // is no choice. Where menus close with every choice, as they do by default, a ticked item is the choice.

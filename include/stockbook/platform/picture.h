@@ -11,6 +11,7 @@ namespace stockbook::platform {
 class STOCKBOOK_API Picture {
  public:
   virtual ~Picture() = default;
+  // Both in device-independent pixels, as the toolkit would show it unscaled.
   virtual int WidthPx() const = 0;
   virtual int HeightPx() const = 0;
 };

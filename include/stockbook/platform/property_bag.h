@@ -17,8 +17,9 @@ using BagValue = std::variant<int16_t, int32_t, PictureRef>;
 class STOCKBOOK_API PropertyBag {
  public:
   virtual ~PropertyBag() = default;
-  // `fallback` where the key is absent; the result has the fallback's type.
+  // `fallback` where the key is absent; the result has the fallback's type, or the control refuses it by Error.
   virtual BagValue Read(std::string_view key, const BagValue& fallback) = 0;
+  // Replaces what the key had; an empty picture is a value, too.
   virtual void Write(std::string_view key, const BagValue& value) = 0;
 };
 

@@ -24,26 +24,33 @@ struct Field {
 class STOCKBOOK_API Recordset {
  public:
   Recordset() = default;
+  // Has as many records as the longest column; begins at the first.
   explicit Recordset(std::vector<Field> fields);
 
+  // Whether there is no current record: after the last one, and from the beginning where there are none.
   bool AtEnd() const { return row_ >= rows_; }
+  // Past the end, too, where it stays at the end.
   void MoveNext() { ++row_; }
+  // Drops rows and fields; RecordCount is 0 then.
   void Close();
+  // All of them, wherever the cursor is.
   size_t RecordCount() const { return rows_; }
 
+  // 0 once it is closed or taken.
   size_t FieldCount() const { return fields_.size(); }
   // Whether there is a field of exactly this name.
   bool HasField(std::string_view name) const;
   // Of the current record. A name is found exactly first, then ignoring ASCII case; an unknown name or no current
   // record throws Error.
   base::Value FieldValue(std::string_view name) const;
+  // By its number from 0 on; one that is not there throws Error, as no current record does.
   base::Value FieldValue(size_t index) const;
 
-  // Rows fetched ahead by a connection that reads in portions; kept for it to read.
+  // Rows fetched ahead by a connection that reads in portions; kept for it to read. 1 unless set.
   void SetCacheSize(int rows) { cache_size_ = rows; }
   int CacheSize() const { return cache_size_; }
 
-  // Hands over all rows at once; afterwards the recordset is at its end.
+  // Hands over all rows at once, those before the cursor, too; afterwards the recordset is empty.
   std::vector<Field> TakeAll();
 
  private:

@@ -22,8 +22,9 @@ struct Font {
 class STOCKBOOK_API TextMetrics {
  public:
   virtual ~TextMetrics() = default;
-  // Height of one line of the text in twips (1/1440 inch).
+  // Height of one line of the text in twips (1/1440 inch), without space between lines.
   virtual double TextHeightTwips(std::string_view text, const Font& font) const = 0;
+  // Twips in a pixel of the surface: 15 where it has 96 to an inch.
   virtual double TwipsPerPixelY() const = 0;
 };
 
