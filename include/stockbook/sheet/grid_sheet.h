@@ -17,6 +17,7 @@ namespace stockbook::sheet {
 // and forwards input to it.
 class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
  public:
+  // Goes with the sheet; a widget that shows it lets go of it first.
   View& view() { return view_; }
   const View& view() const { return view_; }
 
@@ -26,11 +27,14 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
   void Select(int row, int column) override { SelectRange(row, column, row, column); }
   int RowSel() const override { return view_.selection().end.row; }
   int ColSel() const override { return view_.selection().end.column; }
+  // The first cell becomes the current one, if the observer allows it. Throws platform::Error outside of the grid.
   void SelectRange(int row, int column, int row_sel, int col_sel);
   void CopySelection(platform::Clipboard& clipboard) override { view_.CopySelection(clipboard); }
   int TopRow() const override { return view_.geometry().TopRow(); }
   void SetTopRow(int row) override;
   int BottomRow() const override { return view_.geometry().BottomRow(); }
+  // The first column of the scrolling part that is in view. Setting scrolls as far as there are columns, and throws
+  // platform::Error for a column that is not there.
   int LeftCol() const { return view_.geometry().LeftCol(); }
   void SetLeftCol(int column);
   bool RowIsVisible(int row) const override { return view_.geometry().RowIsVisible(row); }
@@ -49,10 +53,13 @@ class STOCKBOOK_API GridSheet final : public Sheet, public platform::Grid {
   // What the grid holds and where its view is, to be put back, be it after other rows were loaded. The observer hears
   // nothing of it. O(runs + columns + cells set), with the loaded columns shared.
   class Kept;
+  // Both are about what the grid holds and where its view is, kept and put back, be it after other rows were loaded.
+  // The observer hears nothing of it. O(runs + columns + cells set), with the loaded columns shared.
   Kept Keep() const;
   void PutBack(Kept kept);
 
-  // Of the sheet together with its view.
+  // Both are of the sheet together with its view: whether all parts agree, for tests, and approximate memory beyond the
+  // values of the loaded columns.
   bool CheckInvariants() const { return Sheet::CheckInvariants() && view_.CheckInvariants(); }
   size_t EngineBytes() const { return Sheet::EngineBytes() + sizeof(View) + view_.MemoryBytes(); }
 

@@ -32,6 +32,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
                             public virtual platform::GridOutline,
                             public virtual platform::GridAppearance {
  public:
+  // One fixed row, one fixed column, and nothing else.
   Sheet();
   // Its views let go of it; see View.
   ~Sheet() override;
@@ -47,11 +48,13 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void SetCellData(int row, int column, base::Value data) final;
   std::string DisplayText(int row, int column) const final;
   std::string FormatValue(int column, const base::Value& value) const final;
+  // Both are what the cell was given, or its record; nullptr and kLeftTop where there is none, and outside of the grid.
   platform::PictureRef CellPicture(int row, int column) const;
   platform::PictureAlignment CellPictureAlignment(int row, int column) const;
   void SetCellPicture(const platform::CellRange& range, const platform::PictureRef& picture,
                       platform::PictureAlignment alignment) final;
   void SetCellAlignment(const platform::CellRange& range, platform::Alignment alignment) final;
+  // The grid's where the cell has none of its own, and outside of the grid.
   std::string CellFontName(int row, int column) const;
   void SetCellFontName(const platform::CellRange& range, std::string_view name) final;
   platform::Colour CellBackColor(int row, int column) const final;
@@ -78,6 +81,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void SetColFormat(int column, std::string_view format) final;
   int ColWidth(int column) const final;
   void SetColWidth(int column, int twips) final;
+  // kGeneral unless set. Throws platform::Error for a column that is not there.
   platform::Alignment ColAlignment(int column) const;
   void SetColAlignment(int column, platform::Alignment alignment) final;
 
@@ -87,6 +91,8 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   int FixedRows() const final { return fixed_rows_; }
   void SetFixedRows(int count) final;
   void AddItem(std::string_view tab_text, int position) final;
+  // Takes a data row out, at no cost to the rows after it. Throws platform::Error for a fixed row or one that is not
+  // there.
   void RemoveItem(int row);
   int64_t Revision() const final;
   bool RowHidden(int row) const final;
@@ -114,8 +120,10 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   void SetOutlineCol(int column) final;
   platform::OutlineBarStyle OutlineBar() const final { return appearance_.outline_bar; }
   void SetOutlineBar(platform::OutlineBarStyle style) final;
+  // nullptr unless set.
   platform::PictureRef NodeOpenPicture() const { return appearance_.node_open; }
   void SetNodeOpenPicture(const platform::PictureRef& picture) final;
+  // nullptr unless set.
   platform::PictureRef NodeClosedPicture() const { return appearance_.node_closed; }
   void SetNodeClosedPicture(const platform::PictureRef& picture) final;
 
@@ -131,6 +139,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   bool HasEditedRecords(int column) const final;
   void ReplaceLoaded(int column, columns::Column values) final;
   void ReplaceLoadedText(int column, columns::Column texts) final;
+  // See platform::GridBulk.
   void SetLoadedPictures(int column, std::vector<uint8_t> codes, std::vector<platform::PictureRef> pictures,
                          platform::PictureAlignment alignment) final;
 
@@ -146,31 +155,39 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   platform::Font GridFont() const final { return appearance_.font; }
   void SetGridFont(const platform::Font& font) final;
 
-  // Off while many changes are made at once.
+  // Off while many changes are made at once; on again, it tells the views once that anything may have changed.
   bool Redraw() const { return redraw_; }
   void SetRedraw(bool on);
-  // RowState::kDefaultHeight restores the default height.
+  // As SetRowHeight for one row, but RowState::kDefaultHeight (-1) restores the default height, and the height is taken
+  // as it is. Throws platform::Error for a row that is not there.
   void SetOwnRowHeight(int row, int32_t height_twips);
-  // What it holds, and that put back, with its revisions; views are where they are when rows are loaded.
+  // Both are about all that it holds but its looks: kept, and put back with its revisions; views are where they are
+  // when rows are loaded.
   KeptSheet KeepContents() const;
   void PutBackContents(KeptSheet kept);
   // Includes what the port lacks: the colours of nodes and of negative numbers, the accent.
   void SetAppearance(const Appearance& appearance);
 
-  // Read only, for views and painting; what they are is for the engine alone.
+  // These are read only, for views and painting; what they are is for the engine alone.
   const Store& store() const { return store_; }
   const RowStates& states() const { return states_; }
   const Outline& outline() const { return outline_; }
+  // All of the looks by their values; SetAppearance takes it back.
   const Appearance& appearance() const { return appearance_; }
+  // Fixed and hidden ones included.
   bool HasRow(int row) const { return row >= 0 && row < Rows(); }
+  // Fixed and hidden ones included.
   bool HasColumn(int column) const { return column >= 0 && column < Cols(); }
+  // By its place alone, whether there is such a cell or not.
   CellPart PartOf(int row, int column) const;
   // Fixed and frozen columns together.
   int PinnedCols() const;
   // The first column after the fixed ones that is not hidden, or simply the first after them if all are hidden.
   int FirstShownColumn() const;
 
+  // The caller keeps it alive until it is removed or hears SheetGone; one that is added twice hears all twice.
   void AddWatcher(SheetWatcher* watcher) { watchers_.push_back(watcher); }
+  // Nothing for one that was not added.
   void RemoveWatcher(SheetWatcher* watcher) { std::erase(watchers_, watcher); }
 
   // The parts are valid and agree with each other. O(runs + cells set + columns).
@@ -180,7 +197,7 @@ class STOCKBOOK_API Sheet : public virtual platform::GridTable,
   size_t EngineBytes() const;
 
  protected:
-  // Throw platform::Error with the operation's name.
+  // These throw platform::Error with the operation's name for what is not there.
   void CheckRow(const char* operation, int row) const;
   void CheckColumn(const char* operation, int column) const;
   void CheckCell(const char* operation, int row, int column) const;

@@ -15,11 +15,14 @@ class STOCKBOOK_API SheetWatcher {
   virtual ~SheetWatcher() = default;
 
   // These four are called after the change; RowsChanged or ColumnsChanged follows at the end of the operation.
+
   // `count` new rows before each of the ascending `rows`, numbered as they were.
   virtual void RowsInserted(std::span<const int64_t> rows, int count) = 0;
+  // Rows [row, row + count), numbered as they were.
   virtual void RowsRemoved(int row, int count) = 0;
   // Other rows were loaded.
   virtual void RowsReplaced() = 0;
+  // How many there were; the sheet says how many there are.
   virtual void FixedRowsChanged(int before) = 0;
 
   // Rows were inserted, removed, hidden or shown, or have other heights.
@@ -28,7 +31,10 @@ class STOCKBOOK_API SheetWatcher {
   virtual void ColumnsChanged() = 0;
 
   // None of the following is called while redraw is off.
+
+  // Texts or looks of these cells; the range is not empty.
   virtual void CellsChanged(const platform::CellRange& range) = 0;
+  // Any cell may look otherwise, at the same place.
   virtual void LooksChanged() = 0;
   // Anything may have changed: redraw is on again, or the scroll bars are others.
   virtual void EverythingChanged() = 0;

@@ -21,7 +21,7 @@ struct Pinned {
   int columns = 0;  // fixed and frozen columns together
 };
 
-// How far the scrolling part of a view is scrolled.
+// How far the scrolling part of a view is scrolled, in device pixels from 0 on.
 struct ScrollPosition {
   int64_t x = 0;
   int64_t y = 0;
@@ -42,48 +42,60 @@ struct Span {
 // any change. Queries about rows are O(log runs), about columns O(log columns).
 class STOCKBOOK_API Geometry {
  public:
+  // Clamps what is pinned to what there is, and the position to the contents.
   Geometry(const RowAxis& rows, const ColumnAxis& columns, Pinned pinned, Size view, ScrollPosition wanted);
 
+  // In device pixels, 0 or more each way.
   Size view() const { return view_; }
+  // At most the rows and columns that there are.
   const Pinned& pinned() const { return pinned_; }
   // The wanted position, clamped to the contents.
   ScrollPosition scroll() const { return scroll_; }
+  // The last position: where the end of the contents is in view. 0 where all fits.
   ScrollPosition max_scroll() const;
+  // Both with the pinned parts, and without hidden rows and columns.
   int64_t ContentWidth() const;
   int64_t ContentHeight() const;
-  // The size of the pinned parts, at most that of the view.
+  // These are sizes of the pinned parts, at most that of the view.
   int PinnedWidth() const;
   int FixedWidth() const;  // of the fixed columns alone
   int PinnedHeight() const;
-  // The part that scrolls, and the part of the view that contains cells.
+  // The part of the view that scrolls.
   Rect BodyRect() const;
+  // The part of the view that contains cells, pinned ones included.
   Rect CellsRect() const;
 
   // The whole cell, including parts outside its pane; empty if it is hidden.
   Rect CellRect(int row, int column) const;
-  // The visible part of it.
+  // The part of the cell within its pane; empty if it is scrolled out of view.
   Rect VisibleCellRect(int row, int column) const;
+  // Where in the view cells of that row and column are drawn: one of four panes, divided by what is pinned.
   Rect PaneOf(int row, int column) const;
   // The cell at a point of the view; the row or column is -1 if there is none.
   CellPosition CellAt(Point point) const;
 
-  // The rows or columns of the scrolling part that overlap [from, to) of the view, including hidden ones in between.
+  // Both give what of the scrolling part overlaps [from, to) of the view, including hidden ones in between; an empty
+  // span at the end where nothing does.
   Span RowsWithin(int from, int to) const;
   Span ColumnsWithin(int from, int to) const;
   // The same for the fixed rows.
   Span FixedRowsWithin(int from, int to) const;
-  // The first visible row of the scrolling part, and the last fully visible one (but not above the first).
+  // Both are of the scrolling part: the first visible row, and the last fully visible one (but not above the first).
   int TopRow() const;
   int BottomRow() const;
+  // The first visible column of the scrolling part; the last column where all are pinned.
   int LeftCol() const;
+  // True for a pinned row, false for one that is hidden or not there.
   bool RowIsVisible(int row) const;
 
   // The scroll position nearest to the present one that shows the whole cell, or its top left corner if the cell is too
   // large.
   ScrollPosition ToShow(int row, int column) const;
+  // Both are the present position but for that row or column, which comes first; clamped to the contents.
   ScrollPosition WithTopRow(int row) const;
   ScrollPosition WithLeftCol(int column) const;
 
+  // Whether all positions are within the contents; for tests.
   bool CheckInvariants() const;
 
  private:

@@ -13,7 +13,9 @@ class STOCKBOOK_API TextMeasure {
  public:
   virtual ~TextMeasure() = default;
 
+  // 0 for the empty text.
   virtual int TextWidth(const platform::Font& font, std::string_view line) = 0;
+  // Of any line in the font, more than 0.
   virtual int LineHeight(const platform::Font& font) = 0;
 };
 

@@ -14,13 +14,17 @@ struct Selection {
   CellPosition current;
   CellPosition end;
 
+  // Current cell and other corner alike.
   static Selection Of(CellPosition cell) { return {cell, cell}; }
+  // Whether it is more than the current cell.
   bool IsRange() const { return current != end; }
+  // Its cells, whichever corner is the current one; an empty range where there is no current cell.
   platform::CellRange Range() const {
     if (current.row < 0 || current.column < 0) return {};
     return {std::min(current.row, end.row), std::min(current.column, end.column), std::max(current.row, end.row) + 1,
             std::max(current.column, end.column) + 1};
   }
+  // False for all cells where there is no current one.
   bool Contains(int row, int column) const {
     const platform::CellRange range = Range();
     return row >= range.row1 && row < range.row2 && column >= range.column1 && column < range.column2;

@@ -19,6 +19,7 @@ enum class CellPart { kBody, kFrozen, kFixed };
 // The colours of a sheet: those of the port and a few more. By default those of a light ledger. A plain value. In both
 // palettes the contrast of texts is at least 7:1, that of negative numbers 4.5:1.
 struct Palette {
+  // How many colours the port has.
   static constexpr size_t kColours = static_cast<size_t>(platform::GridColour::kSheetBorder) + 1;
 
   std::array<platform::Colour, kColours> colours{};
@@ -29,13 +30,16 @@ struct Palette {
   platform::Colour light = 0x00FFFFFF;   // the lit side of inset and raised lines
   platform::Colour accent = 0x00B5651D;  // frame of the current cell, edge of the frozen columns
 
+  // Those of a light ledger.
   Palette();
   // The colours for a dark desktop.
   static Palette Dark();
 
+  // Both as 0x00BBGGRR.
   platform::Colour Of(platform::GridColour which) const { return colours[static_cast<size_t>(which)]; }
   platform::Colour& Of(platform::GridColour which) { return colours[static_cast<size_t>(which)]; }
-  // The colours of a cell without colours of its own.
+  // These are the colours of a cell without colours of its own; NodeBackOf of one in a node or total, which is that of
+  // BackOf where it is fixed.
   platform::Colour BackOf(CellPart part) const;
   platform::Colour NodeBackOf(CellPart part) const;
   platform::Colour ForeOf(CellPart part) const;
@@ -56,6 +60,7 @@ struct Appearance : Palette {
   // With the dark palette.
   static Appearance Dark();
 
+  // Both are the colours alone, to be compared or replaced.
   Palette& palette() { return *this; }
   const Palette& palette() const { return *this; }
 };

@@ -32,7 +32,9 @@ class STOCKBOOK_API CellStyles {
  public:
   CellStyles() : styles_(1) {}
 
+  // Of a code that CodeOf gave; no other.
   const CellStyle& At(uint32_t code) const { return styles_[code]; }
+  // The code of the style, a new one where it has none yet.
   uint32_t CodeOf(const CellStyle& style);
   // The code of the style `code` after `change(style)`.
   template <typename Change>
@@ -41,6 +43,7 @@ class STOCKBOOK_API CellStyles {
     change(style);
     return CodeOf(style);
   }
+  // The empty style included; every code is below it.
   size_t Count() const { return styles_.size(); }
 
   // Code 0 is the empty style, and no two codes have the same style.

@@ -26,35 +26,46 @@ class RowAxis;
 // the sheet goes first, the viewer is told, and all that is left to do with the view is to destroy it.
 class STOCKBOOK_API View final : private SheetWatcher {
  public:
+  // 960 by 600 pixels at scale 1, with nothing scrolled and selected; the sheet outlives it or tells it.
   explicit View(Sheet& sheet);
   // A view at the same place in the same sheet, with another size and scale, and without viewer and observer.
   View(const View& other, Size size_px, double scale);
   ~View() override;
   View& operator=(const View&) = delete;
 
+  // Not to be asked for once the viewer has heard ViewGone.
   Sheet& sheet() { return sheet_; }
   const Sheet& sheet() const { return sheet_; }
 
-  // In device pixels; the scale is device pixels per pixel of 1/96 inch.
+  // In device pixels; the scale is device pixels per pixel of 1/96 inch, kept between 1/16 and 64. Sizes below 0 count
+  // as 0, and a scale that is no positive number changes none.
   void SetSize(Size size_px, double scale);
   Size size() const { return size_; }
+  // Device pixels per pixel of 1/96 inch; 1 unless set.
   double scale() const;
   // How many columns from the left do not scroll, at least the fixed ones; -1: the fixed and frozen ones of the sheet.
   void SetPinnedCols(int columns);
   int PinnedCols() const;
+  // As Sheet::PartOf, with this view's own pinned columns.
   CellPart PartOf(int row, int column) const;
   // Valid until the next change of the sheet or the view.
   Geometry geometry() const;
+  // For painting; what it is is for the engine alone.
   const RowAxis& rows() const { return rows_; }
 
+  // Both scroll as far as the contents go, by device pixels, and tell the viewer if that changes anything.
   void ScrollTo(ScrollPosition position);
   void ScrollBy(int64_t dx_px, int64_t dy_px);
 
+  // Within the sheet, or -1 where it has no cells.
   const Selection& selection() const { return selection_; }
   // Where it is, and back there, without asking or telling the observer. Nothing outside the sheet is selected.
   class Place;
+  // Both are about where it is, and back there, without asking or telling the observer. Nothing outside the sheet is
+  // selected.
   Place KeepPlace() const;
   void PutBack(const Place& place);
+
   // Moves the current cell and the other corner, if the observer allows it; false if it refused.
   bool ChangeSelection(const Selection& selection);
   // See platform::GridView.
@@ -65,18 +76,22 @@ class STOCKBOOK_API View final : private SheetWatcher {
   // The drop mark: a column that is being moved would be put before this column; -1 for no mark.
   void SetDropColumn(int column);
   int drop_column() const { return drop_column_; }
-  // Whether the view has the keyboard focus; the frame of the current cell shows it.
+  // Whether the view has the keyboard focus, true unless set; the frame of the current cell shows it.
   void SetFocused(bool focused);
   bool focused() const { return focused_; }
+  // kDefault unless set; the viewer shows every other one as a sign that the program is busy.
   void SetPointer(platform::MousePointer pointer);
   platform::MousePointer pointer() const { return pointer_; }
 
-  // A view has one viewer; another one takes it over.
+  // A view has one viewer; another one takes it over, and the one before hears ViewGone. nullptr leaves it without one,
+  // unheard.
   void SetViewer(SheetViewer* viewer);
   SheetViewer* viewer() const { return viewer_; }
+  // Hears and decides what the user does here; nullptr for nobody. The caller keeps it alive.
   void SetObserver(platform::GridObserver* observer) { observer_ = observer; }
   // If none is set, one that allows everything.
   platform::GridObserver& observer() { return observer_ != nullptr ? *observer_ : nobody_; }
+  // Whether there is an observer other than the one that allows everything.
   bool IsObserved() const { return observer_ != nullptr; }
   // The copy key copies to it unless the observer copies; without one it does nothing.
   void SetClipboard(platform::Clipboard* clipboard) { clipboard_ = clipboard; }

@@ -19,6 +19,7 @@ class STOCKBOOK_API SheetViewer {
   // Content size, scroll position or view changed; the scroll bars are Geometry's content and scroll. If nothing has
   // been damaged since, the body only scrolled.
   virtual void ScrollChanged() = 0;
+  // Another one than before, or the same again.
   virtual void CursorChanged(Cursor cursor) = 0;
   // SelectionChanged and NodeChanged are for screen readers; neither is called while redraw is off. Other changes can
   // be found by comparing the sheet with its state at the last call of any kind.
