@@ -23,10 +23,12 @@ class STOCKBOOK_API ArithmeticError : public std::overflow_error {
 // decimals round half to even. A plain value; every operation is O(1).
 class STOCKBOOK_API Money {
  public:
+  // Both say how exact an amount is: four decimals, 10000 units.
   static constexpr int kDecimals = 4;
   static constexpr int64_t kScale = 10000;
 
   constexpr Money() = default;
+  // Any number of 1/10,000; exact.
   static constexpr Money FromUnits(int64_t units) { return Money(units); }
   // Whole currency units; throws ArithmeticError outside of +-922337203685477.
   static Money FromInteger(int64_t whole);
@@ -36,12 +38,16 @@ class STOCKBOOK_API Money {
   // Nothing when the text is not a number, is out of range, or has an exponent that 32 bits do not hold.
   static std::optional<Money> Parse(std::string_view text);
 
+  // In 1/10,000.
   constexpr int64_t units() const { return units_; }
+  // Exactly: 0.0001 is not.
   constexpr bool IsZero() const { return units_ == 0; }
+  // The nearest double: above 2^53 units not exact.
   double ToDouble() const { return static_cast<double>(units_) / static_cast<double>(kScale); }
   // Decimal text without trailing zeros: "12.5", "-0.0001", "0".
   std::string Text() const;
 
+  // These are exact or throw ArithmeticError.
   Money operator+(Money other) const {
     int64_t sum = 0;
     if (__builtin_add_overflow(units_, other.units_, &sum)) ThrowOverflow();
@@ -57,6 +63,7 @@ class STOCKBOOK_API Money {
   Money& operator-=(Money other) { return *this = *this - other; }
   constexpr auto operator<=>(const Money&) const = default;
 
+  // Throws ArithmeticError.
   [[noreturn]] static void ThrowOverflow();
 
  private:

@@ -10,6 +10,7 @@ namespace stockbook::base {
 template <typename Call>
 class ScopeExit {
  public:
+  // Makes the call at the end alone.
   explicit ScopeExit(Call call) : call_(std::move(call)) {}
   // Makes the first call at once; the other one also follows when the first one throws.
   template <typename First>

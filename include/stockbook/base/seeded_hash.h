@@ -13,8 +13,10 @@ namespace stockbook::base {
 // agree, and so do all hashes of a process. O(length).
 class STOCKBOOK_API SeededHash {
  public:
+  // With the seed of the process.
   SeededHash();
 
+  // Both in all 64 bits.
   uint64_t operator()(std::string_view bytes) const;
   uint64_t operator()(uint64_t number) const;
 

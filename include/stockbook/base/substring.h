@@ -16,11 +16,15 @@ namespace stockbook::base {
 // whatever the texts. Immutable; copies are independent.
 class STOCKBOOK_API Substring {
  public:
+  // What FindIn gives where the text does not occur.
   static constexpr size_t kNone = std::string_view::npos;
 
+  // Copies the text; O(its length).
   explicit Substring(std::string_view text);
 
+  // As it was given.
   const std::string& text() const { return text_; }
+  // True for the empty text, in any other.
   bool IsIn(std::string_view text) const { return FindIn(text, 0) != kNone; }
   // Where it first occurs in `text` from byte `from` on, or kNone. The empty text occurs everywhere.
   size_t FindIn(std::string_view text, size_t from) const;

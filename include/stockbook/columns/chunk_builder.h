@@ -17,17 +17,20 @@ class TextPool;
 // Collects the values of one chunk and chooses the encoding at the end.
 class STOCKBOOK_API ChunkBuilder {
  public:
+  // These add one row of any type; the chunk becomes mixed where they differ.
   void AddNull();
   void AddInteger(int64_t number) { AddCounted(ChunkType::kInteger, number); }
   void AddMoney(base::Money money) { AddCounted(ChunkType::kMoney, money.units()); }
   void AddDate(base::Date date) { AddCounted(ChunkType::kDate, date.seconds()); }
   void AddTextCode(uint32_t code) { AddCounted(ChunkType::kText, code); }
   void AddDouble(double number);
+  // Rows of as many doubles, at once.
   void AddDoubles(std::span<const double> numbers);
   // Numbers of one counted type (integers, units of money, seconds of dates, text codes).
   void AddCounted(ChunkType type, std::span<const int64_t> numbers);
   // A row of another chunk; text codes are taken as they are.
   void AddFrom(const ColumnChunk& source, size_t row);
+  // Rows added so far.
   size_t size() const { return rows_; }
   // `texts` reads the text of a code when a chunk of mixed types is made.
   ColumnChunk Finish(const TextPool& texts);

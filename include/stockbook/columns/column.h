@@ -36,17 +36,22 @@ struct RawRows {
 // out-of-range rows read as null.
 class STOCKBOOK_API Column {
  public:
+  // 65536: every chunk but the last one has as many rows.
   static constexpr size_t kChunkRows = size_t{1} << 16;
 
   Column() = default;
   // `rows` times the same value.
   static Column Constant(base::Value value, size_t rows);
 
+  // Rows, nulls included.
   size_t size() const { return size_; }
+  // Null beyond the end. Makes a copy of a text.
   base::Value At(size_t row) const;
+  // True beyond the end, too.
   bool IsNull(size_t row) const;
   // The default text of the value (base::Value::Text) appended to `out`.
   void AppendText(size_t row, std::string& out) const;
+  // The default text of the value; "" for null and beyond the end.
   std::string Text(size_t row) const;
   // The number it is or spells, else 0.
   double Number(size_t row) const;
@@ -59,8 +64,11 @@ class STOCKBOOK_API Column {
 
   // True when every row is a text or null; then equal codes mean equal texts, and code 0 is null.
   bool HasTextCodes() const { return text_codes_; }
+  // The codes of rows [first, first + out.size()); of a column with text codes alone.
   void ReadTextCodes(size_t first, std::span<uint32_t> out) const;
+  // Valid as long as the column or a copy of it; "" for a code that is not there.
   std::string_view TextOfCode(uint32_t code) const { return pool_ ? pool_->TextOf(code) : std::string_view(); }
+  // Fetches these texts, which are scattered in memory, for whoever reads them soon; see TextPool.
   void PrefetchTexts(std::span<const int64_t> codes) const {
     if (pool_) pool_->Prefetch(codes);
   }
@@ -87,6 +95,7 @@ class STOCKBOOK_API Column {
   // A column whose row i is this column's row order[i]. O(order.size()).
   Column Gather(std::span<const uint32_t> order) const;
 
+  // Approximate memory, that of the texts included.
   size_t MemoryBytes() const;
 
  private:

@@ -20,11 +20,13 @@ namespace stockbook::columns {
 // the one before it costs AppendText a comparison.
 class STOCKBOOK_API ColumnBuilder {
  public:
+  // Of a column without rows.
   ColumnBuilder();
   ~ColumnBuilder();
   ColumnBuilder(ColumnBuilder&&) noexcept;
   ColumnBuilder& operator=(ColumnBuilder&&) noexcept;
 
+  // These append one row of any type.
   void AppendNull();
   void AppendInteger(int64_t number);
   void AppendDouble(double number);
@@ -38,12 +40,15 @@ class STOCKBOOK_API ColumnBuilder {
   void AppendTextCode(uint32_t code);
   // The code under which a clean text is stored, or now will be, so that whoever meets it again need not look it up.
   uint32_t AddText(std::string_view text) { return pool_->Add(text); }
+  // One row of whatever type the value has.
   void Append(const base::Value& value);
+  // Rows appended since the last Finish.
   size_t size() const;
 
   // Hands the column over and leaves the builder empty.
   Column Finish();
 
+  // These append as many rows at once: numbers, money in units of 1/10,000, whole numbers.
   void AppendDoubles(std::span<const double> numbers);
   void AppendMoneyUnits(std::span<const int64_t> units) { AppendCounted(ChunkType::kMoney, units); }
   void AppendIntegers(std::span<const int64_t> numbers) { AppendCounted(ChunkType::kInteger, numbers); }

@@ -26,6 +26,7 @@ struct ColumnChunk {
   std::vector<uint64_t> nulls;          // one bit per row if has_nulls
   std::vector<base::Value> dictionary;  // kMixed
 
+  // Row 0 to rows - 1; nothing is checked.
   bool IsNull(size_t row) const {
     return type == ChunkType::kNull || (has_nulls && ((nulls[row / 64] >> (row % 64)) & 1) != 0);
   }
@@ -33,8 +34,9 @@ struct ColumnChunk {
   ColumnChunk Repeated(uint32_t count) const;
   // The value of a row of any type but kText.
   base::Value NumberValueAt(size_t row) const;
-  // Of a kDouble chunk.
+  // Of a kDouble chunk alone.
   double DoubleAt(size_t row) const;
+  // Approximate memory, that of the texts in the dictionary included.
   size_t MemoryBytes() const;
 };
 

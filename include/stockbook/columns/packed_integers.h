@@ -16,6 +16,7 @@ namespace stockbook::columns {
 class STOCKBOOK_API PackedIntegers {
  public:
   PackedIntegers() = default;
+  // Copies the numbers, in the narrowest width that holds their range.
   explicit PackedIntegers(std::span<const int64_t> numbers);
   // `count` times the same number, in no memory of its own.
   static PackedIntegers Repeated(int64_t number, size_t count);
@@ -26,16 +27,18 @@ class STOCKBOOK_API PackedIntegers {
     std::memcpy(&raw, (bytes_ ? bytes_.get() : kNothing) + half / 2, sizeof raw);
     return static_cast<int64_t>(static_cast<uint64_t>(base_) + (raw >> (half % 2 * 4) & mask_));
   }
+  // The numbers of rows [first, first + out.size()), all of which there are.
   void Read(size_t first, std::span<int64_t> out) const;
   // The same for numbers that are known to fit.
   void ReadCodes(size_t first, std::span<uint32_t> out) const;
   // The numbers of the rows first + at[0], first + at[1], ...; `first` may be before the first row, modulo 2^64.
   void ReadAt(size_t first, std::span<const uint16_t> at, std::span<int64_t> out) const;
-  // Every number is `least()` or at most `range()` above it.
+  // Both are limits: every number is `least()` or at most `range()` above it.
   int64_t least() const { return base_; }
   uint64_t range() const { return mask_; }
   // The same divided by `divisor`, 1 to 10^15; the numbers are below 2^53.
   void ReadQuotients(size_t first, double divisor, std::span<double> out) const;
+  // Of the packed numbers alone.
   size_t MemoryBytes() const { return (count_ * halves_ + 1) / 2; }
 
  private:

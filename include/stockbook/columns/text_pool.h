@@ -22,24 +22,30 @@ class STOCKBOOK_API TextPool {
   // looking at their length.
   static constexpr size_t kSlack = 48;
 
+  // Of no text but the empty one, code 0.
   TextPool();
   TextPool(const TextPool&) = delete;
   TextPool& operator=(const TextPool&) = delete;
 
+  // The code of the text, a new one where it is not in yet. Not after Seal.
   uint32_t Add(std::string_view text);
   // Adds up to kMostAtOnce texts and writes their codes. Several times as fast as adding them one by one where there
   // are many different ones: the memory that they need is fetched for all together.
   void AddAll(std::span<const std::string_view> texts, std::span<uint32_t> codes);
+  // How many texts AddAll takes.
   static constexpr size_t kMostAtOnce = 64;
+  // Valid as long as the pool; "" for a code that is not there.
   std::string_view TextOf(uint32_t code) const;
   // Prefetches these texts, which are scattered in memory; reading them soon after is several times as fast.
   void Prefetch(std::span<const int64_t> codes) const;
   // Sets the bits in marks[code] for every text that contains the part; one pass over all texts in memory order, which
   // is several times as fast as reading them one by one. The part is not empty and holds no NUL.
   void MarkContaining(const base::Substring& part, uint8_t bits, std::span<uint8_t> marks) const;
+  // One above the highest code, and so at least 1.
   uint32_t CodeCount() const { return static_cast<uint32_t>(texts_.size()); }
   // Drops what only Add needs; the pool is read-only from then on.
   void Seal();
+  // Approximate memory, that of the texts included.
   size_t MemoryBytes() const;
 
  private:

@@ -54,13 +54,13 @@ struct Line {
   std::optional<base::Money> tax = {};
   std::optional<double> tax_price = {};
   std::optional<base::Money> tax_amount = {};
-  std::string handler = {};
-  std::string counterpart = {};
-  std::string packing = {};
-  std::string place = {};
-  std::string term = {};
-  std::string serial_number = {};
-  base::Date produced_on = {};
+  std::string handler = {};        // 经手人, the column Field0
+  std::string counterpart = {};    // 交接人, Field1
+  std::string packing = {};        // 包装, Field2
+  std::string place = {};          // 货位, Field3
+  std::string term = {};           // 期限, Field4
+  std::string serial_number = {};  // 序列号, Field5
+  base::Date produced_on = {};     // 生产日期, Field6
 };
 
 // A product of the inventory.
@@ -135,7 +135,7 @@ struct STOCKBOOK_API RowFilter {
   std::vector<int64_t> projects = {};
   std::string last_period = {};  // and the ones before it
 
-  // Whether a row of the key or the period is one of them.
+  // Both tell whether a row of the key or the period is one of them.
   static bool Has(const std::vector<int64_t>& asked, int64_t key);
   bool HasPeriod(std::string_view period) const;
 };
@@ -146,26 +146,29 @@ struct STOCKBOOK_API RowFilter {
 // because the load is cancelled, has to pass.
 class STOCKBOOK_API RowSource {
  public:
+  // What a function calls for each of its rows; the row may go when it returns.
   template <typename Row>
   using Take = std::function<void(const Row& row)>;
+  // The same for a line, with the bill that it is of.
   using TakeLine = std::function<void(const Bill& bill, const Line& line)>;
 
   virtual ~RowSource() = default;
 
   // The accounting periods, as texts that sort in the order of time. Bills of later periods than these are not listed.
   virtual void Periods(const Take<std::string>& take) = 0;
-  // Each line with its bill; of a bill, the first one that comes with its id counts. The filter means the fields of the
-  // line, and the period of the bill.
+  // Both give each line with its bill; of a bill, the first one that comes with its id counts. The filter means the
+  // fields of the line, and the period of the bill.
   virtual void Receipts(const RowFilter& filter, const TakeLine& take) = 0;
   virtual void Issues(const RowFilter& filter, const TakeLine& take) = 0;
-  // The filter means their own ids, by the list of their kind.
+  // These are filtered by their own ids, by the list of their kind; without an override there are none.
   virtual void Products(const RowFilter& filter, const Take<Product>& take);
   virtual void Depots(const RowFilter& filter, const Take<Depot>& take);
   virtual void Suppliers(const RowFilter& filter, const Take<Partner>& take);
   virtual void Customers(const RowFilter& filter, const Take<Partner>& take);
   virtual void Projects(const RowFilter& filter, const Take<Project>& take);
+  // All classes of a tree; without an override there are none.
   virtual void Classes(ClassTree tree, const Take<Class>& take);
-  // The opening row shows those of the earliest period; without any it shows zeros.
+  // The opening row shows those of the earliest period; without any, as without an override, it shows zeros.
   virtual void Balances(BalanceOwner owner, const RowFilter& filter, const Take<Balance>& take);
 
   // A whole table at once, which is faster where there are columns already: under the names of its fields, of equal
@@ -173,7 +176,7 @@ class STOCKBOOK_API RowSource {
   // before the functions above; nothing sends it there.
   virtual std::optional<std::vector<platform::Field>> Columns(std::string_view table, const RowFilter& filter);
 
-  // What is read between these two has to fit together, as of one moment: a load is one. EndMoment may not throw.
+  // Both enclose what has to fit together, as of one moment: a load is one. EndMoment may not throw.
   virtual void BeginMoment() {}
   virtual void EndMoment() {}
 };
