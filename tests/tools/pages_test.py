@@ -15,6 +15,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import types
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -209,6 +210,20 @@ class Pages(unittest.TestCase):
         self.assertNotIn("#define", shown)
         self.assertIn("/// In twips.\n  Q_PROPERTY(double Least READ Least WRITE WriteLeast", shown)
         self.assertIn("/// In twips.\n  float Least() const;", shown)
+
+    def test_a_member_without_a_comment_is_refused_unless_it_is_a_plain_field(self):
+        docs = types.ModuleType("docs")
+        docs.__file__ = str(ROOT / "tools/docs")
+        exec(compile(pathlib.Path(docs.__file__).read_text(encoding="utf-8"), docs.__file__, "exec"), docs.__dict__)
+        warning = "a.h:1: warning: Member {} of {} stockbook::A is not documented."
+        for member, of in (("Rows() const (function)", "class"), ("Zoom (property)", "class"), ("Told() (signal)", "class"),
+                           ("Any() const (function)", "struct"), ("Take (typedef)", "class"), ("kMost (variable)", "class"),
+                           ("operator+(A other) const (function)", "class")):
+            self.assertEqual(len(docs.complaints(warning.format(member, of))), 1, member)
+        for member, of in (("row (variable)", "struct"), ("kNone (enumvalue)", "class"), ("operator==(const A &) const =default (function)", "struct"),
+                           ("operator=(A &&) noexcept (function)", "class"), ("A(A &&other) noexcept (function)", "class"),
+                           ("paintEvent(QPaintEvent *event) override (function)", "class")):
+            self.assertEqual(docs.complaints(warning.format(member, of)), [], member)
 
     def test_the_contents_lead_to_every_page_once(self):
         order = [page.relative_to(ROOT / "docs").as_posix() for page in book_pages.in_order()]
