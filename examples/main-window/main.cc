@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A whole program around the journal: main_window DATABASE. It picks the journal and the product, prints, tells of a
-// bill that is double clicked, and keeps the window and the journal's looks from one day to the next.
+// bill that is double clicked, and keeps the window and the journal's layout from one day to the next.
 #include <QtWidgets>
 
 #include <stockbook/databases/providers/open_connection.h>
@@ -17,7 +17,7 @@ int main(int count, char** arguments) {
   window.setCentralWidget(journal);
   window.setWindowTitle("库存帐");
   if (!window.restoreGeometry(settings.value("geometry").toByteArray())) window.resize(1000, 600);
-  journal->RestoreProperties(settings, "journal");
+  journal->RestoreLayout(settings, "journal");
 
   auto* type = new QComboBox;
   type->addItems({"库存明细", "供应商明细", "客户明细", "项目明细"});
@@ -53,6 +53,6 @@ int main(int count, char** arguments) {
   }
   const int result = QApplication::exec();
   settings.setValue("geometry", window.saveGeometry());
-  journal->SaveProperties(settings, "journal");
+  journal->SaveLayout(settings, "journal");
   return result;
 }

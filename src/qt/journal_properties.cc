@@ -22,7 +22,10 @@ control::Stockbook& JournalProperties::control() { return parts_->control(); }
 const control::Stockbook& JournalProperties::control() const { return parts_->control(); }
 
 void JournalProperties::SetJournalType(tqJournalTypeContants type) {
-  parts_->Attempt([&] { control().SetJournalType(static_cast<base::tqJournalTypeContants>(type)); });
+  parts_->Attempt([&] {
+    parts_->layouts().BeforeOtherType();
+    control().SetJournalType(static_cast<base::tqJournalTypeContants>(type));
+  });
 }
 JournalProperties::tqJournalTypeContants JournalProperties::JournalType() const {
   return static_cast<tqJournalTypeContants>(control().JournalType());

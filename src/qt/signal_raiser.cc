@@ -22,17 +22,22 @@ void SignalRaiser::Process(int16_t Indicator) {
 void SignalRaiser::AfterLoaded() {
   Raise([](StockbookWidget& widget) {
     const std::shared_ptr<WidgetParts> parts = widget.parts_;
+    parts->layouts().AfterLoaded();
     Q_EMIT widget.AfterLoaded();
     parts->TellRow();
   });
 }
 
 void SignalRaiser::AfterFormatted() {
-  Raise([](StockbookWidget& widget) { Q_EMIT widget.AfterFormatted(); });
+  Raise([](StockbookWidget& widget) {
+    const std::shared_ptr<WidgetParts> parts = widget.parts_;
+    parts->layouts().AfterFormatted([&widget] { Q_EMIT widget.AfterFormatted(); });
+  });
 }
 
 void SignalRaiser::CommandExecute(const std::string& CommandName, bool& Cancel) {
   Raise([&](StockbookWidget& widget) {
+    if (CommandName == "Load") widget.parts_->layouts().BeforeLoad();
     const BooleanReference cancel(Cancel);
     Q_EMIT widget.CommandExecute(ToQString(CommandName), cancel);
     Cancel = cancel.Value();

@@ -104,6 +104,7 @@ bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   const Pin pin(parts_);
   const std::shared_ptr<WidgetParts> parts = parts_;
   const bool loaded = control().Load(rKeyID, rdpID, FromQString(rdpCode));
+  parts->layouts().LoadEnded();
   parts->TellRow();
   return loaded;
 }
@@ -156,6 +157,16 @@ void StockbookWidget::SaveProperties(QSettings& settings, const QString& group) 
 void StockbookWidget::RestoreProperties(QSettings& settings, const QString& group) {
   SettingsBag bag(settings, group);
   control().ReadProperties(bag);
+}
+
+void StockbookWidget::SaveLayout(QSettings& settings, const QString& group) {
+  parts_->layouts().Save(settings, group);
+  SaveProperties(settings, group);
+}
+
+void StockbookWidget::RestoreLayout(QSettings& settings, const QString& group) {
+  RestoreProperties(settings, group);
+  parts_->layouts().Restore(settings, group);
 }
 
 platform::Colour StockbookWidget::HeaderColor() const {

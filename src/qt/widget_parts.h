@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "qt/header_band.h"
+#include "qt/kept_layouts.h"
 #include "qt/menu.h"
 #include "qt/signal_raiser.h"
 #include "stockbook/control/stockbook.h"
@@ -55,6 +56,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   control::Stockbook& control() { return control_; }
   HeaderBand& header_band() { return *header_band_; }
   SheetWidget& view() { return *view_; }
+  KeptLayouts& layouts() { return layouts_; }
   void SetMenuHints(std::map<std::string, QString> hints) { menu_.SetHints(std::move(hints)); }
   std::optional<platform::Colour>& header_colour() { return header_colour_; }
 
@@ -97,6 +99,7 @@ class WidgetParts : public std::enable_shared_from_this<WidgetParts>,
   std::unique_ptr<HeaderBand> header_band_;
   std::unique_ptr<SheetWidget> view_;
   control::Stockbook control_;
+  KeptLayouts layouts_{control_};
   RowValues told_row_;
 };
 

@@ -74,6 +74,14 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   void SaveProperties(QSettings& settings, const QString& group) const;
   void RestoreProperties(QSettings& settings, const QString& group);
 
+  // Both take how the user has arranged the journals, and the appearance, by keys in the group: of each journal type
+  // the order, widths and visibility of the columns, how many are frozen, and heights of rows that are not the font's.
+  // RestoreLayout is called once, before the first load, also where nothing was saved: every load lays the columns out
+  // anew, and from then on it ends with what was arranged before it, when AfterLoaded is raised. Columns that
+  // FieldsFilter, a right or a slot of AfterFormatted hides stay hidden. Errors are those of SaveProperties.
+  void SaveLayout(QSettings& settings, const QString& group);
+  void RestoreLayout(QSettings& settings, const QString& group);
+
   // The colour of the band above the grid as 0x00BBGGRR, for which the control has no property: white unless set, and
   // not saved.
   platform::Colour HeaderColor() const;
