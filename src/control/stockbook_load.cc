@@ -86,12 +86,14 @@ class Stockbook::State::JournalLoad {
     const std::string statement = BuildStatement();
     platform::Recordset rows = connection_->Execute(statement, platform::kExecuteUnspecified);
     AddProblem(journal::CheckNeededFields(rows, type(), {state_.layout.allow_qty2, state_.layout.allow_inv}));
+    AddRemarks(rows);
     state_.record_count = static_cast<int64_t>(rows.RecordCount());
     Process(30);
     rows_are_raw_ = !rows.AtEnd();
     journal::LayRows(std::move(rows), grid_, grid_);
     state_.FormatGrid();
     const auto balance = journal::OpenOpeningBalance(Inventory(), type(), state_.keys);
+    if (balance.result) AddRemarks(*balance.result);
     return journal::WriteOpeningRow(balance, type(), grid_);
   }
 
@@ -192,6 +194,11 @@ class Stockbook::State::JournalLoad {
   void AddProblem(const std::string& problem) {
     if (problem.empty() || std::find(problems_.begin(), problems_.end(), problem) != problems_.end()) return;
     problems_.push_back(problem);
+  }
+
+  // What the connection left out of the rows.
+  void AddRemarks(const platform::Recordset& rows) {
+    for (const std::string& remark : rows.Remarks()) AddProblem(remark);
   }
 
   void TellProblems() {

@@ -49,6 +49,30 @@ class LoadRules : public ::testing::Test {
   std::shared_ptr<FakeConnection> connection_;
 };
 
+TEST_F(LoadRules, WhatTheConnectionLeftOutIsToldOnceAtTheEnd) {
+  connection_->Do("SELECT * FROM (SELECT  * FROM (", [] {
+    auto rows = testing::MakeRecordset(testing::JournalFieldNames(), {testing::JournalRow({.quantity = 4})});
+    for (const char* remark : {"有 1 张单据没有列出。", "有 1 张单据没有列出。"}) rows.AddRemark(remark);
+    return rows;
+  });
+  connection_->Do("SELECT TOP 1 AccPeriod AS Period", [] {
+    auto rows = testing::MakeRecordset({"Period", "LastQty", "LastQty2", "LastAcc"}, {});
+    for (const char* remark : {"有 1 张单据没有列出。", "有 2 个仓库没有余额。"}) rows.AddRemark(remark);
+    return rows;
+  });
+  ASSERT_TRUE(control().Load(7, 0));
+  const auto told = ear_.Of("Notify");
+  ASSERT_EQ(told.size(), 4U);
+  EXPECT_TRUE(told[1].starts_with("已读入"));
+  EXPECT_EQ(told[2], "有 1 张单据没有列出。");
+  EXPECT_EQ(told[3], "有 2 个仓库没有余额。");
+  ear_.Take();
+  AnswerJournal(*connection_, {{.quantity = 4, .amount = "12.5"}});
+  connection_->Answer("SELECT TOP 1 AccPeriod AS Period", {"Period", "LastQty", "LastQty2", "LastAcc"}, {});
+  ASSERT_TRUE(control().Load(7, 0));
+  EXPECT_EQ(ear_.Of("Notify").size(), 2U) << "the next load says nothing of it";
+}
+
 TEST_F(LoadRules, AKeyIsStoredFromZeroOnAndTheSubjectIsLookedUpAgain) {
   control().Load(7, 3);
   EXPECT_EQ(control().KeyName(), "六角螺栓");

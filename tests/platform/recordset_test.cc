@@ -75,5 +75,16 @@ TEST(Recordset, RefusesToReadAfterTheLastRecord) {
   EXPECT_THROW(rows.FieldValue("Year"), Error);
 }
 
+TEST(Recordset, KeepsWhatIsRemarkedOnItsRowsWhereverItGoes) {
+  Recordset rows = TwoRows();
+  EXPECT_TRUE(rows.Remarks().empty());
+  rows.AddRemark("有 1 行没有列出。");
+  rows.AddRemark("有 2 行没有列出。");
+  Recordset moved = std::move(rows);
+  moved.TakeAll();
+  moved.Close();
+  EXPECT_EQ(moved.Remarks(), (std::vector<std::string>{"有 1 行没有列出。", "有 2 行没有列出。"}));
+}
+
 }  // namespace
 }  // namespace stockbook::platform

@@ -305,8 +305,9 @@ class STOCKBOOK_API Stockbook {
   // Methods. Loads the journal; -1 or an empty code keeps the current setting, so that a class code stays from load to
   // load, one that a load has found for its second key too: SetdpCode("") before a load of another partner. Returns
   // true if it was loaded, false if it was cancelled or failed. A database that cannot be read (busy, say) leaves keys,
-  // rows and header as they were. What the journal could do without (a refused balance, class or name) is told through
-  // Notify after 已读入. Called by a listener during a load it does nothing and returns false.
+  // rows and header as they were. What the journal could do without (a refused balance, class or name), and what the
+  // connection remarks of rows that it left out, is told through Notify after 已读入. Called by a listener during a
+  // load it does nothing and returns false.
   bool Load(int32_t rKeyID = -1, int32_t rdpID = -1, std::string_view rdpCode = {});
   // Raises Notify and nothing else.
   void Prompt(const std::string& Msg);

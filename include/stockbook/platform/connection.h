@@ -24,8 +24,9 @@ class STOCKBOOK_API Moment {
 };
 
 // The host's database, opened by the host and read-only. Execute runs one statement and returns all its rows; it throws
-// Error with the database's own message when the statement fails. What the texts mean is the connection's work: it is
-// sent the desktop dialect or, where IsServerDialect holds for its ConnectionString, the server dialect.
+// Error with the database's own message when the statement fails. Rows that the data would have but the connection had
+// to leave out are remarks of the recordset, which a load tells the user. What the texts mean is the connection's work:
+// it is sent the desktop dialect or, where IsServerDialect holds for its ConnectionString, the server dialect.
 class STOCKBOOK_API Connection {
  public:
   virtual ~Connection() = default;

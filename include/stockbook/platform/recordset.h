@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "stockbook/base/api.h"
@@ -53,8 +54,14 @@ class STOCKBOOK_API Recordset {
   // Hands over all rows at once, those before the cursor, too; afterwards the recordset is empty.
   std::vector<Field> TakeAll();
 
+  // Both are about what the connection had to leave out of the rows and why, each a sentence for the user; most
+  // connections have nothing to say. Remarks stay when the rows are closed or taken.
+  const std::vector<std::string>& Remarks() const { return remarks_; }
+  void AddRemark(std::string remark) { remarks_.push_back(std::move(remark)); }
+
  private:
   std::vector<Field> fields_;
+  std::vector<std::string> remarks_;
   size_t rows_ = 0;
   size_t row_ = 0;
   int cache_size_ = 1;
