@@ -54,6 +54,10 @@ class PlainSource : public databases::RowSource {
                 const Take<databases::Balance>& take) override;
 
   size_t given() const { return given_; }
+  // Whether a load says this of what it was given and does not list, which of a file it does not say.
+  static bool IsOfWhatIsNotListed(const std::string& message) {
+    return message.find("没有列出：请在 RowSource::") != std::string::npos;
+  }
 
  private:
   template <typename Row, typename IsAsked>

@@ -139,7 +139,7 @@ TEST_F(RowSourceFaults, EndALoadWithTheWordsOfTheSourceOrSayWhatIsMissing) {
 TEST_F(RowSourceFaults, EndALoadWhereTheOpeningBalanceWouldBeWrong) {
   store_->balances = {3, 3};
   EXPECT_FALSE(Loads(base::MaterialJournal, 7)) << cells_;
-  EXPECT_NE(said_.find("表“仓库余额表”中有两行的键 ID 相同"), std::string::npos) << said_;
+  EXPECT_NE(said_.find("RowSource::Balances 给出了两行，Balance::id 同为 3"), std::string::npos) << said_;
 }
 
 TEST_F(RowSourceFaults, StopWhereTheSourceKeepsWhatItIsThrownToItself) {
@@ -151,7 +151,7 @@ TEST_F(RowSourceFaults, StopWhereTheSourceKeepsWhatItIsThrownToItself) {
       }
     }
   };
-  EXPECT_NE(std::string(ErrorOf("SELECT Count(*) FROM 入库记录").what()).find("有两行的键 RecID 相同"),
+  EXPECT_NE(std::string(ErrorOf("SELECT Count(*) FROM 入库记录").what()).find("给出了两行，Line::id 同为 11"),
             std::string::npos);
   store_->give_receipts = {};
   EXPECT_EQ(Count(), std::vector<std::string>{"2"});

@@ -18,7 +18,9 @@
 #include <vector>
 
 #include "qt/application.h"
+#include "stockbook/databases/rows/row_source.h"
 #include "stockbook/platform/error.h"
+#include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
 namespace {
@@ -298,6 +300,27 @@ TEST_F(Threaded, RefusesAStatementDuringAnotherOne) {
   connection_->Execute("slow");
   EXPECT_EQ(kind, platform::ErrorKind::kBusy);
   EXPECT_EQ(slow_->done, (std::vector<std::string>{"slow"}));
+}
+
+// Objects of a host, of which a bill is in no period.
+class Undated : public databases::RowSource {
+ public:
+  void Periods(const Take<std::string>& take) override { take("2025-03"); }
+  void Receipts(const databases::RowFilter&, const TakeLine& take) override {
+    take({.id = 1, .period = "2025-03", .type = "入库单", .number = "R1"}, {.id = 1, .product = 7, .quantity = 1});
+    take({.id = 2, .type = "入库单", .number = "R2"}, {.id = 2, .product = 7, .quantity = 1});
+  }
+  void Issues(const databases::RowFilter&, const TakeLine&) override {}
+};
+
+TEST_F(Threaded, TellsWhatTheOtherConnectionLeftOut) {
+  StockbookWidget widget;
+  QStringList told;
+  QObject::connect(&widget, &StockbookWidget::Notify, [&](const QString& message) { told << message; });
+  widget.SetConn(std::make_shared<ThreadedConnection>(databases::OpenRowSource(std::make_shared<Undated>()), beside_));
+  ASSERT_TRUE(widget.Load(7, 0));
+  EXPECT_EQ(told.filter("Bill::id 2").size(), 1) << told.join("\n").toStdString();
+  EXPECT_TRUE(told.last().startsWith("有 1 张入库单据没有会计期间")) << told.last().toStdString();
 }
 
 TEST_F(Threaded, WaitsAsAnyConnectionOnAnotherThread) {

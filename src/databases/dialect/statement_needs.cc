@@ -52,7 +52,7 @@ std::optional<TextLimit> LimitOf(const Expr& expr, const Expr*& column) {
   column = expr.operands[turned ? 1 : 0].get();
   const Expr& text = *expr.operands[turned ? 0 : 1];
   if (column->kind != ExprKind::kColumn || text.kind != ExprKind::kText) return std::nullopt;
-  return TextLimit{column->text, text.text};
+  return TextLimit{column->text, text.text, expr.text == "="};
 }
 
 const std::string& CalledName(const TableRef& ref) { return ref.alias.empty() ? ref.name : ref.alias; }

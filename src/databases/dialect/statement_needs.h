@@ -22,6 +22,7 @@ struct WholeNumberCondition {
 struct TextLimit {
   std::string column;
   std::string text;
+  bool exact = false;  // nor less
 };
 
 // What a statement reads of a table.

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "databases/rows/row_filling.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "base/digits.h"
 #include "base/number.h"
@@ -62,6 +65,21 @@ void AddOwnerBalance(const Balance& balance, TableRows& rows) {
            balance.issued.amount);
 }
 
+// Whether a line may be of none of the bills; where a number is none, nobody knows.
+bool MayLackBills(CollectedNumbers bills, const CollectedNumbers& bills_of_lines) {
+  if (bills.has_others || bills_of_lines.has_others) return true;
+  std::vector<int64_t>& known = bills.numbers;
+  if (!std::is_sorted(known.begin(), known.end())) std::sort(known.begin(), known.end());
+  auto place = known.begin();
+  for (const int64_t bill : bills_of_lines.numbers) {
+    // Mostly they are the next ones.
+    if (place != known.end() && *place < bill) ++place;
+    if (place == known.end() || *place != bill) place = std::lower_bound(known.begin(), known.end(), bill);
+    if (place == known.end() || *place != bill) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void AskSource(const std::function<void()>& call) {
@@ -95,22 +113,40 @@ bool RowFilling::AddColumns(TableName table, const RowFilter& filter, TableRows&
   std::optional<std::vector<platform::Field>> fields;
   AskSource([&] { fields = source_.Columns(InventoryTableOf(table).name, filter); });
   if (fields) rows.AddColumns(*fields);
+  given_.as_columns[static_cast<size_t>(table)] = fields.has_value();
   return fields.has_value();
 }
 
 void RowFilling::FillBills(TableName bills, TableName lines) {
   const RowFilter filter = FilterOf(needs_, lines);
+  const bool is_journal = LastPeriodOf(needs_, lines, bills).has_value();
   std::optional<TableRows> bill_rows;
   std::optional<TableRows> line_rows;
+  CollectedNumbers keys;
+  CollectedNumbers bills_of_lines;
   if (IsNeeded(bills)) {
     bill_rows.emplace(Create(bills));
+    if (is_journal) bill_rows->Collect("BillID", &keys);
     if (AddColumns(bills, filter, *bill_rows)) bill_rows.reset();
   }
   if (IsNeeded(lines)) {
     line_rows.emplace(Create(lines));
+    if (is_journal) line_rows->Collect("BillID", &bills_of_lines);
     if (AddColumns(lines, filter, *line_rows)) line_rows.reset();
   }
-  if (!bill_rows && !line_rows) return;
+  // Rows that come together have each other.
+  const bool together = bill_rows && line_rows;
+  if (together && is_journal) {
+    bill_rows->Collect("BillID", nullptr);
+    line_rows->Collect("BillID", nullptr);
+  }
+  if (bill_rows || line_rows) TakeLines(lines, filter, bill_rows, line_rows);
+  given_.may_lack_bills[static_cast<size_t>(lines)] =
+      is_journal && !together && MayLackBills(std::move(keys), bills_of_lines);
+}
+
+void RowFilling::TakeLines(TableName lines, const RowFilter& filter, std::optional<TableRows>& bill_rows,
+                           std::optional<TableRows>& line_rows) {
   std::unordered_set<int64_t> known;
   const RowSource::TakeLine take = [&](const Bill& bill, const Line& line) {
     if (bill_rows && known.insert(bill.id).second) AddBill(bill, *bill_rows);

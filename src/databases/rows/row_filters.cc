@@ -22,21 +22,29 @@ std::vector<int64_t> NumbersOf(const TableNeeds& needs, std::string_view column)
   return numbers;
 }
 
-std::string LastTextOf(const TableNeeds& needs, std::string_view column) {
+// Nothing where the statement does not limit the column.
+const TextLimit* LimitOfColumn(const TableNeeds& needs, std::string_view column) {
   const auto limit = std::find_if(needs.limits.begin(), needs.limits.end(), [&](const TextLimit& candidate) {
     return base::EqualsIgnoringCase(candidate.column, column);
   });
-  return limit == needs.limits.end() ? std::string() : limit->text;
+  return limit == needs.limits.end() ? nullptr : &*limit;
+}
+
+std::string LastTextOf(const TableNeeds& needs, std::string_view column) {
+  const TextLimit* limit = LimitOfColumn(needs, column);
+  return limit == nullptr ? std::string() : limit->text;
+}
+
+bool JoinsBills(const StatementNeeds& needs, TableName lines, TableName bills) {
+  return needs.JoinsRows(InventoryTableOf(lines).name, InventoryTableOf(bills).name, "BillID");
 }
 
 RowFilter LineFilter(const StatementNeeds& needs, TableName lines, TableName bills) {
-  const std::string line_table(InventoryTableOf(lines).name);
-  const std::string bill_table(InventoryTableOf(bills).name);
-  const TableNeeds* of_lines = needs.Find(line_table);
-  const TableNeeds* of_bills = needs.Find(bill_table);
+  const TableNeeds* of_lines = needs.Find(InventoryTableOf(lines).name);
+  const TableNeeds* of_bills = needs.Find(InventoryTableOf(bills).name);
   RowFilter filter;
   // A bill that is read for itself may be one without such a line.
-  if (of_lines == nullptr || (of_bills != nullptr && !needs.JoinsRows(line_table, bill_table, "BillID"))) return filter;
+  if (of_lines == nullptr || (of_bills != nullptr && !JoinsBills(needs, lines, bills))) return filter;
   filter.ids = NumbersOf(*of_lines, "RecID");
   filter.products = NumbersOf(*of_lines, "pdID");
   filter.depots = NumbersOf(*of_lines, "dpID");
@@ -101,6 +109,12 @@ RowFilter FilterOf(const StatementNeeds& needs, TableName table) {
       break;
   }
   return filter;
+}
+
+std::optional<std::string> LastPeriodOf(const StatementNeeds& needs, TableName lines, TableName bills) {
+  if (!JoinsBills(needs, lines, bills)) return std::nullopt;
+  const TextLimit* limit = LimitOfColumn(*needs.Find(InventoryTableOf(bills).name), "AccPeriod");
+  return limit == nullptr || limit->exact ? std::nullopt : std::optional(limit->text);
 }
 
 }  // namespace stockbook::databases

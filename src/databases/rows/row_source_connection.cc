@@ -132,7 +132,9 @@ platform::Recordset RowSourceConnection::Run(std::string_view statement, int opt
   const Query query = Parse(statement);
   const StatementNeeds needs(query);
   const MemoryDatabase memory;
-  RowFilling(*source_, memory, needs, interruption_).Fill();
+  RowFilling filling(*source_, memory, needs, interruption_);
+  filling.Fill();
+  const std::vector<std::string> remarks = filling.Remarks();
   EmbeddedSettings settings = settings_;
   settings.file = memory.name();
   settings.time_limit = interruption_.Remaining();
@@ -140,7 +142,9 @@ platform::Recordset RowSourceConnection::Run(std::string_view statement, int opt
   const Watched watched(*this, engine);
   // Cancelled just before the engine could hear of it.
   interruption_.Check();
-  return engine.Execute(statement, options);
+  platform::Recordset rows = engine.Execute(statement, options);
+  for (const std::string& remark : remarks) rows.AddRemark(remark);
+  return rows;
 }
 
 Query RowSourceConnection::Parse(std::string_view statement) const {

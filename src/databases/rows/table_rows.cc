@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "databases/rows/row_names.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
@@ -51,20 +52,28 @@ std::string RowCount(const platform::Field& field) {
 
 }  // namespace
 
-TableRows::TableRows(const MemoryDatabase& memory, const InventoryTable& table, const StatementNeeds& needs,
+TableRows::TableRows(const MemoryDatabase& memory, TableName table, const StatementNeeds& needs,
                      Interruption& interruption)
-    : memory_(memory), table_(table), interruption_(interruption), copies_(table.columns.size()) {
-  const bool all = ReadsAll(needs, table.name);
-  for (const InventoryColumn& column : table.columns)
+    : memory_(memory),
+      name_(table),
+      table_(InventoryTableOf(table)),
+      interruption_(interruption),
+      copies_(table_.columns.size()),
+      key_column_(table_.columns.size()) {
+  const bool all = ReadsAll(needs, table_.name);
+  for (const InventoryColumn& column : table_.columns) {
+    if (column.type == kKeyColumn) key_column_ = needed_.size();
     needed_.push_back(all || column.type == kKeyColumn || needs.NamesColumn(std::string(column.name)));
-  memory.Run(CreateStatement(table));
-  const std::string sql = InsertStatement(table);
+  }
+  memory.Run(CreateStatement(table_));
+  const std::string sql = InsertStatement(table_);
   sqlite3_stmt* prepared = nullptr;
   memory.Check(sqlite3_prepare_v2(memory.handle(), sql.c_str(), -1, &prepared, nullptr));
   insertion_.reset(prepared);
 }
 
 void TableRows::AddColumns(std::span<const platform::Field> fields) {
+  as_columns_ = true;
   std::vector<const platform::Field*> sources;
   const platform::Field* first = nullptr;
   for (size_t column = 0; column < table_.columns.size(); ++column) {
@@ -97,6 +106,12 @@ void TableRows::AddColumns(std::span<const platform::Field> fields) {
   }
 }
 
+void TableRows::Collect(std::string_view column, CollectedNumbers* numbers) {
+  collected_ = numbers;
+  collected_column_ = 0;
+  while (table_.columns[collected_column_].name != column) ++collected_column_;
+}
+
 void TableRows::MissColumn(size_t column) const {
   const InventoryColumn& missed = table_.columns[column];
   const std::string name(missed.name);
@@ -113,6 +128,8 @@ void TableRows::ThrowWhatWasKept() const {
 }
 
 void TableRows::Bind(size_t column, int64_t number) {
+  if (column == key_column_) key_ = number;
+  if (collected_ != nullptr && column == collected_column_) collected_->Add(number);
   if (needed_[column]) memory_.Check(sqlite3_bind_int64(insertion_.get(), static_cast<int>(column) + 1, number));
 }
 
@@ -142,7 +159,10 @@ void TableRows::BindStored(size_t column, const std::string& text) {
 void TableRows::BindValue(size_t column, const base::Value& value) {
   if (const auto* number = value.As<int64_t>()) {
     Bind(column, *number);
-  } else if (const auto* real = value.As<double>()) {
+    return;
+  }
+  if (collected_ != nullptr && column == collected_column_) collected_->has_others = true;
+  if (const auto* real = value.As<double>()) {
     Bind(column, *real);
   } else if (value.IsNull()) {
     BindNull(column);
@@ -165,13 +185,17 @@ void TableRows::BindKey(size_t column, size_t row, const base::Value& value) {
 void TableRows::Step() {
   if (interruption_.IsDueAfter(1)) throw interruption_.Reason("Execute");
   const int code = sqlite3_step(insertion_.get());
-  if (code == SQLITE_CONSTRAINT) {
-    throw WrongRows(Quoted(table_) + "中有两行的键 " + std::string(table_.keys) +
-                    " 相同：每一行须有自己的编号，请更正后再读入。");
-  }
+  if (code == SQLITE_CONSTRAINT) throw WrongRows(SameKey());
   memory_.Check(code);
   memory_.Check(sqlite3_reset(insertion_.get()));
   interruption_.CountRows(1);
+}
+
+std::string TableRows::SameKey() const {
+  const RowNames names = NamesOf(name_);
+  const std::string where = as_columns_ ? Quoted(table_) + "中有两行的键 " + std::string(table_.keys)
+                                        : std::string(names.function) + " 给出了两行，" + std::string(names.key);
+  return where + " 同为 " + std::to_string(key_) + "：每一行须有自己的编号，请更正后再读入。";
 }
 
 }  // namespace stockbook::databases

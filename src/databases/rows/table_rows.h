@@ -26,12 +26,20 @@ struct StoredText {
   const std::string& text;
 };
 
+// The whole numbers of a column, in the order of the rows; one for several rows with the same.
+struct CollectedNumbers {
+  void Add(int64_t number) {
+    if (numbers.empty() || numbers.back() != number) numbers.push_back(number);
+  }
+  std::vector<int64_t> numbers;
+  bool has_others = false;  // than whole numbers
+};
+
 // One table of an inventory in memory, created empty and filled row by row with the columns that a statement names. It
 // counts its rows, and stops when what runs has to end. Throws platform::Error.
 class TableRows {
  public:
-  TableRows(const MemoryDatabase& memory, const InventoryTable& table, const StatementNeeds& needs,
-            Interruption& interruption);
+  TableRows(const MemoryDatabase& memory, TableName table, const StatementNeeds& needs, Interruption& interruption);
 
   // One value a column, in the table's order. Empty texts, zero dates and what has no value become null. Texts are
   // borrowed for the call.
@@ -49,6 +57,8 @@ class TableRows {
       throw;
     }
   }
+  // From now on every row's number of the column goes there, too; nullptr ends it.
+  void Collect(std::string_view column, CollectedNumbers* numbers);
   // What Add threw, where whoever called it did not let it pass.
   void ThrowWhatWasKept() const;
   // All rows of the fields, which are found by the columns' names, ignoring ASCII case. An empty text stays one. Throws
@@ -84,13 +94,20 @@ class TableRows {
   void BindStored(size_t column, const std::string& text);  // as it is, be it empty
   void BindNull(size_t column);
   void Step();
+  std::string SameKey() const;
 
   const MemoryDatabase& memory_;
+  const TableName name_;
   const InventoryTable& table_;
   Interruption& interruption_;
   std::vector<bool> needed_;         // by column
   std::vector<std::string> copies_;  // of texts that were made for the row
   std::unique_ptr<sqlite3_stmt, Finalizer> insertion_;
+  bool as_columns_ = false;
+  size_t key_column_ = 0;
+  int64_t key_ = 0;  // of the row that is being added, where the table has such a column
+  size_t collected_column_ = 0;
+  CollectedNumbers* collected_ = nullptr;
   std::exception_ptr failure_;
 };
 

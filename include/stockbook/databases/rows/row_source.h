@@ -144,6 +144,11 @@ struct STOCKBOOK_API RowFilter {
 // by calling `take` once for each; a row may go when the call returns. They run on the thread that executes the
 // statement, and never at the same time. What a function throws ends the load with its message; what `take` throws,
 // because the load is cancelled, has to pass.
+//
+// After a load the user is told, by Notify, of bills of the journal that were given and are not listed: those with
+// neither period nor date, those of later periods than Periods gives or where it gives none; and, of Columns, of lines
+// whose bill is not among the bills. Rows that the filter keeps back in the source are not counted, nor is anything of
+// other subjects, nor a line of a product, depot or partner that is not there: it is listed, without its name.
 class STOCKBOOK_API RowSource {
  public:
   // What a function calls for each of its rows; the row may go when it returns.
@@ -172,8 +177,9 @@ class STOCKBOOK_API RowSource {
   virtual void Balances(BalanceOwner owner, const RowFilter& filter, const Take<Balance>& take);
 
   // A whole table at once, which is faster where there are columns already: under the names of its fields, of equal
-  // length; fields that are left out are empty, but keys and what the statement finds rows by must be there. Asked
-  // before the functions above; nothing sends it there.
+  // length; fields that are left out are empty, but keys and what the statement finds rows by must be there. Whoever
+  // keeps bills of later periods back keeps back their lines, too. Asked before the functions above; nothing sends it
+  // there.
   virtual std::optional<std::vector<platform::Field>> Columns(std::string_view table, const RowFilter& filter);
 
   // Both enclose what has to fit together, as of one moment: a load is one. EndMoment may not throw.
