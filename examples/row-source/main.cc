@@ -25,9 +25,6 @@ class Shop : public sb::databases::RowSource {
  public:
   std::vector<Movement> movements;
 
-  void Periods(const Take<std::string>& take) override {
-    for (const Movement& movement : movements) take(Month(movement));
-  }
   void Receipts(const sb::databases::RowFilter& filter, const TakeLine& take) override { Give(filter, take, 1); }
   void Issues(const sb::databases::RowFilter& filter, const TakeLine& take) override { Give(filter, take, -1); }
   void Products(const sb::databases::RowFilter&, const Take<sb::databases::Product>& take) override {
@@ -35,8 +32,6 @@ class Shop : public sb::databases::RowSource {
   }
 
  private:
-  static std::string Month(const Movement& movement) { return movement.day.toString("yyyy-MM").toStdString(); }
-
   // Those of one direction. Rows that were not asked for would do no harm, but why make them?
   void Give(const sb::databases::RowFilter& filter, const TakeLine& take, int sign) const {
     int64_t id = 0;
@@ -47,11 +42,7 @@ class Shop : public sb::databases::RowSource {
       const double pieces = movement.pieces * sign;
       const sb::base::Date day =
           sb::base::Date::Parse(movement.day.toString(Qt::ISODate).toStdString()).value_or(sb::base::Date());
-      take({.id = id,
-            .period = Month(movement),
-            .date = day,
-            .type = sign > 0 ? "入库单" : "出库单",
-            .number = std::to_string(id)},
+      take({.id = id, .date = day, .type = sign > 0 ? "入库单" : "出库单", .number = std::to_string(id)},
            {.id = id,
             .product = product,
             .quantity = pieces,

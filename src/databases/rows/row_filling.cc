@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <new>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -11,6 +11,8 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "databases/rows/row_filters.h"
+#include "databases/rows/row_names.h"
+#include "databases/rows/row_periods.h"
 #include "stockbook/platform/error.h"
 
 namespace stockbook::databases {
@@ -19,12 +21,6 @@ namespace {
 using Key = std::optional<int64_t>;
 
 Key Either(const Key& own, const Key& otherwise) { return own ? own : otherwise; }
-
-std::string PeriodOf(const Bill& bill) {
-  if (!bill.period.empty() || bill.date.IsZero()) return bill.period;
-  const base::DateParts day = bill.date.parts();
-  return base::ZeroPadded(day.year, 4) + "-" + base::ZeroPadded(day.month, 2);
-}
 
 void AddBill(const Bill& bill, TableRows& rows) {
   const base::DateParts day = bill.date.parts();
@@ -47,6 +43,22 @@ void AddProduct(const Product& product, TableRows& rows) {
   rows.Add(product.id, product.name, product.number, product.specification, product.model, product.unit, product.unit2,
            none, none, kNothing, kNothing, none, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing, kNothing,
            StoredText{product.class_code}, kNothing, none, none, none, none, none, none, kNothing, none);
+}
+
+// What tells a bill from another one that was given the same id.
+size_t ContentsOf(const Bill& bill) {
+  size_t contents = std::hash<std::string>()(bill.period);
+  for (const size_t part : {std::hash<std::string>()(bill.number), std::hash<std::string>()(bill.type),
+                            std::hash<int64_t>()(bill.date.seconds())})
+    contents = contents * 31 + part;
+  return contents;
+}
+
+platform::Error TwoBills(int64_t id, TableName bills) {
+  return {"read rows",
+          std::string(NamesOf(bills).function) + " 给出了两张不同的单据，Bill::id 都是 " + std::to_string(id) +
+              "：每张单据须有自己的编号，同一张单据的各行给出同样的 Bill，请更正后再读入。",
+          0, platform::ErrorKind::kInputOutput};
 }
 
 void AddDepotBalance(const Balance& balance, TableRows& rows) {
@@ -147,9 +159,20 @@ void RowFilling::FillBills(TableName bills, TableName lines) {
 
 void RowFilling::TakeLines(TableName lines, const RowFilter& filter, std::optional<TableRows>& bill_rows,
                            std::optional<TableRows>& line_rows) {
-  std::unordered_set<int64_t> known;
+  const TableName bills = lines == TableName::ReceiptLines ? TableName::ReceiptBills : TableName::IssueBills;
+  std::unordered_map<int64_t, size_t> known;
+  std::optional<platform::Error> doubled;
   const RowSource::TakeLine take = [&](const Bill& bill, const Line& line) {
-    if (bill_rows && known.insert(bill.id).second) AddBill(bill, *bill_rows);
+    if (bill_rows) {
+      const size_t contents = ContentsOf(bill);
+      const auto [place, is_new] = known.emplace(bill.id, contents);
+      if (is_new) {
+        AddBill(bill, *bill_rows);
+      } else if (place->second != contents) {
+        doubled = TwoBills(bill.id, bills);
+        throw *doubled;
+      }
+    }
     if (line_rows) AddLine(bill, line, *line_rows);
   };
   AskSource([&] {
@@ -159,6 +182,8 @@ void RowFilling::TakeLines(TableName lines, const RowFilter& filter, std::option
       source_.Issues(filter, take);
     }
   });
+  // Where the source did not let it pass.
+  if (doubled) throw *doubled;
   for (const auto* rows : {&bill_rows, &line_rows}) {
     if (*rows) (*rows)->ThrowWhatWasKept();
   }
@@ -218,7 +243,13 @@ void RowFilling::AddClasses(ClassTree tree, TableRows& rows) {
 }
 
 void RowFilling::AddBalances(BalanceOwner owner, const RowFilter& filter, TableRows& rows) {
-  source_.Balances(owner, filter, [&](const Balance& row) {
+  std::optional<std::string> earliest;
+  source_.Balances(owner, filter, [&](const Balance& given) {
+    Balance row = given;
+    if (row.period.empty()) {
+      if (!earliest) earliest = EarliestPeriod(source_);
+      row.period = *earliest;
+    }
     if (owner == BalanceOwner::kDepots) {
       AddDepotBalance(row, rows);
     } else {

@@ -46,7 +46,7 @@ struct Line {
   std::optional<int64_t> partner = {};
   std::optional<int64_t> project = {};
   int64_t origin = 0;                   // of issued stock: the line of a receipt, or minus the id of a depot balance
-  std::optional<double> quantity = {};  // positive for receipts and issues
+  std::optional<double> quantity = {};  // positive for receipts and issues; below 0 counts the other way
   std::optional<double> quantity2 = {};
   std::optional<double> price = {};  // without tax, as the amount
   std::optional<base::Money> amount = {};
@@ -114,7 +114,7 @@ struct Balance {
   int64_t id = 0;     // of depots alone: its own
   int64_t owner = 0;  // the depot, supplier, customer or project
   int64_t product = 0;
-  std::string period = {};
+  std::string period = {};  // where it is empty, the earliest of RowSource::Periods
   std::optional<double> price = {};
   Sums carried_forward = {};
   Sums received = {};
@@ -160,9 +160,12 @@ class STOCKBOOK_API RowSource {
   virtual ~RowSource() = default;
 
   // The accounting periods, as texts that sort in the order of time. Bills of later periods than these are not listed.
-  virtual void Periods(const Take<std::string>& take) = 0;
-  // Both give each line with its bill; of a bill, the first one that comes with its id counts. The filter means the
-  // fields of the line, and the period of the bill.
+  // Unless it is written anew, all that bills and balances are posted in; each load goes twice through all of them
+  // then.
+  virtual void Periods(const Take<std::string>& take);
+  // Both give each line with its bill, which is the same in all of its lines: another period, date, number or type
+  // under an id that was there ends the load, and the message says so. The filter means the fields of the line, and the
+  // period of the bill.
   virtual void Receipts(const RowFilter& filter, const TakeLine& take) = 0;
   virtual void Issues(const RowFilter& filter, const TakeLine& take) = 0;
   // These are filtered by their own ids, by the list of their kind; without an override there are none.
