@@ -61,8 +61,17 @@ int WholeTwips(float twips) {
   return static_cast<int>(std::clamp(twips, -kMost, kMost));
 }
 
-// What is no number is no height, and differs from itself for ever.
-float Height(float twips) { return std::isnan(twips) ? 0 : twips; }
+// The height to store for the property. What is no number is no height, and differs from itself for ever; below 0 the
+// grid takes none.
+float Height(const char* property, float twips) {
+  if (twips < 0) {
+    throw platform::Error(std::string("set ") + property,
+                          std::string("高度不能是负数：") + property + " 收到的是 " +
+                              base::NumberText(static_cast<double>(twips)) +
+                              "，原来的高度没有改变。请给出 0 或更大的缇数（1440 缇为 1 英寸）。");
+  }
+  return std::isnan(twips) ? 0 : twips;
+}
 
 }  // namespace
 
@@ -204,7 +213,7 @@ void Stockbook::SetRow(int32_t row) {
 
 void Stockbook::SetRowHeight(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height = Height(twips);
+  state_->row_height = Height("RowHeight", twips);
   state_->fg.SetRowHeight(-1, WholeTwips(state_->row_height));
   state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
   SetRowHeightSum(state_->row_height_sum);
@@ -212,13 +221,13 @@ void Stockbook::SetRowHeight(float twips) {
 
 void Stockbook::SetRowHeightTitle(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height_title = Height(twips);
+  state_->row_height_title = Height("RowHeightTitle", twips);
   state_->fg.SetRowHeight(0, WholeTwips(state_->row_height_title));
 }
 
 void Stockbook::SetRowHeightSum(float twips) {
   const State::Watched journal(*state_);
-  state_->row_height_sum = Height(twips);
+  state_->row_height_sum = Height("RowHeightSum", twips);
   grid::SetSumRowHeight(state_->fg, WholeTwips(state_->row_height_sum));
 }
 

@@ -174,11 +174,38 @@ TEST(Appearance, RowsFollowTheToolkitsFontUnlessSomebodySetTheirHeights) {
   EXPECT_NO_THROW(fakes.control->FollowFont(font));
 }
 
-TEST(Appearance, HeightsThatAreNoneRaiseTheGridsErrorOrNone) {
+TEST(Appearance, AHeightBelowZeroIsRefusedBeforeAnythingIsStored) {
   ControlOverFakes fakes;
   fakes.fg.SetRows(3);
-  EXPECT_THROW(fakes.control->SetRowHeightTitle(-1), platform::Error);
-  EXPECT_THROW(fakes.control->SetRowHeight(-300), platform::Error);
+  fakes.fg.SetIsSubtotal(2, true);
+  const auto said_of = [&](void (Stockbook::*write)(float), float twips) -> std::string {
+    try {
+      (*fakes.control.*write)(twips);
+    } catch (const platform::Error& error) {
+      return error.what();
+    }
+    return "nothing";
+  };
+  fakes.control->SetRowHeightTitle(410);
+  fakes.control->SetRowHeightSum(620);
+  fakes.control->SetRowHeight(310);
+  EXPECT_EQ(said_of(&Stockbook::SetRowHeight, -300),
+            "高度不能是负数：RowHeight 收到的是 -300，原来的高度没有改变。请给出 0 或更大的缇数（1440 缇为 1 英寸）。");
+  EXPECT_NE(said_of(&Stockbook::SetRowHeightTitle, -0.5F).find("RowHeightTitle 收到的是 -0.5"), std::string::npos);
+  EXPECT_NE(said_of(&Stockbook::SetRowHeightSum, -1).find("RowHeightSum 收到的是 -1"), std::string::npos);
+  EXPECT_EQ(fakes.control->RowHeight(), 310);
+  EXPECT_EQ(fakes.control->RowHeightTitle(), 410);
+  EXPECT_EQ(fakes.control->RowHeightSum(), 620);
+  EXPECT_EQ(fakes.fg.RowHeight(0), 410);
+  EXPECT_EQ(fakes.fg.RowHeight(1), 310);
+  EXPECT_EQ(fakes.fg.RowHeight(2), 620);
+  fakes.control->SetRowHeightMin(-5);
+  EXPECT_EQ(fakes.control->RowHeightMin(), 0) << "a limit below 0 is none";
+}
+
+TEST(Appearance, AHeightThatIsNoNumberIsZeroAndAHugeOneIsAsLargeAsCanBe) {
+  ControlOverFakes fakes;
+  fakes.fg.SetRows(3);
   EXPECT_NO_THROW(fakes.control->SetRowHeightTitle(std::numeric_limits<float>::quiet_NaN()));
   EXPECT_EQ(fakes.fg.RowHeight(0), 0);
   EXPECT_NO_THROW(fakes.control->SetRowHeight(1e30F));

@@ -237,6 +237,11 @@ TEST_F(Properties, KeepTheOldValueAndSayWhyWhereTheControlRefuses) {
   EXPECT_EQ(widget_.BorderWidth(), 3);
   ASSERT_EQ(said_.size(), 4);
   EXPECT_TRUE(said_[3].contains(QStringLiteral("ChildSpacing"))) << said_[3].toStdString();
+  const double height = widget_.RowHeightSum();
+  widget_.setProperty("RowHeightSum", -20);
+  EXPECT_EQ(widget_.RowHeightSum(), height);
+  ASSERT_EQ(said_.size(), 5);
+  EXPECT_TRUE(said_[4].contains(QStringLiteral("RowHeightSum 收到的是 -20"))) << said_[4].toStdString();
   EXPECT_THROW(widget_.control().SetdpID(40000), platform::Error) << "the control itself tells by the error";
 }
 

@@ -204,13 +204,13 @@ class STOCKBOOK_API Stockbook {
   // Heights in twips.
 
   // Of all lines; before the first load it reads 250, whatever the font has made of them. Below 0 throws
-  // platform::Error.
+  // platform::Error, and the old height stays.
   void SetRowHeight(float twips);
   float RowHeight() const;
-  // Of the row of captions; before the first load it reads 400. Below 0 throws platform::Error.
+  // Of the row of captions; before the first load it reads 400. Below 0 throws as RowHeight does.
   void SetRowHeightTitle(float twips);
   float RowHeightTitle() const;
-  // Of nodes and totals; each layout makes it twice the height of a line.
+  // Of nodes and totals; each layout makes it twice the height of a line. Below 0 throws as RowHeight does.
   void SetRowHeightSum(float twips);
   float RowHeightSum() const;
 

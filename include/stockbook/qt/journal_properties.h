@@ -18,8 +18,8 @@ class WidgetParts;
 
 // The control's journal, captions, filters and rows as properties of the toolkit, with the names and in the order of
 // its interface. 16-bit numbers are int here. No setter throws, because exceptions must not pass through the toolkit:
-// if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value), the old value stays
-// and Notify reports the error. Call control() to get the exception itself.
+// if the control rejects a value (a dpID beyond 16 bits, an AccRestrict that is not a truth value, a height below 0),
+// the old value stays and Notify reports the error. Call control() to get the exception itself.
 class STOCKBOOK_API JournalProperties : public JournalEvents {
   Q_OBJECT
   Q_PROPERTY(tqJournalTypeContants JournalType READ JournalType WRITE SetJournalType NOTIFY JournalChanged)
@@ -207,10 +207,11 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   // and Notify tells of it.
   void SetRowHeight(float twips);
   float RowHeight() const;
-  // Of the row of captions, in twips; before the first load it reads 400.
+  // Of the row of captions, in twips; before the first load it reads 400. Below 0 is refused as for RowHeight.
   void SetRowHeightTitle(float twips);
   float RowHeightTitle() const;
-  // Of nodes and totals, in twips; each layout makes it twice the height of a line.
+  // Of nodes and totals, in twips; each layout makes it twice the height of a line. Below 0 is refused as for
+  // RowHeight.
   void SetRowHeightSum(float twips);
   float RowHeightSum() const;
 
