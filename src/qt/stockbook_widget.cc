@@ -148,6 +148,11 @@ QVariant StockbookWidget::DoCommand(const QString& CmdName, const QVariantList& 
   return {};
 }
 
+void StockbookWidget::FitColumns() {
+  if (!IsOnOwnThread(*this, "FitColumns")) return;
+  parts_->Attempt([&] { parts_->view().FitColumns(); });
+}
+
 void StockbookWidget::SaveProperties(QSettings& settings, const QString& group) const {
   SettingsBag bag(settings, group);
   control().WriteProperties(bag);

@@ -166,7 +166,9 @@ TEST_F(Methods, AreThoseOfTheInterfaceInItsOrder) {
   }
   EXPECT_EQ(told, (std::vector<std::string>{"bool Load(int,int,QString)", "void Prompt(QString)",
                                             "bool Find(QString,int)", "bool IsRangeSelected()", "void DefaultFormat()",
-                                            "QString Statistics()", "QVariant DoCommand(QString,QVariantList)"}));
+                                            "QString Statistics()", "QVariant DoCommand(QString,QVariantList)",
+                                            // The widget's own come after them.
+                                            "void FitColumns()"}));
 }
 
 TEST_F(Methods, MayBeCalledByNameWithoutTheirOptionalArguments) {

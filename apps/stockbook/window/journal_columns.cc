@@ -8,7 +8,6 @@
 
 #include "qt/sheet/text.h"
 #include "sheet/geometry/scale.h"
-#include "sheet/input/fit.h"
 #include "stockbook/sheet/grid_sheet.h"
 #include "stockbook/window/journal_desk.h"
 
@@ -137,7 +136,7 @@ void JournalColumns::Hide(int column) {
 
 void JournalColumns::FitToContents() {
   Look();
-  sheet::FitColumns(stockbook_.sheet().view());
+  stockbook_.FitColumns();
   Look();
 }
 

@@ -54,6 +54,10 @@ class STOCKBOOK_API SheetWidget : public QAbstractScrollArea, private sheet::She
   // NaN changes nothing. Setting it ends a drag of the mouse.
   double zoom() const { return zoom_; }
   void SetZoom(double zoom);
+  // Gives every shown column after the fixed ones the width that its texts need, captions and rows out of view
+  // included, but at most the width of the view: call it when rows were loaded and the widget has its size. Of a long
+  // sheet it asks rows spread over the whole of it, some ten thousand at most, whatever their number.
+  void FitColumns();
   // Where on the screen a menu opens, in logical pixels: at the mouse, or below the cell if a key asked for it.
   QPoint MenuPlace() const;
 

@@ -119,6 +119,15 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   // Where the element is missing, Notify says so.
   QVariant DoCommand(const QString& CmdName, const QVariantList& rParas = {});
 
+  // What the widget does beyond the control.
+
+  // Gives every shown column the width that its texts need, rows out of view included, but at most the width of the
+  // grid: call it when the widget has its size. Each layout, and so each load, gives the columns their usual widths
+  // again: call it after a load or in a slot of AfterLoaded, and in one of AfterFormatted if it is to hold after
+  // DefaultFormat too (a load raises that one before there are stocks and totals). Of a long journal it asks rows
+  // spread over the whole of it, some ten thousand at most, so that the cost does not grow with their number.
+  void FitColumns();
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -16,6 +16,7 @@
 #include "qt/sheet/sheet_widget_parts.h"
 #include "qt/sheet/text.h"
 #include "qt/sheet/tool_tip.h"
+#include "sheet/input/fit.h"
 #include "sheet/input/line_step.h"
 #include "sheet/paint/cell_tip.h"
 #include "sheet/paint/painter.h"
@@ -150,6 +151,8 @@ void SheetWidget::SetZoom(double zoom) {
   FitView();
   viewport()->update();
 }
+
+void SheetWidget::FitColumns() { sheet::FitColumns(*view_); }
 
 bool SheetWidget::viewportEvent(QEvent* event) {
   // The window may have moved to another screen.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "stockbook/base/api.h"
+
 namespace stockbook::sheet {
 
 class View;
@@ -12,6 +14,6 @@ void FitColumn(View& view, int column);
 void FitRow(View& view, int row);
 // Gives every shown column after the fixed ones the width that its contents need, in view or not, but at most the width
 // of the view. Of a long sheet it asks rows spread over the whole of it, some ten thousand, whatever their number.
-void FitColumns(View& view);
+STOCKBOOK_API void FitColumns(View& view);
 
 }  // namespace stockbook::sheet
