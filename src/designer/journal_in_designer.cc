@@ -63,6 +63,8 @@ QIcon JournalInDesigner::icon() const {
 QWidget* JournalInDesigner::createWidget(QWidget* parent) {
   auto* widget = new qt::StockbookWidget(parent);
   if (in_form_editor_) {
+    // What is said of a journal that is made up is for nobody, the log included.
+    QObject::connect(widget, &qt::StockbookWidget::Notify, widget, [] {});
     const auto sample = std::make_shared<SampleInForm>(*widget);
     QObject::connect(widget, &qt::StockbookWidget::JournalChanged, widget, [sample] { sample->Follow(); });
   }

@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "qt/signal_raiser.h"
 
+#include <QLoggingCategory>
+#include <QMetaMethod>
+
 #include "qt/pin.h"
 #include "qt/sheet/text.h"
 #include "qt/widget_parts.h"
 #include "stockbook/qt/stockbook_widget.h"
 
 namespace stockbook::qt {
+namespace {
+
+Q_LOGGING_CATEGORY(UnheardNotices, "stockbook")
+
+}  // namespace
 
 template <typename Call>
 void SignalRaiser::Raise(Call call) {
@@ -45,7 +53,13 @@ void SignalRaiser::CommandExecute(const std::string& CommandName, bool& Cancel) 
 }
 
 void SignalRaiser::Notify(const std::string& Msg) {
-  Raise([&](StockbookWidget& widget) { Q_EMIT widget.Notify(ToQString(Msg)); });
+  Raise([&](StockbookWidget& widget) {
+    const QString message = ToQString(Msg);
+    static const QMetaMethod notify = QMetaMethod::fromSignal(&StockbookWidget::Notify);
+    // Who forgot to connect it looks for the reason in the log.
+    if (!message.isEmpty() && !widget.isSignalConnected(notify)) qCInfo(UnheardNotices).noquote() << message;
+    Q_EMIT widget.Notify(message);
+  });
 }
 
 void SignalRaiser::AfterRowChanged() {

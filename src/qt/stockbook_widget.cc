@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "stockbook/qt/stockbook_widget.h"
 
-#include <QDebug>
 #include <QEvent>
 #include <QPainter>
 #include <QPointer>
@@ -42,14 +41,13 @@ base::Value ToValue(const QVariant& variant) {
 }
 
 // Whether the caller is on the widget's thread. Where not, nothing of the widget may be touched: its own thread says so
-// through Notify, and the log does, for a host that does not listen.
+// through Notify.
 bool IsOnOwnThread(StockbookWidget& widget, const char* function) {
   if (QThread::currentThread() == widget.thread()) return true;
   const QString message = QStringLiteral(
                               "没有执行 %1：它在别的线程上被调用。请在控件所在的线程上调用；要在后台读取数据库，"
                               "请把 ThreadedConnection 交给 SetConn。")
                               .arg(QLatin1String(function));
-  qWarning().noquote() << message;
   QMetaObject::invokeMethod(
       &widget, [&widget, message] { widget.Prompt(message); }, Qt::QueuedConnection);
   return false;

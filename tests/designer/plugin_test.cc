@@ -18,6 +18,7 @@
 #include "designer/sample_journal.h"
 #include "designer/stockbook_plugin.h"
 #include "qt/application.h"
+#include "qt/logged_notices.h"
 #include "stockbook/platform/grid.h"
 #include "stockbook/qt/stockbook_widget.h"
 
@@ -118,6 +119,13 @@ TEST_F(InDesigner, ShowsTheJournalOfEveryTypeThatIsChosen) {
     EXPECT_EQ(loaded.size(), 1) << type;
     EXPECT_GT(widget->Rows(), 10) << type;
   }
+}
+
+TEST_F(InDesigner, SaysNothingOfTheMadeUpJournalInTheLog) {
+  const qt::LoggedNotices log;
+  const std::unique_ptr<StockbookWidget> widget = Create(journal_);
+  widget->SetJournalType(StockbookWidget::SupplierJournal);
+  EXPECT_EQ(log.Texts(), QStringList());
 }
 
 TEST_F(InDesigner, LeavesWhatIsEditedAsItIs) {

@@ -34,8 +34,9 @@ class STOCKBOOK_API JournalEvents : public QWidget {
   // "Find" or "Refresh", and, when it is done, "SetDefaultFormat" or "AfterFieldShow" (a column was shown or hidden);
   // nobody reads Cancel then.
   void CommandExecute(const QString& CommandName, const stockbook::qt::BooleanReference& Cancel);
-  // A message for the user, in one sentence; nothing else shows it. Empty where a row that became the current one has
-  // nothing to say.
+  // A message for the user, in one sentence; nothing else shows it, but where no slot is connected the log has it, as
+  // an information of the category "stockbook". Empty where a row that became the current one has nothing to say (only
+  // issues that name the receipt they come from have a text): a status bar that keeps its text leaves empty ones out.
   void Notify(const QString& Msg);
   // The current cell is in another row, by the user or a setter; not raised by what a load does.
   void AfterRowChanged();
