@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <map>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -232,6 +233,24 @@ TEST_F(PdfOfASheet, TellsEachPageAndEndsWhereNoMoreIsWanted) {
   }));
   EXPECT_EQ(told, (std::vector<int>{1, 2}));
   EXPECT_GT(all, 4);
+}
+
+TEST_F(PdfOfASheet, IsOnA4UprightUnlessSaidOtherwise) {
+  const PdfReader pdf = Written(PdfDocument());
+  EXPECT_TRUE(pdf.Object(pdf.Pages()[0]).contains("/MediaBox [0 0 595 842]"))
+      << pdf.Object(pdf.Pages()[0]).toStdString();
+  EXPECT_EQ(PdfDocument().page.margins(QPageLayout::Millimeter), QMarginsF(15, 15, 15, 15));
+}
+
+TEST_F(PdfOfASheet, IsRefusedWhereThePageHasNoRoom) {
+  std::ostringstream out;
+  PdfDocument document = Document();
+  document.page = QPageLayout();
+  EXPECT_THROW(WritePdf(sheet_, document, out), std::invalid_argument);
+  document.page =
+      QPageLayout(QPageSize(QPageSize::A6), QPageLayout::Portrait, QMarginsF(60, 10, 60, 10), QPageLayout::Millimeter);
+  EXPECT_THROW(WritePdf(sheet_, document, out), std::invalid_argument);
+  EXPECT_EQ(out.str(), "") << "nothing is written";
 }
 
 TEST_F(PdfOfASheet, SaysThatAStreamTakesNoMore) {

@@ -25,8 +25,8 @@ struct Paper {
 };
 
 // Prints a sheet page by page on any painter: of a printer, a PDF or an image, rotated or scaled. See
-// sheet::PageSetup and sheet::PageWords for what is on a page. For a PDF of many pages PdfPrinter is faster. A
-// GridPrinter is valid until the sheet changes.
+// sheet::PageSetup and sheet::PageWords for what is on a page. Each page is numbered at its foot (第 1 页
+// 共 13 页). For a PDF of many pages WritePdf is faster. A GridPrinter is valid until the sheet changes.
 class STOCKBOOK_API GridPrinter {
  public:
   // With a heading above the cells, as one line, and else as PageWords and PageSetup are by default.

@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QRectF>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -109,6 +110,10 @@ class PdfPages {
 }  // namespace
 
 bool WritePdf(sheet::Sheet& sheet, const PdfDocument& document, std::ostream& out, const PageProgress& progress) {
+  if (!document.page.isValid() || document.page.paintRect(QPageLayout::Point).isEmpty()) {
+    throw std::invalid_argument(
+        "WritePdf needs a page with room on it: give PdfDocument::page a paper size, and margins that are smaller.");
+  }
   return PdfPages(sheet, document, out).Write(progress);
 }
 
