@@ -183,8 +183,18 @@ void StockbookWidget::SetHeaderColor(platform::Colour colour) {
 
 bool StockbookWidget::Print(QPagedPaintDevice& device) {
   if (!IsOnOwnThread(*this, "Print")) return false;
-  const auto aside = control().SetHotRowAside();
-  return PrintSheet(sheet(), ToQString(control().Caption()), device);
+  bool printed = false;
+  {
+    const auto aside = control().SetHotRowAside();
+    printed = PrintSheet(sheet(), ToQString(control().Caption()), device);
+  }
+  // The last of all: a slot may delete the widget.
+  if (!printed) {
+    Prompt(QStringLiteral("没有打印完：%1。打印机或文件不接受；请检查打印机是否就绪，文件所在的文件夹是否可以写入、"
+                          "是否还有空间，然后再打印。")
+               .arg(ToQString(control().Caption())));
+  }
+  return printed;
 }
 
 QSize StockbookWidget::sizeHint() const { return kUsualSize; }

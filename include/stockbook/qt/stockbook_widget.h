@@ -88,8 +88,9 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   void SetHeaderColor(platform::Colour colour);
 
   // Prints the journal as shown, without folded periods and hidden columns, to a printer or a PDF. Each page has the
-  // caption and the column captions. Returns false if the device does not accept it, also in the midst of it. For other
-  // painters, or single pages, use GridPrinter with sheet().
+  // caption and the column captions, and its number at the foot (第 1 页 共 13 页). Returns false if the device does
+  // not accept it, also in the midst of it; Notify says so. For other painters, single pages or words of your own on
+  // them, use GridPrinter with sheet().
   bool Print(QPagedPaintDevice& device);
 
   // 1000 by 600 logical pixels.
