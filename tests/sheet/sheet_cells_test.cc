@@ -66,6 +66,22 @@ TEST(Sheet, ReadsCellsOutsideOfItAsNeutralAndRefusesToWriteThem) {
   EXPECT_EQ(sheet.LoadedText(7), nullptr);
 }
 
+TEST(Sheet, SaysOfColumnMinusOneThatItIsNoKeys) {
+  GridSheet sheet;
+  const auto said_of = [&sheet](int column) -> std::string {
+    try {
+      sheet.SetColWidth(column, 300);
+    } catch (const platform::Error& error) {
+      return error.what();
+    }
+    return "";
+  };
+  EXPECT_EQ(
+      said_of(sheet.ColIndex("Qty")),
+      "ColWidth: there is no column -1; the grid has columns 0 to 0. ColIndex gives -1 for a key that no column has.");
+  EXPECT_EQ(said_of(12), "ColWidth: there is no column 12; the grid has columns 0 to 0.");
+}
+
 TEST(Sheet, PutsTextsOfSingleCellsOnTopOfLoadedOnes) {
   GridSheet sheet;
   sheet.LoadColumns(Together(Texts({"a", "b"}), Doubles({1, 2})), 1);

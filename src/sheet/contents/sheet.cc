@@ -62,7 +62,8 @@ void Sheet::CheckRow(const char* operation, int row) const {
 void Sheet::CheckColumn(const char* operation, int column) const {
   if (HasColumn(column)) return;
   throw Error(operation, std::string(operation) + ": there is no column " + std::to_string(column) +
-                             "; the grid has columns 0 to " + std::to_string(Cols() - 1) + ".");
+                             "; the grid has columns 0 to " + std::to_string(Cols() - 1) + "." +
+                             (column == -1 ? " ColIndex gives -1 for a key that no column has." : ""));
 }
 
 void Sheet::CheckCell(const char* operation, int row, int column) const {
