@@ -13,7 +13,9 @@ int main(int count, char** arguments) {
   QWidget window;
   Ui::JournalForm form;
   form.setupUi(&window);
-  QObject::connect(form.journal, &stockbook::qt::StockbookWidget::Notify, form.status, &QLabel::setText);
+  QObject::connect(form.journal, &stockbook::qt::StockbookWidget::Notify, form.status, [&form](const QString& text) {
+    if (!text.isEmpty()) form.status->setText(text);  // most rows have nothing to say
+  });
   QObject::connect(form.product, &QSpinBox::valueChanged, form.journal,
                    [&form](int product) { form.journal->Load(product); });
   window.show();

@@ -36,10 +36,11 @@ int main(int count, char** arguments) {
     const QString file = QFileDialog::getSaveFileName(&window, "打印到 PDF", "journal.pdf", "PDF (*.pdf)");
     if (file.isEmpty()) return;
     QPdfWriter pdf(file);
-    window.statusBar()->showMessage(journal->Print(pdf) ? file : "不能写入 " + file);
+    if (journal->Print(pdf)) window.statusBar()->showMessage(file);  // what is wrong is told by Notify
   });
-  QObject::connect(journal, &StockbookWidget::Notify, window.statusBar(),
-                   [&window](const QString& text) { window.statusBar()->showMessage(text); });
+  QObject::connect(journal, &StockbookWidget::Notify, window.statusBar(), [&window](const QString& text) {
+    if (!text.isEmpty()) window.statusBar()->showMessage(text);  // most rows have nothing to say
+  });
   QObject::connect(journal, &StockbookWidget::CommandExecute, &window, [&window, journal](const QString& command) {
     if (command == "Bill") QMessageBox::information(&window, "单据", QString("单据 %1").arg(journal->BillID()));
   });

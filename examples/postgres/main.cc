@@ -20,7 +20,9 @@ int main(int count, char** arguments) {
   QMainWindow window;
   auto* journal = new stockbook::qt::StockbookWidget(&window);
   QObject::connect(journal, &stockbook::qt::StockbookWidget::Notify, window.statusBar(),
-                   [&window](const QString& text) { window.statusBar()->showMessage(text); });
+                   [&window](const QString& text) {
+                     if (!text.isEmpty()) window.statusBar()->showMessage(text);  // most rows have nothing to say
+                   });
   window.setCentralWidget(journal);
   window.resize(1000, 600);
   try {

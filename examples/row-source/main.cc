@@ -82,7 +82,9 @@ int main(int count, char** arguments) {
   rows->addWidget(journal, 1);
   rows->addWidget(status);
   QObject::connect(article, &QComboBox::currentIndexChanged, journal, load);
-  QObject::connect(journal, &sb::qt::StockbookWidget::Notify, status, &QLabel::setText);
+  QObject::connect(journal, &sb::qt::StockbookWidget::Notify, status, [status](const QString& text) {
+    if (!text.isEmpty()) status->setText(text);  // most rows have nothing to say
+  });
   journal->SetConn(sb::databases::OpenRowSource(shop));
   load();
   window.show();

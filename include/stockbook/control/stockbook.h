@@ -160,8 +160,9 @@ class STOCKBOOK_API Stockbook {
   // Shown in the header band trimmed and followed by three blanks; reads back trimmed.
   void SetCaption(std::string_view caption);
   std::string Caption() const;
-  // Counts from the next layout on. It takes its columns out of the menu of columns and hides ProductName, Price,
-  // Quantity, Quantity2 and Account; the menu alone leaves the other ones out.
+  // Keys of columns (base/column_keys.h), each followed by a bar; others are ignored. Counts from the next layout on.
+  // It takes its columns out of the menu of columns and hides ProductName, Price, Quantity, Quantity2 and Account; the
+  // menu alone leaves the other ones out.
   void SetFieldsFilter(std::string_view filter);
   const std::string& FieldsFilter() const;
   // Keys of the columns that the menu of columns leaves out, with a bar before and after each; those of FieldsFilter

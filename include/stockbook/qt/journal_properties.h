@@ -167,8 +167,9 @@ class STOCKBOOK_API JournalProperties : public JournalEvents {
   // Trimmed. Each load writes one of its own.
   void SetCaption(const QString& text);
   QString Caption() const;
-  // Counts from the next layout on. It takes its columns out of the menu of columns and hides ProductName, Price,
-  // Quantity, Quantity2 and Account; the menu alone leaves the other ones out.
+  // Keys of columns (base/column_keys.h), each followed by a bar; others are ignored. Counts from the next layout on.
+  // It takes its columns out of the menu of columns and hides ProductName, Price, Quantity, Quantity2 and Account; the
+  // menu alone leaves the other ones out.
   void SetFieldsFilter(const QString& text);
   QString FieldsFilter() const;
   // Keys of the columns that the menu of columns leaves out, with a bar before and after each; those of FieldsFilter
