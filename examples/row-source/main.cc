@@ -4,6 +4,7 @@
 #include <QtWidgets>
 
 #include <stockbook/databases/rows/row_source.h>
+#include <stockbook/qt/dates.h>
 #include <stockbook/qt/stockbook_widget.h>
 
 #include <memory>
@@ -40,9 +41,10 @@ class Shop : public sb::databases::RowSource {
       const int64_t product = movement.article + 1;
       if (movement.pieces * sign <= 0 || !filter.Has(filter.products, product)) continue;
       const double pieces = movement.pieces * sign;
-      const sb::base::Date day =
-          sb::base::Date::Parse(movement.day.toString(Qt::ISODate).toStdString()).value_or(sb::base::Date());
-      take({.id = id, .date = day, .type = sign > 0 ? "入库单" : "出库单", .number = std::to_string(id)},
+      take({.id = id,
+            .date = sb::qt::FromQDate(movement.day),
+            .type = sign > 0 ? "入库单" : "出库单",
+            .number = std::to_string(id)},
            {.id = id,
             .product = product,
             .quantity = pieces,
