@@ -40,6 +40,7 @@ void KeptLayouts::Restore(const QSettings& settings, const QString& group) {
     if (auto layout = Read(settings, PrefixOf(group), type)) layouts_.insert_or_assign(type, std::move(*layout));
   }
   laid_out_ = ReadHeights();
+  widths_laid_out_ = Widths();
   PutBack();
 }
 
@@ -49,8 +50,8 @@ std::optional<KeptLayouts::Layout> KeptLayouts::Read(const QSettings& settings, 
   for (const QString& column : settings.value(prefix + QStringLiteral("Columns") + number).toStringList()) {
     const QStringList parts = column.split(QLatin1Char(':'));
     const auto width = ReadTwips(parts.value(1));
-    if (parts.size() != 3 || !width) continue;
-    layout.columns.push_back({FromQString(parts[0]), *width, parts[2] == QLatin1String("1")});
+    if (parts.size() != 3 || (!width && !parts[1].isEmpty())) continue;
+    layout.columns.push_back({FromQString(parts[0]), width, parts[2] == QLatin1String("1")});
   }
   if (layout.columns.empty()) return {};
   layout.frozen = std::max(0, settings.value(prefix + QStringLiteral("Frozen") + number).toInt());
@@ -66,7 +67,10 @@ void KeptLayouts::Write(QSettings& settings, const QString& prefix, int type, co
   const QString number = QString::number(type);
   QStringList columns;
   for (const Column& column : layout.columns) {
-    columns << QStringLiteral("%1:%2:%3").arg(ToQString(column.key)).arg(column.width_twips).arg(column.hidden ? 1 : 0);
+    columns << QStringLiteral("%1:%2:%3")
+                   .arg(ToQString(column.key))
+                   .arg(column.width_twips ? QString::number(*column.width_twips) : QString())
+                   .arg(column.hidden ? 1 : 0);
   }
   settings.setValue(prefix + QStringLiteral("Columns") + number, columns);
   settings.setValue(prefix + QStringLiteral("Frozen") + number, layout.frozen);
@@ -94,6 +98,7 @@ void KeptLayouts::AfterFormatted(const std::function<void()>& raise) {
   for (const std::string& key : HiddenKeys()) {
     if (!before.contains(key)) host_hides_.insert(key);
   }
+  widths_laid_out_ = Widths();
 }
 
 void KeptLayouts::AfterLoaded() {
@@ -110,6 +115,14 @@ std::set<std::string> KeptLayouts::HiddenKeys() const {
     if (grid.ColHidden(column)) keys.insert(grid.ColKey(column));
   }
   return keys;
+}
+
+std::map<std::string, int> KeptLayouts::Widths() const {
+  const platform::Grid& grid = stockbook_.Grid();
+  std::map<std::string, int> widths;
+  for (int column = grid.FixedCols(); column < grid.Cols(); ++column)
+    widths.insert_or_assign(grid.ColKey(column), grid.ColWidth(column));
+  return widths;
 }
 
 // Whether the control or the host does not let the user see the column.
@@ -133,8 +146,12 @@ KeptLayouts::Heights KeptLayouts::ReadHeights() const {
 KeptLayouts::Layout KeptLayouts::ReadLayout() const {
   const platform::Grid& grid = stockbook_.Grid();
   Layout layout;
-  for (int column = grid.FixedCols(); column < grid.Cols(); ++column)
-    layout.columns.push_back({grid.ColKey(column), grid.ColWidth(column), grid.ColHidden(column)});
+  for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
+    Column now{grid.ColKey(column), grid.ColWidth(column), grid.ColHidden(column)};
+    const auto usual = widths_laid_out_.find(now.key);
+    if (keeping_ && usual != widths_laid_out_.end() && usual->second == now.width_twips) now.width_twips.reset();
+    layout.columns.push_back(std::move(now));
+  }
   layout.frozen = grid.FrozenCols();
   if (const Heights now = ReadHeights(); now != laid_out_) layout.heights = now;
   return layout;
@@ -175,7 +192,7 @@ void KeptLayouts::PutBackColumns(const Layout& layout) {
     const int column = grid.ColIndex(wanted.key);
     if (column < grid.FixedCols()) continue;
     grid.SetColPosition(column, position);
-    grid.SetColWidth(position, wanted.width_twips);
+    if (wanted.width_twips) grid.SetColWidth(position, *wanted.width_twips);
     grid.SetColHidden(position, wanted.hidden || IsWithheld(wanted.key));
     ++position;
   }

@@ -36,7 +36,7 @@ class KeptLayouts {
  private:
   struct Column {
     std::string key;
-    int width_twips = 0;
+    std::optional<int> width_twips;  // where it is not that of the layout
     bool hidden = false;
   };
   // In twips; 0 where there is no such row.
@@ -56,6 +56,7 @@ class KeptLayouts {
   static void Write(QSettings& settings, const QString& prefix, int type, const Layout& layout);
   int Type() const { return static_cast<int>(stockbook_.JournalType()); }
   std::set<std::string> HiddenKeys() const;
+  std::map<std::string, int> Widths() const;
   bool IsWithheld(const std::string& key) const;
   Heights ReadHeights() const;
   Layout ReadLayout() const;
@@ -69,8 +70,9 @@ class KeptLayouts {
   bool loading_ = false;
   std::optional<int> arranged_;  // of this type is what the grid shows the user's arrangement
   std::map<int, Layout> layouts_;
-  Heights laid_out_;                  // by the font
-  std::set<std::string> host_hides_;  // when it heard of the last layout
+  Heights laid_out_;                            // by the font
+  std::map<std::string, int> widths_laid_out_;  // with what the host made of them
+  std::set<std::string> host_hides_;            // when it heard of the last layout
 };
 
 }  // namespace stockbook::qt

@@ -155,6 +155,20 @@ TEST_F(KeptLayout, ShowsNothingThatARightHides) {
   EXPECT_TRUE(IsHidden("Tax"));
 }
 
+TEST_F(KeptLayout, HasTheWidthsOfTheHostUntilTheUserHasOthers) {
+  int width = 1000;
+  QObject::connect(journal_.get(), &StockbookWidget::AfterFormatted, journal_.get(),
+                   [&] { SetWidth("BillNo", width); });
+  Load();
+  width = 2000;
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 2000);
+  SetWidth("BillNo", 1234);
+  width = 3000;
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 1234);
+}
+
 TEST_F(KeptLayout, HasTheHeightsOfTheFontUntilTheUserHasOthers) {
   Load();
   const float usual = journal_->RowHeight();
