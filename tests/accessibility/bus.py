@@ -88,6 +88,12 @@ class Reader:
         Atspi.Component.get_extents(self.program.get_child_at_index(0), Atspi.CoordType.SCREEN)
         self.listen()
 
+    def settle(self):
+        """Until the keys that the program knows of have been passed on: the registry, which it asks about each, answers in the
+        order in which it is asked, and so does the program."""
+        Atspi.Component.get_extents(Atspi.get_desktop(0), Atspi.CoordType.SCREEN)
+        self.catch_up()
+
     def forget(self):
         self.catch_up()
         self.focused, self.changed, self.appeared, self.ticked = [], [], [], []

@@ -6,7 +6,7 @@ import sys
 
 from bus import children, find, find_all, labels, states
 from failures import ask_for_a_file_that_is_none
-from journal import Journal, bar_of, fields_by_tab, hold, say_what_they_are
+from journal import Journal, bar_of, close_menu, fields_by_tab, hold, open_menu, say_what_they_are
 
 HAN = re.compile("[\u4e00-\u9fff]")
 BILL = re.compile(r"[A-Z]{2}\d{6}-\d{4}")
@@ -34,14 +34,11 @@ def read_english_menus(reader):
     hold("the menus", names == list(MENUS.values()), names)
     journal.go(2)
     for key, name in MENUS.items():
-        reader.keys(f"alt+{key}")
-        reader.focus_on("menu item")
-        popup = reader.wait(f"menu {name}", lambda: find(bar, "popup menu"))
+        popup = open_menu(reader, bar, key)
         items = [each.get_name() for role in ("menu item", "check menu item", "menu") for each in find_all(popup, role)]
         hold("it has items", len(items) > 0 and all(items), items)
         hold_english(f"menu {name}", [item for item in items if "anguage" not in item])
-        reader.keys("Escape", "Escape")
-        reader.wait("back in the journal", lambda: find(bar, "popup menu") is None)
+        close_menu(reader, journal, bar)
 
 
 def read_english_fields(reader):

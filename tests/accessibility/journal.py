@@ -3,6 +3,7 @@
 from bus import Atspi, find, labels, states
 
 WINDOW = "journal.db"
+TRIES = 20
 
 
 def hold(what, is_so, *told):
@@ -43,6 +44,29 @@ class Journal:
 
     def nodes(self):
         return [row for row in range(self.rows()) if "expandable" in states(self.cell(row))]
+
+
+def open_menu(reader, bar, letter):
+    """Returns it. The toolkit shows a shortcut's menu at once but asks the bus about every key before it passes it on: the menu
+    may hear of Alt only after it has opened, and closes. Then Alt and the letter are pressed again."""
+    for _ in range(TRIES):
+        reader.forget()
+        reader.keys(f"alt+{letter}")
+        # News of the journal may come after those of the menu.
+        reader.wait("focus on a menu item", lambda: any(each.get_role_name() == "menu item" for each in reader.focused))
+        reader.settle()
+        if popup := find(bar, "popup menu"):
+            return popup
+    raise AssertionError(f"the menu of Alt+{letter} does not stay open; {reader.told()}")
+
+
+def close_menu(reader, journal, bar):
+    """One key after the other: one for a window that is closing is lost."""
+    reader.keys("Escape")
+    reader.wait("the menu has gone", lambda: find(bar, "popup menu") is None)
+    reader.settle()
+    reader.keys("Escape")
+    reader.wait("back in the journal", lambda: reader.focus.get_parent() == journal.table)
 
 
 def field_of(focus):

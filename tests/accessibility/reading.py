@@ -8,7 +8,7 @@ import sys
 import english
 import failures
 from bus import PATIENCE, Atspi, Reader, children, find, find_all, labels, states
-from journal import WINDOW, Journal, bar_of, fields_by_tab, hold, say_what_they_are
+from journal import WINDOW, Journal, bar_of, close_menu, fields_by_tab, hold, open_menu, say_what_they_are
 
 MENUS = ["文件(F)", "编辑(E)", "查看(V)", "转到(G)", "帮助(H)"]
 CAPTIONS = ["单据", "类型", "摘要", "单价", "入库/出库 数量", "入库/出库 金额", "库存单价", "库存数量", "库存金额"]
@@ -126,11 +126,7 @@ def read_menus(reader):
     hold("the menus", [each.get_name() for each in children(bar)] == MENUS, [each.get_name() for each in children(bar)])
     journal.go(2)
     for menu, item, key in (("f", "打印预览", "Ctrl+Shift+P"), ("e", "查找(F)", "Ctrl+F"), ("g", "查看单据", "Ctrl+B")):
-        reader.forget()
-        reader.keys(f"alt+{menu}")
-        # News of the journal may come after those of the menu.
-        reader.wait("focus on a menu item", lambda: any(each.get_role_name() == "menu item" for each in reader.focused))
-        popup = reader.wait("the menu", lambda: find(bar, "popup menu"))
+        popup = open_menu(reader, bar, menu)
         items = [each for each in find_all(popup, "menu item") if "showing" in states(each)]
         hold("each item has a name", all(each.get_name() for each in items))
         found = find(popup, "menu item", item)
@@ -138,8 +134,7 @@ def read_menus(reader):
         reader.forget()
         reader.keys("Down")
         reader.wait("the item", lambda: reader.focused and reader.focused[-1] in items)
-        reader.keys("Escape", "Escape")
-        reader.wait("back in the journal", lambda: find(bar, "popup menu") is None)
+        close_menu(reader, journal, bar)
 
 
 def read_context_menu(reader):
@@ -169,7 +164,10 @@ def read_field_chooser(reader):
         hold("it is set or not", ("checked" in states(field)) == shown, states(field))
         reader.wait("the journal has the column or not", lambda: hidden() == (0 if shown else 1))
         hold("the menu is still there", "showing" in states(field))
-    reader.keys("Escape", "Escape")
+    reader.keys("Escape")
+    reader.wait("the list of columns has gone", lambda: "showing" not in states(field))
+    reader.settle()
+    reader.keys("Escape")
     reader.wait("back in the journal", lambda: reader.focus.get_parent() == journal.table)
 
 
