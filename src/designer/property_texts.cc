@@ -30,7 +30,7 @@ constexpr PropertyText kTexts[] = {
     {"Field15", "Caption of the sixth optional field of issues."},
     {"Field16", "Caption of the seventh optional field of issues."},
     {"Caption", "The text in the band above the grid. A load writes it."},
-    {"FieldsFilter", "Keys of columns that are never shown, each followed by a bar: Depot|Inputor|"},
+    {"FieldsFilter", "Keys of columns that the menu of columns leaves out, each followed by a bar: Depot|Inputor|"},
     {"AccRestrict", "true, false or a number: shows - in place of prices and amounts."},
     {"PriceFormat", "How prices are shown, such as #,##0.00"},
     {"QuantityFormat", "How quantities are shown, such as #,##0.00"},
