@@ -2,7 +2,9 @@
 // What a source need not give, and what it may not give twice.
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,9 +55,9 @@ class Plain : public RowSource {
 
 class UsualRows : public ::testing::Test {
  protected:
-  std::vector<std::string> Periods() const {
-    std::vector<std::string> periods;
-    source_->Periods([&](const std::string& period) { periods.push_back(period); });
+  std::set<std::string> Periods() const {
+    std::set<std::string> periods;
+    source_->Periods([&](const std::string& period) { periods.insert(period); });
     return periods;
   }
   // The column of the journal of product 7 from its opening row on, total rows left out.
@@ -81,20 +83,89 @@ class UsualRows : public ::testing::Test {
 };
 
 TEST_F(UsualRows, ThePeriodsAreThoseOfBillsAndBalances) {
-  EXPECT_TRUE(Periods().empty());
   source_->receipts = {{{.id = 1, .date = DayOf(4, 8)}, {.id = 1, .product = 7}},
                        {{.id = 2, .period = "2025-06", .date = DayOf(5, 31)}, {.id = 2, .product = 8}},
                        {{.id = 3}, {.id = 3, .product = 7}}};
   source_->issues = {{{.id = 1, .date = DayOf(4, 9)}, {.id = 1, .product = 7}},
                      {{.id = 2, .date = DayOf(3, 1)}, {.id = 2, .product = 7}}};
   source_->balances = {{.id = 1, .owner = 1, .product = 7, .period = "2025-01"}, {.id = 2, .owner = 1, .product = 7}};
-  EXPECT_EQ(Periods(), (std::vector<std::string>{"2025-01", "2025-03", "2025-04", "2025-06"}));
+  EXPECT_EQ(Periods(), (std::set<std::string>{"2025-01", "2025-03", "2025-04", "2025-06"}));
 }
 
 TEST_F(UsualRows, ThePeriodsAreThoseOfColumnsToo) {
   source_->periods_of_columns = {"2025-07", "2025-02", "2025-07", ""};
   source_->issues = {{{.id = 1, .date = DayOf(4, 9)}, {.id = 1, .product = 7}}};
-  EXPECT_EQ(Periods(), (std::vector<std::string>{"2025-02", "2025-04", "2025-07"}));
+  EXPECT_EQ(Periods(), (std::set<std::string>{"2025-02", "2025-04", "2025-07"}));
+}
+
+std::string ThisMonth() {
+  const std::time_t now = std::time(nullptr);
+  char month[16];
+  std::strftime(month, sizeof(month), "%Y-%m", std::localtime(&now));
+  return month;
+}
+
+TEST_F(UsualRows, ThePeriodIsThisMonthAsLongAsThereAreNoBills) {
+  source_->balances = {{.id = 2, .owner = 1, .product = 7}};
+  const std::string before = ThisMonth();
+  const std::set<std::string> periods = Periods();
+  // The month may end just now.
+  EXPECT_TRUE(periods == std::set<std::string>{before} || periods == std::set<std::string>{ThisMonth()});
+}
+
+TEST_F(UsualRows, BillsThatLackTheirPeriodAreInNone) {
+  source_->receipts = {{{.id = 3}, {.id = 3, .product = 7}}};
+  EXPECT_TRUE(Periods().empty());
+}
+
+TEST_F(UsualRows, AnInventoryWithoutAnyBillShowsWhatItBeginsWith) {
+  source_->balances = {{.id = 1, .owner = 1, .product = 7, .carried_forward = {.quantity = 100}}};
+  EXPECT_EQ(Journal("StoQty"), std::vector<std::string>{"100.00"});
+  EXPECT_TRUE(told_.back().starts_with("已读入")) << told_.back();
+  source_->balances.clear();
+  EXPECT_EQ(Journal("StoQty"), std::vector<std::string>{"0.00"});
+  for (const std::string& told : told_) EXPECT_EQ(told.find("读不到"), std::string::npos) << told;
+}
+
+TEST_F(UsualRows, TheSearchForPeriodsEndsWhenItsStatementIsCancelled) {
+  class Long : public Plain {
+   public:
+    void Issues(const RowFilter&, const TakeLine& take) override {
+      for (; given < 5000000; ++given) {
+        if (given == 3000) connection->Cancel();
+        take({.id = 1, .period = "2025-03"}, {.id = given, .product = 7});
+      }
+    }
+    int64_t given = 0;
+    platform::Connection* connection = nullptr;
+  };
+  const auto source = std::make_shared<Long>();
+  const auto connection = OpenRowSource(source);
+  source->connection = connection.get();
+  EXPECT_THROW(connection->Execute("Select * From tqAccPeriod Order by AccPeriod"), platform::Error);
+  EXPECT_LT(source->given, 500000);
+}
+
+TEST_F(UsualRows, TheSourceIsNotAskedWhileItAnswers) {
+  class Busy : public Plain {
+   public:
+    void Receipts(const RowFilter& filter, const TakeLine& take) override {
+      EXPECT_FALSE(answering);
+      Plain::Receipts(filter, take);
+    }
+    void Balances(BalanceOwner owner, const RowFilter& filter, const Take<Balance>& take) override {
+      EXPECT_FALSE(answering);
+      answering = true;
+      Plain::Balances(owner, filter, take);
+      answering = false;
+    }
+    bool answering = false;
+  };
+  source_ = std::make_shared<Busy>();
+  source_->receipts = {{{.id = 1, .date = DayOf(3, 8)}, {.id = 1, .product = 7, .quantity = 40}}};
+  source_->balances = {{.id = 1, .owner = 1, .product = 7, .carried_forward = {.quantity = 1}},
+                       {.id = 2, .owner = 2, .product = 7, .period = "2025-03", .carried_forward = {.quantity = 2}}};
+  EXPECT_EQ(Journal("StoQty"), (std::vector<std::string>{"3.00", "43.00"}));
 }
 
 TEST_F(UsualRows, EveryMonthIsListedWithoutAWordOfPeriods) {

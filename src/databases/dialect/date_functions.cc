@@ -36,15 +36,6 @@ Value DateSerial(Arguments values) {
   return date ? Value(*date) : Value();
 }
 
-Date LocalNow() {
-  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-  std::tm local{};
-  localtime_r(&now, &local);
-  const auto date = Date::FromParts(
-      {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, std::min(local.tm_sec, 59)});
-  return date.value_or(Date());
-}
-
 Value Now(Arguments) { return Value(LocalNow()); }
 
 Value Today(Arguments) { return Value(Date::FromSeconds(LocalNow().days() * Date::kSecondsPerDay)); }
@@ -78,6 +69,15 @@ constexpr std::array<ScalarFunction, 11> kDateFunctions = {{
 }};
 
 }  // namespace
+
+base::Date LocalNow() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  std::tm local{};
+  localtime_r(&now, &local);
+  const auto date = base::Date::FromParts(
+      {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, std::min(local.tm_sec, 59)});
+  return date.value_or(base::Date());
+}
 
 std::span<const ScalarFunction> DateFunctions() { return kDateFunctions; }
 

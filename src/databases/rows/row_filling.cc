@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <new>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -165,7 +166,7 @@ void RowFilling::TakeLines(TableName lines, const RowFilter& filter, std::option
   const RowSource::TakeLine take = [&](const Bill& bill, const Line& line) {
     if (bill_rows) {
       const size_t contents = ContentsOf(bill);
-      const auto [place, is_new] = known.emplace(bill.id, contents);
+      const auto [place, is_new] = known.try_emplace(bill.id, contents);
       if (is_new) {
         AddBill(bill, *bill_rows);
       } else if (place->second != contents) {
@@ -221,7 +222,7 @@ void RowFilling::AddMasters(TableName table, const RowFilter& filter, TableRows&
     case TableName::ProjectClasses:
       return AddClasses(ClassTree::kProjects, rows);
     case TableName::Periods:
-      return source_.Periods([&](const std::string& period) { rows.Add(period); });
+      return AddPeriods(rows);
     case TableName::DepotBalances:
       return AddBalances(BalanceOwner::kDepots, filter, rows);
     case TableName::SupplierBalances:
@@ -242,20 +243,42 @@ void RowFilling::AddClasses(ClassTree tree, TableRows& rows) {
   source_.Classes(tree, [&](const Class& row) { rows.Add(row.code, row.name); });
 }
 
+void RowFilling::CheckRow() {
+  if (interruption_.IsDueAfter(1)) throw interruption_.Reason("Execute");
+}
+
+void RowFilling::AddPeriods(TableRows& rows) {
+  std::unordered_set<std::string> known;
+  source_.Periods([&](const std::string& period) {
+    CheckRow();
+    if (known.insert(period).second) rows.Add(period);
+  });
+}
+
 void RowFilling::AddBalances(BalanceOwner owner, const RowFilter& filter, TableRows& rows) {
-  std::optional<std::string> earliest;
-  source_.Balances(owner, filter, [&](const Balance& given) {
-    Balance row = given;
-    if (row.period.empty()) {
-      if (!earliest) earliest = EarliestPeriod(source_);
-      row.period = *earliest;
-    }
+  const auto add = [&](const Balance& row) {
     if (owner == BalanceOwner::kDepots) {
       AddDepotBalance(row, rows);
     } else {
       AddOwnerBalance(row, rows);
     }
+  };
+  std::vector<Balance> without_period;
+  source_.Balances(owner, filter, [&](const Balance& row) {
+    if (row.period.empty()) {
+      CheckRow();
+      without_period.push_back(row);
+    } else {
+      add(row);
+    }
   });
+  if (without_period.empty()) return;
+  // Only now: the source is not asked while it answers.
+  const std::string earliest = EarliestPeriod(source_, [&] { CheckRow(); });
+  for (Balance& row : without_period) {
+    row.period = earliest;
+    add(row);
+  }
 }
 
 }  // namespace stockbook::databases

@@ -38,7 +38,11 @@ class RowFilling {
   void FillTable(TableName table);
   void AddMasters(TableName table, const RowFilter& filter, TableRows& rows);
   void AddClasses(ClassTree tree, TableRows& rows);
+  void AddPeriods(TableRows& rows);
   void AddBalances(BalanceOwner owner, const RowFilter& filter, TableRows& rows);
+
+  // Throws once what runs has to end; for rows that do not become rows of a table.
+  void CheckRow();
 
   RowSource& source_;
   const MemoryDatabase& memory_;

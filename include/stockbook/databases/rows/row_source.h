@@ -148,7 +148,8 @@ struct STOCKBOOK_API RowFilter {
 // After a load the user is told, by Notify, of bills of the journal that were given and are not listed: those with
 // neither period nor date, those of later periods than Periods gives or where it gives none; and, of Columns, of lines
 // whose bill is not among the bills. Rows that the filter keeps back in the source are not counted, nor is anything of
-// other subjects, nor a line of a product, depot or partner that is not there: it is listed, without its name.
+// other subjects, nor a line of a product, depot or partner that is not there: it is listed, without its name, but for
+// one of a partner or project that is not there in a journal over all of them or over a class.
 class STOCKBOOK_API RowSource {
  public:
   // What a function calls for each of its rows; the row may go when it returns.
@@ -159,9 +160,10 @@ class STOCKBOOK_API RowSource {
 
   virtual ~RowSource() = default;
 
-  // The accounting periods, as texts that sort in the order of time. Bills of later periods than these are not listed.
-  // Unless it is written anew, all that bills and balances are posted in; each load goes twice through all of them
-  // then.
+  // The accounting periods, as texts that sort in the order of time; one may come more than once. Bills of later
+  // periods than these are not listed. Unless it is written anew, all that bills and balances are posted in, or this
+  // month as long as there are no bills; each load goes three times through all of them then, or four times where a
+  // balance has no period.
   virtual void Periods(const Take<std::string>& take);
   // Both give each line with its bill, which is the same in all of its lines: another period, date, number or type
   // under an id that was there ends the load, and the message says so. The filter means the fields of the line, and the
