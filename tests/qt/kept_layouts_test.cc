@@ -2,12 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QSettings>
-#include <QTemporaryDir>
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "qt/application.h"
+#include "qt/kept_layout.h"
 #include "stockbook/control/stockbook.h"
 #include "stockbook/platform/error.h"
 #include "stockbook/platform/grid.h"
@@ -18,44 +15,7 @@ namespace stockbook::qt {
 namespace {
 
 using testing::AnswerJournal;
-using testing::FakeConnection;
 using testing::JournalLine;
-
-const QString kGroup = QStringLiteral("journal");
-
-class KeptLayout : public WithApplication {
- protected:
-  KeptLayout()
-      : connection_(std::make_shared<FakeConnection>()),
-        settings_(folder_.filePath(QStringLiteral("layout.ini")), QSettings::IniFormat) {
-    AnswerJournal(*connection_, {JournalLine{}, JournalLine{}});
-    Open();
-  }
-
-  // A program that starts, with what it has saved before.
-  void Open() {
-    journal_ = std::make_unique<StockbookWidget>();
-    journal_->SetConn(connection_);
-    journal_->RestoreLayout(settings_, kGroup);
-  }
-  void OpenAgain() {
-    journal_->SaveLayout(settings_, kGroup);
-    Open();
-  }
-  void Load() { ASSERT_TRUE(journal_->Load(7, 0)); }
-
-  platform::Grid& grid() { return journal_->Grid(); }
-  int Column(const char* key) { return grid().ColIndex(key); }
-  int WidthOf(const char* key) { return grid().ColWidth(Column(key)); }
-  bool IsHidden(const char* key) { return grid().ColHidden(Column(key)); }
-  void SetWidth(const char* key, int twips) { grid().SetColWidth(Column(key), twips); }
-  void Hide(const char* key, bool hidden = true) { grid().SetColHidden(Column(key), hidden); }
-
-  QTemporaryDir folder_;
-  std::shared_ptr<FakeConnection> connection_;
-  QSettings settings_;
-  std::unique_ptr<StockbookWidget> journal_;
-};
 
 TEST_F(KeptLayout, IsThereAgainInTheNextProgram) {
   Load();
@@ -98,7 +58,7 @@ TEST_F(KeptLayout, IsOnlyKeptForWhoAsksForIt) {
   Load();
   const int usual = WidthOf("BillNo");
   SetWidth("BillNo", 4321);
-  journal_->SaveLayout(settings_, kGroup);
+  journal_->SaveLayout(settings_, Group());
   Load();
   EXPECT_EQ(WidthOf("BillNo"), usual);
   Open();
@@ -245,7 +205,7 @@ TEST_F(KeptLayout, NeedsNoGroup) {
 TEST_F(KeptLayout, SettingsThatCannotBeWrittenSaySo) {
   Load();
   QSettings nowhere(QStringLiteral("/proc/no/such/layout.ini"), QSettings::IniFormat);
-  EXPECT_THROW(journal_->SaveLayout(nowhere, kGroup), platform::Error);
+  EXPECT_THROW(journal_->SaveLayout(nowhere, Group()), platform::Error);
 }
 
 TEST_F(KeptLayout, LetsASlotDeleteTheWidget) {
