@@ -42,14 +42,14 @@ base::Value ToValue(const QVariant& variant) {
 
 // Whether the caller is on the widget's thread. Where not, nothing of the widget may be touched: its own thread says so
 // through Notify.
-bool IsOnOwnThread(StockbookWidget& widget, const char* function) {
+bool IsOnOwnThread(const StockbookWidget& widget, const char* function) {
   if (QThread::currentThread() == widget.thread()) return true;
   const QString message = QStringLiteral(
                               "没有执行 %1：它在别的线程上被调用。请在控件所在的线程上调用；要在后台读取数据库，"
                               "请把 ThreadedConnection 交给 SetConn。")
                               .arg(QLatin1String(function));
-  QMetaObject::invokeMethod(
-      &widget, [&widget, message] { widget.Prompt(message); }, Qt::QueuedConnection);
+  // Functions that change nothing may say something all the same.
+  const_cast<StockbookWidget&>(widget).Prompt(message);
   return false;
 }
 
@@ -108,6 +108,11 @@ bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
 }
 
 void StockbookWidget::Prompt(const QString& Msg) {
+  if (QThread::currentThread() != thread()) {
+    QMetaObject::invokeMethod(
+        this, [this, Msg] { Prompt(Msg); }, Qt::QueuedConnection);
+    return;
+  }
   parts_->Attempt([&] { control().Prompt(FromQString(Msg)); });
 }
 
@@ -118,7 +123,9 @@ bool StockbookWidget::Find(const QString& rSearchString, int StartRow) {
   return found;
 }
 
-bool StockbookWidget::IsRangeSelected() const { return control().IsRangeSelected(); }
+bool StockbookWidget::IsRangeSelected() const {
+  return IsOnOwnThread(*this, "IsRangeSelected") && control().IsRangeSelected();
+}
 
 void StockbookWidget::DefaultFormat() {
   if (!IsOnOwnThread(*this, "DefaultFormat")) return;
@@ -152,22 +159,26 @@ void StockbookWidget::FitColumns() {
 }
 
 void StockbookWidget::SaveProperties(QSettings& settings, const QString& group) const {
+  if (!IsOnOwnThread(*this, "SaveProperties")) return;
   SettingsBag bag(settings, group);
   control().WriteProperties(bag);
   bag.Flush();
 }
 
 void StockbookWidget::RestoreProperties(QSettings& settings, const QString& group) {
+  if (!IsOnOwnThread(*this, "RestoreProperties")) return;
   SettingsBag bag(settings, group);
   control().ReadProperties(bag);
 }
 
 void StockbookWidget::SaveLayout(QSettings& settings, const QString& group) {
+  if (!IsOnOwnThread(*this, "SaveLayout")) return;
   parts_->layouts().Save(settings, group);
   SaveProperties(settings, group);
 }
 
 void StockbookWidget::RestoreLayout(QSettings& settings, const QString& group) {
+  if (!IsOnOwnThread(*this, "RestoreLayout")) return;
   RestoreProperties(settings, group);
   parts_->layouts().Restore(settings, group);
 }

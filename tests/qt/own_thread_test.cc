@@ -3,7 +3,9 @@
 
 #include <QBuffer>
 #include <QPdfWriter>
+#include <QSettings>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <functional>
 #include <string>
 #include <thread>
@@ -11,6 +13,7 @@
 
 #include "qt/application.h"
 #include "stockbook/qt/stockbook_widget.h"
+#include "stockbook/sheet/grid_sheet.h"
 #include "support/journal_rows.h"
 
 namespace stockbook::qt {
@@ -77,6 +80,34 @@ TEST_F(OtherThreads, FindFormatCountAndPrintNothing) {
   EXPECT_EQ(formatted.size(), 0);
   EXPECT_EQ(statistics, QString());
   EXPECT_FALSE(printed);
+}
+
+TEST_F(OtherThreads, PromptOnTheWidgetsOwn) {
+  EXPECT_EQ(SaidAfter([&] { widget_.Prompt(QStringLiteral("盘点完成")); }), std::vector<std::string>{"盘点完成"});
+}
+
+TEST_F(OtherThreads, NeitherSaveNorRestoreNorAskForTheSelection) {
+  ASSERT_TRUE(widget_.Load(7, 0));
+  widget_.sheet().SelectRange(1, 3, 2, 4);
+  ASSERT_TRUE(widget_.IsRangeSelected());
+  QTemporaryDir folder;
+  QSettings settings(folder.filePath(QStringLiteral("looks.ini")), QSettings::IniFormat);
+  settings.setValue(QStringLiteral("BackColor"), 255);
+  bool selected = true;
+  const auto said = SaidAfter([&] {
+    selected = widget_.IsRangeSelected();
+    widget_.RestoreLayout(settings, {});
+    widget_.RestoreProperties(settings, {});
+    widget_.SaveLayout(settings, {});
+    widget_.SaveProperties(settings, {});
+  });
+  ASSERT_EQ(said.size(), 5U);
+  const std::vector<std::string> functions{"IsRangeSelected", "RestoreLayout", "RestoreProperties", "SaveLayout",
+                                           "SaveProperties"};
+  for (size_t index = 0; index < functions.size(); ++index)
+    EXPECT_EQ(said[index].find("没有执行 " + functions[index] + "："), 0U) << said[index];
+  EXPECT_FALSE(selected);
+  EXPECT_EQ(settings.allKeys(), QStringList{QStringLiteral("BackColor")});
 }
 
 }  // namespace

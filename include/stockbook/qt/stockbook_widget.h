@@ -29,9 +29,10 @@ namespace stockbook::qt {
 // the control with a sheet and the toolkit's services, draws the frames around the grid and raises the control's nine
 // events as signals (qt/journal_events.h); its properties are those of the control (qt/journal_properties.h,
 // qt/appearance_properties.h). It has no logic of its own for either. Everything runs on the user-interface thread:
-// called on another one, the methods and Print do nothing, and Notify says so. Load does not return to the event loop,
-// so a host that shows progress must repaint its bar itself when Process reports a new value. A slot may call any
-// function of the widget, and may delete it.
+// called on another one, the methods, Print and what saves and restores do nothing, and Notify says so; Prompt alone
+// may be called on any. Nothing else of the widget looks who calls. Load does not return to the event loop, so a host
+// that shows progress must repaint its bar itself when Process reports a new value. A slot may call any function of the
+// widget, and may delete it.
 class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   Q_OBJECT
   // Both are false unless set, and plain flags: the control reads neither.
@@ -104,7 +105,7 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   // Loads the journal; -1 or an empty code keeps the current setting. Returns true if it was loaded; false if it was
   // cancelled, or failed, which Notify tells, or if it is called inside of a load.
   bool Load(int rKeyID = -1, int rdpID = -1, const QString& rdpCode = {});
-  // Raises Notify and nothing else.
+  // Raises Notify and nothing else; called on another thread, as soon as the widget's own returns to the event loop.
   void Prompt(const QString& Msg);
   // Reports every row that holds all words through FindMsg, and the count through Notify. A text without words does
   // nothing. Always returns false; StartRow is not used.
