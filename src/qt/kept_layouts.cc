@@ -47,10 +47,12 @@ void KeptLayouts::Restore(const QSettings& settings, const QString& group) {
 std::optional<KeptLayouts::Layout> KeptLayouts::Read(const QSettings& settings, const QString& prefix, int type) {
   const QString number = QString::number(type);
   Layout layout;
+  std::set<QString> keys;
   for (const QString& column : settings.value(prefix + QStringLiteral("Columns") + number).toStringList()) {
     const QStringList parts = column.split(QLatin1Char(':'));
     const auto width = ReadTwips(parts.value(1));
     if (parts.size() != 3 || (!width && !parts[1].isEmpty())) continue;
+    if (parts[0].isEmpty() || !keys.insert(parts[0]).second) continue;
     layout.columns.push_back({FromQString(parts[0]), width, parts[2] == QLatin1String("1")});
   }
   if (layout.columns.empty()) return {};
@@ -190,7 +192,8 @@ void KeptLayouts::PutBackColumns(const Layout& layout) {
   int position = grid.FixedCols();
   for (const Column& wanted : layout.columns) {
     const int column = grid.ColIndex(wanted.key);
-    if (column < grid.FixedCols()) continue;
+    // Before the position are fixed columns and those that have their places.
+    if (column < position) continue;
     grid.SetColPosition(column, position);
     if (wanted.width_twips) grid.SetColWidth(position, *wanted.width_twips);
     grid.SetColHidden(position, wanted.hidden || IsWithheld(wanted.key));

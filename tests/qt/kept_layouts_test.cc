@@ -191,6 +191,50 @@ TEST_F(KeptLayout, CountsAsNotSavedWhereItMeansNothing) {
   EXPECT_LT(grid().FrozenCols(), grid().Cols());
 }
 
+TEST_F(KeptLayout, CountsTheFirstOfColumnsThatAreSavedTwice) {
+  QStringList columns;
+  for (int count = 0; count < 3000; ++count) columns << QStringLiteral("BillNo:%1:0").arg(100 + count);
+  columns << QStringLiteral("StoQty:200:0") << QStringLiteral("StoQty:300:0");
+  ASSERT_NO_THROW(Open(columns));
+  Load();
+  EXPECT_EQ(Column("BillNo"), 1);
+  EXPECT_EQ(WidthOf("BillNo"), 100);
+  EXPECT_EQ(Column("StoQty"), 2);
+  EXPECT_EQ(WidthOf("StoQty"), 200);
+}
+
+TEST_F(KeptLayout, OfAnotherTypeNeverStopsALoad) {
+  connection_->Answer("Select ", {"ksID"}, {});
+  connection_->Answer("SELECT dir.AccPeriod", testing::JournalFieldNames(), {});
+  settings_.setValue(QStringLiteral("journal/Columns1"), QStringList(80, QStringLiteral("BillNo:100:0")));
+  Open();
+  journal_->SetJournalType(StockbookWidget::SupplierJournal);
+  Load();
+}
+
+TEST_F(KeptLayout, CountsAsNotSavedWhereNumbersAreBeyondAllMeaning) {
+  Load();
+  const int usual = WidthOf("BillNo");
+  const float height = journal_->RowHeight();
+  settings_.setValue(QStringLiteral("journal/Columns0"),
+                     QStringList{QStringLiteral("BillNo:99999999999:0"), QStringLiteral("BillNo:2147483647:0"),
+                                 QStringLiteral("Explain:1000:yes"), QStringLiteral("Explain:1000:-1"),
+                                 QStringLiteral("::1"), QStringLiteral(":100:1"), QStringLiteral("No:100:1")});
+  settings_.setValue(QStringLiteral("journal/Frozen0"), QStringLiteral("-7"));
+  settings_.setValue(QStringLiteral("journal/Heights0"),
+                     QStringList{QStringLiteral("-1"), QStringLiteral("2147483647"), QString()});
+  Open();
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), usual);
+  EXPECT_EQ(journal_->RowHeight(), height);
+  EXPECT_EQ(grid().FrozenCols(), 0);
+  settings_.setValue(QStringLiteral("journal/Columns0"), QString());
+  settings_.setValue(QStringLiteral("journal/Heights0"), QString());
+  Open();
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), usual);
+}
+
 TEST_F(KeptLayout, NeedsNoGroup) {
   Load();
   SetWidth("BillNo", 4321);
