@@ -29,7 +29,7 @@ QString PrefixOf(const QString& group) { return group.isEmpty() ? QString() : gr
 void KeptLayouts::Save(QSettings& settings, const QString& group) {
   Learn();
   // Without Restore there is one to save, the one that is shown.
-  if (!keeping_) layouts_.insert_or_assign(Type(), ReadLayout());
+  if (!keeping_ && IsLaidOut()) layouts_.insert_or_assign(Type(), ReadLayout());
   for (const auto& [type, layout] : layouts_) Write(settings, PrefixOf(group), type, layout);
 }
 
@@ -86,6 +86,12 @@ void KeptLayouts::Write(QSettings& settings, const QString& prefix, int type, co
   }
 }
 
+void KeptLayouts::BeforeOtherType() {
+  Learn();
+  // What comes now is laid out by the program, also where it sets the type that it has.
+  arranged_.reset();
+}
+
 void KeptLayouts::BeforeLoad() {
   Learn();
   loading_ = true;
@@ -101,6 +107,11 @@ void KeptLayouts::AfterFormatted(const std::function<void()>& raise) {
     if (!before.contains(key)) host_hides_.insert(key);
   }
   widths_laid_out_ = Widths();
+}
+
+void KeptLayouts::LoadEnded() {
+  loading_ = false;
+  if (!IsLaidOut()) arranged_.reset();
 }
 
 void KeptLayouts::AfterLoaded() {
@@ -125,6 +136,13 @@ std::map<std::string, int> KeptLayouts::Widths() const {
   for (int column = grid.FixedCols(); column < grid.Cols(); ++column)
     widths.insert_or_assign(grid.ColKey(column), grid.ColWidth(column));
   return widths;
+}
+
+// A load that fails may leave the grid without the columns of the layout.
+bool KeptLayouts::IsLaidOut() const {
+  const std::map<std::string, int> shown = Widths();
+  return !widths_laid_out_.empty() && std::all_of(widths_laid_out_.begin(), widths_laid_out_.end(),
+                                                  [&](const auto& column) { return shown.contains(column.first); });
 }
 
 // Whether the control or the host does not let the user see the column.
@@ -160,7 +178,7 @@ KeptLayouts::Layout KeptLayouts::ReadLayout() const {
 }
 
 void KeptLayouts::Learn() {
-  if (!keeping_ || arranged_ != Type()) return;
+  if (!keeping_ || arranged_ != Type() || !IsLaidOut()) return;
   Layout now = ReadLayout();
   const auto known = layouts_.find(Type());
   if (known != layouts_.end()) {

@@ -26,10 +26,11 @@ class KeptLayouts {
   void Restore(const QSettings& settings, const QString& group);
 
   // What happens to the control, as soon as it does.
-  void BeforeOtherType() { Learn(); }
+  void BeforeOtherType();
   void BeforeLoad();
   void AfterLoaded();
-  void LoadEnded() { loading_ = false; }
+  // Also of a load that failed or was cancelled.
+  void LoadEnded();
   // `raise` lets the host hear of the layout; columns that it hides then stay hidden.
   void AfterFormatted(const std::function<void()>& raise);
 
@@ -57,6 +58,7 @@ class KeptLayouts {
   int Type() const { return static_cast<int>(stockbook_.JournalType()); }
   std::set<std::string> HiddenKeys() const;
   std::map<std::string, int> Widths() const;
+  bool IsLaidOut() const;
   bool IsWithheld(const std::string& key) const;
   Heights ReadHeights() const;
   Layout ReadLayout() const;

@@ -24,7 +24,11 @@ void SignalRaiser::Raise(Call call) {
 }
 
 void SignalRaiser::Process(int16_t Indicator) {
-  Raise([&](StockbookWidget& widget) { Q_EMIT widget.Process(Indicator); });
+  Raise([&](StockbookWidget& widget) {
+    // The last that a load raises, however it ends.
+    if (Indicator < 0) widget.parts_->layouts().LoadEnded();
+    Q_EMIT widget.Process(Indicator);
+  });
 }
 
 void SignalRaiser::AfterLoaded() {

@@ -102,7 +102,6 @@ bool StockbookWidget::Load(int rKeyID, int rdpID, const QString& rdpCode) {
   const Pin pin(parts_);
   const std::shared_ptr<WidgetParts> parts = parts_;
   const bool loaded = control().Load(rKeyID, rdpID, FromQString(rdpCode));
-  parts->layouts().LoadEnded();
   parts->TellRow();
   return loaded;
 }

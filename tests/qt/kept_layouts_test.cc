@@ -165,6 +165,70 @@ TEST_F(KeptLayout, SurvivesALoadThatFails) {
   EXPECT_EQ(WidthOf("BillNo"), 4321);
 }
 
+TEST_F(KeptLayout, SurvivesALoadThatFailsWhereTheGridIsEmpty) {
+  Load();
+  SetWidth("BillNo", 4321);
+  LoadThatFailsAt("SELECT * FROM (SELECT  * FROM (");
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 4321);
+}
+
+TEST_F(KeptLayout, IsSavedWholeAfterALoadThatFails) {
+  Load();
+  SetWidth("BillNo", 4321);
+  LoadThatFailsAt("SELECT * FROM (SELECT  * FROM (");
+  OpenAgain();
+  EXPECT_EQ(Saved("Columns0").size(), 55);
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 4321);
+}
+
+TEST_F(KeptLayout, IsNotTakenFromAnEmptyGridWhereNobodyKeepsIt) {
+  journal_ = std::make_unique<StockbookWidget>();
+  journal_->SetConn(connection_);
+  Load();
+  SetWidth("BillNo", 4321);
+  journal_->SaveLayout(settings_, Group());
+  LoadThatFailsAt("SELECT * FROM (SELECT  * FROM (");
+  journal_->SaveLayout(settings_, Group());
+  EXPECT_EQ(Saved("Columns0").size(), 55);
+}
+
+TEST_F(KeptLayout, SurvivesTheLayoutOfAGridThatAFailedLoadHasLeftEmpty) {
+  Load();
+  SetWidth("BillNo", 4321);
+  LoadThatFailsAt("SELECT * FROM (SELECT  * FROM (");
+  journal_->DefaultFormat();
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 4321);
+}
+
+TEST_F(KeptLayout, SurvivesASlotThatLoadsInsideOfALoad) {
+  Load();
+  SetWidth("BillNo", 4321);
+  int loads_inside = 0;
+  QObject::connect(journal_.get(), &StockbookWidget::Notify, journal_.get(), [&](const QString& message) {
+    if (message.startsWith(QStringLiteral("正在读入"))) loads_inside += journal_->Load(7, 0) ? 0 : 1;
+  });
+  QObject::connect(journal_.get(), &StockbookWidget::Process, journal_.get(), [&](int indicator) {
+    if (indicator == 35) journal_->SaveLayout(settings_, Group());
+  });
+  Load();
+  EXPECT_EQ(loads_inside, 1);
+  Open();
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 4321);
+}
+
+TEST_F(KeptLayout, SurvivesAProgramThatSetsTheTypeThatItHas) {
+  Load();
+  SetWidth("BillNo", 4321);
+  OpenAgain();
+  journal_->SetJournalType(StockbookWidget::MaterialJournal);
+  Load();
+  EXPECT_EQ(WidthOf("BillNo"), 4321);
+}
+
 TEST_F(KeptLayout, StaysWhereAListenerCancelsTheLoad) {
   Load();
   const auto cancelling =
