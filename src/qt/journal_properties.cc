@@ -32,11 +32,11 @@ JournalProperties::tqJournalTypeContants JournalProperties::JournalType() const 
 }
 QString JournalProperties::FmtName() const { return ToQString(control().FmtName()); }
 void JournalProperties::SetAllowQty2(bool allow) {
-  parts_->Attempt([&] { control().SetAllowQty2(allow); });
+  parts_->Attempt([&] { parts_->layouts().ChangeRight([&] { control().SetAllowQty2(allow); }); });
 }
 bool JournalProperties::AllowQty2() const { return control().AllowQty2(); }
 void JournalProperties::SetAllowInv(bool allow) {
-  parts_->Attempt([&] { control().SetAllowInv(allow); });
+  parts_->Attempt([&] { parts_->layouts().ChangeRight([&] { control().SetAllowInv(allow); }); });
 }
 bool JournalProperties::AllowInv() const { return control().AllowInv(); }
 void JournalProperties::SetdpID(int id) {

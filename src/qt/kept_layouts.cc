@@ -3,6 +3,7 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "qt/sheet/text.h"
@@ -15,6 +16,11 @@ namespace {
 constexpr int kTypes = 4;
 constexpr int kMostTwips = 1 << 20;
 
+std::optional<bool> ReadFlag(const QString& text) {
+  if (text != QLatin1String("0") && text != QLatin1String("1")) return {};
+  return text == QLatin1String("1");
+}
+
 std::optional<int> ReadTwips(const QString& text) {
   bool is_number = false;
   const int twips = text.toInt(&is_number);
@@ -26,10 +32,12 @@ QString PrefixOf(const QString& group) { return group.isEmpty() ? QString() : gr
 
 }  // namespace
 
+KeptLayouts::KeptLayouts(control::Stockbook& stockbook) : stockbook_(stockbook), columns_laid_out_(Shown()) {}
+
 void KeptLayouts::Save(QSettings& settings, const QString& group) {
   Learn();
   // Without Restore there is one to save, the one that is shown.
-  if (!keeping_ && IsLaidOut()) layouts_.insert_or_assign(Type(), ReadLayout());
+  if (!keeping_ && IsLaidOut()) layouts_.insert_or_assign(Type(), ReadLayout(nullptr));
   for (const auto& [type, layout] : layouts_) Write(settings, PrefixOf(group), type, layout);
 }
 
@@ -40,7 +48,9 @@ void KeptLayouts::Restore(const QSettings& settings, const QString& group) {
     if (auto layout = Read(settings, PrefixOf(group), type)) layouts_.insert_or_assign(type, std::move(*layout));
   }
   laid_out_ = ReadHeights();
-  widths_laid_out_ = Widths();
+  // The host has not heard yet of a layout in which it hides what the user may not see.
+  PutBackVisibility(PutBackWhat::kHidden);
+  columns_laid_out_ = Shown();
   PutBack();
 }
 
@@ -51,9 +61,10 @@ std::optional<KeptLayouts::Layout> KeptLayouts::Read(const QSettings& settings, 
   for (const QString& column : settings.value(prefix + QStringLiteral("Columns") + number).toStringList()) {
     const QStringList parts = column.split(QLatin1Char(':'));
     const auto width = ReadTwips(parts.value(1));
-    if (parts.size() != 3 || (!width && !parts[1].isEmpty())) continue;
+    const auto hidden = ReadFlag(parts.value(2));
+    if (parts.size() != 3 || (!width && !parts[1].isEmpty()) || (!hidden && !parts[2].isEmpty())) continue;
     if (parts[0].isEmpty() || !keys.insert(parts[0]).second) continue;
-    layout.columns.push_back({FromQString(parts[0]), width, parts[2] == QLatin1String("1")});
+    layout.columns.push_back({FromQString(parts[0]), width, hidden});
   }
   if (layout.columns.empty()) return {};
   layout.frozen = std::max(0, settings.value(prefix + QStringLiteral("Frozen") + number).toInt());
@@ -72,7 +83,7 @@ void KeptLayouts::Write(QSettings& settings, const QString& prefix, int type, co
     columns << QStringLiteral("%1:%2:%3")
                    .arg(ToQString(column.key))
                    .arg(column.width_twips ? QString::number(*column.width_twips) : QString())
-                   .arg(column.hidden ? 1 : 0);
+                   .arg(column.hidden ? QString::number(*column.hidden ? 1 : 0) : QString());
   }
   settings.setValue(prefix + QStringLiteral("Columns") + number, columns);
   settings.setValue(prefix + QStringLiteral("Frozen") + number, layout.frozen);
@@ -98,15 +109,28 @@ void KeptLayouts::BeforeLoad() {
 }
 
 void KeptLayouts::AfterFormatted(const std::function<void()>& raise) {
-  // A layout that the user asked for is an arrangement like another.
-  if (loading_ || arranged_ != Type()) arranged_.reset();
-  const std::set<std::string> before = HiddenKeys();
-  raise();
-  host_hides_.clear();
-  for (const std::string& key : HiddenKeys()) {
-    if (!before.contains(key)) host_hides_.insert(key);
+  if (loading_) {
+    arranged_.reset();
+    PutBackVisibility(PutBackWhat::kHiddenAndShown);
+  } else if (arranged_ == Type()) {
+    // A layout that the user asked for is an arrangement like another.
+    layouts_.erase(Type());
+  } else {
+    arranged_.reset();
   }
-  widths_laid_out_ = Widths();
+  columns_laid_out_ = Shown();
+  raise();
+  columns_laid_out_ = Shown();
+}
+
+void KeptLayouts::ChangeRight(const std::function<void()>& change) {
+  Learn();
+  const std::map<std::string, LaidOut> before = Shown();
+  change();
+  for (const auto& [key, column] : Shown()) {
+    const auto was = before.find(key);
+    if (was != before.end() && was->second.hidden != column.hidden) columns_laid_out_[key].hidden = column.hidden;
+  }
 }
 
 void KeptLayouts::LoadEnded() {
@@ -121,33 +145,24 @@ void KeptLayouts::AfterLoaded() {
   PutBack();
 }
 
-std::set<std::string> KeptLayouts::HiddenKeys() const {
+std::map<std::string, KeptLayouts::LaidOut> KeptLayouts::Shown() const {
   const platform::Grid& grid = stockbook_.Grid();
-  std::set<std::string> keys;
-  for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
-    if (grid.ColHidden(column)) keys.insert(grid.ColKey(column));
-  }
-  return keys;
-}
-
-std::map<std::string, int> KeptLayouts::Widths() const {
-  const platform::Grid& grid = stockbook_.Grid();
-  std::map<std::string, int> widths;
+  std::map<std::string, LaidOut> columns;
   for (int column = grid.FixedCols(); column < grid.Cols(); ++column)
-    widths.insert_or_assign(grid.ColKey(column), grid.ColWidth(column));
-  return widths;
+    columns.insert_or_assign(grid.ColKey(column), LaidOut{grid.ColWidth(column), grid.ColHidden(column)});
+  return columns;
 }
 
 // A load that fails may leave the grid without the columns of the layout.
 bool KeptLayouts::IsLaidOut() const {
-  const std::map<std::string, int> shown = Widths();
-  return !widths_laid_out_.empty() && std::all_of(widths_laid_out_.begin(), widths_laid_out_.end(),
-                                                  [&](const auto& column) { return shown.contains(column.first); });
+  const std::map<std::string, LaidOut> shown = Shown();
+  return std::all_of(columns_laid_out_.begin(), columns_laid_out_.end(),
+                     [&](const auto& column) { return shown.contains(column.first); });
 }
 
-// Whether the control or the host does not let the user see the column.
+// Whether the control does not let the user see the column.
 bool KeptLayouts::IsWithheld(const std::string& key) const {
-  return host_hides_.contains(key) || stockbook_.ColsFilter().find("|" + key + "|") != std::string::npos;
+  return stockbook_.ColsFilter().find("|" + key + "|") != std::string::npos;
 }
 
 KeptLayouts::Heights KeptLayouts::ReadHeights() const {
@@ -163,13 +178,19 @@ KeptLayouts::Heights KeptLayouts::ReadHeights() const {
   return heights;
 }
 
-KeptLayouts::Layout KeptLayouts::ReadLayout() const {
+KeptLayouts::Layout KeptLayouts::ReadLayout(const Layout* known) const {
   const platform::Grid& grid = stockbook_.Grid();
+  std::map<std::string, std::optional<bool>> hidden_before;
+  if (known != nullptr) {
+    for (const Column& column : known->columns) hidden_before.insert_or_assign(column.key, column.hidden);
+  }
   Layout layout;
   for (int column = grid.FixedCols(); column < grid.Cols(); ++column) {
     Column now{grid.ColKey(column), grid.ColWidth(column), grid.ColHidden(column)};
-    const auto usual = widths_laid_out_.find(now.key);
-    if (keeping_ && usual != widths_laid_out_.end() && usual->second == now.width_twips) now.width_twips.reset();
+    const auto usual = columns_laid_out_.find(now.key);
+    const bool is_usual = usual != columns_laid_out_.end();
+    if (is_usual && usual->second.width_twips == now.width_twips) now.width_twips.reset();
+    if (IsWithheld(now.key) || (is_usual && usual->second.hidden == now.hidden)) now.hidden = hidden_before[now.key];
     layout.columns.push_back(std::move(now));
   }
   layout.frozen = grid.FrozenCols();
@@ -179,20 +200,10 @@ KeptLayouts::Layout KeptLayouts::ReadLayout() const {
 
 void KeptLayouts::Learn() {
   if (!keeping_ || arranged_ != Type() || !IsLaidOut()) return;
-  Layout now = ReadLayout();
   const auto known = layouts_.find(Type());
-  if (known != layouts_.end()) {
-    // A journal without lines says nothing of their height.
-    if (ReadHeights().line == 0) now.heights = known->second.heights;
-    // Who may not see a column has not hidden it.
-    for (Column& column : now.columns) {
-      if (!IsWithheld(column.key)) continue;
-      const auto& columns = known->second.columns;
-      const auto before =
-          std::find_if(columns.begin(), columns.end(), [&](const Column& other) { return other.key == column.key; });
-      if (before != columns.end()) column.hidden = before->hidden;
-    }
-  }
+  Layout now = ReadLayout(known == layouts_.end() ? nullptr : &known->second);
+  // A journal without lines says nothing of their height.
+  if (known != layouts_.end() && ReadHeights().line == 0) now.heights = known->second.heights;
   layouts_.insert_or_assign(Type(), std::move(now));
 }
 
@@ -202,6 +213,21 @@ void KeptLayouts::PutBack() {
   if (layout == layouts_.end()) return;
   PutBackColumns(layout->second);
   if (layout->second.heights) PutBackHeights(*layout->second.heights);
+}
+
+void KeptLayouts::PutBackVisibility(PutBackWhat what) {
+  const auto layout = layouts_.find(Type());
+  if (!keeping_ || layout == layouts_.end()) return;
+  platform::Grid& grid = stockbook_.Grid();
+  const auto redraw = platform::RedrawOff(grid);
+  for (const Column& wanted : layout->second.columns) {
+    const int column = grid.ColIndex(wanted.key);
+    if (column < grid.FixedCols() || !wanted.hidden) continue;
+    if (*wanted.hidden)
+      grid.SetColHidden(column, true);
+    else if (what == PutBackWhat::kHiddenAndShown && !IsWithheld(wanted.key))
+      grid.SetColHidden(column, false);
+  }
 }
 
 void KeptLayouts::PutBackColumns(const Layout& layout) {
@@ -214,7 +240,6 @@ void KeptLayouts::PutBackColumns(const Layout& layout) {
     if (column < position) continue;
     grid.SetColPosition(column, position);
     if (wanted.width_twips) grid.SetColWidth(position, *wanted.width_twips);
-    grid.SetColHidden(position, wanted.hidden || IsWithheld(wanted.key));
     ++position;
   }
   grid.SetFrozenCols(std::clamp(layout.frozen, 0, std::max(0, grid.Cols() - 1)));

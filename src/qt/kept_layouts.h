@@ -6,7 +6,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -14,12 +13,14 @@
 
 namespace stockbook::qt {
 
-// How the user has arranged the journals: of each type the order, widths and visibility of the columns, how many are
-// frozen, and the heights of rows where they are not those of the font. Every load lays columns and rows out anew; once
-// Restore was called, what was arranged before a load is put back when it has laid its rows.
+// How the user has arranged the journals: of each type the order of the columns, how many are frozen, and the widths,
+// heights and visibility that are not those laid out, by the control, the host and what was put back. Every load lays
+// columns and rows out anew; once Restore was called, what was arranged before a load is put back: what is hidden and
+// shown before the host hears of the layout, so that it has the last word, and the rest when the load has laid its
+// rows.
 class KeptLayouts {
  public:
-  explicit KeptLayouts(control::Stockbook& stockbook) : stockbook_(stockbook) {}
+  explicit KeptLayouts(control::Stockbook& stockbook);
 
   // Both by keys in the group, an empty one being none. A value that means nothing counts as not saved.
   void Save(QSettings& settings, const QString& group);
@@ -31,13 +32,19 @@ class KeptLayouts {
   void AfterLoaded();
   // Also of a load that failed or was cancelled.
   void LoadEnded();
-  // `raise` lets the host hear of the layout; columns that it hides then stay hidden.
+  // `raise` lets the host hear of the layout.
   void AfterFormatted(const std::function<void()>& raise);
+  // `change` gives or takes a right, which hides columns at once.
+  void ChangeRight(const std::function<void()>& change);
 
  private:
   struct Column {
     std::string key;
     std::optional<int> width_twips;  // where it is not that of the layout
+    std::optional<bool> hidden;      // where the user has hidden or shown it
+  };
+  struct LaidOut {
+    int width_twips = 0;
     bool hidden = false;
   };
   // In twips; 0 where there is no such row.
@@ -56,14 +63,16 @@ class KeptLayouts {
   static std::optional<Layout> Read(const QSettings& settings, const QString& prefix, int type);
   static void Write(QSettings& settings, const QString& prefix, int type, const Layout& layout);
   int Type() const { return static_cast<int>(stockbook_.JournalType()); }
-  std::set<std::string> HiddenKeys() const;
-  std::map<std::string, int> Widths() const;
+  std::map<std::string, LaidOut> Shown() const;
   bool IsLaidOut() const;
   bool IsWithheld(const std::string& key) const;
   Heights ReadHeights() const;
-  Layout ReadLayout() const;
+  // Of what is not known better it takes what was `known`, if anything.
+  Layout ReadLayout(const Layout* known) const;
   void Learn();
   void PutBack();
+  enum class PutBackWhat { kHidden, kHiddenAndShown };
+  void PutBackVisibility(PutBackWhat what);
   void PutBackColumns(const Layout& layout);
   void PutBackHeights(const Heights& heights);
 
@@ -72,9 +81,8 @@ class KeptLayouts {
   bool loading_ = false;
   std::optional<int> arranged_;  // of this type is what the grid shows the user's arrangement
   std::map<int, Layout> layouts_;
-  Heights laid_out_;                            // by the font
-  std::map<std::string, int> widths_laid_out_;  // with what the host made of them
-  std::set<std::string> host_hides_;            // when it heard of the last layout
+  Heights laid_out_;                                 // by the font
+  std::map<std::string, LaidOut> columns_laid_out_;  // by their keys
 };
 
 }  // namespace stockbook::qt

@@ -79,7 +79,8 @@ class STOCKBOOK_API StockbookWidget : public AppearanceProperties {
   // the order, widths and visibility of the columns, how many are frozen, and heights of rows that are not the font's.
   // RestoreLayout is called once, before the first load, also where nothing was saved: every load lays the columns out
   // anew, and from then on it ends with what was arranged before it, when AfterLoaded is raised. Columns that
-  // FieldsFilter, a right or a slot of AfterFormatted hides stay hidden. Errors are those of SaveProperties.
+  // FieldsFilter or a right hides stay hidden, and a slot of AfterFormatted has the last word on what is shown: what
+  // the user has hidden and shown is put back before it. Errors are those of SaveProperties.
   void SaveLayout(QSettings& settings, const QString& group);
   void RestoreLayout(QSettings& settings, const QString& group);
 
