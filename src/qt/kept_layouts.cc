@@ -32,7 +32,8 @@ QString PrefixOf(const QString& group) { return group.isEmpty() ? QString() : gr
 
 }  // namespace
 
-KeptLayouts::KeptLayouts(control::Stockbook& stockbook) : stockbook_(stockbook), columns_laid_out_(Shown()) {}
+KeptLayouts::KeptLayouts(control::Stockbook& stockbook)
+    : stockbook_(stockbook), heights_laid_out_(ReadHeights()), columns_laid_out_(Shown()) {}
 
 void KeptLayouts::Save(QSettings& settings, const QString& group) {
   Learn();
@@ -47,7 +48,7 @@ void KeptLayouts::Restore(const QSettings& settings, const QString& group) {
   for (int type = 0; type < kTypes; ++type) {
     if (auto layout = Read(settings, PrefixOf(group), type)) layouts_.insert_or_assign(type, std::move(*layout));
   }
-  laid_out_ = ReadHeights();
+  heights_laid_out_ = ReadHeights();
   // The host has not heard yet of a layout in which it hides what the user may not see.
   PutBackVisibility(PutBackWhat::kHidden);
   columns_laid_out_ = Shown();
@@ -72,7 +73,7 @@ std::optional<KeptLayouts::Layout> KeptLayouts::Read(const QSettings& settings, 
   const auto title = ReadTwips(heights.value(0));
   const auto line = ReadTwips(heights.value(1));
   const auto sum = ReadTwips(heights.value(2));
-  if (title && line && sum) layout.heights = Heights{*title, *line, *sum};
+  layout.heights = {title.value_or(0), line.value_or(0), sum.value_or(0)};
   return layout;
 }
 
@@ -88,10 +89,9 @@ void KeptLayouts::Write(QSettings& settings, const QString& prefix, int type, co
   settings.setValue(prefix + QStringLiteral("Columns") + number, columns);
   settings.setValue(prefix + QStringLiteral("Frozen") + number, layout.frozen);
   const QString heights = prefix + QStringLiteral("Heights") + number;
-  if (layout.heights) {
-    settings.setValue(heights,
-                      QStringList{QString::number(layout.heights->title), QString::number(layout.heights->line),
-                                  QString::number(layout.heights->sum)});
+  const auto& [title, line, sum] = layout.heights;
+  if (title != 0 || line != 0 || sum != 0) {
+    settings.setValue(heights, QStringList{QString::number(title), QString::number(line), QString::number(sum)});
   } else {
     settings.remove(heights);
   }
@@ -119,8 +119,18 @@ void KeptLayouts::AfterFormatted(const std::function<void()>& raise) {
     arranged_.reset();
   }
   columns_laid_out_ = Shown();
+  heights_laid_out_ = ReadHeights();
   raise();
   columns_laid_out_ = Shown();
+}
+
+void KeptLayouts::ChangeFont(const std::function<void()>& change) {
+  const Heights before = ReadHeights();
+  change();
+  const Heights after = ReadHeights();
+  for (const auto height : {&Heights::title, &Heights::line, &Heights::sum}) {
+    if (before.*height == heights_laid_out_.*height) heights_laid_out_.*height = after.*height;
+  }
 }
 
 void KeptLayouts::ChangeRight(const std::function<void()>& change) {
@@ -140,9 +150,8 @@ void KeptLayouts::LoadEnded() {
 
 void KeptLayouts::AfterLoaded() {
   loading_ = false;
-  if (!keeping_) return;
-  laid_out_ = ReadHeights();
-  PutBack();
+  heights_laid_out_ = ReadHeights();
+  if (keeping_) PutBack();
 }
 
 std::map<std::string, KeptLayouts::LaidOut> KeptLayouts::Shown() const {
@@ -194,17 +203,21 @@ KeptLayouts::Layout KeptLayouts::ReadLayout(const Layout* known) const {
     layout.columns.push_back(std::move(now));
   }
   layout.frozen = grid.FrozenCols();
-  if (const Heights now = ReadHeights(); now != laid_out_) layout.heights = now;
+  const Heights now = ReadHeights();
+  for (const auto height : {&Heights::title, &Heights::line, &Heights::sum}) {
+    // A journal without such rows says nothing of their height.
+    if (now.*height == 0 && known != nullptr)
+      layout.heights.*height = known->heights.*height;
+    else if (now.*height != heights_laid_out_.*height)
+      layout.heights.*height = now.*height;
+  }
   return layout;
 }
 
 void KeptLayouts::Learn() {
   if (!keeping_ || arranged_ != Type() || !IsLaidOut()) return;
   const auto known = layouts_.find(Type());
-  Layout now = ReadLayout(known == layouts_.end() ? nullptr : &known->second);
-  // A journal without lines says nothing of their height.
-  if (known != layouts_.end() && ReadHeights().line == 0) now.heights = known->second.heights;
-  layouts_.insert_or_assign(Type(), std::move(now));
+  layouts_.insert_or_assign(Type(), ReadLayout(known == layouts_.end() ? nullptr : &known->second));
 }
 
 void KeptLayouts::PutBack() {
@@ -212,7 +225,7 @@ void KeptLayouts::PutBack() {
   const auto layout = layouts_.find(Type());
   if (layout == layouts_.end()) return;
   PutBackColumns(layout->second);
-  if (layout->second.heights) PutBackHeights(*layout->second.heights);
+  PutBackHeights(layout->second.heights);
 }
 
 void KeptLayouts::PutBackVisibility(PutBackWhat what) {
@@ -248,8 +261,12 @@ void KeptLayouts::PutBackColumns(const Layout& layout) {
 }
 
 void KeptLayouts::PutBackHeights(const Heights& heights) {
-  if (heights.title > 0) stockbook_.SetRowHeightTitle(static_cast<float>(heights.title));
-  if (heights.sum > 0) stockbook_.SetRowHeightSum(static_cast<float>(heights.sum));
+  // The height of lines sets the others anew, as the control knows them.
+  const Heights now = heights.line > 0 ? ReadHeights() : Heights{};
+  const int title = heights.title > 0 ? heights.title : now.title;
+  const int sum = heights.sum > 0 ? heights.sum : now.sum;
+  if (title > 0) stockbook_.SetRowHeightTitle(static_cast<float>(title));
+  if (sum > 0) stockbook_.SetRowHeightSum(static_cast<float>(sum));
   if (heights.line > 0) stockbook_.SetRowHeight(static_cast<float>(heights.line));
 }
 

@@ -34,6 +34,8 @@ class KeptLayouts {
   void LoadEnded();
   // `raise` lets the host hear of the layout.
   void AfterFormatted(const std::function<void()>& raise);
+  // `change` gives the grid another font, which heights follow that the user has not changed.
+  void ChangeFont(const std::function<void()>& change);
   // `change` gives or takes a right, which hides columns at once.
   void ChangeRight(const std::function<void()>& change);
 
@@ -47,17 +49,16 @@ class KeptLayouts {
     int width_twips = 0;
     bool hidden = false;
   };
-  // In twips; 0 where there is no such row.
+  // In twips; 0 where there is no such row, or where the user has not changed it.
   struct Heights {
     int title = 0;
     int line = 0;
     int sum = 0;
-    bool operator==(const Heights&) const = default;
   };
   struct Layout {
     std::vector<Column> columns;
     int frozen = 0;
-    std::optional<Heights> heights;
+    Heights heights;
   };
 
   static std::optional<Layout> Read(const QSettings& settings, const QString& prefix, int type);
@@ -81,7 +82,7 @@ class KeptLayouts {
   bool loading_ = false;
   std::optional<int> arranged_;  // of this type is what the grid shows the user's arrangement
   std::map<int, Layout> layouts_;
-  Heights laid_out_;                                 // by the font
+  Heights heights_laid_out_;
   std::map<std::string, LaidOut> columns_laid_out_;  // by their keys
 };
 

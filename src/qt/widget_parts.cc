@@ -128,7 +128,7 @@ platform::MenuChoice WidgetParts::PopUpToTick(const platform::MenuItem& menu, co
 void WidgetParts::FollowFont() {
   if (fg_.GridFont() != followed_font_) return;
   followed_font_ = GridFontFor(widget_->font());
-  control_.FollowFont(followed_font_);
+  layouts_.ChangeFont([this] { control_.FollowFont(followed_font_); });
 }
 
 control::Surroundings WidgetParts::Surroundings() {
